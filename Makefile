@@ -1,0 +1,46 @@
+# The short way in. Each target installs the Debian packages it needs and is missing.
+.PHONY: run demo build test asan lint format bench screenshots clean help
+.DEFAULT_GOAL := help
+
+help:           ## what can be made
+	@grep -E '^[a-z]+: .*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## /  make \1\t/'
+
+run: build      ## build, start the simulated sensor unit and the program connected to it
+	@scripts/run.sh
+
+demo: build     ## build and start in demo mode, with no serial line at all
+	@scripts/run.sh --demo
+
+build:          ## the executables, in build/release/bin/
+	@scripts/install-deps.sh build
+	@scripts/build.sh release
+
+test:           ## build and run every test
+	@scripts/install-deps.sh build test
+	@scripts/build.sh dev
+	@ctest --preset dev
+
+asan:           ## the same tests under AddressSanitizer and UndefinedBehaviorSanitizer
+	@scripts/install-deps.sh build test
+	@scripts/build.sh asan
+	@scripts/asan-test.sh
+
+lint:           ## check format, layers and clang-tidy
+	@scripts/install-deps.sh build test lint
+	@scripts/lint.sh
+
+format:         ## put the sources into the house format
+	@scripts/install-deps.sh lint
+	@scripts/sources.sh | xargs -0 clang-format -i
+
+bench:          ## measure everything that has a budget
+	@scripts/install-deps.sh build test
+	@bench/run.sh
+
+screenshots:    ## make the pictures of the README again
+	@scripts/install-deps.sh build test
+	@scripts/build.sh release
+	@scripts/screenshots.sh
+
+clean:          ## remove what was built
+	rm -rf build

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that are missing for the named purposes: build, test, lint.
+# Asks nothing when nothing is missing; uses sudo only where the user is not root.
+set -euo pipefail
+
+declare -A packages=(
+  [build]="cmake g++ make ninja-build qt6-base-dev qt6-serialport-dev libgl-dev"
+  [test]="libgtest-dev libgmock-dev libbenchmark-dev python3 xvfb xauth imagemagick xdotool"
+  [lint]="clang-format clang-tidy python3"
+)
+
+missing=()
+for purpose in "$@"; do
+  for package in ${packages[$purpose]:?"unknown purpose: $purpose"}; do
+    status=$(dpkg-query -W -f '${Status}' "$package" 2>/dev/null || true)
+    [[ $status == "install ok installed" ]] || missing+=("$package")
+  done
+done
+((${#missing[@]})) || exit 0
+
+as_root=()
+if [[ $(id -u) -ne 0 ]]; then
+  command -v sudo >/dev/null || {
+    echo "These packages are missing, and there is no sudo to install them with: ${missing[*]}" >&2
+    exit 1
+  }
+  as_root=(sudo)
+fi
+echo "Installing: ${missing[*]}"
+"${as_root[@]}" apt-get update -q
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+namespace orvalis_unit {
+
+// The text of the night that is played when no scenario file is given.
+std::string_view NightScenario();
+
+}  // namespace orvalis_unit

@@ -1,0 +1,101 @@
+#include "options.h"
+
+#include <charconv>
+
+namespace orvalis_unit {
+namespace {
+
+// A year of weather in five minutes; faster than that, a frame would hold nothing of what happened.
+constexpr double kHighestSpeed = 100000.0;
+
+double SpeedOf(std::string_view text) {
+  const auto speed = ParseNumber(text);
+  if (!speed || *speed <= 0.0 || *speed > kHighestSpeed) {
+    throw UsageError("--speed takes a number above 0 and up to " + NumberText(kHighestSpeed) + ", not " + Quoted(text));
+  }
+  return *speed;
+}
+
+std::uint32_t SeedOf(std::string_view text) {
+  std::uint32_t seed = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seed);
+  if (error != std::errc() || end != text.data() + text.size()) {
+    throw UsageError("--seed takes a whole number from 0 to 4294967295, not " + Quoted(text));
+  }
+  return seed;
+}
+
+FaultRule FaultOf(std::string_view text) {
+  try {
+    return ParseFaultRule(text);
+  } catch (const std::invalid_argument& error) {
+    throw UsageError(std::string("--fault: ") + error.what());
+  }
+}
+
+std::string FileOf(std::string_view option, std::string_view text) {
+  if (text.empty()) throw UsageError(std::string(option) + " takes a path");
+  return std::string(text);
+}
+
+}  // namespace
+
+Options ParseOptions(std::span<const std::string_view> arguments) {
+  Options options;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string_view option = arguments[i];
+    const auto value = [&]() {
+      if (i + 1 == arguments.size()) throw UsageError(std::string(option) + " needs a value");
+      return arguments[++i];
+    };
+    if (option == "--link") {
+      options.link = FileOf(option, value());
+    } else if (option == "--scenario") {
+      options.scenario = FileOf(option, value());
+    } else if (option == "--record") {
+      options.record = FileOf(option, value());
+    } else if (option == "--fault") {
+      options.unit.faults.push_back(FaultOf(value()));
+    } else if (option == "--speed") {
+      options.unit.speed = SpeedOf(value());
+    } else if (option == "--seed") {
+      options.unit.seed = SeedOf(value());
+    } else if (option == "--fast") {
+      options.unit.is_fast = true;
+    } else if (option == "--commands") {
+      options.reads_commands = true;
+    } else if (option == "--help") {
+      options.shows_help = true;
+      return options;
+    } else if (option == "--version") {
+      options.shows_version = true;
+      return options;
+    } else {
+      throw UsageError("there is no option " + Quoted(option));
+    }
+  }
+  return options;
+}
+
+std::string_view HelpText() {
+  return R"(orvalis-unit: a weather sensor unit in software, on a pseudo terminal.
+
+It prints the path of the serial line that it makes, and answers there until it is stopped.
+
+  --link PATH       make PATH a symbolic link to the line, as long as it is there
+  --scenario FILE   the weather to play, over and over; a night without it
+  --speed FACTOR    play the weather, and the unit's own clock, so many times as fast
+  --fast            do not take the time that the bytes take at 9600 bit/s
+  --fault KIND[:PROBABILITY[:SECONDS]]
+                    let answers go wrong; may be given more than once. KIND is one of
+                    silent wrong-answer short cut garbage slow late drop
+  --seed N          where the faults' chance begins; 1 without it
+  --record FILE     write down what happens on the line
+  --commands        take commands from standard input: set FIELD VALUE, release FIELD,
+                    fault KIND [SECONDS], fault none, drop SECONDS, time H:MM:SS, quit
+  --help            print this
+  --version         print the version
+)";
+}
+
+}  // namespace orvalis_unit

@@ -1,0 +1,38 @@
+#include "stop_signals.h"
+
+#include <array>
+
+namespace orvalis_unit {
+namespace {
+
+constexpr std::array<int, 3> kSignals = {SIGINT, SIGTERM, SIGHUP};
+
+volatile sig_atomic_t has_arrived = 0;
+
+void Note(int) { has_arrived = 1; }
+
+}  // namespace
+
+StopSignals::StopSignals() {
+  has_arrived = 0;
+  sigset_t held{};
+  sigemptyset(&held);
+  for (const int number : kSignals) {
+    sigaddset(&held, number);
+    struct sigaction action {};
+    action.sa_handler = Note;
+    sigaction(number, &action, nullptr);
+  }
+  sigprocmask(SIG_BLOCK, &held, &outside_);
+  // Whoever starts the unit in the background may hand these down held back.
+  for (const int number : kSignals) sigdelset(&outside_, number);
+}
+
+StopSignals::~StopSignals() {
+  for (const int number : kSignals) signal(number, SIG_DFL);
+  sigprocmask(SIG_SETMASK, &outside_, nullptr);
+}
+
+bool StopSignals::Arrived() { return has_arrived != 0; }
+
+}  // namespace orvalis_unit

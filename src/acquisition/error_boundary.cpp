@@ -1,0 +1,37 @@
+#include "acquisition/error_boundary.h"
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+namespace {
+
+std::string Describe(const std::exception_ptr& error) {
+  try {
+    std::rethrow_exception(error);
+  } catch (const RunTimeError& run_time_error) {
+    return std::string(run_time_error.what()) + " (error " + std::to_string(run_time_error.number()) + ")";
+  } catch (const std::exception& other) {
+    return other.what();
+  } catch (...) {
+    return "an error without a description";
+  }
+}
+
+}  // namespace
+
+void ErrorBoundary::Report(std::string_view doing, const std::exception_ptr& error) {
+  const std::string text = "Error while " + std::string(doing) + ": " + Describe(error);
+  panel_.status = text;
+  if (text == last_text_) return;
+  last_doing_ = doing;
+  last_text_ = text;
+  events_.Record(text);
+}
+
+void ErrorBoundary::Succeeded(std::string_view doing) {
+  if (last_text_.empty() || doing != last_doing_) return;
+  if (panel_.status == last_text_) panel_.status.clear();
+  last_text_.clear();
+}
+
+}  // namespace orvalis

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <exception>
+#include <string>
+#include <string_view>
+
+#include "acquisition/panel_model.h"
+#include "base/event_list.h"
+
+namespace orvalis {
+
+/// Where errors of timers and clicks end: on the panel's status line and in the event list. The program goes on.
+class ErrorBoundary {
+ public:
+  ErrorBoundary(PanelModel& panel, EventList& events) : panel_(panel), events_(events) {}
+
+  /// Reports `error`, which happened while `doing` ("polling the unit"). An error that comes again each cycle is
+  /// listed once; `Succeeded` makes it news again.
+  void Report(std::string_view doing, const std::exception_ptr& error);
+  /// The same work went well: a message of a former failure leaves the status line.
+  void Succeeded(std::string_view doing);
+
+  /// Runs `work` and reports what it throws.
+  template <typename Work>
+  void Run(std::string_view doing, Work work) {
+    try {
+      work();
+    } catch (...) {
+      Report(doing, std::current_exception());
+    }
+  }
+
+ private:
+  PanelModel& panel_;
+  EventList& events_;
+  std::string last_doing_;
+  std::string last_text_;
+};
+
+}  // namespace orvalis

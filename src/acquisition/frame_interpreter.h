@@ -1,0 +1,27 @@
+#pragma once
+
+#include "acquisition/conversions.h"
+#include "acquisition/sensor_frame.h"
+#include "acquisition/weather_state.h"
+#include "acquisition/wind.h"
+#include "config/settings.h"
+
+namespace orvalis {
+
+/// From one frame to physical values, words and the verdict. Allocates nothing.
+class FrameInterpreter {
+ public:
+  /// Brings `state` up to `frame`. Returns whether a block of averages was completed. Throws RunTimeError for readings
+  /// that have no conversion; the verdict is set all the same, the rest may be partly new.
+  bool Interpret(const SensorFrame& frame, const Settings& settings, double humidity_selector, WeatherState& state);
+
+  /// The gust's time span is over.
+  void BeginGustBlock() { wind_.BeginGustBlock(); }
+  [[nodiscard]] std::int32_t samples_taken() const { return averages_.samples_taken(); }
+
+ private:
+  BlockAverages averages_;
+  WindFigures wind_;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,108 @@
+#include "acquisition/poll_cycle.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "acquisition/conditions.h"
+
+namespace orvalis {
+namespace {
+
+constexpr std::int16_t kTicksPerCycle = 2;
+constexpr std::int16_t kLongestCount = std::numeric_limits<std::int16_t>::max();
+constexpr std::string_view kPolling = "polling the unit";
+
+}  // namespace
+
+PollCycle::PollCycle(const Parts& parts) : parts_(parts), last_frame_tick_(parts.loop.TickCount()) {}
+
+void PollCycle::Poll() {
+  RaiseCounters();
+  WatchStaleness();
+  if (counters_.divider.ticks() < kTicksPerCycle || cycle_.running()) return;
+  counters_.divider.Reset();
+  cycle_.Start(WorkingCycle(), [this](const std::exception_ptr& error) {
+    if (error) parts_.boundary.Report(kPolling, error);
+  });
+}
+
+Task<> PollCycle::WorkingCycle() {
+  ++sample_count_;
+  if (!InDemoMode() && parts_.link.Ready()) co_await parts_.link.PushSettings(parts_.settings);
+  if (!co_await NextFrame()) co_return;
+  InterpretFrame();
+  ShowFresh();
+  for (const Listener& listener : listeners_) listener(frame_);
+  parts_.boundary.Succeeded(kPolling);
+}
+
+Task<bool> PollCycle::NextFrame() {
+  if (InDemoMode()) {
+    frame_ = demo_.Next(counters_.demo_line);
+    co_return true;
+  }
+  counters_.demo_line.Reset();
+  // A unit that was switched off may answer again at any moment, so there is no limit to the asking.
+  while (parts_.link.Ready() && !InDemoMode()) {
+    const SensorLink::FrameResult result = co_await parts_.link.RequestFrame(frame_);
+    if (result == SensorLink::FrameResult::kComplete) co_return true;
+    if (result == SensorLink::FrameResult::kEnded) break;
+  }
+  co_return false;
+}
+
+void PollCycle::InterpretFrame() {
+  if (counters_.gust_block.ticks() >= WindFigures::kGustBlockTicks) {
+    counters_.gust_block.Reset();
+    interpreter_.BeginGustBlock();
+  }
+  parts_.weather.from_demo = InDemoMode();
+  // Shown first: readings that cannot be converted must not keep an unsafe verdict back.
+  parts_.panel.safe = UnsafeIndicator(frame_) == 0;
+  const bool averaged =
+      interpreter_.Interpret(frame_, parts_.settings, TakeHumiditySelector(parts_.panel), parts_.weather);
+  ShowReadings(parts_.weather, parts_.settings.Centigrade, parts_.locale, parts_.panel);
+  parts_.panel.averaging =
+      AveragingText(averaged, interpreter_.samples_taken(), parts_.settings.TempsAvgCount, parts_.panel.ambient);
+}
+
+void PollCycle::ShowFresh() {
+  if (stale_reported_) {
+    stale_reported_ = false;
+    parts_.events.Record("fresh again: complete frames are coming in");
+    parts_.panel.status = "The unit answers again";
+  }
+  counters_.since_frame.Reset();
+  last_frame_tick_ = parts_.loop.TickCount();
+  parts_.panel.stale = false;
+  parts_.panel.fresh_at = parts_.clock.LocalNow();
+}
+
+void PollCycle::RaiseCounters() {
+  counters_.divider.RaiseUpTo(kTicksPerCycle);
+  counters_.demo_line.RaiseUpTo(DemoFeed::kTicksPerLine);
+  counters_.gust_block.RaiseUpTo(WindFigures::kGustBlockTicks);
+  counters_.since_frame.RaiseUpTo(kLongestCount);
+  // Ticks are not delivered while the machine sleeps; the values age all the same.
+  const std::int64_t elapsed = (parts_.loop.TickCount() - last_frame_tick_) / 1000;
+  while (counters_.since_frame.ticks() < std::min<std::int64_t>(elapsed, kLongestCount)) counters_.since_frame.Raise();
+}
+
+void PollCycle::WatchStaleness() {
+  if (parts_.link.Ready()) {
+    counters_.answer_due.RaiseUpTo(kStaleSeconds);
+  } else {
+    counters_.answer_due.Reset();
+  }
+  if (counters_.since_frame.ticks() < kStaleSeconds) return;
+  parts_.panel.stale = true;
+  if (stale_reported_ || counters_.answer_due.ticks() < kStaleSeconds) return;
+  stale_reported_ = true;
+  const std::string since =
+      parts_.panel.fresh_at ? "since " + FormatTimeOfDay(*parts_.panel.fresh_at) : "since the start";
+  parts_.events.Record("stale: no complete frame " + since);
+  parts_.panel.status = "The unit does not answer; no complete frame " + since;
+}
+
+}  // namespace orvalis

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "acquisition/demo_feed.h"
+#include "acquisition/error_boundary.h"
+#include "acquisition/frame_interpreter.h"
+#include "acquisition/panel_model.h"
+#include "acquisition/sensor_frame.h"
+#include "acquisition/sensor_link.h"
+#include "acquisition/weather_state.h"
+#include "base/clock.h"
+#include "base/event_list.h"
+#include "base/event_loop.h"
+#include "base/task.h"
+#include "base/tick_counter.h"
+#include "config/settings.h"
+
+namespace orvalis {
+
+/// The program's main loop: on every second tick of the poll timer it takes one frame, turns it into the current values
+/// and shows them.
+class PollCycle {
+ public:
+  /// Values older than this are shown as stale.
+  static constexpr std::int16_t kStaleSeconds = 10;
+
+  struct Parts {
+    EventLoop& loop;
+    const Clock& clock;
+    SensorLink& link;
+    const Settings& settings;
+    WeatherState& weather;
+    PanelModel& panel;
+    EventList& events;
+    ErrorBoundary& boundary;
+    NumberLocale locale;
+    bool demo_override = false;  ///< demo mode for this run, whatever the setting says
+  };
+  /// Told after each working cycle that got a frame, with the frame.
+  using Listener = std::function<void(const SensorFrame& frame)>;
+
+  explicit PollCycle(const Parts& parts);
+
+  /// One tick of the poll timer, every 1000 ms. A tick that arrives while a working cycle waits for the unit only
+  /// counts.
+  void Poll();
+
+  void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
+
+  [[nodiscard]] bool InDemoMode() const { return parts_.demo_override || parts_.settings.DemoMode == 1; }
+  /// How many working cycles there were, with a frame or without.
+  [[nodiscard]] std::int64_t sample_count() const { return sample_count_; }
+  /// Seconds since the last complete frame, or since the start; at most 32767.
+  [[nodiscard]] std::int16_t seconds_since_frame() const { return counters_.since_frame.ticks(); }
+
+ private:
+  /// Counted in ticks of one second. Each stops at the limit that it is waited for, see TickCounter.
+  struct Counters {
+    TickCounter divider;
+    TickCounter demo_line;
+    TickCounter gust_block;
+    TickCounter since_frame;
+    TickCounter answer_due;  ///< since the unit can be asked
+  };
+
+  Task<> WorkingCycle();
+  /// Fetches the frame of this cycle into `frame_`; false when there is none to be had.
+  Task<bool> NextFrame();
+  void InterpretFrame();
+  void ShowFresh();
+  void RaiseCounters();
+  void WatchStaleness();
+
+  Parts parts_;
+  std::vector<Listener> listeners_;
+  Counters counters_;
+  std::int64_t sample_count_ = 0;
+  std::int64_t last_frame_tick_;
+  bool stale_reported_ = false;
+  SensorFrame frame_;
+  DemoFeed demo_;
+  FrameInterpreter interpreter_;
+  Job cycle_;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "base/colour.h"
+
+namespace orvalis {
+
+/// A condition as the panel shows it.
+struct Word {
+  std::string_view text;  ///< one of the fixed words, or empty before the first frame
+  Colour colour = Colour::kWhite;
+};
+
+/// What the last working cycle left behind. Everything that shows, logs, uploads or answers reads it here. A cycle
+/// that gets no frame changes nothing. Temperatures are in degrees Celsius, wind in miles per hour.
+struct WeatherState {
+  /// What the averages hold before the first block is complete.
+  static constexpr double kNoAverage = -99.0;
+  /// What the sky field shows before the first frame.
+  static constexpr double kNoSky = 999.0;
+
+  double body_celsius = kNoAverage;     ///< thermopile body, block average
+  double ambient_celsius = kNoAverage;  ///< block average
+  double rain_average = 0;              ///< counts, block average
+  bool ambient_known = false;           ///< whether the averages stem from readings alone
+  bool body_known = false;
+
+  double humidity_percent = 0;  ///< relative humidity as computed, not clamped
+  double dew_point_celsius = 0;
+  double sky_celsius = kNoSky;    ///< measured sky temperature
+  double clear_sky_celsius = 0;   ///< calculated for a clear sky
+  double difference_celsius = 0;  ///< ambient as shown minus measured sky
+  bool humidity_faulty = false;   ///< the unit marks its humidity sensor as faulty
+  bool sky_faulty = false;
+
+  Word cloud;             ///< "Clear", "PCloudy", "Cloudy"
+  float clouds = 0;       ///< clouds figure: 0, 0.5 or 1.0
+  std::int32_t rain = 0;  ///< counts, this frame
+  bool raining = false;   ///< the count is above the threshold
+  Word rain_word;         ///< "Dry", "Damp", "Rain"
+  double light = 0;       ///< counts, this frame; high means dark
+  Word light_word;        ///< "Dark", "Dusk", "Day"
+  double wind_mph = 0;
+  double wind_average_mph = 0;
+  double wind_gust_mph = 0;
+  Word wind_word;  ///< "Calm", "Breeze", "Windy"
+  Word heater;     ///< "Y", "?", "N"
+  Word relay;      ///< "Y", "?", "N"
+
+  /// The relay digit of the frame; safe exactly when it is 0. Until the first frame, and when there is anything but a
+  /// digit in the frame, it is -1: in doubt, unsafe.
+  std::int32_t unsafe_indicator = -1;
+
+  bool from_demo = false;  ///< the last frame was a demonstration line
+};
+
+}  // namespace orvalis

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/clock.h"
+
+namespace orvalis {
+
+/// One thing that happened, for a person to read.
+struct Event {
+  CivilTime time;
+  std::string text;
+};
+
+/// What happened lately: connections made and lost, errors, alerts. Bounded; the oldest go first.
+class EventList {
+ public:
+  static constexpr std::size_t kKept = 500;
+  using Listener = std::function<void(const Event&)>;
+
+  explicit EventList(const Clock& clock) : clock_(clock) {}
+
+  void Record(std::string text) {
+    events_.push_back({clock_.LocalNow(), std::move(text)});
+    if (events_.size() > kKept) events_.pop_front();
+    for (const Listener& listener : listeners_) listener(events_.back());
+  }
+
+  /// `listener` is told of every event from now on. It must not record another one.
+  void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
+
+  [[nodiscard]] const std::deque<Event>& events() const { return events_; }
+
+ private:
+  const Clock& clock_;
+  std::deque<Event> events_;
+  std::vector<Listener> listeners_;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <chrono>
+#include <coroutine>
+#include <cstdint>
+#include <functional>
+#include <limits>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+
+/// The one thread's loop of timers and events, as the logic sees it.
+class EventLoop {
+ public:
+  using TimerId = std::uint64_t;  ///< 0 is no timer
+
+  virtual ~EventLoop() = default;
+
+  /// Milliseconds since the system started, the time asleep included. It never goes back.
+  [[nodiscard]] virtual std::int64_t TickCount() const = 0;
+
+  /// Calls `call` once from the loop, not earlier than after `delay`, unless it is cancelled before.
+  virtual TimerId CallAfter(std::chrono::milliseconds delay, std::function<void()> call) = 0;
+  /// Forgets a timer; one that has fired or was never made is ignored.
+  virtual void Cancel(TimerId timer) = 0;
+};
+
+/// What `co_await Pause(…)` waits on. The window and every other wait go on meanwhile; destroying the waiting
+/// coroutine takes the timer back.
+class [[nodiscard]] PauseAwaiter {
+ public:
+  PauseAwaiter(EventLoop& loop, std::chrono::milliseconds duration) : loop_(loop), duration_(duration) {}
+  PauseAwaiter(const PauseAwaiter&) = delete;
+  PauseAwaiter& operator=(const PauseAwaiter&) = delete;
+  ~PauseAwaiter() {
+    if (timer_ != 0) loop_.Cancel(timer_);
+  }
+
+  [[nodiscard]] bool await_ready() const noexcept { return duration_.count() <= 0; }
+  void await_suspend(std::coroutine_handle<> waiting) {
+    timer_ = loop_.CallAfter(duration_, [this, waiting] {
+      timer_ = 0;
+      waiting.resume();
+    });
+  }
+  void await_resume() const noexcept {}
+
+ private:
+  EventLoop& loop_;
+  std::chrono::milliseconds duration_;
+  EventLoop::TimerId timer_ = 0;
+};
+
+/// Waits `duration` without holding anything up. Throws RunTimeError kOverflow when the deadline is beyond the
+/// tick count's range.
+inline PauseAwaiter Pause(EventLoop& loop, std::chrono::milliseconds duration) {
+  if (duration.count() > std::numeric_limits<std::int64_t>::max() - loop.TickCount()) {
+    throw RunTimeError(RunTimeError::kOverflow, "a pause ends beyond the tick count's range");
+  }
+  return {loop, duration};
+}
+
+}  // namespace orvalis

@@ -1,0 +1,213 @@
+#include "base/text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <system_error>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+namespace {
+
+constexpr int kMaxDecimals = 9;
+constexpr std::string_view kBlanks = " \t";
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+std::string_view Trim(std::string_view text) {
+  const auto first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+[[noreturn]] void ThrowMismatch(std::string_view text, const char* wanted) {
+  throw RunTimeError(RunTimeError::kTypeMismatch, "\"" + std::string(text) + "\" is not " + wanted);
+}
+
+/// The whole of `text` as a number, or false. from_chars alone would take "inf" and "nan", and no leading "+".
+bool ParseWhole(std::string_view text, NumberLocale locale, double& value, bool& too_large) {
+  std::string plain(Trim(text));
+  if (locale.decimal_separator != '.') {
+    if (plain.find('.') != std::string::npos) return false;
+    std::replace(plain.begin(), plain.end(), locale.decimal_separator, '.');
+  }
+  const char* begin = plain.data();
+  const char* end = begin + plain.size();
+  if (begin != end && *begin == '+') {
+    ++begin;
+    if (begin != end && *begin == '-') return false;
+  }
+  const char* digits = begin != end && *begin == '-' ? begin + 1 : begin;
+  if (digits == end || !(IsDigit(*digits) || *digits == '.')) return false;
+  const auto [stop, error] = std::from_chars(begin, end, value);
+  too_large = error == std::errc::result_out_of_range;
+  return stop == end && (error == std::errc{} || too_large);
+}
+
+/// A value in fixed notation, in a buffer of its own: formatting happens for every frame and must not allocate.
+struct FixedText {
+  // The largest double has 309 digits in front of the point.
+  std::array<char, 330> characters;
+  std::size_t size = 0;
+
+  [[nodiscard]] std::string_view View() const { return {characters.data(), size}; }
+  void Append(char c) { characters[size++] = c; }
+};
+
+FixedText Fixed(double value, int decimals, char separator) {
+  FixedText text;
+  decimals = std::clamp(decimals, 0, kMaxDecimals);
+  if (!std::isfinite(value)) {
+    const std::string_view name = std::isnan(value) ? "nan" : (value > 0 ? "inf" : "-inf");
+    for (const char c : name) text.Append(c);
+    return text;
+  }
+  // Fifteen significant digits first: 0.15 is a little less than 0.15 in binary and yet a person's 0.15.
+  std::array<char, 32> scientific;
+  constexpr int kSignificant = 15;
+  const auto [end, error] = std::to_chars(scientific.data(), scientific.data() + scientific.size(), std::fabs(value),
+                                          std::chars_format::scientific, kSignificant - 1);
+  static_cast<void>(error);  // 15 digits always fit
+  std::array<char, kSignificant> digits;
+  digits[0] = scientific[0];
+  std::copy_n(scientific.data() + 2, kSignificant - 1, digits.data() + 1);
+  int exponent = 0;
+  const char* exponent_text = scientific.data() + 2 + (kSignificant - 1) + 1;
+  std::from_chars(*exponent_text == '+' ? exponent_text + 1 : exponent_text, end, exponent);
+
+  // Digit i stands at 10^(exponent - i); the last one kept stands at 10^-decimals.
+  int kept = exponent + decimals + 1;
+  bool carried = false;  // rounding went beyond the first digit: "9.96" becomes "10.0"
+  if (kept < 0) {
+    kept = 0;
+    digits.fill('0');
+  } else if (kept < kSignificant) {
+    const bool up = digits[static_cast<std::size_t>(kept)] >= '5';
+    std::fill(digits.begin() + kept, digits.end(), '0');
+    if (up) {
+      int i = kept - 1;
+      while (i >= 0 && digits[static_cast<std::size_t>(i)] == '9') digits[static_cast<std::size_t>(i--)] = '0';
+      if (i >= 0) {
+        ++digits[static_cast<std::size_t>(i)];
+      } else {
+        carried = true;
+      }
+    }
+  }
+  const auto digit_at = [&](int power) -> char {
+    if (carried && power == exponent + 1) return '1';
+    const int index = exponent - power;
+    return index >= 0 && index < kSignificant ? digits[static_cast<std::size_t>(index)] : '0';
+  };
+  const bool zero = !carried && std::all_of(digits.begin(), digits.end(), [](char c) { return c == '0'; });
+  if (std::signbit(value) && !zero) text.Append('-');
+  for (int power = std::max(exponent + (carried ? 1 : 0), 0); power >= -decimals; --power) {
+    if (power == -1) text.Append(separator);
+    text.Append(digit_at(power));
+  }
+  return text;
+}
+
+}  // namespace
+
+double Val(std::string_view text) {
+  std::size_t i = text.find_first_not_of(kBlanks);
+  if (i == std::string_view::npos) return 0;
+  bool negative = false;
+  if (text[i] == '+' || text[i] == '-') negative = text[i++] == '-';
+  const std::size_t begin = i;
+  bool point = false;
+  while (i < text.size() && (IsDigit(text[i]) || (text[i] == '.' && !point))) point |= text[i++] == '.';
+  double value = 0;
+  // A prefix without a digit leaves 0; one beyond all doubles leaves 0 as well, which no field is wide enough for.
+  std::from_chars(text.data() + begin, text.data() + i, value, std::chars_format::fixed);
+  return negative ? -value : value;
+}
+
+std::int32_t ValInteger(std::string_view text) {
+  constexpr double kLowest = std::numeric_limits<std::int32_t>::min();
+  constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
+  return static_cast<std::int32_t>(std::clamp(std::trunc(Val(text)), kLowest, kHighest));
+}
+
+std::int32_t RoundToInteger(double value) {
+  // nearbyint rounds halves to even in the default rounding mode, which nothing here changes.
+  const double rounded = std::nearbyint(value);
+  if (!(rounded >= std::numeric_limits<std::int32_t>::min() && rounded <= std::numeric_limits<std::int32_t>::max())) {
+    throw RunTimeError(RunTimeError::kOverflow, RealToText(value) + " does not fit a whole number of 32 bits");
+  }
+  return static_cast<std::int32_t>(rounded);
+}
+
+std::string FormatFixed(double value, int decimals, NumberLocale locale) {
+  return std::string(Fixed(value, decimals, locale.decimal_separator).View());
+}
+
+double RoundToDecimals(double value, int decimals) {
+  if (!std::isfinite(value)) return value;
+  const FixedText text = Fixed(value, decimals, '.');
+  double rounded = 0;
+  std::from_chars(text.characters.data(), text.characters.data() + text.size, rounded);
+  return rounded;
+}
+
+std::string RightAlign(std::string_view text, std::size_t width) {
+  std::string aligned(width > text.size() ? width - text.size() : 0, ' ');
+  aligned += text;
+  return aligned;
+}
+
+std::string_view FileName(std::string_view path) {
+  const auto separator = path.find_last_of("\\/");
+  return separator == std::string_view::npos ? path : path.substr(separator + 1);
+}
+
+bool TextToBoolean(std::string_view text, NumberLocale locale) {
+  const std::string_view trimmed = Trim(text);
+  const auto is = [&](std::string_view word) {
+    return std::equal(trimmed.begin(), trimmed.end(), word.begin(), word.end(), [](char a, char b) {
+      return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
+    });
+  };
+  if (is("True")) return true;
+  if (is("False")) return false;
+  double number = 0;
+  bool too_large = false;
+  if (!ParseWhole(text, locale, number, too_large)) ThrowMismatch(text, "\"True\", \"False\" or a number");
+  return too_large || number != 0;
+}
+
+std::int32_t TextToInteger(std::string_view text, NumberLocale locale) {
+  double number = 0;
+  bool too_large = false;
+  if (!ParseWhole(text, locale, number, too_large)) ThrowMismatch(text, "a whole number");
+  if (too_large) number = std::numeric_limits<double>::infinity();
+  return RoundToInteger(number);
+}
+
+double TextToReal(std::string_view text, NumberLocale locale) {
+  double number = 0;
+  bool too_large = false;
+  if (!ParseWhole(text, locale, number, too_large)) ThrowMismatch(text, "a number");
+  if (too_large) throw RunTimeError(RunTimeError::kOverflow, "\"" + std::string(text) + "\" is beyond all numbers");
+  return number;
+}
+
+std::string_view BooleanToText(bool value) { return value ? "True" : "False"; }
+
+std::string RealToText(double value, NumberLocale locale) {
+  // Room for the smallest double: a sign, "0.", 323 zeros and 17 digits.
+  std::array<char, 400> buffer;
+  const auto [end, error] =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
+  static_cast<void>(error);
+  std::string text(buffer.data(), end);
+  std::replace(text.begin(), text.end(), '.', locale.decimal_separator);
+  return text;
+}
+
+}  // namespace orvalis

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+
+/// A count of poll ticks, 16 bits wide. Whoever waits for an interval lets it stop there: then an outage of weeks
+/// overflows nothing and the work is due as soon as it can be done.
+class TickCounter {
+ public:
+  /// Adds one tick. Throws RunTimeError kOverflow beyond 32767.
+  void Raise() {
+    if (ticks_ == std::numeric_limits<std::int16_t>::max()) {
+      throw RunTimeError(RunTimeError::kOverflow, "a tick counter passed 32767");
+    }
+    ++ticks_;
+  }
+
+  /// Adds one tick unless `limit` is reached.
+  void RaiseUpTo(std::int16_t limit) {
+    if (ticks_ < limit) Raise();
+  }
+
+  void Reset() { ticks_ = 0; }
+  [[nodiscard]] std::int16_t ticks() const { return ticks_; }
+
+ private:
+  std::int16_t ticks_ = 0;
+};
+
+}  // namespace orvalis

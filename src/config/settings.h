@@ -1,0 +1,99 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace orvalis {
+
+/// Every setting, one typed value for each key of the profile, named as the key. Filled once at start by
+/// `LoadSettings`; what changes a value afterwards writes its key.
+///
+/// Switches that are kept as 0 and 1 in the profile are whole numbers here too. The template that the program grew from
+/// was a focuser's; its leftovers stay, because the profile's layout contains them.
+struct Settings {
+  bool Absolute = false;  ///< leftover of the focuser template: clamps the leftover position
+  bool Synchronous = false;
+  bool Centigrade = false;  ///< show temperatures in degrees Celsius instead of Fahrenheit
+  bool Reverse = false;
+  bool HalfStep = false;
+  double WindSpeedCloseD = 0;     ///< miles per hour; above it the wind word is "Windy"
+  std::int32_t MaxCloudTemp = 0;  ///< read at start, never written afterwards
+  double StepTime = 0;
+  std::int32_t Position = 0;  ///< leftover; written back at shutdown
+  double WindSpeedWarn = 0;   ///< miles per hour; above it the wind word is "Breeze"
+  double Temp = 0;            ///< leftover; written back at shutdown
+  double MaxInc = 0;
+  bool AlwaysOnTop = false;    ///< keep the panel above other windows
+  std::int32_t Left = 0;       ///< panel, left edge in screen pixels; read when the panel is placed
+  std::int32_t Top = 0;        ///< panel, top edge in screen pixels; read when the panel is placed
+  bool AdvancedSetup = false;  ///< open the setup dialog in its advanced layout
+  bool CanTempComp = false;
+  bool CanTemp = false;
+  bool CanStepSize = false;
+  bool CanHalt = false;
+  double TempMax = 0;
+  std::int32_t WindsAvgCnt = 0;    ///< working cycles in the wind average
+  std::int32_t TempsAvgCount = 0;  ///< frames in one block average, 1 to 300
+  std::int32_t BacklashComp = 0;
+  bool BacklashDir = false;
+  std::int32_t TempSteps = 0;
+  double TPTempHysteresis = 0;  ///< degrees; sent to the unit in tenths
+  double TPTempOffset = 0;
+  double Thermistor_A = 0;  ///< stored for the setup dialog; the unit sends degrees already
+  double Thermistor_B = 0;
+  double Thermistor_C = 0;
+  double Joystick_slopeR = 0;
+  double Joystick_interceptR = 0;
+  double ThermistorR_A = 0;
+  double ThermistorR_B = 0;
+  double ThermistorR_C = 0;
+  std::int32_t RainThreshold = 0;       ///< counts
+  std::int32_t WindThreshold = 0;       ///< counts
+  std::int32_t LightThreshold = 0;      ///< counts
+  std::int32_t WindTimer = 0;           ///< kept by the unit
+  std::int32_t WindMultiplier = 0;      ///< miles per hour are count × this ÷ 10
+  std::int32_t PartCloudyDegC = 0;      ///< degrees Celsius; from this difference on the sky is "Clear"
+  std::int32_t FullCloudyDegC = 0;      ///< degrees Celsius; up to this difference the sky is "Cloudy"
+  double CloudsThreshold = 0;           ///< degrees Celsius
+  std::int32_t DemoMode = 0;            ///< 1: the built-in lines stand in for the unit
+  std::int32_t g_bchkEnableSounds = 0;  ///< master switch of the alerts
+  std::int32_t g_bchkRepeatSounds = 0;
+  std::int32_t g_bchkRainSounds = 0;
+  std::int32_t g_bchkWindSounds = 0;
+  std::int32_t g_bchkLightSounds = 0;
+  std::int32_t g_bchkCloudSounds = 0;
+  std::int32_t g_bchkRelaySounds = 0;
+  std::string g_sRainSounds;
+  std::string g_sWindSounds;
+  std::string g_sLightSounds;
+  std::string g_sCloudSounds;
+  std::string g_sRelaySounds;
+  std::int32_t RainOnTime = 0;  ///< kept by the unit
+  std::int32_t g_bchkRainApp = 0;
+  std::int32_t g_bchkWindApp = 0;
+  std::int32_t g_bchkLightApp = 0;
+  std::int32_t g_bchkCloudApp = 0;
+  std::int32_t g_bchkRelayApp = 0;
+  std::int32_t g_bchkRepeatApp = 0;
+  std::string g_sRainApp;
+  std::string g_sWindApp;
+  std::string g_sLightApp;
+  std::string g_sCloudApp;
+  std::string g_sRelayApp;
+  std::string g_sPWS_name;
+  std::string g_sWEBcam_name;
+  std::string g_sPWS_password;  ///< secret: never logged, shown or listed
+  std::string g_sPWS_site;
+  std::string g_sWEBcam_site;
+  std::int32_t g_bAllow_PWS = 0;
+  std::int32_t g_bAllow_WEB = 0;
+  std::int32_t g_lFullLog = 0;     ///< 1: a line for each working cycle
+  std::int32_t g_lOneLineLog = 0;  ///< 1: a file that always holds the latest record
+  std::string g_sFullLogPath;
+  std::string g_sOneLineLogPath;
+  std::int32_t g_lPWSUpdate_interval_index = 0;
+  std::int32_t g_lWEBUpdate_interval_index = 0;
+  std::int32_t AutoConnect = 0;  ///< 1: connect at start and reconnect by itself
+};
+
+}  // namespace orvalis

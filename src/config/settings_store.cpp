@@ -1,0 +1,151 @@
+#include "config/settings_store.h"
+
+#include <array>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+namespace {
+
+/// The keys that the setup dialog saves, in the order of writing; one is written twice.
+constexpr std::array<std::string_view, 64> kSetupKeys{
+    "WindSpeedCloseD",
+    "StepTime",
+    "WindSpeedWarn",
+    "MaxInc",
+    "Absolute",
+    "Synchronous",
+    "Centigrade",
+    "Reverse",
+    "HalfStep",
+    "TPTempHysteresis",
+    "Joystick_slopeR",
+    "TPTempOffset",
+    "Joystick_interceptR",
+    "Thermistor_A",
+    "Thermistor_B",
+    "Thermistor_C",
+    "ThermistorR_A",
+    "ThermistorR_B",
+    "ThermistorR_C",
+    "AlwaysOnTop",
+    "AdvancedSetup",
+    "CanTempComp",
+    "CanTemp",
+    "CanStepSize",
+    "CanHalt",
+    "BacklashDir",
+    "TempMax",
+    "WindsAvgCnt",
+    "TempsAvgCount",
+    "BacklashComp",
+    "TempSteps",
+    "WindTimer",
+    "RainOnTime",
+    "WindMultiplier",
+    "PartCloudyDegC",
+    "FullCloudyDegC",
+    "CloudsThreshold",
+    "g_bchkEnableSounds",
+    "g_bchkRepeatSounds",
+    "g_bchkRainSounds",
+    "g_bchkWindSounds",
+    "g_bchkLightSounds",
+    "g_bchkCloudSounds",
+    "g_bchkRelaySounds",
+    "g_sRainSounds",
+    "g_sWindSounds",
+    "g_sLightSounds",
+    "g_sCloudSounds",
+    "g_sRelaySounds",
+    "g_bchkCloudSounds",
+    "RainThreshold",
+    "WindThreshold",
+    "LightThreshold",
+    "g_bchkRainApp",
+    "g_bchkWindApp",
+    "g_bchkLightApp",
+    "g_bchkCloudApp",
+    "g_sRainApp",
+    "g_sWindApp",
+    "g_sLightApp",
+    "g_sCloudApp",
+    "g_bchkRelayApp",
+    "g_sRelayApp",
+    "g_bchkRepeatApp",
+};
+
+const SettingKey& Require(std::string_view name) {
+  const SettingKey* key = FindSettingKey(name);
+  if (key == nullptr) {
+    throw RunTimeError(RunTimeError::kSubscriptOutOfRange, "there is no setting \"" + std::string(name) + "\"");
+  }
+  return *key;
+}
+
+}  // namespace
+
+bool SettingsStore::HasCurrentLayout() const { return Get(Require(kLayoutKey)) == kLayoutVersion; }
+
+void SettingsStore::EnsureLayout() {
+  if (HasCurrentLayout()) return;
+  // The stamp goes first and must not be found without its keys after a crash: all or nothing.
+  Profile::Batch batch(profile_);
+  for (const SettingKey& key : SettingKeys()) {
+    if (!key.default_text) continue;
+    profile_.WriteValue(kDriverId, key.name, DefaultText(key, program_folder_, locale_), key.subkey);
+  }
+  batch.Commit();
+}
+
+Settings SettingsStore::LoadSettings() {
+  EnsureLayout();
+  Settings settings;
+  for (const SettingKey& key : SettingKeys()) {
+    if (!key.default_text || key.name == kLayoutKey || key.name == "Left" || key.name == "Top") continue;
+    if (key.name == "AutoConnect") {
+      // Stores of older layouts lack it, and whoever wrote garbage there did not mean "connect".
+      try {
+        LoadKey(key, settings);
+      } catch (const RunTimeError&) {
+        settings.AutoConnect = 0;
+        Write(key.name, settings);
+      }
+      continue;
+    }
+    LoadKey(key, settings);
+  }
+  return settings;
+}
+
+std::string SettingsStore::Get(const SettingKey& key) const {
+  return profile_.GetValue(kDriverId, key.name, key.subkey);
+}
+
+void SettingsStore::Load(std::string_view name, Settings& settings) const { LoadKey(Require(name), settings); }
+
+void SettingsStore::LoadKey(const SettingKey& key, Settings& settings) const {
+  const std::string text = Get(key);
+  try {
+    SetFromText(key, text, locale_, settings);
+  } catch (const RunTimeError& error) {
+    throw RunTimeError(error.number(), profile_.Location() + ": the setting \"" + std::string(key.name) +
+                                           "\" cannot be used: " + error.what());
+  }
+}
+
+void SettingsStore::Write(std::string_view name, const Settings& settings) {
+  WriteText(name, ToText(Require(name), settings, locale_));
+}
+
+void SettingsStore::WriteText(std::string_view name, std::string_view text) {
+  profile_.WriteValue(kDriverId, name, text, Require(name).subkey);
+}
+
+void SettingsStore::SaveSetupSettings(const Settings& settings) {
+  Profile::Batch batch(profile_);
+  for (const std::string_view name : kSetupKeys) Write(name, settings);
+  batch.Commit();
+}
+
+}  // namespace orvalis

@@ -1,0 +1,173 @@
+#include "config/settings_table.h"
+
+#include <algorithm>
+#include <array>
+
+namespace orvalis {
+namespace {
+
+constexpr std::string_view kRoot = "";
+constexpr std::string_view kCapabilities = "Capabilities";
+constexpr std::nullopt_t kNoDefault = std::nullopt;
+constexpr std::monostate kStoreOnly;
+
+// clang-format off
+constexpr std::array<SettingKey, 91> kKeys{{
+    {"RegVer", kRoot, KeyType::kText, kLayoutVersion, kStoreOnly},
+    {"Absolute", kRoot, KeyType::kBoolean, "True", &Settings::Absolute},
+    {"Synchronous", kRoot, KeyType::kBoolean, "False", &Settings::Synchronous},
+    {"Centigrade", kRoot, KeyType::kBoolean, "False", &Settings::Centigrade},
+    {"Reverse", kRoot, KeyType::kBoolean, "False", &Settings::Reverse},
+    {"HalfStep", kRoot, KeyType::kBoolean, "False", &Settings::HalfStep},
+    {"WindSpeedCloseD", kRoot, KeyType::kReal, "12.0", &Settings::WindSpeedCloseD},
+    {"MaxCloudTemp", kRoot, KeyType::kInteger, "5", &Settings::MaxCloudTemp},
+    {"StepTime", kRoot, KeyType::kReal, "0.278", &Settings::StepTime},
+    {"Position", kRoot, KeyType::kInteger, "500", &Settings::Position},
+    {"WindSpeedWarn", kRoot, KeyType::kReal, "8.0", &Settings::WindSpeedWarn},
+    {"Temp", kRoot, KeyType::kReal, "5.0", &Settings::Temp},
+    {"MaxInc", kRoot, KeyType::kReal, "1", &Settings::MaxInc},
+    {"AlwaysOnTop", kRoot, KeyType::kBoolean, "True", &Settings::AlwaysOnTop},
+    {"Left", kRoot, KeyType::kInteger, "100", &Settings::Left},
+    {"Top", kRoot, KeyType::kInteger, "100", &Settings::Top},
+    {"AdvancedSetup", kRoot, KeyType::kBoolean, "False", &Settings::AdvancedSetup},
+    {"CanTempComp", kCapabilities, KeyType::kBoolean, "True", &Settings::CanTempComp},
+    {"CanTemp", kCapabilities, KeyType::kBoolean, "True", &Settings::CanTemp},
+    {"CanStepSize", kCapabilities, KeyType::kBoolean, "True", &Settings::CanStepSize},
+    {"CanHalt", kCapabilities, KeyType::kBoolean, "True", &Settings::CanHalt},
+    {"TempMax", kCapabilities, KeyType::kReal, "5.0", &Settings::TempMax},
+    {"WindsAvgCnt", kCapabilities, KeyType::kInteger, "1", &Settings::WindsAvgCnt},
+    {"TempsAvgCount", kCapabilities, KeyType::kInteger, "1", &Settings::TempsAvgCount},
+    {"BacklashComp", kCapabilities, KeyType::kInteger, "5", &Settings::BacklashComp},
+    {"BacklashDir", kCapabilities, KeyType::kBoolean, "True", &Settings::BacklashDir},
+    {"TempSteps", kCapabilities, KeyType::kInteger, "10", &Settings::TempSteps},
+    {"TPTempHysteresis", kRoot, KeyType::kReal, "2.0", &Settings::TPTempHysteresis},
+    {"TPTempOffset", kRoot, KeyType::kReal, "8.0", &Settings::TPTempOffset},
+    {"Thermistor_A", kRoot, KeyType::kReal, "-0.00045015253", &Settings::Thermistor_A},
+    {"Thermistor_B", kRoot, KeyType::kReal, "0.000472700220", &Settings::Thermistor_B},
+    {"Thermistor_C", kRoot, KeyType::kReal, "-0.000000713329", &Settings::Thermistor_C},
+    {"Joystick_slopeR", kRoot, KeyType::kReal, "707", &Settings::Joystick_slopeR},
+    {"Joystick_interceptR", kRoot, KeyType::kReal, "6.16", &Settings::Joystick_interceptR},
+    {"ThermistorR_A", kRoot, KeyType::kReal, "0.002365398200", &Settings::ThermistorR_A},
+    {"ThermistorR_B", kRoot, KeyType::kReal, "0.000034852743", &Settings::ThermistorR_B},
+    {"ThermistorR_C", kRoot, KeyType::kReal, "0.000000827387", &Settings::ThermistorR_C},
+    {"RainThreshold", kRoot, KeyType::kInteger, "350", &Settings::RainThreshold},
+    {"WindThreshold", kRoot, KeyType::kInteger, "36", &Settings::WindThreshold},
+    {"LightThreshold", kRoot, KeyType::kInteger, "950", &Settings::LightThreshold},
+    {"WindTimer", kRoot, KeyType::kInteger, "122", &Settings::WindTimer},
+    {"WindMultiplier", kRoot, KeyType::kInteger, "9", &Settings::WindMultiplier},
+    {"PartCloudyDegC", kRoot, KeyType::kInteger, "22", &Settings::PartCloudyDegC},
+    {"FullCloudyDegC", kRoot, KeyType::kInteger, "19", &Settings::FullCloudyDegC},
+    {"CloudsThreshold", kRoot, KeyType::kReal, "-5", &Settings::CloudsThreshold},
+    {"DemoMode", kRoot, KeyType::kInteger, "0", &Settings::DemoMode},
+    {"g_bchkEnableSounds", kRoot, KeyType::kInteger, "0", &Settings::g_bchkEnableSounds},
+    {"g_bchkRepeatSounds", kRoot, KeyType::kInteger, "0", &Settings::g_bchkRepeatSounds},
+    {"g_bchkRainSounds", kRoot, KeyType::kInteger, "0", &Settings::g_bchkRainSounds},
+    {"g_bchkWindSounds", kRoot, KeyType::kInteger, "0", &Settings::g_bchkWindSounds},
+    {"g_bchkLightSounds", kRoot, KeyType::kInteger, "0", &Settings::g_bchkLightSounds},
+    {"g_bchkCloudSounds", kRoot, KeyType::kInteger, "0", &Settings::g_bchkCloudSounds},
+    {"g_bchkRelaySounds", kRoot, KeyType::kInteger, "0", &Settings::g_bchkRelaySounds},
+    {"g_sRainSounds", kRoot, KeyType::kText, "", &Settings::g_sRainSounds},
+    {"g_sWindSounds", kRoot, KeyType::kText, "", &Settings::g_sWindSounds},
+    {"g_sLightSounds", kRoot, KeyType::kText, "", &Settings::g_sLightSounds},
+    {"g_sCloudSounds", kRoot, KeyType::kText, "", &Settings::g_sCloudSounds},
+    {"g_sRelaySounds", kRoot, KeyType::kText, "", &Settings::g_sRelaySounds},
+    {"RainOnTime", kRoot, KeyType::kInteger, "60", &Settings::RainOnTime},
+    {"g_bchkRainApp", kRoot, KeyType::kInteger, "0", &Settings::g_bchkRainApp},
+    {"g_bchkWindApp", kRoot, KeyType::kInteger, "0", &Settings::g_bchkWindApp},
+    {"g_bchkLightApp", kRoot, KeyType::kInteger, "0", &Settings::g_bchkLightApp},
+    {"g_bchkCloudApp", kRoot, KeyType::kInteger, "0", &Settings::g_bchkCloudApp},
+    {"g_bchkRelayApp", kRoot, KeyType::kInteger, "0", &Settings::g_bchkRelayApp},
+    {"g_bchkRepeatApp", kRoot, KeyType::kInteger, "0", &Settings::g_bchkRepeatApp},
+    {"g_sRainApp", kRoot, KeyType::kText, "", &Settings::g_sRainApp},
+    {"g_sWindApp", kRoot, KeyType::kText, "", &Settings::g_sWindApp},
+    {"g_sLightApp", kRoot, KeyType::kText, "", &Settings::g_sLightApp},
+    {"g_sCloudApp", kRoot, KeyType::kText, "", &Settings::g_sCloudApp},
+    {"g_sRelayApp", kRoot, KeyType::kText, "", &Settings::g_sRelayApp},
+    {"g_sPWS_name", kRoot, KeyType::kText, "Your Wunderground Site ID", &Settings::g_sPWS_name},
+    {"g_sWEBcam_name", kRoot, KeyType::kText, "Your Wunderground Webcam name", &Settings::g_sWEBcam_name},
+    {"g_sPWS_password", kRoot, KeyType::kText, "Your Wunderground Password", &Settings::g_sPWS_password},
+    {"g_sPWS_site", kRoot, KeyType::kText, "http://rtupdate.wunderground.com/weatherstation/updateweatherstation.php", &Settings::g_sPWS_site},
+    {"g_sWEBcam_site", kRoot, KeyType::kText, "ftp://webcam.wunderground.com", &Settings::g_sWEBcam_site},
+    {"g_bAllow_PWS", kRoot, KeyType::kInteger, "0", &Settings::g_bAllow_PWS},
+    {"g_bAllow_WEB", kRoot, KeyType::kInteger, "0", &Settings::g_bAllow_WEB},
+    {"g_lFullLog", kRoot, KeyType::kInteger, "0", &Settings::g_lFullLog},
+    {"g_lOneLineLog", kRoot, KeyType::kInteger, "0", &Settings::g_lOneLineLog},
+    {"g_sFullLogPath", kRoot, KeyType::kText, kProgramFolder, &Settings::g_sFullLogPath},
+    {"g_sOneLineLogPath", kRoot, KeyType::kText, kProgramFolder, &Settings::g_sOneLineLogPath},
+    {"g_lPWSUpdate_interval_index", kRoot, KeyType::kInteger, "0", &Settings::g_lPWSUpdate_interval_index},
+    {"g_lWEBUpdate_interval_index", kRoot, KeyType::kInteger, "3", &Settings::g_lWEBUpdate_interval_index},
+    {"AutoConnect", kRoot, KeyType::kInteger, "0", &Settings::AutoConnect},
+    {"COM Port", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
+    {"g_lPWSUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
+    {"g_lWEBUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
+    {"g_sPWSUpdate_interval_index", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
+    {"g_sPWSUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
+    {"g_sWEBUpdate_interval_index", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
+    {"g_sWEBUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
+}};
+// clang-format on
+
+}  // namespace
+
+std::string_view Name(KeyType type) {
+  switch (type) {
+    case KeyType::kBoolean:
+      return "Boolean";
+    case KeyType::kInteger:
+      return "Integer";
+    case KeyType::kReal:
+      return "Real";
+    case KeyType::kText:
+      return "Text";
+  }
+  return "";
+}
+
+std::span<const SettingKey> SettingKeys() { return kKeys; }
+
+const SettingKey* FindSettingKey(std::string_view name) {
+  const auto found = std::find_if(kKeys.begin(), kKeys.end(), [&](const SettingKey& key) { return key.name == name; });
+  return found == kKeys.end() ? nullptr : &*found;
+}
+
+std::string DefaultText(const SettingKey& key, std::string_view program_folder, NumberLocale locale) {
+  if (!key.default_text) return "";
+  if (*key.default_text == kProgramFolder) return std::string(program_folder);
+  std::string text(*key.default_text);
+  if (key.type == KeyType::kReal) std::replace(text.begin(), text.end(), '.', locale.decimal_separator);
+  return text;
+}
+
+void SetFromText(const SettingKey& key, std::string_view text, NumberLocale locale, Settings& settings) {
+  struct Setter {
+    std::string_view text;
+    NumberLocale locale;
+    Settings& settings;
+    void operator()(std::monostate) const {}
+    void operator()(bool Settings::*member) const { settings.*member = TextToBoolean(text, locale); }
+    void operator()(std::int32_t Settings::*member) const { settings.*member = TextToInteger(text, locale); }
+    void operator()(double Settings::*member) const { settings.*member = TextToReal(text, locale); }
+    void operator()(std::string Settings::*member) const { settings.*member = text; }
+  };
+  std::visit(Setter{text, locale, settings}, key.member);
+}
+
+std::string ToText(const SettingKey& key, const Settings& settings, NumberLocale locale) {
+  struct Getter {
+    const Settings& settings;
+    NumberLocale locale;
+    std::string operator()(std::monostate) const { return ""; }
+    std::string operator()(bool Settings::*member) const { return std::string(BooleanToText(settings.*member)); }
+    std::string operator()(std::int32_t Settings::*member) const { return std::to_string(settings.*member); }
+    std::string operator()(double Settings::*member) const { return RealToText(settings.*member, locale); }
+    std::string operator()(std::string Settings::*member) const { return settings.*member; }
+  };
+  return std::visit(Getter{settings, locale}, key.member);
+}
+
+void CheckText(const SettingKey& key, std::string_view text, NumberLocale locale) {
+  Settings scratch;
+  SetFromText(key, text, locale, scratch);
+}
+
+}  // namespace orvalis

@@ -1,0 +1,68 @@
+#include "config/startup.h"
+
+#include <chrono>
+#include <exception>
+
+namespace orvalis {
+namespace {
+
+constexpr std::chrono::milliseconds kTick{1000};
+/// Where a panel goes that was left beyond the left or upper edge of the screen.
+constexpr std::int32_t kFallbackEdge = 100;
+
+}  // namespace
+
+void Startup::Main() {
+  Profile& profile = parts_.store.profile();
+  profile.SetDeviceType(kDeviceType);
+  profile.Register(kDriverId, kDriverDescription);
+  parts_.settings = parts_.store.LoadSettings();
+  if (parts_.window != nullptr) PlacePanel();
+  parts_.poll_timer.SetInterval(kTick);
+  parts_.second_timer.SetInterval(kTick);
+  parts_.poll_timer.SetEnabled(true);
+  const bool in_demo_mode = parts_.demo_override || parts_.settings.DemoMode == 1;
+  if (AutoConnect() && !in_demo_mode) parts_.connector.Connect();
+  parts_.second_timer.SetEnabled(true);
+}
+
+void Startup::PlacePanel() {
+  parts_.store.Load("Left", parts_.settings);
+  parts_.store.Load("Top", parts_.settings);
+  // Only an edge beyond the left or the top is corrected: a second screen may be off today and back tomorrow.
+  const auto correct = [&](std::int32_t& edge, const char* key) {
+    if (edge >= 0) return;
+    edge = kFallbackEdge;
+    parts_.store.Write(key, parts_.settings);
+  };
+  correct(parts_.settings.Left, "Left");
+  correct(parts_.settings.Top, "Top");
+  parts_.window->SetAlwaysOnTop(parts_.settings.AlwaysOnTop);
+  parts_.window->Place(parts_.settings.Left, parts_.settings.Top);
+  parts_.window->Show();
+}
+
+void Startup::Shutdown() noexcept {
+  if (shutting_down_) return;
+  shutting_down_ = true;
+  parts_.poll_timer.SetEnabled(false);
+  parts_.second_timer.SetEnabled(false);
+  try {
+    SaveState();
+  } catch (const std::exception&) {
+    // The place of the panel is not worth keeping an ending program alive for.
+  }
+  parts_.connector.Disconnect();
+}
+
+void Startup::SaveState() {
+  parts_.store.Write("Position", parts_.settings);
+  parts_.store.Write("Temp", parts_.settings);
+  if (parts_.window == nullptr) return;
+  parts_.settings.Left = parts_.window->Left();
+  parts_.settings.Top = parts_.window->Top();
+  parts_.store.Write("Left", parts_.settings);
+  parts_.store.Write("Top", parts_.settings);
+}
+
+}  // namespace orvalis

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+
+#include "acquisition/connector.h"
+#include "base/interval_timer.h"
+#include "config/settings.h"
+#include "config/settings_store.h"
+
+namespace orvalis {
+
+/// The main panel's window as start-up and shutdown see it. Edges are in screen pixels.
+class PanelWindow {
+ public:
+  virtual ~PanelWindow() = default;
+  virtual void Place(int left, int top) = 0;
+  virtual void SetAlwaysOnTop(bool on) = 0;
+  virtual void Show() = 0;
+  [[nodiscard]] virtual int Left() const = 0;
+  [[nodiscard]] virtual int Top() const = 0;
+};
+
+/// Brings the program up and down, in fixed orders.
+class Startup {
+ public:
+  struct Parts {
+    SettingsStore& store;
+    Settings& settings;
+    PanelWindow* window;  ///< none when headless
+    IntervalTimer& poll_timer;
+    IntervalTimer& second_timer;
+    Connector& connector;
+    bool auto_connect_override = false;  ///< connect and reconnect in this run, whatever the setting says
+    bool demo_override = false;          ///< demo mode for this run
+  };
+
+  explicit Startup(const Parts& parts) : parts_(parts) {}
+
+  /// Registers the driver, loads the settings, places and shows the panel, arms the timers and connects where that is
+  /// wanted. Throws RunTimeError when the profile fails or holds a value that cannot be used: the program must not run.
+  void Main();
+
+  /// Stops the work, keeps the panel's place and closes the link. Never throws: the program ends in any case.
+  void Shutdown() noexcept;
+
+  [[nodiscard]] bool shutting_down() const { return shutting_down_; }
+  /// Whether the link is to be connected again when it is lost.
+  [[nodiscard]] bool AutoConnect() const { return parts_.auto_connect_override || parts_.settings.AutoConnect == 1; }
+
+ private:
+  void PlacePanel();
+  void SaveState();
+
+  Parts parts_;
+  bool shutting_down_ = false;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,284 @@
+// Builds the parts of the program and connects them. The only place that knows everybody.
+
+#include <unistd.h>
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPixmap>
+#include <QStandardPaths>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "acquisition/auto_reconnect.h"
+#include "acquisition/connector.h"
+#include "acquisition/error_boundary.h"
+#include "acquisition/panel_model.h"
+#include "acquisition/poll_cycle.h"
+#include "acquisition/sensor_link.h"
+#include "acquisition/unit_commands.h"
+#include "acquisition/weather_state.h"
+#include "base/event_list.h"
+#include "base/run_time_error.h"
+#include "config/profile_command.h"
+#include "config/settings.h"
+#include "config/settings_store.h"
+#include "config/startup.h"
+#include "headless/reading_lines.h"
+#include "platform/linux/ini_profile.h"
+#include "platform/linux/line_output.h"
+#include "platform/linux/qt_serial_port.h"
+#include "platform/linux/stop_signals.h"
+#include "platform/qt/command_line.h"
+#include "platform/qt/qt_clock.h"
+#include "platform/qt/qt_event_loop.h"
+#include "ui/frm_hand_box.h"
+
+namespace orvalis {
+namespace {
+
+constexpr int kExitOk = 0;
+constexpr int kExitFailed = 1;
+constexpr int kExitUsage = 2;
+
+NumberLocale UserLocale() {
+  const QString separator = QLocale::system().decimalPoint();
+  return {.decimal_separator = separator == "," ? ',' : '.'};
+}
+
+QString ProfileFolder(const CommandLine& line) {
+  if (line.profile_folder) return QString::fromStdString(*line.profile_folder);
+  if (const QString folder = qEnvironmentVariable("ORVALIS_PROFILE_DIR"); !folder.isEmpty()) return folder;
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+}
+
+/// Where logs and pictures go unless the user chooses: beside the executable where that is allowed, as it is for a
+/// program unpacked into a folder of its own, otherwise in the user's data folder.
+std::string ProgramFolder() {
+  const QString beside = QCoreApplication::applicationDirPath();
+  if (QFileInfo(beside).isWritable()) return beside.toStdString();
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/orvalis";
+}
+
+/// The panel's window for start-up and shutdown.
+class PlacedPanel : public PanelWindow {
+ public:
+  explicit PlacedPanel(frmHandBox& form) : form_(form) {}
+  void Place(int left, int top) override { form_.move(left, top); }
+  void SetAlwaysOnTop(bool on) override { form_.SetAlwaysOnTop(on); }
+  void Show() override { form_.show(); }
+  [[nodiscard]] int Left() const override { return form_.x(); }
+  [[nodiscard]] int Top() const override { return form_.y(); }
+
+ private:
+  frmHandBox& form_;
+};
+
+/// The running program: every part, in the order in which they need each other.
+class Program {
+ public:
+  explicit Program(const CommandLine& line)
+      : line_(line),
+        profile_(ProfileFolder(line)),
+        store_(profile_, ProgramFolder(), UserLocale()),
+        events_(clock_),
+        boundary_(panel_, events_),
+        link_({.port = port_, .loop = loop_, .store = store_, .panel = panel_, .events = events_, .options = options_},
+              line.port),
+        connector_(link_, boundary_),
+        reconnect_({.link = link_, .connector = connector_, .panel = panel_, .events = events_, .clock = clock_}),
+        poll_({.loop = loop_,
+               .clock = clock_,
+               .link = link_,
+               .settings = settings_,
+               .weather = weather_,
+               .panel = panel_,
+               .events = events_,
+               .boundary = boundary_,
+               .locale = store_.locale(),
+               .demo_override = line.demo}),
+        poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
+        second_timer_([this] {
+          Tick("reconnecting", [this] { reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode()); });
+        }) {
+    if (line.headless) {
+      SpeakOnStandardOutput();
+    } else {
+      OpenPanel();
+    }
+    startup_.emplace(Startup::Parts{.store = store_,
+                                    .settings = settings_,
+                                    .window = window_.get(),
+                                    .poll_timer = poll_timer_,
+                                    .second_timer = second_timer_,
+                                    .connector = connector_,
+                                    .auto_connect_override = line.headless || line.port.has_value(),
+                                    .demo_override = line.demo});
+  }
+
+  int Run() {
+    startup_->Main();
+    if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
+    Refresh();
+    const StopSignals signals([] { QCoreApplication::exit(kExitOk); });
+    const int code = QCoreApplication::exec();
+    startup_->Shutdown();
+    return code;
+  }
+
+ private:
+  template <typename Work>
+  void Tick(std::string_view doing, Work work) {
+    boundary_.Run(doing, work);
+    Refresh();
+  }
+
+  void Refresh() {
+    if (form_) form_->Refresh();
+  }
+
+  void SpeakOnStandardOutput() {
+    poll_.Listen([this](const SensorFrame& frame) {
+      const Reading reading{
+          .time = clock_.LocalNow(), .weather = weather_, .frame = frame, .connected = link_.Connected()};
+      output_.Write(line_.json ? ReadingJson(reading) : ReadingText(reading));
+    });
+    const bool say_twice = !StandardErrorIsStandardOutput();
+    events_.Listen([this, say_twice](const Event& event) {
+      output_.Write(line_.json ? EventJson(event) : EventText(event));
+      if (say_twice) error_output_.Write("orvalis: " + event.text);
+    });
+  }
+
+  void OpenPanel() {
+    form_ = std::make_unique<frmHandBox>(panel_);
+    window_ = std::make_unique<PlacedPanel>(*form_);
+    QObject::connect(form_.get(), &frmHandBox::ConnectToggled, form_.get(), [this](bool on) {
+      if (on) {
+        connector_.Connect([this](bool) { Refresh(); });
+      } else {
+        connector_.Disconnect();
+      }
+      Refresh();
+    });
+    QObject::connect(form_.get(), &frmHandBox::Closing, form_.get(), [] { QCoreApplication::exit(kExitOk); });
+    events_.Listen([this](const Event& event) { form_->AppendEvent(event); });
+    poll_.Listen([this](const SensorFrame&) {
+      Refresh();
+      if (line_.picture) TakePicture();
+    });
+    if (line_.picture) {
+      constexpr std::chrono::seconds kLongestWait{30};
+      loop_.CallAfter(kLongestWait, [] {
+        std::cerr << "orvalis: no values came within 30 seconds, so there is no picture\n";
+        QCoreApplication::exit(kExitFailed);
+      });
+    }
+  }
+
+  void TakePicture() {
+    const QString file = QString::fromStdString(*line_.picture);
+    const bool saved = form_->grab().save(file);
+    if (!saved) std::cerr << "orvalis: cannot write the picture " << *line_.picture << '\n';
+    QCoreApplication::exit(saved ? kExitOk : kExitFailed);
+  }
+
+  CommandLine line_;
+  QtEventLoop loop_;
+  QtClock clock_;
+  QtSerialPort port_;
+  IniProfile profile_;
+  SettingsStore store_;
+  Settings settings_;
+  WeatherState weather_;
+  PanelModel panel_;
+  UnitOptions options_;
+  EventList events_;
+  ErrorBoundary boundary_;
+  SensorLink link_;
+  Connector connector_;
+  AutoReconnect reconnect_;
+  PollCycle poll_;
+  QtIntervalTimer poll_timer_;
+  QtIntervalTimer second_timer_;
+  LineOutput output_{STDOUT_FILENO};
+  LineOutput error_output_{STDERR_FILENO};
+  std::unique_ptr<frmHandBox> form_;
+  std::unique_ptr<PlacedPanel> window_;
+  std::optional<Startup> startup_;
+};
+
+int RunProfile(const CommandLine& line) {
+  IniProfile profile(ProfileFolder(line));
+  SettingsStore store(profile, ProgramFolder(), UserLocale());
+  return RunProfileCommand(line.profile, store, std::cin, std::cout, std::cerr);
+}
+
+/// Says why the program cannot run; in a window too when it was not started from a terminal, because nobody would see
+/// it otherwise.
+int FailToStart(const std::exception& error) {
+  std::cerr << "orvalis: " << error.what() << '\n';
+  const bool seen = isatty(STDERR_FILENO) == 1;
+  const bool has_window = qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr &&
+                          QGuiApplication::platformName() != "offscreen";
+  if (has_window && !seen) QMessageBox::critical(nullptr, "Orvalis", QString::fromUtf8(error.what()));
+  return kExitFailed;
+}
+
+bool DisplayExpected() {
+  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+int Run(int argc, char** argv) {
+  const auto parsed = ParseCommandLine({argv, argv + argc});
+  if (const auto* error = std::get_if<CommandLineError>(&parsed)) {
+    std::cerr << "orvalis: " << error->text << '\n' << Usage();
+    return kExitUsage;
+  }
+  const auto& line = std::get<CommandLine>(parsed);
+  if (line.action == CommandLine::Action::kHelp) {
+    std::cout << Usage();
+    return kExitOk;
+  }
+  if (line.action == CommandLine::Action::kVersion) {
+    std::cout << "Orvalis " ORVALIS_VERSION "\n";
+    return kExitOk;
+  }
+  const bool windowed = line.action == CommandLine::Action::kRun && !line.headless;
+  if (windowed && !DisplayExpected()) {
+    std::cerr << "orvalis: there is no display for the panel; start it in a desktop, or with --headless\n";
+    return kExitFailed;
+  }
+  // A reader of our output who goes away must not take the program with him.
+  std::signal(SIGPIPE, SIG_IGN);
+
+  // The words of the command line are ours; Qt gets the program's name alone.
+  int qt_argc = 1;
+  const std::unique_ptr<QCoreApplication> application =
+      windowed ? std::make_unique<QApplication>(qt_argc, argv) : std::make_unique<QCoreApplication>(qt_argc, argv);
+  QCoreApplication::setApplicationName("orvalis");
+  QCoreApplication::setApplicationVersion(ORVALIS_VERSION);
+  try {
+    if (line.action == CommandLine::Action::kProfile) return RunProfile(line);
+    if (windowed) QApplication::setQuitOnLastWindowClosed(false);
+    Program program(line);
+    return program.Run();
+  } catch (const std::exception& error) {
+    return FailToStart(error);
+  }
+}
+
+}  // namespace
+}  // namespace orvalis
+
+int main(int argc, char** argv) { return orvalis::Run(argc, argv); }

@@ -1,0 +1,60 @@
+#include "platform/linux/stop_signals.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <QSocketNotifier>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <stdexcept>
+#include <utility>
+
+namespace orvalis {
+namespace {
+
+constexpr std::array kStopSignals{SIGINT, SIGTERM, SIGHUP};
+
+// A signal handler reaches nothing but globals: the writing and the reading end of a pipe to the event loop.
+volatile int g_write_end = -1;
+int g_read_end = -1;
+
+void TellEventLoop(int /*signal*/) {
+  const int saved = errno;
+  const char byte = 0;
+  // Nothing can be done about a full pipe, and then the loop has been told already.
+  [[maybe_unused]] const ssize_t written = write(g_write_end, &byte, 1);
+  errno = saved;
+}
+
+void Install(void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  action.sa_flags = SA_RESTART;
+  for (const int signal : kStopSignals) sigaction(signal, &action, nullptr);
+}
+
+}  // namespace
+
+StopSignals::StopSignals(std::function<void()> stop) : stop_(std::move(stop)) {
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) throw std::runtime_error("no pipe for the stop signals");
+  g_read_end = ends[0];
+  g_write_end = ends[1];
+  auto* notifier = new QSocketNotifier(g_read_end, QSocketNotifier::Read, this);
+  connect(notifier, &QSocketNotifier::activated, this, [this] {
+    std::array<char, 16> bytes{};
+    [[maybe_unused]] const ssize_t count = read(g_read_end, bytes.data(), bytes.size());
+    stop_();
+  });
+  Install(TellEventLoop);
+}
+
+StopSignals::~StopSignals() {
+  Install(SIG_DFL);
+  close(std::exchange(g_read_end, -1));
+  close(g_write_end);
+  g_write_end = -1;
+}
+
+}  // namespace orvalis

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "config/profile_command.h"
+
+namespace orvalis {
+
+/// What the command line asks for.
+struct CommandLine {
+  enum class Action { kRun, kProfile, kVersion, kHelp };
+
+  Action action = Action::kRun;
+  bool headless = false;
+  bool json = false;
+  bool demo = false;
+  std::optional<std::string> port;
+  std::optional<std::string> profile_folder;
+  std::optional<std::string> picture;  ///< write a picture of the panel here after the first values, and end
+  ProfileCommand profile;
+};
+
+/// A command line that makes no sense: why, in one line.
+struct CommandLineError {
+  std::string text;
+};
+
+/// `arguments` begin with the program's name.
+[[nodiscard]] std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<std::string>& arguments);
+
+[[nodiscard]] std::string Usage();
+
+}  // namespace orvalis

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "base/clock.h"
+
+namespace orvalis {
+
+/// The system's clock and time zone.
+class QtClock : public Clock {
+ public:
+  [[nodiscard]] CivilTime LocalNow() const override;
+  [[nodiscard]] CivilTime UtcNow() const override;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,110 @@
+#include "scenario.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "night_scenario.h"
+
+namespace orvalis_unit {
+namespace {
+
+TEST(Scenario, LinesBetweenPointsStepsForFlagsAndAllOverAgain) {
+  const auto scenario = Scenario::Parse(
+      "# a comment, and a Windows line end\r\n"
+      "period 1:00:00\r\n"
+      "\n"
+      "0:20 TA 20   # out of order\n"
+      "0:10 TA 10\n"
+      "600 RB 1\n"
+      "0:20:30 RB auto\n"
+      "0 TTP 5\n"
+      "100 TTP none\n"
+      "200 TTP 8\n",
+      "test");
+  struct Case {
+    Field field;
+    double seconds;
+    std::optional<double> value;
+  };
+  const Case cases[] = {
+      {Field::kAmbient, 0, 10.0},        {Field::kAmbient, 600, 10.0},        {Field::kAmbient, 750, 12.5},
+      {Field::kAmbient, 1200, 20.0},     {Field::kAmbient, 3599, 20.0},       {Field::kAmbient, 3600, 10.0},
+      {Field::kAmbient, 7200 + 900, 15}, {Field::kRelay, 599, std::nullopt},  {Field::kRelay, 600, 1.0},
+      {Field::kRelay, 1229, 1.0},        {Field::kRelay, 1230, std::nullopt}, {Field::kWind, 5, std::nullopt},
+      {Field::kBody, 99, 5.0},           {Field::kBody, 150, kNoReading},     {Field::kBody, 200, 8.0},
+  };
+  for (const Case& c : cases) EXPECT_EQ(scenario.At(c.field, c.seconds), c.value) << c.seconds;
+}
+
+TEST(Scenario, OnePointIsPlayedForever) {
+  const auto scenario = Scenario::Parse("0 R 640\n", "test");
+  EXPECT_EQ(scenario.At(Field::kRain, 1e6), 640.0);
+}
+
+TEST(Scenario, ErrorsNameTheFileAndTheLine) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"0 R 1\n0:60 R 2\n", "test:2: \"0:60\" is not a time"},
+      {"0 Q 1\n", "test:1: there is no field \"Q\""},
+      {"\n\n0 R\n", "test:3: expected: time field value"},
+      {"0 R auto\n", "test:1: R takes a whole number from 0 to 1023"},
+      {"0 R 5 6\n", "test:1: expected"},
+      {"0 R 5\n0:00 R 6\n", "test:2: R was given for the same time in line 1"},
+      {"0 TA 5\n2:00 TA 6\nperiod 1:00\n", "test:2: this is after the end of the period, 1:00:00"},
+      {"period 0\n", "test:1: period must be longer"},
+      {"period 10\nperiod 20\n", "test:2: period was given in line 1"},
+      {"-5 R 1\n", "test:1: \"-5\" is not a time"},
+  };
+  for (const auto& [text, message] : cases) {
+    try {
+      Scenario::Parse(text, "test");
+      ADD_FAILURE() << "taken: " << text;
+    } catch (const ScenarioError& error) {
+      EXPECT_EQ(std::string(error.what()).find(message), 0U) << error.what();
+    }
+  }
+  EXPECT_THROW(Scenario::Load("/nonexistent/night"), ScenarioError);
+  EXPECT_THROW(Scenario::Load("/"), ScenarioError);
+}
+
+// The figures that a program with its settings untouched goes by: clear from 22 degrees of difference between air and
+// sky and cloudy up to 19, rain above 370, windy above 13 counts, dark above 950 and day up to 200.
+TEST(Scenario, TheShippedOnesShowWhatTheirNamesSay) {
+  const auto night = Scenario::Parse(NightScenario(), "night.scenario");
+  const auto shipped = [](const char* name) {
+    return Scenario::Load(std::string(ORVALIS_UNIT_SCENARIOS "/") + name + ".scenario");
+  };
+  const double hour = 3600;
+  struct Case {
+    Scenario scenario;
+    double time;
+    bool clear, cloudy, windy, rain, dark, day;
+  };
+  const Case cases[] = {
+      {night, 0, true, false, false, false, false, true},
+      {night, 2 * hour, true, false, false, false, true, false},
+      {night, 4 * hour, false, true, false, false, true, false},
+      {night, 4.8 * hour, false, true, true, false, true, false},
+      {night, 5.5 * hour, false, true, true, true, true, false},
+      {night, 8 * hour, true, false, false, false, true, false},
+      {night, 9.99 * hour, true, false, false, false, false, true},
+      {shipped("clear"), 0, true, false, false, false, true, false},
+      {shipped("cloudy"), 0, false, true, false, false, true, false},
+      {shipped("rain"), 0, false, true, false, true, true, false},
+      {shipped("wind"), 0, true, false, true, false, true, false},
+  };
+  for (const Case& c : cases) {
+    const auto at = [&c](Field field) { return c.scenario.At(field, c.time).value(); };
+    const double difference = at(Field::kAmbient) - at(Field::kSky);
+    SCOPED_TRACE(testing::Message() << "case " << &c - cases);
+    EXPECT_EQ(difference >= 22, c.clear);
+    EXPECT_EQ(difference <= 19, c.cloudy);
+    EXPECT_EQ(at(Field::kWind) > 13, c.windy);
+    EXPECT_EQ(at(Field::kRain) > 370, c.rain);
+    EXPECT_EQ(at(Field::kLight) > 950, c.dark);
+    EXPECT_EQ(at(Field::kLight) <= 200, c.day);
+  }
+}
+
+}  // namespace
+}  // namespace orvalis_unit

@@ -1,0 +1,88 @@
+#include "sensor_unit.h"
+
+#include <gtest/gtest.h>
+
+#include "console.h"
+
+namespace orvalis_unit {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+class SensorUnitTest : public testing::Test {
+ protected:
+  SensorUnitTest() { Restart({}); }
+
+  void Restart(SensorUnit::Configuration configuration) {
+    configuration.is_fast = true;
+    unit_.emplace(Scenario::Parse("period 2:00:00\n0 R 220\n1:00:00 R 820\n", "test"), configuration, recorder_);
+  }
+  std::string Ask(std::string_view bytes, Time now) {
+    unit_->Receive(bytes, now);
+    return unit_->Line().TakeDue(now);
+  }
+  // A field's characters in the frame at `now`, by their positions.
+  std::string Cut(std::size_t position, std::size_t width, Time now) {
+    return Ask(":F", now).substr(position - 1, width);
+  }
+  std::string Type(std::string_view line, Time now) { return RunConsoleLine(line, *unit_, now).text; }
+
+  Recorder recorder_;
+  std::optional<SensorUnit> unit_;
+};
+
+TEST_F(SensorUnitTest, KeepsWhatItIsSentAndReportsIt) {
+  EXPECT_EQ(Ask("#\x06", seconds(0)), "W");
+  EXPECT_EQ(Ask("pp:AH0:AR0:AW0:AL1:AX0", seconds(1)), "");
+  EXPECT_EQ(Cut(66, 35, seconds(2)), "AH=0 HB=0 AR=0 RB=0 AW=0 AL=1 AC=0 ");
+  Ask(":Sr1:SH1", seconds(3));
+  unit_->LineLost();
+  EXPECT_EQ(Cut(66, 20, seconds(4)), "AH=0 HB=1 AR=0 RB=1 ") << "a pulled cable is no power cut";
+}
+
+TEST_F(SensorUnitTest, PlaysTheScenarioAtItsSpeed) {
+  EXPECT_EQ(Cut(21, 4, seconds(600)), "0320");
+  Restart({.speed = 60.0});
+  EXPECT_EQ(Cut(21, 4, seconds(10)), "0320");
+  EXPECT_EQ(Cut(84, 1, seconds(14)), "1") << "above 350 after 13 seconds, which are 13 minutes of weather";
+  EXPECT_EQ(Type("time 0:05:00", seconds(20)), "ok time 0:05:00");
+  EXPECT_EQ(Cut(21, 4, seconds(20)), "0270");
+  EXPECT_EQ(Cut(84, 1, seconds(20)), "0") << "the rain before the jump is forgotten";
+  EXPECT_EQ(Cut(21, 4, seconds(25)), "0320");
+}
+
+TEST_F(SensorUnitTest, WhatIsPinnedOverrules) {
+  EXPECT_EQ(Type("set R 500", seconds(1)), "ok set R 500");
+  EXPECT_EQ(Cut(84, 1, seconds(1)), "1");
+  EXPECT_EQ(Type("set RB 0", seconds(2)), "ok set RB 0");
+  EXPECT_EQ(Cut(84, 1, seconds(2)), "0");
+  Type("release RB", seconds(3));
+  Type("set AR 0", seconds(3));
+  EXPECT_EQ(Cut(79, 6, seconds(3)), "0 RB=0");
+  Type("release AR", seconds(4));
+  EXPECT_EQ(Cut(79, 6, seconds(4)), "1 RB=1");
+  for (const char* wrong : {"set R", "set R 5000", "set X 1", "release", "fault", "fault noise", "fault silent x",
+                            "fault silent:0.5", "fault none 3", "drop", "drop -1", "time 0:99", "jump"}) {
+    EXPECT_TRUE(Type(wrong, seconds(5)).starts_with("error ")) << wrong;
+  }
+}
+
+TEST_F(SensorUnitTest, FaultsOnTheWayOut) {
+  Restart({.faults = {{FaultKind::kDrop, 1.0, 3.0}}});
+  Type("fault silent", seconds(1));
+  EXPECT_EQ(Ask(":F", seconds(1)), "");
+  EXPECT_EQ(unit_->TakeDrop(), std::nullopt);
+  EXPECT_EQ(Ask(":F:SR100", seconds(2)), "");
+  EXPECT_EQ(unit_->TakeDrop(), 3.0);
+  EXPECT_EQ(RunConsoleLine("drop 2.5", *unit_, seconds(2)).drop, 2.5);
+  unit_->LineLost();
+  Type("fault none", seconds(3));
+  Type("fault late", seconds(3));
+  EXPECT_EQ(Ask("#\x06", seconds(3)), "");
+  EXPECT_EQ(unit_->Line().TakeDue(milliseconds(7999)), "");
+  EXPECT_EQ(unit_->Line().TakeDue(seconds(8)), "W");
+}
+
+}  // namespace
+}  // namespace orvalis_unit
