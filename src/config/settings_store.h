@@ -25,7 +25,7 @@ class SettingsStore {
   /// Makes sure of the layout and reads every key that has a default, except "Left" and "Top", which are read when the
   /// panel is placed. Throws RunTimeError, naming store, key and text, for a text that its type cannot hold;
   /// "AutoConnect" alone is set to 0 instead.
-  [[nodiscard]] Settings LoadSettings();
+  Settings LoadSettings();
 
   /// The text of one key, "" where there is none.
   [[nodiscard]] std::string Get(const SettingKey& key) const;

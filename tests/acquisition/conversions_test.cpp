@@ -1,0 +1,138 @@
+#include "acquisition/conversions.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+#include "base/run_time_error.h"
+#include "tests/support/fake_serial_port.h"
+
+namespace orvalis {
+namespace {
+
+SensorFrame With(std::size_t position, const std::string& text) {
+  std::string line = test::LiveFrame();
+  line.replace(position - 1, text.size(), text);
+  return SensorFrame(line);
+}
+
+// Each expected value was read off the line by eye.
+TEST(SensorFrame, CutsEveryFieldOfBothDemoLinesAndALiveOne) {
+  using F = SensorFrame::Field;
+  const SensorFrame dry(kDryDemoLine);
+  const SensorFrame wet(kWetDemoLine);
+  EXPECT_EQ(dry.text().size(), 111u);
+  EXPECT_FALSE(dry.IsComplete());
+  const struct {
+    F field;
+    const char* dry;
+    const char* wet;
+  } rows[] = {
+      {F::kHum, "0000", "0700"},    {F::kLgt, "1023", "0001"},    {F::kR, "0100", "0500"},
+      {F::kWnd, "0010", "0100"},    {F::kTp, "-00999", "+01000"}, {F::kTtp, "+00100", "+01000"},
+      {F::kTa, "+00500", "+01500"}, {F::kAh, "0", "1"},           {F::kHb, "0", "1"},
+      {F::kAr, "1", "1"},           {F::kRb, "0", "1"},           {F::kAw, "1", "1"},
+      {F::kAl, "1", "1"},           {F::kAc, "1", "1"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(dry.Cut(row.field), row.dry);
+    EXPECT_EQ(wet.Cut(row.field), row.wet);
+  }
+  EXPECT_DOUBLE_EQ(dry.Celsius(F::kTp), -9.99);
+  EXPECT_TRUE(SensorFrame(test::LiveFrame()).IsComplete());
+}
+
+TEST(SensorFrame, CompleteMeansTheTerminatorAtItsPlaceAndNothingElse) {
+  const std::string live = test::LiveFrame();
+  EXPECT_FALSE(SensorFrame("").IsComplete());
+  EXPECT_FALSE(SensorFrame(live.substr(0, 116)).IsComplete());
+  EXPECT_FALSE(SensorFrame(live.substr(1)).IsComplete());
+  std::string garbage(116, '\0');
+  garbage[3] = '\xff';
+  EXPECT_TRUE(SensorFrame(garbage + "#").IsComplete());
+  EXPECT_EQ(SensorFrame(garbage + "#").Number(SensorFrame::Field::kTa), 0);
+  EXPECT_EQ(SensorFrame("HUM=07").Cut(SensorFrame::Field::kHum), "07");
+  EXPECT_EQ(SensorFrame("HUM=07").Cut(SensorFrame::Field::kAc), "");
+}
+
+TEST(BlockAverages, ChangeOnceABlockAndRepeatTheAverageForMissingReadings) {
+  BlockAverages averages;
+  WeatherState state;
+  EXPECT_FALSE(averages.Add(With(59, "+00600"), 3, state));
+  EXPECT_FALSE(averages.Add(With(59, "+00700"), 3, state));
+  EXPECT_EQ(averages.samples_taken(), 2);
+  EXPECT_EQ(state.ambient_celsius, -99.0);
+  EXPECT_FALSE(state.ambient_known);
+  EXPECT_TRUE(averages.Add(With(59, "+00950"), 3, state));
+  EXPECT_DOUBLE_EQ(state.ambient_celsius, 7.5);  // (6 + 7 + 9.5) / 3
+  EXPECT_DOUBLE_EQ(state.body_celsius, 6.0);
+  EXPECT_DOUBLE_EQ(state.rain_average, 120);
+  EXPECT_TRUE(state.ambient_known);
+  for (int i = 0; i < 3; ++i) averages.Add(With(59, "+19999"), 3, state);
+  EXPECT_DOUBLE_EQ(state.ambient_celsius, 7.5);
+  EXPECT_TRUE(state.ambient_known);
+}
+
+// Before any reading the substitute is the start value; it must not pass for a temperature.
+TEST(BlockAverages, AMissingFirstReadingLeavesTheTemperatureUnknown) {
+  BlockAverages averages;
+  WeatherState state;
+  EXPECT_TRUE(averages.Add(With(59, "+19999"), 1, state));
+  EXPECT_EQ(state.ambient_celsius, -99.0);
+  EXPECT_FALSE(state.ambient_known);
+  EXPECT_TRUE(state.body_known);
+  averages.Add(With(59, "-00150"), 1, state);
+  EXPECT_DOUBLE_EQ(state.ambient_celsius, -1.5);
+  EXPECT_TRUE(state.ambient_known);
+}
+
+TEST(BlockAverages, ABlockWithoutAnEndIsAnErrorAndAChangedOneBeginsAnew) {
+  BlockAverages averages;
+  WeatherState state;
+  const SensorFrame frame(test::LiveFrame());
+  for (int i = 0; i < 300; ++i) EXPECT_FALSE(averages.Add(frame, 9999, state));
+  try {
+    averages.Add(frame, 9999, state);
+    FAIL();
+  } catch (const RunTimeError& error) {
+    EXPECT_EQ(error.number(), RunTimeError::kSubscriptOutOfRange);
+  }
+  EXPECT_FALSE(averages.Add(frame, 9999, state));
+  // Fewer samples asked for than were taken: the new block must still find its end.
+  for (int i = 0; i < 5; ++i) averages.Add(frame, 10, state);
+  EXPECT_FALSE(averages.Add(frame, 2, state));
+  EXPECT_TRUE(averages.Add(frame, 2, state));
+}
+
+// Expected values from bc with 12 decimals.
+TEST(Conversions, MatchValuesWorkedByHand) {
+  constexpr double kTolerance = 1e-6;
+  EXPECT_NEAR(RelativeHumidity(520, 5, 200), 48.866653110772, kTolerance);
+  EXPECT_NEAR(RelativeHumidity(520, 5, 1.9), 44.246652393118, kTolerance);
+  EXPECT_NEAR(RelativeHumidity(520, 5, 2.0), 48.866653110772, kTolerance);
+  EXPECT_NEAR(RelativeHumidity(0, 5, 200), -29.420375847205, kTolerance);
+  EXPECT_NEAR(DewPoint(50, 20), 9.255305544815, kTolerance);
+  EXPECT_NEAR(DewPoint(99, 10), 9.849774533536, kTolerance);
+  EXPECT_EQ(DewPoint(99.0001, 10), 10);
+  EXPECT_EQ(DewPoint(-0.1, 10), 10);
+  EXPECT_NEAR(ClearSkyTemperature(10, 20), 1.191675591659, kTolerance);
+  EXPECT_NEAR(ClearSkyTemperature(-5, -2.5), -27.103029830344, kTolerance);
+  EXPECT_DOUBLE_EQ(ToFahrenheit(-40), -40);
+  EXPECT_DOUBLE_EQ(ToFahrenheit(100), 212);
+}
+
+TEST(Conversions, WithoutAResultTheyRaiseInsteadOfReturningNoNumber) {
+  EXPECT_THROW(static_cast<void>(DewPoint(0, 10)), RunTimeError);
+  EXPECT_THROW(static_cast<void>(DewPoint(50, -243.12)), RunTimeError);
+  EXPECT_THROW(static_cast<void>(ClearSkyTemperature(-200, 5)), RunTimeError);
+  for (double celsius = -60; celsius <= 60; celsius += 0.5) {
+    for (double count = 0; count <= 1023; count += 11) {
+      const double humidity = RelativeHumidity(count, celsius, 200);
+      EXPECT_TRUE(std::isfinite(ClearSkyTemperature(DewPoint(humidity, celsius), celsius)));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvalis

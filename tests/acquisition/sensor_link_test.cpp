@@ -1,0 +1,180 @@
+#include "acquisition/sensor_link.h"
+
+#include "tests/support/link_fixture.h"
+
+namespace orvalis {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using Strings = std::vector<std::string>;
+
+class SensorLinkTest : public test::LinkFixture {};
+
+TEST_F(SensorLinkTest, ConnectsInItsFixedOrderAndPace) {
+  connector.Connect();
+  EXPECT_EQ(panel.connect.caption, "Attempting to connect");
+  EXPECT_EQ(link.state(), SensorLink::State::kConnecting);
+  loop.Advance(milliseconds(179));  // 20 + 20 + 20, then 20 + 80 + 20
+  EXPECT_EQ(link.state(), SensorLink::State::kConnecting);
+  loop.Advance(milliseconds(1));
+  EXPECT_EQ(link.state(), SensorLink::State::kIdle);
+  EXPECT_EQ(port.calls, (Strings{"port /dev/ttyUSB0", "speed 9600", "time-out 4", "open", "clear", "send #",
+                                 "send \x06", "receive 1", "send p", "send p", "send :", "send F", "receive until #"}));
+  EXPECT_TRUE(panel.connect.checked);
+  EXPECT_EQ(panel.connect.background, Colour::kGreen);
+  // From the frame: AH=1 AR=1 RB=0 AW=1 AL=0 AC=1
+  EXPECT_TRUE(options.allow_heater && options.allow_relay && options.allow_wind && options.allow_clouds);
+  EXPECT_FALSE(options.force_heater || options.force_relay || options.allow_light || options.allow_rain);
+}
+
+TEST_F(SensorLinkTest, EveryFailureClosesThePortAndSaysWhich) {
+  const struct {
+    const char* name;
+    void (*spoil)(test::FakeSerialPort&);
+    const char* status;
+  } rows[] = {
+      {"silent", [](auto& p) { p.silent = true; }, "no answer"},
+      {"wrong answer", [](auto& p) { p.greeting = "X"; }, "not the unit"},
+      {"lower case", [](auto& p) { p.greeting = "w"; }, "not the unit"},
+      {"short first frame", [](auto& p) { p.frame = "HUM=0000#"; }, "first frame was not complete"},
+      {"no port",
+       [](auto& p) { p.open_failure = RunTimeError(RunTimeError::kFileNotFound, "the port does not exist"); },
+       "does not exist"},
+  };
+  for (const auto& row : rows) {
+    port.silent = false;
+    port.greeting = "W";
+    port.frame = test::LiveFrame();
+    port.open_failure.reset();
+    row.spoil(port);
+    connector.Connect();
+    loop.Advance(seconds(10));
+    EXPECT_FALSE(link.Connected()) << row.name;
+    EXPECT_FALSE(panel.connect.checked) << row.name;
+    EXPECT_EQ(panel.connect.background, Colour::kYellow) << row.name;
+    EXPECT_NE(panel.status.find(row.status), std::string::npos) << panel.status;
+    EXPECT_TRUE(events.events().back().text.starts_with("connect failed: ")) << row.name;
+    EXPECT_EQ(link.state(), SensorLink::State::kIdle) << row.name;
+  }
+}
+
+TEST_F(SensorLinkTest, AnEmptyPortIsTheSecondAndIsWrittenBack) {
+  store.WriteText("COM Port", "");
+  connector.Connect();
+  EXPECT_EQ(port.calls.front(), "port 2");
+  EXPECT_EQ(profile.At("COM Port"), "2");
+}
+
+TEST_F(SensorLinkTest, ConnectsAskedForMeanwhileJoinTheOneUnderWay) {
+  int answered = 0;
+  for (int i = 0; i < 3; ++i) connector.Connect([&](bool connected) { answered += connected ? 1 : 100; });
+  loop.Advance(seconds(1));
+  EXPECT_EQ(answered, 3);
+  EXPECT_EQ(std::count(port.calls.begin(), port.calls.end(), "open"), 1);
+}
+
+TEST_F(SensorLinkTest, SwitchingOffEndsAnAttemptAtOnce) {
+  port.silent = true;
+  bool connected = true;
+  connector.Connect([&](bool now) { connected = now; });
+  loop.Advance(seconds(1));
+  connector.Disconnect();
+  EXPECT_FALSE(connector.connecting());
+  EXPECT_FALSE(connected);
+  EXPECT_EQ(panel.status, "Disconnected");
+  // And the next attempt is a whole one.
+  port.silent = false;
+  Connect();
+}
+
+// The first cycle after a connection sends every number, later ones what changed; switches start from the unit's own.
+TEST_F(SensorLinkTest, PushesWhatDiffersFromTheCopyLastSent) {
+  Connect();
+  Tick(3);
+  EXPECT_EQ(port.sent, ":Sh020:ST060:SW036:SR350:SX-005:SL950:SC19:SM9:Sd122:F");
+  port.sent.clear();
+  Tick(1);
+  EXPECT_EQ(port.sent, ":F");
+  port.sent.clear();
+  settings.RainThreshold = 1234;  // three digits go over the line
+  settings.CloudsThreshold = 2.5;
+  settings.TPTempHysteresis = 0.1;
+  options.allow_wind = false;
+  options.allow_rain = true;
+  Tick(2);
+  EXPECT_EQ(port.sent, ":Ar1:AW0:Sh001:SR234:SX+002:F");
+  Tick(2);
+  port.sent.clear();
+  settings.LightThreshold = -7;
+  settings.CloudsThreshold = 1e300;
+  Tick(2);
+  EXPECT_EQ(port.sent, ":SX+647:SL007:F");
+  port.sent.clear();
+  // A new connection: perhaps another unit.
+  connector.Disconnect();
+  Connect();
+  Tick(4);
+  EXPECT_TRUE(port.sent.starts_with(":Sh001:ST060")) << port.sent;
+}
+
+TEST_F(SensorLinkTest, CharactersOfACommandArePacedOneByOne) {
+  Connect();
+  Tick(4);
+  port.calls.clear();
+  settings.RainOnTime = 61;
+  Tick(1);
+  poll.Poll();
+  loop.Advance(milliseconds(59));
+  EXPECT_EQ(port.calls, (Strings{"send :", "send S", "send T"}));
+  loop.Advance(milliseconds(1));
+  EXPECT_EQ(port.calls.back(), "send 0");
+}
+
+TEST_F(SensorLinkTest, AVanishedPortIsShownAndCountedDownFrom) {
+  Connect();
+  Tick(3);
+  port.PullOut("the adapter was pulled out");
+  EXPECT_EQ(panel.status, "Connection lost: the adapter was pulled out");
+  EXPECT_FALSE(panel.connect.checked);
+  EXPECT_EQ(events.events().back().text, "lost: the adapter was pulled out");
+  Tick(1, true);
+  EXPECT_EQ(events.events().back().text,
+            "Not connected, AutoConnect enabled, starting wait to reconnect: 11/21/2026 09:04 PM");
+  EXPECT_EQ(panel.connect.caption, "AutoConnect Enabled Will attempt reconnect in 119 secs");
+  Tick(118, true);
+  EXPECT_FALSE(link.Connected());
+  Tick(1, true);
+  EXPECT_TRUE(link.Connected());
+  Tick(1, true);
+  EXPECT_EQ(events.events().back().text, "Reconnect succeeded: 11/21/2026 09:04 PM");
+  EXPECT_EQ(panel.connect.caption, "Connected");
+}
+
+TEST_F(SensorLinkTest, AFailedReconnectBeginsTheNextWait) {
+  port.silent = true;
+  Tick(130, true);
+  const Strings texts = EventTexts();
+  ASSERT_EQ(texts.size(), 4u);
+  EXPECT_TRUE(texts[1].starts_with("connect failed: "));
+  EXPECT_TRUE(texts[2].starts_with("Reconnect failed: "));
+  EXPECT_TRUE(texts[3].starts_with("Not connected, AutoConnect enabled"));
+  Tick(1, false);
+  EXPECT_EQ(panel.connect.caption, "Click to connect");
+}
+
+// A pause of the old connection that ends in the new one must not speak on it.
+TEST_F(SensorLinkTest, AWaitOfAnOlderConnectionDoesNotDisturbTheNewOne) {
+  Connect();
+  Tick(5);
+  poll.Poll();
+  loop.Advance(milliseconds(10));  // ":" was sent, "F" is due in 10 ms
+  connector.Disconnect();
+  connector.Connect();
+  port.calls.clear();
+  loop.Advance(milliseconds(175));
+  EXPECT_EQ(port.calls, (Strings{"send p", "send p", "send :", "send F", "receive until #"}));
+}
+
+}  // namespace
+}  // namespace orvalis

@@ -1,0 +1,211 @@
+#include "config/settings_store.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "base/run_time_error.h"
+#include "config/profile_command.h"
+#include "config/startup.h"
+#include "tests/support/link_fixture.h"
+#include "tests/support/memory_profile.h"
+
+namespace orvalis {
+namespace {
+
+class SettingsStoreTest : public testing::Test {
+ protected:
+  test::MemoryProfile profile;
+  SettingsStore store{profile, "/opt/orvalis", {}};
+};
+
+TEST_F(SettingsStoreTest, AFreshStoreGetsTheStampFirstAndEveryDefault) {
+  const Settings settings = store.LoadSettings();
+  EXPECT_EQ(profile.log.front(), "write /RegVer");
+  EXPECT_EQ(profile.log.size(), 84u);
+  EXPECT_EQ(profile.values.size(), 84u);
+  EXPECT_EQ(profile.At("RegVer"), "2.18");
+  EXPECT_EQ(profile.At("WindSpeedCloseD"), "12.0");
+  EXPECT_EQ(profile.At("Thermistor_C"), "-0.000000713329");
+  EXPECT_EQ(profile.At("CanTempComp", "Capabilities"), "True");
+  EXPECT_EQ(profile.At("g_sFullLogPath"), "/opt/orvalis");
+  EXPECT_EQ(profile.At("g_lWEBUpdate_interval_index"), "3");
+  EXPECT_FALSE(profile.values.contains({"", "COM Port"}));
+  EXPECT_FALSE(profile.values.contains({"", "g_sPWSUpdate_interval"}));
+
+  EXPECT_TRUE(settings.Absolute);
+  EXPECT_EQ(settings.RainThreshold, 350);
+  EXPECT_DOUBLE_EQ(settings.StepTime, 0.278);
+  EXPECT_DOUBLE_EQ(settings.CloudsThreshold, -5);
+  EXPECT_EQ(settings.g_sPWS_name, "Your Wunderground Site ID");
+}
+
+TEST_F(SettingsStoreTest, AnotherStampResetsEverything) {
+  for (const char* stamp : {"2.17", "2.18 ", ""}) {
+    store.LoadSettings();
+    profile.values[{"", "RegVer"}] = stamp;
+    profile.values[{"", "RainThreshold"}] = "500";
+    EXPECT_EQ(store.LoadSettings().RainThreshold, 350) << stamp;
+    EXPECT_EQ(profile.At("RainThreshold"), "350") << stamp;
+  }
+  profile.values[{"", "RainThreshold"}] = "500";
+  EXPECT_EQ(store.LoadSettings().RainThreshold, 500);
+}
+
+TEST_F(SettingsStoreTest, AutoConnectAloneIsMended) {
+  store.LoadSettings();
+  for (const char* text : {"", "abc"}) {
+    profile.values[{"", "AutoConnect"}] = text;
+    profile.log.clear();
+    EXPECT_EQ(store.LoadSettings().AutoConnect, 0);
+    EXPECT_EQ(profile.log, std::vector<std::string>{"write /AutoConnect"});
+    EXPECT_EQ(profile.At("AutoConnect"), "0");
+  }
+  profile.values[{"", "RainThreshold"}] = "abc";
+  try {
+    store.LoadSettings();
+    FAIL();
+  } catch (const RunTimeError& error) {
+    EXPECT_EQ(error.number(), RunTimeError::kTypeMismatch);
+    const std::string text = error.what();
+    for (const char* part : {"memory", "\"RainThreshold\"", "\"abc\""}) {
+      EXPECT_NE(text.find(part), std::string::npos) << text;
+    }
+  }
+}
+
+// In a locale with a comma the defaults must come back as the numbers they are, not a hundred times larger.
+TEST_F(SettingsStoreTest, DefaultsSurviveACommaLocale) {
+  SettingsStore german(profile, "/opt/orvalis", {.decimal_separator = ','});
+  const Settings settings = german.LoadSettings();
+  EXPECT_DOUBLE_EQ(settings.WindSpeedCloseD, 12);
+  EXPECT_DOUBLE_EQ(settings.Thermistor_A, -0.00045015253);
+  EXPECT_EQ(profile.At("StepTime"), "0,278");
+  EXPECT_EQ(profile.At("RegVer"), "2.18");
+}
+
+TEST_F(SettingsStoreTest, SetupSavesItsKeysInOrderEachInItsForm) {
+  Settings settings = store.LoadSettings();
+  settings.Centigrade = true;
+  settings.g_bchkRainSounds = 1;
+  settings.WindSpeedCloseD = 30.5;
+  profile.log.clear();
+  store.SaveSetupSettings(settings);
+  ASSERT_EQ(profile.log.size(), 64u);
+  EXPECT_EQ(profile.log.front(), "write /WindSpeedCloseD");
+  EXPECT_EQ(profile.log.back(), "write /g_bchkRepeatApp");
+  EXPECT_EQ(std::count(profile.log.begin(), profile.log.end(), "write /g_bchkCloudSounds"), 2);
+  const auto place = [&](const char* key) { return std::find(profile.log.begin(), profile.log.end(), key); };
+  EXPECT_LT(place("write Capabilities/TempSteps"), place("write /WindTimer"));
+  EXPECT_LT(place("write /g_sCloudApp"), place("write /g_bchkRelayApp"));
+  EXPECT_EQ(profile.At("Centigrade"), "True");
+  EXPECT_EQ(profile.At("g_bchkRainSounds"), "1");
+  EXPECT_EQ(profile.At("WindSpeedCloseD"), "30.5");
+}
+
+TEST_F(SettingsStoreTest, TheProfileCommandRefusesWhatATypeCannotHold) {
+  const auto run = [&](ProfileCommand command, const std::string& in, std::string& out) {
+    std::istringstream input(in);
+    std::ostringstream output;
+    const int code = RunProfileCommand(command, store, input, output, output);
+    out = output.str();
+    return code;
+  };
+  using enum ProfileCommand::Verb;
+  std::string out;
+  EXPECT_EQ(run({.verb = kGet, .key = "RainThreshold", .value = {}, .subkey = {}}, "", out), 0);
+  EXPECT_EQ(out, "350\n");
+  EXPECT_TRUE(profile.values.empty()) << "looking must not write";
+
+  const struct {
+    const char* key;
+    const char* value;
+    int code;
+  } rows[] = {{"RainThreshold", "abc", 1},     {"RainThreshold", "99999999999", 1},
+              {"Centigrade", "maybe", 1},      {"WindSpeedWarn", "1,5", 1},
+              {"NoSuchKey", "1", 2},           {"WindSpeedWarn", "7.5", 0},
+              {"COM Port", "/dev/ttyUSB1", 0}, {"g_sRainApp", "", 0}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(run({.verb = kSet, .key = row.key, .value = row.value, .subkey = {}}, "", out), row.code) << row.key;
+    EXPECT_EQ(out.empty(), row.code == 0) << out;
+  }
+  // The stamp is there, so that the next start does not reset what was set.
+  EXPECT_DOUBLE_EQ(store.LoadSettings().WindSpeedWarn, 7.5);
+  EXPECT_EQ(run({.verb = kSet, .key = "TempMax", .value = "3", .subkey = ""}, "", out), 2) << "another subkey";
+
+  EXPECT_EQ(run({.verb = kSet, .key = "g_sPWS_password", .value = "-", .subkey = {}}, "s3cret\n", out), 0);
+  EXPECT_EQ(profile.At("g_sPWS_password"), "s3cret");
+  EXPECT_EQ(run({.verb = kList, .key = {}, .value = {}, .subkey = {}}, "", out), 0);
+  EXPECT_EQ(out.find("s3cret"), std::string::npos);
+  EXPECT_NE(out.find("Capabilities/TempMax = 5.0\n"), std::string::npos);
+  profile.fails = true;
+  EXPECT_EQ(run({.verb = kSet, .key = "Left", .value = "1", .subkey = {}}, "", out), 1);
+}
+
+class StartupTest : public test::LinkFixture {
+ protected:
+  class Window : public PanelWindow {
+   public:
+    explicit Window(std::vector<std::string>& log) : log_(log) {}
+    void Place(int left, int top) override {
+      log_.push_back("place " + std::to_string(left) + " " + std::to_string(top));
+    }
+    void SetAlwaysOnTop(bool on) override { log_.push_back(on ? "on top" : "not on top"); }
+    void Show() override { log_.push_back("show"); }
+    [[nodiscard]] int Left() const override { return 33; }
+    [[nodiscard]] int Top() const override { return 44; }
+
+   private:
+    std::vector<std::string>& log_;
+  };
+
+  Window window{profile.log};
+  test::FakeTimer poll_timer;
+  test::FakeTimer second_timer;
+  Startup startup{{.store = store,
+                   .settings = settings,
+                   .window = &window,
+                   .poll_timer = poll_timer,
+                   .second_timer = second_timer,
+                   .connector = connector}};
+};
+
+TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {
+  profile.values[{"", "AutoConnect"}] = "1";
+  profile.values[{"", "Left"}] = "-5";
+  profile.values[{"", "Top"}] = "5000";
+  startup.Main();
+  EXPECT_EQ(profile.log, (std::vector<std::string>{"type Weather", "register Orvalis.Weather Orvalis", "write /Left",
+                                                   "on top", "place 100 5000", "show"}));
+  EXPECT_EQ(profile.At("Left"), "100");
+  EXPECT_EQ(poll_timer.interval, std::chrono::milliseconds(1000));
+  EXPECT_TRUE(poll_timer.enabled && second_timer.enabled);
+  EXPECT_TRUE(connector.connecting());
+}
+
+TEST_F(StartupTest, GoesDownInOrderWhateverFails) {
+  startup.Main();
+  Connect();
+  profile.log.clear();
+  startup.Shutdown();
+  EXPECT_EQ(profile.log, (std::vector<std::string>{"write /Position", "write /Temp", "write /Left", "write /Top"}));
+  EXPECT_EQ(profile.At("Left"), "33");
+  EXPECT_EQ(profile.At("Top"), "44");
+  EXPECT_FALSE(poll_timer.enabled || second_timer.enabled || port.Connected());
+  startup.Shutdown();
+  EXPECT_EQ(profile.log.size(), 4u) << "once";
+}
+
+TEST_F(StartupTest, AStoreThatFailsAtTheEndDoesNotHoldTheEndUp) {
+  startup.Main();
+  Connect();
+  profile.fails = true;
+  startup.Shutdown();
+  EXPECT_FALSE(port.Connected());
+}
+
+}  // namespace
+}  // namespace orvalis

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "acquisition/serial_port.h"
+#include "base/run_time_error.h"
+#include "tests/support/fake_event_loop.h"
+
+namespace orvalis::test {
+
+/// A frame of 117 characters made of the dry demonstration line's fields, six characters of the unit's own, and "#".
+inline std::string LiveFrame(std::string_view line_without_end =
+                                 "HUM=0520 LGT=1000 R=0120 WND=0020 TP=-02000 TTP=+00600 TA=+00500 AH=1 HB=0 AR=1 RB=0 "
+                                 "AW=1 AL=0 AC=1 Trg=+03691") {
+  return std::string(line_without_end) + " FW=21#";
+}
+
+/// A serial port with a unit behind it that does what the test wants. It writes down every operation.
+class FakeSerialPort : public SerialPort {
+ public:
+  explicit FakeSerialPort(FakeEventLoop& loop) : loop_(loop) {}
+
+  // What the unit does.
+  std::string greeting = "W";
+  std::string frame = LiveFrame();
+  std::deque<std::string> next_frames;  ///< taken before `frame`
+  bool silent = false;
+  std::chrono::milliseconds answer_delay{0};
+  std::optional<RunTimeError> open_failure;
+
+  std::vector<std::string> calls;
+  std::string sent;
+
+  void SetPort(const std::string& name) override {
+    port_ = name;
+    calls.push_back("port " + name);
+  }
+  [[nodiscard]] std::string Port() const override { return port_; }
+  void SetSpeed(int speed) override { calls.push_back("speed " + std::to_string(speed)); }
+  void SetReceiveTimeout(std::chrono::seconds time_out) override {
+    time_out_ = time_out;
+    calls.push_back("time-out " + std::to_string(time_out.count()));
+  }
+  [[nodiscard]] bool Connected() const override { return open_; }
+  void SetConnected(bool connected) override {
+    calls.push_back(connected ? "open" : "close");
+    if (connected && open_failure) throw RunTimeError(*open_failure);
+    open_ = connected;
+    if (!connected) Finish(Outcome::kClosed, "");
+  }
+  void ClearBuffers() override {
+    calls.push_back("clear");
+    arrived_.clear();
+  }
+  void Transmit(std::string_view bytes) override {
+    if (!open_) throw RunTimeError(RunTimeError::kPortClosed, "not open");
+    calls.push_back("send " + std::string(bytes));
+    sent += bytes;
+    if (silent) return;
+    if (bytes == "\x06") arrived_ += greeting;
+    if (bytes == "F" && sent.ends_with(":F")) {
+      arrived_ += next_frames.empty() ? frame : next_frames.front();
+      if (!next_frames.empty()) next_frames.pop_front();
+    }
+  }
+  void ReceiveCounted(std::size_t count, ReceiveDone done) override {
+    calls.push_back("receive " + std::to_string(count));
+    Begin(arrived_.size() >= count ? count : 0, std::move(done));
+  }
+  void ReceiveTerminated(char terminator, ReceiveDone done) override {
+    calls.push_back(std::string("receive until ") + terminator);
+    const auto end = arrived_.find(terminator);
+    Begin(end == std::string::npos ? 0 : end + 1, std::move(done));
+  }
+  void CancelReceive() override {
+    done_ = {};
+    loop_.Cancel(timer_);
+  }
+  void OnLost(Lost lost) override { lost_ = std::move(lost); }
+
+  /// The adapter is pulled out.
+  void PullOut(const std::string& reason) {
+    open_ = false;
+    Finish(Outcome::kClosed, "");
+    if (lost_) lost_(reason);
+  }
+  [[nodiscard]] bool receiving() const { return static_cast<bool>(done_); }
+
+ private:
+  void Begin(std::size_t satisfied, ReceiveDone done) {
+    done_ = std::move(done);
+    const bool complete = satisfied != 0;
+    timer_ =
+        loop_.CallAfter(complete ? answer_delay : std::chrono::milliseconds(time_out_), [this, satisfied, complete] {
+          std::string text = arrived_.substr(0, complete ? satisfied : arrived_.size());
+          arrived_.erase(0, text.size());
+          Finish(complete ? Outcome::kComplete : Outcome::kTimedOut, std::move(text));
+        });
+  }
+  void Finish(Outcome outcome, std::string text) {
+    if (!done_) return;
+    const ReceiveDone done = std::exchange(done_, {});
+    loop_.Cancel(timer_);
+    done({outcome, std::move(text)});
+  }
+
+  FakeEventLoop& loop_;
+  std::string port_;
+  bool open_ = false;
+  std::chrono::seconds time_out_{4};
+  std::string arrived_;
+  ReceiveDone done_;
+  EventLoop::TimerId timer_ = 0;
+  Lost lost_;
+};
+
+}  // namespace orvalis::test
