@@ -129,7 +129,7 @@ class Program {
     startup_->Main();
     if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
     Refresh();
-    const StopSignals signals([] { QCoreApplication::exit(kExitOk); });
+    const StopSignals stop_signals([] { QCoreApplication::exit(kExitOk); });
     const int code = QCoreApplication::exec();
     startup_->Shutdown();
     return code;

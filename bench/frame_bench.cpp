@@ -1,0 +1,59 @@
+// From a line of the unit to values, words and verdict: the path that every frame takes.
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <new>
+
+#include "acquisition/frame_interpreter.h"
+#include "config/settings_store.h"
+
+namespace {
+
+std::size_t g_allocations = 0;
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  ++g_allocations;
+  if (void* memory = std::malloc(size)) return memory;
+  throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
+
+namespace orvalis {
+namespace {
+
+Settings DefaultSettings() {
+  Settings settings;
+  for (const SettingKey& key : SettingKeys()) {
+    if (key.default_text) SetFromText(key, DefaultText(key, "", {}), {}, settings);
+  }
+  return settings;
+}
+
+void LineToWords(benchmark::State& state) {
+  const Settings settings = DefaultSettings();
+  const SensorFrame frames[] = {
+      SensorFrame("HUM=0520 LGT=1000 R=0120 WND=0020 TP=-02000 TTP=+00600 TA=+00500 AH=1 HB=0 AR=1 RB=0 AW=1 AL=0 AC=1 "
+                  "Trg=+03691 FW=21#"),
+      SensorFrame("HUM=0712 LGT=0150 R=0480 WND=0031 TP=+00875 TTP=+01234 TA=+01102 AH=1 HB=1 AR=1 RB=1 AW=1 AL=0 AC=1 "
+                  "Trg=+03691 FW=21#")};
+  FrameInterpreter interpreter;
+  WeatherState weather;
+  for (const SensorFrame& frame : frames) interpreter.Interpret(frame, settings, 200, weather);
+  const std::size_t before = g_allocations;
+  std::size_t next = 0;
+  for (auto _ : state) {
+    interpreter.Interpret(frames[next ^= 1], settings, 200, weather);
+    benchmark::DoNotOptimize(weather);
+  }
+  state.counters["allocations"] = static_cast<double>(g_allocations - before);
+}
+BENCHMARK(LineToWords);
+
+}  // namespace
+}  // namespace orvalis
+
+BENCHMARK_MAIN();

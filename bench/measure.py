@@ -1,0 +1,143 @@
+"""Runs the benchmarks and watches the whole program; prints each figure beside its budget.
+
+Exit code 1 when a budget is not kept. The machine is shared and noisy: figures are medians.
+"""
+
+import json
+import os
+import shutil
+import signal
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+BIN, SECONDS = sys.argv[1], float(sys.argv[2])
+TICKS = os.sysconf("SC_CLK_TCK")
+rows = []
+
+
+def row(what, figure, budget, kept):
+    rows.append(kept)
+    print("%-58s %14s   %-14s %s" % (what, figure, budget, "" if kept else "NOT KEPT"), flush=True)
+
+
+def run(*command, env=None):
+    return subprocess.run(command, check=True, capture_output=True, text=True, env=env).stdout
+
+
+def cpu_seconds(pid):
+    with open("/proc/%d/stat" % pid) as file:
+        fields = file.read().rsplit(")", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / TICKS
+
+
+def resident_megabytes(pid):
+    with open("/proc/%d/smaps_rollup" % pid) as file:
+        return next(int(line.split()[1]) for line in file if line.startswith("Rss:")) / 1024
+
+
+def frame_path():
+    report = json.loads(run(BIN + "/frame_bench", "--benchmark_format=json", "--benchmark_repetitions=9",
+                            "--benchmark_report_aggregates_only=true"))
+    median = next(b for b in report["benchmarks"] if b["aggregate_name"] == "median")
+    row("one frame, line to words", "%.0f ns" % median["cpu_time"], "< 2000 ns", median["cpu_time"] < 2000)
+    row("  allocations", "%d" % median["allocations"], "0", median["allocations"] == 0)
+
+
+def year():
+    seconds, grown, frames = run(BIN + "/year_bench").split()
+    row("a year of ticks in the logic (%s frames)" % frames, seconds + " s", "< 120 s", float(seconds) < 120)
+    row("  growth of memory", grown + " kB", "0 kB", int(grown) < 200)
+
+
+class World:
+    """A unit on a paced line, a fresh profile and, for the panel, a screen of its own."""
+
+    def __enter__(self):
+        self.folder = tempfile.mkdtemp(prefix="orvalis-bench-")
+        self.link = self.folder + "/unit"
+        self.unit = subprocess.Popen([BIN + "/orvalis-unit", "--link", self.link], stdout=subprocess.PIPE, text=True)
+        self.unit.stdout.readline()
+        self.screen = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24"],
+                                       stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        display = ":" + self.screen.stdout.readline().strip()
+        self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.folder, DISPLAY=display)
+        self.env.pop("QT_QPA_PLATFORM", None)
+        return self
+
+    def __exit__(self, *_):
+        for process in (self.unit, self.screen):
+            process.terminate()
+            process.wait()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def start(self, *options):
+        return subprocess.Popen([BIN + "/orvalis", *options], env=self.env, stdout=subprocess.PIPE,
+                                stderr=subprocess.PIPE, text=True)
+
+
+def stop(process):
+    process.send_signal(signal.SIGTERM)
+    process.wait(10)
+    process.stdout.close()
+    process.stderr.close()
+
+
+def start_up(world):
+    times = []
+    for _ in range(9):
+        begin = time.monotonic()
+        process = world.start("--demo")
+        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "^Orvalis$"], env=world.env,
+                       check=True, capture_output=True, timeout=20)
+        times.append(time.monotonic() - begin)
+        stop(process)
+    median = statistics.median(times)
+    row("start to window", "%.2f s" % median, "< 0.5 s", median < 0.5)
+    times = []
+    for _ in range(3):
+        begin = time.monotonic()
+        process = world.start("--headless", "--json", "--demo")
+        while "frame" not in process.stdout.readline():
+            pass
+        times.append(time.monotonic() - begin)
+        stop(process)
+    median = statistics.median(times)
+    row("start to first values", "%.2f s" % median, "second tick", median < 2.5)
+
+
+def working_cycle(world):
+    median, needed, over = run(BIN + "/cycle_bench", world.link, "50").split()
+    row("working cycle on the line (%s ms; needed %s ms)" % (median, needed), "+%s %%" % over, "< 5 %",
+        float(over) < 5)
+
+
+def watch(world):
+    programs = {"headless": (world.start("--headless", "--port", world.link), 30)}
+    # One line serves one program, so the two are watched one after the other.
+    for name in ("headless", "panel"):
+        if name == "panel":
+            programs[name] = (world.start("--port", world.link), 70)
+        process, megabytes = programs[name]
+        os.set_blocking(process.stdout.fileno(), False)
+        time.sleep(6)
+        begin, cpu = time.monotonic(), cpu_seconds(process.pid)
+        while time.monotonic() - begin < SECONDS:
+            time.sleep(1)
+            process.stdout.read()
+        share = 100 * (cpu_seconds(process.pid) - cpu) / (time.monotonic() - begin)
+        memory = resident_megabytes(process.pid)
+        stop(process)
+        row("processor time, %s, over %d s" % (name, SECONDS), "%.2f %%" % share, "< 0.3 %", share < 0.3)
+        row("resident memory, %s" % name, "%.1f MB" % memory, "< %d MB" % megabytes, memory < megabytes)
+
+
+frame_path()
+year()
+with World() as world:
+    start_up(world)
+    working_cycle(world)
+    watch(world)
+sys.exit(0 if all(rows) else 1)

@@ -1,0 +1,130 @@
+"""Starts the real program and the simulated unit as processes of their own, and reads what they say."""
+
+import json
+import os
+import queue
+import shutil
+import signal
+import subprocess
+import tempfile
+import threading
+import time
+import unittest
+
+BIN = os.environ.get("ORVALIS_BIN", os.path.join(os.getcwd(), "build", "dev", "bin"))
+# How long a thing may take that has to happen at all. Generous: the machines are slow and the sanitizers slower.
+PATIENCE = 60
+
+
+class Process:
+    """A process whose standard output is read line by line, in the background."""
+
+    def __init__(self, arguments, env=None, stdin=False):
+        self.process = subprocess.Popen(
+            arguments, env=env, stdin=subprocess.PIPE if stdin else subprocess.DEVNULL,
+            stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, errors="replace", bufsize=1)
+        self.lines = queue.Queue()
+        self.errors = []
+        self._readers = [threading.Thread(target=self._read, daemon=True),
+                         threading.Thread(target=self._read_errors, daemon=True)]
+        for reader in self._readers:
+            reader.start()
+
+    def _read(self):
+        for line in self.process.stdout:
+            self.lines.put(line.rstrip("\n"))
+
+    def _read_errors(self):
+        for line in self.process.stderr:
+            self.errors.append(line.rstrip("\n"))
+
+    def line(self, matches, patience=PATIENCE):
+        """The next line that `matches`; lines before it are dropped."""
+        end = time.monotonic() + patience
+        seen = []
+        while True:
+            try:
+                line = self.lines.get(timeout=max(0.01, end - time.monotonic()))
+            except queue.Empty:
+                raise AssertionError("no such line; seen: %r; standard error: %r" % (seen[-10:], self.errors[-10:]))
+            seen.append(line)
+            if matches(line):
+                return line
+
+    def forget(self):
+        while not self.lines.empty():
+            self.lines.get_nowait()
+
+    def stop(self, number=signal.SIGTERM, patience=PATIENCE):
+        """Ends the process; returns its exit code and the seconds that it took."""
+        begin = time.monotonic()
+        self.process.send_signal(number)
+        code = self.process.wait(patience)
+        for reader in self._readers:
+            reader.join(patience)
+        return code, time.monotonic() - begin
+
+    def kill(self):
+        if self.process.poll() is None:
+            self.process.kill()
+        self.process.wait()
+        for pipe in (self.process.stdin, self.process.stdout, self.process.stderr):
+            if pipe:
+                pipe.close()
+
+
+class Unit(Process):
+    """The simulated sensor unit on a line of its own."""
+
+    def __init__(self, link, *options):
+        super().__init__([os.path.join(BIN, "orvalis-unit"), "--link", link, "--commands", *options], stdin=True)
+        self.line(lambda text: text.startswith("/dev/"))
+
+    def tell(self, command):
+        self.process.stdin.write(command + "\n")
+        self.process.stdin.flush()
+        answer = self.line(lambda text: text.startswith(("ok", "error")))
+        assert answer.startswith("ok"), answer
+
+
+class Case(unittest.TestCase):
+    """Each test has a folder, a profile and a line of its own; what it started is ended."""
+
+    def setUp(self):
+        self.folder = tempfile.mkdtemp(prefix="orvalis-test-")
+        self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
+        self.profile = os.path.join(self.folder, "profile")
+        self.link = os.path.join(self.folder, "unit")
+        self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.profile, LC_ALL="C.UTF-8")
+
+    def unit(self, *options):
+        unit = Unit(self.link, *options)
+        self.addCleanup(unit.kill)
+        return unit
+
+    def program(self, *options):
+        program = Process([os.path.join(BIN, "orvalis"), *options], env=self.env)
+        self.addCleanup(program.kill)
+        return program
+
+    def headless(self, *options):
+        return self.program("--headless", "--json", "--port", self.link, *options)
+
+    def run_program(self, *options, given=None, env=None):
+        return subprocess.run([os.path.join(BIN, "orvalis"), *options], env=env or self.env, input=given,
+                              capture_output=True, text=True, timeout=PATIENCE)
+
+    def set(self, key, value):
+        result = self.run_program("profile", "set", key, value)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+
+    @staticmethod
+    def reading(program, matches=lambda reading: True, patience=PATIENCE):
+        """The next reading that `matches`."""
+        return json.loads(program.line(
+            lambda line: "frame" in json.loads(line) and matches(json.loads(line)), patience))
+
+    @staticmethod
+    def event(program, text, patience=PATIENCE):
+        """The next event that begins with `text`."""
+        return json.loads(program.line(lambda line: json.loads(line).get("event", "").startswith(text), patience))

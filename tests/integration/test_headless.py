@@ -1,0 +1,136 @@
+"""The headless program between the simulated unit and a reader."""
+
+import datetime
+import fcntl
+import json
+import os
+import signal
+import subprocess
+import time
+import unittest
+
+from harness import BIN, PATIENCE, Case
+
+
+class Headless(Case):
+    def test_readings_are_what_the_unit_measures(self):
+        unit = self.unit("--fast")
+        for field, value in {"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "120", "WND": "20",
+                             "LGT": "1000", "RB": "0", "HB": "2"}.items():
+            unit.tell("set %s %s" % (field, value))
+        program = self.headless()
+        self.event(program, "connected to " + self.link)
+        reading = self.reading(program, lambda r: r["ambient_c"] == 5)
+        # Worked by hand and with bc from the values above.
+        expected = {"source": "unit", "connected": True, "ambient_c": 5, "body_c": 6.25, "rain": 120,
+                    "humidity_percent": 48.867, "dew_point_c": -4.881, "sky_c": -20, "clear_sky_c": -20.223,
+                    "diff_c": 25, "cloud_word": "Clear", "clouds": 0, "wind_mph": 18, "wind_gust_mph": 18,
+                    "wind_word": "Windy", "rain_word": "Dry", "light": 1000, "light_word": "Dark", "heater": "?",
+                    "relay": "?", "unsafe": False}
+        for name, value in expected.items():
+            self.assertEqual(reading[name], value, name)
+        self.assertEqual((len(reading["frame"]), reading["frame"][-1]), (117, "#"))
+        self.assertIsNotNone(datetime.datetime.fromisoformat(reading["time"]).utcoffset())
+        unit.tell("set RB 1")
+        unit.tell("set R 371")
+        reading = self.reading(program, lambda r: r["rain_word"] == "Rain")
+        self.assertTrue(self.reading(program)["unsafe"])
+        code, _ = program.stop(signal.SIGINT)
+        self.assertEqual(code, 0)
+
+    def test_settings_reach_the_unit_and_only_when_they_change(self):
+        record = self.folder + "/record"
+        self.set("RainThreshold", "444")
+        self.unit("--fast", "--record", record)
+        program = self.headless()
+        for _ in range(3):
+            self.reading(program)
+        program.stop()
+        with open(record) as file:
+            commands = [line.split("command ", 1)[1].strip() for line in file if "command " in line]
+        self.assertIn("SR 444", commands)
+        self.assertEqual(len(commands), 9, commands)
+
+    def test_faults_of_the_unit_are_survived_and_nothing_stale_is_said(self):
+        unit = self.unit("--fast")
+        program = self.headless()
+        self.reading(program)
+        for fault in ("short", "cut", "garbage", "slow"):
+            unit.tell("fault %s 3" % fault)
+            time.sleep(4)
+        unit.tell("fault silent 16")
+        time.sleep(2)
+        program.forget()
+        self.event(program, "stale: no complete frame since")
+        self.assertTrue(all("frame" not in json.loads(line) for line in list(program.lines.queue)))
+        unit.tell("set TA 7.77")
+        self.event(program, "fresh again")
+        self.reading(program, lambda r: r["ambient_c"] == 7.77)
+        self.assertEqual(program.stop()[0], 0)
+
+    def test_demo_mode_needs_no_line(self):
+        program = self.program("--headless", "--json", "--demo")
+        reading = self.reading(program)
+        self.assertEqual((reading["source"], reading["connected"], reading["ambient_c"], reading["sky_c"]),
+                         ("demo", False, 5, -9.99))
+        self.reading(program, lambda r: r["unsafe"] and r["rain_word"] == "Rain" and r["light_word"] == "Day")
+        program.stop()
+
+    def test_stops_at_once_whatever_it_waits_for(self):
+        unit = self.unit()
+        waits = {"a connect": ("fault silent 60", lambda p: time.sleep(1)),
+                 "a frame": ("fault none", lambda p: (self.reading(p), unit.tell("fault silent 60"), time.sleep(5))),
+                 "nothing": ("fault none", lambda p: self.reading(p))}
+        for name, (command, reach) in waits.items():
+            unit.tell(command)
+            program = self.headless()
+            reach(program)
+            code, seconds = program.stop()
+            self.assertEqual(code, 0, name)
+            self.assertLess(seconds, 10, name)
+
+    def test_a_reader_that_stops_reading_or_goes_does_not_hold_it_up(self):
+        record = self.folder + "/record"
+        self.unit("--fast", "--record", record)
+        reader, writer = os.pipe()
+        fcntl.fcntl(writer, fcntl.F_SETPIPE_SZ, 4096)  # full after a few lines
+        program = subprocess.Popen([BIN + "/orvalis", "--headless", "--json", "--port", self.link], env=self.env,
+                                   stdout=writer, stderr=subprocess.DEVNULL)
+        self.addCleanup(program.wait)
+        self.addCleanup(program.kill)
+        os.close(writer)
+        self.wait_for_frames(record, 12)
+        os.close(reader)
+        self.wait_for_frames(record, 16)
+        self.assertIsNone(program.poll())
+
+    def wait_for_frames(self, record, count):
+        end = time.monotonic() + PATIENCE
+        while True:
+            with open(record, encoding="utf-8") as file:
+                if file.read().count(" frame") >= count:
+                    return
+            self.assertLess(time.monotonic(), end, "the program stopped asking")
+            time.sleep(0.5)
+
+
+class CannotConnect(Case):
+    def test_says_which_failure_it_was(self):
+        rows = [(self.folder + "/nothing", "does not exist"), (self.folder, "is not a serial port"),
+                ("/dev/null", "is not a serial port")]
+        for port, text in rows:
+            program = self.program("--headless", "--json", "--port", port)
+            self.assertIn(text, self.event(program, "connect failed: ")["event"])
+            self.event(program, "Not connected, AutoConnect enabled")
+            code, _ = program.stop()
+            self.assertEqual(code, 0)
+            self.assertTrue(any(text in line for line in program.errors), program.errors)
+
+    def test_what_is_not_the_unit_is_not_connected(self):
+        self.unit("--fault", "wrong-answer:1:60")
+        program = self.headless()
+        self.assertIn("is not the unit", self.event(program, "connect failed: ")["event"])
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,130 @@
+"""The settings file: from the terminal, by several writers, through crashes and damage."""
+
+import configparser
+import os
+import random
+import signal
+import stat
+import subprocess
+import time
+import unittest
+
+from harness import BIN, Case
+
+
+class ProfileStore(Case):
+    def setUp(self):
+        super().setUp()
+        self.file = os.path.join(self.profile, "Orvalis.Weather.ini")
+
+    def parsed(self):
+        parser = configparser.RawConfigParser(strict=True)
+        parser.optionxform = str
+        with open(self.file, encoding="utf-8") as file:
+            parser.read_file(file)
+        return parser
+
+    def test_what_is_set_is_in_the_file_and_the_owners_alone(self):
+        self.set("RainThreshold", "500")
+        self.set("TempMax", "2.5")
+        self.set("g_sRainApp", 'C:\\Prog "x", ünï\\a;b=c.exe')
+        self.set("Left", "-5")
+        self.assertEqual(self.run_program("profile", "get", "g_sRainApp").stdout, 'C:\\Prog "x", ünï\\a;b=c.exe\n')
+        parser = self.parsed()
+        self.assertEqual(parser["General"]["RegVer"], "2.18")
+        self.assertEqual(parser["General"]["RainThreshold"], "500")
+        self.assertEqual(parser["Capabilities"]["TempMax"], "2.5")
+        self.assertEqual(stat.S_IMODE(os.stat(self.file).st_mode), 0o600)
+        os.chmod(self.file, 0o644)
+        self.set("RainThreshold", "501")
+        self.assertEqual(stat.S_IMODE(os.stat(self.file).st_mode), 0o600)
+
+    def test_two_writers_keep_each_others_keys(self):
+        self.set("Left", "1")
+        loop = 'for i in $(seq 40); do "%s/orvalis" profile set %s $i || exit 1; done'
+        writers = [subprocess.Popen(["sh", "-c", loop % (BIN, key)], env=self.env)
+                   for key in ("RainThreshold", "WindThreshold")]
+        self.assertEqual([writer.wait() for writer in writers], [0, 0])
+        parser = self.parsed()
+        self.assertEqual((parser["General"]["RainThreshold"], parser["General"]["WindThreshold"]), ("40", "40"))
+
+    def test_a_killed_writer_leaves_the_old_file_or_the_new_one(self):
+        self.set("RainThreshold", "0")
+        chance = random.Random(7)
+        for round_number in range(1, 30):
+            writer = subprocess.Popen([BIN + "/orvalis", "profile", "set", "RainThreshold", str(round_number)],
+                                      env=self.env)
+            time.sleep(chance.uniform(0, 0.06))
+            writer.send_signal(signal.SIGKILL)
+            writer.wait()
+            parser = self.parsed()
+            self.assertLessEqual(int(parser["General"]["RainThreshold"]), round_number)
+            self.assertEqual(sum(len(parser[section]) for section in parser.sections()), 84)
+
+    def test_damage_is_reported_with_file_key_and_text(self):
+        self.set("RainThreshold", "500")
+        self.set("RainThreshold", "400")
+        with open(self.file, encoding="utf-8") as file:
+            text = file.read()
+        with open(self.file, "w", encoding="utf-8") as file:
+            file.write(text.replace("RainThreshold=400", "RainThreshold=abc"))
+        result = self.run_program("--headless", "--demo")
+        self.assertEqual(result.returncode, 1)
+        for part in (self.file, "RainThreshold", "abc"):
+            self.assertIn(part, result.stderr)
+        # Cut off in the middle: the keys that are gone have no text.
+        with open(self.file, "w", encoding="utf-8") as file:
+            file.write(text[:text.index("RegVer") + len("RegVer=2.18\n")])
+        result = self.run_program("--headless", "--demo")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(self.file, result.stderr)
+        # Another stamp: everything is reset, without a word.
+        with open(self.file, "w", encoding="utf-8") as file:
+            file.write(text.replace("RegVer=2.18", "RegVer=2.17").replace("RainThreshold=400", "RainThreshold=abc"))
+        program = self.program("--headless", "--json", "--demo")
+        self.reading(program)
+        program.stop()
+        self.assertEqual(self.parsed()["General"]["RainThreshold"], "350")
+
+    def test_a_folder_that_cannot_be_written_is_named(self):
+        blocked = os.path.join(self.folder, "file")
+        open(blocked, "w").close()
+        result = self.run_program("--headless", "--demo", "--profile", blocked + "/below")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(blocked, result.stderr)
+
+    def test_the_password_comes_in_by_standard_input_and_is_not_listed(self):
+        result = self.run_program("profile", "set", "g_sPWS_password", "-", given="p4ss word\n")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual(self.run_program("profile", "get", "g_sPWS_password").stdout, "p4ss word\n")
+        listed = self.run_program("profile", "list").stdout
+        self.assertNotIn("p4ss", listed)
+        self.assertIn("RainThreshold = 350", listed)
+
+
+class CommandLine(Case):
+    def test_nonsense_says_why_and_how(self):
+        rows = [(["--hedless"], "hedless"), (["--port"], "port"), (["frobnicate"], "frobnicate"),
+                (["--json"], "--headless"), (["--demo", "--port", "/dev/x"], "--demo"), (["profile"], "list"),
+                (["profile", "set", "Left"], "KEY VALUE"), (["profile", "get"], "KEY"), (["--subkey", "x"], "profile"),
+                (["profile", "list", "--headless"], "profile")]
+        for arguments, part in rows:
+            result = self.run_program(*arguments)
+            self.assertEqual(result.returncode, 2, arguments)
+            first, second = result.stderr.splitlines()[:2]
+            self.assertIn(part, first)
+            self.assertTrue(second.startswith("usage: orvalis"), second)
+            self.assertEqual(result.stdout, "")
+
+    def test_the_rest(self):
+        self.assertIn("usage:", self.run_program("--help").stdout)
+        self.assertRegex(self.run_program("--version").stdout, r"^Orvalis \d+\.\d+\.\d+$")
+        bare = {name: value for name, value in self.env.items()
+                if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
+        result = self.run_program(env=bare)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("--headless", result.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
