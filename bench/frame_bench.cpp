@@ -14,13 +14,14 @@ std::size_t g_allocations = 0;
 
 }  // namespace
 
-void* operator new(std::size_t size) {
+// Not inlined: g++ would see a free() of what came from new.
+[[gnu::noinline]] void* operator new(std::size_t size) {
   ++g_allocations;
   if (void* memory = std::malloc(size)) return memory;
   throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
 
 namespace orvalis {
 namespace {

@@ -127,6 +127,7 @@ class Program {
 
   int Run() {
     startup_->Main();
+    if (form_) form_->SetNightTheme(settings_.NightTheme == 1);
     if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
     Refresh();
     const StopSignals stop_signals([] { QCoreApplication::exit(kExitOk); });
@@ -169,6 +170,10 @@ class Program {
         connector_.Disconnect();
       }
       Refresh();
+    });
+    QObject::connect(form_.get(), &frmHandBox::NightThemeToggled, form_.get(), [this](bool on) {
+      settings_.NightTheme = on ? 1 : 0;
+      Tick("keeping the night theme", [this] { store_.Write("NightTheme", settings_); });
     });
     QObject::connect(form_.get(), &frmHandBox::Closing, form_.get(), [] { QCoreApplication::exit(kExitOk); });
     events_.Listen([this](const Event& event) { form_->AppendEvent(event); });

@@ -94,6 +94,9 @@ struct Settings {
   std::int32_t g_lPWSUpdate_interval_index = 0;
   std::int32_t g_lWEBUpdate_interval_index = 0;
   std::int32_t AutoConnect = 0;  ///< 1: connect at start and reconnect by itself
+
+  // Outside the stamped layout: a store without them is complete, and they are 0 then.
+  std::int32_t NightTheme = 0;  ///< 1: the panel in red on black
 };
 
 }  // namespace orvalis

@@ -102,7 +102,9 @@ Settings SettingsStore::LoadSettings() {
   EnsureLayout();
   Settings settings;
   for (const SettingKey& key : SettingKeys()) {
-    if (!key.default_text || key.name == kLayoutKey || key.name == "Left" || key.name == "Top") continue;
+    if (key.name == kLayoutKey || key.name == "Left" || key.name == "Top") continue;
+    // Keys that came after the layout may be absent; the values are what `Settings` begins with then.
+    if (!key.default_text && Get(key).empty()) continue;
     if (key.name == "AutoConnect") {
       // Stores of older layouts lack it, and whoever wrote garbage there did not mean "connect".
       try {

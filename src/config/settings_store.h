@@ -22,7 +22,7 @@ class SettingsStore {
   /// Gives a store with another layout, or none, the stamp and every default. All former values are lost, by design.
   void EnsureLayout();
 
-  /// Makes sure of the layout and reads every key that has a default, except "Left" and "Top", which are read when the
+  /// Makes sure of the layout and reads every key that has a member, except "Left" and "Top", which are read when the
   /// panel is placed. Throws RunTimeError, naming store, key and text, for a text that its type cannot hold;
   /// "AutoConnect" alone is set to 0 instead.
   Settings LoadSettings();

@@ -12,7 +12,7 @@ constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
 
 // clang-format off
-constexpr std::array<SettingKey, 91> kKeys{{
+constexpr std::array<SettingKey, 92> kKeys{{
     {"RegVer", kRoot, KeyType::kText, kLayoutVersion, kStoreOnly},
     {"Absolute", kRoot, KeyType::kBoolean, "True", &Settings::Absolute},
     {"Synchronous", kRoot, KeyType::kBoolean, "False", &Settings::Synchronous},
@@ -104,6 +104,7 @@ constexpr std::array<SettingKey, 91> kKeys{{
     {"g_sPWSUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"g_sWEBUpdate_interval_index", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"g_sWEBUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
+    {"NightTheme", kRoot, KeyType::kInteger, kNoDefault, &Settings::NightTheme},
 }};
 // clang-format on
 

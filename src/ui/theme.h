@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+#include <QString>
+
+#include "base/colour.h"
+
+namespace orvalis {
+
+/// How one piece of the panel is drawn. Text in `ink` is readable on `fill`; a fill that is not valid lets the window
+/// through.
+struct Tone {
+  QColor fill;
+  QColor ink;
+  QColor outline;  ///< not valid: none
+  double outline_width = 1.0;
+  bool old = false;  ///< the value is not of now: slanted and not bold, whatever its colour
+
+  bool operator==(const Tone&) const = default;
+};
+
+/// The colours of the panel. The model says red, yellow, green or white; a theme says what that looks like on this
+/// desktop, by day and by night.
+class Theme {
+ public:
+  enum class Kind { kLight, kDark, kNight };
+
+  /// Light or dark, as the window colour of `desktop` is.
+  [[nodiscard]] static Theme ForDesktop(const QPalette& desktop);
+  /// Black and red only, for eyes used to the dark: good is a thin outline, a warning a bold one, an alarm is inverted.
+  [[nodiscard]] static Theme Night();
+
+  [[nodiscard]] Kind kind() const { return kind_; }
+  /// For the words to be seen from afar.
+  [[nodiscard]] Tone Strong(Colour colour) const;
+  /// For everything else: what is well stays in the background, what is not is as strong as above.
+  [[nodiscard]] Tone Quiet(Colour colour) const;
+  /// As `Quiet` for a value in a line of text: white is no colour at all.
+  [[nodiscard]] Tone Plain(Colour colour) const;
+  /// Grey, for values that are not of now. `card` is for those with a shape of their own.
+  enum class Shape { kCard, kText };
+  [[nodiscard]] Tone Old(Shape shape) const;
+
+  [[nodiscard]] QColor window() const { return palette_.color(QPalette::Window); }
+  [[nodiscard]] QColor text() const { return palette_.color(QPalette::WindowText); }
+  [[nodiscard]] QColor hairline() const;
+
+  [[nodiscard]] const QPalette& palette() const { return palette_; }
+  /// What the desktop's style must be told beyond the palette: nothing, but at night, when its highlights are not to
+  /// shine white.
+  [[nodiscard]] QString StyleSheet() const;
+
+ private:
+  Theme(Kind kind, QPalette palette) : kind_(kind), palette_(std::move(palette)) {}
+
+  Kind kind_;
+  QPalette palette_;
+};
+
+/// `first` and `second` mixed: `share` (0 to 1) of the second.
+[[nodiscard]] QColor Mix(const QColor& first, const QColor& second, double share);
+/// The contrast ratio of two colours, 1 to 21, after the Web Content Accessibility Guidelines.
+[[nodiscard]] double ContrastRatio(const QColor& first, const QColor& second);
+/// `ink`, or as little darker or lighter as makes text of ordinary size readable on `fill`.
+[[nodiscard]] QColor Readable(const QColor& ink, const QColor& fill);
+
+}  // namespace orvalis
