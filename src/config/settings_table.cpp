@@ -6,7 +6,7 @@
 namespace orvalis {
 namespace {
 
-constexpr std::string_view kRoot = "";
+constexpr std::string_view kRoot;
 constexpr std::string_view kCapabilities = "Capabilities";
 constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
