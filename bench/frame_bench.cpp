@@ -47,7 +47,9 @@ void LineToWords(benchmark::State& state) {
   const std::size_t before = g_allocations;
   std::size_t next = 0;
   for (auto _ : state) {
-    interpreter.Interpret(frames[next ^= 1], settings, 200, weather);
+    const SensorFrame& frame = frames[next ^= 1];
+    FrameInterpreter::ReadSwitches(frame, weather);
+    interpreter.Interpret(frame, settings, 200, weather);
     benchmark::DoNotOptimize(weather);
   }
   state.counters["allocations"] = static_cast<double>(g_allocations - before);

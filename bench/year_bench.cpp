@@ -9,6 +9,7 @@
 #include "acquisition/connector.h"
 #include "acquisition/poll_cycle.h"
 #include "acquisition/sensor_link.h"
+#include "tests/support/alert_recorder.h"
 #include "tests/support/fake_event_loop.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/memory_profile.h"
@@ -44,6 +45,9 @@ int Run() {
   Connector connector(link, boundary);
   AutoReconnect reconnect(
       {.link = link, .connector = connector, .panel = panel, .events = events, .clock = clock});
+  test::AlertRecorder given;
+  Alerts alerts(given, given, events);
+  LogWriter logs(events);
   PollCycle poll({.loop = loop,
                   .clock = clock,
                   .link = link,
@@ -52,6 +56,8 @@ int Run() {
                   .panel = panel,
                   .events = events,
                   .boundary = boundary,
+                  .alerts = alerts,
+                  .logs = logs,
                   .locale = {}});
   long frames = 0;
   poll.Listen([&](const SensorFrame&) { ++frames; });

@@ -4,7 +4,7 @@
 set -euo pipefail
 
 declare -A packages=(
-  [build]="cmake g++ make ninja-build qt6-base-dev qt6-serialport-dev libgl-dev"
+  [build]="cmake g++ make ninja-build qt6-base-dev qt6-multimedia-dev qt6-serialport-dev libgl-dev"
   [test]="libgtest-dev libgmock-dev libbenchmark-dev python3 xvfb xauth imagemagick xdotool"
   [lint]="clang-format clang-tidy python3"
 )

@@ -19,9 +19,11 @@
 #include <variant>
 #include <vector>
 
+#include "acquisition/alerts.h"
 #include "acquisition/auto_reconnect.h"
 #include "acquisition/connector.h"
 #include "acquisition/error_boundary.h"
+#include "acquisition/log_writer.h"
 #include "acquisition/panel_model.h"
 #include "acquisition/poll_cycle.h"
 #include "acquisition/sensor_link.h"
@@ -41,6 +43,8 @@
 #include "platform/qt/command_line.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_program_starter.h"
+#include "platform/qt/qt_sound_player.h"
 #include "ui/frm_hand_box.h"
 
 namespace orvalis {
@@ -92,6 +96,9 @@ class Program {
         store_(profile_, ProgramFolder(), UserLocale()),
         events_(clock_),
         boundary_(panel_, events_),
+        sounds_([this](const std::string& failure) { events_.Record(failure); }),
+        alerts_(sounds_, programs_, events_),
+        logs_(events_),
         link_({.port = port_, .loop = loop_, .store = store_, .panel = panel_, .events = events_, .options = options_},
               line.port),
         connector_(link_, boundary_),
@@ -104,6 +111,8 @@ class Program {
                .panel = panel_,
                .events = events_,
                .boundary = boundary_,
+               .alerts = alerts_,
+               .logs = logs_,
                .locale = store_.locale(),
                .demo_override = line.demo}),
         poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
@@ -121,6 +130,7 @@ class Program {
                                     .poll_timer = poll_timer_,
                                     .second_timer = second_timer_,
                                     .connector = connector_,
+                                    .logs = logs_,
                                     .auto_connect_override = line.headless || line.port.has_value(),
                                     .demo_override = line.demo});
   }
@@ -209,6 +219,10 @@ class Program {
   UnitOptions options_;
   EventList events_;
   ErrorBoundary boundary_;
+  QtSoundPlayer sounds_;
+  QtProgramStarter programs_;
+  Alerts alerts_;
+  LogWriter logs_;
   SensorLink link_;
   Connector connector_;
   AutoReconnect reconnect_;

@@ -5,15 +5,16 @@
 
 namespace orvalis {
 
-bool FrameInterpreter::Interpret(const SensorFrame& frame, const Settings& settings, double humidity_selector,
-                                 WeatherState& state) {
-  using Field = SensorFrame::Field;
+using Field = SensorFrame::Field;
 
-  // The verdict first: nothing that goes wrong below may keep an unsafe one back.
+void FrameInterpreter::ReadSwitches(const SensorFrame& frame, WeatherState& state) {
   state.unsafe_indicator = UnsafeIndicator(frame);
   state.heater = HeaterWord(frame.Integer(Field::kHb));
   state.relay = RelayWord(frame.Integer(Field::kRb), frame.Integer(Field::kHb));
+}
 
+bool FrameInterpreter::Interpret(const SensorFrame& frame, const Settings& settings, double humidity_selector,
+                                 WeatherState& state) {
   const bool averaged = averages_.Add(frame, settings.TempsAvgCount, state);
   state.humidity_faulty = frame.Cut(Field::kHum) == kFaultyHumidity;
   state.humidity_percent = RelativeHumidity(frame.Number(Field::kHum), state.ambient_celsius, humidity_selector);

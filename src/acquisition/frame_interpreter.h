@@ -11,8 +11,11 @@ namespace orvalis {
 /// From one frame to physical values, words and the verdict. Allocates nothing.
 class FrameInterpreter {
  public:
-  /// Brings `state` up to `frame`. Returns whether a block of averages was completed. Throws RunTimeError for readings
-  /// that have no conversion; the verdict is set all the same, the rest may be partly new.
+  /// The verdict and what the unit has switched on. Never throws: nothing that goes wrong later may keep it back.
+  static void ReadSwitches(const SensorFrame& frame, WeatherState& state);
+
+  /// Everything else. Returns whether a block of averages was completed. Throws RunTimeError for readings that have no
+  /// conversion; `state` may be partly new then.
   bool Interpret(const SensorFrame& frame, const Settings& settings, double humidity_selector, WeatherState& state);
 
   /// The gust's time span is over.

@@ -4,8 +4,6 @@
 #include <limits>
 #include <utility>
 
-#include "acquisition/conditions.h"
-
 namespace orvalis {
 namespace {
 
@@ -31,8 +29,11 @@ Task<> PollCycle::WorkingCycle() {
   ++sample_count_;
   if (!InDemoMode() && parts_.link.Ready()) co_await parts_.link.PushSettings(parts_.settings);
   if (!co_await NextFrame()) co_return;
-  InterpretFrame();
+  ReadSwitches();
+  Convert();
   ShowFresh();
+  GiveAlerts();
+  WriteLogs();
   for (const Listener& listener : listeners_) listener(frame_);
   parts_.boundary.Succeeded(kPolling);
 }
@@ -52,14 +53,18 @@ Task<bool> PollCycle::NextFrame() {
   co_return false;
 }
 
-void PollCycle::InterpretFrame() {
+void PollCycle::ReadSwitches() {
+  parts_.weather.from_demo = InDemoMode();
+  FrameInterpreter::ReadSwitches(frame_, parts_.weather);
+  parts_.panel.safe = parts_.weather.unsafe_indicator == 0;
+  parts_.alerts.Check(Alerts::Kind::kRelay, parts_.settings, parts_.weather);
+}
+
+void PollCycle::Convert() {
   if (counters_.gust_block.ticks() >= WindFigures::kGustBlockTicks) {
     counters_.gust_block.Reset();
     interpreter_.BeginGustBlock();
   }
-  parts_.weather.from_demo = InDemoMode();
-  // Shown first: readings that cannot be converted must not keep an unsafe verdict back.
-  parts_.panel.safe = UnsafeIndicator(frame_) == 0;
   const bool averaged =
       interpreter_.Interpret(frame_, parts_.settings, TakeHumiditySelector(parts_.panel), parts_.weather);
   ShowReadings(parts_.weather, parts_.settings.Centigrade, parts_.locale, parts_.panel);
@@ -77,6 +82,21 @@ void PollCycle::ShowFresh() {
   last_frame_tick_ = parts_.loop.TickCount();
   parts_.panel.stale = false;
   parts_.panel.fresh_at = parts_.clock.LocalNow();
+}
+
+void PollCycle::GiveAlerts() {
+  using enum Alerts::Kind;
+  for (const Alerts::Kind kind : {kRain, kWind, kLight, kCloud}) {
+    parts_.alerts.Check(kind, parts_.settings, parts_.weather);
+  }
+}
+
+void PollCycle::WriteLogs() {
+  parts_.logs.Write({.time = parts_.clock.LocalNow(),
+                     .weather = parts_.weather,
+                     .frame = frame_,
+                     .seconds_since_frame = seconds_since_frame()},
+                    parts_.settings, parts_.loop.TickCount());
 }
 
 void PollCycle::RaiseCounters() {

@@ -5,9 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "acquisition/alerts.h"
 #include "acquisition/demo_feed.h"
 #include "acquisition/error_boundary.h"
 #include "acquisition/frame_interpreter.h"
+#include "acquisition/log_writer.h"
 #include "acquisition/panel_model.h"
 #include "acquisition/sensor_frame.h"
 #include "acquisition/sensor_link.h"
@@ -37,6 +39,8 @@ class PollCycle {
     PanelModel& panel;
     EventList& events;
     ErrorBoundary& boundary;
+    Alerts& alerts;
+    LogWriter& logs;
     NumberLocale locale;
     bool demo_override = false;  ///< demo mode for this run, whatever the setting says
   };
@@ -70,8 +74,12 @@ class PollCycle {
   Task<> WorkingCycle();
   /// Fetches the frame of this cycle into `frame_`; false when there is none to be had.
   Task<bool> NextFrame();
-  void InterpretFrame();
+  /// The verdict and the relay's alert, before anything that can fail.
+  void ReadSwitches();
+  void Convert();
   void ShowFresh();
+  void GiveAlerts();
+  void WriteLogs();
   void RaiseCounters();
   void WatchStaleness();
 

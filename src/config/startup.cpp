@@ -20,6 +20,7 @@ void Startup::Main() {
   if (parts_.window != nullptr) PlacePanel();
   parts_.poll_timer.SetInterval(kTick);
   parts_.second_timer.SetInterval(kTick);
+  parts_.logs.OpenFullLog(parts_.settings);
   parts_.poll_timer.SetEnabled(true);
   const bool in_demo_mode = parts_.demo_override || parts_.settings.DemoMode == 1;
   if (AutoConnect() && !in_demo_mode) parts_.connector.Connect();

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "acquisition/connector.h"
+#include "acquisition/log_writer.h"
 #include "base/interval_timer.h"
 #include "config/settings.h"
 #include "config/settings_store.h"
@@ -30,6 +31,7 @@ class Startup {
     IntervalTimer& poll_timer;
     IntervalTimer& second_timer;
     Connector& connector;
+    LogWriter& logs;
     bool auto_connect_override = false;  ///< connect and reconnect in this run, whatever the setting says
     bool demo_override = false;          ///< demo mode for this run
   };

@@ -112,18 +112,21 @@ QColor Theme::hairline() const { return kind_ == Kind::kNight ? Red(60) : Mix(wi
 QString Theme::StyleSheet() const {
   if (kind_ != Kind::kNight) return {};
   return QStringLiteral(R"(
+QLabel { color: #ff0000; }
 QPushButton { background: black; color: #ff0000; border: 1px solid #8c0000; border-radius: 4px; padding: 4px 10px; }
 QPushButton:hover { border-color: #ff0000; }
 QPushButton:focus { border: 2px solid #ff0000; padding: 3px 9px; }
 QPushButton:pressed, QPushButton:checked { background: #ff0000; color: black; }
 QPushButton:disabled { color: #960000; }
-QPushButton:flat { border-color: black; background: black; color: #ff0000; padding: 4px 2px; text-align: left; }
-QPushButton:flat:focus { border: 1px solid #ff0000; }
+QToolButton { background: black; color: #ff0000; border: 1px solid black; border-radius: 4px; padding: 3px; }
+QToolButton:hover { border-color: #8c0000; }
+QToolButton:focus { border-color: #ff0000; }
 QLineEdit { background: black; color: #ff0000; border: 1px solid #8c0000; border-radius: 3px; padding: 2px;
   selection-background-color: #ff0000; selection-color: black; }
 QLineEdit:focus, QPlainTextEdit:focus { border-color: #ff0000; }
 QPlainTextEdit { background: black; color: #ff0000; border: 1px solid #500000;
   selection-background-color: #ff0000; selection-color: black; }
+QPlainTextEdit[frameShape="0"] { border: none; }
 QScrollArea { background: black; border: none; }
 QScrollBar { background: black; border: none; }
 QScrollBar:vertical { width: 12px; }

@@ -16,6 +16,7 @@ constexpr double kPadding = 0.5;
 constexpr double kSmallText = 0.9;
 constexpr double kRadius = 0.45;
 constexpr double kSmallestText = 0.6;
+constexpr double kStripWord = 1.15;
 
 /// One line of small text, or two when it is too long; then smaller, and only then cut.
 void DrawSmall(QPainter& painter, const QFont& ordinary, const QRectF& area, int alignment, const QString& text) {
@@ -90,7 +91,7 @@ QSize WordCard::sizeHint() const {
     case Form::kTile:
       return SizeForWord(1.7);
     case Form::kStrip:
-      return SizeForWord(1.15);
+      return SizeForWord(kStripWord);
   }
   return {};
 }
@@ -103,7 +104,7 @@ QSize WordCard::minimumSizeHint() const {
       return SizeForWord(1.2);
     case Form::kStrip: {
       const double size = PixelSize(font());
-      return {static_cast<int>(8 * size), SizeForWord(1.15).height()};
+      return {static_cast<int>(8 * size), SizeForWord(kStripWord).height()};
     }
   }
   return {};
@@ -161,8 +162,7 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
 
 void WordCard::PaintStrip(QPainter& painter, QRectF area) const {
   const double size = PixelSize(font());
-  QFont word = WordFont();
-  word.setPixelSize(static_cast<int>(std::lround(1.15 * size)));
+  QFont word = FitFont(WordFont(), content_.word, area.size(), kSmallestText * size, kStripWord * size);
   word.setItalic(content_.tone.old);
   painter.setFont(word);
   const double word_width = QFontMetricsF(word).horizontalAdvance(longest_word_) + size * kPadding;

@@ -170,7 +170,8 @@ class StartupTest : public test::LinkFixture {
                    .window = &window,
                    .poll_timer = poll_timer,
                    .second_timer = second_timer,
-                   .connector = connector}};
+                   .connector = connector,
+                   .logs = logs}};
 };
 
 TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {

@@ -10,6 +10,7 @@
 #include "acquisition/connector.h"
 #include "acquisition/poll_cycle.h"
 #include "acquisition/sensor_link.h"
+#include "tests/support/alert_recorder.h"
 #include "tests/support/fake_event_loop.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/memory_profile.h"
@@ -64,6 +65,9 @@ class LinkFixture : public testing::Test {
   SensorLink link{{.port = port, .loop = loop, .store = store, .panel = panel, .events = events, .options = options}};
   Connector connector{link, boundary};
   AutoReconnect reconnect{{.link = link, .connector = connector, .panel = panel, .events = events, .clock = clock}};
+  AlertRecorder given;
+  Alerts alerts{given, given, events};
+  LogWriter logs{events};
   PollCycle poll{{.loop = loop,
                   .clock = clock,
                   .link = link,
@@ -72,6 +76,8 @@ class LinkFixture : public testing::Test {
                   .panel = panel,
                   .events = events,
                   .boundary = boundary,
+                  .alerts = alerts,
+                  .logs = logs,
                   .locale = {}}};
 };
 

@@ -1,0 +1,103 @@
+#include "acquisition/log_files.h"
+
+#include <system_error>
+#include <utility>
+
+namespace orvalis {
+namespace {
+
+namespace fs = std::filesystem;
+
+}  // namespace
+
+void FullLog::Open(const fs::path& folder) {
+  Close();
+  path_ = folder / kFileName;
+  static_cast<void>(EnsureOpen());
+}
+
+void FullLog::Close() {
+  file_.close();
+  file_.clear();
+  reported_.clear();
+}
+
+bool FullLog::EnsureOpen() {
+  std::error_code error;
+  // A file that was deleted or moved away goes on taking lines that nobody will read.
+  const std::uintmax_t on_disk = fs::file_size(path_, error);
+  if (file_.is_open() && file_.good() && !error && on_disk == size_) return true;
+  file_.close();
+  file_.clear();
+  bool cut_off = false;  // a full disk may have taken half a line
+  if (!error && on_disk > 0) {
+    std::ifstream existing(path_, std::ios::binary);
+    existing.seekg(-1, std::ios::end);
+    cut_off = existing.get() != '\n';
+  }
+  file_.open(path_, std::ios::app | std::ios::binary);
+  if (!file_) {
+    Report("cannot write the full log " + path_.string() + "; is its folder there, and may it be written?");
+    return false;
+  }
+  size_ = error ? 0 : on_disk;
+  if (cut_off) {
+    file_ << '\n';
+    ++size_;
+  }
+  return true;
+}
+
+void FullLog::Write(const std::string& line) {
+  if (path_.empty() || !EnsureOpen()) return;
+  if (size_ + line.size() + 1 > max_bytes_) {
+    Rotate();
+    if (!EnsureOpen()) return;
+  }
+  file_ << line << '\n' << std::flush;
+  if (!file_) {
+    Report("cannot write the full log " + path_.string() + "; is the disk full?");
+    return;
+  }
+  size_ += line.size() + 1;
+  if (!std::exchange(reported_, {}).empty()) events_.Record("the full log is written again");
+}
+
+void FullLog::Rotate() {
+  file_.close();
+  std::error_code error;
+  const auto former = [&](int number) { return fs::path(path_.string() + "." + std::to_string(number)); };
+  fs::remove(former(kFormerKept), error);
+  for (int number = kFormerKept - 1; number >= 1; --number) fs::rename(former(number), former(number + 1), error);
+  fs::rename(path_, former(1), error);
+  if (error) Report("cannot begin a new full log " + path_.string() + ": " + error.message());
+}
+
+void FullLog::Report(const std::string& failure) {
+  if (failure == reported_) return;
+  reported_ = failure;
+  events_.Record(failure);
+}
+
+void OneLineLog::Write(const fs::path& folder, const std::string& record) {
+  const fs::path path = folder / kFileName;
+  const fs::path fresh = folder / (std::string(kFileName) + ".new");
+  std::error_code error;
+  {
+    std::ofstream file(fresh, std::ios::trunc | std::ios::binary);
+    file << record << '\n' << std::flush;
+    if (!file) error = std::make_error_code(std::errc::io_error);
+  }
+  if (!error) fs::rename(fresh, path, error);
+  if (error) {
+    std::string failure = "cannot write the one-line log " + path.string() +
+                          "; is its folder there, may it be written, and is there room on the disk?";
+    if (failure == reported_) return;
+    reported_ = std::move(failure);
+    events_.Record(reported_);
+    return;
+  }
+  if (!std::exchange(reported_, {}).empty()) events_.Record("the one-line log is written again");
+}
+
+}  // namespace orvalis

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "acquisition/alerts.h"
+
+class QSoundEffect;
+
+namespace orvalis {
+
+/// Plays wave files by Qt Multimedia. Nothing of it is loaded before the first sound.
+class QtSoundPlayer : public SoundPlayer {
+ public:
+  /// `fail` is told of a file that turns out, while it is being loaded, not to be a sound.
+  explicit QtSoundPlayer(std::function<void(const std::string&)> fail);
+  ~QtSoundPlayer() override;
+
+  void Play(const std::string& path) override;
+
+ private:
+  std::function<void(const std::string&)> fail_;
+  std::unique_ptr<QSoundEffect> effect_;
+};
+
+}  // namespace orvalis

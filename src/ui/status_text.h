@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QPlainTextEdit>
+#include <QString>
+
+#include "ui/night_proof.h"
+
+namespace orvalis {
+
+/// The status line: one line when it is short, up to four when it is long, and it scrolls when even those are too few.
+/// Its text can be selected and copied; the whole of it is in its tool tip.
+class StatusText : public NightProof<QPlainTextEdit> {
+  Q_OBJECT
+ public:
+  explicit StatusText(QWidget* parent);
+
+  /// Does nothing when `text` is what it shows already, so that a selection in it stays.
+  void Show(const QString& text);
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void FitHeight();
+  [[nodiscard]] int HeightOf(double text_height) const;
+};
+
+}  // namespace orvalis
