@@ -131,6 +131,7 @@ class Program {
                                     .second_timer = second_timer_,
                                     .connector = connector_,
                                     .logs = logs_,
+                                    .leftovers = leftovers_,
                                     .auto_connect_override = line.headless || line.port.has_value(),
                                     .demo_override = line.demo});
   }
@@ -223,6 +224,7 @@ class Program {
   QtProgramStarter programs_;
   Alerts alerts_;
   LogWriter logs_;
+  Leftovers leftovers_;
   SensorLink link_;
   Connector connector_;
   AutoReconnect reconnect_;

@@ -17,6 +17,7 @@ void Startup::Main() {
   profile.SetDeviceType(kDeviceType);
   profile.Register(kDriverId, kDriverDescription);
   parts_.settings = parts_.store.LoadSettings();
+  parts_.leftovers.Refresh(parts_.settings);
   if (parts_.window != nullptr) PlacePanel();
   parts_.poll_timer.SetInterval(kTick);
   parts_.second_timer.SetInterval(kTick);

@@ -5,21 +5,12 @@
 #include "acquisition/connector.h"
 #include "acquisition/log_writer.h"
 #include "base/interval_timer.h"
+#include "config/leftovers.h"
+#include "config/panel_window.h"
 #include "config/settings.h"
 #include "config/settings_store.h"
 
 namespace orvalis {
-
-/// The main panel's window as start-up and shutdown see it. Edges are in screen pixels.
-class PanelWindow {
- public:
-  virtual ~PanelWindow() = default;
-  virtual void Place(int left, int top) = 0;
-  virtual void SetAlwaysOnTop(bool on) = 0;
-  virtual void Show() = 0;
-  [[nodiscard]] virtual int Left() const = 0;
-  [[nodiscard]] virtual int Top() const = 0;
-};
 
 /// Brings the program up and down, in fixed orders.
 class Startup {
@@ -32,6 +23,7 @@ class Startup {
     IntervalTimer& second_timer;
     Connector& connector;
     LogWriter& logs;
+    Leftovers& leftovers;
     bool auto_connect_override = false;  ///< connect and reconnect in this run, whatever the setting says
     bool demo_override = false;          ///< demo mode for this run
   };

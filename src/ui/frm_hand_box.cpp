@@ -108,11 +108,14 @@ void frmHandBox::ApplyTheme() {
   if (night_) {
     theme_ = Theme::Night();
     setPalette(theme_.palette());
+    setStyleSheet(theme_.StyleSheet());
   } else {
-    if (theme_.kind() == Theme::Kind::kNight) setPalette(QPalette());
+    if (theme_.kind() == Theme::Kind::kNight) {
+      setStyleSheet({});  // first: a style sheet holds on to the palette that it found
+      setPalette({});
+    }
     theme_ = Theme::ForDesktop(palette());
   }
-  if (const QString sheet = theme_.StyleSheet(); sheet != styleSheet()) setStyleSheet(sheet);
   humidity_selector_->SetNight(night_);
   events_->SetNight(night_);
   status_->SetNight(night_);

@@ -79,6 +79,7 @@ class frmHandBox : public QWidget {
   /// Places the parts side by side or one above the other, and lets the letters grow with the window.
   void Arrange();
   void ArrangeValues();
+  void FitToolButtons(double letter_size);
   void ShowEvents(bool open);
 
   PanelModel& model_;
@@ -102,6 +103,7 @@ class frmHandBox : public QWidget {
   WordCard* heater_ = nullptr;
   WordCard* relay_ = nullptr;
 
+  QBoxLayout* switches_ = nullptr;  ///< heater and relay
   QBoxLayout* values_ = nullptr;  ///< the two groups of rows
   QBoxLayout* temperatures_ = nullptr;
   QBoxLayout* quantities_ = nullptr;

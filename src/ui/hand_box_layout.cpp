@@ -26,8 +26,9 @@ namespace orvalis {
 namespace {
 
 // Lengths in units of the ordinary letters' size, so that the window follows the desktop's font.
-constexpr QSizeF kUprightSize(36, 56);  ///< where the letters have their ordinary size
-constexpr QSizeF kWideSize(60, 36);
+constexpr QSizeF kFirstSize(36, 56);
+constexpr QSizeF kUprightSize(36, 64);  ///< in larger windows the letters grow
+constexpr QSizeF kWideSize(60, 45);
 constexpr double kLeastWideWidth = 54;
 constexpr double kLeastStackedHeight = 46;
 constexpr double kMargin = 0.8;
@@ -78,7 +79,7 @@ frmHandBox::frmHandBox(PanelModel& model, QWidget* parent)
   SetTabOrder();
 
   const double unit = PixelSize(font());
-  QSize size = (kUprightSize * unit).toSize();
+  QSize size = (kFirstSize * unit).toSize();
   if (const QScreen* on = screen()) size = size.boundedTo(on->availableSize() * 0.9);
   resize(size);
   Refresh();
@@ -120,11 +121,11 @@ void frmHandBox::BuildBody() {
   wind_word_ = card(tiles, WordCard::Form::kTile, "lblWindWord", "Wind", "Breeze");
   rain_word_ = card(tiles, WordCard::Form::kTile, "lblRainWord", "Rain", "Damp");
   light_word_ = card(tiles, WordCard::Form::kTile, "lblLightWord", "Light", "Dusk");
-  column->addLayout(tiles, 3);
-  auto* strips = new QHBoxLayout;
-  heater_ = card(strips, WordCard::Form::kStrip, "lblHeater", "Heater", "Y");
-  relay_ = card(strips, WordCard::Form::kStrip, "lblRelay", "Relay", "Y");
-  column->addLayout(strips);
+  column->addLayout(tiles, 30);
+  switches_ = new QBoxLayout(QBoxLayout::LeftToRight);
+  heater_ = card(switches_, WordCard::Form::kStrip, "lblHeater", "Heater", "Y");
+  relay_ = card(switches_, WordCard::Form::kStrip, "lblRelay", "Relay", "Y");
+  column->addLayout(switches_);
 
   values_ = new QBoxLayout(QBoxLayout::LeftToRight);
   temperatures_ = new QVBoxLayout;
@@ -199,7 +200,8 @@ void frmHandBox::BuildTools(QBoxLayout* column) {
   events_button_->setAccessibleName("Show the events");
   column->addWidget(events_button_, 0, Qt::AlignLeft);
   events_ = Named(new EventView(body), "txtEvents");
-  column->addWidget(events_, 4);
+  column->addWidget(events_, 40);
+  column->addStretch(1);
   connect(events_button_, &QToolButton::toggled, this, &frmHandBox::ShowEvents);
   ShowEvents(false);
 }
@@ -231,6 +233,7 @@ QPushButton* frmHandBox::AddToolButton(const QString& text) {
   tools_->addWidget(button);
   if (last_tool_) setTabOrder(last_tool_, button);
   last_tool_ = button;
+  FitToolButtons(PixelSize(button->font()));
   return button;
 }
 
@@ -239,9 +242,9 @@ void frmHandBox::ShowEvents(bool open) {
   events_->setVisible(open);
   scroll_->updateGeometry();
   if (!open) return;
-  // Once the list has its place.
   QTimer::singleShot(0, events_, [this] {
-    scroll_->ensureWidgetVisible(events_, 0, 0);
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);  // the list needs its place first
+    scroll_->verticalScrollBar()->setValue(scroll_->verticalScrollBar()->maximum());
     events_->ScrollToNewest();
   });
 }
@@ -278,14 +281,30 @@ void frmHandBox::Arrange() {
   footer_->setStretch(1, wide ? 14 : 0);
 
   const double grown = unit * factor;
+  FitToolButtons(grown);
   humidity_selector_->setFixedWidth(static_cast<int>(5 * grown));
   for (WordCard* tile : {wind_word_, rain_word_, light_word_}) tile->setMaximumHeight(static_cast<int>(8 * grown));
   scroll_->setMinimumHeight(static_cast<int>(6 * unit));
   ArrangeValues();
 }
 
+void frmHandBox::FitToolButtons(double letter_size) {
+  // Styles leave the same few pixels around a text of any size.
+  for (int i = 0; i < tools_->count(); ++i) {
+    auto* button = static_cast<QPushButton*>(tools_->itemAt(i)->widget());
+    const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
+    button->setMinimumSize(text + (QSizeF(1.6, 0.8) * letter_size).toSize());
+  }
+}
+
 void frmHandBox::ArrangeValues() {
   const int gap = tools_->spacing();
+  QLayout* column = scroll_->widget()->layout();
+  const int beside_bar = scroll_->verticalScrollBar()->isVisible() ? gap / 2 : 0;
+  if (column->contentsMargins().right() != beside_bar) column->setContentsMargins(0, 0, beside_bar, 0);
+  const int available = scroll_->viewport()->width() - beside_bar;
+  const int both_switches = heater_->sizeHint().width() + relay_->sizeHint().width() + gap;
+  switches_->setDirection(both_switches <= available ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
   const QString widest_quantity = "counts";
   const auto widen = [](QBoxLayout* group, const QString& unit) {
     for (int i = 0; i < group->count(); ++i) static_cast<ValueRow*>(group->itemAt(i)->widget())->SetWidestUnit(unit);
@@ -299,7 +318,7 @@ void frmHandBox::ArrangeValues() {
   widen(temperatures_, "°C");
   const int left = needed(temperatures_);
   const int right = needed(quantities_);
-  const bool beside = left + right + 3 * gap <= scroll_->viewport()->width();
+  const bool beside = left + right + 3 * gap <= available;
   values_->setStretch(0, beside ? left : 0);
   values_->setStretch(1, beside ? right : 0);
   // One above the other, the numbers of both groups stand in one column.

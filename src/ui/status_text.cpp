@@ -1,9 +1,10 @@
 #include "ui/status_text.h"
 
-#include <QEvent>
-#include <QFontMetricsF>
+#include <QFontMetrics>
+#include <QResizeEvent>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTimer>
 #include <algorithm>
 #include <cmath>
 
@@ -21,6 +22,7 @@ StatusText::StatusText(QWidget* parent) : NightProof(parent) {
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setTabChangesFocus(true);
   setUndoRedoEnabled(false);
   document()->setDocumentMargin(kMargin);
@@ -39,10 +41,6 @@ void StatusText::Show(const QString& text) {
   FitHeight();
 }
 
-int StatusText::HeightOf(double text_height) const {
-  return static_cast<int>(std::ceil(text_height)) + 2 * kMargin + 2;
-}
-
 void StatusText::FitHeight() {
   // As laid out: lines of the document are higher than the font's metrics say.
   double text_height = 0;
@@ -51,23 +49,40 @@ void StatusText::FitHeight() {
   }
   // The document of a plain text edit counts its height in lines.
   const double lines = std::max(1.0, document()->size().height());
-  const int height = HeightOf(text_height / lines * std::min<double>(lines, kMostLines));
+  const bool too_long = lines > kMostLines;
+  setVerticalScrollBarPolicy(too_long ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+  // Without a margin below when more lines follow: their tops would look in.
+  const double shown = text_height / lines * std::min<double>(lines, kMostLines);
+  const int height = static_cast<int>(std::ceil(shown)) + (too_long ? kMargin : 2 * kMargin + 2);
   if (height == maximumHeight() && height == minimumHeight()) return;
   setFixedHeight(height);
 }
 
-QSize StatusText::sizeHint() const { return {QFontMetrics(font()).averageCharWidth() * 30, HeightOf(QFontMetricsF(font()).lineSpacing())}; }
+void StatusText::FitHeightLater() {
+  // Not from within a change of size: the wrapping that it causes is not known before it is over.
+  if (fit_pending_) return;
+  fit_pending_ = true;
+  QTimer::singleShot(0, this, [this] {
+    fit_pending_ = false;
+    FitHeight();
+  });
+}
 
-QSize StatusText::minimumSizeHint() const { return {QFontMetrics(font()).averageCharWidth() * 10, HeightOf(QFontMetricsF(font()).lineSpacing())}; }
+QSize StatusText::sizeHint() const {
+  const QFontMetrics metrics(font());
+  return {metrics.averageCharWidth() * 30, metrics.lineSpacing() + 2 * kMargin + 2};
+}
+
+QSize StatusText::minimumSizeHint() const { return {QFontMetrics(font()).averageCharWidth() * 10, sizeHint().height()}; }
 
 void StatusText::resizeEvent(QResizeEvent* event) {
   NightProof::resizeEvent(event);
-  FitHeight();
+  if (event->size().width() != event->oldSize().width()) FitHeightLater();
 }
 
 void StatusText::changeEvent(QEvent* event) {
   NightProof::changeEvent(event);
-  if (event->type() == QEvent::FontChange) FitHeight();
+  if (event->type() == QEvent::FontChange) FitHeightLater();
 }
 
 }  // namespace orvalis

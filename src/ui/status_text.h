@@ -26,7 +26,9 @@ class StatusText : public NightProof<QPlainTextEdit> {
 
  private:
   void FitHeight();
-  [[nodiscard]] int HeightOf(double text_height) const;
+  void FitHeightLater();
+
+  bool fit_pending_ = false;
 };
 
 }  // namespace orvalis

@@ -15,31 +15,33 @@ namespace {
 constexpr double kPadding = 0.5;
 constexpr double kSmallText = 0.9;
 constexpr double kRadius = 0.45;
-constexpr double kSmallestText = 0.6;
+constexpr double kSmallestText = 0.52;
 constexpr double kStripWord = 1.15;
 
-/// One line of small text, or two when it is too long; then smaller, and only then cut.
+/// One line of small text, or two where there is room for two; smaller when it is too long, then without what follows a
+/// comma, and only then cut.
 void DrawSmall(QPainter& painter, const QFont& ordinary, const QRectF& area, int alignment, const QString& text) {
-  const double size = PixelSize(ordinary);
-  QFont font = ScaledFont(ordinary, kSmallText);
-  const QFontMetricsF metrics(font);
-  if (metrics.horizontalAdvance(text) <= area.width()) {
+  constexpr double kStep = 0.07;
+  QFont font;
+  for (double scale = kSmallText; scale >= kSmallestText; scale -= kStep) {
+    font = ScaledFont(ordinary, scale);
+    const QFontMetricsF metrics(font);
+    const bool one_line = metrics.horizontalAdvance(text) <= area.width();
+    const QRectF wrapped = metrics.boundingRect(area, alignment | Qt::TextWordWrap, text);
+    const bool two_lines = area.height() > 1.9 * metrics.height() && wrapped.width() <= area.width() &&
+                           wrapped.height() <= area.height() + 1;
+    if (!one_line && !two_lines) continue;
     painter.setFont(font);
-    painter.drawText(area, alignment | Qt::TextSingleLine, text);
+    painter.drawText(area, alignment | (one_line ? Qt::TextSingleLine : Qt::TextWordWrap), text);
     return;
   }
-  if (area.height() >= 2 * metrics.height() && text.contains(' ')) {
-    const QRectF needed = metrics.boundingRect(area, alignment | Qt::TextWordWrap, text);
-    if (needed.width() <= area.width() && needed.height() <= area.height() + 1) {
-      painter.setFont(font);
-      painter.drawText(area, alignment | Qt::TextWordWrap, text);
-      return;
-    }
+  if (text.contains(',')) {
+    DrawSmall(painter, ordinary, area, alignment, text.section(',', 0, 0));
+    return;
   }
-  font = FitFont(ordinary, text, area.size(), kSmallestText * size, kSmallText * size);
   painter.setFont(font);
   painter.drawText(area, alignment | Qt::TextSingleLine,
-                   QFontMetricsF(font).elidedText(text, Qt::ElideRight, area.width() + 1));
+                   QFontMetricsF(font).elidedText(text, Qt::ElideRight, area.width()));
 }
 
 }  // namespace
@@ -99,9 +101,9 @@ QSize WordCard::sizeHint() const {
 QSize WordCard::minimumSizeHint() const {
   switch (form_) {
     case Form::kHero:
-      return SizeForWord(2.0);
+      return {SizeForWord(1.2).width(), SizeForWord(2.0).height()};
     case Form::kTile:
-      return SizeForWord(1.2);
+      return {SizeForWord(0.85).width(), SizeForWord(1.2).height()};
     case Form::kStrip: {
       const double size = PixelSize(font());
       return {static_cast<int>(8 * size), SizeForWord(kStripWord).height()};
@@ -130,7 +132,8 @@ void WordCard::paintEvent(QPaintEvent*) {
   if (form_ == Form::kStrip) {
     PaintStrip(painter, QRectF(rect()).adjusted(padding * 1.5, 0, -padding * 1.5, 0));
   } else {
-    PaintStacked(painter, QRectF(rect()).adjusted(padding, padding, -padding, -padding));
+    const double side = form_ == Form::kTile ? padding * 0.6 : padding;
+    PaintStacked(painter, QRectF(rect()).adjusted(side, padding, -side, -padding));
   }
 }
 
@@ -138,26 +141,32 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
   const QFontMetricsF small(ScaledFont(font(), kSmallText));
   const double line = small.height();
   const double caption_height = caption_.isEmpty() || form_ == Form::kHero ? 0 : line;
-  // A second line for the detail where there is room to spare, so that the word stays in its place either way.
+  // A second line for the detail where there is room to spare, so that the word stays in its place either way; in a
+  // small card only when it must be.
   const bool tall = form_ == Form::kHero && area.height() > 5.5 * line;
-  const double detail_height = tall ? 2 * line : line;
-
-  QRectF word = area.adjusted(0, caption_height, 0, -detail_height);
-  if (tall) word.setTop(word.top() + line / 2);
-  if (caption_height > 0) {
-    DrawSmall(painter, font(), QRectF(area.topLeft(), QSizeF(area.width(), line)), Qt::AlignCenter, caption_);
-  }
-  DrawSmall(painter, font(), QRectF(area.left(), area.bottom() - detail_height, area.width(), detail_height),
-            Qt::AlignCenter, content_.detail);
+  const bool long_detail = form_ == Form::kHero && small.horizontalAdvance(content_.detail) > area.width();
+  const double detail_height = tall || long_detail ? 2 * line : line;
 
   const double size = PixelSize(font());
   const double largest = form_ == Form::kHero ? 1000 : 2.6 * size;
   // Fitted to the longest word: another word of the same card must not jump in size.
   const QString& measured = content_.word.size() > longest_word_.size() ? content_.word : longest_word_;
-  QFont font = FitFont(WordFont(), measured, word.size(), kSmallestText * size, largest);
-  font.setItalic(content_.tone.old);
-  painter.setFont(font);
-  painter.drawText(word, Qt::AlignCenter | Qt::TextSingleLine, content_.word);
+  const QSizeF room(area.width(), area.height() - caption_height - detail_height);
+  QFont word_font = FitFont(WordFont(), measured, room, kSmallestText * size, largest);
+  word_font.setItalic(content_.tone.old);
+  const double word_height = std::min(room.height(), QFontMetricsF(word_font).height());
+
+  // The three stay together in the middle, however large the card.
+  double top = area.top() + (room.height() - word_height) / 2 + (tall ? line / 2 : 0);
+  const auto next = [&](double height) {
+    const QRectF strip(area.left(), top, area.width(), height);
+    top += height;
+    return strip;
+  };
+  if (caption_height > 0) DrawSmall(painter, font(), next(caption_height), Qt::AlignCenter, caption_);
+  painter.setFont(word_font);
+  painter.drawText(next(word_height), Qt::AlignCenter | Qt::TextSingleLine, content_.word);
+  DrawSmall(painter, font(), next(detail_height), Qt::AlignHCenter | Qt::AlignTop, content_.detail);
 }
 
 void WordCard::PaintStrip(QPainter& painter, QRectF area) const {

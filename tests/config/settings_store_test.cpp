@@ -162,6 +162,7 @@ class StartupTest : public test::LinkFixture {
     std::vector<std::string>& log_;
   };
 
+  Leftovers leftovers;
   Window window{profile.log};
   test::FakeTimer poll_timer;
   test::FakeTimer second_timer;
@@ -171,7 +172,8 @@ class StartupTest : public test::LinkFixture {
                    .poll_timer = poll_timer,
                    .second_timer = second_timer,
                    .connector = connector,
-                   .logs = logs}};
+                   .logs = logs,
+                   .leftovers = leftovers}};
 };
 
 TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {

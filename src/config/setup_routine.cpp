@@ -1,0 +1,133 @@
+#include "config/setup_routine.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+namespace {
+
+constexpr const char* kPortKey = "COM Port";
+constexpr const char* kDefaultPort = "2";
+
+/// Sets a member, writes its keys, and takes it back when the store fails.
+template <typename Write>
+void Change(Settings& settings, const Settings& changed, Write write) {
+  const Settings former = std::exchange(settings, changed);
+  try {
+    write();
+  } catch (...) {
+    settings = former;
+    throw;
+  }
+}
+
+}  // namespace
+
+void SetupRoutine::Run() {
+  if (open_) {
+    parts_.dialog.BringToFront();
+    return;
+  }
+  // Whatever happens below, the polling goes on afterwards.
+  struct Paused {
+    SetupRoutine& routine;
+    explicit Paused(SetupRoutine& r) : routine(r) {
+      routine.open_ = true;
+      routine.parts_.poll_timer.SetEnabled(false);
+    }
+    Paused(const Paused&) = delete;
+    Paused& operator=(const Paused&) = delete;
+    ~Paused() {
+      routine.parts_.poll_timer.SetEnabled(true);
+      routine.open_ = false;
+    }
+  };
+  const Paused paused(*this);
+  SetupForm form = CopyIn();
+  while (parts_.dialog.Exec(form) && !Accept(form)) {
+  }
+  parts_.leftovers.Refresh(parts_.settings);
+  if (parts_.window != nullptr) parts_.window->SetAlwaysOnTop(parts_.settings.AlwaysOnTop);
+}
+
+SetupForm SetupRoutine::CopyIn() const {
+  const Settings& settings = parts_.settings;
+  SetupForm form;
+  for (const SetupField& field : SetupFields()) {
+    form.texts.push_back(SetupFieldText(field, settings, parts_.store.locale()));
+  }
+  for (const SetupFlag& flag : SetupFlags()) form.flags.push_back(flag.Get(settings));
+  for (const SetupFile& file : SetupFiles()) form.files.push_back(settings.*file.path);
+  form.unit = parts_.unit;
+  form.port = parts_.store.Get(*FindSettingKey(kPortKey));
+  if (form.port.empty()) form.port = kDefaultPort;
+  return form;
+}
+
+bool SetupRoutine::ReadBack(SetupForm& form, Settings& settings) const {
+  for (std::size_t i = 0; i < SetupFields().size(); ++i) {
+    const SetupField& field = SetupFields()[i];
+    const SetupReading reading = ReadSetupField(field, form.texts[i], parts_.store.locale());
+    if (!reading.message.empty()) parts_.dialog.ShowMessage(reading.message);
+    if (!reading.replacement_text.empty()) form.texts[i] = reading.replacement_text;
+    if (reading.IsSentinel()) return false;
+    StoreSetupField(field, reading.value, settings);
+  }
+  for (std::size_t i = 0; i < SetupFlags().size(); ++i) SetupFlags()[i].Set(form.flags[i], settings);
+  for (std::size_t i = 0; i < SetupFiles().size(); ++i) settings.*SetupFiles()[i].path = form.files[i];
+  return true;
+}
+
+bool SetupRoutine::Accept(SetupForm& form) {
+  try {
+    if (!form.port.empty()) parts_.store.WriteText(kPortKey, form.port);
+    Settings changed = parts_.settings;
+    if (!ReadBack(form, changed)) return false;
+    parts_.store.SaveSetupSettings(changed);
+    parts_.settings = changed;
+  } catch (const RunTimeError& error) {
+    parts_.dialog.ShowMessage(error.what());
+    return false;
+  }
+  parts_.unit = form.unit;
+  return true;
+}
+
+void ImmediateSwitches::SetDemoMode(bool on) {
+  Settings changed = parts_.settings;
+  changed.DemoMode = on ? 1 : 0;
+  Change(parts_.settings, changed, [this] { parts_.store.Write("DemoMode", parts_.settings); });
+}
+
+void ImmediateSwitches::SetAutoConnect(bool on) {
+  Settings changed = parts_.settings;
+  changed.AutoConnect = on ? 1 : 0;
+  Change(parts_.settings, changed, [this] { parts_.store.Write("AutoConnect", parts_.settings); });
+  if (on && !parts_.link.Connected()) parts_.connector.Connect();
+}
+
+void ImmediateSwitches::SetFullLog(bool on, const std::string& folder) {
+  Settings changed = parts_.settings;
+  changed.g_lFullLog = on ? 1 : 0;
+  if (on) changed.g_sFullLogPath = folder;
+  Change(parts_.settings, changed, [&] {
+    parts_.store.Write("g_lFullLog", parts_.settings);
+    if (on) parts_.store.Write("g_sFullLogPath", parts_.settings);
+  });
+  parts_.logs.CloseFullLog();
+  parts_.logs.OpenFullLog(parts_.settings);
+}
+
+void ImmediateSwitches::SetOneLineLog(bool on, const std::string& folder) {
+  Settings changed = parts_.settings;
+  changed.g_lOneLineLog = on ? 1 : 0;
+  if (on) changed.g_sOneLineLogPath = folder;
+  Change(parts_.settings, changed, [&] {
+    parts_.store.Write("g_lOneLineLog", parts_.settings);
+    if (on) parts_.store.Write("g_sOneLineLogPath", parts_.settings);
+  });
+}
+
+}  // namespace orvalis

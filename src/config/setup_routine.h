@@ -1,0 +1,97 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "acquisition/connector.h"
+#include "acquisition/log_writer.h"
+#include "acquisition/unit_commands.h"
+#include "base/interval_timer.h"
+#include "config/leftovers.h"
+#include "config/panel_window.h"
+#include "config/settings.h"
+#include "config/settings_store.h"
+#include "config/setup_fields.h"
+
+namespace orvalis {
+
+/// What the setup dialog shows and lets the user change. Indices are those of the tables in setup_fields.h.
+struct SetupForm {
+  std::vector<std::string> texts;
+  std::vector<bool> flags;
+  std::vector<std::string> files;  ///< full paths; the dialog shows the names
+  UnitOptions unit;
+  std::string port;
+};
+
+/// The setup dialog's window.
+class SetupDialog {
+ public:
+  virtual ~SetupDialog() = default;
+  /// Shows the dialog until the user is done, with `form` as it stands; then `form` holds what the user made of it.
+  /// True after OK, false after Cancel.
+  virtual bool Exec(SetupForm& form) = 0;
+  /// A message box.
+  virtual void ShowMessage(std::string_view text) = 0;
+  /// The user asked for a dialog that is open already.
+  virtual void BringToFront() = 0;
+};
+
+/// Runs the dialog for the panel's button and for clients: takes the settings there and, after OK, back.
+class SetupRoutine {
+ public:
+  struct Parts {
+    SettingsStore& store;
+    Settings& settings;
+    UnitOptions& unit;
+    IntervalTimer& poll_timer;
+    SetupDialog& dialog;
+    Leftovers& leftovers;
+    PanelWindow* window;  ///< none when headless
+  };
+
+  explicit SetupRoutine(const Parts& parts) : parts_(parts) {}
+
+  /// Returns when the dialog is closed. The polling pauses meanwhile. Bad input is answered in the dialog; a store that
+  /// cannot be written shows its reason and leaves the dialog open with nothing stored.
+  void Run();
+
+ private:
+  [[nodiscard]] SetupForm CopyIn() const;
+  /// Reads the form into `settings`; false when the dialog has to be shown again. Replacement texts go into the form.
+  bool ReadBack(SetupForm& form, Settings& settings) const;
+  /// Stores a confirmed form; false when the dialog has to be shown again.
+  bool Accept(SetupForm& form);
+
+  Parts parts_;
+  bool open_ = false;
+};
+
+/// The check boxes of the dialog that act at once, whatever becomes of the dialog. Each writes its key and throws
+/// RunTimeError when the store fails, with the setting left as it was.
+class ImmediateSwitches {
+ public:
+  struct Parts {
+    SettingsStore& store;
+    Settings& settings;
+    SensorLink& link;
+    Connector& connector;
+    LogWriter& logs;
+  };
+
+  explicit ImmediateSwitches(const Parts& parts) : parts_(parts) {}
+
+  void SetDemoMode(bool on);
+  /// Connects at once when it is switched on and the port is not open.
+  void SetAutoConnect(bool on);
+  /// `folder` is the one chosen when switching on.
+  void SetFullLog(bool on, const std::string& folder);
+  void SetOneLineLog(bool on, const std::string& folder);
+
+  [[nodiscard]] const Settings& settings() const { return parts_.settings; }
+
+ private:
+  Parts parts_;
+};
+
+}  // namespace orvalis
