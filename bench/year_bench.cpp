@@ -43,8 +43,7 @@ int Run() {
   SensorLink link({.port = port, .loop = loop, .store = store, .panel = panel, .events = events, .options = options},
                   "/dev/unit");
   Connector connector(link, boundary);
-  AutoReconnect reconnect(
-      {.link = link, .connector = connector, .panel = panel, .events = events, .clock = clock});
+  AutoReconnect reconnect({.link = link, .connector = connector, .panel = panel, .events = events, .clock = clock});
   test::AlertRecorder given;
   Alerts alerts(given, given, events);
   LogWriter logs(events);

@@ -117,7 +117,10 @@ class Program {
                .demo_override = line.demo}),
         poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
         second_timer_([this] {
-          Tick("reconnecting", [this] { reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode()); });
+          Tick("reconnecting", [this] {
+            reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
+            poll_.WatchStaleness();
+          });
         }) {
     if (line.headless) {
       SpeakOnStandardOutput();

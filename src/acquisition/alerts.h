@@ -29,8 +29,8 @@ class ProgramStarter {
   virtual void Start(const std::string& path) = 0;
 };
 
-/// A sound and a program for each of five conditions, each as often as the user wants: once when the condition begins, or
-/// in every working cycle as long as it holds.
+/// A sound and a program for each of five conditions, each as often as the user wants: once when the condition begins,
+/// or in every working cycle as long as it holds.
 class Alerts {
  public:
   enum class Kind { kRelay, kRain, kWind, kLight, kCloud };

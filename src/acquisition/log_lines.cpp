@@ -13,8 +13,8 @@ namespace {
 /// Days since 1899-12-30 with the time as a fraction, local time.
 double DayCount(const CivilTime& time) {
   using namespace std::chrono;
-  const auto date = sys_days{year{time.year} / month{static_cast<unsigned>(time.month)} /
-                             day{static_cast<unsigned>(time.day)}};
+  const auto date =
+      sys_days{year{time.year} / month{static_cast<unsigned>(time.month)} / day{static_cast<unsigned>(time.day)}};
   constexpr auto kBegin = sys_days{year{1899} / December / 30};
   const double seconds = time.hour * 3600 + time.minute * 60 + time.second + time.millisecond / 1000.0;
   return static_cast<double>((date - kBegin).count()) + seconds / 86400;

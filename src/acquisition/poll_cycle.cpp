@@ -76,7 +76,7 @@ void PollCycle::ShowFresh() {
   if (stale_reported_) {
     stale_reported_ = false;
     parts_.events.Record("fresh again: complete frames are coming in");
-    parts_.panel.status = "The unit answers again";
+    parts_.panel.status = "Complete frames are coming in again";
   }
   counters_.since_frame.Reset();
   last_frame_tick_ = parts_.loop.TickCount();
@@ -104,25 +104,28 @@ void PollCycle::RaiseCounters() {
   counters_.demo_line.RaiseUpTo(DemoFeed::kTicksPerLine);
   counters_.gust_block.RaiseUpTo(WindFigures::kGustBlockTicks);
   counters_.since_frame.RaiseUpTo(kLongestCount);
-  // Ticks are not delivered while the machine sleeps; the values age all the same.
-  const std::int64_t elapsed = (parts_.loop.TickCount() - last_frame_tick_) / 1000;
-  while (counters_.since_frame.ticks() < std::min<std::int64_t>(elapsed, kLongestCount)) counters_.since_frame.Raise();
 }
 
 void PollCycle::WatchStaleness() {
-  if (parts_.link.Ready()) {
-    counters_.answer_due.RaiseUpTo(kStaleSeconds);
-  } else {
-    counters_.answer_due.Reset();
+  // Ticks are not delivered while the machine sleeps or the timer is paused; the values age all the same.
+  const std::int64_t now = parts_.loop.TickCount();
+  const std::int64_t elapsed = (now - last_frame_tick_) / 1000;
+  while (counters_.since_frame.ticks() < std::min<std::int64_t>(elapsed, kLongestCount)) counters_.since_frame.Raise();
+  if (!parts_.link.Ready()) {
+    ready_since_.reset();
+  } else if (!ready_since_) {
+    ready_since_ = now;
   }
   if (counters_.since_frame.ticks() < kStaleSeconds) return;
   parts_.panel.stale = true;
-  if (stale_reported_ || counters_.answer_due.ticks() < kStaleSeconds) return;
+  // A link that was opened a moment ago gets its time first.
+  const bool answer_due = ready_since_ && now - *ready_since_ >= kStaleSeconds * 1000;
+  if (stale_reported_ || !answer_due) return;
   stale_reported_ = true;
   const std::string since =
       parts_.panel.fresh_at ? "since " + FormatTimeOfDay(*parts_.panel.fresh_at) : "since the start";
   parts_.events.Record("stale: no complete frame " + since);
-  parts_.panel.status = "The unit does not answer; no complete frame " + since;
+  parts_.panel.status = "No complete frame from the unit " + since;
 }
 
 }  // namespace orvalis

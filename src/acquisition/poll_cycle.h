@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,10 @@ class PollCycle {
   /// counts.
   void Poll();
 
+  /// Turns the panel's values grey when they are too old. `Poll` does it; while the poll timer is paused somebody else
+  /// has to, once a second.
+  void WatchStaleness();
+
   void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
 
   [[nodiscard]] bool InDemoMode() const { return parts_.demo_override || parts_.settings.DemoMode == 1; }
@@ -68,7 +73,6 @@ class PollCycle {
     TickCounter demo_line;
     TickCounter gust_block;
     TickCounter since_frame;
-    TickCounter answer_due;  ///< since the unit can be asked
   };
 
   Task<> WorkingCycle();
@@ -81,13 +85,13 @@ class PollCycle {
   void GiveAlerts();
   void WriteLogs();
   void RaiseCounters();
-  void WatchStaleness();
 
   Parts parts_;
   std::vector<Listener> listeners_;
   Counters counters_;
   std::int64_t sample_count_ = 0;
-  std::int64_t last_frame_tick_;
+  std::int64_t last_frame_tick_;             ///< TickCount of the last complete frame, or of the start
+  std::optional<std::int64_t> ready_since_;  ///< TickCount since when the unit can be asked
   bool stale_reported_ = false;
   SensorFrame frame_;
   DemoFeed demo_;

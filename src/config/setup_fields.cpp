@@ -170,9 +170,9 @@ std::string SetupFieldText(const SetupField& field, const Settings& settings, Nu
 
 void StoreSetupField(const SetupField& field, double value, Settings& settings) {
   if (const auto* whole = std::get_if<std::int32_t Settings::*>(&field.member)) {
-    settings.**whole = RoundToInteger(value);
+    settings.** whole = RoundToInteger(value);
   } else if (const auto* real = std::get_if<double Settings::*>(&field.member)) {
-    settings.**real = value;
+    settings.** real = value;
   }
 }
 
@@ -183,7 +183,7 @@ bool SetupFlag::Get(const Settings& settings) const {
 
 void SetupFlag::Set(bool value, Settings& settings) const {
   if (const auto* flag = std::get_if<bool Settings::*>(&member)) {
-    settings.**flag = value;
+    settings.** flag = value;
   } else {
     settings.*std::get<std::int32_t Settings::*>(member) = value ? 1 : 0;
   }

@@ -113,8 +113,10 @@ void ImmediateSwitches::SetFullLog(bool on, const std::string& folder) {
   changed.g_lFullLog = on ? 1 : 0;
   if (on) changed.g_sFullLogPath = folder;
   Change(parts_.settings, changed, [&] {
+    Profile::Batch batch(parts_.store.profile());
     parts_.store.Write("g_lFullLog", parts_.settings);
     if (on) parts_.store.Write("g_sFullLogPath", parts_.settings);
+    batch.Commit();
   });
   parts_.logs.CloseFullLog();
   parts_.logs.OpenFullLog(parts_.settings);
@@ -125,8 +127,10 @@ void ImmediateSwitches::SetOneLineLog(bool on, const std::string& folder) {
   changed.g_lOneLineLog = on ? 1 : 0;
   if (on) changed.g_sOneLineLogPath = folder;
   Change(parts_.settings, changed, [&] {
+    Profile::Batch batch(parts_.store.profile());
     parts_.store.Write("g_lOneLineLog", parts_.settings);
     if (on) parts_.store.Write("g_sOneLineLogPath", parts_.settings);
+    batch.Commit();
   });
 }
 

@@ -111,8 +111,10 @@ void ConnectButton::paintEvent(QPaintEvent*) {
 
   const bool underline = style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this) != 0;
   painter.setPen(tone.ink);
-  painter.drawText(TextArea(), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextWordWrap |
-                                   (underline ? Qt::TextShowMnemonic : Qt::TextHideMnemonic), text());
+  painter.drawText(
+      TextArea(),
+      Qt::AlignVCenter | Qt::AlignLeft | Qt::TextWordWrap | (underline ? Qt::TextShowMnemonic : Qt::TextHideMnemonic),
+      text());
 }
 
 void ConnectButton::changeEvent(QEvent* event) {

@@ -31,7 +31,8 @@ void frmHandBox::ShowWords() {
   verdict_->Show({verdict.word, verdict.detail, {}, verdict_tone});
 
   const BigWordText sky = SkyText(model_);
-  sky_word_->Show({sky.word, sky.detail, SkyMeaning(model_.cloud.text), sky.colour ? theme_.Quiet(*sky.colour) : unknown});
+  sky_word_->Show(
+      {sky.word, sky.detail, SkyMeaning(model_.cloud.text), sky.colour ? theme_.Quiet(*sky.colour) : unknown});
 
   ShowTile(wind_word_, model_.wind_word, model_.wind, "mph", {});
   ShowTile(rain_word_, model_.rain_word, model_.rain, "counts", {});
@@ -90,7 +91,7 @@ void frmHandBox::ShowControls() {
   if (demo_->isHidden() == model_.demo) demo_->setVisible(model_.demo);
 
   const QString selector = ToQString(model_.humidity_selector);
-  if (!typing_ && humidity_selector_->text() != selector) humidity_selector_->setText(selector);
+  if (humidity_selector_->text() != selector) humidity_selector_->setText(selector);
 }
 
 void frmHandBox::AppendEvent(const Event& event) { events_->Append(event); }

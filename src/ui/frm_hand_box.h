@@ -24,8 +24,8 @@ class StatusText;
 template <typename Control>
 class NightProof;
 
-/// The main panel: the verdict and the sky word for a glance from afar, every value with its unit for the desk. It shows
-/// a PanelModel, passes clicks on as signals, and decides nothing.
+/// The main panel: the verdict and the sky word for a glance from afar, every value with its unit for the desk. It
+/// shows a PanelModel, passes clicks on as signals, and decides nothing.
 class frmHandBox : public QWidget {
   Q_OBJECT
  public:
@@ -104,7 +104,7 @@ class frmHandBox : public QWidget {
   WordCard* relay_ = nullptr;
 
   QBoxLayout* switches_ = nullptr;  ///< heater and relay
-  QBoxLayout* values_ = nullptr;  ///< the two groups of rows
+  QBoxLayout* values_ = nullptr;    ///< the two groups of rows
   QBoxLayout* temperatures_ = nullptr;
   QBoxLayout* quantities_ = nullptr;
   ValueRow* ambient_ = nullptr;

@@ -117,10 +117,10 @@ void frmHandBox::BuildBody() {
     row->addWidget(made, 1);
     return made;
   };
-  auto* tiles = new QHBoxLayout;
+  auto* tiles = new QHBoxLayout;  // the longest word of the three, so that all have letters of one size
   wind_word_ = card(tiles, WordCard::Form::kTile, "lblWindWord", "Wind", "Breeze");
-  rain_word_ = card(tiles, WordCard::Form::kTile, "lblRainWord", "Rain", "Damp");
-  light_word_ = card(tiles, WordCard::Form::kTile, "lblLightWord", "Light", "Dusk");
+  rain_word_ = card(tiles, WordCard::Form::kTile, "lblRainWord", "Rain", "Breeze");
+  light_word_ = card(tiles, WordCard::Form::kTile, "lblLightWord", "Light", "Breeze");
   column->addLayout(tiles, 30);
   switches_ = new QBoxLayout(QBoxLayout::LeftToRight);
   heater_ = card(switches_, WordCard::Form::kStrip, "lblHeater", "Heater", "Y");
@@ -220,7 +220,8 @@ void frmHandBox::BuildFooter() {
 
 void frmHandBox::SetTabOrder() {
   QWidget* before = connect_;
-  for (QWidget* next : std::initializer_list<QWidget*>{humidity_selector_, last_tool_, events_button_, events_, status_}) {
+  for (QWidget* next :
+       std::initializer_list<QWidget*>{humidity_selector_, last_tool_, events_button_, events_, status_}) {
     setTabOrder(before, next);
     before = next;
   }
@@ -284,7 +285,8 @@ void frmHandBox::Arrange() {
   FitToolButtons(grown);
   humidity_selector_->setFixedWidth(static_cast<int>(5 * grown));
   for (WordCard* tile : {wind_word_, rain_word_, light_word_}) tile->setMaximumHeight(static_cast<int>(8 * grown));
-  scroll_->setMinimumHeight(static_cast<int>(6 * unit));
+  scroll_->setMinimumHeight(static_cast<int>(4 * unit));
+  status_->SetMostLines(height() < kLeastStackedHeight * unit && !wide ? 2 : 4);
   ArrangeValues();
 }
 

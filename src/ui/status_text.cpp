@@ -11,7 +11,6 @@
 namespace orvalis {
 namespace {
 
-constexpr int kMostLines = 4;
 constexpr int kMargin = 2;
 
 }  // namespace
@@ -41,6 +40,12 @@ void StatusText::Show(const QString& text) {
   FitHeight();
 }
 
+void StatusText::SetMostLines(int lines) {
+  if (lines == most_lines_) return;
+  most_lines_ = lines;
+  FitHeightLater();
+}
+
 void StatusText::FitHeight() {
   // As laid out: lines of the document are higher than the font's metrics say.
   double text_height = 0;
@@ -49,10 +54,10 @@ void StatusText::FitHeight() {
   }
   // The document of a plain text edit counts its height in lines.
   const double lines = std::max(1.0, document()->size().height());
-  const bool too_long = lines > kMostLines;
+  const bool too_long = lines > most_lines_;
   setVerticalScrollBarPolicy(too_long ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
   // Without a margin below when more lines follow: their tops would look in.
-  const double shown = text_height / lines * std::min<double>(lines, kMostLines);
+  const double shown = text_height / lines * std::min<double>(lines, most_lines_);
   const int height = static_cast<int>(std::ceil(shown)) + (too_long ? kMargin : 2 * kMargin + 2);
   if (height == maximumHeight() && height == minimumHeight()) return;
   setFixedHeight(height);
@@ -73,7 +78,9 @@ QSize StatusText::sizeHint() const {
   return {metrics.averageCharWidth() * 30, metrics.lineSpacing() + 2 * kMargin + 2};
 }
 
-QSize StatusText::minimumSizeHint() const { return {QFontMetrics(font()).averageCharWidth() * 10, sizeHint().height()}; }
+QSize StatusText::minimumSizeHint() const {
+  return {QFontMetrics(font()).averageCharWidth() * 10, sizeHint().height()};
+}
 
 void StatusText::resizeEvent(QResizeEvent* event) {
   NightProof::resizeEvent(event);

@@ -7,7 +7,7 @@
 
 namespace orvalis {
 
-/// The status line: one line when it is short, up to four when it is long, and it scrolls when even those are too few.
+/// The status line: one line when it is short, a few when it is long, and it scrolls when even those are too few.
 /// Its text can be selected and copied; the whole of it is in its tool tip.
 class StatusText : public NightProof<QPlainTextEdit> {
   Q_OBJECT
@@ -16,6 +16,8 @@ class StatusText : public NightProof<QPlainTextEdit> {
 
   /// Does nothing when `text` is what it shows already, so that a selection in it stays.
   void Show(const QString& text);
+  /// How many lines it grows to before it scrolls; 4 at first.
+  void SetMostLines(int lines);
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -28,6 +30,7 @@ class StatusText : public NightProof<QPlainTextEdit> {
   void FitHeight();
   void FitHeightLater();
 
+  int most_lines_ = 4;
   bool fit_pending_ = false;
 };
 

@@ -15,10 +15,10 @@ class AlertsTest : public testing::Test, public SoundPlayer, public ProgramStart
  protected:
   AlertsTest() {
     settings.g_bchkEnableSounds = 1;
-    for (const auto member : {&Settings::g_bchkRainSounds, &Settings::g_bchkWindSounds, &Settings::g_bchkLightSounds,
-                              &Settings::g_bchkCloudSounds, &Settings::g_bchkRelaySounds, &Settings::g_bchkRainApp,
-                              &Settings::g_bchkWindApp, &Settings::g_bchkLightApp, &Settings::g_bchkCloudApp,
-                              &Settings::g_bchkRelayApp}) {
+    for (const auto member :
+         {&Settings::g_bchkRainSounds, &Settings::g_bchkWindSounds, &Settings::g_bchkLightSounds,
+          &Settings::g_bchkCloudSounds, &Settings::g_bchkRelaySounds, &Settings::g_bchkRainApp,
+          &Settings::g_bchkWindApp, &Settings::g_bchkLightApp, &Settings::g_bchkCloudApp, &Settings::g_bchkRelayApp}) {
       settings.*member = 1;
     }
     settings.g_sRainSounds = "rain.wav";
