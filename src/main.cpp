@@ -45,6 +45,7 @@
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_program_starter.h"
 #include "platform/qt/qt_sound_player.h"
+#include "platform/qt/single_instance.h"
 #include "ui/frm_hand_box.h"
 
 namespace orvalis {
@@ -148,6 +149,15 @@ class Program {
     const int code = QCoreApplication::exec();
     startup_->Shutdown();
     return code;
+  }
+
+  /// Whether there is a panel to bring.
+  bool BringToFront() {
+    if (!form_) return false;
+    form_->showNormal();
+    form_->raise();
+    form_->activateWindow();
+    return true;
   }
 
  private:
@@ -258,6 +268,22 @@ int FailToStart(const std::exception& error) {
   return kExitFailed;
 }
 
+/// Another program has the profile. Returns the exit code of this one.
+int LeaveToTheOther(SingleInstance::Start start) {
+  switch (start) {
+    case SingleInstance::Start::kPanelBroughtUp:
+      std::cerr << "orvalis: it runs already; its panel was brought to the front\n";
+      return kExitOk;
+    case SingleInstance::Start::kOtherHasNoPanel:
+      std::cerr << "orvalis: it runs already, headless, with the same settings; stop that one, or use --profile\n";
+      return kExitFailed;
+    default:
+      std::cerr << "orvalis: it runs already with the same settings and does not answer; stop that one, or use "
+                   "--profile\n";
+      return kExitFailed;
+  }
+}
+
 bool DisplayExpected() {
   return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
          !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
@@ -295,7 +321,10 @@ int Run(int argc, char** argv) {
   try {
     if (line.action == CommandLine::Action::kProfile) return RunProfile(line);
     if (windowed) QApplication::setQuitOnLastWindowClosed(false);
+    SingleInstance instance(ProfileFolder(line));
+    if (const auto start = instance.Claim(); start != SingleInstance::Start::kFirst) return LeaveToTheOther(start);
     Program program(line);
+    instance.OnAsked([&program] { return program.BringToFront(); });
     return program.Run();
   } catch (const std::exception& error) {
     return FailToStart(error);

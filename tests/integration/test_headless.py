@@ -114,6 +114,19 @@ class Headless(Case):
             time.sleep(0.5)
 
 
+class SecondStart(Case):
+    def test_leaves_the_profile_to_the_first_until_it_is_gone(self):
+        first = self.program("--headless", "--json", "--demo")
+        self.reading(first)
+        second = self.run_program("--headless", "--demo")
+        self.assertEqual(second.returncode, 1)
+        self.assertIn("runs already", second.stderr)
+        self.assertIsNone(first.process.poll())
+        first.process.kill()
+        first.process.wait()
+        self.reading(self.program("--headless", "--json", "--demo"))
+
+
 class CannotConnect(Case):
     def test_says_which_failure_it_was(self):
         rows = [(self.folder + "/nothing", "does not exist"), (self.folder, "is not a serial port"),

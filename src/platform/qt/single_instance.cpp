@@ -1,0 +1,65 @@
+#include "platform/qt/single_instance.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QLocalSocket>
+#include <chrono>
+
+namespace orvalis {
+namespace {
+
+constexpr int kPatienceMs = 3000;
+constexpr char kHasPanel = 'p';
+constexpr char kHeadless = 'h';
+
+/// The same for every spelling of the same folder.
+QString SocketName(const QString& folder) {
+  const QString canonical = QFileInfo(folder).canonicalFilePath();
+  const QByteArray key = (canonical.isEmpty() ? QDir(folder).absolutePath() : canonical).toUtf8();
+  return "orvalis-" + QCryptographicHash::hash(key, QCryptographicHash::Sha256).toHex().left(24);
+}
+
+/// The folder must be there for the lock in it; a folder that cannot be made is reported when settings are written.
+QString Prepared(const QString& folder) {
+  QDir().mkpath(folder);
+  return folder;
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance(const QString& profile_folder)
+    : socket_name_(SocketName(Prepared(profile_folder))), lock_(profile_folder + "/Orvalis.Weather.running") {
+  // A lock is stale when its process is gone, however old it is.
+  lock_.setStaleLockTime(std::chrono::milliseconds(0));
+  server_.setSocketOptions(QLocalServer::UserAccessOption);
+  QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] { Answer(); });
+}
+
+SingleInstance::Start SingleInstance::Claim() {
+  // Where no lock can be made the profile cannot be written either, and a second program does no harm to it.
+  if (!lock_.tryLock() && lock_.error() == QLockFile::LockFailedError) return AskTheOther();
+  QLocalServer::removeServer(socket_name_);  // of a program that was killed
+  server_.listen(socket_name_);
+  return Start::kFirst;
+}
+
+SingleInstance::Start SingleInstance::AskTheOther() const {
+  QLocalSocket socket;
+  socket.connectToServer(socket_name_);
+  char answer = 0;
+  const bool answered =
+      socket.waitForConnected(kPatienceMs) && socket.waitForReadyRead(kPatienceMs) && socket.getChar(&answer);
+  if (!answered) return Start::kOtherIsSilent;
+  return answer == kHasPanel ? Start::kPanelBroughtUp : Start::kOtherHasNoPanel;
+}
+
+void SingleInstance::Answer() {
+  while (QLocalSocket* socket = server_.nextPendingConnection()) {
+    QObject::connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+    socket->putChar(bring_to_front_ && bring_to_front_() ? kHasPanel : kHeadless);
+    socket->disconnectFromServer();  // after the answer is written
+  }
+}
+
+}  // namespace orvalis

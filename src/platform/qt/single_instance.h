@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QLocalServer>
+#include <QLockFile>
+#include <QString>
+#include <functional>
+
+namespace orvalis {
+
+/// One program for each profile and user: two would both write its settings and fight over the unit.
+class SingleInstance {
+ public:
+  enum class Start {
+    kFirst,            ///< this program may run
+    kPanelBroughtUp,   ///< another one runs and has brought its panel to the front
+    kOtherHasNoPanel,  ///< another one runs headless
+    kOtherIsSilent,    ///< another one runs and did not answer
+  };
+
+  explicit SingleInstance(const QString& profile_folder);
+
+  /// Takes the place of the one program, or asks the one that has it to come to the front.
+  [[nodiscard]] Start Claim();
+
+  /// What to do when a second start asks; it returns whether there is a panel.
+  void OnAsked(std::function<bool()> bring_to_front) { bring_to_front_ = std::move(bring_to_front); }
+
+ private:
+  [[nodiscard]] Start AskTheOther() const;
+  void Answer();
+
+  QString socket_name_;
+  QLockFile lock_;
+  QLocalServer server_;
+  std::function<bool()> bring_to_front_;
+};
+
+}  // namespace orvalis
