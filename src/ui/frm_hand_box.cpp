@@ -91,7 +91,7 @@ void frmHandBox::ShowControls() {
   if (demo_->isHidden() == model_.demo) demo_->setVisible(model_.demo);
 
   const QString selector = ToQString(model_.humidity_selector);
-  if (humidity_selector_->text() != selector) humidity_selector_->setText(selector);
+  if (!typing_ && humidity_selector_->text() != selector) humidity_selector_->setText(selector);
 }
 
 void frmHandBox::AppendEvent(const Event& event) { events_->Append(event); }

@@ -155,7 +155,7 @@ QColor Mix(const QColor& first, const QColor& second, double share) {
 
 double ContrastRatio(const QColor& first, const QColor& second) {
   constexpr double kFlare = 0.05;
-  const auto [darker, lighter] = std::minmax(Luminance(first), Luminance(second));
+  const auto [darker, lighter] = std::minmax({Luminance(first), Luminance(second)});
   return (lighter + kFlare) / (darker + kFlare);
 }
 
