@@ -12,10 +12,12 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <variant>
 #include <vector>
 
@@ -23,6 +25,7 @@
 #include "acquisition/auto_reconnect.h"
 #include "acquisition/connector.h"
 #include "acquisition/error_boundary.h"
+#include "acquisition/log_files.h"
 #include "acquisition/log_writer.h"
 #include "acquisition/panel_model.h"
 #include "acquisition/poll_cycle.h"
@@ -123,6 +126,7 @@ class Program {
             poll_.WatchStaleness();
           });
         }) {
+    KeepErrorLog();
     if (line.headless) {
       SpeakOnStandardOutput();
     } else {
@@ -169,6 +173,16 @@ class Program {
 
   void Refresh() {
     if (form_) form_->Refresh();
+  }
+
+  /// What happened, in a file, for whoever comes to look after the night.
+  void KeepErrorLog() {
+    std::error_code error;
+    std::filesystem::create_directories(store_.program_folder(), error);  // a failure shows when the log is opened
+    error_log_.Open(store_.program_folder());
+    events_.Listen([this](const Event& event) {
+      error_log_.Write(FormatIso8601(event.time).substr(0, 10) + " " + EventText(event));
+    });
   }
 
   void SpeakOnStandardOutput() {
@@ -244,6 +258,9 @@ class Program {
   PollCycle poll_;
   QtIntervalTimer poll_timer_;
   QtIntervalTimer second_timer_;
+  RotatingLog error_log_{
+      {.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .former_kept = 2},
+      [](const std::string& text) { std::cerr << "orvalis: " << text << '\n'; }};
   LineOutput output_{STDOUT_FILENO};
   LineOutput error_output_{STDERR_FILENO};
   std::unique_ptr<frmHandBox> form_;

@@ -10,19 +10,19 @@ namespace fs = std::filesystem;
 
 }  // namespace
 
-void FullLog::Open(const fs::path& folder) {
+void RotatingLog::Open(const fs::path& folder) {
   Close();
-  path_ = folder / kFileName;
+  path_ = folder / kind_.file_name;
   static_cast<void>(EnsureOpen());
 }
 
-void FullLog::Close() {
+void RotatingLog::Close() {
   file_.close();
   file_.clear();
   reported_.clear();
 }
 
-bool FullLog::EnsureOpen() {
+bool RotatingLog::EnsureOpen() {
   std::error_code error;
   // A file that was deleted or moved away goes on taking lines that nobody will read.
   const std::uintmax_t on_disk = fs::file_size(path_, error);
@@ -37,7 +37,8 @@ bool FullLog::EnsureOpen() {
   }
   file_.open(path_, std::ios::app | std::ios::binary);
   if (!file_) {
-    Report("cannot write the full log " + path_.string() + "; is its folder there, and may it be written?");
+    Fail("cannot write the " + std::string(kind_.name) + " " + path_.string() +
+         "; is its folder there, and may it be written?");
     return false;
   }
   size_ = error ? 0 : on_disk;
@@ -48,35 +49,35 @@ bool FullLog::EnsureOpen() {
   return true;
 }
 
-void FullLog::Write(const std::string& line) {
+void RotatingLog::Write(const std::string& line) {
   if (path_.empty() || !EnsureOpen()) return;
-  if (size_ + line.size() + 1 > max_bytes_) {
+  if (size_ + line.size() + 1 > kind_.max_bytes) {
     Rotate();
     if (!EnsureOpen()) return;
   }
   file_ << line << '\n' << std::flush;
   if (!file_) {
-    Report("cannot write the full log " + path_.string() + "; is the disk full?");
+    Fail("cannot write the " + std::string(kind_.name) + " " + path_.string() + "; is the disk full?");
     return;
   }
   size_ += line.size() + 1;
-  if (!std::exchange(reported_, {}).empty()) events_.Record("the full log is written again");
+  if (!std::exchange(reported_, {}).empty()) report_("the " + std::string(kind_.name) + " is written again");
 }
 
-void FullLog::Rotate() {
+void RotatingLog::Rotate() {
   file_.close();
   std::error_code error;
   const auto former = [&](int number) { return fs::path(path_.string() + "." + std::to_string(number)); };
-  fs::remove(former(kFormerKept), error);
-  for (int number = kFormerKept - 1; number >= 1; --number) fs::rename(former(number), former(number + 1), error);
+  fs::remove(former(kind_.former_kept), error);
+  for (int number = kind_.former_kept - 1; number >= 1; --number) fs::rename(former(number), former(number + 1), error);
   fs::rename(path_, former(1), error);
-  if (error) Report("cannot begin a new full log " + path_.string() + ": " + error.message());
+  if (error) Fail("cannot begin a new " + std::string(kind_.name) + " " + path_.string() + ": " + error.message());
 }
 
-void FullLog::Report(const std::string& failure) {
+void RotatingLog::Fail(const std::string& failure) {
   if (failure == reported_) return;
   reported_ = failure;
-  events_.Record(failure);
+  report_(failure);
 }
 
 void OneLineLog::Write(const fs::path& folder, const std::string& record) {

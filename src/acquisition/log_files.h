@@ -3,34 +3,42 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "base/event_list.h"
 
 namespace orvalis {
 
-/// The full log: every line is in the file when `Write` returns. It is begun anew at 20 MB, with five former ones kept,
-/// and comes back by itself when its folder or its disk does. What goes wrong is listed once until it is mended.
-class FullLog {
+/// A text file that grows by lines and is bounded: every line is in the file when `Write` returns, a new file is begun
+/// at a certain size with some former ones kept, and it comes back by itself when its folder or its disk does. What
+/// goes wrong is reported once until it is mended.
+class RotatingLog {
  public:
-  static constexpr const char* kFileName = "Orvalis.txt";
-  static constexpr std::uintmax_t kMaxBytes = 20'000'000;
-  static constexpr int kFormerKept = 5;
+  struct Kind {
+    const char* name;       ///< for a person: "full log"
+    const char* file_name;  ///< former ones get ".1", the youngest, and so on
+    std::uintmax_t max_bytes;
+    int former_kept;
+  };
+  using Report = std::function<void(const std::string& text)>;
 
-  FullLog(EventList& events, std::uintmax_t max_bytes = kMaxBytes) : events_(events), max_bytes_(max_bytes) {}
+  RotatingLog(Kind kind, Report report) : kind_(kind), report_(std::move(report)) {}
 
   /// Opens the log in `folder` for appending, closing another one.
   void Open(const std::filesystem::path& folder);
   void Close();
+  /// Writes one line, without its end. A log that was never opened ignores it.
   void Write(const std::string& line);
 
  private:
   [[nodiscard]] bool EnsureOpen();
   void Rotate();
-  void Report(const std::string& failure);
+  void Fail(const std::string& failure);
 
-  EventList& events_;
-  std::uintmax_t max_bytes_;
+  Kind kind_;
+  Report report_;
   std::filesystem::path path_;
   std::ofstream file_;
   std::uintmax_t size_ = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "acquisition/log_files.h"
 #include "acquisition/log_lines.h"
@@ -12,7 +13,11 @@ namespace orvalis {
 /// Both logs of the working cycle, as the settings say.
 class LogWriter {
  public:
-  explicit LogWriter(EventList& events) : full_(events), one_line_(events) {}
+  static constexpr RotatingLog::Kind kFullLog{
+      .name = "full log", .file_name = "Orvalis.txt", .max_bytes = 20'000'000, .former_kept = 5};
+
+  explicit LogWriter(EventList& events)
+      : full_(kFullLog, [&events](const std::string& text) { events.Record(text); }), one_line_(events) {}
 
   /// Opens the full log in the folder of the settings, closing another one: at start and when the folder changes.
   void OpenFullLog(const Settings& settings);
@@ -22,7 +27,7 @@ class LogWriter {
   void Write(const LogEntry& entry, const Settings& settings, std::int64_t tick_count);
 
  private:
-  FullLog full_;
+  RotatingLog full_;
   OneLineLog one_line_;
   RainMemory rain_;
 };

@@ -35,6 +35,12 @@ class LogWriterTest : public test::LinkFixture {
     return {.time = clock.LocalNow(), .weather = weather, .frame = frame};
   }
 
+  RotatingLog Log(std::uintmax_t max_bytes) {
+    RotatingLog::Kind kind = LogWriter::kFullLog;
+    kind.max_bytes = max_bytes;
+    return {kind, [this](const std::string& text) { events.Record(text); }};
+  }
+
   const fs::path base = fs::temp_directory_path() / ("orvalis-log-" + std::to_string(getpid()) + "-" +
                                                      testing::UnitTest::GetInstance()->current_test_info()->name());
   const fs::path folder = base / "log folder";
@@ -64,7 +70,7 @@ TEST_F(LogWriterTest, TheFullLineHasEveryLabelInOrder) {
 }
 
 TEST_F(LogWriterTest, TheFullLogOutlivesItsFolder) {
-  FullLog log(events);
+  RotatingLog log = Log(LogWriter::kFullLog.max_bytes);
   log.Open(folder);
   log.Write("one");
   EXPECT_EQ(Content(folder / "Orvalis.txt"), "one\n");
@@ -84,14 +90,14 @@ TEST_F(LogWriterTest, TheFullLogOutlivesItsFolder) {
 
 TEST_F(LogWriterTest, TheFullLogAppendsAndMendsAHalfLine) {
   std::ofstream(folder / "Orvalis.txt") << "old\nhalf a li";
-  FullLog log(events);
+  RotatingLog log = Log(LogWriter::kFullLog.max_bytes);
   log.Open(folder);
   log.Write("new");
   EXPECT_EQ(Content(folder / "Orvalis.txt"), "old\nhalf a li\nnew\n");
 }
 
 TEST_F(LogWriterTest, TheFullLogIsBoundedAndKeepsFiveFormerOnes) {
-  FullLog log(events, 10);
+  RotatingLog log = Log(10);
   log.Open(folder);
   for (int i = 0; i < 9; ++i) log.Write("line " + std::to_string(i));
   EXPECT_EQ(Content(folder / "Orvalis.txt"), "line 8\n");
@@ -104,7 +110,7 @@ TEST_F(LogWriterTest, TheFullLogIsBoundedAndKeepsFiveFormerOnes) {
 // /dev/full takes every open and refuses every byte, like a disk without room.
 TEST_F(LogWriterTest, AFullDiskIsListedOnceAndMended) {
   fs::create_symlink("/dev/full", folder / "Orvalis.txt");
-  FullLog log(events);
+  RotatingLog log = Log(LogWriter::kFullLog.max_bytes);
   log.Open(folder);
   for (int i = 0; i < 5; ++i) log.Write("lost");
   ASSERT_EQ(events.events().size(), 1u);
