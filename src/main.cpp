@@ -119,6 +119,8 @@ class Program {
                .logs = logs_,
                .locale = store_.locale(),
                .demo_override = line.demo}),
+        switches_(
+            {.store = store_, .settings = settings_, .link = link_, .connector = connector_, .logs = logs_}),
         poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
         second_timer_([this] {
           Tick("reconnecting", [this] {
@@ -135,6 +137,7 @@ class Program {
     startup_.emplace(Startup::Parts{.store = store_,
                                     .settings = settings_,
                                     .window = window_.get(),
+                                    .switches = switches_,
                                     .poll_timer = poll_timer_,
                                     .second_timer = second_timer_,
                                     .connector = connector_,
@@ -256,6 +259,7 @@ class Program {
   Connector connector_;
   AutoReconnect reconnect_;
   PollCycle poll_;
+  ImmediateSwitches switches_;
   QtIntervalTimer poll_timer_;
   QtIntervalTimer second_timer_;
   RotatingLog error_log_{

@@ -1,7 +1,6 @@
 #include "config/setup_routine.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "base/run_time_error.h"
 
@@ -10,18 +9,6 @@ namespace {
 
 constexpr const char* kPortKey = "COM Port";
 constexpr const char* kDefaultPort = "2";
-
-/// Sets a member, writes its keys, and takes it back when the store fails.
-template <typename Write>
-void Change(Settings& settings, const Settings& changed, Write write) {
-  const Settings former = std::exchange(settings, changed);
-  try {
-    write();
-  } catch (...) {
-    settings = former;
-    throw;
-  }
-}
 
 }  // namespace
 
@@ -98,40 +85,40 @@ bool SetupRoutine::Accept(SetupForm& form) {
 void ImmediateSwitches::SetDemoMode(bool on) {
   Settings changed = parts_.settings;
   changed.DemoMode = on ? 1 : 0;
-  Change(parts_.settings, changed, [this] { parts_.store.Write("DemoMode", parts_.settings); });
+  Store(changed, {"DemoMode"});
 }
 
 void ImmediateSwitches::SetAutoConnect(bool on) {
   Settings changed = parts_.settings;
   changed.AutoConnect = on ? 1 : 0;
-  Change(parts_.settings, changed, [this] { parts_.store.Write("AutoConnect", parts_.settings); });
-  if (on && !parts_.link.Connected()) parts_.connector.Connect();
+  Store(changed, {"AutoConnect"});
+  // Demo mode makes no traffic by itself.
+  if (on && !parts_.link.Connected() && parts_.settings.DemoMode != 1) parts_.connector.Connect();
 }
 
 void ImmediateSwitches::SetFullLog(bool on, const std::string& folder) {
-  Settings changed = parts_.settings;
-  changed.g_lFullLog = on ? 1 : 0;
-  if (on) changed.g_sFullLogPath = folder;
-  Change(parts_.settings, changed, [&] {
-    Profile::Batch batch(parts_.store.profile());
-    parts_.store.Write("g_lFullLog", parts_.settings);
-    if (on) parts_.store.Write("g_sFullLogPath", parts_.settings);
-    batch.Commit();
-  });
+  SetLog({&Settings::g_lFullLog, &Settings::g_sFullLogPath, "g_lFullLog", "g_sFullLogPath"}, on, folder);
   parts_.logs.CloseFullLog();
   parts_.logs.OpenFullLog(parts_.settings);
 }
 
 void ImmediateSwitches::SetOneLineLog(bool on, const std::string& folder) {
+  SetLog({&Settings::g_lOneLineLog, &Settings::g_sOneLineLogPath, "g_lOneLineLog", "g_sOneLineLogPath"}, on, folder);
+}
+
+void ImmediateSwitches::SetLog(const LogSettings& log, bool on, const std::string& folder) {
   Settings changed = parts_.settings;
-  changed.g_lOneLineLog = on ? 1 : 0;
-  if (on) changed.g_sOneLineLogPath = folder;
-  Change(parts_.settings, changed, [&] {
-    Profile::Batch batch(parts_.store.profile());
-    parts_.store.Write("g_lOneLineLog", parts_.settings);
-    if (on) parts_.store.Write("g_sOneLineLogPath", parts_.settings);
-    batch.Commit();
-  });
+  changed.*log.enabled = on ? 1 : 0;
+  if (!on) return Store(changed, {log.enabled_key});
+  changed.*log.folder = folder;
+  Store(changed, {log.enabled_key, log.folder_key});
+}
+
+void ImmediateSwitches::Store(const Settings& changed, std::initializer_list<std::string_view> keys) {
+  Profile::Batch batch(parts_.store.profile());
+  for (const std::string_view key : keys) parts_.store.Write(key, changed);
+  batch.Commit();
+  parts_.settings = changed;
 }
 
 }  // namespace orvalis

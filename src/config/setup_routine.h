@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "acquisition/connector.h"
@@ -91,6 +94,18 @@ class ImmediateSwitches {
   [[nodiscard]] const Settings& settings() const { return parts_.settings; }
 
  private:
+  /// The settings of one of the two logs.
+  struct LogSettings {
+    std::int32_t Settings::*enabled;
+    std::string Settings::*folder;
+    std::string_view enabled_key;
+    std::string_view folder_key;
+  };
+
+  void SetLog(const LogSettings& log, bool on, const std::string& folder);
+  /// Writes `keys` of `changed`, all or none, and takes it over when they are in the store.
+  void Store(const Settings& changed, std::initializer_list<std::string_view> keys);
+
   Parts parts_;
 };
 

@@ -23,6 +23,8 @@ void Startup::Main() {
   parts_.second_timer.SetInterval(kTick);
   parts_.logs.OpenFullLog(parts_.settings);
   parts_.poll_timer.SetEnabled(true);
+  // The dialog's check box is set from the setting, and what it does at once happens here as well.
+  if (parts_.window != nullptr) parts_.switches.SetAutoConnect(parts_.settings.AutoConnect == 1);
   const bool in_demo_mode = parts_.demo_override || parts_.settings.DemoMode == 1;
   if (AutoConnect() && !in_demo_mode) parts_.connector.Connect();
   parts_.second_timer.SetEnabled(true);

@@ -9,6 +9,7 @@
 #include "config/panel_window.h"
 #include "config/settings.h"
 #include "config/settings_store.h"
+#include "config/setup_routine.h"
 
 namespace orvalis {
 
@@ -19,6 +20,7 @@ class Startup {
     SettingsStore& store;
     Settings& settings;
     PanelWindow* window;  ///< none when headless
+    ImmediateSwitches& switches;
     IntervalTimer& poll_timer;
     IntervalTimer& second_timer;
     Connector& connector;

@@ -163,12 +163,15 @@ class StartupTest : public test::LinkFixture {
   };
 
   Leftovers leftovers;
+  ImmediateSwitches switches{
+      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs}};
   Window window{profile.log};
   test::FakeTimer poll_timer;
   test::FakeTimer second_timer;
   Startup startup{{.store = store,
                    .settings = settings,
                    .window = &window,
+                   .switches = switches,
                    .poll_timer = poll_timer,
                    .second_timer = second_timer,
                    .connector = connector,
@@ -182,7 +185,7 @@ TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {
   profile.values[{"", "Top"}] = "5000";
   startup.Main();
   EXPECT_EQ(profile.log, (std::vector<std::string>{"type Weather", "register Orvalis.Weather Orvalis", "write /Left",
-                                                   "on top", "place 100 5000", "show"}));
+                                                   "on top", "place 100 5000", "show", "write /AutoConnect"}));
   EXPECT_EQ(profile.At("Left"), "100");
   EXPECT_EQ(poll_timer.interval, std::chrono::milliseconds(1000));
   EXPECT_TRUE(poll_timer.enabled && second_timer.enabled);

@@ -237,9 +237,9 @@ TEST_F(SetupRoutineTest, LeftoversAreClampedAfterwards) {
 TEST_F(SetupRoutineTest, SwitchesActAtOnceAndOnFailureNotAtAll) {
   ImmediateSwitches switches{
       {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs}};
-  switches.SetDemoMode(true);
   switches.SetAutoConnect(true);
-  EXPECT_EQ(profile.log, (Strings{"write /DemoMode", "write /AutoConnect"}));
+  switches.SetDemoMode(true);
+  EXPECT_EQ(profile.log, (Strings{"write /AutoConnect", "write /DemoMode"}));
   EXPECT_TRUE(connector.connecting());
   profile.log.clear();
   switches.SetOneLineLog(true, "/tmp/logs");
