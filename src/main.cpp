@@ -65,7 +65,7 @@ NumberLocale UserLocale() {
 
 QString ProfileFolder(const CommandLine& line) {
   if (line.profile_folder) return QString::fromStdString(*line.profile_folder);
-  if (const QString folder = qEnvironmentVariable("ORVALIS_PROFILE_DIR"); !folder.isEmpty()) return folder;
+  if (QString folder = qEnvironmentVariable("ORVALIS_PROFILE_DIR"); !folder.isEmpty()) return folder;
   return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
 }
 
@@ -119,8 +119,7 @@ class Program {
                .logs = logs_,
                .locale = store_.locale(),
                .demo_override = line.demo}),
-        switches_(
-            {.store = store_, .settings = settings_, .link = link_, .connector = connector_, .logs = logs_}),
+        switches_({.store = store_, .settings = settings_, .link = link_, .connector = connector_, .logs = logs_}),
         poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
         second_timer_([this] {
           Tick("reconnecting", [this] {
@@ -355,4 +354,11 @@ int Run(int argc, char** argv) {
 }  // namespace
 }  // namespace orvalis
 
-int main(int argc, char** argv) { return orvalis::Run(argc, argv); }
+int main(int argc, char** argv) {
+  try {
+    return orvalis::Run(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "orvalis: %s\n", error.what());
+    return orvalis::kExitFailed;
+  }
+}

@@ -119,7 +119,7 @@ void PollCycle::WatchStaleness() {
   if (counters_.since_frame.ticks() < kStaleSeconds) return;
   parts_.panel.stale = true;
   // A link that was opened a moment ago gets its time first.
-  const bool answer_due = ready_since_ && now - *ready_since_ >= kStaleSeconds * 1000;
+  const bool answer_due = ready_since_ && now - *ready_since_ >= std::int64_t{kStaleSeconds} * 1000;
   if (stale_reported_ || !answer_due) return;
   stale_reported_ = true;
   const std::string since =

@@ -80,10 +80,9 @@ FixedText Fixed(double value, int decimals, char separator) {
   std::from_chars(*exponent_text == '+' ? exponent_text + 1 : exponent_text, end, exponent);
 
   // Digit i stands at 10^(exponent - i); the last one kept stands at 10^-decimals.
-  int kept = exponent + decimals + 1;
+  const int kept = exponent + decimals + 1;
   bool carried = false;  // rounding went beyond the first digit: "9.96" becomes "10.0"
   if (kept < 0) {
-    kept = 0;
     digits.fill('0');
   } else if (kept < kSignificant) {
     const bool up = digits[static_cast<std::size_t>(kept)] >= '5';

@@ -22,9 +22,10 @@ constexpr double kStripWord = 1.15;
 /// comma, and only then cut.
 void DrawSmall(QPainter& painter, const QFont& ordinary, const QRectF& area, int alignment, const QString& text) {
   constexpr double kStep = 0.07;
+  constexpr int kSteps = static_cast<int>((kSmallText - kSmallestText) / kStep);
   QFont font;
-  for (double scale = kSmallText; scale >= kSmallestText; scale -= kStep) {
-    font = ScaledFont(ordinary, scale);
+  for (int step = 0; step <= kSteps; ++step) {
+    font = ScaledFont(ordinary, kSmallText - step * kStep);
     const QFontMetricsF metrics(font);
     const bool one_line = metrics.horizontalAdvance(text) <= area.width();
     const QRectF wrapped = metrics.boundingRect(area, alignment | Qt::TextWordWrap, text);
