@@ -151,7 +151,6 @@ class Program {
     if (form_) form_->SetNightTheme(settings_.NightTheme == 1);
     if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
     Refresh();
-    const StopSignals stop_signals([] { QCoreApplication::exit(kExitOk); });
     const int code = QCoreApplication::exec();
     startup_->Shutdown();
     return code;
@@ -340,6 +339,8 @@ int Run(int argc, char** argv) {
   QCoreApplication::setApplicationVersion(ORVALIS_VERSION);
   try {
     if (line.action == CommandLine::Action::kProfile) return RunProfile(line);
+    // From here on: a signal that comes during the start is taken as soon as the event loop runs.
+    const StopSignals stop_signals([] { QCoreApplication::exit(kExitOk); });
     if (windowed) QApplication::setQuitOnLastWindowClosed(false);
     SingleInstance instance(ProfileFolder(line));
     if (const auto start = instance.Claim(); start != SingleInstance::Start::kFirst) return LeaveToTheOther(start);

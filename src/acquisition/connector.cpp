@@ -9,8 +9,20 @@ void Connector::Connect(Done done) {
   if (job_.running()) return;
   job_.Start(link_.Connect(), [this](const std::exception_ptr& error) {
     if (error) boundary_.Report("connecting", error);
-    for (const Done& waiting : std::exchange(waiting_, {})) waiting(link_.Connected());
+    TellAll();
   });
+}
+
+void Connector::Disconnect() {
+  job_.Abandon();
+  link_.Disconnect();
+  TellAll();
+}
+
+void Connector::TellAll() {
+  for (const Done& done : std::exchange(waiting_, {})) {
+    boundary_.Run("connecting", [&] { done(link_.Connected()); });
+  }
 }
 
 }  // namespace orvalis

@@ -20,12 +20,15 @@ class Connector {
   /// Starts a connect, or joins the one under way. `done` is called once, from the event loop or, when nothing needs to
   /// be waited for, before this returns. It must not connect.
   void Connect(Done done = {});
-  /// Closes the link and ends a connect under way.
-  void Disconnect() { link_.Disconnect(); }
+  /// Closes the link and ends a connect under way, at once: whoever waits for it is told, and the next connect is one
+  /// of its own. Not from inside `done`.
+  void Disconnect();
 
   [[nodiscard]] bool connecting() const { return job_.running(); }
 
  private:
+  void TellAll();
+
   SensorLink& link_;
   ErrorBoundary& boundary_;
   std::vector<Done> waiting_;

@@ -1,5 +1,6 @@
 #include "acquisition/conversions.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -19,10 +20,12 @@ bool BlockAverages::Add(const SensorFrame& frame, std::int32_t block_size, Weath
                        "the averages take up to 300 samples, and TempsAvgCount asks for " + std::to_string(block_size));
   }
   const auto slot = static_cast<std::size_t>(index_ - 1);
-  const auto take = [&](SensorFrame::Field field, Samples& samples, double average, bool known) {
+  const auto take = [&](SensorFrame::Field field, Samples& samples, double average, bool& known) {
     if (slot == 0) samples.all_read = true;
     const bool missing = frame.Cut(field) == kNoTemperature;
     samples.values[slot] = missing ? average : frame.Celsius(field);
+    samples.missing_in_a_row = missing ? std::min(samples.missing_in_a_row + 1, kMissingUntilUnknown) : 0;
+    if (samples.missing_in_a_row == kMissingUntilUnknown) known = false;
     if (missing && !known) samples.all_read = false;
   };
   take(SensorFrame::Field::kTtp, body_, state.body_celsius, state.body_known);

@@ -13,6 +13,8 @@ namespace orvalis {
 class BlockAverages {
  public:
   static constexpr std::int32_t kMaxSamples = 300;
+  /// After so many frames without a reading (ten seconds) the average is not known any more, though it stays.
+  static constexpr std::int32_t kMissingUntilUnknown = 5;
 
   /// Takes one sample of each from `frame`; when it completes the block of `block_size`, stores the three averages in
   /// `state`. A temperature that the unit could not read repeats the current average. A change of `block_size`
@@ -27,6 +29,7 @@ class BlockAverages {
   struct Samples {
     std::array<double, kMaxSamples> values{};
     bool all_read = true;  ///< no sample repeats the value from before the first reading
+    std::int32_t missing_in_a_row = 0;
   };
 
   std::int32_t index_ = 1;  ///< counted from 1

@@ -22,16 +22,17 @@ std::string Describe(const std::exception_ptr& error) {
 void ErrorBoundary::Report(std::string_view doing, const std::exception_ptr& error) {
   const std::string text = "Error while " + std::string(doing) + ": " + Describe(error);
   panel_.status = text;
-  if (text == last_text_) return;
-  last_doing_ = doing;
-  last_text_ = text;
+  std::string& standing = standing_[std::string(doing)];
+  if (text == standing) return;
+  standing = text;
   events_.Record(text);
 }
 
 void ErrorBoundary::Succeeded(std::string_view doing) {
-  if (last_text_.empty() || doing != last_doing_) return;
-  if (panel_.status == last_text_) panel_.status.clear();
-  last_text_.clear();
+  const auto standing = standing_.find(doing);
+  if (standing == standing_.end()) return;
+  if (panel_.status == standing->second) panel_.status.clear();
+  standing_.erase(standing);
 }
 
 }  // namespace orvalis

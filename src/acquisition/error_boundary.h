@@ -1,6 +1,8 @@
 #pragma once
 
 #include <exception>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -33,8 +35,7 @@ class ErrorBoundary {
  private:
   PanelModel& panel_;
   EventList& events_;
-  std::string last_doing_;
-  std::string last_text_;
+  std::map<std::string, std::string, std::less<>> standing_;  ///< the last error of each kind of work
 };
 
 }  // namespace orvalis

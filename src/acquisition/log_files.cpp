@@ -20,6 +20,7 @@ void RotatingLog::Close() {
   file_.close();
   file_.clear();
   reported_.clear();
+  rotation_failed_ = false;
 }
 
 bool RotatingLog::EnsureOpen() {
@@ -51,7 +52,7 @@ bool RotatingLog::EnsureOpen() {
 
 void RotatingLog::Write(const std::string& line) {
   if (path_.empty() || !EnsureOpen()) return;
-  if (size_ + line.size() + 1 > kind_.max_bytes) {
+  if (!rotation_failed_ && size_ + line.size() + 1 > kind_.max_bytes) {
     Rotate();
     if (!EnsureOpen()) return;
   }
@@ -66,12 +67,16 @@ void RotatingLog::Write(const std::string& line) {
 
 void RotatingLog::Rotate() {
   file_.close();
-  std::error_code error;
   const auto former = [&](int number) { return fs::path(path_.string() + "." + std::to_string(number)); };
-  fs::remove(former(kind_.former_kept), error);
-  for (int number = kind_.former_kept - 1; number >= 1; --number) fs::rename(former(number), former(number + 1), error);
-  fs::rename(path_, former(1), error);
-  if (error) Fail("cannot begin a new " + std::string(kind_.name) + " " + path_.string() + ": " + error.message());
+  // Out of the way first: when that cannot be done, the former ones stay where they are and the log grows on.
+  std::error_code error;
+  fs::rename(path_, former(0), error);
+  if (error) {
+    rotation_failed_ = true;
+    Fail("cannot begin a new " + std::string(kind_.name) + " " + path_.string() + ": " + error.message());
+    return;
+  }
+  for (int number = kind_.former_kept; number >= 1; --number) fs::rename(former(number - 1), former(number), error);
 }
 
 void RotatingLog::Fail(const std::string& failure) {

@@ -43,6 +43,7 @@ class RotatingLog {
   std::ofstream file_;
   std::uintmax_t size_ = 0;
   std::string reported_;
+  bool rotation_failed_ = false;
 };
 
 /// The file that always holds exactly the latest record: replaced in one step, so that a reader never finds it empty or

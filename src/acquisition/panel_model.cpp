@@ -24,7 +24,8 @@ void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale local
   panel.humidity_background = state.humidity_faulty ? Colour::kRed : Colour::kWhite;
   panel.sky_background = state.sky_faulty ? Colour::kRed : Colour::kWhite;
 
-  panel.cloud = state.cloud;
+  // The sky word compares with the ambient temperature, and means nothing without one.
+  panel.cloud = state.ambient_known ? state.cloud : Word{};
   panel.rain_word = state.rain_word;
   panel.wind_word = state.wind_word;
   panel.light_word = state.light_word;

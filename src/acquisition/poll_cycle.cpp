@@ -28,7 +28,9 @@ void PollCycle::Poll() {
 Task<> PollCycle::WorkingCycle() {
   ++sample_count_;
   if (!InDemoMode() && parts_.link.Ready()) co_await parts_.link.PushSettings(parts_.settings);
-  if (!co_await NextFrame()) co_return;
+  const Source source = co_await NextFrame();
+  if (source == Source::kNone) co_return;
+  BeginAnewAfterAGap(source);
   ReadSwitches();
   Convert();
   ShowFresh();
@@ -38,23 +40,32 @@ Task<> PollCycle::WorkingCycle() {
   parts_.boundary.Succeeded(kPolling);
 }
 
-Task<bool> PollCycle::NextFrame() {
+Task<PollCycle::Source> PollCycle::NextFrame() {
   if (InDemoMode()) {
     frame_ = demo_.Next(counters_.demo_line);
-    co_return true;
+    co_return Source::kDemo;
   }
   counters_.demo_line.Reset();
   // A unit that was switched off may answer again at any moment, so there is no limit to the asking.
   while (parts_.link.Ready() && !InDemoMode()) {
     const SensorLink::FrameResult result = co_await parts_.link.RequestFrame(frame_);
-    if (result == SensorLink::FrameResult::kComplete) co_return true;
+    if (result == SensorLink::FrameResult::kComplete) co_return Source::kUnit;
     if (result == SensorLink::FrameResult::kEnded) break;
   }
-  co_return false;
+  co_return Source::kNone;
+}
+
+void PollCycle::BeginAnewAfterAGap(Source source) {
+  // Averages of last evening, or of made-up values, mixed with readings of now would look fresh and be wrong.
+  const bool continues = source == source_ && !parts_.panel.stale;
+  source_ = source;
+  if (continues) return;
+  interpreter_ = {};
+  parts_.weather.ForgetAverages();
 }
 
 void PollCycle::ReadSwitches() {
-  parts_.weather.from_demo = InDemoMode();
+  parts_.weather.from_demo = source_ == Source::kDemo;
   FrameInterpreter::ReadSwitches(frame_, parts_.weather);
   parts_.panel.safe = parts_.weather.unsafe_indicator == 0;
   parts_.alerts.Check(Alerts::Kind::kRelay, parts_.settings, parts_.weather);
@@ -113,8 +124,10 @@ void PollCycle::WatchStaleness() {
   while (counters_.since_frame.ticks() < std::min<std::int64_t>(elapsed, kLongestCount)) counters_.since_frame.Raise();
   if (!parts_.link.Ready()) {
     ready_since_.reset();
-  } else if (!ready_since_) {
+  } else if (!ready_since_ || session_ != parts_.link.session()) {
     ready_since_ = now;
+    session_ = parts_.link.session();
+    stale_reported_ = false;  // a new connection's silence is news again
   }
   if (counters_.since_frame.ticks() < kStaleSeconds) return;
   parts_.panel.stale = true;

@@ -75,9 +75,13 @@ class PollCycle {
     TickCounter since_frame;
   };
 
+  enum class Source { kNone, kUnit, kDemo };
+
   Task<> WorkingCycle();
-  /// Fetches the frame of this cycle into `frame_`; false when there is none to be had.
-  Task<bool> NextFrame();
+  /// Fetches the frame of this cycle into `frame_` and tells where it comes from.
+  Task<Source> NextFrame();
+  /// Forgets what earlier frames left in averages and gusts when this one does not continue them.
+  void BeginAnewAfterAGap(Source source);
   /// The verdict and the relay's alert, before anything that can fail.
   void ReadSwitches();
   void Convert();
@@ -91,9 +95,11 @@ class PollCycle {
   Counters counters_;
   std::int64_t sample_count_ = 0;
   std::int64_t last_frame_tick_;             ///< TickCount of the last complete frame, or of the start
+  std::uint64_t session_ = 0;                ///< the connection that `ready_since_` belongs to
   std::optional<std::int64_t> ready_since_;  ///< TickCount since when the unit can be asked
   bool stale_reported_ = false;
   SensorFrame frame_;
+  Source source_ = Source::kNone;  ///< of the last frame
   DemoFeed demo_;
   FrameInterpreter interpreter_;
   Job cycle_;

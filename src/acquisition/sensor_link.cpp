@@ -49,7 +49,7 @@ Task<> SensorLink::Connect() {
   std::string failure;
   try {
     failure = co_await Greet();
-  } catch (const RunTimeError& error) {
+  } catch (const std::exception& error) {
     failure = error.what();
   }
   state_ = State::kIdle;
@@ -60,19 +60,15 @@ Task<> SensorLink::Connect() {
     co_return;
   }
   port_.SetConnected(false);
-  if (halt_) {
-    ShowNotConnected("Disconnected");
-    co_return;
-  }
   if (!lost_reason_.empty()) failure = lost_reason_;
   ShowNotConnected("Cannot connect: " + failure);
   events_.Record("connect failed: " + failure);
 }
 
 Task<std::string> SensorLink::Greet() {
+  const std::string name = PortName();
   panel_.connect.caption = "Attempting to connect";
   panel_.status = "Attempting to connect";
-  const std::string name = PortName();
   port_.SetPort(name);
   port_.SetSpeed(kBitsPerSecond);
   port_.SetReceiveTimeout(kReceiveTimeout);
@@ -114,6 +110,7 @@ Task<std::string> SensorLink::Greet() {
 
 void SensorLink::Disconnect() {
   halt_ = true;
+  state_ = State::kIdle;  // a connect under way was abandoned
   const bool was_connected = port_.Connected();
   port_.SetConnected(false);
   ShowNotConnected("Disconnected");
@@ -171,7 +168,11 @@ std::string SensorLink::PortName() {
   std::string name = store_.Get(*FindSettingKey(kPortKey));
   if (name.empty()) {
     name = kDefaultPort;
-    store_.WriteText(kPortKey, name);
+    try {
+      store_.WriteText(kPortKey, name);
+    } catch (const RunTimeError& error) {
+      events_.Record(error.what());  // the port is known all the same
+    }
   }
   return name;
 }

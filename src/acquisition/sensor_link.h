@@ -19,7 +19,7 @@ namespace orvalis {
 /// docs/serial-protocol.md shows who says what when.
 class SensorLink {
  public:
-  enum class State { kIdle = 0, kConnecting = 3 };
+  enum class State { kIdle, kConnecting };
   enum class FrameResult {
     kComplete,
     kIncomplete,  ///< a short or broken line, or none in time: ask again
@@ -40,7 +40,7 @@ class SensorLink {
   /// Opens the port and greets the unit. Ends with the port open and the first frame read, or closed with the reason on
   /// the status line and in the event list. Does nothing while the port is open or another connect runs.
   Task<> Connect();
-  /// Closes the port and ends whatever is under way on it, at once.
+  /// Closes the port and ends whatever is under way on it, at once. A running `Connect` must be destroyed before.
   void Disconnect();
 
   /// Asks for one frame into `frame`, which then holds whatever came. Only while `Ready`.
@@ -51,10 +51,10 @@ class SensorLink {
   /// Whether the port is open; asked of the port each time.
   [[nodiscard]] bool Connected() const { return port_.Connected(); }
   [[nodiscard]] State state() const { return state_; }
+  /// Tells one connection from another.
+  [[nodiscard]] std::uint64_t session() const { return session_; }
   /// Whether frames can be asked for.
   [[nodiscard]] bool Ready() const { return Connected() && state_ == State::kIdle && !halt_; }
-  /// The link was switched off, by a person, a client or the shutdown; a connect clears it.
-  [[nodiscard]] bool halted() const { return halt_; }
 
  private:
   /// Returns why it failed, or "".
@@ -76,7 +76,7 @@ class SensorLink {
   std::optional<std::string> port_override_;
 
   State state_ = State::kIdle;
-  bool halt_ = false;
+  bool halt_ = false;          ///< switched off, by a person, a client or the shutdown; a connect clears it
   std::uint64_t session_ = 0;  ///< counts the openings of the port: a wait may outlive its connection
   std::string lost_reason_;    ///< why the port vanished in the connect under way
   LastSent last_sent_;

@@ -54,7 +54,7 @@ class SerialPort {
   virtual void ReceiveTerminated(char terminator, ReceiveDone done) = 0;
   virtual void CancelReceive() = 0;
 
-  /// Who is told when an open port vanishes. The port is closed by then.
+  /// Who is told when an open port vanishes. The port is closed by then; a receive under way ends afterwards.
   virtual void OnLost(Lost lost) = 0;
 };
 

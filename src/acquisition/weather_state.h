@@ -54,6 +54,13 @@ struct WeatherState {
   std::int32_t unsafe_indicator = -1;
 
   bool from_demo = false;  ///< the last frame was a demonstration line
+
+  /// Back to what the averages hold before the first block: with it the sky counts as cloudy.
+  void ForgetAverages() {
+    body_celsius = ambient_celsius = kNoAverage;
+    rain_average = 0;
+    body_known = ambient_known = false;
+  }
 };
 
 }  // namespace orvalis

@@ -115,7 +115,8 @@ inline Task<void> internal::TaskPromise<void>::get_return_object() {
 }
 
 /// Runs one task from code that is no coroutine, such as a timer's handler. Destroying the job abandons the task.
-/// The job must not be destroyed or started again from inside the task or from inside `done`.
+/// The job must not be destroyed, abandoned or started again from inside the task or from inside `done`, and `done`
+/// must not throw.
 class Job {
  public:
   /// Gets the exception that ended the task, or nothing.
@@ -128,6 +129,12 @@ class Job {
     root_->Start();
   }
   [[nodiscard]] bool running() const { return running_; }
+
+  /// Destroys the task where it waits; `done` is not called.
+  void Abandon() {
+    root_.reset();
+    running_ = false;
+  }
 
  private:
   Task<void> Run(Task<void> task, Done done) {

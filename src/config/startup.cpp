@@ -60,13 +60,16 @@ void Startup::Shutdown() noexcept {
 }
 
 void Startup::SaveState() {
+  Profile::Batch batch(parts_.store.profile());
   parts_.store.Write("Position", parts_.settings);
   parts_.store.Write("Temp", parts_.settings);
-  if (parts_.window == nullptr) return;
-  parts_.settings.Left = parts_.window->Left();
-  parts_.settings.Top = parts_.window->Top();
-  parts_.store.Write("Left", parts_.settings);
-  parts_.store.Write("Top", parts_.settings);
+  if (parts_.window != nullptr) {
+    parts_.settings.Left = parts_.window->Left();
+    parts_.settings.Top = parts_.window->Top();
+    parts_.store.Write("Left", parts_.settings);
+    parts_.store.Write("Top", parts_.settings);
+  }
+  batch.Commit();
 }
 
 }  // namespace orvalis

@@ -39,7 +39,6 @@ class Startup {
   /// Stops the work, keeps the panel's place and closes the link. Never throws: the program ends in any case.
   void Shutdown() noexcept;
 
-  [[nodiscard]] bool shutting_down() const { return shutting_down_; }
   /// Whether the link is to be connected again when it is lost.
   [[nodiscard]] bool AutoConnect() const { return parts_.auto_connect_override || parts_.settings.AutoConnect == 1; }
 

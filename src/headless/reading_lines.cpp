@@ -32,7 +32,9 @@ std::string Quoted(std::string_view bytes) {
 /// Builds one JSON object in the order of the calls.
 class JsonObject {
  public:
-  JsonObject& Text(std::string_view name, std::string_view value) { return Raw(name, Quoted(value)); }
+  JsonObject& Text(std::string_view name, std::string_view value, bool known = true) {
+    return Raw(name, known ? Quoted(value) : "null");
+  }
   /// UTF-8 as it stands, but for what JSON does not allow in a string.
   JsonObject& Utf8(std::string_view name, std::string_view value) {
     std::string text = "\"";
@@ -76,7 +78,7 @@ std::string ReadingText(const Reading& reading) {
     line += value;
   };
   add("", w.unsafe_indicator == 0 ? "safe" : "UNSAFE");
-  add("", std::string(w.cloud.text));
+  add("", w.ambient_known ? std::string(w.cloud.text) : "sky unknown");
   add("", std::string(w.wind_word.text));
   add("", std::string(w.rain_word.text));
   add("", std::string(w.light_word.text));
@@ -110,7 +112,7 @@ std::string ReadingJson(const Reading& reading) {
       .Number("sky_c", w.sky_celsius)
       .Number("clear_sky_c", w.clear_sky_celsius, w.ambient_known)
       .Number("diff_c", w.difference_celsius, w.ambient_known)
-      .Text("cloud_word", w.cloud.text)
+      .Text("cloud_word", w.cloud.text, w.ambient_known)
       .Number("clouds", static_cast<double>(w.clouds))
       .Number("wind_mph", w.wind_mph)
       .Number("wind_average_mph", w.wind_average_mph)

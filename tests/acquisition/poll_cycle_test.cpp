@@ -1,5 +1,8 @@
 #include "acquisition/poll_cycle.h"
 
+#include <stdexcept>
+
+#include "base/run_time_error.h"
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {
@@ -129,6 +132,81 @@ TEST_F(PollCycleTest, ADayOfSilenceIsShownAsStaleAndEndsWithTheFirstGoodFrame) {
   EXPECT_GE(frames, 1);
   EXPECT_FALSE(panel.stale);
   EXPECT_EQ(events.events().back().text, "fresh again: complete frames are coming in");
+}
+
+// A warm evening before the outage must not make a cold, cloudy night look clear.
+TEST_F(PollCycleTest, AveragesBeginAnewAfterAGap) {
+  settings.TempsAvgCount = 20;
+  port.frame.replace(58, 6, "+02500");
+  Connect();
+  Tick(60);
+  EXPECT_EQ(panel.ambient, "25.0");
+  port.silent = true;
+  Tick(3600);
+  port.silent = false;
+  port.frame.replace(58, 6, "-00500");
+  port.frame.replace(37, 6, "-00600");
+  Tick(6);
+  EXPECT_FALSE(panel.stale);
+  EXPECT_EQ(panel.ambient, "");
+  EXPECT_EQ(panel.cloud.text, "");
+  EXPECT_EQ(weather.cloud.text, "Cloudy");
+  Tick(44);
+  EXPECT_EQ(panel.ambient, "-5.0");
+  EXPECT_EQ(panel.cloud.text, "Cloudy");
+}
+
+TEST_F(PollCycleTest, DemoValuesDoNotLeakIntoReadings) {
+  settings.TempsAvgCount = 10;
+  settings.DemoMode = 1;
+  Connect();
+  Tick(100);
+  EXPECT_EQ(panel.wind_gust, "90.0");
+  settings.DemoMode = 0;
+  port.frame.replace(29, 4, "0000");
+  Tick(4);
+  EXPECT_FALSE(panel.demo);
+  EXPECT_EQ(panel.ambient, "");
+  EXPECT_EQ(panel.wind_gust, "0.0");
+}
+
+TEST_F(PollCycleTest, AnAmbientSensorThatDiedIsNotShownAsFresh) {
+  Connect();
+  Tick(4);
+  port.frame.replace(58, 6, "+19999");
+  Tick(4);
+  EXPECT_EQ(panel.ambient, "5.0") << "a missing reading or two repeat the average";
+  Tick(20);
+  EXPECT_EQ(panel.ambient, "");
+  EXPECT_EQ(panel.cloud.text, "");
+  EXPECT_DOUBLE_EQ(weather.ambient_celsius, 5);
+  port.frame = test::LiveFrame();
+  Tick(2);
+  EXPECT_EQ(panel.ambient, "5.0");
+}
+
+TEST_F(PollCycleTest, TheSilenceOfANewConnectionIsNewsAgain) {
+  Connect();
+  Tick(4);
+  port.silent = true;
+  Tick(14);
+  connector.Disconnect();
+  port.silent = false;
+  connector.Connect();
+  loop.Advance(milliseconds(500));
+  port.silent = true;
+  Tick(20);
+  EXPECT_TRUE(events.events().back().text.starts_with("stale: ")) << events.events().back().text;
+}
+
+TEST_F(PollCycleTest, TwoStandingErrorsAreListedOnceEach) {
+  for (int i = 0; i < 10; ++i) {
+    boundary.Run("polling the unit", [] { throw RunTimeError(RunTimeError::kOverflow, "one"); });
+    boundary.Run("reconnecting", [] { throw std::runtime_error("two"); });
+  }
+  EXPECT_EQ(events.events().size(), 2u);
+  boundary.Succeeded("reconnecting");
+  EXPECT_EQ(panel.status, "");
 }
 
 // Answers that piled up while the unit was stuck are old: none may be shown as the answer to a new request.

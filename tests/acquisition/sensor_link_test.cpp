@@ -88,6 +88,28 @@ TEST_F(SensorLinkTest, SwitchingOffEndsAnAttemptAtOnce) {
   Connect();
 }
 
+TEST_F(SensorLinkTest, AConnectRightAfterSwitchingOffIsAWholeNewOne) {
+  bool first = true;
+  bool second = false;
+  connector.Connect([&](bool now) { first = now; });
+  loop.Advance(milliseconds(30));  // in a pause of the greeting
+  connector.Disconnect();
+  EXPECT_FALSE(first);
+  connector.Connect([&](bool now) { second = now; });
+  loop.Advance(seconds(1));
+  EXPECT_TRUE(second);
+  EXPECT_EQ(panel.connect.caption, "Connected");
+}
+
+TEST_F(SensorLinkTest, APortThatVanishesWhileConnectingIsOneFailureWithItsReason) {
+  port.silent = true;
+  connector.Connect();
+  loop.Advance(seconds(1));
+  port.PullOut("the adapter was pulled out");
+  EXPECT_EQ(EventTexts(), Strings{"connect failed: the adapter was pulled out"});
+  EXPECT_FALSE(connector.connecting());
+}
+
 // The first cycle after a connection sends every number, later ones what changed; switches start from the unit's own.
 TEST_F(SensorLinkTest, PushesWhatDiffersFromTheCopyLastSent) {
   Connect();

@@ -3,6 +3,7 @@
 import configparser
 import os
 import random
+import resource
 import signal
 import stat
 import subprocess
@@ -92,6 +93,34 @@ class ProfileStore(Case):
         result = self.run_program("--headless", "--demo", "--profile", blocked + "/below")
         self.assertEqual(result.returncode, 1)
         self.assertIn(blocked, result.stderr)
+
+    def test_a_write_that_fails_leaves_nothing_behind(self):
+        self.set("Left", "100")
+        with open(self.file, encoding="utf-8") as file:
+            before = file.read()
+
+        def no_room():
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            resource.setrlimit(resource.RLIMIT_FSIZE, (64, 64))
+
+        result = subprocess.run([BIN + "/orvalis", "profile", "set", "Left", "200"], env=self.env, preexec_fn=no_room,
+                                capture_output=True, text=True)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(self.file, result.stderr)
+        with open(self.file, encoding="utf-8") as file:
+            self.assertEqual(file.read(), before)
+        self.set("Top", "1")
+        self.assertEqual(sorted(os.listdir(self.profile)), ["Orvalis.Weather.ini"])
+
+    def test_a_lock_that_nobody_lets_go_holds_nothing_up(self):
+        self.set("Left", "100")
+        os.mkdir(self.file + ".lock")
+        self.assertEqual(self.run_program("profile", "set", "Left", "200").returncode, 1)
+        program = self.program("--headless", "--json", "--demo")
+        self.reading(program)
+        code, seconds = program.stop()
+        self.assertEqual(code, 0)
+        self.assertLess(seconds, 3)
 
     def test_the_password_comes_in_by_standard_input_and_is_not_listed(self):
         result = self.run_program("profile", "set", "g_sPWS_password", "-", given="p4ss word\n")

@@ -88,8 +88,8 @@ class FakeSerialPort : public SerialPort {
   /// The adapter is pulled out.
   void PullOut(const std::string& reason) {
     open_ = false;
-    Finish(Outcome::kClosed, "");
     if (lost_) lost_(reason);
+    Finish(Outcome::kClosed, "");
   }
   [[nodiscard]] bool receiving() const { return static_cast<bool>(done_); }
 

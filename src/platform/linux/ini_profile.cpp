@@ -1,20 +1,28 @@
 #include "platform/linux/ini_profile.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QSettings>
 #include <QVariant>
 #include <cerrno>
+#include <chrono>
+#include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "base/run_time_error.h"
 
 namespace orvalis {
 namespace {
+
+/// How long another program may hold the file. Everything waits meanwhile, so it is short.
+constexpr std::chrono::milliseconds kPatience{500};
 
 QString ToQString(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
@@ -25,16 +33,12 @@ QString KeyPath(std::string_view name, std::string_view subkey) {
 
 /// A person who edits the file may leave a comma unquoted, which Qt reads as a list.
 QString AsText(const QVariant& value) {
-  return value.typeId() == QMetaType::QStringList ? value.toStringList().join(", ") : value.toString();
+  return value.typeId() == QMetaType::QStringList ? value.toStringList().join(",") : value.toString();
 }
-
-constexpr QFileDevice::Permissions kOwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 }  // namespace
 
 IniProfile::IniProfile(const QString& folder) : folder_(folder), path_(folder + "/Orvalis.Weather.ini") {}
-
-IniProfile::~IniProfile() = default;
 
 // The file is this one driver's and of this one type, so there is nothing to register it with.
 void IniProfile::SetDeviceType(std::string_view /*type*/) {}
@@ -43,10 +47,9 @@ void IniProfile::Register(std::string_view /*driver_id*/, std::string_view /*des
 std::string IniProfile::GetValue(std::string_view /*driver_id*/, std::string_view name, std::string_view subkey) {
   const QString key = KeyPath(name, subkey);
   if (const auto pending = batch_.find(key); pending != batch_.end()) return pending->second.toStdString();
-  QSettings store(path_, QSettings::IniFormat);
-  store.sync();  // another program may have written since
-  CheckRead(store);
-  return AsText(store.value(key)).toStdString();
+  Reload();
+  const auto found = values_.find(key);
+  return found == values_.end() ? "" : found->second.toStdString();
 }
 
 void IniProfile::WriteValue(std::string_view /*driver_id*/, std::string_view name, std::string_view value,
@@ -59,8 +62,6 @@ void IniProfile::WriteValue(std::string_view /*driver_id*/, std::string_view nam
   }
 }
 
-void IniProfile::BeginBatch() { in_batch_ = true; }
-
 void IniProfile::CommitBatch() {
   Write(batch_);
   AbandonBatch();
@@ -71,39 +72,51 @@ void IniProfile::AbandonBatch() noexcept {
   in_batch_ = false;
 }
 
-void IniProfile::Write(const std::map<QString, QString>& values) {
-  PrepareFolder();
-  TightenPermissions();
+IniProfile::Stamp IniProfile::FileStamp() const {
+  struct stat status {};
+  if (stat(QFile::encodeName(path_).constData(), &status) != 0) return {};
+  return {.inode = status.st_ino,
+          .size = status.st_size,
+          .seconds = status.st_mtim.tv_sec,
+          .nanoseconds = status.st_mtim.tv_nsec};
+}
+
+void IniProfile::Reload() {
+  const Stamp stamp = FileStamp();
+  if (loaded_ == stamp) return;
+  if (stamp != Stamp{} && access(QFile::encodeName(path_).constData(), R_OK) != 0) {
+    throw RunTimeError(RunTimeError::kPathFileAccess,
+                       "cannot read the settings in " + Location() + ": " + std::strerror(errno));
+  }
+  // Only read, never set: Qt keeps what it could not write and would write it later.
   QSettings store(path_, QSettings::IniFormat);
   store.sync();
-  CheckRead(store);
-  std::map<QString, QVariant> former;
-  for (const auto& [key, value] : values) {
-    former.emplace(key, store.value(key));
-    store.setValue(key, value);
-  }
-  store.sync();
-  if (store.status() != QSettings::NoError) {
-    const int error = errno;
-    // Qt keeps what it could not write and would write it later; a failed write must leave nothing behind.
-    for (const auto& [key, value] : former) {
-      if (value.isValid()) {
-        store.setValue(key, value);
-      } else {
-        store.remove(key);
-      }
-    }
+  if (store.status() == QSettings::FormatError) {
     throw RunTimeError(RunTimeError::kPathFileAccess,
-                       "cannot write the settings to " + Location() + ": " +
-                           (error != 0 ? std::strerror(error) : "the file or its folder cannot be written"));
+                       Location() + " is damaged: it is not an INI file; repair or remove it");
   }
-  TightenPermissions();
-  // The file's own data were synchronised by Qt; its new name is part of the folder.
-  const int directory = open(QFile::encodeName(folder_).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (directory >= 0) {
-    fsync(directory);
-    close(directory);
+  values_.clear();
+  for (const QString& key : store.allKeys()) values_[key] = AsText(store.value(key));
+  loaded_ = stamp;
+}
+
+void IniProfile::Write(const Values& changes) {
+  PrepareFolder();
+  QLockFile lock(path_ + ".lock");
+  lock.setStaleLockTime(std::chrono::milliseconds(0));  // stale when its process is gone, however old it is
+  if (!lock.tryLock(kPatience)) {
+    if (lock.error() != QLockFile::LockFailedError) FailToWrite(errno);
+    throw RunTimeError(RunTimeError::kPathFileAccess, "cannot write the settings to " + Location() +
+                                                          ": another program has held " +
+                                                          lock.fileName().toStdString() + " for half a second");
   }
+  RemoveLeftovers();
+  Reload();
+  Values values = values_;
+  for (const auto& [key, value] : changes) values[key] = value;
+  Replace(values);
+  values_ = std::move(values);
+  loaded_ = FileStamp();
 }
 
 void IniProfile::PrepareFolder() const {
@@ -112,28 +125,52 @@ void IniProfile::PrepareFolder() const {
     throw RunTimeError(RunTimeError::kPathFileAccess, "cannot make the folder " + folder_.toStdString() +
                                                           " for the settings: " + std::strerror(errno));
   }
-  if (access(QFile::encodeName(folder_).constData(), W_OK) != 0) {
-    throw RunTimeError(RunTimeError::kPathFileAccess,
-                       "cannot write the settings to " + Location() + ": the folder: " + std::strerror(errno));
+  if (access(QFile::encodeName(folder_).constData(), W_OK) != 0) FailToWrite(errno);
+}
+
+void IniProfile::Replace(const Values& values) {
+  // A name of its own for each write: whatever Qt remembers of it is never met again.
+  const QString fresh = path_ + "." + QString::number(getpid()) + "-" + QString::number(++writes_) + ".new";
+  const QByteArray fresh_name = QFile::encodeName(fresh);
+  bool written = false;
+  int error = 0;
+  {
+    QSettings store(fresh, QSettings::IniFormat);
+    for (const auto& [key, value] : values) store.setValue(key, value);
+    errno = 0;
+    store.sync();  // synchronises the data with the disk as well
+    error = errno;
+    written = store.status() == QSettings::NoError;
+  }
+  const QFileInfo target(path_);
+  const QByteArray name = QFile::encodeName(target.isSymLink() ? target.symLinkTarget() : path_);
+  if (written && (chmod(fresh_name.constData(), S_IRUSR | S_IWUSR) != 0 ||
+                  std::rename(fresh_name.constData(), name.constData()) != 0)) {
+    error = errno;
+    written = false;
+  }
+  if (!written) {
+    unlink(fresh_name.constData());
+    FailToWrite(error);
+  }
+  // The new name is part of the folder.
+  const int directory = open(QFile::encodeName(folder_).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (directory >= 0) {
+    fsync(directory);
+    close(directory);
   }
 }
 
-void IniProfile::TightenPermissions() const {
-  const QFile file(path_);
-  const auto others =
-      QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ReadOther | QFileDevice::WriteOther;
-  if (file.exists() && (file.permissions() & others) != 0) QFile::setPermissions(path_, kOwnerOnly);
+void IniProfile::RemoveLeftovers() const {
+  for (const QString& name : QDir(folder_).entryList({QFileInfo(path_).fileName() + ".*.new*"}, QDir::Files)) {
+    QFile::remove(folder_ + "/" + name);
+  }
 }
 
-void IniProfile::CheckRead(const QSettings& store) const {
-  if (store.status() == QSettings::FormatError) {
-    throw RunTimeError(RunTimeError::kPathFileAccess,
-                       Location() + " is damaged: it is not an INI file; repair or remove it");
-  }
-  if (QFileInfo::exists(path_) && access(QFile::encodeName(path_).constData(), R_OK) != 0) {
-    throw RunTimeError(RunTimeError::kPathFileAccess,
-                       "cannot read the settings in " + Location() + ": " + std::strerror(errno));
-  }
+void IniProfile::FailToWrite(int error) const {
+  throw RunTimeError(RunTimeError::kPathFileAccess,
+                     "cannot write the settings to " + Location() + ": " +
+                         (error != 0 ? std::strerror(error) : "the file or its folder cannot be written"));
 }
 
 }  // namespace orvalis

@@ -1,24 +1,22 @@
 #pragma once
 
 #include <QString>
+#include <cstdint>
 #include <map>
-#include <memory>
-#include <utility>
+#include <optional>
 
 #include "config/profile.h"
-
-class QSettings;
 
 namespace orvalis {
 
 /// The profile store of a Linux user: one INI file, `Orvalis.Weather.ini`. Every write is on the disk when it returns,
 /// replaces the file in one step, and keeps what other programs wrote in the meantime. Only the owner may read the
-/// file: it holds a password. docs/profile.md describes the file.
+/// file: it holds a password. A write that fails leaves nothing behind, neither in the file nor in memory, and no
+/// operation waits longer than half a second for another program. docs/profile.md describes the file.
 class IniProfile : public Profile {
  public:
   /// `folder` is made when the first value is written.
   explicit IniProfile(const QString& folder);
-  ~IniProfile() override;
 
   void SetDeviceType(std::string_view type) override;
   void Register(std::string_view driver_id, std::string_view description) override;
@@ -29,20 +27,39 @@ class IniProfile : public Profile {
   [[nodiscard]] std::string Location() const override { return path_.toStdString(); }
 
  protected:
-  void BeginBatch() override;
+  void BeginBatch() override { in_batch_ = true; }
   void CommitBatch() override;
   void AbandonBatch() noexcept override;
 
  private:
-  void Write(const std::map<QString, QString>& values);
+  using Values = std::map<QString, QString>;
+  /// Tells one state of the file from another; each write makes a new file.
+  struct Stamp {
+    std::uint64_t inode = 0;
+    std::int64_t size = -1;
+    std::int64_t seconds = 0;
+    std::int64_t nanoseconds = 0;
+    bool operator==(const Stamp&) const = default;
+  };
+
+  [[nodiscard]] Stamp FileStamp() const;
+  /// Brings `values_` up to the file.
+  void Reload();
+  void Write(const Values& changes);
   void PrepareFolder() const;
-  void TightenPermissions() const;
-  void CheckRead(const QSettings& store) const;
+  /// Writes a whole new file beside the old one and puts it in its place.
+  void Replace(const Values& values);
+  /// Half-written files of programs that were killed. Only who holds the lock may.
+  void RemoveLeftovers() const;
+  [[noreturn]] void FailToWrite(int error) const;
 
   QString folder_;
   QString path_;
+  Values values_;
+  std::optional<Stamp> loaded_;  ///< the state of the file that `values_` holds
+  int writes_ = 0;
   bool in_batch_ = false;
-  std::map<QString, QString> batch_;
+  Values batch_;
 };
 
 }  // namespace orvalis

@@ -49,7 +49,8 @@ void QtSerialPort::Open() {
   port_.setFlowControl(QSerialPort::NoFlowControl);
   port_.clearError();
   if (!port_.open(QIODevice::ReadWrite)) {
-    const RunTimeError failure = OpenFailure(device_, port_.errorString().toStdString());
+    const RunTimeError failure =
+        OpenFailure(device_, port_.error() == QSerialPort::PermissionError, port_.errorString().toStdString());
     port_.clearError();
     throw failure;
   }
@@ -139,8 +140,11 @@ void QtSerialPort::HandleError(QSerialPort::SerialPortError error) {
   const bool gone = !QFileInfo::exists(QString::fromStdString(device_));
   const std::string reason = gone ? "the port " + device_ + " has vanished; the adapter was pulled out or lost power"
                                   : "the port " + device_ + " failed: " + port_.errorString().toStdString();
-  Close();
+  port_.close();
+  port_.clearError();
+  // The reason first: whoever waits for an answer is about to say why none came.
   if (lost_) lost_(reason);
+  Close();
 }
 
 }  // namespace orvalis

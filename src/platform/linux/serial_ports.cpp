@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <charconv>
+#include <system_error>
 
 namespace orvalis {
 namespace {
@@ -20,17 +22,23 @@ std::string GroupName(gid_t group) {
 }  // namespace
 
 std::string DevicePath(const std::string& port) {
-  const bool is_number =
-      !port.empty() && std::all_of(port.begin(), port.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
+  const auto first = port.find_first_not_of(' ');
+  if (first == std::string::npos) throw RunTimeError(RunTimeError::kFileNotFound, "no serial port is chosen");
+  const std::string name = port.substr(first, port.find_last_not_of(' ') - first + 1);
+  const bool is_number = std::all_of(name.begin(), name.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
   if (is_number) {
+    constexpr int kHighest = 256;
     int number = 0;
-    std::from_chars(port.data(), port.data() + port.size(), number);
+    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
+    if (error != std::errc{} || number < 1 || number > kHighest) {
+      throw RunTimeError(RunTimeError::kFileNotFound, "there is no serial port number " + name);
+    }
     return "/dev/ttyS" + std::to_string(number - 1);
   }
-  return port.find('/') == std::string::npos ? "/dev/" + port : port;
+  return name.find('/') == std::string::npos ? "/dev/" + name : name;
 }
 
-RunTimeError OpenFailure(const std::string& device, const std::string& reason) {
+RunTimeError OpenFailure(const std::string& device, bool refused, const std::string& reason) {
   struct stat status {};
   if (stat(device.c_str(), &status) != 0) {
     return {RunTimeError::kFileNotFound,
@@ -46,13 +54,18 @@ RunTimeError OpenFailure(const std::string& device, const std::string& reason) {
   }
   // Character devices that are no terminals, such as /dev/null, open and then refuse every setting.
   const int descriptor = open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  const int open_error = errno;
   if (descriptor >= 0) {
     const bool is_terminal = isatty(descriptor) == 1;
     close(descriptor);
     if (!is_terminal) return {RunTimeError::kDeviceUnavailable, device + " is not a serial port"};
+  }
+  // Qt marks an open port by a file in this folder; where it may not write there, it opens none.
+  constexpr const char* kLockFolder = "/run/lock";
+  const bool locked = refused && access(kLockFolder, W_OK) == 0;
+  if (locked || (descriptor < 0 && open_error == EBUSY)) {
     return {RunTimeError::kPortInUse, "the port " + device + " is in use by another program"};
   }
-  if (errno == EBUSY) return {RunTimeError::kPortInUse, "the port " + device + " is in use by another program"};
   return {RunTimeError::kDeviceUnavailable, "the port " + device + " cannot be opened: " + reason};
 }
 

@@ -7,10 +7,11 @@
 namespace orvalis {
 
 /// The device of a port name: "2" is the second classic port, /dev/ttyS1; a path is itself; anything else is a name
-/// under /dev.
+/// under /dev. Throws RunTimeError kFileNotFound for a number that no port has.
 [[nodiscard]] std::string DevicePath(const std::string& port);
 
-/// Why `device` could not be opened, with what to do about it. `reason` is the system's own word.
-[[nodiscard]] RunTimeError OpenFailure(const std::string& device, const std::string& reason);
+/// Why `device` could not be opened, with what to do about it. `refused` tells that Qt was not let in although the user
+/// may use the device, `reason` is the system's own word.
+[[nodiscard]] RunTimeError OpenFailure(const std::string& device, bool refused, const std::string& reason);
 
 }  // namespace orvalis
