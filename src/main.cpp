@@ -8,6 +8,7 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QPixmap>
+#include <QPushButton>
 #include <QStandardPaths>
 #include <csignal>
 #include <cstdio>
@@ -42,6 +43,7 @@
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/line_output.h"
 #include "platform/linux/qt_serial_port.h"
+#include "platform/linux/serial_port_list.h"
 #include "platform/linux/stop_signals.h"
 #include "platform/qt/command_line.h"
 #include "platform/qt/qt_clock.h"
@@ -50,6 +52,8 @@
 #include "platform/qt/qt_sound_player.h"
 #include "platform/qt/single_instance.h"
 #include "ui/frm_hand_box.h"
+#include "ui/frm_setup.h"
+#include "ui/theme.h"
 
 namespace orvalis {
 namespace {
@@ -148,7 +152,11 @@ class Program {
 
   int Run() {
     startup_->Main();
-    if (form_) form_->SetNightTheme(settings_.NightTheme == 1);
+    if (form_) {
+      form_->SetNightTheme(settings_.NightTheme == 1);
+      setup_->SetTheme(PanelTheme());
+      setup_->SyncSwitches();
+    }
     if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
     Refresh();
     const int code = QCoreApplication::exec();
@@ -202,6 +210,7 @@ class Program {
   void OpenPanel() {
     form_ = std::make_unique<frmHandBox>(panel_);
     window_ = std::make_unique<PlacedPanel>(*form_);
+    OpenSetup();
     QObject::connect(form_.get(), &frmHandBox::ConnectToggled, form_.get(), [this](bool on) {
       if (on) {
         connector_.Connect([this](bool) { Refresh(); });
@@ -212,6 +221,7 @@ class Program {
     });
     QObject::connect(form_.get(), &frmHandBox::NightThemeToggled, form_.get(), [this](bool on) {
       settings_.NightTheme = on ? 1 : 0;
+      setup_->SetTheme(PanelTheme());
       Tick("keeping the night theme", [this] { store_.Write("NightTheme", settings_); });
     });
     QObject::connect(form_.get(), &frmHandBox::Closing, form_.get(), [] { QCoreApplication::exit(kExitOk); });
@@ -227,6 +237,29 @@ class Program {
         QCoreApplication::exit(kExitFailed);
       });
     }
+  }
+
+  /// The setup dialog, hidden until it is asked for.
+  void OpenSetup() {
+    setup_ = std::make_unique<frmSetup>(
+        frmSetup::Parts{.switches = switches_,
+                        .ports = ListSerialPorts,
+                        .report = [this](const std::exception_ptr& error) { boundary_.Report("changing a setting", error); },
+                        .version = ORVALIS_VERSION},
+        form_.get());
+    setup_routine_.emplace(SetupRoutine::Parts{.store = store_,
+                                               .settings = settings_,
+                                               .unit = options_,
+                                               .poll_timer = poll_timer_,
+                                               .dialog = *setup_,
+                                               .leftovers = leftovers_,
+                                               .window = window_.get()});
+    QObject::connect(form_->AddToolButton("&Setup…"), &QPushButton::clicked, form_.get(),
+                     [this] { Tick("running the setup", [this] { setup_routine_->Run(); }); });
+  }
+
+  [[nodiscard]] Theme PanelTheme() const {
+    return settings_.NightTheme == 1 ? Theme::Night() : Theme::ForDesktop(QApplication::palette());
   }
 
   void TakePicture() {
@@ -267,6 +300,8 @@ class Program {
   LineOutput error_output_{STDERR_FILENO};
   std::unique_ptr<frmHandBox> form_;
   std::unique_ptr<PlacedPanel> window_;
+  std::unique_ptr<frmSetup> setup_;
+  std::optional<SetupRoutine> setup_routine_;
   std::optional<Startup> startup_;
 };
 

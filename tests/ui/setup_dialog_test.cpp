@@ -293,10 +293,3 @@ TEST(SetupPickers, FilterBecomesTheToolkits) {
 
 }  // namespace
 }  // namespace orvalis::test
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  testing::InitGoogleTest(&argc, argv);
-  const QApplication application(argc, argv);
-  return RUN_ALL_TESTS();
-}

@@ -1,0 +1,95 @@
+#include "ui/setup_pickers.h"
+
+#include <QAbstractFileIconProvider>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPainter>
+#include <QPixmap>
+#include <QStringList>
+#include <QToolButton>
+
+#include "ui/panel_texts.h"
+
+namespace orvalis {
+namespace {
+
+/// The icons of files are coloured, which they must not be at night.
+class NoIcons : public QAbstractFileIconProvider {
+ public:
+  NoIcons() : blank_(1, 1) { blank_.fill(Qt::transparent); }
+  [[nodiscard]] QIcon icon(IconType /*type*/) const override { return blank_; }
+  [[nodiscard]] QIcon icon(const QFileInfo& /*info*/) const override { return blank_; }
+
+ private:
+  QPixmap blank_;
+};
+
+/// What is red of `icon`, for a disabled button too.
+QIcon Reddened(const QIcon& icon) {
+  constexpr int kSide = 16;
+  QPixmap picture = icon.pixmap(kSide, kSide);
+  if (picture.isNull()) return {};
+  QPixmap shape = picture;
+  QPainter painter(&picture);
+  painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+  painter.fillRect(picture.rect(), Qt::red);
+  painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+  painter.drawPixmap(0, 0, shape);
+  painter.end();
+  QIcon red(picture);
+  red.addPixmap(picture, QIcon::Disabled);
+  return red;
+}
+
+std::optional<std::string> Ask(QFileDialog& dialog, PickerLook look) {
+  // The dialog asks for icons until its end, which is after this function's.
+  static NoIcons no_icons;
+  if (look == PickerLook::kNight) {
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setIconProvider(&no_icons);
+    if (dialog.parentWidget() != nullptr) dialog.setPalette(dialog.parentWidget()->palette());
+    dialog.setSizeGripEnabled(false);
+    for (QToolButton* button : dialog.findChildren<QToolButton*>()) {
+      button->setIcon(Reddened(button->icon()));
+    }
+  }
+  const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
+  if (!chosen) return std::nullopt;
+  return dialog.selectedFiles().constFirst().toStdString();
+}
+
+}  // namespace
+
+QString ToQtFilter(std::string_view filter) {
+  const QStringList parts = ToQString(filter).split('|');
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    const QString description = parts[i].left(parts[i].lastIndexOf('(')).trimmed();
+    QStringList patterns = parts[i + 1].split(';', Qt::SkipEmptyParts);
+    for (QString& pattern : patterns) {
+      if (pattern == "*.*") pattern = "*";
+    }
+    filters.append(description + " (" + patterns.join(' ') + ")");
+  }
+  return filters.join(";;");
+}
+
+std::optional<std::string> PickFile(QWidget* parent, std::string_view filter, const std::string& current,
+                                    PickerLook look) {
+  QFileDialog dialog(parent, "Open", {}, ToQtFilter(filter));
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  if (const QFileInfo file(ToQString(current)); !current.empty() && file.absoluteDir().exists()) {
+    dialog.setDirectory(file.absolutePath());
+    if (file.exists()) dialog.selectFile(file.fileName());
+  }
+  return Ask(dialog, look);
+}
+
+std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& current, PickerLook look) {
+  QFileDialog dialog(parent, "Please select a Server folder.", ToQString(current));
+  dialog.setFileMode(QFileDialog::Directory);
+  dialog.setOption(QFileDialog::ShowDirsOnly);
+  return Ask(dialog, look);
+}
+
+}  // namespace orvalis

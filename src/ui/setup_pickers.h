@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <string>
+#include <string_view>
+
+class QWidget;
+
+namespace orvalis {
+
+/// Which files an alert may give.
+inline constexpr std::string_view kSoundFileFilter =
+    "All Files (*.*)|*.*|Wave Files(*.wav)|*.wav|Batch Files (*.bat)|*.bat";
+inline constexpr std::string_view kProgramFileFilter =
+    "All Files (*.*)|*.*|Exe Files(*.exe)|*.exe|Batch Files (*.bat)|*.bat";
+
+/// The toolkit's form of a filter that is written as descriptions and patterns with bars between them. "*.*" becomes
+/// "*": here it is to match every file, also one without a dot. A description without a pattern is left out.
+[[nodiscard]] QString ToQtFilter(std::string_view filter);
+
+/// How a picker looks: the desktop's own, or, at night, one that can be told to stay dark.
+enum class PickerLook { kDesktop, kNight };
+
+/// Asks for a file, starting at `current`. Nothing when the user cancels.
+[[nodiscard]] std::optional<std::string> PickFile(QWidget* parent, std::string_view filter, const std::string& current,
+                                                  PickerLook look);
+/// Asks for a folder for a log, starting at `current`. Nothing when the user cancels.
+[[nodiscard]] std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& current, PickerLook look);
+
+}  // namespace orvalis

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+#include <initializer_list>
+
+class QBoxLayout;
+class QCheckBox;
+class QGridLayout;
+class QLabel;
+class QWidget;
+
+namespace orvalis {
+
+/// Fills one titled section of a page of the setup dialog, row by row from the top. The controls get their object
+/// names and belong to the page; "&" in a label makes a key for its control.
+class SetupSection {
+ public:
+  enum class Width { kNumber, kCoefficient };
+  struct NamedBox {
+    const char* name;
+    QString text;
+  };
+  struct AlertFile {
+    const char* check_box;
+    const char* file;
+  };
+
+  SetupSection(const QString& title, QBoxLayout* column);
+
+  /// A text box for a number; returns its label.
+  QLabel* Field(const char* name, const QString& label, const QString& unit, const QString& tip,
+                Width width = Width::kNumber);
+  QCheckBox* Check(const char* name, const QString& text, const QString& tip);
+  /// Check boxes side by side.
+  void Checks(std::initializer_list<NamedBox> boxes);
+  /// A control that takes what width there is.
+  void Control(const QString& label, QWidget* control, const QString& tip);
+  /// Controls side by side.
+  void Row(std::initializer_list<QWidget*> controls);
+  QLabel* Note(const QString& text);
+  /// What is done about one condition: a sound and a program.
+  void AlertRow(const QString& title, const AlertFile& sound, const AlertFile& program);
+
+ private:
+  QGridLayout* grid_;
+  int row_ = 0;
+};
+
+}  // namespace orvalis
