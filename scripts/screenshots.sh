@@ -31,3 +31,38 @@ picture panel-cloudy cloudy
 picture panel-rain rain
 picture panel-night clear NightTheme 1
 "$bin/orvalis" profile set NightTheme 0
+
+# The pages of the setup dialog, opened and turned with the keyboard as a person would.
+Xvfb -displayfd 3 -screen 0 1280x1024x24 3>"$folder/display" 2>/dev/null &
+screen=$!
+trap 'kill $screen; rm -rf "$folder"' EXIT
+while [[ ! -s $folder/display ]]; do sleep 0.05; done
+DISPLAY=:$(cat "$folder/display")
+export DISPLAY
+"$bin/orvalis" profile set AdvancedSetup True
+"$bin/orvalis" --demo 2>/dev/null &
+program=$!
+
+# window NAME: waits for the window and gives it the keyboard
+window() {
+  local id=
+  while [[ -z $id ]]; do
+    sleep 0.1
+    id=$(xdotool search --onlyvisible --name "^$1\$" | tail -n 1)
+  done
+  xdotool windowfocus --sync "$id"
+  echo "$id"
+}
+
+window Orvalis >/dev/null
+sleep 3
+xdotool key alt+s
+setup=$(window "Orvalis Setup")
+for page in connection:alt+c thresholds:alt+t alerts:alt+a leftovers:alt+l; do
+  xdotool key "${page#*:}"
+  sleep 0.7
+  import -window "$setup" "$out/setup-${page%%:*}.png"
+  echo "$out/setup-${page%%:*}.png"
+done
+kill $program
+wait $program || true
