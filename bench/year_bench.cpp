@@ -46,7 +46,7 @@ int Run() {
   AutoReconnect reconnect({.link = link, .connector = connector, .panel = panel, .events = events, .clock = clock});
   test::AlertRecorder given;
   Alerts alerts(given, given, events);
-  LogWriter logs(events);
+  LogWriter logs([&](const std::string& text) { events.Record(text); });
   PollCycle poll({.loop = loop,
                   .clock = clock,
                   .link = link,

@@ -12,6 +12,7 @@
 #include <QStandardPaths>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -106,7 +107,10 @@ class Program {
         boundary_(panel_, events_),
         sounds_([this](const std::string& failure) { events_.Record(failure); }),
         alerts_(sounds_, programs_, events_),
-        logs_(events_),
+        logs_([this](const std::string& text) {
+          panel_.status = text;
+          events_.Record(text);
+        }),
         link_({.port = port_, .loop = loop_, .store = store_, .panel = panel_, .events = events_, .options = options_},
               line.port),
         connector_(link_, boundary_),
@@ -137,7 +141,8 @@ class Program {
     } else {
       OpenPanel();
     }
-    startup_.emplace(Startup::Parts{.store = store_,
+    startup_.emplace(Startup::Parts{.flags = flags_,
+                                    .store = store_,
                                     .settings = settings_,
                                     .window = window_.get(),
                                     .switches = switches_,
@@ -242,10 +247,11 @@ class Program {
   /// The setup dialog, hidden until it is asked for.
   void OpenSetup() {
     setup_ = std::make_unique<frmSetup>(
-        frmSetup::Parts{.switches = switches_,
-                        .ports = ListSerialPorts,
-                        .report = [this](const std::exception_ptr& error) { boundary_.Report("changing a setting", error); },
-                        .version = ORVALIS_VERSION},
+        frmSetup::Parts{
+            .switches = switches_,
+            .ports = ListSerialPorts,
+            .report = [this](const std::exception_ptr& error) { boundary_.Report("changing a setting", error); },
+            .version = ORVALIS_VERSION},
         form_.get());
     setup_routine_.emplace(SetupRoutine::Parts{.store = store_,
                                                .settings = settings_,
@@ -275,6 +281,7 @@ class Program {
   QtSerialPort port_;
   IniProfile profile_;
   SettingsStore store_;
+  ProgramFlags flags_;
   Settings settings_;
   WeatherState weather_;
   PanelModel panel_;
@@ -343,6 +350,14 @@ bool DisplayExpected() {
          !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
+/// Qt aborts when it finds no display to draw on; a person needs to know what to do instead.
+void ExplainNoDisplay(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
+  std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+  if (type != QtFatalMsg) return;
+  std::fputs("orvalis: the display cannot be used; start it in a desktop, or with --headless\n", stderr);
+  std::_Exit(kExitFailed);
+}
+
 int Run(int argc, char** argv) {
   const auto parsed = ParseCommandLine({argv, argv + argc});
   if (const auto* error = std::get_if<CommandLineError>(&parsed)) {
@@ -368,8 +383,10 @@ int Run(int argc, char** argv) {
 
   // The words of the command line are ours; Qt gets the program's name alone.
   int qt_argc = 1;
+  const QtMessageHandler former_handler = qInstallMessageHandler(ExplainNoDisplay);
   const std::unique_ptr<QCoreApplication> application =
       windowed ? std::make_unique<QApplication>(qt_argc, argv) : std::make_unique<QCoreApplication>(qt_argc, argv);
+  qInstallMessageHandler(former_handler);
   QCoreApplication::setApplicationName("orvalis");
   QCoreApplication::setApplicationVersion(ORVALIS_VERSION);
   try {

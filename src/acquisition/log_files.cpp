@@ -100,10 +100,10 @@ void OneLineLog::Write(const fs::path& folder, const std::string& record) {
                           "; is its folder there, may it be written, and is there room on the disk?";
     if (failure == reported_) return;
     reported_ = std::move(failure);
-    events_.Record(reported_);
+    report_(reported_);
     return;
   }
-  if (!std::exchange(reported_, {}).empty()) events_.Record("the one-line log is written again");
+  if (!std::exchange(reported_, {}).empty()) report_("the one-line log is written again");
 }
 
 }  // namespace orvalis

@@ -7,9 +7,10 @@
 #include <string>
 #include <utility>
 
-#include "base/event_list.h"
-
 namespace orvalis {
+
+/// Who is told what goes wrong with a log, and that it was mended.
+using LogReport = std::function<void(const std::string& text)>;
 
 /// A text file that grows by lines and is bounded: every line is in the file when `Write` returns, a new file is begun
 /// at a certain size with some former ones kept, and it comes back by itself when its folder or its disk does. What
@@ -22,9 +23,7 @@ class RotatingLog {
     std::uintmax_t max_bytes;
     int former_kept;
   };
-  using Report = std::function<void(const std::string& text)>;
-
-  RotatingLog(Kind kind, Report report) : kind_(kind), report_(std::move(report)) {}
+  RotatingLog(Kind kind, LogReport report) : kind_(kind), report_(std::move(report)) {}
 
   /// Opens the log in `folder` for appending, closing another one.
   void Open(const std::filesystem::path& folder);
@@ -38,7 +37,7 @@ class RotatingLog {
   void Fail(const std::string& failure);
 
   Kind kind_;
-  Report report_;
+  LogReport report_;
   std::filesystem::path path_;
   std::ofstream file_;
   std::uintmax_t size_ = 0;
@@ -52,12 +51,12 @@ class OneLineLog {
  public:
   static constexpr const char* kFileName = "orvalis_single.txt";
 
-  explicit OneLineLog(EventList& events) : events_(events) {}
+  explicit OneLineLog(LogReport report) : report_(std::move(report)) {}
 
   void Write(const std::filesystem::path& folder, const std::string& record);
 
  private:
-  EventList& events_;
+  LogReport report_;
   std::string reported_;
 };
 

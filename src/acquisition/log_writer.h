@@ -1,11 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #include "acquisition/log_files.h"
 #include "acquisition/log_lines.h"
-#include "base/event_list.h"
 #include "config/settings.h"
 
 namespace orvalis {
@@ -16,8 +14,7 @@ class LogWriter {
   static constexpr RotatingLog::Kind kFullLog{
       .name = "full log", .file_name = "Orvalis.txt", .max_bytes = 20'000'000, .former_kept = 5};
 
-  explicit LogWriter(EventList& events)
-      : full_(kFullLog, [&events](const std::string& text) { events.Record(text); }), one_line_(events) {}
+  explicit LogWriter(const LogReport& report) : full_(kFullLog, report), one_line_(report) {}
 
   /// Opens the full log in the folder of the settings, closing another one: at start and when the folder changes.
   void OpenFullLog(const Settings& settings);

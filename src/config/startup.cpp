@@ -15,6 +15,7 @@ constexpr std::int32_t kFallbackEdge = 100;
 void Startup::Main() {
   Profile& profile = parts_.store.profile();
   profile.SetDeviceType(kDeviceType);
+  parts_.flags = {.started_by_user = parts_.started_by_user};
   profile.Register(kDriverId, kDriverDescription);
   parts_.settings = parts_.store.LoadSettings();
   parts_.leftovers.Refresh(parts_.settings);
@@ -47,8 +48,8 @@ void Startup::PlacePanel() {
 }
 
 void Startup::Shutdown() noexcept {
-  if (shutting_down_) return;
-  shutting_down_ = true;
+  if (parts_.flags.shutting_down) return;
+  parts_.flags.shutting_down = true;
   parts_.poll_timer.SetEnabled(false);
   parts_.second_timer.SetEnabled(false);
   try {

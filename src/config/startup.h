@@ -7,6 +7,7 @@
 #include "base/interval_timer.h"
 #include "config/leftovers.h"
 #include "config/panel_window.h"
+#include "config/program_flags.h"
 #include "config/settings.h"
 #include "config/settings_store.h"
 #include "config/setup_routine.h"
@@ -17,6 +18,7 @@ namespace orvalis {
 class Startup {
  public:
   struct Parts {
+    ProgramFlags& flags;
     SettingsStore& store;
     Settings& settings;
     PanelWindow* window;  ///< none when headless
@@ -26,6 +28,7 @@ class Startup {
     Connector& connector;
     LogWriter& logs;
     Leftovers& leftovers;
+    bool started_by_user = true;         ///< the platform's start mode
     bool auto_connect_override = false;  ///< connect and reconnect in this run, whatever the setting says
     bool demo_override = false;          ///< demo mode for this run
   };
@@ -47,7 +50,6 @@ class Startup {
   void SaveState();
 
   Parts parts_;
-  bool shutting_down_ = false;
 };
 
 }  // namespace orvalis

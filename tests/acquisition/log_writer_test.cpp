@@ -121,7 +121,7 @@ TEST_F(LogWriterTest, AFullDiskIsListedOnceAndMended) {
 }
 
 TEST_F(LogWriterTest, AReaderNeverFindsAnEmptyOrHalfRecord) {
-  OneLineLog log(events);
+  OneLineLog log([this](const std::string& text) { events.Record(text); });
   const std::string records[] = {std::string(100, 'a'), std::string(100, 'b')};
   log.Write(folder, records[0]);
   std::atomic<bool> reading = true;

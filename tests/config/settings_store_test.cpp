@@ -168,7 +168,9 @@ class StartupTest : public test::LinkFixture {
   Window window{profile.log};
   test::FakeTimer poll_timer;
   test::FakeTimer second_timer;
-  Startup startup{{.store = store,
+  ProgramFlags flags;
+  Startup startup{{.flags = flags,
+                   .store = store,
                    .settings = settings,
                    .window = &window,
                    .switches = switches,
@@ -190,6 +192,7 @@ TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {
   EXPECT_EQ(poll_timer.interval, std::chrono::milliseconds(1000));
   EXPECT_TRUE(poll_timer.enabled && second_timer.enabled);
   EXPECT_TRUE(connector.connecting());
+  EXPECT_TRUE(flags.started_by_user);
 }
 
 TEST_F(StartupTest, GoesDownInOrderWhateverFails) {

@@ -67,7 +67,7 @@ class LinkFixture : public testing::Test {
   AutoReconnect reconnect{{.link = link, .connector = connector, .panel = panel, .events = events, .clock = clock}};
   AlertRecorder given;
   Alerts alerts{given, given, events};
-  LogWriter logs{events};
+  LogWriter logs{[this](const std::string& text) { events.Record(text); }};
   PollCycle poll{{.loop = loop,
                   .clock = clock,
                   .link = link,

@@ -14,6 +14,8 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <map>
+#include <optional>
 #include <utility>
 
 #include "base/run_time_error.h"
@@ -34,6 +36,26 @@ QString KeyPath(std::string_view name, std::string_view subkey) {
 /// A person who edits the file may leave a comma unquoted, which Qt reads as a list.
 QString AsText(const QVariant& value) {
   return value.typeId() == QMetaType::QStringList ? value.toStringList().join(",") : value.toString();
+}
+
+/// Every value of the INI file at `path`, or nothing when it is not one.
+std::optional<std::map<QString, QString>> ReadFile(const QString& path) {
+  // Only read, never set: Qt keeps what it could not write and would write it later.
+  QSettings store(path, QSettings::IniFormat);
+  store.sync();
+  if (store.status() != QSettings::NoError) return std::nullopt;
+  std::map<QString, QString> values;
+  for (const QString& key : store.allKeys()) values[key] = AsText(store.value(key));
+  return values;
+}
+
+/// Waits until the file or folder is on the disk.
+bool Synchronise(const QByteArray& name, int flags) {
+  const int descriptor = open(name.constData(), flags | O_CLOEXEC);
+  if (descriptor < 0) return false;
+  const bool done = fsync(descriptor) == 0;
+  close(descriptor);
+  return done;
 }
 
 }  // namespace
@@ -88,15 +110,12 @@ void IniProfile::Reload() {
     throw RunTimeError(RunTimeError::kPathFileAccess,
                        "cannot read the settings in " + Location() + ": " + std::strerror(errno));
   }
-  // Only read, never set: Qt keeps what it could not write and would write it later.
-  QSettings store(path_, QSettings::IniFormat);
-  store.sync();
-  if (store.status() == QSettings::FormatError) {
+  std::optional<Values> values = ReadFile(path_);
+  if (!values) {
     throw RunTimeError(RunTimeError::kPathFileAccess,
                        Location() + " is damaged: it is not an INI file; repair or remove it");
   }
-  values_.clear();
-  for (const QString& key : store.allKeys()) values_[key] = AsText(store.value(key));
+  values_ = std::move(*values);
   loaded_ = stamp;
 }
 
@@ -129,36 +148,34 @@ void IniProfile::PrepareFolder() const {
 }
 
 void IniProfile::Replace(const Values& values) {
-  // A name of its own for each write: whatever Qt remembers of it is never met again.
-  const QString fresh = path_ + "." + QString::number(getpid()) + "-" + QString::number(++writes_) + ".new";
-  const QByteArray fresh_name = QFile::encodeName(fresh);
-  bool written = false;
-  int error = 0;
+  // Names of their own for each write: whatever Qt remembers of a file is never met again.
+  const QString unique = path_ + "." + QString::number(getpid()) + "-" + QString::number(++writes_);
+  const QString written = unique + ".new";
+  const QString checked = unique + ".new-checked";
+  errno = 0;
   {
-    QSettings store(fresh, QSettings::IniFormat);
+    QSettings store(written, QSettings::IniFormat);
     for (const auto& [key, value] : values) store.setValue(key, value);
-    errno = 0;
-    store.sync();  // synchronises the data with the disk as well
-    error = errno;
-    written = store.status() == QSettings::NoError;
+    store.sync();
   }
-  const QFileInfo target(path_);
-  const QByteArray name = QFile::encodeName(target.isSymLink() ? target.symLinkTarget() : path_);
-  if (written && (chmod(fresh_name.constData(), S_IRUSR | S_IWUSR) != 0 ||
-                  std::rename(fresh_name.constData(), name.constData()) != 0)) {
+  int error = errno;
+  // Qt does not notice every write that a full disk cut short, so what is on the disk is read back before it counts.
+  const QByteArray checked_name = QFile::encodeName(checked);
+  bool good =
+      std::rename(QFile::encodeName(written).constData(), checked_name.constData()) == 0 && ReadFile(checked) == values;
+  if (good) {
+    const QFileInfo target(path_);
+    const QByteArray name = QFile::encodeName(target.isSymLink() ? target.symLinkTarget() : path_);
+    good = Synchronise(checked_name, O_RDONLY) && chmod(checked_name.constData(), S_IRUSR | S_IWUSR) == 0 &&
+           std::rename(checked_name.constData(), name.constData()) == 0;
     error = errno;
-    written = false;
   }
-  if (!written) {
-    unlink(fresh_name.constData());
+  if (!good) {
+    RemoveLeftovers();
     FailToWrite(error);
   }
-  // The new name is part of the folder.
-  const int directory = open(QFile::encodeName(folder_).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (directory >= 0) {
-    fsync(directory);
-    close(directory);
-  }
+  // The new name is part of the folder; a file system that cannot synchronise folders does without.
+  static_cast<void>(Synchronise(QFile::encodeName(folder_), O_RDONLY | O_DIRECTORY));
 }
 
 void IniProfile::RemoveLeftovers() const {
