@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+
+#include "acquisition/auto_reconnect.h"
+#include "acquisition/connector.h"
+#include "acquisition/poll_cycle.h"
+#include "acquisition/sensor_link.h"
+#include "tests/support/alert_recorder.h"
+#include "tests/support/fake_event_loop.h"
+#include "tests/support/fake_serial_port.h"
+#include "tests/support/memory_profile.h"
+
+namespace orvalis::test {
+
+/// Everything from the serial port to the panel's model: the real parts between a faked port and a faked event loop.
+struct LinkWorld {
+  LinkWorld() {
+    settings = store.LoadSettings();
+    settings.Centigrade = true;
+    store.WriteText("COM Port", "/dev/ttyUSB0");
+    profile.log.clear();
+  }
+
+  /// One tick of both timers, followed by its second.
+  void Tick(bool auto_connect) {
+    poll.Poll();
+    reconnect.Tick(auto_connect);
+    loop.Advance(std::chrono::seconds(1));
+  }
+
+  FakeEventLoop loop;
+  FakeClock clock;
+  FakeSerialPort port{loop};
+  MemoryProfile profile;
+  SettingsStore store{profile, "/opt/orvalis", {}};
+  Settings settings;
+  WeatherState weather;
+  PanelModel panel;
+  UnitOptions options;
+  EventList events{clock};
+  ErrorBoundary boundary{panel, events};
+  SensorLink link{{.port = port, .loop = loop, .store = store, .panel = panel, .events = events, .options = options}};
+  Connector connector{link, boundary};
+  AutoReconnect reconnect{{.link = link, .connector = connector, .panel = panel, .events = events, .clock = clock}};
+  AlertRecorder given;
+  Alerts alerts{given, given, events};
+  LogWriter logs{[this](const std::string& text) { events.Record(text); }};
+  PollCycle poll{{.loop = loop,
+                  .clock = clock,
+                  .link = link,
+                  .settings = settings,
+                  .weather = weather,
+                  .panel = panel,
+                  .events = events,
+                  .boundary = boundary,
+                  .alerts = alerts,
+                  .logs = logs,
+                  .locale = {}}};
+};
+
+}  // namespace orvalis::test
