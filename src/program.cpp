@@ -1,0 +1,226 @@
+#include "program.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QLocale>
+#include <QPixmap>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <chrono>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <system_error>
+
+#include "headless/reading_lines.h"
+#include "platform/linux/serial_port_list.h"
+
+namespace orvalis {
+namespace {
+
+constexpr int kExitOk = 0;
+constexpr int kExitFailed = 1;
+
+/// The panel's window for start-up and shutdown.
+class PlacedPanel : public PanelWindow {
+ public:
+  explicit PlacedPanel(frmHandBox& form) : form_(form) {}
+  void Place(int left, int top) override { form_.move(left, top); }
+  void SetAlwaysOnTop(bool on) override { form_.SetAlwaysOnTop(on); }
+  void Show() override { form_.show(); }
+  [[nodiscard]] int Left() const override { return form_.x(); }
+  [[nodiscard]] int Top() const override { return form_.y(); }
+
+ private:
+  frmHandBox& form_;
+};
+
+}  // namespace
+
+NumberLocale UserLocale() {
+  const QString separator = QLocale::system().decimalPoint();
+  return {.decimal_separator = separator == "," ? ',' : '.'};
+}
+
+QString ProfileFolder(const CommandLine& line) {
+  if (line.profile_folder) return QString::fromStdString(*line.profile_folder);
+  if (QString folder = qEnvironmentVariable("ORVALIS_PROFILE_DIR"); !folder.isEmpty()) return folder;
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+}
+
+std::string ProgramFolder() {
+  const QString beside = QCoreApplication::applicationDirPath();
+  if (QFileInfo(beside).isWritable()) return beside.toStdString();
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/orvalis";
+}
+
+Program::Program(const CommandLine& line)
+    : line_(line),
+      profile_(ProfileFolder(line)),
+      store_(profile_, ProgramFolder(), UserLocale()),
+      events_(clock_),
+      boundary_(panel_, events_),
+      sounds_([this](const std::string& failure) { events_.Record(failure); }),
+      alerts_(sounds_, programs_, events_),
+      logs_([this](const std::string& text) {
+        panel_.status = text;
+        events_.Record(text);
+      }),
+      link_({.port = port_, .loop = loop_, .store = store_, .panel = panel_, .events = events_, .options = options_},
+            line.port),
+      connector_(link_, boundary_),
+      reconnect_({.link = link_, .connector = connector_, .panel = panel_, .events = events_, .clock = clock_}),
+      poll_({.loop = loop_,
+             .clock = clock_,
+             .link = link_,
+             .settings = settings_,
+             .weather = weather_,
+             .panel = panel_,
+             .events = events_,
+             .boundary = boundary_,
+             .alerts = alerts_,
+             .logs = logs_,
+             .locale = store_.locale(),
+             .demo_override = line.demo}),
+      switches_({.store = store_, .settings = settings_, .link = link_, .connector = connector_, .logs = logs_}),
+      poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
+      second_timer_([this] {
+        Tick("reconnecting", [this] {
+          reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
+          poll_.WatchStaleness();
+        });
+      }) {
+  KeepErrorLog();
+  if (line.headless) {
+    SpeakOnStandardOutput();
+  } else {
+    OpenPanel();
+  }
+  startup_.emplace(Startup::Parts{.flags = flags_,
+                                  .store = store_,
+                                  .settings = settings_,
+                                  .window = window_.get(),
+                                  .switches = switches_,
+                                  .poll_timer = poll_timer_,
+                                  .second_timer = second_timer_,
+                                  .connector = connector_,
+                                  .logs = logs_,
+                                  .leftovers = leftovers_,
+                                  .auto_connect_override = line.headless || line.port.has_value(),
+                                  .demo_override = line.demo});
+}
+
+Program::~Program() = default;
+
+int Program::Run() {
+  startup_->Main();
+  if (form_) {
+    form_->SetNightTheme(settings_.NightTheme == 1);
+    setup_->SetTheme(PanelTheme());
+    setup_->SyncSwitches();
+  }
+  if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
+  Refresh();
+  const int code = QCoreApplication::exec();
+  startup_->Shutdown();
+  return code;
+}
+
+bool Program::BringToFront() {
+  if (!form_) return false;
+  form_->showNormal();
+  form_->raise();
+  form_->activateWindow();
+  return true;
+}
+
+void Program::Refresh() {
+  if (form_) form_->Refresh();
+}
+
+void Program::KeepErrorLog() {
+  std::error_code error;
+  std::filesystem::create_directories(store_.program_folder(), error);  // a failure shows when the log is opened
+  error_log_.Open(store_.program_folder());
+  events_.Listen([this](const Event& event) {
+    error_log_.Write(FormatIso8601(event.time).substr(0, 10) + " " + EventText(event));
+  });
+}
+
+void Program::SpeakOnStandardOutput() {
+  poll_.Listen([this](const SensorFrame& frame) {
+    const Reading reading{
+        .time = clock_.LocalNow(), .weather = weather_, .frame = frame, .connected = link_.Connected()};
+    output_.Write(line_.json ? ReadingJson(reading) : ReadingText(reading));
+  });
+  const bool say_twice = !StandardErrorIsStandardOutput();
+  events_.Listen([this, say_twice](const Event& event) {
+    output_.Write(line_.json ? EventJson(event) : EventText(event));
+    if (say_twice) error_output_.Write("orvalis: " + event.text);
+  });
+}
+
+void Program::OpenPanel() {
+  form_ = std::make_unique<frmHandBox>(panel_);
+  window_ = std::make_unique<PlacedPanel>(*form_);
+  OpenSetup();
+  QObject::connect(form_.get(), &frmHandBox::ConnectToggled, form_.get(), [this](bool on) {
+    if (on) {
+      connector_.Connect([this](bool) { Refresh(); });
+    } else {
+      connector_.Disconnect();
+    }
+    Refresh();
+  });
+  QObject::connect(form_.get(), &frmHandBox::NightThemeToggled, form_.get(), [this](bool on) {
+    settings_.NightTheme = on ? 1 : 0;
+    setup_->SetTheme(PanelTheme());
+    Tick("keeping the night theme", [this] { store_.Write("NightTheme", settings_); });
+  });
+  QObject::connect(form_.get(), &frmHandBox::Closing, form_.get(), [] { QCoreApplication::exit(kExitOk); });
+  events_.Listen([this](const Event& event) { form_->AppendEvent(event); });
+  poll_.Listen([this](const SensorFrame&) {
+    Refresh();
+    if (line_.picture) TakePicture();
+  });
+  if (line_.picture) {
+    constexpr std::chrono::seconds kLongestWait{30};
+    loop_.CallAfter(kLongestWait, [] {
+      std::cerr << "orvalis: no values came within 30 seconds, so there is no picture\n";
+      QCoreApplication::exit(kExitFailed);
+    });
+  }
+}
+
+void Program::OpenSetup() {
+  setup_ = std::make_unique<frmSetup>(
+      frmSetup::Parts{
+          .switches = switches_,
+          .ports = ListSerialPorts,
+          .report = [this](const std::exception_ptr& error) { boundary_.Report("changing a setting", error); },
+          .version = ORVALIS_VERSION},
+      form_.get());
+  setup_routine_.emplace(SetupRoutine::Parts{.store = store_,
+                                             .settings = settings_,
+                                             .unit = options_,
+                                             .poll_timer = poll_timer_,
+                                             .dialog = *setup_,
+                                             .leftovers = leftovers_,
+                                             .window = window_.get()});
+  QObject::connect(form_->AddToolButton("&Setup…"), &QPushButton::clicked, form_.get(),
+                   [this] { Tick("running the setup", [this] { setup_routine_->Run(); }); });
+}
+
+Theme Program::PanelTheme() const {
+  return settings_.NightTheme == 1 ? Theme::Night() : Theme::ForDesktop(QApplication::palette());
+}
+
+void Program::TakePicture() {
+  const QString file = QString::fromStdString(*line_.picture);
+  const bool saved = form_->grab().save(file);
+  if (!saved) std::cerr << "orvalis: cannot write the picture " << *line_.picture << '\n';
+  QCoreApplication::exit(saved ? kExitOk : kExitFailed);
+}
+
+}  // namespace orvalis

@@ -1,0 +1,119 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <QString>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "acquisition/alerts.h"
+#include "acquisition/auto_reconnect.h"
+#include "acquisition/connector.h"
+#include "acquisition/error_boundary.h"
+#include "acquisition/log_files.h"
+#include "acquisition/log_writer.h"
+#include "acquisition/panel_model.h"
+#include "acquisition/poll_cycle.h"
+#include "acquisition/sensor_link.h"
+#include "acquisition/unit_commands.h"
+#include "acquisition/weather_state.h"
+#include "base/event_list.h"
+#include "config/program_flags.h"
+#include "config/settings.h"
+#include "config/settings_store.h"
+#include "config/setup_routine.h"
+#include "config/startup.h"
+#include "platform/linux/ini_profile.h"
+#include "platform/linux/line_output.h"
+#include "platform/linux/qt_serial_port.h"
+#include "platform/qt/command_line.h"
+#include "platform/qt/qt_clock.h"
+#include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_program_starter.h"
+#include "platform/qt/qt_sound_player.h"
+#include "ui/frm_hand_box.h"
+#include "ui/frm_setup.h"
+#include "ui/theme.h"
+
+namespace orvalis {
+
+/// How the user's locale writes numbers.
+[[nodiscard]] NumberLocale UserLocale();
+/// Where the profile store is kept: as the command line says, or the environment, or the system.
+[[nodiscard]] QString ProfileFolder(const CommandLine& line);
+/// Where logs and pictures go unless the user chooses: beside the executable where that is allowed, as it is for a
+/// program unpacked into a folder of its own, otherwise in the user's data folder.
+[[nodiscard]] std::string ProgramFolder();
+
+/// The running program: every part, in the order in which they need each other, and the connections between them.
+class Program {
+ public:
+  explicit Program(const CommandLine& line);
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+  ~Program();
+
+  /// Starts up, runs until the program is to end, and shuts down. Returns the exit code. Throws what keeps the program
+  /// from starting.
+  int Run();
+
+  /// Whether there is a panel to bring.
+  bool BringToFront();
+
+ private:
+  template <typename Work>
+  void Tick(std::string_view doing, Work work) {
+    boundary_.Run(doing, work);
+    Refresh();
+  }
+  void Refresh();
+  /// What happened, in a file, for whoever comes to look after the night.
+  void KeepErrorLog();
+  void SpeakOnStandardOutput();
+  void OpenPanel();
+  /// The setup dialog, hidden until it is asked for.
+  void OpenSetup();
+  [[nodiscard]] Theme PanelTheme() const;
+  void TakePicture();
+
+  CommandLine line_;
+  QtEventLoop loop_;
+  QtClock clock_;
+  QtSerialPort port_;
+  IniProfile profile_;
+  SettingsStore store_;
+  ProgramFlags flags_;
+  Settings settings_;
+  WeatherState weather_;
+  PanelModel panel_;
+  UnitOptions options_;
+  EventList events_;
+  ErrorBoundary boundary_;
+  QtSoundPlayer sounds_;
+  QtProgramStarter programs_;
+  Alerts alerts_;
+  LogWriter logs_;
+  Leftovers leftovers_;
+  SensorLink link_;
+  Connector connector_;
+  AutoReconnect reconnect_;
+  PollCycle poll_;
+  ImmediateSwitches switches_;
+  QtIntervalTimer poll_timer_;
+  QtIntervalTimer second_timer_;
+  RotatingLog error_log_{
+      {.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .former_kept = 2},
+      [](const std::string& text) { std::cerr << "orvalis: " << text << '\n'; }};
+  LineOutput output_{STDOUT_FILENO};
+  LineOutput error_output_{STDERR_FILENO};
+  std::unique_ptr<frmHandBox> form_;
+  std::unique_ptr<PanelWindow> window_;
+  std::unique_ptr<frmSetup> setup_;
+  std::optional<SetupRoutine> setup_routine_;
+  std::optional<Startup> startup_;
+};
+
+}  // namespace orvalis
