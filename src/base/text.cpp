@@ -48,6 +48,57 @@ bool ParseWhole(std::string_view text, NumberLocale locale, double& value, bool&
   return stop == end && (error == std::errc{} || too_large);
 }
 
+/// The digits that a person sees of a double, and of one narrowed to single precision.
+constexpr int kDoubleDigits = 15;
+constexpr int kSingleDigits = 7;
+
+/// A finite number as decimal digits: digit i stands at 10^(exponent - i). The rest of the array is "0".
+struct Significant {
+  std::array<char, kDoubleDigits> digits;
+  int exponent = 0;
+};
+
+/// The magnitude of `value`, rounded to `count` digits: 0.15 is a little less than 0.15 in binary and yet a person's
+/// 0.15.
+Significant SignificantDigits(double value, int count) {
+  std::array<char, 32> scientific;
+  const auto [end, error] = std::to_chars(scientific.data(), scientific.data() + scientific.size(), std::fabs(value),
+                                          std::chars_format::scientific, count - 1);
+  static_cast<void>(error);  // so few digits always fit
+  Significant result;
+  result.digits.fill('0');
+  result.digits[0] = scientific[0];
+  std::copy_n(scientific.data() + 2, count - 1, result.digits.data() + 1);
+  const char* exponent_text = scientific.data() + 2 + (count - 1) + 1;
+  std::from_chars(*exponent_text == '+' ? exponent_text + 1 : exponent_text, end, result.exponent);
+  return result;
+}
+
+/// See `GeneralText`, for `count` significant digits.
+std::string General(double value, int count, NumberLocale locale) {
+  if (!std::isfinite(value)) return FormatFixed(value, 0);
+  const auto [digits, exponent] = SignificantDigits(value, count);
+  int used = count;
+  while (used > 1 && digits[static_cast<std::size_t>(used - 1)] == '0') --used;
+  if (used == 1 && digits[0] == '0') return "0";
+  const std::string significant(digits.data(), static_cast<std::size_t>(used));
+  const std::string separator(1, locale.decimal_separator);
+
+  std::string text = std::signbit(value) ? "-" : "";
+  if (exponent >= count || used - 1 - exponent > count) {
+    text += significant[0];
+    if (used > 1) text += separator + significant.substr(1);
+    const std::string power = std::to_string(std::abs(exponent));
+    text += exponent < 0 ? "E-" : "E+";
+    return text + (power.size() < 2 ? "0" : "") + power;
+  }
+  if (exponent < 0)
+    return text + "0" + separator + std::string(static_cast<std::size_t>(-exponent - 1), '0') + significant;
+  const auto whole = static_cast<std::size_t>(exponent) + 1;
+  if (significant.size() <= whole) return text + significant + std::string(whole - significant.size(), '0');
+  return text + significant.substr(0, whole) + separator + significant.substr(whole);
+}
+
 /// A value in fixed notation, in a buffer of its own: formatting happens for every frame and must not allocate.
 struct FixedText {
   // The largest double has 309 digits in front of the point.
@@ -66,25 +117,14 @@ FixedText Fixed(double value, int decimals, char separator) {
     for (const char c : name) text.Append(c);
     return text;
   }
-  // Fifteen significant digits first: 0.15 is a little less than 0.15 in binary and yet a person's 0.15.
-  std::array<char, 32> scientific;
-  constexpr int kSignificant = 15;
-  const auto [end, error] = std::to_chars(scientific.data(), scientific.data() + scientific.size(), std::fabs(value),
-                                          std::chars_format::scientific, kSignificant - 1);
-  static_cast<void>(error);  // 15 digits always fit
-  std::array<char, kSignificant> digits;
-  digits[0] = scientific[0];
-  std::copy_n(scientific.data() + 2, kSignificant - 1, digits.data() + 1);
-  int exponent = 0;
-  const char* exponent_text = scientific.data() + 2 + (kSignificant - 1) + 1;
-  std::from_chars(*exponent_text == '+' ? exponent_text + 1 : exponent_text, end, exponent);
+  auto [digits, exponent] = SignificantDigits(value, kDoubleDigits);
 
   // Digit i stands at 10^(exponent - i); the last one kept stands at 10^-decimals.
   const int kept = exponent + decimals + 1;
   bool carried = false;  // rounding went beyond the first digit: "9.96" becomes "10.0"
   if (kept < 0) {
     digits.fill('0');
-  } else if (kept < kSignificant) {
+  } else if (kept < kDoubleDigits) {
     const bool up = digits[static_cast<std::size_t>(kept)] >= '5';
     std::fill(digits.begin() + kept, digits.end(), '0');
     if (up) {
@@ -100,7 +140,7 @@ FixedText Fixed(double value, int decimals, char separator) {
   const auto digit_at = [&](int power) -> char {
     if (carried && power == exponent + 1) return '1';
     const int index = exponent - power;
-    return index >= 0 && index < kSignificant ? digits[static_cast<std::size_t>(index)] : '0';
+    return index >= 0 && index < kDoubleDigits ? digits[static_cast<std::size_t>(index)] : '0';
   };
   const bool zero = !carried && std::all_of(digits.begin(), digits.end(), [](char c) { return c == '0'; });
   if (std::signbit(value) && !zero) text.Append('-');
@@ -194,6 +234,12 @@ double TextToReal(std::string_view text, NumberLocale locale) {
   if (!ParseWhole(text, locale, number, too_large)) ThrowMismatch(text, "a number");
   if (too_large) throw RunTimeError(RunTimeError::kOverflow, "\"" + std::string(text) + "\" is beyond all numbers");
   return number;
+}
+
+std::string GeneralText(double value, NumberLocale locale) { return General(value, kDoubleDigits, locale); }
+
+std::string GeneralText(float value, NumberLocale locale) {
+  return General(static_cast<double>(value), kSingleDigits, locale);
 }
 
 std::string_view BooleanToText(bool value) { return value ? "True" : "False"; }

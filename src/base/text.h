@@ -32,6 +32,12 @@ struct NumberLocale {
 /// As `FormatFixed`, back as a number: what a reader of the shown text would take.
 [[nodiscard]] double RoundToDecimals(double value, int decimals);
 
+/// A number as it is joined to a text: 15 significant digits of a double, 7 of a single, no trailing zeros. As a plain
+/// decimal when no more digits than that stand on either side of the separator ("0.45", "100"), otherwise with an
+/// exponent of two digits or more ("3.33333333333333E-02", "1E+15").
+[[nodiscard]] std::string GeneralText(double value, NumberLocale locale = {});
+[[nodiscard]] std::string GeneralText(float value, NumberLocale locale = {});
+
 /// `text` behind as many blanks as make it `width` characters; longer texts stay as they are.
 [[nodiscard]] std::string RightAlign(std::string_view text, std::size_t width);
 

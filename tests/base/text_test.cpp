@@ -130,6 +130,34 @@ TEST(SettingTexts, RealsFollowTheLocale) {
   EXPECT_EQ(RealToText(-1.5, comma), "-1,5");
 }
 
+// What the language of the first clients prints for these numbers.
+TEST(GeneralText, ShowsTheDigitsThatAPersonSees) {
+  const struct {
+    double value;
+    const char* as_double;
+    const char* as_single;
+  } rows[] = {{0, "0", "0"},
+              {-0.0, "0", "0"},
+              {0.45, "0.45", "0.45"},
+              {-9.99, "-9.99", "-9.99"},
+              {100, "100", "100"},
+              {1.0 / 3, "0.333333333333333", "0.3333333"},
+              {1.0 / 30, "3.33333333333333E-02", "3.333334E-02"},
+              {0.0001, "0.0001", "0.0001"},
+              {-7.13329e-07, "-0.000000713329", "-7.13329E-07"},
+              {8.689762, "8.689762", "8.689762"},
+              {12345678, "12345678", "1.234568E+07"},
+              {9999999.6, "9999999.6", "1E+07"},
+              {123456789012345.0, "123456789012345", "1.234568E+14"},
+              {1e15, "1E+15", "1E+15"},
+              {1e-120, "1E-120", "0"}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(GeneralText(row.value), row.as_double);
+    EXPECT_EQ(GeneralText(static_cast<float>(row.value)), row.as_single);
+  }
+  EXPECT_EQ(GeneralText(-0.5, NumberLocale{.decimal_separator = ','}), "-0,5");
+}
+
 TEST(RoundToInteger, HalvesGoToTheEvenNeighbour) {
   EXPECT_EQ(RoundToInteger(0.5), 0);
   EXPECT_EQ(RoundToInteger(1.5), 2);
