@@ -1,0 +1,265 @@
+#include "server/weather.h"
+
+#include <array>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+namespace {
+
+constexpr std::string_view kName = "Orvalis";
+constexpr double kKnotsPerMph = 0.8689762;
+
+/// How a member appears in the traffic window, and what stands between a client and its value.
+struct Row {
+  enum class Style {
+    kCallAndAnswer,   ///< a line before the value is fetched and one with the value
+    kAnswer,          ///< one line with the value
+    kStartAndEnd,     ///< one line, begun before the gate and finished with the value
+    kNotImplemented,  ///< a line, and an error
+  };
+
+  WeatherMemberInfo info;
+  TrafficCategory traffic = TrafficCategory::kOther;
+  Style style = Style::kCallAndAnswer;
+  std::string_view call = {};
+  std::string_view answer = {};  ///< in front of the value; what a method says at its end
+  bool Settings::*gate = nullptr;
+  std::string_view label = {};  ///< in front of what the closed gate says
+  WeatherValue (*read)(const Weather::Parts&) = nullptr;
+};
+
+/// The link as clients see it: open, or being opened for one of them. In demo mode there is nothing to open.
+bool Connected(const Weather::Parts& parts) {
+  const bool stands_in = parts.demo_mode() || parts.link.state() == SensorLink::State::kConnecting;
+  return parts.link.Connected() || (parts.flags.connected && stands_in);
+}
+
+/// What becomes of a client's wish.
+enum class Outcome { kConnect, kIgnoredForUser, kIgnoredForOthers, kDisconnect };
+
+Outcome OutcomeOf(bool wish, const ProgramFlags& flags) {
+  if (wish) return Outcome::kConnect;
+  if (flags.started_by_user) return Outcome::kIgnoredForUser;
+  return flags.client_count >= 2 ? Outcome::kIgnoredForOthers : Outcome::kDisconnect;
+}
+
+constexpr std::array<std::string_view, 4> kOutcomeTexts = {" Connected True (done)", " (ignored, not auto launch)",
+                                                           " (ignored, not last user)", "Connected False (done)"};
+
+float Narrow(double value) { return static_cast<float>(value); }
+
+using M = WeatherMember;
+using T = WeatherType;
+using Parts = Weather::Parts;
+constexpr auto kMove = TrafficCategory::kMove;
+constexpr auto kOther = TrafficCategory::kOther;
+constexpr auto kTemp = TrafficCategory::kTemp;
+constexpr auto kAnswer = Row::Style::kAnswer;
+constexpr auto kStartAndEnd = Row::Style::kStartAndEnd;
+constexpr auto kNotImplemented = Row::Style::kNotImplemented;
+
+/// In the order of the interface. Clients know these lines: the spelling and the gates that seem to be exchanged stay.
+const std::array kRows = {
+    Row{.info = {M::kSafe, "Safe", T::kBoolean},
+        .call = "COM .Safe invoked",
+        .answer = "Safe: ",
+        .read = [](const Parts& p) -> WeatherValue { return p.weather.unsafe_indicator == 0; }},
+    Row{.info = {M::kAmbientTemperature, "AmbientTemperature", T::kSingle},
+        .call = "AmbientTemperature invoked",
+        .answer = "AmbientTemperature: ",
+        .read = [](const Parts& p) -> WeatherValue { return Narrow(p.weather.ambient_celsius); }},
+    Row{.info = {M::kBarometricPressure, "BarometricPressure", T::kSingle},
+        .style = kNotImplemented,
+        .call = "COM .BarometricPressure invoked(not implemented)"},
+    Row{.info = {M::kClouds, "Clouds", T::kSingle},
+        .call = "COM .Clouds invoked",
+        .answer = "Cloud Coverage: ",
+        .read = [](const Parts& p) -> WeatherValue { return p.weather.clouds; }},
+    Row{.info = {M::kDewPoint, "DewPoint", T::kSingle},
+        .style = kNotImplemented,
+        .call = "COM .DewPoint invoked(not implemented)"},
+    Row{.info = {M::kInsideTemperature, "InsideTemperature", T::kSingle},
+        .style = kNotImplemented,
+        .call = "COM .InsideTemperature invoked(not implemented)"},
+    Row{.info = {M::kName, "Name", T::kString},
+        .style = kAnswer,
+        .answer = "Server name:",
+        .read = [](const Parts&) -> WeatherValue { return std::string(kName); }},
+    Row{.info = {M::kPrecipitation, "Precipitation", T::kBoolean},
+        .call = "COM .Percipitation invoked",
+        .answer = "Precipitation: ",
+        .read = [](const Parts& p) -> WeatherValue { return p.weather.rain > p.settings.RainThreshold; }},
+    Row{.info = {M::kRelativeHumidity, "RelativeHumidity", T::kSingle},
+        .call = "COM .RelativeHumididty invoked",
+        .answer = "RelativeHumidity: ",
+        .read = [](const Parts& p) -> WeatherValue {
+          if (p.panel.humidity.empty()) throw RunTimeError(RunTimeError::kTypeMismatch, "The humidity is not known");
+          return Narrow(RoundToDecimals(TextToReal(p.panel.humidity, p.locale), 0)) / 100.0F;
+        }},
+    Row{.info = {M::kWindDirection, "WindDirection", T::kSingle},
+        .style = kNotImplemented,
+        .call = "COM .WindDirection invoked(not implemented)"},
+    Row{.info = {M::kWindVelocity, "WindVelocity", T::kSingle},
+        .call = "COM .WindVelocity invoked",
+        .answer = "WindVelocity: ",
+        .read = [](const Parts& p) -> WeatherValue {
+          return Narrow(TextToReal(p.panel.wind, p.locale) * kKnotsPerMph);
+        }},
+    Row{.info = {M::kConnected, "Connected", T::kBoolean, true},
+        .style = kAnswer,
+        .answer = "Connected: ",
+        .read = [](const Parts& p) -> WeatherValue { return Connected(p); }},
+    Row{.info = {M::kWindSpeedCloseD, "WindSpeedCloseD", T::kLong},
+        .style = kAnswer,
+        .answer = "WindSpeedCloseD: ",
+        .read = [](const Parts& p) -> WeatherValue { return RoundToInteger(p.settings.WindSpeedCloseD); }},
+    Row{.info = {M::kWindSpeedWarn, "WindSpeedWarn", T::kDouble},
+        .style = kStartAndEnd,
+        .call = "WindSpeedWarn: ",
+        .gate = &Settings::CanTemp,
+        .label = "Property WindSpeedWarn",
+        .read = [](const Parts& p) -> WeatherValue { return p.settings.StepTime; }},
+    Row{.info = {M::kTemperature, "Temperature", T::kDouble},
+        .traffic = kTemp,
+        .style = kStartAndEnd,
+        .call = "Temperature: ",
+        .gate = &Settings::CanTempComp,
+        .label = "Property Temperature",
+        .read = [](const Parts& p) -> WeatherValue { return p.weather.ambient_celsius; }},
+    Row{.info = {M::kHalt, "Halt", T::kNone},
+        .traffic = kMove,
+        .style = kStartAndEnd,
+        .call = "Halt",
+        .answer = " (done)",
+        .gate = &Settings::CanStepSize,
+        .label = "Halt"},
+    Row{.info = {M::kSetupDialog, "SetupDialog", T::kNone},
+        .style = kStartAndEnd,
+        .call = "SetupDialog",
+        .answer = " (done)"},
+};
+
+const Row& RowOf(WeatherMember member) { return kRows[static_cast<std::size_t>(member)]; }
+
+}  // namespace
+
+std::span<const WeatherMemberInfo> WeatherMembers() {
+  static const auto kInfos = [] {
+    std::array<WeatherMemberInfo, kRows.size()> infos{};
+    for (std::size_t i = 0; i < kRows.size(); ++i) infos[i] = kRows[i].info;
+    return infos;
+  }();
+  return kInfos;
+}
+
+Weather::Weather(const Parts& parts) : parts_(parts) {
+  if (parts_.flags.started_by_user) return;
+  if (parts_.flags.client_count == std::numeric_limits<std::int16_t>::max()) {
+    throw RunTimeError(RunTimeError::kOverflow, "there are too many clients");
+  }
+  ++parts_.flags.client_count;
+}
+
+Weather::~Weather() {
+  if (parts_.flags.started_by_user) return;
+  if (parts_.flags.client_count >= 2) {
+    --parts_.flags.client_count;
+    return;
+  }
+  parts_.logs.CloseFullLog();
+  parts_.end_program();
+}
+
+WeatherValue Weather::Get(WeatherMember property) const {
+  const Row& row = RowOf(property);
+  if (row.info.type == WeatherType::kNone) throw std::logic_error("a method has no value");
+  if (row.style == kStartAndEnd) {
+    Write(row.traffic, Piece::kStart, row.call);
+    PassGate(property);
+    const WeatherValue value = row.read(parts_);
+    Write(row.traffic, Piece::kEnd, ValueText(value));
+    return value;
+  }
+  if (!row.call.empty()) Write(row.traffic, Piece::kLine, row.call);
+  if (row.style == kNotImplemented) throw AutomationError(ErrNotImplemented, std::string(kNotImplementedText));
+  const WeatherValue value = row.read(parts_);
+  Write(row.traffic, Piece::kLine, std::string(row.answer) + ValueText(value));
+  return value;
+}
+
+void Weather::SetConnected(bool value, const Done& done) {
+  Write(kOther, Piece::kStart,
+        "Link: " + std::string(BooleanToText(Connected(parts_))) + " -> " + std::string(BooleanToText(value)));
+  const Outcome outcome = OutcomeOf(value, parts_.flags);
+  if (outcome == Outcome::kConnect) parts_.flags.connected = true;
+  if (outcome == Outcome::kDisconnect) parts_.flags.connected = false;
+  Write(kOther, Piece::kEnd, kOutcomeTexts[static_cast<std::size_t>(outcome)]);
+
+  if (outcome == Outcome::kDisconnect) parts_.connector.Disconnect();
+  const bool wanted = parts_.flags.connected || parts_.connector.connecting();
+  if (!wanted || parts_.demo_mode()) return FinishConnected(done);
+  parts_.connector.Connect([this, done, alive = std::weak_ptr(alive_)](bool /*connected*/) {
+    if (!alive.expired()) FinishConnected(done);
+  });
+}
+
+void Weather::FinishConnected(const Done& done) {
+  if (parts_.demo_mode() || parts_.link.Connected()) return done({});
+  parts_.flags.connected = false;
+  done(std::make_exception_ptr(AutomationError(ErrNotConnected, std::string(kNotConnectedText))));
+}
+
+void Weather::Halt() {
+  const Row& row = RowOf(WeatherMember::kHalt);
+  Write(row.traffic, Piece::kStart, row.call);
+  PassGate(WeatherMember::kHalt);
+  parts_.flags.moving = false;
+  Write(row.traffic, Piece::kEnd, row.answer);
+}
+
+void Weather::SetupDialog(const Done& done) {
+  const Row& row = RowOf(WeatherMember::kSetupDialog);
+  Write(row.traffic, Piece::kStart, row.call);
+  parts_.run_setup([this, &row, done, alive = std::weak_ptr(alive_)] {
+    if (alive.expired()) return;
+    Write(row.traffic, Piece::kEnd, row.answer);
+    done({});
+  });
+}
+
+void Weather::PassGate(WeatherMember member) const {
+  const Row& row = RowOf(member);
+  if (row.gate == nullptr || parts_.settings.*row.gate) return;
+  throw AutomationError(ErrNotImplemented, std::string(row.label) + std::string(kNotImplementedText));
+}
+
+void Weather::Write(TrafficCategory category, Piece piece, std::string_view text) const {
+  Traffic* const traffic = parts_.traffic;
+  if (traffic == nullptr || !traffic->Wants(category)) return;
+  switch (piece) {
+    case Piece::kLine:
+      return traffic->TrafficLine(text);
+    case Piece::kStart:
+      return traffic->TrafficStart(text);
+    case Piece::kEnd:
+      return traffic->TrafficEnd(text);
+  }
+}
+
+std::string Weather::ValueText(const WeatherValue& value) const {
+  struct ToText {
+    NumberLocale locale;
+    std::string operator()(bool flag) const { return std::string(BooleanToText(flag)); }
+    std::string operator()(std::int32_t number) const { return std::to_string(number); }
+    std::string operator()(float number) const { return GeneralText(number, locale); }
+    std::string operator()(double number) const { return GeneralText(number, locale); }
+    std::string operator()(const std::string& text) const { return text; }
+  };
+  return std::visit(ToText{parts_.locale}, value);
+}
+
+}  // namespace orvalis

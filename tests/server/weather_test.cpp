@@ -1,0 +1,275 @@
+#include "server/weather.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/support/link_fixture.h"
+
+namespace orvalis {
+namespace {
+
+using std::chrono::seconds;
+
+class WeatherTest : public test::LinkFixture {
+ protected:
+  [[nodiscard]] Weather::Parts MakeParts() {
+    return {.flags = flags,
+            .settings = settings,
+            .weather = weather,
+            .panel = panel,
+            .link = link,
+            .connector = connector,
+            .logs = logs,
+            .traffic = traffic,
+            .locale = {},
+            .demo_mode = [this] { return settings.DemoMode == 1; },
+            .run_setup = [this](std::function<void()> closed) { setup_closed = std::move(closed); },
+            .end_program = [this] { ++ended; }};
+  }
+
+  /// What `call` did: the error's number, 0 for success, nothing while it waits.
+  struct Answer {
+    std::optional<std::int32_t> number;
+    std::string text;
+  };
+  static void Keep(Answer& answer, const std::exception_ptr& error) {
+    try {
+      if (error) std::rethrow_exception(error);
+      answer.number = 0;
+    } catch (const AutomationError& raised) {
+      answer = {raised.number(), raised.what()};
+    }
+  }
+  static std::shared_ptr<Answer> SetConnected(Weather& object, bool value) {
+    auto answer = std::make_shared<Answer>();
+    object.SetConnected(value, [answer](const std::exception_ptr& error) { Keep(*answer, error); });
+    return answer;
+  }
+
+  [[nodiscard]] std::string TakeTraffic() {
+    std::string text = window.text();
+    window.Clear();
+    return text;
+  }
+
+  ProgramFlags flags;
+  Traffic window;
+  Traffic* traffic = &window;
+  std::function<void()> setup_closed;
+  int ended = 0;
+  Weather::Parts parts = MakeParts();
+};
+
+TEST_F(WeatherTest, EachPropertyAnswersAndLeavesItsLines) {
+  weather.unsafe_indicator = 0;
+  weather.ambient_celsius = -9.99;
+  weather.clouds = 0.5F;
+  weather.rain = 371;
+  settings.RainThreshold = 370;
+  panel.humidity = "44.6";
+  panel.wind = "10.0";
+  settings.WindSpeedCloseD = 12.5;
+  settings.StepTime = 0.25;
+  settings.CanTemp = true;
+  settings.CanTempComp = true;
+  const struct {
+    WeatherMember member;
+    WeatherValue value;
+    const char* lines;
+  } rows[] = {
+      {WeatherMember::kSafe, true, "COM .Safe invoked\r\nSafe: True\r\n"},
+      {WeatherMember::kAmbientTemperature, -9.99F, "AmbientTemperature invoked\r\nAmbientTemperature: -9.99\r\n"},
+      {WeatherMember::kClouds, 0.5F, "COM .Clouds invoked\r\nCloud Coverage: 0.5\r\n"},
+      {WeatherMember::kName, std::string("Orvalis"), "Server name:Orvalis\r\n"},
+      {WeatherMember::kPrecipitation, true, "COM .Percipitation invoked\r\nPrecipitation: True\r\n"},
+      {WeatherMember::kRelativeHumidity, 0.45F, "COM .RelativeHumididty invoked\r\nRelativeHumidity: 0.45\r\n"},
+      {WeatherMember::kWindVelocity, 8.689762F, "COM .WindVelocity invoked\r\nWindVelocity: 8.689762\r\n"},
+      {WeatherMember::kConnected, false, "Connected: False\r\n"},
+      {WeatherMember::kWindSpeedCloseD, 12, "WindSpeedCloseD: 12\r\n"},
+      {WeatherMember::kWindSpeedWarn, 0.25, "WindSpeedWarn: 0.25\r\n"},
+      {WeatherMember::kTemperature, -9.99, "Temperature: -9.99\r\n"},
+  };
+  Weather object(parts);
+  for (const auto& row : rows) {
+    EXPECT_EQ(object.Get(row.member), row.value) << row.lines;
+    EXPECT_EQ(TakeTraffic(), row.lines);
+  }
+
+  weather.unsafe_indicator = -1;
+  EXPECT_EQ(object.Get(WeatherMember::kSafe), WeatherValue(false));
+  weather.rain = 370;
+  EXPECT_EQ(object.Get(WeatherMember::kPrecipitation), WeatherValue(false));
+  panel.humidity = "99.6";
+  EXPECT_EQ(object.Get(WeatherMember::kRelativeHumidity), WeatherValue(1.0F));
+  panel.humidity.clear();
+  EXPECT_THROW(static_cast<void>(object.Get(WeatherMember::kRelativeHumidity)), RunTimeError);
+}
+
+// Clients test the number and show the text.
+TEST_F(WeatherTest, WhatCannotServeRaisesAndLeavesItsLineOpen) {
+  const struct {
+    WeatherMember member;
+    const char* description;
+    const char* lines;
+  } rows[] = {
+      {WeatherMember::kBarometricPressure, " is not implemented by this Orvalis server.",
+       "COM .BarometricPressure invoked(not implemented)\r\n"},
+      {WeatherMember::kDewPoint, " is not implemented by this Orvalis server.",
+       "COM .DewPoint invoked(not implemented)\r\n"},
+      {WeatherMember::kInsideTemperature, " is not implemented by this Orvalis server.",
+       "COM .InsideTemperature invoked(not implemented)\r\n"},
+      {WeatherMember::kWindDirection, " is not implemented by this Orvalis server.",
+       "COM .WindDirection invoked(not implemented)\r\n"},
+      {WeatherMember::kWindSpeedWarn, "Property WindSpeedWarn is not implemented by this Orvalis server.",
+       "WindSpeedWarn: "},
+      {WeatherMember::kTemperature, "Property Temperature is not implemented by this Orvalis server.", "Temperature: "},
+      {WeatherMember::kHalt, "Halt is not implemented by this Orvalis server.", "Halt"},
+  };
+  // The gates are exchanged: these three open none of those below.
+  settings.CanTemp = settings.CanTempComp = settings.CanStepSize = false;
+  settings.CanHalt = true;
+  flags.moving = true;
+  Weather object(parts);
+  for (const auto& row : rows) {
+    Answer answer;
+    try {
+      if (row.member == WeatherMember::kHalt) {
+        object.Halt();
+      } else {
+        static_cast<void>(object.Get(row.member));
+      }
+    } catch (...) {
+      Keep(answer, std::current_exception());
+    }
+    EXPECT_EQ(answer.number, -2147220480) << row.lines;
+    EXPECT_EQ(answer.text, row.description);
+    EXPECT_EQ(TakeTraffic(), row.lines);
+  }
+  EXPECT_TRUE(flags.moving);
+
+  settings.CanTemp = true;
+  EXPECT_NO_THROW(static_cast<void>(object.Get(WeatherMember::kWindSpeedWarn)));
+  EXPECT_THROW(static_cast<void>(object.Get(WeatherMember::kTemperature)), AutomationError);
+  settings.CanStepSize = true;
+  window.Clear();
+  object.Halt();
+  EXPECT_FALSE(flags.moving);
+  EXPECT_EQ(TakeTraffic(), "Halt (done)\r\n");
+}
+
+TEST_F(WeatherTest, WritesWhatIsTickedWhileTheWindowIsOpen) {
+  settings.CanTempComp = settings.CanStepSize = true;
+  Weather object(parts);
+  const auto call_all = [&] {
+    static_cast<void>(object.Get(WeatherMember::kName));
+    static_cast<void>(object.Get(WeatherMember::kTemperature));
+    object.Halt();
+    return TakeTraffic();
+  };
+  weather.ambient_celsius = 5;
+  EXPECT_EQ(call_all(), "Server name:Orvalis\r\nTemperature: 5\r\nHalt (done)\r\n");
+  window.SetWanted(TrafficCategory::kOther, false);
+  EXPECT_EQ(call_all(), "Temperature: 5\r\nHalt (done)\r\n");
+  window.SetWanted(TrafficCategory::kTemp, false);
+  EXPECT_EQ(call_all(), "Halt (done)\r\n");
+  window.SetWanted(TrafficCategory::kMove, false);
+  EXPECT_EQ(call_all(), "");
+  window.SetWanted(TrafficCategory::kOther, true);
+  traffic = nullptr;
+  EXPECT_EQ(call_all(), "");
+}
+
+TEST_F(WeatherTest, ConnectedWaitsForTheUnitAndForNothingElse) {
+  Weather first(parts);
+  Weather second(parts);
+  const auto one = SetConnected(first, true);
+  EXPECT_EQ(TakeTraffic(), "Link: False -> True Connected True (done)\r\n");
+  EXPECT_FALSE(one->number);
+  EXPECT_EQ(first.Get(WeatherMember::kConnected), WeatherValue(true));  // the flag, before the link is up
+  const auto two = SetConnected(second, true);
+  loop.Advance(seconds(1));
+  EXPECT_EQ(one->number, 0);
+  EXPECT_EQ(two->number, 0);
+  EXPECT_EQ(std::count(port.calls.begin(), port.calls.end(), "open"), 1);
+  EXPECT_EQ(SetConnected(first, true)->number, 0);  // at once: the link is up
+
+  // A person started this program, so its link stays.
+  window.Clear();
+  EXPECT_EQ(SetConnected(first, false)->number, 0);
+  EXPECT_EQ(TakeTraffic(), "Link: True -> False (ignored, not auto launch)\r\n");
+  EXPECT_TRUE(link.Connected());
+
+  port.PullOut("the cable was pulled out");
+  EXPECT_EQ(first.Get(WeatherMember::kConnected), WeatherValue(false));
+  port.silent = true;
+  const auto failed = SetConnected(first, true);
+  auto gone = std::make_unique<Weather>(parts);
+  const auto never = SetConnected(*gone, true);
+  gone.reset();
+  loop.Advance(seconds(5));
+  EXPECT_EQ(failed->number, -2147220478);
+  EXPECT_EQ(failed->text, "The Orvalis unit is not connected");
+  EXPECT_FALSE(never->number);
+  EXPECT_FALSE(flags.connected);
+
+  settings.DemoMode = 1;
+  port.calls.clear();
+  EXPECT_EQ(SetConnected(first, true)->number, 0);
+  EXPECT_TRUE(port.calls.empty());
+  EXPECT_EQ(first.Get(WeatherMember::kConnected), WeatherValue(true));
+}
+
+TEST_F(WeatherTest, TheLastClientTakesTheLinkAndTheProgramWithIt) {
+  flags.started_by_user = false;
+  auto first = std::make_unique<Weather>(parts);
+  auto second = std::make_unique<Weather>(parts);
+  EXPECT_EQ(flags.client_count, 2);
+  SetConnected(*first, true);
+  loop.Advance(seconds(1));
+  window.Clear();
+  EXPECT_EQ(SetConnected(*first, false)->number, 0);
+  EXPECT_EQ(TakeTraffic(), "Link: True -> False (ignored, not last user)\r\n");
+  EXPECT_TRUE(link.Connected());
+
+  second.reset();
+  EXPECT_EQ(flags.client_count, 1);
+  EXPECT_EQ(ended, 0);
+  // The link is closed as asked, and the client is told that it is.
+  EXPECT_EQ(SetConnected(*first, false)->number, -2147220478);
+  EXPECT_EQ(TakeTraffic(), "Link: True -> FalseConnected False (done)\r\n");
+  EXPECT_FALSE(link.Connected());
+
+  first.reset();
+  EXPECT_EQ(ended, 1);
+  flags.client_count = 32767;
+  EXPECT_THROW(Weather{parts}, RunTimeError);
+
+  flags = {};
+  { Weather object(parts); }
+  EXPECT_EQ(flags.client_count, 0);
+  EXPECT_EQ(ended, 1);
+}
+
+TEST_F(WeatherTest, SetupReturnsWhenTheDialogIsClosed) {
+  auto object = std::make_unique<Weather>(parts);
+  Answer answer;
+  object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
+  EXPECT_EQ(TakeTraffic(), "SetupDialog");
+  EXPECT_FALSE(answer.number);
+  setup_closed();
+  EXPECT_EQ(answer.number, 0);
+
+  answer = {};
+  object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
+  object.reset();
+  setup_closed();
+  EXPECT_FALSE(answer.number);
+}
+
+}  // namespace
+}  // namespace orvalis
