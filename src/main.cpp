@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QMessageBox>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -29,6 +30,10 @@ namespace {
 constexpr int kExitOk = 0;
 constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
+
+constexpr std::chrono::milliseconds kNoPatience{0};
+/// A program whose last client has left may still be closing its link when the next client comes.
+constexpr std::chrono::milliseconds kFormerEnds{5000};
 
 int RunProfile(const CommandLine& line) {
   IniProfile profile(ProfileFolder(line));
@@ -82,7 +87,7 @@ int Run(int argc, char** argv) {
     std::cerr << "orvalis: " << error->text << '\n' << Usage();
     return kExitUsage;
   }
-  const auto& line = std::get<CommandLine>(parsed);
+  auto line = std::get<CommandLine>(parsed);
   if (line.action == CommandLine::Action::kHelp) {
     std::cout << Usage();
     return kExitOk;
@@ -91,6 +96,8 @@ int Run(int argc, char** argv) {
     std::cout << "Orvalis " ORVALIS_VERSION "\n";
     return kExitOk;
   }
+  // A bus that was started without a desktop starts the program without one too.
+  if (line.automation && !DisplayExpected()) line.headless = true;
   const bool windowed = line.action == CommandLine::Action::kRun && !line.headless;
   if (windowed && !DisplayExpected()) {
     std::cerr << "orvalis: there is no display for the panel; start it in a desktop, or with --headless\n";
@@ -113,7 +120,9 @@ int Run(int argc, char** argv) {
     const StopSignals stop_signals([] { QCoreApplication::exit(kExitOk); });
     if (windowed) QApplication::setQuitOnLastWindowClosed(false);
     SingleInstance instance(ProfileFolder(line));
-    if (const auto start = instance.Claim(); start != SingleInstance::Start::kFirst) return LeaveToTheOther(start);
+    if (const auto start = instance.Claim(line.automation ? kFormerEnds : kNoPatience);
+        start != SingleInstance::Start::kFirst)
+      return LeaveToTheOther(start);
     Program program(line);
     instance.OnAsked([&program] { return program.BringToFront(); });
     return program.Run();

@@ -13,6 +13,7 @@
 #include <iostream>
 #include <system_error>
 
+#include "base/run_time_error.h"
 #include "headless/reading_lines.h"
 #include "platform/linux/serial_port_list.h"
 
@@ -90,12 +91,29 @@ Program::Program(const CommandLine& line)
           reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
           poll_.WatchStaleness();
         });
-      }) {
+      }),
+      weather_parts_{.flags = flags_,
+                     .settings = settings_,
+                     .weather = weather_,
+                     .panel = panel_,
+                     .link = link_,
+                     .connector = connector_,
+                     .logs = logs_,
+                     .traffic = traffic_,
+                     .locale = store_.locale(),
+                     .demo_mode = [this] { return poll_.InDemoMode(); },
+                     .run_setup = [this](std::function<void()> closed) { RunSetupFor(std::move(closed)); },
+                     .end_program = [] { QCoreApplication::exit(kExitOk); }},
+      service_({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
+                .record = [this](const std::string& text) { events_.Record(text); },
+                .ends_with_last_client = line.automation}) {
   KeepErrorLog();
-  if (line.headless) {
-    SpeakOnStandardOutput();
-  } else {
+  if (!line.headless) {
     OpenPanel();
+  } else if (line.automation) {
+    events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
+  } else {
+    SpeakOnStandardOutput();
   }
   startup_.emplace(Startup::Parts{.flags = flags_,
                                   .store = store_,
@@ -107,7 +125,8 @@ Program::Program(const CommandLine& line)
                                   .connector = connector_,
                                   .logs = logs_,
                                   .leftovers = leftovers_,
-                                  .auto_connect_override = line.headless || line.port.has_value(),
+                                  .started_by_user = !line.automation,
+                                  .auto_connect_override = (line.headless && !line.automation) || line.port.has_value(),
                                   .demo_override = line.demo});
 }
 
@@ -117,9 +136,10 @@ int Program::Run() {
   startup_->Main();
   if (form_) {
     form_->SetNightTheme(settings_.NightTheme == 1);
-    setup_->SetTheme(PanelTheme());
+    ApplyTheme();
     setup_->SyncSwitches();
   }
+  ServeClients();
   if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
   Refresh();
   const int code = QCoreApplication::exec();
@@ -169,13 +189,14 @@ void Program::OpenPanel() {
     if (on) {
       connector_.Connect([this](bool) { Refresh(); });
     } else {
+      flags_.connected = false;
       connector_.Disconnect();
     }
     Refresh();
   });
   QObject::connect(form_.get(), &frmHandBox::NightThemeToggled, form_.get(), [this](bool on) {
     settings_.NightTheme = on ? 1 : 0;
-    setup_->SetTheme(PanelTheme());
+    ApplyTheme();
     Tick("keeping the night theme", [this] { store_.Write("NightTheme", settings_); });
   });
   QObject::connect(form_.get(), &frmHandBox::Closing, form_.get(), [] { QCoreApplication::exit(kExitOk); });
@@ -208,8 +229,55 @@ void Program::OpenSetup() {
                                              .dialog = *setup_,
                                              .leftovers = leftovers_,
                                              .window = window_.get()});
-  QObject::connect(form_->AddToolButton("&Setup…"), &QPushButton::clicked, form_.get(),
-                   [this] { Tick("running the setup", [this] { setup_routine_->Run(); }); });
+  QObject::connect(form_->AddToolButton("&Traffic…"), &QPushButton::clicked, form_.get(), [this] { OpenTraffic(); });
+  QObject::connect(form_->AddToolButton("&Setup…"), &QPushButton::clicked, form_.get(), [this] { RunSetup(); });
+}
+
+void Program::RunSetup() {
+  Tick("running the setup", [this] { setup_routine_->Run(); });
+  if (setup_routine_->open()) return;  // it was, and came to the front
+  for (const auto& closed : std::exchange(setup_waiters_, {})) closed();
+}
+
+void Program::RunSetupFor(std::function<void()> closed) {
+  if (!setup_routine_) {
+    throw RunTimeError(RunTimeError::kDeviceUnavailable, "There is no setup dialog: Orvalis runs without windows");
+  }
+  setup_waiters_.push_back(std::move(closed));
+  loop_.CallAfter({}, [this] { RunSetup(); });  // the dialog runs when the client's call has been taken
+}
+
+void Program::OpenTraffic() {
+  if (show_) {
+    show_->raise();
+    show_->activateWindow();
+    return;
+  }
+  show_ = new frmShow(form_.get());
+  traffic_ = &show_->traffic();
+  QObject::connect(show_, &QObject::destroyed, form_.get(), [this] { traffic_ = nullptr; });
+  ApplyTheme();
+  show_->show();
+}
+
+void Program::ServeClients() {
+  const bool offered = service_.Start();
+  if (!line_.automation) return;
+  if (!offered) {
+    throw RunTimeError(RunTimeError::kDeviceUnavailable,
+                       "it was started for a client and cannot be reached by one; start it without --automation");
+  }
+  constexpr std::chrono::seconds kFirstClient{30};
+  loop_.CallAfter(kFirstClient, [this] {
+    if (service_.had_clients()) return;
+    events_.Record("it was started for a client, and none came");
+    QCoreApplication::exit(kExitOk);
+  });
+}
+
+void Program::ApplyTheme() {
+  setup_->SetTheme(PanelTheme());
+  if (show_) show_->SetTheme(PanelTheme());
 }
 
 Theme Program::PanelTheme() const {

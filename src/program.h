@@ -2,12 +2,15 @@
 
 #include <unistd.h>
 
+#include <QPointer>
 #include <QString>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "acquisition/alerts.h"
 #include "acquisition/auto_reconnect.h"
@@ -34,8 +37,12 @@
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_program_starter.h"
 #include "platform/qt/qt_sound_player.h"
+#include "server/dbus/weather_service.h"
+#include "server/traffic.h"
+#include "server/weather.h"
 #include "ui/frm_hand_box.h"
 #include "ui/frm_setup.h"
+#include "ui/frm_show.h"
 #include "ui/theme.h"
 
 namespace orvalis {
@@ -76,6 +83,14 @@ class Program {
   void OpenPanel();
   /// The setup dialog, hidden until it is asked for.
   void OpenSetup();
+  /// Runs it, or brings it to the front, for the panel's button and for clients.
+  void RunSetup();
+  /// The same for a client. Throws RunTimeError when there is no dialog.
+  void RunSetupFor(std::function<void()> closed);
+  void OpenTraffic();
+  /// Offers the automation object. Throws RunTimeError when that fails in a program that is there for clients alone.
+  void ServeClients();
+  void ApplyTheme();
   [[nodiscard]] Theme PanelTheme() const;
   void TakePicture();
 
@@ -113,7 +128,12 @@ class Program {
   std::unique_ptr<PanelWindow> window_;
   std::unique_ptr<frmSetup> setup_;
   std::optional<SetupRoutine> setup_routine_;
+  std::vector<std::function<void()>> setup_waiters_;  ///< clients that wait for the dialog to be closed
+  QPointer<frmShow> show_;
+  Traffic* traffic_ = nullptr;  ///< the text of `show_` while that is open
   std::optional<Startup> startup_;
+  Weather::Parts weather_parts_;
+  WeatherService service_;
 };
 
 }  // namespace orvalis

@@ -58,6 +58,8 @@ class SetupRoutine {
   /// Returns when the dialog is closed. The polling pauses meanwhile. Bad input is answered in the dialog; a store that
   /// cannot be written shows its reason and leaves the dialog open with nothing stored.
   void Run();
+  /// Whether the dialog is open.
+  [[nodiscard]] bool open() const { return open_; }
 
  private:
   [[nodiscard]] SetupForm CopyIn() const;

@@ -49,6 +49,7 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   const QCommandLineOption help(QStringList{"h", "help"});
   const QCommandLineOption version(QStringList{"v", "version"});
   const QCommandLineOption headless("headless");
+  const QCommandLineOption automation("automation");
   const QCommandLineOption json("json");
   const QCommandLineOption demo("demo");
   const QCommandLineOption port("port", {}, "PATH");
@@ -57,7 +58,7 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   const QCommandLineOption subkey("subkey", {}, "NAME");
   QCommandLineParser parser;
   parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-  parser.addOptions({help, version, headless, json, demo, port, profile, picture, subkey});
+  parser.addOptions({help, version, automation, headless, json, demo, port, profile, picture, subkey});
   if (!parser.parse(list)) return CommandLineError{parser.errorText().toStdString()};
 
   if (parser.isSet(help)) {
@@ -68,6 +69,7 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
     line.action = CommandLine::Action::kVersion;
     return line;
   }
+  line.automation = parser.isSet(automation);
   line.headless = parser.isSet(headless);
   line.json = parser.isSet(json);
   line.demo = parser.isSet(demo);
@@ -83,13 +85,16 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
     }
     line.action = CommandLine::Action::kProfile;
     if (std::string wrong = ReadProfileCommand(words, line.profile); !wrong.empty()) return CommandLineError{wrong};
-    if (line.headless || line.json || line.demo || line.port || line.picture) {
+    if (line.automation || line.headless || line.json || line.demo || line.port || line.picture) {
       return CommandLineError{"\"profile\" takes --profile and --subkey only"};
     }
     return line;
   }
   if (line.profile.subkey) return CommandLineError{"--subkey goes with \"profile\""};
   if (line.json && !line.headless) return CommandLineError{"--json goes with --headless"};
+  if (line.automation && (line.headless || line.picture)) {
+    return CommandLineError{"--automation is how the session bus starts the program; leave out the other"};
+  }
   if (line.picture && line.headless) return CommandLineError{"there is no picture without a window"};
   if (line.demo && line.port) return CommandLineError{"--demo uses no serial port; leave out --port"};
   if (line.port && line.port->empty()) return CommandLineError{"--port needs the path of a device"};
@@ -99,10 +104,12 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
 
 std::string Usage() {
   return R"(usage: orvalis [--port PATH | --demo] [--profile DIR] [--picture FILE]
+       orvalis --automation [--port PATH | --demo] [--profile DIR]
        orvalis --headless [--json] [--port PATH | --demo] [--profile DIR]
        orvalis profile list|get KEY|set KEY VALUE [--subkey NAME] [--profile DIR]
        orvalis --version | --help
 
+  --automation    for the session bus, which starts the program when a client asks for it; it ends with its last client
   --headless      no window: a line a working cycle on standard output; connects and reconnects by itself
   --json          the same as JSON objects, one a line
   --port PATH     this serial port, for this run, connected at start and again when it is lost

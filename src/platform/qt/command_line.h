@@ -14,6 +14,7 @@ struct CommandLine {
   enum class Action { kRun, kProfile, kVersion, kHelp };
 
   Action action = Action::kRun;
+  bool automation = false;  ///< started for a client, not by a person
   bool headless = false;
   bool json = false;
   bool demo = false;

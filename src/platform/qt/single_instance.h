@@ -3,6 +3,7 @@
 #include <QLocalServer>
 #include <QLockFile>
 #include <QString>
+#include <chrono>
 #include <functional>
 
 namespace orvalis {
@@ -19,8 +20,9 @@ class SingleInstance {
 
   explicit SingleInstance(const QString& profile_folder);
 
-  /// Takes the place of the one program, or asks the one that has it to come to the front.
-  [[nodiscard]] Start Claim();
+  /// Takes the place of the one program, for which it waits `patience`, or asks the one that has it to come to the
+  /// front.
+  [[nodiscard]] Start Claim(std::chrono::milliseconds patience = {});
 
   /// What to do when a second start asks; it returns whether there is a panel.
   void OnAsked(std::function<bool()> bring_to_front) { bring_to_front_ = std::move(bring_to_front); }
