@@ -5,7 +5,8 @@ set -euo pipefail
 
 declare -A packages=(
   [build]="cmake g++ make ninja-build qt6-base-dev qt6-multimedia-dev qt6-serialport-dev libgl-dev"
-  [test]="libgtest-dev libgmock-dev libbenchmark-dev python3 xvfb xauth imagemagick xdotool"
+  [test]="libgtest-dev libgmock-dev libbenchmark-dev python3 xvfb xauth imagemagick xdotool
+    libsystemd-dev pkg-config dbus-daemon libglib2.0-bin systemd"
   [lint]="clang-format clang-tidy python3"
 )
 

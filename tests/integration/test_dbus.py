@@ -1,0 +1,174 @@
+"""The automation object on a real session bus, used by other processes."""
+
+import os
+import re
+import signal
+import subprocess
+import time
+import unittest
+
+from harness import BIN, PATIENCE, Case, Process
+
+SERVICE, PATH = "org.orvalis.Weather", "/org/orvalis/Weather"
+PROPERTIES = "org.freedesktop.DBus.Properties"
+
+
+class Client(Process):
+    """A client that stays on the bus; see tests/clients/weather_client.cpp."""
+
+    def __init__(self, env):
+        super().__init__([os.path.join(BIN, "weather_client")], env=env, stdin=True)
+
+    def send(self, command):
+        self.process.stdin.write(command + "\n")
+        self.process.stdin.flush()
+
+    def ask(self, command):
+        self.send(command)
+        return self.line(lambda line: True)
+
+
+class BusCase(Case):
+    """A bus of its own for each test; it may start the program, with the unit on the test's line."""
+
+    def setUp(self):
+        super().setUp()
+        services = os.path.join(self.folder, "share", "dbus-1", "services")
+        os.makedirs(services)
+        with open(os.path.join(services, SERVICE + ".service"), "w", encoding="utf-8") as file:
+            file.write("[D-BUS Service]\nName=%s\nExec=%s --automation --port %s\n" %
+                       (SERVICE, os.path.join(BIN, "orvalis"), self.link))
+        self.env["XDG_DATA_DIRS"] = os.path.join(self.folder, "share")
+        self.env["QT_QPA_PLATFORM"] = "offscreen"
+        self.bus = Process(["dbus-daemon", "--session", "--nofork", "--print-address=1"], env=self.env)
+        self.addCleanup(self.bus.kill)
+        self.env["DBUS_SESSION_BUS_ADDRESS"] = self.bus.line(lambda line: line.startswith("unix:"))
+
+    def client(self):
+        client = Client(self.env)
+        self.addCleanup(client.kill)
+        return client
+
+    def gdbus(self, method, *arguments, path=PATH):
+        result = subprocess.run(["gdbus", "call", "--session", "-d", SERVICE, "-o", path, "-m", method, *arguments],
+                                env=self.env, capture_output=True, text=True, timeout=PATIENCE)
+        return (result.stdout or result.stderr).strip()
+
+    def busctl(self, *arguments):
+        result = subprocess.run(["busctl", "--user", *arguments], env=self.env, capture_output=True, text=True,
+                                timeout=PATIENCE)
+        return (result.stdout or result.stderr).strip()
+
+    def owner(self):
+        """The process that has the name, or none."""
+        text = subprocess.run(["gdbus", "call", "--session", "-d", "org.freedesktop.DBus", "-o", "/", "-m",
+                               "org.freedesktop.DBus.GetConnectionUnixProcessID", SERVICE], env=self.env,
+                              capture_output=True, text=True, timeout=PATIENCE).stdout
+        found = re.search(r"uint32 (\d+)", text)
+        return int(found.group(1)) if found else None
+
+    def wait_until(self, condition, what):
+        end = time.monotonic() + PATIENCE
+        while not condition():
+            self.assertLess(time.monotonic(), end, what)
+            time.sleep(0.1)
+
+
+class StartedByAPerson(BusCase):
+    def test_members_answer_with_their_types_and_errors(self):
+        unit = self.unit("--fast")
+        for field, value in {"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "371", "WND": "20",
+                             "RB": "0"}.items():
+            unit.tell("set %s %s" % (field, value))
+        program = self.headless()
+        self.reading(program, lambda r: r["ambient_c"] == 5)
+        # From the values above: 48.867 % shown as 48.9, 18 mph by 0.8689762.
+        rows = {"Safe": "b true", "AmbientTemperature": "d 5", "Clouds": "d 0", "Name": 's "Orvalis"',
+                "Precipitation": "b true", "RelativeHumidity": "d 0.49", "WindVelocity": "d 15.6416",
+                "Connected": "b true", "WindSpeedCloseD": "i 12", "WindSpeedWarn": "d 0.278", "Temperature": "d 5"}
+        for name, value in rows.items():
+            self.assertEqual(self.busctl("get-property", SERVICE, PATH, SERVICE, name), value)
+        everything = self.gdbus(PROPERTIES + ".GetAll", SERVICE)
+        self.assertEqual(set(re.findall(r"'(\w+)': <", everything)), set(rows))
+
+        for name in ("BarometricPressure", "DewPoint", "InsideTemperature", "WindDirection"):
+            self.assertIn("org.orvalis.Weather.Error.NotImplemented:  is not implemented by this Orvalis server.",
+                          self.gdbus(PROPERTIES + ".Get", SERVICE, name))
+        self.assertEqual(self.gdbus(SERVICE + ".Halt"), "()")
+        self.assertIn("Error.RunTime: There is no setup dialog", self.gdbus(SERVICE + ".SetupDialog"))
+
+        wrong = [((PROPERTIES + ".Get", SERVICE, "Pressure"), "UnknownProperty"),
+                 ((PROPERTIES + ".Get", "org.nobody", "Safe"), "UnknownInterface"),
+                 ((PROPERTIES + ".Set", SERVICE, "Safe", "<true>"), "PropertyReadOnly"),
+                 ((PROPERTIES + ".Set", SERVICE, "Connected", "<1>"), "InvalidArgs"),
+                 ((SERVICE + ".Halt", "1"), "InvalidArgs"), ((SERVICE + ".Stop",), "UnknownMethod"),
+                 (("org.nobody.Halt",), "UnknownInterface")]
+        for call, error in wrong:
+            self.assertIn("org.freedesktop.DBus.Error." + error, self.gdbus(*call), call)
+        self.assertIn("UnknownObject", self.gdbus(SERVICE + ".Halt", path="/org/nobody"))
+        self.assertEqual(program.stop()[0], 0)
+
+    def test_keeps_its_link_and_stays_when_clients_go(self):
+        self.unit("--fast")
+        program = self.headless()
+        self.reading(program)
+        client = self.client()
+        self.assertEqual(client.ask("set Connected 0"), "done")
+        self.assertEqual(client.ask("get Connected"), "Connected = true")
+        client.stop(signal.SIGKILL)
+        self.reading(program)
+
+    def test_a_call_that_waits_holds_up_nobody(self):
+        unit = self.unit("--fast")
+        unit.tell("fault silent 60")
+        program = self.headless()
+        waiting, leaving, asking = self.client(), self.client(), self.client()
+        waiting.send("set Connected 1")
+        leaving.send("set Connected 1")
+        self.assertEqual(asking.ask("get Connected"), "Connected = true")  # being connected
+        leaving.kill()
+        self.assertEqual(asking.ask("get Name"), "Name = Orvalis")
+        self.assertTrue(waiting.lines.empty(), "the unit is silent for four seconds")
+        self.assertEqual(waiting.line(lambda line: True),
+                         "error org.orvalis.Weather.Error.NotConnected: The Orvalis unit is not connected")
+        self.assertEqual(asking.ask("get Connected"), "Connected = false")
+        unit.tell("fault none")
+        self.assertEqual(waiting.ask("set Connected 1"), "done")
+        self.assertEqual(program.stop()[0], 0)
+
+
+class StartedByTheBus(BusCase):
+    def test_works_for_its_clients_and_ends_with_the_last(self):
+        self.unit("--fast")
+        first = self.client()
+        second = self.client()
+        self.assertEqual(first.ask("set Connected 1"), "done")
+        self.assertEqual(second.ask("get Connected"), "Connected = true")
+        process = self.owner()
+        # The second one still needs the link.
+        self.assertEqual(first.ask("set Connected 0"), "done")
+        self.assertEqual(second.ask("get Connected"), "Connected = true")
+        second.stop(signal.SIGKILL)
+        self.wait_until(lambda: first.ask("set Connected 0") != "done", "the killed client still counts")
+        self.assertEqual(first.ask("get Connected"), "Connected = false")
+        self.assertEqual(self.owner(), process)
+        first.stop(signal.SIGKILL)
+        self.wait_until(lambda: not os.path.exists("/proc/%d" % process), "the program stayed without a client")
+
+    def test_clients_that_come_and_go_are_all_answered(self):
+        self.unit("--fast")
+        for _ in range(5):  # each starts the program, or meets the one that is ending
+            self.assertEqual(self.busctl("get-property", SERVICE, PATH, SERVICE, "Name"), 's "Orvalis"')
+        several = [self.client() for _ in range(4)]
+        for client in several:
+            client.send("get Name")
+        for client in several:
+            self.assertEqual(client.line(lambda line: True), "Name = Orvalis")
+        self.assertIsNotNone(self.owner())
+        for client in several:
+            client.kill()
+        self.wait_until(lambda: self.owner() is None, "the program stayed without a client")
+
+
+if __name__ == "__main__":
+    unittest.main()
