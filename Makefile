@@ -1,5 +1,5 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: run demo build test asan lint format bench screenshots clean help
+.PHONY: run demo build install package test asan lint format bench screenshots clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
@@ -14,6 +14,13 @@ demo: build     ## build and start in demo mode, with no serial line at all
 build:          ## the executables, in build/release/bin/
 	@scripts/install-deps.sh build
 	@scripts/build.sh release
+
+install: build  ## put the program where all users find it, and clients' calls start it (PREFIX=/usr/local)
+	@cmake --install build/release --prefix $(or $(PREFIX),/usr/local)
+
+package: build  ## a Debian package, in build/release/
+	@scripts/install-deps.sh package
+	@cd build/release && cpack
 
 test:           ## build and run every test
 	@scripts/install-deps.sh build test

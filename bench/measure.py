@@ -65,6 +65,8 @@ class World:
         display = ":" + self.screen.stdout.readline().strip()
         self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.folder, DISPLAY=display)
         self.env.pop("QT_QPA_PLATFORM", None)
+        self.env.pop("DBUS_SESSION_BUS_ADDRESS", None)
+        self.env.pop("XDG_RUNTIME_DIR", None)
         return self
 
     def __exit__(self, *_):
@@ -116,6 +118,71 @@ def working_cycle(world):
         float(over) < 5)
 
 
+class Client:
+    """A client of the automation object, a process of its own."""
+
+    def __init__(self, world):
+        self.process = subprocess.Popen([BIN + "/weather_client"], env=world.env, stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, text=True, bufsize=1)
+
+    def ask(self, command):
+        self.process.stdin.write(command + "\n")
+        return self.process.stdout.readline().strip()
+
+    def leave(self):
+        self.process.stdin.close()
+        self.process.stdout.close()
+        self.process.wait()
+
+
+def clients(world):
+    with subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address=1"], stdout=subprocess.PIPE,
+                          stderr=subprocess.DEVNULL, text=True) as bus:
+        world.env["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
+        program = world.start("--port", world.link)
+        time.sleep(6)
+        client = Client(world)
+        client.ask("get Safe")
+        times = [client.ask("measure Safe 4000").split() for _ in range(5)]
+        median = statistics.median(float(pair[0]) for pair in times)
+        tail = statistics.median(float(pair[1]) for pair in times)
+        row("a property read, median", "%.0f us" % median, "< 200 us", median < 200)
+        row("  99th percentile", "%.0f us" % tail, "< 1000 us", tail < 1000)
+
+        def come_and_go(count):
+            for _ in range(count):
+                guest = Client(world)
+                guest.ask("get Safe")
+                guest.leave()
+            return resident_megabytes(program.pid)
+
+        before = come_and_go(100)
+        grown = 1024 * (come_and_go(100) - before)
+        row("memory left by 100 clients that came and went", "%.0f kB" % grown, "0 kB", grown < 200)
+        cpu, begin = cpu_seconds(program.pid), time.monotonic()
+        time.sleep(20)
+        share = 100 * (cpu_seconds(program.pid) - cpu) / (time.monotonic() - begin)
+        row("processor time with an idle client", "%.2f %%" % share, "< 0.3 %", share < 0.3)
+        client.leave()
+        stop(program)
+
+        program = world.start("--headless", "--json", "--port", world.link, output=subprocess.PIPE)
+        while "frame" not in program.stdout.readline():
+            pass
+        flooder = Client(world)
+        flooder.process.stdin.write("flood Safe 400000\n")
+        gaps, last = [], time.monotonic()
+        for _ in range(8):
+            program.stdout.readline()
+            gaps.append(time.monotonic() - last)
+            last = time.monotonic()
+        row("longest working cycle in a flood of calls", "%.2f s" % max(gaps[1:]), "2 s", max(gaps[1:]) < 2.5)
+        flooder.process.kill()
+        flooder.leave()
+        stop(program)
+        bus.terminate()
+
+
 def watch(world):
     # One line serves one program, so the two are watched one after the other.
     for name, options, megabytes in (("headless", ["--headless"], 30), ("panel", [], 70)):
@@ -135,5 +202,6 @@ year()
 with World() as world:
     start_up(world)
     working_cycle(world)
+    clients(world)
     watch(world)
 sys.exit(0 if all(rows) else 1)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing for the named purposes: build, test, lint.
+# Installs the Debian packages that are missing for the named purposes: build, test, package, lint.
 # Asks nothing when nothing is missing; uses sudo only where the user is not root.
 set -euo pipefail
 
@@ -7,6 +7,7 @@ declare -A packages=(
   [build]="cmake g++ make ninja-build qt6-base-dev qt6-multimedia-dev qt6-serialport-dev libgl-dev"
   [test]="libgtest-dev libgmock-dev libbenchmark-dev python3 xvfb xauth imagemagick xdotool
     libsystemd-dev pkg-config dbus-daemon libglib2.0-bin systemd"
+  [package]="dpkg-dev file"
   [lint]="clang-format clang-tidy python3"
 )
 

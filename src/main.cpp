@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QIcon>
 #include <QMessageBox>
 #include <chrono>
 #include <csignal>
@@ -118,7 +119,11 @@ int Run(int argc, char** argv) {
     if (line.action == CommandLine::Action::kProfile) return RunProfile(line);
     // From here on: a signal that comes during the start is taken as soon as the event loop runs.
     const StopSignals stop_signals([] { QCoreApplication::exit(kExitOk); });
-    if (windowed) QApplication::setQuitOnLastWindowClosed(false);
+    if (windowed) {
+      QApplication::setQuitOnLastWindowClosed(false);
+      QGuiApplication::setDesktopFileName("orvalis");
+      QApplication::setWindowIcon(QIcon::fromTheme("orvalis"));
+    }
     SingleInstance instance(ProfileFolder(line));
     if (const auto start = instance.Claim(line.automation ? kFormerEnds : kNoPatience);
         start != SingleInstance::Start::kFirst)

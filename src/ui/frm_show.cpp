@@ -2,10 +2,10 @@
 
 #include <QCheckBox>
 #include <QEvent>
-#include <QFontDatabase>
 #include <QGridLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 
@@ -125,6 +125,9 @@ void frmShow::SetTheme(const Theme& theme) {
   setPalette(night ? theme.palette() : QPalette());
   if (night) setStyleSheet(theme.StyleSheet() + SetupNightStyleSheet());
   text_->SetNight(night);
+  QFont font = text_->font();
+  font.setBold(night);  // thin letters in red on black are hard to read
+  text_->setFont(font);
   Arrange();
 }
 
