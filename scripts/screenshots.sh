@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Makes the pictures of the documentation: the program itself writes them, on a screen of its own.
 set -euo pipefail
+# On a bus of its own: the traffic window shows calls of clients.
+[[ ${OWN_BUS:-} ]] || OWN_BUS=1 exec dbus-run-session -- "$0"
 cd "$(dirname "$0")/.."
 bin=build/release/bin
 out=docs/images
@@ -64,5 +66,18 @@ for page in connection:alt+c thresholds:alt+t alerts:alt+a leftovers:alt+l; do
   import -window "$setup" "$out/setup-${page%%:*}.png"
   echo "$out/setup-${page%%:*}.png"
 done
+
+xdotool key Escape
+window Orvalis >/dev/null
+xdotool key alt+t
+traffic=$(window "ASCOM API Traffic")
+for name in Safe Clouds AmbientTemperature RelativeHumidity WindVelocity DewPoint Connected Name; do
+  busctl --user get-property org.orvalis.Weather /org/orvalis/Weather org.orvalis.Weather "$name" >/dev/null 2>&1 || true
+done
+busctl --user set-property org.orvalis.Weather /org/orvalis/Weather org.orvalis.Weather Connected b false
+busctl --user call org.orvalis.Weather /org/orvalis/Weather org.orvalis.Weather Halt
+sleep 0.7
+import -window "$traffic" "$out/traffic.png"
+echo "$out/traffic.png"
 kill $program
 wait $program || true

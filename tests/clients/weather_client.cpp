@@ -5,6 +5,7 @@
 //   set NAME 0|1      "done" or an error, when the call returns
 //   call NAME         the same
 //   measure NAME N    "MEDIAN P99", each in microseconds, of N reads
+//   measure-bus - N   the same of N calls that the bus itself answers, for comparison
 //   flood NAME N      sends N reads without waiting for answers, then "done"
 
 #include <systemd/sd-bus.h>
@@ -78,7 +79,8 @@ class Client {
     if (verb == "get") return Get(name);
     if (verb == "set") return Set(name, number);
     if (verb == "call") return Call(name);
-    if (verb == "measure") return Measure(name, number);
+    if (verb == "measure") return Measure(number, [&] { return Get(name); });
+    if (verb == "measure-bus") return Measure(number, [&] { return AskBus(); });
     if (verb == "flood") return Flood(name, number);
     return "unknown command";
   }
@@ -111,11 +113,21 @@ class Client {
     return "done";
   }
 
-  std::string Measure(const std::string& name, int count) {
+  std::string AskBus() {
+    Error error;
+    constexpr const char* kBus = "org.freedesktop.DBus";
+    if (sd_bus_call_method(bus_, kBus, "/org/freedesktop/DBus", kBus, "GetId", &error.error, nullptr, "") < 0) {
+      return error.Text();
+    }
+    return "done";
+  }
+
+  template <typename Ask>
+  std::string Measure(int count, Ask ask) {
     std::vector<double> times;
     for (int i = 0; i < count; ++i) {
       const auto begin = std::chrono::steady_clock::now();
-      if (const std::string answer = Get(name); answer.starts_with("error")) return answer;
+      if (const std::string answer = ask(); answer.starts_with("error")) return answer;
       times.push_back(std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - begin).count());
     }
     std::sort(times.begin(), times.end());
