@@ -117,7 +117,9 @@ FixedText Fixed(double value, int decimals, char separator) {
     for (const char c : name) text.Append(c);
     return text;
   }
-  auto [digits, exponent] = SignificantDigits(value, kDoubleDigits);
+  Significant significant = SignificantDigits(value, kDoubleDigits);
+  std::array<char, kDoubleDigits>& digits = significant.digits;
+  const int exponent = significant.exponent;
 
   // Digit i stands at 10^(exponent - i); the last one kept stands at 10^-decimals.
   const int kept = exponent + decimals + 1;

@@ -180,13 +180,13 @@ WeatherValue Weather::Get(WeatherMember property) const {
   if (row.style == kStartAndEnd) {
     Write(row.traffic, Piece::kStart, row.call);
     PassGate(property);
-    const WeatherValue value = row.read(parts_);
+    WeatherValue value = row.read(parts_);
     Write(row.traffic, Piece::kEnd, ValueText(value));
     return value;
   }
   if (!row.call.empty()) Write(row.traffic, Piece::kLine, row.call);
   if (row.style == kNotImplemented) throw AutomationError(ErrNotImplemented, std::string(kNotImplementedText));
-  const WeatherValue value = row.read(parts_);
+  WeatherValue value = row.read(parts_);
   Write(row.traffic, Piece::kLine, std::string(row.answer) + ValueText(value));
   return value;
 }

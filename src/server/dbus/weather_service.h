@@ -43,11 +43,11 @@ class WeatherService : public QDBusVirtualObject {
   [[nodiscard]] QString introspect(const QString& path) const override;
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
- private slots:
-  void NoteNameOwner(const QString& name, const QString& former, const QString& current);
-  void NoteDisconnected();
-
  private:
+  // Called by the bus library by name.
+  Q_SLOT void NoteNameOwner(const QString& name, const QString& former, const QString& current);
+  Q_SLOT void NoteDisconnected();
+
   /// Answers or throws BusError, AutomationError or RunTimeError. Answers of calls that wait come later.
   void Handle(const QDBusMessage& call);
   void HandleProperties(const QDBusMessage& call);
