@@ -32,7 +32,6 @@ constexpr int kExitOk = 0;
 constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
 
-constexpr std::chrono::milliseconds kNoPatience{0};
 /// A program whose last client has left may still be closing its link when the next client comes.
 constexpr std::chrono::milliseconds kFormerEnds{5000};
 
@@ -125,9 +124,14 @@ int Run(int argc, char** argv) {
       QApplication::setWindowIcon(QIcon::fromTheme("orvalis"));
     }
     SingleInstance instance(ProfileFolder(line));
-    if (const auto start = instance.Claim(line.automation ? kFormerEnds : kNoPatience);
-        start != SingleInstance::Start::kFirst)
+    if (line.automation) {
+      if (!instance.ClaimWithin(kFormerEnds)) {
+        std::cerr << "orvalis: it runs already with the same settings, and clients cannot reach it\n";
+        return kExitFailed;
+      }
+    } else if (const auto start = instance.Claim(); start != SingleInstance::Start::kFirst) {
       return LeaveToTheOther(start);
+    }
     Program program(line);
     instance.OnAsked([&program] { return program.BringToFront(); });
     return program.Run();

@@ -36,13 +36,14 @@ SingleInstance::SingleInstance(const QString& profile_folder)
   QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] { Answer(); });
 }
 
-SingleInstance::Start SingleInstance::Claim(std::chrono::milliseconds patience) {
+SingleInstance::Start SingleInstance::Claim() { return ClaimWithin({}) ? Start::kFirst : AskTheOther(); }
+
+bool SingleInstance::ClaimWithin(std::chrono::milliseconds patience) {
   // Where no lock can be made the profile cannot be written either, and a second program does no harm to it.
-  if (!lock_.tryLock(static_cast<int>(patience.count())) && lock_.error() == QLockFile::LockFailedError)
-    return AskTheOther();
+  if (!lock_.tryLock(static_cast<int>(patience.count())) && lock_.error() == QLockFile::LockFailedError) return false;
   QLocalServer::removeServer(socket_name_);  // of a program that was killed
   server_.listen(socket_name_);
-  return Start::kFirst;
+  return true;
 }
 
 SingleInstance::Start SingleInstance::AskTheOther() const {

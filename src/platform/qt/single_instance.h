@@ -20,9 +20,10 @@ class SingleInstance {
 
   explicit SingleInstance(const QString& profile_folder);
 
-  /// Takes the place of the one program, for which it waits `patience`, or asks the one that has it to come to the
-  /// front.
-  [[nodiscard]] Start Claim(std::chrono::milliseconds patience = {});
+  /// Takes the place of the one program, or asks the one that has it to come to the front.
+  [[nodiscard]] Start Claim();
+  /// Takes the place as soon as it is free. Returns whether that was within `patience`; nobody is asked for anything.
+  [[nodiscard]] bool ClaimWithin(std::chrono::milliseconds patience);
 
   /// What to do when a second start asks; it returns whether there is a panel.
   void OnAsked(std::function<bool()> bring_to_front) { bring_to_front_ = std::move(bring_to_front); }

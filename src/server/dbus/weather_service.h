@@ -4,13 +4,12 @@
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QTimer>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
 
-#include "server/weather.h"
+#include "server/weather_server.h"
 
 namespace orvalis {
 
@@ -18,27 +17,16 @@ namespace orvalis {
 /// its first call until it leaves the bus, however it leaves.
 ///
 /// Without a bus, or while another program has the name, it says so once and tries again each minute.
-class WeatherService : public QDBusVirtualObject {
+class WeatherService : public QDBusVirtualObject, public WeatherServer {
   Q_OBJECT
  public:
-  struct Parts {
-    /// Makes the object of a new client. What it throws is the answer to the client's call.
-    std::function<std::unique_ptr<Weather>()> create;
-    /// Told why clients cannot come, and that they can again.
-    std::function<void(const std::string&)> record;
-    /// Whether the program ends with its last client.
-    bool ends_with_last_client = false;
-  };
-
   explicit WeatherService(Parts parts);
   ~WeatherService() override;
   WeatherService(const WeatherService&) = delete;
   WeatherService& operator=(const WeatherService&) = delete;
 
-  /// Goes on the bus and offers the object. Returns whether that worked at once.
-  bool Start();
-  /// Whether a client ever came.
-  [[nodiscard]] bool had_clients() const { return had_clients_; }
+  bool Start() override;
+  [[nodiscard]] bool had_clients() const override { return had_clients_; }
 
   [[nodiscard]] QString introspect(const QString& path) const override;
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
