@@ -131,25 +131,6 @@ TEST(Theme, TextIsReadableInEveryColour) {
   }
 }
 
-TEST(Theme, ColoursKeepTheirHueByDayAndTheirRankByNight) {
-  for (const ThemeCase& c : Themes()) {
-    if (c.kind == Theme::Kind::kNight) continue;
-    for (const bool strong : {true, false}) {
-      const auto hue = [&](Colour colour) {
-        return (strong ? c.theme.Strong(colour) : c.theme.Quiet(colour)).fill.hue();
-      };
-      EXPECT_LE(std::min(hue(Colour::kRed), 360 - hue(Colour::kRed)), 15) << c.name;
-      EXPECT_NEAR(hue(Colour::kYellow), 50, 15) << c.name;
-      EXPECT_NEAR(hue(Colour::kGreen), 130, 25) << c.name;
-    }
-  }
-  const Theme night = Theme::Night();
-  const auto light = [&](Colour colour) { return night.Strong(colour).fill.red(); };
-  EXPECT_GT(light(Colour::kRed), light(Colour::kYellow));
-  EXPECT_GT(light(Colour::kYellow), light(Colour::kGreen));
-  EXPECT_GT(night.Strong(Colour::kYellow).outline_width, night.Strong(Colour::kGreen).outline_width);
-}
-
 TEST(Verdict, IsSafeOnlyWhenSaidSoJustNow) {
   struct Case {
     bool stale;
@@ -257,37 +238,6 @@ TEST(HandBox, FollowsTheDesktopFromLightToDark) {
   EXPECT_GT(light.lightness(), 180);
   EXPECT_LT(dark.lightness(), 80);
   QApplication::setPalette(QPalette());
-}
-
-TEST(HandBox, ValuesCarryTheirUnits) {
-  struct Case {
-    const char* name;
-    const char* label;
-    const char* fahrenheit;
-    const char* centigrade;
-  };
-  const std::vector<Case> cases{
-      {"lblAmbient", nullptr, "°F", "°C"},       {"lblBody", nullptr, "°F", "°C"},
-      {"lblDewPoint", nullptr, "°F", "°C"},      {"lblSky", nullptr, "°F", "°C"},
-      {"lblClearSky", nullptr, "°F", "°C"},      {"lblDifference", nullptr, "°C", "°C"},
-      {"lblHumidity", nullptr, "%", "%"},        {"lblWind", nullptr, "mph", "mph"},
-      {"lblWindAverage", nullptr, "mph", "mph"}, {"lblWindGust", nullptr, "mph", "mph"},
-      {"lblRain", nullptr, "counts", "counts"},  {"lblLight", nullptr, "counts", "counts"},
-  };
-  PanelModel model = GoodNight();
-  frmHandBox box(model);
-  for (const bool centigrade : {false, true}) {
-    model.centigrade = centigrade;
-    box.Refresh();
-    for (const Case& c : cases) {
-      const auto& content = Find<ValueRow>(box, c.name)->content();
-      EXPECT_EQ(content.unit.toStdString(), centigrade ? c.centigrade : c.fahrenheit) << c.name;
-    }
-    EXPECT_EQ(Find<ValueRow>(box, "lblAmbient")->content().label.toStdString(),
-              centigrade ? "Temp (°C):" : "Temp (°F):");
-  }
-  EXPECT_EQ(Find<ValueRow>(box, "lblAmbient")->accessibleName().toStdString(), "Temp (°C): 10.5 °C");
-  EXPECT_EQ(Find<ValueRow>(box, "lblBody")->content().value.toStdString(), "–");  // not known yet
 }
 
 TEST(HandBox, ConnectButtonAsksAndShowsWhatTheModelSays) {
