@@ -35,6 +35,7 @@ Task<> PollCycle::WorkingCycle() {
   Convert();
   ShowFresh();
   GiveAlerts();
+  StartUploads();
   WriteLogs();
   for (const Listener& listener : listeners_) listener(frame_);
   parts_.boundary.Succeeded(kPolling);
@@ -102,6 +103,12 @@ void PollCycle::GiveAlerts() {
   }
 }
 
+void PollCycle::StartUploads() {
+  for (UploadSchedule* upload : parts_.uploads) {
+    if (upload != nullptr) upload->Work(parts_.boundary);
+  }
+}
+
 void PollCycle::WriteLogs() {
   parts_.logs.Write({.time = parts_.clock.LocalNow(),
                      .weather = parts_.weather,
@@ -115,6 +122,9 @@ void PollCycle::RaiseCounters() {
   counters_.demo_line.RaiseUpTo(DemoFeed::kTicksPerLine);
   counters_.gust_block.RaiseUpTo(WindFigures::kGustBlockTicks);
   counters_.since_frame.RaiseUpTo(kLongestCount);
+  for (UploadSchedule* upload : parts_.uploads) {
+    if (upload != nullptr) upload->Tick();
+  }
 }
 
 void PollCycle::WatchStaleness() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -14,6 +15,7 @@
 #include "acquisition/panel_model.h"
 #include "acquisition/sensor_frame.h"
 #include "acquisition/sensor_link.h"
+#include "acquisition/upload_schedule.h"
 #include "acquisition/weather_state.h"
 #include "base/clock.h"
 #include "base/event_list.h"
@@ -43,7 +45,8 @@ class PollCycle {
     Alerts& alerts;
     LogWriter& logs;
     NumberLocale locale;
-    bool demo_override = false;  ///< demo mode for this run, whatever the setting says
+    bool demo_override = false;                ///< demo mode for this run, whatever the setting says
+    std::array<UploadSchedule*, 2> uploads{};  ///< in the order in which they are started; may be none
   };
   /// Told after each working cycle that got a frame, with the frame.
   using Listener = std::function<void(const SensorFrame& frame)>;
@@ -87,6 +90,7 @@ class PollCycle {
   void Convert();
   void ShowFresh();
   void GiveAlerts();
+  void StartUploads();
   void WriteLogs();
   void RaiseCounters();
 

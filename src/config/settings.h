@@ -96,7 +96,8 @@ struct Settings {
   std::int32_t AutoConnect = 0;  ///< 1: connect at start and reconnect by itself
 
   // Outside the stamped layout: a store without them is complete, and they are 0 then.
-  std::int32_t NightTheme = 0;  ///< 1: the panel in red on black
+  std::int32_t NightTheme = 0;     ///< 1: the panel in red on black
+  std::int32_t WebcamBuiltIn = 0;  ///< 1: the program sends the panel's picture itself
 };
 
 }  // namespace orvalis

@@ -1,0 +1,100 @@
+#include "publish/http_request.h"
+
+#include <algorithm>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::size_t kLongestUrl = 2048;
+constexpr std::size_t kLongestHost = 253;
+constexpr std::uint16_t kWebPort = 80;
+
+[[noreturn]] void Refuse(const std::string& why) { throw RunTimeError(RunTimeError::kInvalidCall, why); }
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+void RefuseControlCharacters(std::string_view text, const char* where) {
+  if (HasControlCharacter(text)) Refuse(std::string("there is a control character in ") + where);
+}
+
+/// What may stand in the name of a header.
+bool IsHeaderName(std::string_view name) {
+  constexpr std::string_view kMarks = "!#$%&'*+-.^_`|~";
+  return !name.empty() && std::all_of(name.begin(), name.end(), [&](char c) {
+    return IsDigit(c) || IsLetter(c) || kMarks.find(c) != std::string_view::npos;
+  });
+}
+
+bool SameName(std::string_view a, std::string_view b) {
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char x, char y) { return lower(x) == lower(y); });
+}
+
+}  // namespace
+
+UrlComplaint Complaint(const UrlRecord& url) {
+  if (url.host.empty()) return {.text = "Invalid Host", .title = "ERROR"};
+  if (url.scheme != "http") return {.text = "Invalid protocol schema", .title = "Orvalis"};
+  return {};
+}
+
+void CheckUrl(std::string_view text, const UrlRecord& url) {
+  if (text.size() > kLongestUrl) Refuse("the URL is longer than " + std::to_string(kLongestUrl) + " characters");
+  // The texts themselves are not repeated: somebody may have put a password there.
+  if (url.host.find(':') != std::string::npos) Refuse("a URL with a port needs a path behind it, or at least a \"/\"");
+  if (url.host.size() > kLongestHost) Refuse("the host in the URL is too long to be one");
+  const auto in_host = [](char c) { return IsDigit(c) || IsLetter(c) || c == '.' || c == '-' || c == '_'; };
+  if (!std::all_of(url.host.begin(), url.host.end(), in_host))
+    Refuse("the host in the URL has a character that no host has");
+  // Where a port is written the host ends at its colon; one that reads as 0 is no port, and not the usual one either.
+  const std::size_t behind_host = url.scheme.size() + std::string_view("://").size() + url.host.size();
+  const bool written = behind_host < text.size() && text[behind_host] == ':';
+  if (written && url.port <= 0) Refuse("the port in the URL is no port number");
+}
+
+std::uint16_t PortOf(const UrlRecord& url) { return url.port == 0 ? kWebPort : static_cast<std::uint16_t>(url.port); }
+
+std::string RequestText(const HttpRequest& request) {
+  const bool in_path = request.method == "GET";
+  std::string target = request.url.path;
+  if (!request.url.query.empty()) target += '?' + request.url.query;
+  if (in_path) target += (request.url.query.empty() ? '?' : '&') + request.query;
+  RefuseControlCharacters(request.method, "the method");
+  RefuseControlCharacters(request.url.host, "the host");
+  RefuseControlCharacters(target, in_path ? "the URL, the station's ID or the password" : "the URL");
+  if (!in_path) RefuseControlCharacters(request.query, "the station's ID, the password or a variable");
+
+  std::string text;
+  const auto line = [&text](std::string_view name, std::string_view value) {
+    text.append(name).append(": ").append(value).append(kLineEnd);
+  };
+  text.append(request.method).append(" ").append(target).append(" HTTP/1.0").append(kLineEnd);
+  line("Host", request.url.host);
+  if (!in_path) {
+    line("Content-Type", "application/x-www-form-urlencoded");
+    line("Content-Length", std::to_string(request.query.size()));
+  }
+  bool names_connection = false;
+  for (const RequestRow& header : request.headers) {
+    if (header.name.empty() && header.value.empty()) continue;
+    if (!IsHeaderName(header.name)) Refuse("the name of a header is empty or has a character that none may have");
+    RefuseControlCharacters(header.value, "the value of a header");
+    names_connection = names_connection || SameName(header.name, "Connection");
+    line(header.name, header.value);
+  }
+  if (!names_connection) line("Connection", "close");
+  text.append(kLineEnd);
+  if (!in_path) text.append(request.query);
+  return text;
+}
+
+bool HasControlCharacter(std::string_view text) {
+  constexpr unsigned char kDelete = 127;
+  return std::any_of(text.begin(), text.end(), [](unsigned char c) { return c < ' ' || c == kDelete; });
+}
+
+}  // namespace orvalis

@@ -1,0 +1,66 @@
+#include "publish/pws_upload.h"
+
+#include <chrono>
+
+#include "acquisition/conversions.h"
+#include "base/text.h"
+#include "publish/url_helper.h"
+
+namespace orvalis {
+namespace {
+
+/// A value with one decimal in a field of `width` characters, encoded.
+std::string Field(double value, std::size_t width) { return UrlEncode(RightAlign(FormatFixed(value, 1), width)); }
+
+}  // namespace
+
+std::string_view CloudCode(double sky, double ambient, bool raining, const Settings& settings) {
+  constexpr double kSurelyClear = -5.0;
+  if (sky <= kSurelyClear) return "SKC";
+  if (raining) return "OVC";
+  // Both have one decimal, and so has their difference, but not in binary.
+  const double difference = RoundToDecimals(ambient - sky, 1);
+  if (difference >= settings.PartCloudyDegC) return "SKC";
+  return difference <= settings.FullCloudyDegC ? "OVC" : "SCT";
+}
+
+std::string UploadTime(const CivilTime& utc) {
+  using namespace std::chrono;
+  const auto date =
+      sys_days{year{utc.year} / month{static_cast<unsigned>(utc.month)} / day{static_cast<unsigned>(utc.day)}};
+  const auto moment = round<seconds>(date + hours(utc.hour) + minutes(utc.minute) + seconds(utc.second) +
+                                     milliseconds(utc.millisecond));
+  const auto midnight = floor<days>(moment);
+  const year_month_day calendar{midnight};
+  const hh_mm_ss time{moment - midnight};
+  const std::string iso = FormatIso8601({.year = static_cast<int>(calendar.year()),
+                                         .month = static_cast<int>(static_cast<unsigned>(calendar.month())),
+                                         .day = static_cast<int>(static_cast<unsigned>(calendar.day())),
+                                         .hour = static_cast<int>(time.hours().count()),
+                                         .minute = static_cast<int>(time.minutes().count()),
+                                         .second = static_cast<int>(time.seconds().count())});
+  return iso.substr(0, 10) + '+' + iso.substr(11, 5) + '.' + iso.substr(17, 2) + ".00";
+}
+
+std::string UploadQuery(std::string_view station, std::string_view password, const CivilTime& utc,
+                        const WeatherState& weather, const Settings& settings, const std::vector<RequestRow>& further) {
+  const std::string_view clouds =
+      CloudCode(RoundToDecimals(weather.sky_celsius, 1), RoundToDecimals(weather.ambient_celsius, 1),
+                weather.rain > settings.RainThreshold, settings);
+  std::string query;
+  query.append("ID=").append(station).append("&PASSWORD=").append(password).append("&");
+  query.append("dateutc=").append(UrlEncode(UploadTime(utc)));
+  query.append("&tempf=").append(Field(ToFahrenheit(weather.ambient_celsius), 6));
+  query.append("&windspeedmph=").append(Field(weather.wind_average_mph, 5));
+  query.append("&windgustmph=").append(Field(weather.wind_gust_mph, 6));
+  query.append("&humidity=").append(Field(weather.humidity_percent, 5));
+  query.append("&clouds=").append(clouds);
+  query.append("&softwaretype=orvalis%20v01&action=updateraw&realtime=1&rtfreq=5.0");
+  for (const RequestRow& row : further) {
+    if (row.name.empty() && row.value.empty()) continue;
+    query.append("&").append(UrlEncode(row.name)).append("=").append(UrlEncode(row.value));
+  }
+  return query;
+}
+
+}  // namespace orvalis

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "base/clock.h"
+#include "base/event_list.h"
+#include "config/settings.h"
+#include "publish/tail_text.h"
+
+namespace orvalis {
+
+/// The three text boxes of the web publishing window. None of them ever holds the password: whatever goes into them
+/// has it replaced.
+class SubmitBoxes {
+ public:
+  SubmitBoxes(const Settings& settings, const Clock& clock) : settings_(settings), clock_(clock) {}
+
+  /// `changed` is called after every change; the window shows it when it finds the time.
+  void OnChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+
+  /// Shows a request, or why there is none, under a caption. `text` must be made without the password.
+  void ShowRequest(std::string caption, std::string text);
+
+  void ClearResponse();
+  /// Adds what a server sent, with every kind of line end made carriage return and line feed.
+  void AddResponse(std::string_view bytes);
+
+  /// Adds a line to the error box: the time and `text`.
+  void AddError(std::string_view text);
+
+  [[nodiscard]] const std::string& request_caption() const { return request_caption_; }
+  [[nodiscard]] const std::string& request() const { return request_; }
+  [[nodiscard]] std::uint64_t response_version() const { return response_.version(); }
+  [[nodiscard]] std::string Response() const { return Masked(response_.View()); }
+  [[nodiscard]] std::uint64_t errors_version() const { return errors_.version(); }
+  [[nodiscard]] std::string_view Errors() const { return errors_.View(); }
+
+  /// What stands for the password wherever it would be seen, whatever its length.
+  static constexpr std::string_view kMask = "********";
+  /// `text` without the password, as it stands or encoded: a server may send back what it was sent.
+  [[nodiscard]] std::string Masked(std::string_view text) const;
+
+ private:
+  void Changed() const {
+    if (changed_) changed_();
+  }
+
+  const Settings& settings_;
+  const Clock& clock_;
+  std::function<void()> changed_;
+  std::string request_caption_;
+  std::string request_;
+  TailText response_;
+  bool after_return_ = false;  ///< the last byte of the response was a carriage return
+  TailText errors_;
+};
+
+/// How one of the uploads went, for the error box and, without repeating it at every interval, for the event list.
+class UploadReport {
+ public:
+  /// `name` begins the lines of the event list: "readings upload".
+  UploadReport(std::string_view name, SubmitBoxes& boxes, EventList& events)
+      : name_(name), boxes_(boxes), events_(events) {}
+
+  /// It was tried and failed.
+  void Failed(const std::string& why);
+  /// It was not tried. Said once, until something else happens.
+  void Refused(const std::string& why);
+  void Succeeded();
+  /// The user asks: what was said before is said again.
+  void Forget() { standing_.clear(); }
+
+ private:
+  bool Note(const std::string& why);
+
+  std::string_view name_;
+  SubmitBoxes& boxes_;
+  EventList& events_;
+  std::string standing_;  ///< what keeps it from working
+  bool listed_ = false;   ///< the event list knows that it does not work
+};
+
+}  // namespace orvalis

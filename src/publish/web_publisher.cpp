@@ -1,0 +1,79 @@
+#include "publish/web_publisher.h"
+
+namespace orvalis {
+
+WebPublisher::WebPublisher(const Parts& parts)
+    : parts_(parts),
+      boxes_(parts.settings, parts.clock),
+      readings_({.socket = parts.socket,
+                 .loop = parts.loop,
+                 .clock = parts.clock,
+                 .settings = parts.settings,
+                 .weather = parts.weather,
+                 .panel = parts.panel,
+                 .boxes = boxes_,
+                 .events = parts.events}),
+      webcam_({.settings = parts.settings,
+               .folder = parts.folder,
+               .commands = parts.commands,
+               .ftp = parts.ftp,
+               .write_private = parts.write_private,
+               .boxes = boxes_,
+               .events = parts.events}),
+      readings_schedule_(readings_, parts.store,
+                         {.doing = "publishing the readings",
+                          .keeping = "keeping the interval of the readings",
+                          .index_key = "g_lPWSUpdate_interval_index",
+                          .interval_key = "g_lPWSUpdate_interval"}),
+      webcam_schedule_(webcam_, parts.store,
+                       {.doing = "publishing the picture",
+                        .keeping = "keeping the interval of the picture",
+                        .index_key = "g_lWEBUpdate_interval_index",
+                        .interval_key = "g_lWEBUpdate_interval"}) {}
+
+void WebPublisher::Load() {
+  readings_schedule_.Load();
+  webcam_schedule_.Load();
+}
+
+template <typename Write>
+void WebPublisher::Keep(Write write) {
+  constexpr std::string_view kKeeping = "keeping the web publishing settings";
+  parts_.boundary.Run(kKeeping, [&] {
+    write();
+    parts_.boundary.Succeeded(kKeeping);
+  });
+}
+
+void WebPublisher::SetText(const SubmitText& box, const std::string& text) {
+  parts_.settings.*box.member = text;
+  Keep([&] { parts_.store.Write(box.key, parts_.settings); });
+  if (box.in_script) webcam_.WriteScript();
+  readings_.Edited();
+}
+
+void WebPublisher::SetSwitch(const SubmitSwitch& box, bool on) {
+  parts_.settings.*box.member = on ? 1 : 0;
+  Keep([&] { parts_.store.Write(box.key, parts_.settings); });
+  readings_.Edited();
+}
+
+void WebPublisher::SetInterval(const SubmitInterval& list, std::int32_t row) {
+  parts_.settings.*list.row = row;
+  Keep([&] {
+    Profile::Batch batch(parts_.store.profile());
+    parts_.store.WriteText(list.index_key, std::to_string(row));
+    parts_.store.WriteText(list.interval_key, UploadIntervalText(row));
+    batch.Commit();
+  });
+}
+
+void WebPublisher::TestServer() {
+  parts_.boundary.Run("testing the server", [&] { readings_.Send(AskedBy::kUser); });
+}
+
+void WebPublisher::Capture() {
+  parts_.boundary.Run("capturing the panel", [&] { webcam_.SaveScreen1(kScreenshotFile); });
+}
+
+}  // namespace orvalis

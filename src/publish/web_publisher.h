@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string>
+
+#include "acquisition/error_boundary.h"
+#include "acquisition/upload_schedule.h"
+#include "config/settings_store.h"
+#include "publish/readings_upload.h"
+#include "publish/submit_boxes.h"
+#include "publish/submit_fields.h"
+#include "publish/webcam_upload.h"
+
+namespace orvalis {
+
+/// Web publishing without its window: both uploads, their schedules, and what the window's controls do. It works the
+/// same when there is no window.
+class WebPublisher {
+ public:
+  struct Parts {
+    SettingsStore& store;
+    Settings& settings;
+    const WeatherState& weather;
+    const PanelModel& panel;
+    EventLoop& loop;
+    const Clock& clock;
+    EventList& events;
+    ErrorBoundary& boundary;
+    HttpSocket& socket;
+    FtpSender& ftp;
+    CommandStarter& commands;
+    PrivateFileWriter write_private;
+    PictureFolder folder;
+  };
+
+  explicit WebPublisher(const Parts& parts);
+
+  /// Takes the loaded settings over.
+  void Load();
+
+  // What the user does in the window. The settings follow at once; a store that fails is reported.
+  void SetText(const SubmitText& box, const std::string& text);
+  void SetSwitch(const SubmitSwitch& box, bool on);
+  void SetInterval(const SubmitInterval& list, std::int32_t row);
+  /// "&Test Server" and "Capture".
+  void TestServer();
+  void Capture();
+
+  [[nodiscard]] const Settings& settings() const { return parts_.settings; }
+  [[nodiscard]] SubmitBoxes& boxes() { return boxes_; }
+  [[nodiscard]] ReadingsUpload& readings() { return readings_; }
+  [[nodiscard]] WebcamUpload& webcam() { return webcam_; }
+  [[nodiscard]] UploadSchedule& readings_schedule() { return readings_schedule_; }
+  [[nodiscard]] UploadSchedule& webcam_schedule() { return webcam_schedule_; }
+
+ private:
+  template <typename Write>
+  void Keep(Write write);
+
+  Parts parts_;
+  SubmitBoxes boxes_;
+  ReadingsUpload readings_;
+  WebcamUpload webcam_;
+  UploadSchedule readings_schedule_;
+  UploadSchedule webcam_schedule_;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,151 @@
+#include "publish/webcam_upload.h"
+
+#include <exception>
+
+#include "base/run_time_error.h"
+#include "publish/http_request.h"
+#include "publish/url_helper.h"
+
+namespace orvalis {
+namespace {
+
+// The other programs are Windows programs, wherever this one runs, and their places are fixed.
+constexpr std::string_view kConverter = R"(C:\Program Files\IrfanView\i_view32.exe )";
+constexpr std::string_view kTransfer = R"(C:\Program Files\WinSCP\winscp.exe  /console /script=)";
+constexpr std::string_view kPicture = "image.jpg";
+constexpr std::string_view kScript = "winscp.txt";
+/// What the transfer program is told to run: not the script that is written here but one that the user has placed.
+constexpr std::string_view kUsersScript = "\\winscp_xfer.txt";
+
+std::string InFolder(const PictureFolder& folder, std::string_view name) {
+  return folder.path + folder.separator + std::string(name);
+}
+
+/// Goes on whatever becomes of `step`.
+template <typename Step>
+void Try(Step step) {
+  try {
+    step();
+  } catch (const std::exception&) {
+    // A picture that is not published is not worth a word: without the other programs, each would bring one.
+  }
+}
+
+void RefuseControlCharacters(const Settings& settings) {
+  for (const std::string* text : {&settings.g_sWEBcam_name, &settings.g_sPWS_password, &settings.g_sWEBcam_site}) {
+    if (!HasControlCharacter(*text)) continue;
+    throw RunTimeError(RunTimeError::kInvalidCall,
+                       "there is a control character in the webcam's name, the password or the webcam server");
+  }
+}
+
+}  // namespace
+
+std::string PicturePath(const PictureFolder& folder, std::string_view file) {
+  if (folder.separator == '\\') return InFolder(folder, file);
+  return InFolder(folder, file.substr(file.find_first_not_of('\\')));
+}
+
+std::string ConverterCommand(const PictureFolder& folder, std::string_view file) {
+  std::string command(kConverter);
+  command.append(folder.path).append("\\").append(file);
+  command.append("/resample /convert=").append(folder.path).append("\\").append(kPicture);
+  return command;
+}
+
+std::string TransferCommand(const PictureFolder& folder) {
+  std::string command(kTransfer);
+  return command.append("\"").append(folder.path).append(kUsersScript).append("\"");
+}
+
+std::string TransferScript(const PictureFolder& folder, const Settings& settings) {
+  RefuseControlCharacters(settings);
+  std::string script;
+  const auto line = [&](const std::string& text) { script.append(text).append(folder.line_end); };
+  line("option batch on");
+  line("option confirm off");
+  line("option reconnecttime off");
+  line("open ftp://" + settings.g_sWEBcam_name + ":" + settings.g_sPWS_password + "@" + settings.g_sWEBcam_site);
+  line("option transfer binary");
+  line("put \"" + InFolder(folder, kPicture) + "\"");
+  line("exit");
+  return script;
+}
+
+FtpUpload OwnUpload(const PictureFolder& folder, const Settings& settings) {
+  RefuseControlCharacters(settings);
+  std::string server = settings.g_sWEBcam_site;
+  const std::size_t host_begin = server.find("://") == std::string::npos ? 0 : server.find("://") + 3;
+  // Without a "/" at its end a port would be taken for a part of the host.
+  if (server.find('/', host_begin) == std::string::npos) server += '/';
+  const UrlRecord url = SplitUrl(server);
+  const auto refuse = [](const char* why) { throw RunTimeError(RunTimeError::kInvalidCall, why); };
+  if (!url.scheme.empty() && url.scheme != "ftp")
+    refuse("the webcam server is no FTP server: it begins with another scheme");
+  if (url.host.empty()) refuse("the webcam server is missing");
+  if (url.host.find_first_of(" @?#[]\\") != std::string::npos) {
+    refuse("the webcam server has a character that no host has; the name and the password have fields of their own");
+  }
+  const bool names_port = server[host_begin + url.host.size()] == ':';
+  if (names_port && url.port <= 0) refuse("the port of the webcam server is no port number");
+  FtpUpload upload{.host = url.host, .folder = url.path, .name = std::string(kPicture)};
+  if (names_port) upload.port = static_cast<std::uint16_t>(url.port);
+  if (upload.folder.back() != '/') upload.folder += '/';
+  upload.user = settings.g_sWEBcam_name;
+  upload.password = settings.g_sPWS_password;
+  upload.path = InFolder(folder, kPicture);
+  return upload;
+}
+
+bool WebcamUpload::SaveScreen1(std::string_view file) {
+  if (parts_.settings.g_bAllow_WEB != 1) return true;
+  if (picture_ != nullptr) {
+    Try([&] { picture_->Capture(); });
+    Try([&] { picture_->SaveBitmap(PicturePath(parts_.folder, file)); });
+  }
+  if (parts_.settings.WebcamBuiltIn == 1) {
+    SendItself();
+    return true;
+  }
+  Try([&] { parts_.commands.Start(ConverterCommand(parts_.folder, file)); });
+  Try([&] { parts_.commands.Start(TransferCommand(parts_.folder)); });
+  return true;
+}
+
+void WebcamUpload::SendItself() {
+  if (picture_ == nullptr) {
+    report_.Refused("there is no panel to take a picture of");
+    return;
+  }
+  if (sending_) {
+    report_.Failed("the former picture is still on its way, so this one is left out");
+    return;
+  }
+  try {
+    const FtpUpload upload = OwnUpload(parts_.folder, parts_.settings);
+    picture_->SaveJpeg(upload.path);
+    sending_ = true;
+    parts_.ftp.Send(upload, [this](const std::string& failure) {
+      sending_ = false;
+      if (!failure.empty()) {
+        report_.Failed("the picture was not sent: " + failure);
+        return;
+      }
+      parts_.boxes.AddError("the picture was sent");
+      report_.Succeeded();
+    });
+  } catch (const RunTimeError& error) {
+    sending_ = false;
+    report_.Refused(error.what());
+  }
+}
+
+void WebcamUpload::WriteScript() {
+  try {
+    parts_.write_private(InFolder(parts_.folder, kScript), TransferScript(parts_.folder, parts_.settings));
+  } catch (const RunTimeError& error) {
+    parts_.boxes.AddError(error.what());
+  }
+}
+
+}  // namespace orvalis

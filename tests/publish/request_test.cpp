@@ -1,0 +1,218 @@
+// What is put on the wire: URLs, encoding, the query, the request around it, the lines for the picture's programs.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "base/run_time_error.h"
+#include "publish/http_request.h"
+#include "publish/pws_upload.h"
+#include "publish/url_helper.h"
+#include "publish/webcam_upload.h"
+
+namespace orvalis {
+namespace {
+
+TEST(SplitUrl, CutsWhereTheMarksAre) {
+  struct Case {
+    const char* url;
+    UrlRecord record;
+  };
+  const Case cases[] = {
+      {"http://example.org/station/update.php?x=1&y=2", {"http", "example.org", 0, "/station/update.php", "x=1&y=2"}},
+      {"example.org:8080/p", {"", "example.org", 8080, "/p", ""}},
+      {"example.org:8080", {"", "example.org:8080", 0, "/", ""}},
+      {"example.org:abc/p", {"", "example.org", 0, "/p", ""}},
+      {"http://example.org", {"http", "example.org", 0, "/", ""}},
+      {"http://example.org?q=1", {"http", "example.org?q=1", 0, "/", ""}},
+      {"http://h/a:1/b?c?d", {"http", "h", 0, "/a:1/b", "c?d"}},
+      {"http://:80/p", {"http", "", 80, "/p", ""}},
+      {"http:///p", {"http", "", 0, "/p", ""}},
+      {"", {"", "", 0, "/", ""}},
+  };
+  for (const Case& row : cases) EXPECT_EQ(SplitUrl(row.url), row.record) << row.url;
+  for (const char* url : {"h:32768/", "h:99999999999/", "h:-40000/"}) EXPECT_THROW(SplitUrl(url), RunTimeError) << url;
+}
+
+TEST(UrlEncode, LeavesDigitsAndLettersAlone) {
+  EXPECT_EQ(UrlEncode(""), "");
+  EXPECT_EQ(UrlEncode("azAZ09"), "azAZ09");
+  EXPECT_EQ(UrlEncode("2024-01-02+13:45.30.00"), "2024%2D01%2D02%2B13%3A45%2E30%2E00");
+  EXPECT_EQ(UrlEncode(std::string_view("\t @[`{/\0\x0f\x10\xe9\xff", 12)), "%9%20%40%5B%60%7B%2F%0%F%10%E9%FF");
+}
+
+TEST(CloudCode, AColdSkyComesFirstThenRainThenTheDifference) {
+  Settings settings;
+  settings.FullCloudyDegC = 19;
+  settings.PartCloudyDegC = 22;
+  struct Case {
+    double sky;
+    double ambient;
+    bool raining;
+    const char* code;
+  };
+  const Case cases[] = {
+      {-5.0, -5.0, true, "SKC"}, {-4.9, 30.0, true, "OVC"}, {-4.9, 30.0, false, "SKC"},
+      {1.0, 20.0, false, "OVC"}, {1.0, 20.1, false, "SCT"}, {1.0, 22.9, false, "SCT"},
+      {1.0, 23.0, false, "SKC"}, {3.1, 25.1, false, "SKC"}, {-3.3, 15.7, false, "OVC"},
+  };
+  for (const Case& row : cases) {
+    EXPECT_EQ(CloudCode(row.sky, row.ambient, row.raining, settings), row.code) << row.sky << " " << row.ambient;
+  }
+}
+
+TEST(UploadQuery, IsTheServicesToTheByte) {
+  EXPECT_EQ(UploadTime({.year = 2024, .month = 1, .day = 2, .hour = 13, .minute = 45, .second = 30}),
+            "2024-01-02+13:45.30.00");
+  EXPECT_EQ(UploadTime({2023, 12, 31, 23, 59, 59, 600}), "2024-01-01+00:00.00.00");
+
+  Settings settings;
+  settings.RainThreshold = 350;
+  settings.FullCloudyDegC = 19;
+  settings.PartCloudyDegC = 22;
+  WeatherState weather;
+  weather.ambient_celsius = 0;
+  weather.sky_celsius = -4.94;  // shown as -4.9
+  weather.wind_average_mph = 123.45;
+  weather.wind_gust_mph = -10;
+  weather.humidity_percent = 7.25;
+  weather.rain = 351;
+  EXPECT_EQ(UploadQuery("K 1", "p&w+d", {2024, 1, 2, 13, 45, 30}, weather, settings, {{"", ""}, {"a b", "1&2"}}),
+            "ID=K 1&PASSWORD=p&w+d&dateutc=2024%2D01%2D02%2B13%3A45%2E30%2E00&tempf=%20%2032%2E0"
+            "&windspeedmph=123%2E5&windgustmph=%20%2D10%2E0&humidity=%20%207%2E3&clouds=OVC"
+            "&softwaretype=orvalis%20v01&action=updateraw&realtime=1&rtfreq=5.0&a%20b=1%262");
+}
+
+TEST(RequestText, IsFramedByMethodAndRows) {
+  HttpRequest request{.url = SplitUrl("http://h.example:81/p?k=v"), .query = "a=1"};
+  EXPECT_EQ(RequestText(request), "GET /p?k=v&a=1 HTTP/1.0\r\nHost: h.example\r\nConnection: close\r\n\r\n");
+  request.method = "POST";
+  request.headers = {{"", ""}, {"connection", "keep-alive"}, {"X-A", "b: c"}};
+  EXPECT_EQ(RequestText(request),
+            "POST /p?k=v HTTP/1.0\r\nHost: h.example\r\nContent-Type: application/x-www-form-urlencoded\r\n"
+            "Content-Length: 3\r\nconnection: keep-alive\r\nX-A: b: c\r\n\r\na=1");
+  request = {.method = "HEAD", .url = SplitUrl("http://h"), .query = ""};
+  EXPECT_TRUE(RequestText(request).starts_with("HEAD / HTTP/1.0\r\nHost: h\r\nContent-Type: "));
+  EXPECT_EQ(PortOf(SplitUrl("http://h/")), 80);
+  EXPECT_EQ(PortOf(SplitUrl("http://h:8080/")), 8080);
+}
+
+TEST(RequestText, NothingCanBeSplitInTwo) {
+  const auto refused = [](const HttpRequest& request) { EXPECT_THROW((void)RequestText(request), RunTimeError); };
+  for (const char* method : {"GET", "POST"}) {
+    const HttpRequest good{.method = method, .url = SplitUrl("http://h/p"), .query = "a=1"};
+    EXPECT_NO_THROW((void)RequestText(good));
+    for (const std::string& bad : std::vector<std::string>{"\r\n", "\n", std::string(1, '\0'), "\x1f", "\x7f"}) {
+      HttpRequest request = good;
+      request.query += bad;
+      refused(request);
+      request = good;
+      request.url.host += bad;
+      refused(request);
+      request = good;
+      request.url.path += bad;
+      refused(request);
+      request = good;
+      request.url.query = bad;
+      refused(request);
+      for (const RequestRow& row : {RequestRow{"X" + bad, "v"}, RequestRow{"X", "v" + bad + "Y: z"}}) {
+        request = good;
+        request.headers = {row};
+        refused(request);
+      }
+    }
+    for (const char* name : {"", "X Y", "X:", "Ü"}) {
+      HttpRequest request = good;
+      request.headers = {{name, "v"}};
+      refused(request);
+    }
+  }
+}
+
+TEST(CheckUrl, RefusesWhatCannotBeReached) {
+  struct Case {
+    std::string url;
+    const char* complaint;  ///< in a message box; "line" where the error box says it
+  };
+  const std::string long_path(10'000, 'a');
+  const Case cases[] = {
+      {"http://h/", ""},
+      {"http://h-1.example_2:81/p", ""},
+      {"", "Invalid Host"},
+      {"http:///p", "Invalid Host"},
+      {"http://:80/", "Invalid Host"},
+      {"h/p", "Invalid protocol schema"},
+      {"https://h/", "Invalid protocol schema"},
+      {"HTTP://h/", "Invalid protocol schema"},
+      {"http://h:80", "line"},
+      {"http://h:abc/", "line"},
+      {"http://h:0/", "line"},
+      {"http://h:-1/", "line"},
+      {"http://h:/", "line"},
+      {"http://u@h/", "line"},
+      {"http://h h/", "line"},
+      {"http://[::1]/", "line"},
+      {"http://h/" + long_path, "line"},
+      {"http://" + long_path + "/", "line"},
+  };
+  for (const Case& row : cases) {
+    const UrlRecord url = SplitUrl(row.url);
+    const std::string_view complaint = Complaint(url).text;
+    if (std::string_view("line") == row.complaint) {
+      EXPECT_EQ(complaint, "") << row.url.substr(0, 40);
+      EXPECT_THROW(CheckUrl(row.url, url), RunTimeError) << row.url.substr(0, 40);
+      continue;
+    }
+    EXPECT_EQ(complaint, row.complaint) << row.url;
+    if (complaint.empty()) {
+      EXPECT_NO_THROW(CheckUrl(row.url, url)) << row.url;
+    }
+  }
+}
+
+TEST(WebcamTexts, AreThoseOfTheOtherPrograms) {
+  const PictureFolder windows{.path = R"(D:\My Orvalis)", .separator = '\\', .line_end = "\r\n"};
+  const PictureFolder linux_folder{.path = "/opt/orvalis"};
+  EXPECT_EQ(PicturePath(windows, kScreenshotFile), R"(D:\My Orvalis\\screenshot.bmp)");
+  EXPECT_EQ(PicturePath(linux_folder, kScreenshotFile), "/opt/orvalis/screenshot.bmp");
+  EXPECT_EQ(ConverterCommand(windows, kScreenshotFile),
+            R"(C:\Program Files\IrfanView\i_view32.exe D:\My Orvalis\\screenshot.bmp/resample )"
+            R"(/convert=D:\My Orvalis\image.jpg)");
+  EXPECT_EQ(TransferCommand(windows),
+            R"(C:\Program Files\WinSCP\winscp.exe  /console /script="D:\My Orvalis\winscp_xfer.txt")");
+
+  Settings settings;
+  settings.g_sWEBcam_name = "cam 1";
+  settings.g_sPWS_password = "p@:w";
+  settings.g_sWEBcam_site = "ftp.example";
+  EXPECT_EQ(TransferScript(windows, settings),
+            "option batch on\r\noption confirm off\r\noption reconnecttime off\r\nopen ftp://cam 1:p@:w@ftp.example\r\n"
+            "option transfer binary\r\nput \"D:\\My Orvalis\\image.jpg\"\r\nexit\r\n");
+  settings.g_sPWS_password = "p\nexit";
+  EXPECT_THROW((void)TransferScript(windows, settings), RunTimeError);
+
+  settings.g_sPWS_password = "pw";
+  struct Case {
+    const char* site;
+    const char* target;  ///< host, port and folder; "" where it is refused
+  };
+  for (const Case& row :
+       {Case{"ftp://webcam.example", "webcam.example 21 /"}, Case{"h:2121", "h 2121 /"},
+        Case{"ftp://h:2121/pictures", "h 2121 /pictures/"}, Case{"h/a b/", "h 21 /a b/"}, Case{"", ""},
+        Case{"ftps://h", ""}, Case{"ftp://u@h", ""}, Case{"h:x", ""}, Case{"h:0/", ""}, Case{"h:70000", ""}}) {
+    settings.g_sWEBcam_site = row.site;
+    std::string target;
+    try {
+      const FtpUpload upload = OwnUpload(linux_folder, settings);
+      target = upload.host + " " + std::to_string(upload.port) + " " + upload.folder;
+      EXPECT_EQ(upload.path, "/opt/orvalis/image.jpg");
+    } catch (const RunTimeError&) {
+      target = "";
+    }
+    EXPECT_EQ(target, row.target) << row.site;
+  }
+}
+
+}  // namespace
+}  // namespace orvalis
