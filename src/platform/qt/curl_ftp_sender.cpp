@@ -1,0 +1,114 @@
+#include "platform/qt/curl_ftp_sender.h"
+
+#include <curl/curl.h>
+
+#include <QFile>
+#include <QMetaObject>
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+namespace {
+
+using Url = std::unique_ptr<CURLU, decltype(&curl_url_cleanup)>;
+using Easy = std::unique_ptr<CURL, decltype(&curl_easy_cleanup)>;
+
+/// Hands the file to the library, piece by piece.
+std::size_t Read(char* buffer, std::size_t size, std::size_t count, void* rest) {
+  auto& bytes = *static_cast<std::string_view*>(rest);
+  const std::size_t taken = bytes.copy(buffer, size * count);
+  bytes.remove_prefix(taken);
+  return taken;
+}
+
+int StopWhenAbandoned(void* abandoned, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+  return static_cast<const std::atomic<bool>*>(abandoned)->load() ? 1 : 0;
+}
+
+/// The answers of the server are of no use, and must not land on standard output.
+std::size_t Drop(char*, std::size_t size, std::size_t count, void*) { return size * count; }
+
+Url MakeUrl(const FtpUpload& upload) {
+  Url url(curl_url(), curl_url_cleanup);
+  const std::string path = upload.folder + upload.name;
+  const bool good = url && curl_url_set(url.get(), CURLUPART_SCHEME, "ftp", 0) == CURLUE_OK &&
+                    curl_url_set(url.get(), CURLUPART_HOST, upload.host.c_str(), 0) == CURLUE_OK &&
+                    curl_url_set(url.get(), CURLUPART_PORT, std::to_string(upload.port).c_str(), 0) == CURLUE_OK &&
+                    curl_url_set(url.get(), CURLUPART_PATH, path.c_str(), CURLU_URLENCODE) == CURLUE_OK;
+  if (!good) url.reset();
+  return url;
+}
+
+/// Sends `picture` and waits for the end of it. Returns why it failed, or "".
+std::string Transfer(const FtpUpload& upload, std::string_view picture, std::atomic<bool>& abandoned) {
+  const Url url = MakeUrl(upload);
+  const Easy easy(curl_easy_init(), curl_easy_cleanup);
+  if (!url || !easy) return "the webcam server cannot be used";
+  const auto set = [&](CURLoption option, auto value) { curl_easy_setopt(easy.get(), option, value); };
+  constexpr long kYes = 1;
+  constexpr std::chrono::seconds kLongestConnect{30};
+  std::array<char, CURL_ERROR_SIZE> reason{};
+  set(CURLOPT_CURLU, url.get());
+  set(CURLOPT_PROTOCOLS_STR, "ftp");
+  set(CURLOPT_PROXY, "");
+  set(CURLOPT_USERNAME, upload.user.c_str());
+  set(CURLOPT_PASSWORD, upload.password.c_str());
+  set(CURLOPT_UPLOAD, kYes);
+  set(CURLOPT_READFUNCTION, &Read);
+  set(CURLOPT_READDATA, &picture);
+  set(CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(picture.size()));
+  set(CURLOPT_WRITEFUNCTION, &Drop);
+  set(CURLOPT_CONNECTTIMEOUT, static_cast<long>(kLongestConnect.count()));
+  set(CURLOPT_TIMEOUT, static_cast<long>(FtpSender::kLongestTransfer.count()));
+  set(CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(kLongestConnect.count()));
+  set(CURLOPT_NOSIGNAL, kYes);
+  set(CURLOPT_NOPROGRESS, 0L);
+  set(CURLOPT_XFERINFOFUNCTION, &StopWhenAbandoned);
+  set(CURLOPT_XFERINFODATA, &abandoned);
+  set(CURLOPT_ERRORBUFFER, reason.data());
+  const CURLcode code = curl_easy_perform(easy.get());
+  if (code == CURLE_OK) return "";
+  return reason.front() != '\0' ? reason.data() : curl_easy_strerror(code);
+}
+
+}  // namespace
+
+void CurlFtpSender::Send(const FtpUpload& upload, Done done) {
+  Abandon();
+  // Before there is a second thread; safe to do more than once.
+  static const CURLcode kReady = curl_global_init(CURL_GLOBAL_DEFAULT);
+  if (kReady != CURLE_OK) throw RunTimeError(RunTimeError::kDeviceUnavailable, curl_easy_strerror(kReady));
+  QFile file(QString::fromStdString(upload.path));
+  if (!file.open(QIODevice::ReadOnly)) {
+    throw RunTimeError(RunTimeError::kFileNotFound,
+                       "cannot read " + upload.path + ": " + file.errorString().toStdString());
+  }
+  done_ = std::move(done);
+  abandoned_ = false;
+  worker_ = std::thread([this, upload, transfer = transfer_, picture = file.readAll().toStdString()] {
+    std::string failure = Transfer(upload, picture, abandoned_);
+    const auto finish = [this, transfer, failure = std::move(failure)] { Finish(transfer, failure); };
+    QMetaObject::invokeMethod(this, finish, Qt::QueuedConnection);
+  });
+}
+
+void CurlFtpSender::Abandon() {
+  ++transfer_;
+  done_ = {};
+  if (!worker_.joinable()) return;
+  abandoned_ = true;
+  worker_.join();
+}
+
+void CurlFtpSender::Finish(std::uint64_t transfer, const std::string& failure) {
+  if (transfer != transfer_) return;
+  worker_.join();
+  if (const Done done = std::exchange(done_, {})) done(failure);
+}
+
+}  // namespace orvalis
