@@ -239,9 +239,7 @@ void frmSetup::BringToFront() {
 
 void frmSetup::SetTheme(const Theme& theme) {
   night_ = theme.kind() == Theme::Kind::kNight;
-  setStyleSheet({});  // first: a style sheet holds on to the palette that it found
-  setPalette(night_ ? theme.palette() : QPalette());
-  if (night_) setStyleSheet(theme.StyleSheet() + SetupNightStyleSheet());
+  DressWindow(*this, theme);
   for (QLineEdit* edit : findChildren<QLineEdit*>()) {
     if (auto* proof = dynamic_cast<NightProof<QLineEdit>*>(edit)) proof->SetNight(night_);
   }

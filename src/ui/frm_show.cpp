@@ -121,9 +121,7 @@ void frmShow::ShowText() {
 
 void frmShow::SetTheme(const Theme& theme) {
   const bool night = theme.kind() == Theme::Kind::kNight;
-  setStyleSheet({});  // first: a style sheet holds on to the palette that it found
-  setPalette(night ? theme.palette() : QPalette());
-  if (night) setStyleSheet(theme.StyleSheet() + SetupNightStyleSheet());
+  DressWindow(*this, theme);
   text_->SetNight(night);
   QFont font = text_->font();
   font.setBold(night);  // thin letters in red on black are hard to read

@@ -1,5 +1,7 @@
 #include "ui/setup_night.h"
 
+#include <QWidget>
+
 namespace orvalis {
 
 QString SetupNightStyleSheet() {
@@ -32,6 +34,16 @@ QHeaderView, QHeaderView::section { background: black; color: #ff0000; border: 1
 QSplitter::handle { background: black; }
 QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }
 )");
+}
+
+void DressWindow(QWidget& window, const Theme& theme) {
+  const bool night = theme.kind() == Theme::Kind::kNight;
+  window.setStyleSheet({});
+  window.setPalette(night ? theme.palette() : QPalette());
+  if (!night) return;
+  window.setStyleSheet(theme.StyleSheet() + SetupNightStyleSheet());
+  // Once more: a style sheet brings back the palette that a former one found.
+  window.setPalette(theme.palette());
 }
 
 }  // namespace orvalis
