@@ -15,6 +15,7 @@
 
 #include "base/run_time_error.h"
 #include "headless/reading_lines.h"
+#include "platform/linux/private_file.h"
 #include "platform/linux/serial_port_list.h"
 
 namespace orvalis {
@@ -72,6 +73,19 @@ Program::Program(const CommandLine& line)
             line.port),
       connector_(link_, boundary_),
       reconnect_({.link = link_, .connector = connector_, .panel = panel_, .events = events_, .clock = clock_}),
+      publisher_({.store = store_,
+                  .settings = settings_,
+                  .weather = weather_,
+                  .panel = panel_,
+                  .loop = loop_,
+                  .clock = clock_,
+                  .events = events_,
+                  .boundary = boundary_,
+                  .socket = http_,
+                  .ftp = ftp_,
+                  .commands = commands_,
+                  .write_private = WritePrivateFile,
+                  .folder = {.path = store_.program_folder()}}),
       poll_({.loop = loop_,
              .clock = clock_,
              .link = link_,
@@ -83,7 +97,8 @@ Program::Program(const CommandLine& line)
              .alerts = alerts_,
              .logs = logs_,
              .locale = store_.locale(),
-             .demo_override = line.demo}),
+             .demo_override = line.demo,
+             .uploads = {&publisher_.webcam_schedule(), &publisher_.readings_schedule()}}),
       switches_({.store = store_, .settings = settings_, .link = link_, .connector = connector_, .logs = logs_}),
       poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
       second_timer_([this] {
@@ -134,10 +149,12 @@ Program::~Program() = default;
 
 int Program::Run() {
   startup_->Main();
+  publisher_.Load();
   if (form_) {
     form_->SetNightTheme(settings_.NightTheme == 1);
     ApplyTheme();
     setup_->SyncSwitches();
+    submit_->Load();
   }
   ServeClients();
   if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
@@ -157,6 +174,7 @@ bool Program::BringToFront() {
 
 void Program::Refresh() {
   if (form_) form_->Refresh();
+  if (submit_) submit_->RefreshPreview();
 }
 
 void Program::KeepErrorLog() {
@@ -185,6 +203,7 @@ void Program::OpenPanel() {
   form_ = std::make_unique<frmHandBox>(panel_);
   window_ = std::make_unique<PlacedPanel>(*form_);
   OpenSetup();
+  OpenWebPublishing();
   QObject::connect(form_.get(), &frmHandBox::ConnectToggled, form_.get(), [this](bool on) {
     if (on) {
       connector_.Connect([this](bool) { Refresh(); });
@@ -277,7 +296,14 @@ void Program::ServeClients() {
 
 void Program::ApplyTheme() {
   setup_->SetTheme(PanelTheme());
+  submit_->SetTheme(PanelTheme());
   if (show_) show_->SetTheme(PanelTheme());
+}
+
+void Program::OpenWebPublishing() {
+  submit_ = std::make_unique<frmFormSubmit>(
+      publisher_, [this] { return form_->grab(); }, form_.get());
+  QObject::connect(form_->AddToolButton("&Web…"), &QPushButton::clicked, submit_.get(), &frmFormSubmit::ShowInFront);
 }
 
 Theme Program::PanelTheme() const {

@@ -29,17 +29,22 @@
 #include "config/settings_store.h"
 #include "config/setup_routine.h"
 #include "config/startup.h"
+#include "platform/linux/command_starter.h"
 #include "platform/linux/ini_profile.h"
 #include "platform/linux/line_output.h"
 #include "platform/linux/qt_serial_port.h"
 #include "platform/qt/command_line.h"
+#include "platform/qt/curl_ftp_sender.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_http_socket.h"
 #include "platform/qt/qt_program_starter.h"
 #include "platform/qt/qt_sound_player.h"
+#include "publish/web_publisher.h"
 #include "server/dbus/weather_service.h"
 #include "server/traffic.h"
 #include "server/weather.h"
+#include "ui/frm_form_submit.h"
 #include "ui/frm_hand_box.h"
 #include "ui/frm_setup.h"
 #include "ui/frm_show.h"
@@ -91,6 +96,8 @@ class Program {
   /// Offers the automation object. Throws RunTimeError when that fails in a program that is there for clients alone.
   void ServeClients();
   void ApplyTheme();
+  /// The web publishing window, hidden until it is asked for.
+  void OpenWebPublishing();
   [[nodiscard]] Theme PanelTheme() const;
   void TakePicture();
 
@@ -115,6 +122,10 @@ class Program {
   SensorLink link_;
   Connector connector_;
   AutoReconnect reconnect_;
+  QtHttpSocket http_;
+  CurlFtpSender ftp_;
+  PathCommandStarter commands_;
+  WebPublisher publisher_;
   PollCycle poll_;
   ImmediateSwitches switches_;
   QtIntervalTimer poll_timer_;
@@ -131,6 +142,7 @@ class Program {
   std::vector<std::function<void()>> setup_waiters_;  ///< clients that wait for the dialog to be closed
   QPointer<frmShow> show_;
   Traffic* traffic_ = nullptr;  ///< the text of `show_` while that is open
+  std::unique_ptr<frmFormSubmit> submit_;
   std::optional<Startup> startup_;
   Weather::Parts weather_parts_;
   WeatherService service_;
