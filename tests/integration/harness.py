@@ -24,6 +24,7 @@ class Process:
             arguments, env=env, stdin=subprocess.PIPE if stdin else subprocess.DEVNULL,
             stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, errors="replace", bufsize=1)
         self.lines = queue.Queue()
+        self.all_lines = []  # those that were taken from the queue too
         self.errors = []
         self._readers = [threading.Thread(target=self._read, daemon=True),
                          threading.Thread(target=self._read_errors, daemon=True)]
@@ -32,6 +33,7 @@ class Process:
 
     def _read(self):
         for line in self.process.stdout:
+            self.all_lines.append(line.rstrip("\n"))
             self.lines.put(line.rstrip("\n"))
 
     def _read_errors(self):

@@ -1,0 +1,229 @@
+"""Web publishing: the real program between the simulated unit and real servers."""
+
+import json
+import os
+import re
+import shutil
+import stat
+import subprocess
+import time
+import unittest
+
+import web_servers
+from harness import BIN, PATIENCE, Case, Process
+from web_servers import FtpServer, WebServer
+
+# Worked by hand and with bc from TA=5.00, TP=-20.00, HUM=520, WND=20, R=120.
+QUERY = (rb"ID=KTEST1&PASSWORD=s3cr%t/x y&dateutc=20\d\d%2D\d\d%2D\d\d%2B\d\d%3A\d\d%2E\d\d%2E00&tempf=%20%2041%2E0"
+         rb"&windspeedmph=%2018%2E0&windgustmph=%20%2018%2E0&humidity=%2048%2E9&clouds=SKC"
+         rb"&softwaretype=orvalis%20v01&action=updateraw&realtime=1&rtfreq=5\.0")
+PASSWORD = "s3cr%t/x y"
+
+
+class PublishCase(Case):
+    def quiet_night(self, *options):
+        unit = self.unit("--fast", *options)
+        for field, value in {"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "120", "WND": "20",
+                             "LGT": "1000"}.items():
+            unit.tell("set %s %s" % (field, value))
+        return unit
+
+    def web_server(self, *acts):
+        server = WebServer(*acts)
+        self.addCleanup(server.close)
+        return server
+
+    def allow(self, server):
+        self.set("g_bAllow_PWS", "1")
+        self.set("g_sPWS_name", "KTEST1")
+        self.set("g_sPWS_password", PASSWORD)
+        self.set("g_sPWS_site", "http://127.0.0.1:%d/weatherstation/updateweatherstation.php" % server.port)
+
+    @staticmethod
+    def peak_megabytes(pid):
+        with open("/proc/%d/status" % pid, encoding="utf-8") as file:
+            return next(int(line.split()[1]) for line in file if line.startswith("VmHWM:")) / 1024
+
+
+class Readings(PublishCase):
+    def test_they_arrive_to_the_byte_and_on_their_interval(self):
+        self.quiet_night()
+        server = self.web_server()
+        self.allow(server)
+        program = self.headless()
+        first, request = server.wait_for(1, PATIENCE)
+        self.assertRegex(request, rb"\AGET /weatherstation/updateweatherstation\.php\?" + QUERY +
+                         rb" HTTP/1\.0\r\nHost: 127\.0\.0\.1\r\nConnection: close\r\n\r\n\Z")
+        last, _ = server.wait_for(4, PATIENCE)
+        self.assertAlmostEqual((last - first) / 3, 6, delta=0.3)
+        sent = time.strptime(re.search(rb"dateutc=(.*?)&", request)[1].decode(), "%Y%%2D%m%%2D%d%%2B%H%%3A%M%%2E%S%%2E00")
+        self.assertLess(abs(time.mktime(time.gmtime()) - time.mktime(sent)), 120)
+        with open("/proc/%d/cmdline" % program.process.pid, encoding="utf-8") as file:
+            self.assertNotIn("s3cr", file.read())
+        program.stop()
+        said = "".join(program.all_lines + program.errors)
+        self.assertNotIn("s3cr", said)
+        self.assertNotIn("readings upload", said)
+
+    def test_a_server_that_misbehaves_holds_nothing_up(self):
+        self.quiet_night()
+        acts = [web_servers.reset, web_servers.redirect, web_servers.flood, web_servers.silent, web_servers.drip]
+        server = self.web_server(*acts)
+        self.allow(server)
+        # What the address sanitizer holds back of freed memory would hide what the program holds.
+        self.env["ASAN_OPTIONS"] = os.environ.get("ASAN_OPTIONS", "") + ":quarantine_size_mb=1"
+        program = self.headless()
+        server.wait_for(2, PATIENCE)
+        before_flood = self.peak_megabytes(program.process.pid)
+        arrivals = [server.wait_for(count, PATIENCE)[0] for count in range(1, len(acts) + 3)]
+        for before, after in zip(arrivals, arrivals[1:]):
+            self.assertAlmostEqual(after - before, 6, delta=1)
+        self.event(program, "readings upload: works again")
+        self.assertLess(self.peak_megabytes(program.process.pid) - before_flood, 10)
+        self.assertEqual(program.stop()[0], 0)
+        listed = [json.loads(line) for line in program.all_lines]
+        readings = [self.seconds(line["time"]) for line in listed if "frame" in line]
+        for before, after in zip(readings, readings[1:]):
+            self.assertLess(after - before, 3, "a working cycle was held up")
+        events = [line["event"] for line in listed if line.get("event", "").startswith("readings upload")]
+        self.assertEqual(events, [
+            "readings upload: the server closed the connection without an answer",
+            "readings upload: the server sends elsewhere (HTTP/1.1 302 Found), where nothing is sent",
+            "readings upload: works again",
+            "readings upload: the former upload was ended unfinished: the next one is due",
+            "readings upload: works again"])
+
+    @staticmethod
+    def seconds(text):
+        hours, minutes, seconds = text[11:23].split(":")
+        return int(hours) * 3600 + int(minutes) * 60 + float(seconds)
+
+
+class Window(PublishCase):
+    def setUp(self):
+        super().setUp()
+        # A folder of its own for the program: that is where pictures and the script go.
+        self.bin = os.path.join(self.folder, "bin")
+        os.mkdir(self.bin)
+        shutil.copy(os.path.join(BIN, "orvalis"), self.bin)
+        screen = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24"], stdout=subprocess.PIPE,
+                                  stderr=subprocess.DEVNULL, text=True)
+        self.addCleanup(screen.wait)
+        self.addCleanup(screen.terminate)
+        self.env["DISPLAY"] = ":" + screen.stdout.readline().strip()
+        screen.stdout.close()
+        self.env.pop("QT_QPA_PLATFORM", None)
+
+    def start(self):
+        program = Process([os.path.join(self.bin, "orvalis"), "--port", self.link], env=self.env)
+        self.addCleanup(program.kill)
+        self.panel = self.window("Orvalis")
+        return program
+
+    def xdotool(self, *words):
+        return subprocess.run(["xdotool", *words], env=self.env, capture_output=True, text=True,
+                              timeout=PATIENCE).stdout.split()
+
+    def window(self, name):
+        return self.eventually(lambda: self.xdotool("search", "--onlyvisible", "--name", "^%s$" % name), name)[-1]
+
+    def eventually(self, look, what):
+        end = time.monotonic() + PATIENCE
+        while True:
+            found = look()
+            if found:
+                return found
+            self.assertLess(time.monotonic(), end, "never: " + what)
+            time.sleep(0.2)
+
+    def keys(self, *keys):
+        for key in keys:
+            if key.startswith("="):
+                self.xdotool("key", "ctrl+a")
+                self.xdotool("type", key[1:])
+            else:
+                self.xdotool("key", key)
+            time.sleep(0.1)
+
+    def in_bin(self, name):
+        return os.path.join(self.bin, name)
+
+    def test_what_is_typed_is_sent_and_the_picture_arrives(self):
+        self.quiet_night()
+        server = self.web_server()
+        ftp = FtpServer(self.folder)
+        self.addCleanup(ftp.close)
+        program = self.start()
+        time.sleep(6)  # until there are readings
+        self.xdotool("windowfocus", "--sync", self.panel)
+        self.keys("alt+w")
+        web = self.window("Orvalis Web Publishing")
+        self.xdotool("windowfocus", "--sync", web)
+        self.keys("alt+i", "=KTEST1", "alt+p", "=" + PASSWORD, "alt+n", "=anonymous",
+                  "alt+v", "=ftp://127.0.0.1:%d/pictures" % ftp.port,
+                  "alt+u", "=http://127.0.0.1:%d/u?k=v" % server.port, "Tab", "space", "alt+t")
+        _, request = server.wait_for(1, PATIENCE)
+        self.assertRegex(request, rb"\AGET /u\?k=v&" + QUERY + rb" HTTP/1\.0\r\n")
+
+        with open(self.in_bin("winscp.txt"), encoding="utf-8") as file:
+            script = file.read().split("\n")
+        self.assertEqual(script[3], "open ftp://anonymous:%s@ftp://127.0.0.1:%d/pictures" % (PASSWORD, ftp.port))
+        self.assertEqual(script[5:], ['put "%s"' % self.in_bin("image.jpg"), "exit", ""])
+        self.assertEqual(stat.S_IMODE(os.stat(self.in_bin("winscp.txt")).st_mode), 0o600)
+
+        # Switched off, nothing is captured. Then by the program itself: the box, the list, the other box, the button.
+        self.assertFalse(os.path.exists(self.in_bin("screenshot.bmp")))
+        self.keys("alt+v", "Tab", "space", "alt+b", "Tab", "space")
+        sent = os.path.join(ftp.root, "pictures", "image.jpg")
+        self.eventually(lambda: os.path.exists(self.in_bin("image.jpg")), "image.jpg")
+        self.eventually(lambda: os.path.exists(sent) and os.path.getsize(sent) ==
+                        os.path.getsize(self.in_bin("image.jpg")), "the picture at the server")
+        with open(self.in_bin("screenshot.bmp"), "rb") as file:
+            head = file.read(30)
+        self.assertEqual((head[:2], int.from_bytes(head[28:30], "little")), (b"BM", 24))
+        # What arrived is the panel, as the screen shows it.
+        self.xdotool("windowraise", self.panel)
+        seen = os.path.join(self.folder, "seen.png")
+        subprocess.run(["import", "-window", self.panel, seen], env=self.env, check=True, timeout=PATIENCE)
+        for picture in (sent, self.in_bin("screenshot.bmp")):
+            difference = subprocess.run(["compare", "-metric", "RMSE", picture, seen, "null:"], capture_output=True,
+                                        text=True, timeout=PATIENCE).stderr
+            self.assertLess(float(re.search(r"\(([\d.e-]+)\)", difference)[1]), 0.1, picture + ": " + difference)
+        with open(ftp.log, encoding="utf-8") as file:
+            self.assertIn('anon password "%s"' % PASSWORD.replace(" ", "_"), file.read())  # as this server writes it
+
+        for key, value in {"g_sPWS_name": "KTEST1", "g_sPWS_password": PASSWORD, "g_bAllow_PWS": "1",
+                           "g_bAllow_WEB": "1", "WebcamBuiltIn": "1"}.items():
+            self.assertEqual(self.run_program("profile", "get", key).stdout, value + "\n")
+        self.assertEqual(program.stop()[0], 0)
+        with open(self.in_bin("orvalis_errors.txt"), encoding="utf-8") as file:
+            self.assertNotIn("s3cr", file.read() + "".join(program.errors))
+
+    def test_an_ftp_server_that_says_nothing_holds_up_neither_the_polling_nor_the_end(self):
+        record = self.folder + "/record"
+        self.quiet_night("--record", record)
+        listener = web_servers.socket.create_server(("127.0.0.1", web_servers.free_port()))
+        self.addCleanup(listener.close)
+        self.set("g_bAllow_WEB", "1")
+        self.set("WebcamBuiltIn", "1")
+        self.set("g_lWEBUpdate_interval_index", "0")
+        self.set("g_sWEBcam_site", "127.0.0.1:%d" % listener.getsockname()[1])
+        program = self.start()
+        listener.settimeout(PATIENCE)
+        connection, _ = listener.accept()
+        self.addCleanup(connection.close)
+
+        def frames():
+            with open(record, encoding="utf-8") as file:
+                return file.read().count(" frame")
+
+        before = frames()
+        time.sleep(8)
+        self.assertGreaterEqual(frames() - before, 3)
+        code, seconds = program.stop()
+        self.assertEqual(code, 0)
+        self.assertLess(seconds, 3)
+
+
+if __name__ == "__main__":
+    unittest.main()
