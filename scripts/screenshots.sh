@@ -69,6 +69,14 @@ done
 
 xdotool key Escape
 window Orvalis >/dev/null
+xdotool key alt+w
+web=$(window "Orvalis Web Publishing")
+sleep 3
+import -window "$web" "$out/web-publishing.png"
+echo "$out/web-publishing.png"
+
+xdotool key Escape
+window Orvalis >/dev/null
 xdotool key alt+t
 traffic=$(window "ASCOM API Traffic")
 for name in Safe Clouds AmbientTemperature RelativeHumidity WindVelocity DewPoint Connected Name; do
