@@ -1,13 +1,11 @@
 // What the command line asks for: starts the program, or does the one thing and ends.
 
-#include <unistd.h>
-
 #include <QApplication>
 #include <QCoreApplication>
 #include <QIcon>
 #include <QMessageBox>
+#include <QStandardPaths>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -19,11 +17,12 @@
 
 #include "config/profile_command.h"
 #include "config/settings_store.h"
-#include "platform/linux/ini_profile.h"
-#include "platform/linux/stop_signals.h"
+#include "platform/native.h"
 #include "platform/qt/command_line.h"
 #include "platform/qt/single_instance.h"
+#include "platform/stop_signals.h"
 #include "program.h"
+#include "ui/desktop.h"
 
 namespace orvalis {
 namespace {
@@ -36,8 +35,8 @@ constexpr int kExitUsage = 2;
 constexpr std::chrono::milliseconds kFormerEnds{5000};
 
 int RunProfile(const CommandLine& line) {
-  IniProfile profile(ProfileFolder(line));
-  SettingsStore store(profile, ProgramFolder(), UserLocale());
+  const std::unique_ptr<Profile> profile = native::MakeProfile(ChosenProfileFolder(line));
+  SettingsStore store(*profile, ProgramFolder(), UserLocale());
   return RunProfileCommand(line.profile, store, std::cin, std::cout, std::cerr);
 }
 
@@ -45,10 +44,10 @@ int RunProfile(const CommandLine& line) {
 /// it otherwise.
 int FailToStart(const std::exception& error) {
   std::cerr << "orvalis: " << error.what() << '\n';
-  const bool seen = isatty(STDERR_FILENO) == 1;
   const bool has_window = qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr &&
                           QGuiApplication::platformName() != "offscreen";
-  if (has_window && !seen) QMessageBox::critical(nullptr, "Orvalis", QString::fromUtf8(error.what()));
+  if (has_window && !native::StandardErrorIsRead())
+    QMessageBox::critical(nullptr, "Orvalis", QString::fromUtf8(error.what()));
   return kExitFailed;
 }
 
@@ -68,9 +67,9 @@ int LeaveToTheOther(SingleInstance::Start start) {
   }
 }
 
-bool DisplayExpected() {
-  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+/// The program that has the profile marks its folder; the system's own store is marked in the user's folder.
+QString FolderToMark(const CommandLine& line) {
+  return ChosenProfileFolder(line).value_or(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
 }
 
 /// Qt aborts when it finds no display to draw on; a person needs to know what to do instead.
@@ -82,7 +81,9 @@ void ExplainNoDisplay(QtMsgType type, const QMessageLogContext& /*context*/, con
 }
 
 int Run(int argc, char** argv) {
-  const auto parsed = ParseCommandLine({argv, argv + argc});
+  const native::Process process(argc, argv);
+  if (const auto code = native::RunService(process.arguments())) return *code;
+  const auto parsed = ParseCommandLine(process.arguments());
   if (const auto* error = std::get_if<CommandLineError>(&parsed)) {
     std::cerr << "orvalis: " << error->text << '\n' << Usage();
     return kExitUsage;
@@ -97,33 +98,41 @@ int Run(int argc, char** argv) {
     return kExitOk;
   }
   // A bus that was started without a desktop starts the program without one too.
-  if (line.automation && !DisplayExpected()) line.headless = true;
+  if (line.automation && !native::DisplayExpected()) line.headless = true;
   const bool windowed = line.action == CommandLine::Action::kRun && !line.headless;
-  if (windowed && !DisplayExpected()) {
+  if (windowed && !native::DisplayExpected()) {
     std::cerr << "orvalis: there is no display for the panel; start it in a desktop, or with --headless\n";
     return kExitFailed;
   }
-  // A reader of our output who goes away must not take the program with him.
-  std::signal(SIGPIPE, SIG_IGN);
-
-  // The words of the command line are ours; Qt gets the program's name alone.
-  int qt_argc = 1;
+  // The words of the command line are ours; Qt gets the program's name, and what it needs to know of the system.
+  std::vector<std::string> qt_words = native::WindowArguments();
+  std::vector<char*> qt_argv{argv[0]};
+  for (std::string& word : qt_words) qt_argv.push_back(word.data());
+  int qt_argc = windowed ? static_cast<int>(qt_argv.size()) : 1;
+  qt_argv.push_back(nullptr);
   const QtMessageHandler former_handler = qInstallMessageHandler(ExplainNoDisplay);
   const std::unique_ptr<QCoreApplication> application =
-      windowed ? std::make_unique<QApplication>(qt_argc, argv) : std::make_unique<QCoreApplication>(qt_argc, argv);
+      windowed ? std::make_unique<QApplication>(qt_argc, qt_argv.data())
+               : std::make_unique<QCoreApplication>(qt_argc, qt_argv.data());
   qInstallMessageHandler(former_handler);
+  if (windowed) desktop::Prepare();
   QCoreApplication::setApplicationName("orvalis");
   QCoreApplication::setApplicationVersion(ORVALIS_VERSION);
   try {
     if (line.action == CommandLine::Action::kProfile) return RunProfile(line);
     // From here on: a signal that comes during the start is taken as soon as the event loop runs.
-    const StopSignals stop_signals([] { QCoreApplication::exit(kExitOk); });
+    Program* running = nullptr;
+    const StopSignals stop_signals({.stop = [] { QCoreApplication::exit(kExitOk); },
+                                    .session_ends =
+                                        [&running] {
+                                          if (running != nullptr) running->ShutDown();
+                                        }});
     if (windowed) {
       QApplication::setQuitOnLastWindowClosed(false);
       QGuiApplication::setDesktopFileName("orvalis");
       QApplication::setWindowIcon(QIcon::fromTheme("orvalis"));
     }
-    SingleInstance instance(ProfileFolder(line));
+    SingleInstance instance(FolderToMark(line));
     if (line.automation) {
       if (!instance.ClaimWithin(kFormerEnds)) {
         std::cerr << "orvalis: it runs already with the same settings, and clients cannot reach it\n";
@@ -133,6 +142,7 @@ int Run(int argc, char** argv) {
       return LeaveToTheOther(start);
     }
     Program program(line);
+    running = &program;
     instance.OnAsked([&program] { return program.BringToFront(); });
     return program.Run();
   } catch (const std::exception& error) {

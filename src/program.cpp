@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QCoreApplication>
-#include <QFileInfo>
+#include <QDir>
 #include <QLocale>
 #include <QPixmap>
 #include <QPushButton>
@@ -13,10 +13,11 @@
 #include <iostream>
 #include <system_error>
 
+#include "base/path.h"
 #include "base/run_time_error.h"
 #include "headless/reading_lines.h"
-#include "platform/linux/private_file.h"
-#include "platform/linux/serial_port_list.h"
+#include "platform/safe_file.h"
+#include "ui/desktop.h"
 
 namespace orvalis {
 namespace {
@@ -45,34 +46,41 @@ NumberLocale UserLocale() {
   return {.decimal_separator = separator == "," ? ',' : '.'};
 }
 
-QString ProfileFolder(const CommandLine& line) {
+std::optional<QString> ChosenProfileFolder(const CommandLine& line) {
   if (line.profile_folder) return QString::fromStdString(*line.profile_folder);
   if (QString folder = qEnvironmentVariable("ORVALIS_PROFILE_DIR"); !folder.isEmpty()) return folder;
-  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+  return std::nullopt;
 }
 
 std::string ProgramFolder() {
   const QString beside = QCoreApplication::applicationDirPath();
-  if (QFileInfo(beside).isWritable()) return beside.toStdString();
-  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/orvalis";
+  const QString folder = safe_file::MayWrite(beside)
+                             ? beside
+                             : QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/orvalis";
+  return QDir::toNativeSeparators(folder).toStdString();
 }
 
 Program::Program(const CommandLine& line)
     : line_(line),
-      profile_(ProfileFolder(line)),
-      store_(profile_, ProgramFolder(), UserLocale()),
+      port_(native::MakeSerialPort()),
+      profile_(native::MakeProfile(ChosenProfileFolder(line))),
+      utility_(native::MakeUtilityObject()),
+      store_(*profile_, ProgramFolder(), UserLocale()),
       events_(clock_),
       boundary_(panel_, events_),
-      sounds_([this](const std::string& failure) { events_.Record(failure); }),
-      alerts_(sounds_, programs_, events_),
+      sounds_(native::MakeSoundPlayer([this](const std::string& failure) { events_.Record(failure); })),
+      programs_(native::MakeProgramStarter()),
+      alerts_(*sounds_, *programs_, events_),
       logs_([this](const std::string& text) {
         panel_.status = text;
         events_.Record(text);
       }),
-      link_({.port = port_, .loop = loop_, .store = store_, .panel = panel_, .events = events_, .options = options_},
+      link_({.port = *port_, .loop = loop_, .store = store_, .panel = panel_, .events = events_, .options = options_},
             line.port),
       connector_(link_, boundary_),
       reconnect_({.link = link_, .connector = connector_, .panel = panel_, .events = events_, .clock = clock_}),
+      ftp_(native::MakeFtpSender()),
+      commands_(native::MakeCommandStarter()),
       publisher_({.store = store_,
                   .settings = settings_,
                   .weather = weather_,
@@ -82,10 +90,10 @@ Program::Program(const CommandLine& line)
                   .events = events_,
                   .boundary = boundary_,
                   .socket = http_,
-                  .ftp = ftp_,
-                  .commands = commands_,
-                  .write_private = WritePrivateFile,
-                  .folder = {.path = store_.program_folder()}}),
+                  .ftp = *ftp_,
+                  .commands = *commands_,
+                  .write_private = native::WritePrivateFile,
+                  .folder = native::FolderOfPictures(store_.program_folder())}),
       poll_({.loop = loop_,
              .clock = clock_,
              .link = link_,
@@ -119,9 +127,9 @@ Program::Program(const CommandLine& line)
                      .demo_mode = [this] { return poll_.InDemoMode(); },
                      .run_setup = [this](std::function<void()> closed) { RunSetupFor(std::move(closed)); },
                      .end_program = [] { QCoreApplication::exit(kExitOk); }},
-      service_({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
-                .record = [this](const std::string& text) { events_.Record(text); },
-                .ends_with_last_client = line.automation}) {
+      server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
+                                         .record = [this](const std::string& text) { events_.Record(text); },
+                                         .ends_with_last_client = line.automation})) {
   KeepErrorLog();
   if (!line.headless) {
     OpenPanel();
@@ -131,6 +139,7 @@ Program::Program(const CommandLine& line)
     SpeakOnStandardOutput();
   }
   startup_.emplace(Startup::Parts{.flags = flags_,
+                                  .utility = *utility_,
                                   .store = store_,
                                   .settings = settings_,
                                   .window = window_.get(),
@@ -160,9 +169,11 @@ int Program::Run() {
   if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
   Refresh();
   const int code = QCoreApplication::exec();
-  startup_->Shutdown();
+  ShutDown();
   return code;
 }
+
+void Program::ShutDown() noexcept { startup_->Shutdown(); }
 
 bool Program::BringToFront() {
   if (!form_) return false;
@@ -178,9 +189,10 @@ void Program::Refresh() {
 }
 
 void Program::KeepErrorLog() {
+  const std::filesystem::path folder = PathFromText(store_.program_folder());
   std::error_code error;
-  std::filesystem::create_directories(store_.program_folder(), error);  // a failure shows when the log is opened
-  error_log_.Open(store_.program_folder());
+  std::filesystem::create_directories(folder, error);  // a failure shows when the log is opened
+  error_log_.Open(folder);
   events_.Listen([this](const Event& event) {
     error_log_.Write(FormatIso8601(event.time).substr(0, 10) + " " + EventText(event));
   });
@@ -192,7 +204,7 @@ void Program::SpeakOnStandardOutput() {
         .time = clock_.LocalNow(), .weather = weather_, .frame = frame, .connected = link_.Connected()};
     output_.Write(line_.json ? ReadingJson(reading) : ReadingText(reading));
   });
-  const bool say_twice = !StandardErrorIsStandardOutput();
+  const bool say_twice = !native::StandardErrorIsStandardOutput();
   events_.Listen([this, say_twice](const Event& event) {
     output_.Write(line_.json ? EventJson(event) : EventText(event));
     if (say_twice) error_output_.Write("orvalis: " + event.text);
@@ -237,7 +249,7 @@ void Program::OpenSetup() {
   setup_ = std::make_unique<frmSetup>(
       frmSetup::Parts{
           .switches = switches_,
-          .ports = ListSerialPorts,
+          .ports = native::ListSerialPorts,
           .report = [this](const std::exception_ptr& error) { boundary_.Report("changing a setting", error); },
           .version = ORVALIS_VERSION},
       form_.get());
@@ -280,7 +292,7 @@ void Program::OpenTraffic() {
 }
 
 void Program::ServeClients() {
-  const bool offered = service_.Start();
+  const bool offered = server_ && server_->Start();
   if (!line_.automation) return;
   if (!offered) {
     throw RunTimeError(RunTimeError::kDeviceUnavailable,
@@ -288,7 +300,7 @@ void Program::ServeClients() {
   }
   constexpr std::chrono::seconds kFirstClient{30};
   loop_.CallAfter(kFirstClient, [this] {
-    if (service_.had_clients()) return;
+    if (server_->had_clients()) return;
     events_.Record("it was started for a client, and none came");
     QCoreApplication::exit(kExitOk);
   });
@@ -302,7 +314,8 @@ void Program::ApplyTheme() {
 
 void Program::OpenWebPublishing() {
   submit_ = std::make_unique<frmFormSubmit>(
-      publisher_, [this] { return form_->grab(); }, form_.get());
+      publisher_, [this] { return desktop::PictureOf(*form_); }, form_.get());
+  if (!native::SendsPictures()) submit_->HideBuiltIn();
   QObject::connect(form_->AddToolButton("&Web…"), &QPushButton::clicked, submit_.get(), &frmFormSubmit::ShowInFront);
 }
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <unistd.h>
-
 #include <QPointer>
 #include <QString>
 #include <functional>
@@ -29,19 +27,13 @@
 #include "config/settings_store.h"
 #include "config/setup_routine.h"
 #include "config/startup.h"
-#include "platform/linux/command_starter.h"
-#include "platform/linux/ini_profile.h"
-#include "platform/linux/line_output.h"
-#include "platform/linux/qt_serial_port.h"
+#include "platform/line_output.h"
+#include "platform/native.h"
 #include "platform/qt/command_line.h"
-#include "platform/qt/curl_ftp_sender.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_http_socket.h"
-#include "platform/qt/qt_program_starter.h"
-#include "platform/qt/qt_sound_player.h"
 #include "publish/web_publisher.h"
-#include "server/dbus/weather_service.h"
 #include "server/traffic.h"
 #include "server/weather.h"
 #include "ui/frm_form_submit.h"
@@ -54,8 +46,8 @@ namespace orvalis {
 
 /// How the user's locale writes numbers.
 [[nodiscard]] NumberLocale UserLocale();
-/// Where the profile store is kept: as the command line says, or the environment, or the system.
-[[nodiscard]] QString ProfileFolder(const CommandLine& line);
+/// The folder that the user wants the profile store in: as the command line says, or the environment.
+[[nodiscard]] std::optional<QString> ChosenProfileFolder(const CommandLine& line);
 /// Where logs and pictures go unless the user chooses: beside the executable where that is allowed, as it is for a
 /// program unpacked into a folder of its own, otherwise in the user's data folder.
 [[nodiscard]] std::string ProgramFolder();
@@ -74,6 +66,9 @@ class Program {
 
   /// Whether there is a panel to bring.
   bool BringToFront();
+
+  /// Keeps what is to be kept and closes the link, for a system that ends without waiting for `Run` to return.
+  void ShutDown() noexcept;
 
  private:
   template <typename Work>
@@ -104,8 +99,9 @@ class Program {
   CommandLine line_;
   QtEventLoop loop_;
   QtClock clock_;
-  QtSerialPort port_;
-  IniProfile profile_;
+  std::unique_ptr<SerialPort> port_;
+  std::unique_ptr<Profile> profile_;
+  std::unique_ptr<UtilityObject> utility_;
   SettingsStore store_;
   ProgramFlags flags_;
   Settings settings_;
@@ -114,8 +110,8 @@ class Program {
   UnitOptions options_;
   EventList events_;
   ErrorBoundary boundary_;
-  QtSoundPlayer sounds_;
-  QtProgramStarter programs_;
+  std::unique_ptr<SoundPlayer> sounds_;
+  std::unique_ptr<ProgramStarter> programs_;
   Alerts alerts_;
   LogWriter logs_;
   Leftovers leftovers_;
@@ -123,8 +119,8 @@ class Program {
   Connector connector_;
   AutoReconnect reconnect_;
   QtHttpSocket http_;
-  CurlFtpSender ftp_;
-  PathCommandStarter commands_;
+  std::unique_ptr<FtpSender> ftp_;
+  std::unique_ptr<CommandStarter> commands_;
   WebPublisher publisher_;
   PollCycle poll_;
   ImmediateSwitches switches_;
@@ -133,8 +129,8 @@ class Program {
   RotatingLog error_log_{
       {.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .former_kept = 2},
       [](const std::string& text) { std::cerr << "orvalis: " << text << '\n'; }};
-  LineOutput output_{STDOUT_FILENO};
-  LineOutput error_output_{STDERR_FILENO};
+  LineOutput output_{LineOutput::Stream::kOutput};
+  LineOutput error_output_{LineOutput::Stream::kError};
   std::unique_ptr<frmHandBox> form_;
   std::unique_ptr<PanelWindow> window_;
   std::unique_ptr<frmSetup> setup_;
@@ -145,7 +141,7 @@ class Program {
   std::unique_ptr<frmFormSubmit> submit_;
   std::optional<Startup> startup_;
   Weather::Parts weather_parts_;
-  WeatherService service_;
+  std::unique_ptr<WeatherServer> server_;  ///< none where clients cannot come
 };
 
 }  // namespace orvalis

@@ -3,6 +3,8 @@
 #include <system_error>
 #include <utility>
 
+#include "base/path.h"
+
 namespace orvalis {
 namespace {
 
@@ -38,7 +40,7 @@ bool RotatingLog::EnsureOpen() {
   }
   file_.open(path_, std::ios::app | std::ios::binary);
   if (!file_) {
-    Fail("cannot write the " + std::string(kind_.name) + " " + path_.string() +
+    Fail("cannot write the " + std::string(kind_.name) + " " + TextOfPath(path_) +
          "; is its folder there, and may it be written?");
     return false;
   }
@@ -58,7 +60,7 @@ void RotatingLog::Write(const std::string& line) {
   }
   file_ << line << '\n' << std::flush;
   if (!file_) {
-    Fail("cannot write the " + std::string(kind_.name) + " " + path_.string() + "; is the disk full?");
+    Fail("cannot write the " + std::string(kind_.name) + " " + TextOfPath(path_) + "; is the disk full?");
     return;
   }
   size_ += line.size() + 1;
@@ -67,13 +69,13 @@ void RotatingLog::Write(const std::string& line) {
 
 void RotatingLog::Rotate() {
   file_.close();
-  const auto former = [&](int number) { return fs::path(path_.string() + "." + std::to_string(number)); };
+  const auto former = [&](int number) { return fs::path(path_) += "." + std::to_string(number); };
   // Out of the way first: when that cannot be done, the former ones stay where they are and the log grows on.
   std::error_code error;
   fs::rename(path_, former(0), error);
   if (error) {
     rotation_failed_ = true;
-    Fail("cannot begin a new " + std::string(kind_.name) + " " + path_.string() + ": " + error.message());
+    Fail("cannot begin a new " + std::string(kind_.name) + " " + TextOfPath(path_) + ": " + error.message());
     return;
   }
   for (int number = kind_.former_kept; number >= 1; --number) fs::rename(former(number - 1), former(number), error);
@@ -94,15 +96,20 @@ void OneLineLog::Write(const fs::path& folder, const std::string& record) {
     file << record << '\n' << std::flush;
     if (!file) error = std::make_error_code(std::errc::io_error);
   }
+  const bool written = !error;
   if (!error) fs::rename(fresh, path, error);
+  // Where a file that is being read cannot be replaced, a reader now and then is in the way, and the next record
+  // follows.
+  if (error && written && ++held_ < kHeldQuietly) return;
   if (error) {
-    std::string failure = "cannot write the one-line log " + path.string() +
+    std::string failure = "cannot write the one-line log " + TextOfPath(path) +
                           "; is its folder there, may it be written, and is there room on the disk?";
     if (failure == reported_) return;
     reported_ = std::move(failure);
     report_(reported_);
     return;
   }
+  held_ = 0;
   if (!std::exchange(reported_, {}).empty()) report_("the one-line log is written again");
 }
 

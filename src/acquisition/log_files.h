@@ -56,8 +56,12 @@ class OneLineLog {
   void Write(const std::filesystem::path& folder, const std::string& record);
 
  private:
+  /// Records in a row that a reader may keep from their place before that is worth a line: ten seconds.
+  static constexpr int kHeldQuietly = 5;
+
   LogReport report_;
   std::string reported_;
+  int held_ = 0;
 };
 
 }  // namespace orvalis

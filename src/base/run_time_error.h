@@ -11,18 +11,21 @@ namespace orvalis {
 class RunTimeError : public std::runtime_error {
  public:
   enum Number : int {
-    kInvalidCall = 5,          ///< an argument outside the domain of a function, such as the logarithm of 0
-    kOverflow = 6,             ///< a whole number that does not fit its type
-    kSubscriptOutOfRange = 9,  ///< an index outside its array
-    kDivisionByZero = 11,      ///< a quotient without a value
-    kTypeMismatch = 13,        ///< a text that does not convert to the type asked for
-    kFileNotFound = 53,        ///< a file or device that does not exist
-    kPermissionDenied = 70,    ///< a file or device that this user may not use
-    kPathFileAccess = 75,      ///< a file that cannot be written or read
-    kDeviceUnavailable = 68,   ///< a device that exists and cannot be used now
-    kPortInUse = 8005,         ///< a serial port that another program has open
-    kPortClosed = 8018,        ///< an operation on a serial port that is not open
-    kReceiveTimedOut = 8020,   ///< nothing, or too little, came on the serial port in time
+    kInvalidCall = 5,           ///< an argument outside the domain of a function, such as the logarithm of 0
+    kOverflow = 6,              ///< a whole number that does not fit its type
+    kSubscriptOutOfRange = 9,   ///< an index outside its array
+    kDivisionByZero = 11,       ///< a quotient without a value
+    kTypeMismatch = 13,         ///< a text that does not convert to the type asked for
+    kFileNotFound = 53,         ///< a file or device that does not exist
+    kPermissionDenied = 70,     ///< a file or device that this user may not use
+    kPathFileAccess = 75,       ///< a file that cannot be written or read
+    kDeviceUnavailable = 68,    ///< a device that exists and cannot be used now
+    kCannotCreateObject = 429,  ///< an automation object that cannot be made
+    kNoSuchMember = 438,        ///< an automation object that lacks what was asked of it
+    kAutomationError = 440,     ///< an automation object's own failure
+    kPortInUse = 8005,          ///< a serial port that another program has open
+    kPortClosed = 8018,         ///< an operation on a serial port that is not open
+    kReceiveTimedOut = 8020,    ///< nothing, or too little, came on the serial port in time
   };
 
   RunTimeError(Number number, const std::string& description) : std::runtime_error(description), number_(number) {}

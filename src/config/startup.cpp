@@ -17,6 +17,7 @@ void Startup::Main() {
   profile.SetDeviceType(kDeviceType);
   parts_.flags = {.started_by_user = parts_.started_by_user};
   profile.Register(kDriverId, kDriverDescription);
+  parts_.utility.Create();
   parts_.settings = parts_.store.LoadSettings();
   parts_.leftovers.Refresh(parts_.settings);
   if (parts_.window != nullptr) PlacePanel();
@@ -57,6 +58,7 @@ void Startup::Shutdown() noexcept {
   } catch (const std::exception&) {
     // The place of the panel is not worth keeping an ending program alive for.
   }
+  parts_.utility.Release();
   parts_.connector.Disconnect();
 }
 

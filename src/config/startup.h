@@ -11,6 +11,7 @@
 #include "config/settings.h"
 #include "config/settings_store.h"
 #include "config/setup_routine.h"
+#include "config/utility_object.h"
 
 namespace orvalis {
 
@@ -19,6 +20,7 @@ class Startup {
  public:
   struct Parts {
     ProgramFlags& flags;
+    UtilityObject& utility;
     SettingsStore& store;
     Settings& settings;
     PanelWindow* window;  ///< none when headless

@@ -297,6 +297,8 @@ void frmFormSubmit::Load() {
   publisher_.webcam().WriteScript();
 }
 
+void frmFormSubmit::HideBuiltIn() { switches_[kBuiltInSwitch]->hide(); }
+
 void frmFormSubmit::ShowInFront() {
   showNormal();
   raise();

@@ -42,6 +42,8 @@ class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
 
   /// Fills the controls from the loaded settings and writes the transfer script.
   void Load();
+  /// For a system where the program does not send pictures itself.
+  void HideBuiltIn();
   /// Shows the window in front.
   void ShowInFront();
   /// Brings the request that would be sent up to the readings, where somebody sees it.

@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "ui/connect_button.h"
+#include "ui/desktop.h"
 #include "ui/event_view.h"
 #include "ui/night_proof.h"
 #include "ui/panel_texts.h"
@@ -124,15 +125,7 @@ void frmHandBox::ApplyTheme() {
   Refresh();
 }
 
-void frmHandBox::SetAlwaysOnTop(bool on) {
-  if (windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on) return;
-  // A change of flags hides the window and may let the window manager place it anew.
-  const bool was_visible = isVisible();
-  const QPoint position = pos();
-  setWindowFlag(Qt::WindowStaysOnTopHint, on);
-  move(position);
-  if (was_visible) show();
-}
+void frmHandBox::SetAlwaysOnTop(bool on) { desktop::KeepOnTop(*this, on); }
 
 void frmHandBox::closeEvent(QCloseEvent* event) {
   emit Closing();

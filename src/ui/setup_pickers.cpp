@@ -1,6 +1,7 @@
 #include "ui/setup_pickers.h"
 
 #include <QAbstractFileIconProvider>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPainter>
@@ -8,6 +9,7 @@
 #include <QStringList>
 #include <QToolButton>
 
+#include "ui/desktop.h"
 #include "ui/panel_texts.h"
 
 namespace orvalis {
@@ -41,6 +43,9 @@ QIcon Reddened(const QIcon& icon) {
   return red;
 }
 
+/// As the settings and other programs of this system write it.
+std::string StoredPath(const QString& path) { return QDir::toNativeSeparators(path).toStdString(); }
+
 std::optional<std::string> Ask(QFileDialog& dialog, PickerLook look) {
   // The dialog asks for icons until its end, which is after this function's.
   static NoIcons no_icons;
@@ -55,7 +60,7 @@ std::optional<std::string> Ask(QFileDialog& dialog, PickerLook look) {
   }
   const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
   if (!chosen) return std::nullopt;
-  return dialog.selectedFiles().constFirst().toStdString();
+  return StoredPath(dialog.selectedFiles().constFirst());
 }
 
 }  // namespace
@@ -86,7 +91,12 @@ std::optional<std::string> PickFile(QWidget* parent, std::string_view filter, co
 }
 
 std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& current, PickerLook look) {
-  QFileDialog dialog(parent, "Please select a Server folder.", ToQString(current));
+  const QString title = "Please select a Server folder.";
+  if (look == PickerLook::kDesktop) {
+    const std::optional<QString> folder = desktop::AskForFolder(parent, title, ToQString(current));
+    return folder ? std::optional(StoredPath(*folder)) : std::nullopt;
+  }
+  QFileDialog dialog(parent, title, ToQString(current));
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
   return Ask(dialog, look);

@@ -2,14 +2,15 @@
 
 #include <QAbstractButton>
 #include <QCoreApplication>
-#include <QDesktopServices>
 #include <QFileInfo>
 #include <QMessageBox>
+
+#include "ui/desktop.h"
 
 namespace orvalis {
 
 void OpenWebPage(const QUrl& url, QWidget* parent) {
-  if (QDesktopServices::openUrl(url)) return;
+  if (desktop::Open(url)) return;
   // The title is a leftover of the focuser template too.
   QMessageBox box(QMessageBox::NoIcon, "Focus Simulator",
                   "It doesn't appear that you have a web browser installed on your system.", QMessageBox::Ok, parent);

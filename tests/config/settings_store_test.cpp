@@ -162,6 +162,16 @@ class StartupTest : public test::LinkFixture {
     std::vector<std::string>& log_;
   };
 
+  class Utility : public UtilityObject {
+   public:
+    explicit Utility(std::vector<std::string>& log) : log_(log) {}
+    void Create() override { log_.push_back("utility"); }
+    void Release() noexcept override { log_.push_back("no utility"); }
+
+   private:
+    std::vector<std::string>& log_;
+  };
+
   Leftovers leftovers;
   ImmediateSwitches switches{
       {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs}};
@@ -169,7 +179,9 @@ class StartupTest : public test::LinkFixture {
   test::FakeTimer poll_timer;
   test::FakeTimer second_timer;
   ProgramFlags flags;
+  Utility utility{profile.log};
   Startup startup{{.flags = flags,
+                   .utility = utility,
                    .store = store,
                    .settings = settings,
                    .window = &window,
@@ -186,8 +198,9 @@ TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {
   profile.values[{"", "Left"}] = "-5";
   profile.values[{"", "Top"}] = "5000";
   startup.Main();
-  EXPECT_EQ(profile.log, (std::vector<std::string>{"type Weather", "register Orvalis.Weather Orvalis", "write /Left",
-                                                   "on top", "place 100 5000", "show", "write /AutoConnect"}));
+  EXPECT_EQ(profile.log,
+            (std::vector<std::string>{"type Weather", "register Orvalis.Weather Orvalis", "utility", "write /Left",
+                                      "on top", "place 100 5000", "show", "write /AutoConnect"}));
   EXPECT_EQ(profile.At("Left"), "100");
   EXPECT_EQ(poll_timer.interval, std::chrono::milliseconds(1000));
   EXPECT_TRUE(poll_timer.enabled && second_timer.enabled);
@@ -200,12 +213,13 @@ TEST_F(StartupTest, GoesDownInOrderWhateverFails) {
   Connect();
   profile.log.clear();
   startup.Shutdown();
-  EXPECT_EQ(profile.log, (std::vector<std::string>{"write /Position", "write /Temp", "write /Left", "write /Top"}));
+  EXPECT_EQ(profile.log,
+            (std::vector<std::string>{"write /Position", "write /Temp", "write /Left", "write /Top", "no utility"}));
   EXPECT_EQ(profile.At("Left"), "33");
   EXPECT_EQ(profile.At("Top"), "44");
   EXPECT_FALSE(poll_timer.enabled || second_timer.enabled || port.Connected());
   startup.Shutdown();
-  EXPECT_EQ(profile.log.size(), 4u) << "once";
+  EXPECT_EQ(profile.log.size(), 5u) << "once";
 }
 
 TEST_F(StartupTest, AStoreThatFailsAtTheEndDoesNotHoldTheEndUp) {

@@ -1,8 +1,6 @@
 #include "platform/linux/qt_serial_port.h"
 
 #include <QFileInfo>
-#include <algorithm>
-#include <utility>
 
 #include "base/run_time_error.h"
 #include "platform/linux/serial_ports.h"
@@ -10,11 +8,7 @@
 namespace orvalis {
 
 QtSerialPort::QtSerialPort() {
-  deliver_.setSingleShot(true);
-  give_up_.setSingleShot(true);
-  connect(&deliver_, &QTimer::timeout, this, &QtSerialPort::Deliver);
-  connect(&give_up_, &QTimer::timeout, this, [this] { Finish(Outcome::kTimedOut, arrived_.size()); });
-  connect(&port_, &QSerialPort::readyRead, this, &QtSerialPort::TakeArrived);
+  connect(&port_, &QSerialPort::readyRead, this, [this] { received_.Take(port_.readAll().toStdString()); });
   // Queued: the error may be noticed in the middle of a transmission, and closing the port there would pull it away
   // from under Qt's own code.
   connect(&port_, &QSerialPort::errorOccurred, this, &QtSerialPort::HandleError, Qt::QueuedConnection);
@@ -22,7 +16,7 @@ QtSerialPort::QtSerialPort() {
 
 QtSerialPort::~QtSerialPort() {
   // Nobody waits for an answer any more.
-  request_.reset();
+  received_.Cancel();
   if (port_.isOpen()) port_.clear();
 }
 
@@ -54,7 +48,7 @@ void QtSerialPort::Open() {
     port_.clearError();
     throw failure;
   }
-  arrived_.clear();
+  received_.Drop();
 }
 
 void QtSerialPort::Close() {
@@ -64,13 +58,12 @@ void QtSerialPort::Close() {
     port_.close();
   }
   port_.clearError();
-  Finish(Outcome::kClosed, arrived_.size());
-  arrived_.clear();
+  received_.Close();
 }
 
 void QtSerialPort::ClearBuffers() {
   if (port_.isOpen()) port_.clear();
-  arrived_.clear();
+  received_.Drop();
 }
 
 void QtSerialPort::Transmit(std::string_view bytes) {
@@ -80,57 +73,6 @@ void QtSerialPort::Transmit(std::string_view bytes) {
                        "cannot send on the port " + device_ + ": " + port_.errorString().toStdString());
   }
   port_.flush();
-}
-
-void QtSerialPort::ReceiveCounted(std::size_t count, ReceiveDone done) {
-  Begin({.count = count, .terminator = std::nullopt, .done = std::move(done)});
-}
-
-void QtSerialPort::ReceiveTerminated(char terminator, ReceiveDone done) {
-  Begin({.count = 0, .terminator = terminator, .done = std::move(done)});
-}
-
-void QtSerialPort::CancelReceive() {
-  request_.reset();
-  deliver_.stop();
-  give_up_.stop();
-}
-
-void QtSerialPort::Begin(Request request) {
-  request_ = std::move(request);
-  give_up_.start(time_out_);
-  if (Satisfied() != 0) deliver_.start(0);
-}
-
-std::size_t QtSerialPort::Satisfied() const {
-  if (!request_) return 0;
-  if (!request_->terminator) return arrived_.size() >= request_->count ? request_->count : 0;
-  const std::size_t end = arrived_.find(*request_->terminator);
-  return end == std::string::npos ? 0 : end + 1;
-}
-
-void QtSerialPort::TakeArrived() {
-  const QByteArray bytes = port_.readAll();
-  const std::size_t room = kMaxReceive - std::min(arrived_.size(), kMaxReceive);
-  arrived_.append(bytes.constData(), std::min(room, static_cast<std::size_t>(bytes.size())));
-  Deliver();
-}
-
-void QtSerialPort::Deliver() {
-  if (const std::size_t satisfied = Satisfied(); satisfied != 0) {
-    Finish(Outcome::kComplete, satisfied);
-  } else if (request_ && arrived_.size() >= kMaxReceive) {
-    Finish(Outcome::kTimedOut, arrived_.size());
-  }
-}
-
-void QtSerialPort::Finish(Outcome outcome, std::size_t characters) {
-  if (!request_) return;
-  const ReceiveDone done = std::move(request_->done);
-  CancelReceive();
-  Received received{outcome, arrived_.substr(0, characters)};
-  arrived_.erase(0, characters);
-  done(std::move(received));
 }
 
 void QtSerialPort::HandleError(QSerialPort::SerialPortError error) {

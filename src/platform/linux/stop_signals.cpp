@@ -1,4 +1,4 @@
-#include "platform/linux/stop_signals.h"
+#include "platform/stop_signals.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -36,25 +36,35 @@ void Install(void (*handler)(int)) {
 
 }  // namespace
 
-StopSignals::StopSignals(std::function<void()> stop) : stop_(std::move(stop)) {
-  std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) throw std::runtime_error("no pipe for the stop signals");
-  g_read_end = ends[0];
-  g_write_end = ends[1];
-  auto* notifier = new QSocketNotifier(g_read_end, QSocketNotifier::Read, this);
-  connect(notifier, &QSocketNotifier::activated, this, [this] {
-    std::array<char, 16> bytes{};
-    [[maybe_unused]] const ssize_t count = read(g_read_end, bytes.data(), bytes.size());
-    stop_();
-  });
-  Install(TellEventLoop);
-}
+class StopSignals::Watch : public QObject {
+ public:
+  explicit Watch(std::function<void()> stop) : stop_(std::move(stop)) {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) throw std::runtime_error("no pipe for the stop signals");
+    g_read_end = ends[0];
+    g_write_end = ends[1];
+    auto* notifier = new QSocketNotifier(g_read_end, QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this] {
+      std::array<char, 16> bytes{};
+      [[maybe_unused]] const ssize_t count = read(g_read_end, bytes.data(), bytes.size());
+      stop_();
+    });
+    Install(TellEventLoop);
+  }
+  ~Watch() override {
+    Install(SIG_DFL);
+    close(std::exchange(g_read_end, -1));
+    close(g_write_end);
+    g_write_end = -1;
+  }
 
-StopSignals::~StopSignals() {
-  Install(SIG_DFL);
-  close(std::exchange(g_read_end, -1));
-  close(g_write_end);
-  g_write_end = -1;
-}
+ private:
+  std::function<void()> stop_;
+};
+
+// A session that ends sends a signal like everybody else, and waits.
+StopSignals::StopSignals(Calls calls) : watch_(std::make_unique<Watch>(std::move(calls.stop))) {}
+
+StopSignals::~StopSignals() = default;
 
 }  // namespace orvalis

@@ -1,9 +1,12 @@
 #include "platform/qt/single_instance.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLocalSocket>
+#include <QSysInfo>
 #include <chrono>
 
 namespace orvalis {
@@ -38,9 +41,20 @@ SingleInstance::SingleInstance(const QString& profile_folder)
 
 SingleInstance::Start SingleInstance::Claim() { return ClaimWithin({}) ? Start::kFirst : AskTheOther(); }
 
+bool SingleInstance::Lock(std::chrono::milliseconds patience) {
+  if (lock_.tryLock(static_cast<int>(patience.count()))) return true;
+  qint64 holder = 0;
+  QString machine;
+  QString program;
+  // The system numbers its processes anew when it starts, so a killed program may have had the number of this one.
+  const bool left_over = lock_.getLockInfo(&holder, &machine, &program) &&
+                         holder == QCoreApplication::applicationPid() && machine == QSysInfo::machineHostName();
+  return left_over && QFile::remove(lock_.fileName()) && lock_.tryLock();
+}
+
 bool SingleInstance::ClaimWithin(std::chrono::milliseconds patience) {
   // Where no lock can be made the profile cannot be written either, and a second program does no harm to it.
-  if (!lock_.tryLock(static_cast<int>(patience.count())) && lock_.error() == QLockFile::LockFailedError) return false;
+  if (!Lock(patience) && lock_.error() == QLockFile::LockFailedError) return false;
   QLocalServer::removeServer(socket_name_);  // of a program that was killed
   server_.listen(socket_name_);
   return true;

@@ -29,6 +29,7 @@ class SingleInstance {
   void OnAsked(std::function<bool()> bring_to_front) { bring_to_front_ = std::move(bring_to_front); }
 
  private:
+  [[nodiscard]] bool Lock(std::chrono::milliseconds patience);
   [[nodiscard]] Start AskTheOther() const;
   void Answer();
 

@@ -1,19 +1,13 @@
-#include "platform/linux/ini_profile.h"
+#include "platform/qt/ini_profile.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QSettings>
 #include <QVariant>
-#include <cerrno>
 #include <chrono>
-#include <cstdio>
-#include <cstring>
 #include <map>
 #include <optional>
 #include <utility>
@@ -47,15 +41,6 @@ std::optional<std::map<QString, QString>> ReadFile(const QString& path) {
   std::map<QString, QString> values;
   for (const QString& key : store.allKeys()) values[key] = AsText(store.value(key));
   return values;
-}
-
-/// Waits until the file or folder is on the disk.
-bool Synchronise(const QByteArray& name, int flags) {
-  const int descriptor = open(name.constData(), flags | O_CLOEXEC);
-  if (descriptor < 0) return false;
-  const bool done = fsync(descriptor) == 0;
-  close(descriptor);
-  return done;
 }
 
 }  // namespace
@@ -94,21 +79,12 @@ void IniProfile::AbandonBatch() noexcept {
   in_batch_ = false;
 }
 
-IniProfile::Stamp IniProfile::FileStamp() const {
-  struct stat status {};
-  if (stat(QFile::encodeName(path_).constData(), &status) != 0) return {};
-  return {.inode = status.st_ino,
-          .size = status.st_size,
-          .seconds = status.st_mtim.tv_sec,
-          .nanoseconds = status.st_mtim.tv_nsec};
-}
-
 void IniProfile::Reload() {
-  const Stamp stamp = FileStamp();
+  const safe_file::Stamp stamp = safe_file::StampOf(path_);
   if (loaded_ == stamp) return;
-  if (stamp != Stamp{} && access(QFile::encodeName(path_).constData(), R_OK) != 0) {
-    throw RunTimeError(RunTimeError::kPathFileAccess,
-                       "cannot read the settings in " + Location() + ": " + std::strerror(errno));
+  if (stamp != safe_file::Stamp{} && !safe_file::MayRead(path_)) {
+    throw RunTimeError(RunTimeError::kPathFileAccess, "cannot read the settings in " + Location() + ": " +
+                                                          safe_file::ErrorText(safe_file::LastError()));
   }
   std::optional<Values> values = ReadFile(path_);
   if (!values) {
@@ -124,7 +100,7 @@ void IniProfile::Write(const Values& changes) {
   QLockFile lock(path_ + ".lock");
   lock.setStaleLockTime(std::chrono::milliseconds(0));  // stale when its process is gone, however old it is
   if (!lock.tryLock(kPatience)) {
-    if (lock.error() != QLockFile::LockFailedError) FailToWrite(errno);
+    if (lock.error() != QLockFile::LockFailedError) FailToWrite(safe_file::LastError());
     throw RunTimeError(RunTimeError::kPathFileAccess, "cannot write the settings to " + Location() +
                                                           ": another program has held " +
                                                           lock.fileName().toStdString() + " for half a second");
@@ -135,47 +111,45 @@ void IniProfile::Write(const Values& changes) {
   for (const auto& [key, value] : changes) values[key] = value;
   Replace(values);
   values_ = std::move(values);
-  loaded_ = FileStamp();
+  loaded_ = safe_file::StampOf(path_);
 }
 
 void IniProfile::PrepareFolder() const {
-  errno = 0;
+  safe_file::ForgetLastError();
   if (!QFileInfo::exists(folder_) && !QDir().mkpath(folder_)) {
-    throw RunTimeError(RunTimeError::kPathFileAccess, "cannot make the folder " + folder_.toStdString() +
-                                                          " for the settings: " + std::strerror(errno));
+    throw RunTimeError(RunTimeError::kPathFileAccess,
+                       "cannot make the folder " + folder_.toStdString() +
+                           " for the settings: " + safe_file::ErrorText(safe_file::LastError()));
   }
-  if (access(QFile::encodeName(folder_).constData(), W_OK) != 0) FailToWrite(errno);
+  if (!safe_file::MayWrite(folder_)) FailToWrite(safe_file::LastError());
 }
 
 void IniProfile::Replace(const Values& values) {
   // Names of their own for each write: whatever Qt remembers of a file is never met again.
-  const QString unique = path_ + "." + QString::number(getpid()) + "-" + QString::number(++writes_);
+  const QString unique =
+      path_ + "." + QString::number(QCoreApplication::applicationPid()) + "-" + QString::number(++writes_);
   const QString written = unique + ".new";
   const QString checked = unique + ".new-checked";
-  errno = 0;
+  safe_file::ForgetLastError();
   {
     QSettings store(written, QSettings::IniFormat);
     for (const auto& [key, value] : values) store.setValue(key, value);
     store.sync();
   }
-  int error = errno;
+  int error = safe_file::LastError();
   // Qt does not notice every write that a full disk cut short, so what is on the disk is read back before it counts.
-  const QByteArray checked_name = QFile::encodeName(checked);
-  bool good =
-      std::rename(QFile::encodeName(written).constData(), checked_name.constData()) == 0 && ReadFile(checked) == values;
+  bool good = safe_file::Replace(written, checked) && ReadFile(checked) == values;
   if (good) {
     const QFileInfo target(path_);
-    const QByteArray name = QFile::encodeName(target.isSymLink() ? target.symLinkTarget() : path_);
-    good = Synchronise(checked_name, O_RDONLY) && chmod(checked_name.constData(), S_IRUSR | S_IWUSR) == 0 &&
-           std::rename(checked_name.constData(), name.constData()) == 0;
-    error = errno;
+    const QString name = target.isSymLink() ? target.symLinkTarget() : path_;
+    good = safe_file::Flush(checked) && safe_file::KeepForOwner(checked) && safe_file::Replace(checked, name);
+    error = safe_file::LastError();
   }
   if (!good) {
     RemoveLeftovers();
     FailToWrite(error);
   }
-  // The new name is part of the folder; a file system that cannot synchronise folders does without.
-  static_cast<void>(Synchronise(QFile::encodeName(folder_), O_RDONLY | O_DIRECTORY));
+  safe_file::FlushNames(folder_);  // the new name is part of the folder
 }
 
 void IniProfile::RemoveLeftovers() const {
@@ -187,7 +161,7 @@ void IniProfile::RemoveLeftovers() const {
 void IniProfile::FailToWrite(int error) const {
   throw RunTimeError(RunTimeError::kPathFileAccess,
                      "cannot write the settings to " + Location() + ": " +
-                         (error != 0 ? std::strerror(error) : "the file or its folder cannot be written"));
+                         (error != 0 ? safe_file::ErrorText(error) : "the file or its folder cannot be written"));
 }
 
 }  // namespace orvalis

@@ -1,15 +1,15 @@
 #pragma once
 
 #include <QString>
-#include <cstdint>
 #include <map>
 #include <optional>
 
 #include "config/profile.h"
+#include "platform/safe_file.h"
 
 namespace orvalis {
 
-/// The profile store of a Linux user: one INI file, `Orvalis.Weather.ini`. Every write is on the disk when it returns,
+/// A profile store in one INI file, `Orvalis.Weather.ini`. Every write is on the disk when it returns,
 /// replaces the file in one step, and keeps what other programs wrote in the meantime. Only the owner may read the
 /// file: it holds a password. A write that fails leaves nothing behind, neither in the file nor in memory, and no
 /// operation waits longer than half a second for another program. docs/profile.md describes the file.
@@ -33,16 +33,7 @@ class IniProfile : public Profile {
 
  private:
   using Values = std::map<QString, QString>;
-  /// Tells one state of the file from another; each write makes a new file.
-  struct Stamp {
-    std::uint64_t inode = 0;
-    std::int64_t size = -1;
-    std::int64_t seconds = 0;
-    std::int64_t nanoseconds = 0;
-    bool operator==(const Stamp&) const = default;
-  };
 
-  [[nodiscard]] Stamp FileStamp() const;
   /// Brings `values_` up to the file.
   void Reload();
   void Write(const Values& changes);
@@ -56,7 +47,7 @@ class IniProfile : public Profile {
   QString folder_;
   QString path_;
   Values values_;
-  std::optional<Stamp> loaded_;  ///< the state of the file that `values_` holds
+  std::optional<safe_file::Stamp> loaded_;  ///< the state of the file that `values_` holds
   int writes_ = 0;
   bool in_batch_ = false;
   Values batch_;

@@ -1,4 +1,4 @@
-#include "platform/qt/qt_program_starter.h"
+#include "platform/linux/qt_program_starter.h"
 
 #include <QFileInfo>
 #include <QProcess>

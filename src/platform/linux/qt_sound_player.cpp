@@ -1,4 +1,4 @@
-#include "platform/qt/qt_sound_player.h"
+#include "platform/linux/qt_sound_player.h"
 
 #include <QAudioDevice>
 #include <QFileInfo>

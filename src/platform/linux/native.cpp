@@ -1,0 +1,79 @@
+#include "platform/native.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QStandardPaths>
+#include <QtGlobal>
+#include <csignal>
+#include <utility>
+
+#include "platform/linux/qt_program_starter.h"
+#include "platform/linux/command_starter.h"
+#include "platform/linux/private_file.h"
+#include "platform/linux/qt_serial_port.h"
+#include "platform/linux/qt_sound_player.h"
+#include "platform/linux/serial_port_list.h"
+#include "platform/qt/curl_ftp_sender.h"
+#include "platform/qt/ini_profile.h"
+#include "server/dbus/weather_service.h"
+
+namespace orvalis::native {
+
+Process::Process(int argc, char** argv) : arguments_(argv, argv + argc) {
+  // A reader of our output who goes away must not take the program with him.
+  std::signal(SIGPIPE, SIG_IGN);
+}
+
+Process::~Process() = default;
+
+std::optional<int> RunService(const std::vector<std::string>& /*arguments*/) { return std::nullopt; }
+
+std::vector<std::string> WindowArguments() { return {}; }
+
+bool DisplayExpected() {
+  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+bool StandardErrorIsRead() { return isatty(STDERR_FILENO) == 1; }
+
+bool StandardErrorIsStandardOutput() {
+  struct stat out {};
+  struct stat error {};
+  return fstat(STDOUT_FILENO, &out) == 0 && fstat(STDERR_FILENO, &error) == 0 && out.st_dev == error.st_dev &&
+         out.st_ino == error.st_ino;
+}
+
+std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder) {
+  return std::make_unique<IniProfile>(folder ? *folder
+                                             : QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+}
+
+std::unique_ptr<UtilityObject> MakeUtilityObject() { return std::make_unique<NoUtilityObject>(); }
+
+std::unique_ptr<SerialPort> MakeSerialPort() { return std::make_unique<QtSerialPort>(); }
+
+std::vector<SerialPortEntry> ListSerialPorts() { return orvalis::ListSerialPorts(); }
+
+std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> fail) {
+  return std::make_unique<QtSoundPlayer>(std::move(fail));
+}
+
+std::unique_ptr<ProgramStarter> MakeProgramStarter() { return std::make_unique<QtProgramStarter>(); }
+
+std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts parts) {
+  return std::make_unique<WeatherService>(std::move(parts));
+}
+
+PictureFolder FolderOfPictures(const std::string& folder) { return {.path = folder}; }
+
+std::unique_ptr<CommandStarter> MakeCommandStarter() { return std::make_unique<PathCommandStarter>(); }
+
+bool SendsPictures() { return true; }
+
+std::unique_ptr<FtpSender> MakeFtpSender() { return std::make_unique<CurlFtpSender>(); }
+
+void WritePrivateFile(const std::string& path, const std::string& text) { orvalis::WritePrivateFile(path, text); }
+
+}  // namespace orvalis::native

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "acquisition/alerts.h"
+#include "acquisition/serial_port.h"
+#include "acquisition/serial_port_entry.h"
+#include "config/profile.h"
+#include "config/utility_object.h"
+#include "publish/webcam_upload.h"
+#include "server/weather_server.h"
+
+/// What each operating system gives in its own way. The build chooses the implementation: linux/native.cpp or
+/// windows/native.cpp.
+namespace orvalis::native {
+
+/// The process as the system sees it. Made first, and held as long as the process runs.
+class Process {
+ public:
+  Process(int argc, char** argv);
+  Process(const Process&) = delete;
+  Process& operator=(const Process&) = delete;
+  ~Process();
+
+  /// The words of the command line in UTF-8, the program's name first.
+  [[nodiscard]] const std::vector<std::string>& arguments() const { return arguments_; }
+
+ private:
+  std::vector<std::string> arguments_;
+};
+
+/// The exit code when the command line asks this process for a service that only the system's side of the program
+/// knows, which it has rendered by then; otherwise nothing.
+[[nodiscard]] std::optional<int> RunService(const std::vector<std::string>& arguments);
+
+/// What Qt is told on the command line of a program with windows, its name left out.
+[[nodiscard]] std::vector<std::string> WindowArguments();
+/// Whether a display is to be expected, so that windows can be shown.
+[[nodiscard]] bool DisplayExpected();
+/// Whether somebody reads standard error, as in a terminal.
+[[nodiscard]] bool StandardErrorIsRead();
+/// Whether standard output and standard error go to the same place, so that saying a thing on both says it twice.
+[[nodiscard]] bool StandardErrorIsStandardOutput();
+
+/// The system's own store of settings, or a file in `folder` where one is asked for.
+[[nodiscard]] std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder);
+[[nodiscard]] std::unique_ptr<UtilityObject> MakeUtilityObject();
+[[nodiscard]] std::unique_ptr<SerialPort> MakeSerialPort();
+/// The serial ports that the machine has now, with what is plugged in there.
+[[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
+/// `fail` is told of a file that turns out only while it is being loaded not to be a sound.
+[[nodiscard]] std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> fail);
+[[nodiscard]] std::unique_ptr<ProgramStarter> MakeProgramStarter();
+
+/// The way for clients to come; none on a system that has no such way yet.
+[[nodiscard]] std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts parts);
+
+/// How the system writes paths and lines in the program's `folder`.
+[[nodiscard]] PictureFolder FolderOfPictures(const std::string& folder);
+[[nodiscard]] std::unique_ptr<CommandStarter> MakeCommandStarter();
+/// Whether the program sends pictures itself. Where it does not, its sender refuses.
+[[nodiscard]] bool SendsPictures();
+[[nodiscard]] std::unique_ptr<FtpSender> MakeFtpSender();
+/// Writes `text` into a file that its owner alone may read, at no moment anybody else. A reader finds the whole file,
+/// old or new. Throws RunTimeError kPathFileAccess.
+void WritePrivateFile(const std::string& path, const std::string& text);
+
+}  // namespace orvalis::native

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <string>
+
+/// What it takes on each operating system to keep a file safe. Implemented once per operating system.
+namespace orvalis::safe_file {
+
+/// Tells one state of a file from another, as long as each write makes a new file.
+struct Stamp {
+  std::uint64_t identity = 0;
+  std::int64_t size = -1;  ///< -1 when there is no file
+  std::int64_t changed = 0;
+  bool operator==(const Stamp&) const = default;
+};
+[[nodiscard]] Stamp StampOf(const QString& path);
+
+/// The number of the system's last error on this thread, which these functions and Qt's file classes leave behind.
+[[nodiscard]] int LastError();
+void ForgetLastError();
+/// For a person.
+[[nodiscard]] std::string ErrorText(int error);
+
+[[nodiscard]] bool MayRead(const QString& file);
+[[nodiscard]] bool MayWrite(const QString& folder);
+/// Nobody but the owner and the system's administrator may read `file` from now on.
+[[nodiscard]] bool KeepForOwner(const QString& file);
+/// Gives `from` the name `to`, in one step, in the place of what had it.
+[[nodiscard]] bool Replace(const QString& from, const QString& to);
+/// Waits until the file is on the disk.
+[[nodiscard]] bool Flush(const QString& file);
+/// The same for the names in a folder. A file system that cannot do that does without.
+void FlushNames(const QString& folder);
+
+}  // namespace orvalis::safe_file

@@ -1,0 +1,105 @@
+#include "ui/desktop.h"
+
+#include <windows.h>
+
+// Behind the types of windows.h.
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QProxyStyle>
+#include <QStyleOption>
+#include <QUrl>
+#include <QWidget>
+#include <array>
+#include <memory>
+#include <string>
+
+#include "base/run_time_error.h"
+#include "platform/windows/panel_capture.h"
+
+namespace orvalis::desktop {
+namespace {
+
+struct FreeTaskMemory {
+  void operator()(void* memory) const { CoTaskMemFree(memory); }
+};
+
+HWND HandleOf(const QWidget& window) {
+  return reinterpret_cast<HWND>(window.winId());  // NOLINT(performance-no-int-to-ptr): Qt's own form of it
+}
+
+/// The dialog begins at the folder that `data` points to.
+int CALLBACK BeginAt(HWND dialog, UINT message, LPARAM /*parameter*/, LPARAM data) {
+  if (message == BFFM_INITIALIZED) SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, data);
+  return 0;
+}
+
+/// Windows' own style draws in colours of its own, whatever the palette says, so that there would be no night theme:
+/// this one does as it is told. On a dark desktop Qt gives check boxes the colour of marked text, ticked or not; here
+/// they are as light or dark as other fields.
+class DesktopStyle : public QProxyStyle {
+ public:
+  DesktopStyle() : QProxyStyle("fusion") {}
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    if ((element != PE_IndicatorCheckBox && element != PE_IndicatorRadioButton) || widget == nullptr) {
+      return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+    QStyleOptionButton plain;
+    static_cast<QStyleOption&>(plain) = *option;
+    const QPalette colours = widget->window()->palette();
+    const bool dark = colours.color(QPalette::Window).lightness() < colours.color(QPalette::WindowText).lightness();
+    plain.palette.setBrush(QPalette::Base, colours.brush(QPalette::Active, dark ? QPalette::Button : QPalette::Base));
+    plain.palette.setBrush(QPalette::Text, colours.brush(QPalette::Active, QPalette::Text));
+    QProxyStyle::drawPrimitive(element, &plain, painter, widget);
+  }
+};
+
+}  // namespace
+
+void Prepare() { QApplication::setStyle(new DesktopStyle); }
+
+void KeepOnTop(QWidget& window, bool on) {
+  SetWindowPos(HandleOf(window), on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+}
+
+QPixmap PictureOf(QWidget& window) {
+  // What is not on the screen has nothing there to be copied.
+  if (!window.isVisible() || window.isMinimized()) return window.grab();
+  try {
+    return QPixmap::fromImage(ImageOf(*CaptureForm(HandleOf(window))));
+  } catch (const RunTimeError&) {
+    return window.grab();
+  }
+}
+
+bool Open(const QUrl& address) {
+  const std::wstring target =
+      (address.isLocalFile() ? QDir::toNativeSeparators(address.toLocalFile()) : address.toString(QUrl::FullyEncoded))
+          .toStdWString();
+  HINSTANCE const answer = ShellExecuteW(nullptr, L"Open", target.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  // The numbers of failures; 0 is one of memory, which says nothing about what is installed.
+  constexpr INT_PTR kFirstFailure = 1;
+  constexpr INT_PTR kLastFailure = 32;
+  const auto number = reinterpret_cast<INT_PTR>(answer);
+  return number < kFirstFailure || number > kLastFailure;
+}
+
+std::optional<QString> AskForFolder(QWidget* parent, const QString& title, const QString& current) {
+  const std::wstring words = title.toStdWString();
+  const std::wstring begin = QDir::toNativeSeparators(current).toStdWString();
+  BROWSEINFOW about{};
+  about.hwndOwner = parent == nullptr ? nullptr : HandleOf(*parent->window());
+  about.lpszTitle = words.c_str();
+  about.ulFlags = BIF_RETURNONLYFSDIRS | BIF_NEWDIALOGSTYLE;
+  about.lpfn = BeginAt;
+  about.lParam = reinterpret_cast<LPARAM>(begin.c_str());
+  const std::unique_ptr<ITEMIDLIST, FreeTaskMemory> chosen(SHBrowseForFolderW(&about));
+  std::array<wchar_t, MAX_PATH> path{};
+  if (!chosen || SHGetPathFromIDListW(chosen.get(), path.data()) == FALSE) return std::nullopt;
+  return QString::fromWCharArray(path.data());
+}
+
+}  // namespace orvalis::desktop

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "acquisition/alerts.h"
+
+namespace orvalis {
+
+/// Plays wave files by the multimedia control interface: open, play, and, before the next one, stop and close.
+class MciSoundPlayer : public SoundPlayer {
+ public:
+  MciSoundPlayer() = default;
+  MciSoundPlayer(const MciSoundPlayer&) = delete;
+  MciSoundPlayer& operator=(const MciSoundPlayer&) = delete;
+  ~MciSoundPlayer() override { Close(); }
+
+  void Play(const std::string& path) override;
+
+ private:
+  void Close() noexcept;
+
+  bool open_ = false;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,176 @@
+#include "platform/native.h"
+
+#include <windows.h>
+
+// Behind the types of windows.h.
+#include <shellapi.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <array>
+#include <cstdio>
+#include <utility>
+
+#include "platform/qt/ini_profile.h"
+#include "platform/safe_file.h"
+#include "platform/windows/com_port.h"
+#include "platform/windows/driver_objects.h"
+#include "platform/windows/mci_sound_player.h"
+#include "platform/windows/registry_profile.h"
+#include "platform/windows/serial_object_port.h"
+#include "platform/windows/serial_port_list.h"
+#include "platform/windows/shell_program_starter.h"
+#include "platform/windows/windows_error.h"
+
+namespace orvalis::native {
+namespace {
+
+bool IsOpen(DWORD stream) {
+  HANDLE const handle = GetStdHandle(stream);
+  return handle != nullptr && handle != INVALID_HANDLE_VALUE && GetFileType(handle) != FILE_TYPE_UNKNOWN;
+}
+
+/// A program with windows has no console of its own. Started from one, it speaks there, except where its streams lead
+/// somewhere else already.
+void JoinConsole() {
+  struct Stream {
+    std::FILE* file;
+    const char* name;
+    const char* mode;
+    bool open;
+  };
+  const std::array streams{Stream{stdin, "CONIN$", "r", IsOpen(STD_INPUT_HANDLE)},
+                           Stream{stdout, "CONOUT$", "w", IsOpen(STD_OUTPUT_HANDLE)},
+                           Stream{stderr, "CONOUT$", "w", IsOpen(STD_ERROR_HANDLE)}};
+  if (AttachConsole(ATTACH_PARENT_PROCESS) == 0) return;
+  for (const Stream& stream : streams) {
+    if (!stream.open) static_cast<void>(std::freopen(stream.name, stream.mode, stream.file));
+  }
+}
+
+std::vector<std::string> WordsOfCommandLine() {
+  int count = 0;
+  LPWSTR* const words = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> arguments;
+  arguments.reserve(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) arguments.push_back(Narrow(words[i]));
+  LocalFree(words);
+  return arguments;
+}
+
+/// The two programs that convert and send pictures.
+class MinimisedStarter : public CommandStarter {
+ public:
+  void Start(const std::string& command_line) override { StartCommandLine(command_line, StartWindow::kMinimised); }
+};
+
+/// Pictures are sent by the programs that Windows has for it.
+class NoFtpSender : public FtpSender {
+ public:
+  void Send(const FtpUpload& /*upload*/, Done /*done*/) override {
+    throw RunTimeError(RunTimeError::kDeviceUnavailable, "on Windows other programs send the picture");
+  }
+  void Abandon() override {}
+};
+
+}  // namespace
+
+Process::Process(int /*argc*/, char** /*argv*/) : arguments_(WordsOfCommandLine()) {
+  JoinConsole();
+  // A drive without a disk is an error for the program to handle, not a box for somebody who is asleep.
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+  CheckCom("automation cannot be used", CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+}
+
+Process::~Process() { CoUninitialize(); }
+
+std::optional<int> RunService(const std::vector<std::string>& arguments) {
+  if (arguments.size() != 3 || arguments[1] != kSerialObjectService) return std::nullopt;
+  return RunSerialObject(arguments[2]);
+}
+
+std::vector<std::string> WindowArguments() {
+  // A dark desktop is followed only when that is asked for.
+  return {"-platform", "windows:darkmode=2"};
+}
+
+bool DisplayExpected() { return true; }
+
+bool StandardErrorIsRead() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
+bool StandardErrorIsStandardOutput() {
+  HANDLE const out = GetStdHandle(STD_OUTPUT_HANDLE);
+  HANDLE const error = GetStdHandle(STD_ERROR_HANDLE);
+  if (out == error) return true;
+  DWORD mode = 0;
+  if (GetConsoleMode(out, &mode) != 0 && GetConsoleMode(error, &mode) != 0) return true;
+  BY_HANDLE_FILE_INFORMATION first{};
+  BY_HANDLE_FILE_INFORMATION second{};
+  return GetFileInformationByHandle(out, &first) != 0 && GetFileInformationByHandle(error, &second) != 0 &&
+         first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
+         first.nFileIndexLow == second.nFileIndexLow;
+}
+
+std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder) {
+  if (folder) return std::make_unique<IniProfile>(*folder);
+  if (AutomationObject::IsRegistered(kDriverProfile)) return std::make_unique<DriverProfile>();
+  return std::make_unique<RegistryProfile>();
+}
+
+std::unique_ptr<UtilityObject> MakeUtilityObject() {
+  if (AutomationObject::IsRegistered(kDriverUtility)) return std::make_unique<DriverUtility>();
+  return std::make_unique<NoUtilityObject>();
+}
+
+std::unique_ptr<SerialPort> MakeSerialPort() {
+  if (AutomationObject::IsRegistered(kDriverSerial)) {
+    return std::make_unique<SerialObjectPort>(QCoreApplication::applicationFilePath());
+  }
+  return std::make_unique<ComPort>();
+}
+
+std::vector<SerialPortEntry> ListSerialPorts() { return orvalis::ListSerialPorts(); }
+
+// What is wrong with a file shows when it is opened.
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the other system keeps it
+std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> /*fail*/) {
+  return std::make_unique<MciSoundPlayer>();
+}
+
+std::unique_ptr<ProgramStarter> MakeProgramStarter() { return std::make_unique<ShellProgramStarter>(); }
+
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the other system keeps them
+std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts /*parts*/) { return nullptr; }
+
+PictureFolder FolderOfPictures(const std::string& folder) {
+  return {.path = folder, .separator = '\\', .line_end = "\r\n"};
+}
+
+std::unique_ptr<CommandStarter> MakeCommandStarter() { return std::make_unique<MinimisedStarter>(); }
+
+bool SendsPictures() { return false; }
+
+std::unique_ptr<FtpSender> MakeFtpSender() { return std::make_unique<NoFtpSender>(); }
+
+void WritePrivateFile(const std::string& path, const std::string& text) {
+  const QString name = QString::fromStdString(path);
+  const QString fresh = name + ".new";
+  QFile::remove(fresh);  // left over from a crash
+  bool good = false;
+  {
+    QFile file(fresh);
+    // The rights come before the text.
+    good = file.open(QIODevice::WriteOnly) && safe_file::KeepForOwner(fresh) &&
+           file.write(text.data(), static_cast<qint64>(text.size())) >= 0 && file.flush();
+  }
+  if (good && safe_file::Replace(fresh, name)) return;
+  const RunTimeError failure(RunTimeError::kPathFileAccess,
+                             "cannot write " + path + ": " + safe_file::ErrorText(safe_file::LastError()));
+  QFile::remove(fresh);
+  throw failure;
+}
+
+}  // namespace orvalis::native

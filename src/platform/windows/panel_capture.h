@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/windows/automation_object.h"
+
+// Behind the types of windows.h.
+#include <ocidl.h>
+
+#include <QImage>
+
+namespace orvalis {
+
+using PicturePtr = ComPtr<IPicture>;
+
+/// A picture of a whole window, its frame included, as it stands on the screen. Throws RunTimeError.
+[[nodiscard]] PicturePtr CaptureForm(HWND form);
+
+/// A picture of a part of a window, or of its inside when `client`; in pixels. Throws RunTimeError.
+[[nodiscard]] PicturePtr CaptureWindow(HWND window, bool client, int left, int top, int width, int height);
+
+/// A picture of `bitmap` with the colours of `palette`, which may be none. It owns both. Throws RunTimeError, and has
+/// deleted them then.
+[[nodiscard]] PicturePtr CreateBitmapPicture(HBITMAP bitmap, HPALETTE palette);
+
+/// The picture as Qt has pictures. Throws RunTimeError.
+[[nodiscard]] QImage ImageOf(IPicture& picture);
+
+}  // namespace orvalis

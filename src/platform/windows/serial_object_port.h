@@ -1,0 +1,91 @@
+#pragma once
+
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QProcess>
+#include <QString>
+#include <QTimer>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "acquisition/serial_port.h"
+#include "base/run_time_error.h"
+
+namespace orvalis {
+
+/// The serial port by the driver platform's serial object, whose receives hold up whoever calls them. So the object
+/// lives in a process of its own, another instance of this program (`RunSerialObject`), which carries out one call
+/// after the other and answers through a local socket. A call that must not go on is ended with that process.
+class SerialObjectPort : public QObject, public SerialPort {
+ public:
+  /// `program` is the executable that knows `kSerialObjectService`.
+  explicit SerialObjectPort(QString program);
+  ~SerialObjectPort() override;
+
+  void SetPort(const std::string& name) override;
+  [[nodiscard]] std::string Port() const override { return name_; }
+  void SetSpeed(int bits_per_second) override;
+  void SetReceiveTimeout(std::chrono::seconds time_out) override;
+  [[nodiscard]] bool Connected() const override { return connected_; }
+  void SetConnected(bool connected) override;
+  void ClearBuffers() override;
+  void Transmit(std::string_view bytes) override;
+  void ReceiveCounted(std::size_t count, ReceiveDone done) override;
+  void ReceiveTerminated(char terminator, ReceiveDone done) override;
+  void CancelReceive() override;
+  void OnLost(Lost lost) override { lost_ = std::move(lost); }
+
+ private:
+  /// What became of a call: whether the object is connected after it, and its result or its error.
+  struct Answer {
+    bool connected = false;
+    std::string text;
+    std::optional<RunTimeError> error;
+  };
+  using Answered = std::function<void(const Answer&)>;
+
+  enum class End { kInOrder, kCutOff };
+
+  void StartProcess();
+  void EndProcess(End end);
+  void Open();
+  void Close();
+  /// Sends a call on its way. `answered` is called from the event loop, or from `WaitFor`.
+  std::uint64_t Ask(const std::string& operation, const std::string& argument, Answered answered);
+  /// Holds everything up until the call is answered, as opening a port does; false when that takes too long.
+  bool WaitFor(std::uint64_t call, std::chrono::milliseconds patience);
+  void TakeAnswers();
+  void BeginReceive(const std::string& operation, const std::string& argument, ReceiveDone done);
+  void Finish(Received received);
+  void Lose(const std::string& reason);
+  /// What is asked before the port is open fails with the opening.
+  void AskForOpening(const std::string& operation, const std::string& argument);
+
+  QString program_;
+  std::string name_;
+  bool connected_ = false;
+  std::chrono::seconds time_out_{4};
+  Lost lost_;
+  std::unique_ptr<QLocalServer> server_;
+  std::unique_ptr<QProcess> process_;
+  QLocalSocket* socket_ = nullptr;  ///< the server owns it
+  std::string unsent_;              ///< calls from before the process was there
+  std::uint64_t last_call_ = 0;
+  std::map<std::uint64_t, Answered> open_calls_;
+  std::optional<RunTimeError> opening_error_;
+  ReceiveDone receive_done_;
+  std::uint64_t receive_call_ = 0;
+  QTimer hung_;  ///< a receive that does not even end by the object's own time-out
+};
+
+/// The word on the command line that makes a process the home of the serial object, followed by the socket's name.
+inline constexpr const char* kSerialObjectService = "--serial-object";
+/// Serves the object until the socket is closed. Returns the exit code.
+[[nodiscard]] int RunSerialObject(const std::string& socket_name);
+
+}  // namespace orvalis

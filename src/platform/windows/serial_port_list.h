@@ -1,0 +1,12 @@
+#pragma once
+
+#include <vector>
+
+#include "acquisition/serial_port_entry.h"
+
+namespace orvalis {
+
+/// The serial ports that the machine has now, by their numbers, with the name that the device manager shows.
+[[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
+
+}  // namespace orvalis

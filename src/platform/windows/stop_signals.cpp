@@ -1,0 +1,93 @@
+#include "platform/stop_signals.h"
+
+#include <windows.h>
+
+#include <QCoreApplication>
+#include <QMetaObject>
+#include <utility>
+
+#include "platform/windows/handle.h"
+
+namespace orvalis {
+namespace {
+
+constexpr const wchar_t* kWindowClass = L"OrvalisStop";
+/// As long as Windows lets a console program have for its end, nearly.
+constexpr DWORD kEndPatienceMs = 4500;
+
+// The console's handler runs on a thread of its own and reaches nothing but globals.
+StopSignals::Calls* g_calls = nullptr;
+HANDLE g_ended = nullptr;
+
+BOOL WINAPI HandleConsole(DWORD event) {
+  // The call is made by the event loop, on the program's one thread.
+  QMetaObject::invokeMethod(
+      QCoreApplication::instance(),
+      [] {
+        if (g_calls != nullptr) g_calls->stop();
+      },
+      Qt::QueuedConnection);
+  // When the console is closed the process ends as soon as this returns.
+  if (event == CTRL_CLOSE_EVENT || event == CTRL_LOGOFF_EVENT || event == CTRL_SHUTDOWN_EVENT) {
+    WaitForSingleObject(g_ended, kEndPatienceMs);
+  }
+  return TRUE;
+}
+
+LRESULT CALLBACK HandleMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
+  switch (message) {
+    case WM_CLOSE:  // somebody asks the process to end, who does not see its other windows
+      g_calls->stop();
+      return 0;
+    case WM_QUERYENDSESSION:
+      return TRUE;
+    case WM_ENDSESSION:
+      if (first != FALSE) g_calls->session_ends();
+      return 0;
+    default:
+      return DefWindowProcW(window, message, first, second);
+  }
+}
+
+}  // namespace
+
+/// A window that nobody sees: only windows are told of the end of the session. Where there are no windows at all, there
+/// is no session.
+class StopSignals::Watch {
+ public:
+  explicit Watch(Calls calls) : calls_(std::move(calls)), ended_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+    g_calls = &calls_;
+    g_ended = ended_.get();
+    WNDCLASSEXW about{};
+    about.cbSize = sizeof(about);
+    about.lpfnWndProc = HandleMessage;
+    about.hInstance = GetModuleHandleW(nullptr);
+    about.lpszClassName = kWindowClass;
+    RegisterClassExW(&about);
+    window_ =
+        CreateWindowExW(0, kWindowClass, L"", WS_OVERLAPPED, 0, 0, 0, 0, nullptr, nullptr, about.hInstance, nullptr);
+    SetConsoleCtrlHandler(HandleConsole, TRUE);
+  }
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+  ~Watch() {
+    SetConsoleCtrlHandler(HandleConsole, FALSE);
+    if (window_ != nullptr) DestroyWindow(window_);
+    UnregisterClassW(kWindowClass, GetModuleHandleW(nullptr));
+    g_calls = nullptr;
+    SetEvent(ended_.get());
+    ended_ = {};
+    g_ended = nullptr;
+  }
+
+ private:
+  Calls calls_;
+  Handle ended_;
+  HWND window_ = nullptr;
+};
+
+StopSignals::StopSignals(Calls calls) : watch_(std::make_unique<Watch>(std::move(calls))) {}
+
+StopSignals::~StopSignals() = default;
+
+}  // namespace orvalis
