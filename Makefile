@@ -1,9 +1,9 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: run demo build install package test asan lint format bench screenshots clean help
+.PHONY: run demo build install package test asan lint format bench screenshots windows lint-windows test-windows clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
-	@grep -E '^[a-z]+: .*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## /  make \1\t/'
+	@grep -E '^[a-z-]+: .*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z-]+):.*## /  make \1\t/'
 
 run: build      ## build, start the simulated sensor unit and the program connected to it
 	@scripts/run.sh
@@ -48,6 +48,19 @@ screenshots:    ## make the pictures of the README again
 	@scripts/install-deps.sh build test
 	@scripts/build.sh release
 	@scripts/screenshots.sh
+
+windows:        ## cross-build orvalis.exe, in build/windows/bin/; Qt for Windows is built first, once
+	@scripts/install-deps.sh build windows
+	@scripts/windows-qt.sh
+	@scripts/build.sh windows
+
+lint-windows: windows  ## clang-tidy for what only Windows has
+	@scripts/install-deps.sh lint
+	@scripts/windows-lint.sh
+
+test-windows: windows  ## the tests of the logic and of Windows' side, under Wine
+	@scripts/install-deps.sh build test windows
+	@scripts/windows-test.sh
 
 clean:          ## remove what was built
 	rm -rf build

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing for the named purposes: build, test, package, lint.
+# Installs the Debian packages that are missing for the named purposes: build, test, package, lint, windows.
 # Asks nothing when nothing is missing; uses sudo only where the user is not root.
 set -euo pipefail
 
@@ -9,6 +9,8 @@ declare -A packages=(
     libsystemd-dev pkg-config dbus-daemon libglib2.0-bin systemd vsftpd"
   [package]="dpkg-dev file"
   [lint]="clang-format clang-tidy python3"
+  [windows]="g++-mingw-w64-x86-64-posix mingw-w64-tools qt6-base-dev-tools googletest dpkg-dev tcl wine wine64 fonts-wine
+    xvfb xdotool"
 )
 
 missing=()

@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# clang-tidy for what only the Windows build compiles; after scripts/build.sh windows.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+mingw=/usr/lib/gcc/x86_64-w64-mingw32/12-posix/include/c++
+options=(--extra-arg=--target=x86_64-w64-mingw32)
+for folder in "$mingw" "$mingw/x86_64-w64-mingw32" /usr/x86_64-w64-mingw32/include; do
+  options+=("--extra-arg=-isystem$folder")
+done
+printf '%s\0' src/platform/windows/*.cpp |
+  xargs -0 -P "$(nproc)" -n 4 clang-tidy -p build/windows --quiet "${options[@]}" 2>/dev/null
+echo "windows-lint: no complaints"

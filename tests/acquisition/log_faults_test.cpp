@@ -1,0 +1,94 @@
+// What happens to the logs' files behind the program's back, where the system lets it happen: on others an open file
+// can neither be moved nor removed.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <thread>
+
+#include "acquisition/log_writer.h"
+#include "tests/support/link_fixture.h"
+
+namespace orvalis {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Content(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class LogFaultsTest : public test::LinkFixture {
+ protected:
+  LogFaultsTest() { fs::create_directories(folder); }
+  ~LogFaultsTest() override { fs::remove_all(base); }
+
+  RotatingLog FullLog() {
+    return {LogWriter::kFullLog, [this](const std::string& text) { events.Record(text); }};
+  }
+
+  const fs::path base = fs::temp_directory_path() / ("orvalis-log-" + std::to_string(getpid()) + "-" +
+                                                     testing::UnitTest::GetInstance()->current_test_info()->name());
+  const fs::path folder = base / "log folder";
+};
+
+TEST_F(LogFaultsTest, TheFullLogOutlivesItsFolder) {
+  RotatingLog log = FullLog();
+  log.Open(folder);
+  log.Write("one");
+  EXPECT_EQ(Content(folder / "Orvalis.txt"), "one\n");
+  fs::remove_all(folder);
+  log.Write("two");
+  log.Write("three");
+  EXPECT_EQ(events.events().size(), 1u);
+  EXPECT_TRUE(events.events().back().text.starts_with("cannot write the full log " + folder.string()));
+  fs::create_directories(folder);
+  log.Write("four");
+  EXPECT_EQ(Content(folder / "Orvalis.txt"), "four\n");
+  EXPECT_EQ(events.events().back().text, "the full log is written again");
+  fs::rename(folder / "Orvalis.txt", folder / "moved.txt");
+  log.Write("five");
+  EXPECT_EQ(Content(folder / "Orvalis.txt"), "five\n");
+}
+
+// /dev/full takes every open and refuses every byte, like a disk without room.
+TEST_F(LogFaultsTest, AFullDiskIsListedOnceAndMended) {
+  fs::create_symlink("/dev/full", folder / "Orvalis.txt");
+  RotatingLog log = FullLog();
+  log.Open(folder);
+  for (int i = 0; i < 5; ++i) log.Write("lost");
+  ASSERT_EQ(events.events().size(), 1u);
+  EXPECT_NE(events.events().back().text.find("disk full"), std::string::npos);
+  fs::remove(folder / "Orvalis.txt");
+  log.Write("kept");
+  EXPECT_EQ(Content(folder / "Orvalis.txt"), "kept\n");
+}
+
+TEST_F(LogFaultsTest, AReaderNeverFindsAnEmptyOrHalfRecord) {
+  OneLineLog log([this](const std::string& text) { events.Record(text); });
+  const std::string records[] = {std::string(100, 'a'), std::string(100, 'b')};
+  log.Write(folder, records[0]);
+  std::atomic<bool> reading = true;
+  std::atomic<int> bad = 0;
+  std::thread reader([&] {
+    while (reading) {
+      const std::string content = Content(folder / "orvalis_single.txt");
+      if (content != records[0] + "\n" && content != records[1] + "\n") ++bad;
+    }
+  });
+  for (int i = 0; i < 3000; ++i) log.Write(folder, records[i % 2]);
+  reading = false;
+  reader.join();
+  EXPECT_EQ(bad, 0);
+  log.Write(folder / "nowhere", records[0]);
+  log.Write(folder / "nowhere", records[0]);
+  EXPECT_EQ(events.events().size(), 1u);
+}
+
+}  // namespace
+}  // namespace orvalis

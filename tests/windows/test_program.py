@@ -1,0 +1,185 @@
+"""The real Windows program under Wine, between the simulated unit and a reader."""
+
+import os
+import signal
+import subprocess
+import sys
+import time
+import unittest
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "integration"))
+from harness import PATIENCE, Case, Process  # noqa: E402
+
+WINDOWS_BIN = os.environ.get("ORVALIS_WINDOWS_BIN", os.path.join(os.getcwd(), "build", "windows", "bin"))
+WINE = os.environ.get("WINELOADER", "/usr/lib/wine/wine64")
+PROGRAM = os.path.join(WINDOWS_BIN, "orvalis.exe")
+OBJECTS = os.path.join(WINDOWS_BIN, "recording_objects.dll")
+PORT = 12  # beyond COM9, where the plain name reaches nothing
+
+
+def windows_path(path):
+    return "Z:" + path.replace("/", "\\")
+
+
+class WindowsCase(Case):
+    """The unit's line is COM12. The settings are in a folder of the test's own, or in the system's store."""
+
+    def setUp(self):
+        super().setUp()
+        name = os.path.join(os.environ["WINEPREFIX"], "dosdevices", "com%d" % PORT)
+        if os.path.lexists(name):
+            os.remove(name)
+        os.symlink(self.link, name)
+        self.addCleanup(os.remove, name)
+        self.env["ORVALIS_PROFILE_DIR"] = windows_path(self.profile)
+
+    def wine(self, *words):
+        return subprocess.run([WINE, *words], env=self.env, stdin=subprocess.DEVNULL, capture_output=True, text=True,
+                              timeout=PATIENCE)
+
+    def program(self, *options):
+        program = Process([WINE, PROGRAM, *options], env=self.env)
+        self.addCleanup(program.kill)
+        return program
+
+    def headless(self, *options):
+        return self.program("--headless", "--json", "--port", str(PORT), *options)
+
+    def run_program(self, *options, given=None, env=None):
+        return subprocess.run([WINE, PROGRAM, *options], env=env or self.env, input=given or "", capture_output=True,
+                              text=True, timeout=PATIENCE)
+
+    def end(self, program):
+        """Asks the program to end, as the task manager does; returns its exit code and the seconds that it took."""
+        begin = time.monotonic()
+        self.wine("taskkill", "/IM", "orvalis.exe")
+        return program.process.wait(PATIENCE), time.monotonic() - begin
+
+
+class SerialLine(WindowsCase):
+    def test_a_poll_over_the_real_line_and_its_loss(self):
+        unit = self.unit("--fast")
+        for command in ("set TA 5.00", "set TP -20.00", "set R 120", "set RB 0"):
+            unit.tell(command)
+        program = self.headless()
+        self.event(program, "connected to COM%d" % PORT)
+        reading = self.reading(program, lambda r: r["ambient_c"] == 5)
+        self.assertEqual((reading["sky_c"], reading["diff_c"], reading["rain"], reading["unsafe"], len(reading["frame"])),
+                         (-20, 25, 120, False, 117))
+        unit.tell("set RB 1")
+        self.reading(program, lambda r: r["unsafe"])
+        unit.kill()
+        self.assertIn("the port COM12 has vanished; the adapter was pulled out", self.event(program, "lost")["event"])
+        self.event(program, "Not connected, AutoConnect enabled, starting wait to reconnect: ")
+        self.assertEqual(self.end(program)[0], 0)
+
+    def test_says_which_failure_it_was(self):
+        for port, text in (("99", "the port COM99 does not exist"), ("NUL", "NUL is not a serial port"),
+                           ("300", "there is no serial port number 300")):
+            program = self.program("--headless", "--json", "--port", port)
+            self.assertIn(text, self.event(program, "connect failed: ")["event"])
+            program.kill()
+
+
+class Settings(WindowsCase):
+    def test_a_folder_of_ones_own_and_the_systems_store_are_apart(self):
+        text = 'C:\\Töne Ω\\雨.wav'
+        self.assertEqual(self.run_program("profile", "set", "g_sRainSounds", text).returncode, 0)
+        self.assertTrue(os.path.exists(os.path.join(self.profile, "Orvalis.Weather.ini")))
+        self.assertEqual(self.run_program("profile", "get", "g_sRainSounds").stdout, text + "\n")
+        del self.env["ORVALIS_PROFILE_DIR"]
+        self.assertEqual(self.run_program("profile", "set", "g_sRainSounds", "-", given=text + "\n").returncode, 0)
+        self.assertEqual(self.run_program("profile", "get", "g_sRainSounds").stdout, text + "\n")
+        stored = self.wine("reg", "query", r"HKCU\Software\Orvalis\Orvalis.Weather", "/v", "RegVer").stdout
+        self.assertRegex(stored, r"RegVer\s+REG_SZ\s+2\.18")
+        self.wine("reg", "delete", r"HKCU\Software\Orvalis", "/f")
+
+
+class DriverObjects(WindowsCase):
+    """Beside the driver platform: its objects are used, in this order, with these arguments."""
+
+    def setUp(self):
+        super().setUp()
+        self.calls_file = os.path.join(self.folder, "calls")
+        self.env["ORVALIS_CALLS"] = windows_path(self.calls_file)
+        del self.env["ORVALIS_PROFILE_DIR"]
+        self.assertEqual(self.wine("regsvr32", "/s", windows_path(OBJECTS)).returncode, 0)
+        self.addCleanup(self.forget_objects)
+
+    def forget_objects(self):
+        self.wine("regsvr32", "/s", "/u", windows_path(OBJECTS))
+        self.wine("reg", "delete", r"HKCU\Software\OrvalisTests", "/f")
+
+    def calls(self, of=""):
+        with open(self.calls_file, encoding="utf-8") as file:
+            return [line.rstrip("\n") for line in file if line.startswith(of)]
+
+    def test_the_calls_of_a_run(self):
+        unit = self.unit("--fast")
+        program = self.headless()
+        self.event(program, "connected to COM%d" % PORT)
+        self.reading(program)
+        self.assertEqual(self.end(program)[0], 0)
+
+        profile = self.calls("Profile")
+        self.assertEqual(profile[:5], ["Profile made", 'Profile.DeviceType = "Weather"',
+                                       'Profile.Register("Orvalis.Weather", "Orvalis")',
+                                       'Profile.GetValue("Orvalis.Weather", "RegVer", "")',
+                                       'Profile.WriteValue("Orvalis.Weather", "RegVer", "2.18", "")'])
+        self.assertIn('Profile.WriteValue("Orvalis.Weather", "TempMax", "5.0", "Capabilities")', profile)
+        self.assertEqual(profile[-3:], ['Profile.WriteValue("Orvalis.Weather", "Position", "12", "")',
+                                        'Profile.WriteValue("Orvalis.Weather", "Temp", "5", "")', "Profile released"])
+        every = self.calls()
+        self.assertLess(every.index('Profile.Register("Orvalis.Weather", "Orvalis")'), every.index("util made"))
+        self.assertLess(every.index("util made"), every.index(profile[3]))
+
+        serial = [call for call in self.calls("Serial.") if call != "Serial.Connected"]
+        self.assertEqual(serial[:16], [
+            "Serial.Port = %d" % PORT, "Serial.Speed = 9600", "Serial.ReceiveTimeout = 4", "Serial.Connected = -1",
+            "Serial.ClearBuffers()", 'Serial.Transmit("#")', 'Serial.Transmit("\x06")', "Serial.ReceiveCounted(1)",
+            'Serial.Transmit("p")', 'Serial.Transmit("p")', 'Serial.Transmit(":")', 'Serial.Transmit("F")',
+            'Serial.ReceiveTerminated("#")'] + serial[13:16])
+        self.assertEqual(serial[-1], "Serial.Connected = 0")
+        self.assertEqual(every.count("Serial released"), 1)
+
+    def test_a_silent_unit_holds_nothing_up(self):
+        unit = self.unit("--fast")
+        program = self.headless()
+        self.reading(program)
+        unit.tell("fault silent 60")
+        time.sleep(3)  # the object waits for an answer now
+        program.forget()
+        code, seconds = self.end(program)
+        self.assertEqual(code, 0)
+        self.assertLess(seconds, 3)
+
+    def test_failures_are_the_objects_own_words(self):
+        result = self.run_program("profile", "set", "g_sRainApp", "refused")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn('"DriverHelper.Profile", WriteValue: the value is refused', result.stderr)
+        program = self.program("--headless", "--json", "--port", "99")
+        self.assertIn("the port COM99 cannot be opened: \"DriverHelper.Serial\", Connected: COM99 is not there",
+                      self.event(program, "connect failed: ")["event"])
+        program.kill()
+        unit = self.unit("--fast")
+        program = self.headless()
+        self.reading(program)
+        unit.kill()
+        self.assertIn("the line is gone", self.event(program, "lost")["event"])
+        self.assertEqual(self.end(program)[0], 0)
+
+
+class Panel(WindowsCase):
+    def test_closes_with_its_place_kept(self):
+        program = self.program("--demo")
+        end = time.monotonic() + PATIENCE
+        while not subprocess.run(["xdotool", "search", "--name", "^Orvalis$"], capture_output=True, check=False).stdout:
+            self.assertLess(time.monotonic(), end)
+            time.sleep(0.2)
+        time.sleep(2)
+        self.assertEqual(self.end(program)[0], 0)
+        self.assertEqual(self.run_program("profile", "get", "Left").stdout, "100\n")
+
+
+if __name__ == "__main__":
+    unittest.main()

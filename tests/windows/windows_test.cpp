@@ -1,0 +1,418 @@
+// What the program asks of Windows, on a real one or under Wine.
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+// Behind the types of windows.h.
+#include <olectl.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QUrl>
+#include <QWidget>
+#include <array>
+#include <cstdint>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "base/path.h"
+#include "base/run_time_error.h"
+#include "platform/safe_file.h"
+#include "platform/stop_signals.h"
+#include "platform/windows/com_port.h"
+#include "platform/windows/mci_sound_player.h"
+#include "platform/windows/panel_capture.h"
+#include "platform/windows/registry_profile.h"
+#include "platform/windows/shell_program_starter.h"
+#include "ui/desktop.h"
+#include "ui/picture_view.h"
+
+namespace orvalis {
+namespace {
+
+std::string Content(const std::string& path) {
+  std::ifstream file(PathFromText(path), std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// The number of the RunTimeError that `work` ends with; 0 for none.
+int NumberOf(const std::function<void()>& work, std::string* text = nullptr) {
+  try {
+    work();
+  } catch (const RunTimeError& error) {
+    if (text != nullptr) *text = error.what();
+    return error.number();
+  }
+  return 0;
+}
+
+bool Eventually(const std::function<bool()>& holds) {
+  constexpr int kPatienceMs = 20000;
+  QElapsedTimer since;
+  since.start();
+  while (!holds()) {
+    if (since.elapsed() > kPatienceMs) return false;
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    Sleep(5);
+  }
+  return true;
+}
+
+/// A folder whose name needs more than one code page and has a blank.
+class WindowsTest : public testing::Test {
+ protected:
+  WindowsTest() {
+    EXPECT_TRUE(QDir(base_.path()).mkpath(QString::fromUtf8("Ordner äß Ω 雨")));
+    folder = QDir::toNativeSeparators(base_.filePath(QString::fromUtf8("Ordner äß Ω 雨"))).toStdString();
+  }
+
+  std::string folder;
+
+ private:
+  QTemporaryDir base_;
+};
+
+using ComPortTest = WindowsTest;
+
+TEST_F(ComPortTest, NamesPortsByNumberBeyondNineToo) {
+  const struct {
+    const char* given;
+    const char* name;  ///< "" is a failure
+  } rows[] = {{"2", "COM2"},      {" 12 ", "COM12"}, {"com7", "COM7"}, {R"(\\.\COM10)", "COM10"},
+              {"CNCA0", "CNCA0"}, {"256", "COM256"}, {"257", ""},      {"0", ""},
+              {"COM0", ""},       {"  ", ""},        {"-1", "-1"},     {"", ""},
+              {"99999999999", ""}};
+  for (const auto& row : rows) {
+    std::string name;
+    const int error = NumberOf([&] { name = ComPortName(row.given); });
+    EXPECT_EQ(name, row.name) << row.given;
+    EXPECT_EQ(error, *row.name == 0 ? RunTimeError::kFileNotFound : 0) << row.given;
+  }
+}
+
+class RegistryProfileTest : public testing::Test {
+ protected:
+  static constexpr const wchar_t* kTestKey = L"Software\\OrvalisTests\\Registry";
+  RegistryProfileTest() { RemoveAll(); }
+  ~RegistryProfileTest() override { RemoveAll(); }
+  static void RemoveAll() {
+    RegDeleteTreeW(HKEY_CURRENT_USER, kTestKey);
+    RegDeleteTreeW(HKEY_CURRENT_USER, (std::wstring(kTestKey) + L".pending").c_str());
+  }
+  /// Writes a text into the registry as another program would.
+  static void Put(const std::wstring& below, const wchar_t* name, const wchar_t* text) {
+    RegSetKeyValueW(HKEY_CURRENT_USER, (kTestKey + below).c_str(), name, REG_SZ, text,
+                    static_cast<DWORD>((std::wcslen(text) + 1) * sizeof(wchar_t)));
+  }
+  static bool Exists(const std::wstring& below) {
+    HKEY key = nullptr;
+    const bool exists =
+        RegOpenKeyExW(HKEY_CURRENT_USER, (kTestKey + below).c_str(), 0, KEY_READ, &key) == ERROR_SUCCESS;
+    if (exists) RegCloseKey(key);
+    return exists;
+  }
+
+  RegistryProfile profile{kTestKey};
+};
+
+TEST_F(RegistryProfileTest, KeepsTextsBySubkeyAndName) {
+  EXPECT_EQ(profile.GetValue("Orvalis.Weather", "RainThreshold", ""), "");
+  const std::string path = "C:\\Söunds Ω\\雨 %TEMP%;a=b\\x.wav";
+  profile.WriteValue("Orvalis.Weather", "g_sRainSounds", path, "");
+  profile.WriteValue("Orvalis.Weather", "TempMax", "2.5", "Capabilities");
+  profile.WriteValue("Orvalis.Weather", "COM Port", "", "");
+  EXPECT_EQ(RegistryProfile(kTestKey).GetValue("", "g_sRainSounds", ""), path);
+  EXPECT_EQ(RegistryProfile(kTestKey).GetValue("", "TempMax", "Capabilities"), "2.5");
+  EXPECT_EQ(RegistryProfile(kTestKey).GetValue("", "TempMax", ""), "");
+}
+
+TEST_F(RegistryProfileTest, ABatchIsAllOrNothing) {
+  profile.WriteValue("", "RegVer", "2.17", "");
+  {
+    Profile::Batch batch(profile);
+    profile.WriteValue("", "RegVer", "2.18", "");
+    EXPECT_EQ(profile.GetValue("", "RegVer", ""), "2.18") << "who writes sees it";
+    EXPECT_EQ(RegistryProfile(kTestKey).GetValue("", "RegVer", ""), "2.17");
+  }
+  EXPECT_EQ(profile.GetValue("", "RegVer", ""), "2.17") << "abandoned";
+  {
+    Profile::Batch batch(profile);
+    profile.WriteValue("", "RegVer", "2.18", "");
+    profile.WriteValue("", "TempMax", "5.0", "Capabilities");
+    batch.Commit();
+  }
+  EXPECT_EQ(RegistryProfile(kTestKey).GetValue("", "TempMax", "Capabilities"), "5.0");
+  EXPECT_FALSE(Exists(L".pending"));
+}
+
+// What a program leaves behind that was killed while it wrote its notes, and one that was killed after them.
+TEST_F(RegistryProfileTest, ACrashLeavesAllOfABatchOrNothing) {
+  profile.WriteValue("", "RegVer", "2.17", "");
+  Put(L".pending\\Notes", L"RegVer", L"2.18");
+  EXPECT_EQ(profile.GetValue("", "RegVer", ""), "2.17");
+  EXPECT_FALSE(Exists(L".pending"));
+
+  Put(L".pending\\Notes", L"RegVer", L"2.18");
+  Put(L".pending\\Notes\\Capabilities", L"TempMax", L"5.0");
+  Put(L".pending", L"Complete", L"");
+  EXPECT_EQ(profile.GetValue("", "TempMax", "Capabilities"), "5.0");
+  EXPECT_EQ(profile.GetValue("", "RegVer", ""), "2.18");
+  EXPECT_FALSE(Exists(L".pending"));
+}
+
+// The store names itself and the reason; what was stored stays.
+TEST_F(RegistryProfileTest, AStoreInUseFailsAfterHalfASecond) {
+  profile.WriteValue("", "Left", "1", "");
+  const Handle release(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  const Handle held(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  struct Events {
+    HANDLE held;
+    HANDLE release;
+  } events{held.get(), release.get()};
+  const Handle other(CreateThread(
+      nullptr, 0,
+      [](void* data) -> DWORD {
+        const auto* shared = static_cast<Events*>(data);
+        const Handle mutex(CreateMutexW(nullptr, TRUE, L"Local\\Orvalis.Weather.profile"));
+        SetEvent(shared->held);
+        WaitForSingleObject(shared->release, INFINITE);
+        ReleaseMutex(mutex.get());
+        return 0;
+      },
+      &events, 0, nullptr));
+  WaitForSingleObject(held.get(), INFINITE);
+  std::string text;
+  EXPECT_EQ(NumberOf([&] { profile.WriteValue("", "Left", "2", ""); }, &text), RunTimeError::kPathFileAccess);
+  EXPECT_NE(text.find("HKEY_CURRENT_USER\\Software\\OrvalisTests\\Registry"), std::string::npos) << text;
+  EXPECT_EQ(profile.GetValue("", "Left", ""), "1");
+  SetEvent(release.get());
+  WaitForSingleObject(other.get(), INFINITE);
+  profile.WriteValue("", "Left", "2", "");
+  EXPECT_EQ(profile.GetValue("", "Left", ""), "2");
+}
+
+using SoundTest = WindowsTest;
+
+TEST_F(SoundTest, PlaysWaveFilesAndSaysWhatIsMissing) {
+  // A tenth of a second of silence: 8000 bytes a second, one channel of 8 bits. Length fields worked by hand.
+  const unsigned char header[] = {'R', 'I', 'F', 'F', 0x44, 3, 0,   0,   'W', 'A',  'V',  'E', 'f', 'm',  't',
+                                  ' ', 16,  0,   0,   0,    1, 0,   1,   0,   0x40, 0x1F, 0,   0,   0x40, 0x1F,
+                                  0,   0,   1,   0,   8,    0, 'd', 'a', 't', 'a',  0x20, 3,   0,   0};
+  const std::string sound = folder + "\\Regen ☔.wav";
+  {
+    std::ofstream file(PathFromText(sound), std::ios::binary);
+    file.write(reinterpret_cast<const char*>(header), sizeof(header));
+    file << std::string(800, '\x80');
+  }
+  MciSoundPlayer player;
+  std::string why;
+  EXPECT_EQ(NumberOf([&] { player.Play(sound); }, &why), 0) << why;
+  EXPECT_EQ(NumberOf([&] { player.Play(sound); }), 0) << "the first one is stopped and closed";
+  for (const std::string& path : {folder + "\\none.wav", folder, std::string()}) {
+    std::string text;
+    EXPECT_EQ(NumberOf([&] { player.Play(path); }, &text), RunTimeError::kFileNotFound) << path;
+    EXPECT_NE(text.find("choose one in the setup"), std::string::npos) << text;
+  }
+  std::ofstream(PathFromText(folder + "\\text.wav")) << "no sound at all";
+  EXPECT_EQ(NumberOf([&] { player.Play(folder + "\\text.wav"); }), RunTimeError::kDeviceUnavailable);
+}
+
+using ProgramTest = WindowsTest;
+
+TEST_F(ProgramTest, StartsABatchFileInItsOwnFolder) {
+  const std::string batch = folder + "\\close the roof.bat";
+  std::ofstream(PathFromText(batch)) << "@echo closed>done.txt\r\n";
+  ShellProgramStarter starter;
+  EXPECT_EQ(NumberOf([&] { starter.Start(batch); }), 0);
+  EXPECT_TRUE(Eventually([&] { return Content(folder + "\\done.txt").starts_with("closed"); }));
+
+  std::ofstream(PathFromText(folder + "\\text.exe")) << "no program at all";
+  const struct {
+    std::string path;
+    int error;
+  } rows[] = {{folder + "\\none.exe", RunTimeError::kFileNotFound},
+              {"", RunTimeError::kFileNotFound},
+              {folder, RunTimeError::kFileNotFound},
+              {folder + "\\text.exe", RunTimeError::kPathFileAccess}};
+  for (const auto& row : rows) EXPECT_EQ(NumberOf([&] { starter.Start(row.path); }), row.error) << row.path;
+}
+
+using SafeFileTest = WindowsTest;
+
+TEST_F(SafeFileTest, ReplacesInOneStepAndTellsStatesApart) {
+  const QString here = QString::fromStdString(folder);
+  EXPECT_TRUE(safe_file::MayWrite(here));
+  EXPECT_FALSE(safe_file::MayWrite(here + "/nowhere"));
+  EXPECT_EQ(safe_file::StampOf(here + "/a"), safe_file::Stamp{});
+  std::ofstream(PathFromText(folder + "\\a")) << "old";
+  const safe_file::Stamp old = safe_file::StampOf(here + "/a");
+  EXPECT_EQ(old.size, 3);
+  std::ofstream(PathFromText(folder + "\\b")) << "new";
+  EXPECT_TRUE(safe_file::Flush(here + "/b") && safe_file::KeepForOwner(here + "/b"));
+  EXPECT_TRUE(safe_file::Replace(here + "/b", here + "/a"));
+  EXPECT_EQ(Content(folder + "\\a"), "new");
+  EXPECT_NE(safe_file::StampOf(here + "/a"), old);
+  safe_file::ForgetLastError();
+  EXPECT_FALSE(safe_file::Replace(here + "/gone", here + "/a"));
+  EXPECT_EQ(safe_file::LastError(), ERROR_FILE_NOT_FOUND);
+}
+
+/// A window of one's own, painted in four colours, without a frame.
+class Painted : public QWidget {
+ public:
+  static constexpr int kWidth = 101;  // a row of 303 bytes, which a bitmap file fills up to 304
+  static constexpr int kHeight = 50;
+  Painted() : QWidget(nullptr, Qt::FramelessWindowHint) {
+    setFixedSize(kWidth, kHeight);
+    move(0, 0);
+    show();
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 500);
+    HWND const window = Window();
+    HDC const context = GetDC(window);
+    const struct {
+      RECT edges;
+      COLORREF colour;
+    } rows[] = {{{0, 0, 50, 25}, RGB(255, 0, 0)},
+                {{50, 0, 101, 25}, RGB(0, 255, 0)},
+                {{0, 25, 50, 50}, RGB(0, 0, 255)},
+                {{50, 25, 101, 50}, RGB(17, 34, 51)}};
+    for (const auto& row : rows) {
+      HBRUSH const brush = CreateSolidBrush(row.colour);
+      FillRect(context, &row.edges, brush);
+      DeleteObject(brush);
+    }
+    ReleaseDC(window, context);
+  }
+  [[nodiscard]] HWND Window() const { return reinterpret_cast<HWND>(winId()); }
+};
+
+using CaptureTest = WindowsTest;
+
+TEST_F(CaptureTest, TheFileIsABitmapOf24BitsWithTheWindowsPixels) {
+  Painted form;
+  const std::string path = folder + "\\\\screenshot.bmp";
+  PictureView view;
+  view.SetPicture(desktop::PictureOf(form));
+  view.Save(path, "BMP");
+  const std::string file = Content(path);
+  // The layout of such a file: 14 and 40 bytes of headers, then the rows from the lowest to the highest, blue first.
+  ASSERT_EQ(file.size(), 54u + 304u * 50u);
+  const auto number = [&](std::size_t at, int bytes) {
+    std::uint32_t value = 0;
+    for (int i = bytes - 1; i >= 0; --i) {
+      value = value << 8 | static_cast<unsigned char>(file[at + static_cast<std::size_t>(i)]);
+    }
+    return value;
+  };
+  EXPECT_EQ(file.substr(0, 2), "BM");
+  const struct {
+    std::size_t at;
+    int bytes;
+    std::uint32_t value;
+  } fields[] = {{2, 4, 15254}, {10, 4, 54}, {14, 4, 40}, {18, 4, 101},
+                {22, 4, 50},   {26, 2, 1},  {28, 2, 24}, {30, 4, 0}};
+  for (const auto& field : fields) EXPECT_EQ(number(field.at, field.bytes), field.value) << field.at;
+  const struct {
+    int x;
+    int y;
+    std::uint32_t red_green_blue;
+  } pixels[] = {{0, 0, 0xFF0000},  {100, 0, 0x00FF00}, {49, 24, 0xFF0000}, {50, 24, 0x00FF00},
+                {0, 49, 0x0000FF}, {49, 25, 0x0000FF}, {100, 49, 0x112233}};
+  for (const auto& pixel : pixels) {
+    const auto at = 54 + static_cast<std::size_t>(49 - pixel.y) * 304 + static_cast<std::size_t>(pixel.x) * 3;
+    EXPECT_EQ(number(at, 3), pixel.red_green_blue) << pixel.x << "," << pixel.y;
+  }
+}
+
+TEST_F(CaptureTest, APartIsTakenFromWhereItIs) {
+  const Painted form;
+  const PicturePtr part = CaptureWindow(form.Window(), true, 48, 23, 4, 4);
+  SHORT type = 0;
+  ASSERT_EQ(part->get_Type(&type), S_OK);
+  EXPECT_EQ(type, PICTYPE_BITMAP);
+  const QImage image = ImageOf(*part);
+  ASSERT_EQ(image.size(), QSize(4, 4));
+  EXPECT_EQ(image.pixel(0, 3), 0xFF0000FFu);
+  EXPECT_EQ(image.pixel(3, 3), 0xFF112233u);
+  EXPECT_EQ(image.pixel(1, 1), 0xFFFF0000u);
+}
+
+// There is nothing on the screen to copy then.
+TEST_F(CaptureTest, AWindowThatIsNotSeenIsPicturedToo) {
+  QWidget hidden;
+  hidden.setFixedSize(20, 10);
+  hidden.setStyleSheet("background: #102030");
+  const QPixmap picture = desktop::PictureOf(hidden);
+  ASSERT_EQ(picture.size(), QSize(20, 10));
+  EXPECT_EQ(picture.toImage().pixel(10, 5), 0xFF102030u);
+}
+
+TEST_F(CaptureTest, APictureOwnsItsBitmapAndHasItsPalette) {
+  LOGPALETTE colours{};
+  colours.palVersion = 0x300;
+  colours.palNumEntries = 1;
+  HPALETTE const palette = CreatePalette(&colours);
+  HBITMAP const bitmap = CreateBitmap(2, 2, 1, 32, nullptr);
+  {
+    const PicturePtr picture = CreateBitmapPicture(bitmap, palette);
+    OLE_HANDLE handle = 0;
+    ASSERT_EQ(picture->get_hPal(&handle), S_OK);
+    EXPECT_EQ(handle, static_cast<OLE_HANDLE>(reinterpret_cast<UINT_PTR>(palette)));
+  }
+  EXPECT_EQ(GetObjectType(bitmap), 0u);
+}
+
+TEST(Desktop, AWindowIsKeptOnTopWhereItIs) {
+  QWidget window;
+  window.setGeometry(120, 60, 80, 80);
+  const auto on_top = [&] {
+    return (GetWindowLongPtrW(reinterpret_cast<HWND>(window.winId()), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+  };
+  desktop::KeepOnTop(window, true);
+  EXPECT_FALSE(window.isVisible());
+  window.show();
+  QCoreApplication::processEvents();
+  const QPoint position = window.pos();
+  for (const bool on : {true, false, true}) {
+    desktop::KeepOnTop(window, on);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(on_top(), on);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.pos(), position);
+  }
+}
+
+TEST(Desktop, AnAddressThatNothingOpensIsReported) {
+  EXPECT_FALSE(desktop::Open(QUrl("orvalis-no-such-scheme:x")));
+  EXPECT_FALSE(desktop::Open(QUrl::fromLocalFile("C:/no such folder/guide.md")));
+}
+
+// The session's end and another program's wish reach the program through a window that nobody sees.
+TEST(StopSignals, AreToldByTheirMessages) {
+  int stopped = 0;
+  int ended = 0;
+  const StopSignals stop_signals({.stop = [&] { ++stopped; }, .session_ends = [&] { ++ended; }});
+  HWND const window = FindWindowW(L"OrvalisStop", nullptr);
+  ASSERT_NE(window, nullptr);
+  EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);
+  SendMessageW(window, WM_ENDSESSION, FALSE, 0);
+  EXPECT_EQ(stopped + ended, 0) << "the session goes on";
+  SendMessageW(window, WM_ENDSESSION, TRUE, 0);
+  EXPECT_EQ(ended, 1) << "before the message is answered: the system does not wait any longer";
+  PostMessageW(window, WM_CLOSE, 0, 0);
+  EXPECT_TRUE(Eventually([&] { return stopped == 1; }));
+}
+
+}  // namespace
+}  // namespace orvalis
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();  // needs no display
+  const QApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}
