@@ -9,7 +9,8 @@ declare -A packages=(
     libsystemd-dev pkg-config dbus-daemon libglib2.0-bin systemd vsftpd"
   [package]="dpkg-dev file"
   [lint]="clang-format clang-tidy python3"
-  [windows]="g++-mingw-w64-x86-64-posix mingw-w64-tools qt6-base-dev-tools googletest dpkg-dev tcl wine wine64 fonts-wine
+  [windows]="g++-mingw-w64-x86-64-posix mingw-w64-tools qt6-base-dev-tools googletest dpkg-dev tcl wine wine64 wine64-tools
+    libwine-dev fonts-wine nsis
     xvfb xdotool"
 )
 

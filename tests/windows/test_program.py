@@ -78,7 +78,7 @@ class SerialLine(WindowsCase):
                            ("300", "there is no serial port number 300")):
             program = self.program("--headless", "--json", "--port", port)
             self.assertIn(text, self.event(program, "connect failed: ")["event"])
-            program.kill()
+            self.end(program)
 
 
 class Settings(WindowsCase):
@@ -160,7 +160,7 @@ class DriverObjects(WindowsCase):
         program = self.program("--headless", "--json", "--port", "99")
         self.assertIn("the port COM99 cannot be opened: \"DriverHelper.Serial\", Connected: COM99 is not there",
                       self.event(program, "connect failed: ")["event"])
-        program.kill()
+        self.end(program)
         unit = self.unit("--fast")
         program = self.headless()
         self.reading(program)

@@ -21,6 +21,8 @@
 #include "platform/windows/serial_port_list.h"
 #include "platform/windows/shell_program_starter.h"
 #include "platform/windows/windows_error.h"
+#include "server/com/com_server.h"
+#include "server/com/weather_registration.h"
 
 namespace orvalis::native {
 namespace {
@@ -55,6 +57,10 @@ std::vector<std::string> WordsOfCommandLine() {
   arguments.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) arguments.push_back(Narrow(words[i]));
   LocalFree(words);
+  // What the automation system says when it starts the program for a client.
+  for (std::string& argument : arguments) {
+    if (argument == "-Embedding" || argument == "/Embedding") argument = "--automation";
+  }
   return arguments;
 }
 
@@ -85,6 +91,7 @@ Process::Process(int /*argc*/, char** /*argv*/) : arguments_(WordsOfCommandLine(
 Process::~Process() { CoUninitialize(); }
 
 std::optional<int> RunService(const std::vector<std::string>& arguments) {
+  if (const auto code = RunRegistration(arguments)) return code;
   if (arguments.size() != 3 || arguments[1] != kSerialObjectService) return std::nullopt;
   return RunSerialObject(arguments[2]);
 }
@@ -142,8 +149,9 @@ std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::strin
 
 std::unique_ptr<ProgramStarter> MakeProgramStarter() { return std::make_unique<ShellProgramStarter>(); }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the other system keeps them
-std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts /*parts*/) { return nullptr; }
+std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts parts) {
+  return std::make_unique<ComServer>(std::move(parts));
+}
 
 PictureFolder FolderOfPictures(const std::string& folder) {
   return {.path = folder, .separator = '\\', .line_end = "\r\n"};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <windows.h>
+
+// Behind the types of windows.h.
+#include <oleauto.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orvalis {
+
+/// What the type library in this executable says of the interface. Throws RunTimeError when it has none.
+[[nodiscard]] ITypeInfo* LoadWeatherType();
+
+/// The exit code when the command line ("/RegServer", "/UnregServer", with a minus sign too) asks to make this
+/// executable known as the server of the class, or to make it forgotten; otherwise nothing. For all users where that is
+/// allowed, otherwise for this one. A failure is said on standard error and leaves nothing half done.
+[[nodiscard]] std::optional<int> RunRegistration(const std::vector<std::string>& arguments);
+
+}  // namespace orvalis
