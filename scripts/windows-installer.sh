@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Makes build/windows/orvalis-VERSION-setup.exe from what `make windows` built.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+version=$(sed -nE 's/^project\(Orvalis VERSION ([0-9.]+).*/\1/p' CMakeLists.txt)
+output=$PWD/build/windows/orvalis-$version-setup.exe
+makensis -V2 "-DVERSION=$version" "-DEXECUTABLE=$PWD/build/windows/bin/orvalis.exe" "-DDOCS=$PWD/docs" \
+  "-DLICENSE=$PWD/LICENSE" "-DOUTPUT=$output" packaging/windows-installer.nsi
+echo "$output"
