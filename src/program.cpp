@@ -52,6 +52,12 @@ std::optional<QString> ChosenProfileFolder(const CommandLine& line) {
   return std::nullopt;
 }
 
+std::filesystem::path HistoryFile(const CommandLine& line) {
+  const QString folder = ChosenProfileFolder(line).value_or(
+      QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/orvalis");
+  return (folder + "/history.sqlite").toStdU16String();
+}
+
 std::string ProgramFolder() {
   const QString beside = QCoreApplication::applicationDirPath();
   const QString folder = safe_file::MayWrite(beside)
@@ -71,10 +77,7 @@ Program::Program(const CommandLine& line)
       sounds_(native::MakeSoundPlayer([this](const std::string& failure) { events_.Record(failure); })),
       programs_(native::MakeProgramStarter()),
       alerts_(*sounds_, *programs_, events_),
-      logs_([this](const std::string& text) {
-        panel_.status = text;
-        events_.Record(text);
-      }),
+      logs_([this](const std::string& text) { Report(text); }),
       link_({.port = *port_, .loop = loop_, .store = store_, .panel = panel_, .events = events_, .options = options_},
             line.port),
       connector_(link_, boundary_),
@@ -107,6 +110,12 @@ Program::Program(const CommandLine& line)
              .locale = store_.locale(),
              .demo_override = line.demo,
              .uploads = {&publisher_.webcam_schedule(), &publisher_.readings_schedule()}}),
+      history_store_(HistoryFile(line), clock_, [this](const std::string& text) { Report(text); }),
+      history_({.loop = loop_,
+                .clock = clock_,
+                .store = history_store_,
+                .report = [this](const std::string& text) { Report(text); },
+                .remember = !line.headless}),
       switches_({.store = store_, .settings = settings_, .link = link_, .connector = connector_, .logs = logs_}),
       poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
       second_timer_([this] {
@@ -131,6 +140,7 @@ Program::Program(const CommandLine& line)
                                          .record = [this](const std::string& text) { events_.Record(text); },
                                          .ends_with_last_client = line.automation})) {
   KeepErrorLog();
+  poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
   if (!line.headless) {
     OpenPanel();
   } else if (line.automation) {
@@ -168,12 +178,16 @@ int Program::Run() {
   ServeClients();
   if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
   Refresh();
+  history_.LoadSoon();
   const int code = QCoreApplication::exec();
   ShutDown();
   return code;
 }
 
-void Program::ShutDown() noexcept { startup_->Shutdown(); }
+void Program::ShutDown() noexcept {
+  history_.Flush();
+  startup_->Shutdown();
+}
 
 bool Program::BringToFront() {
   if (!form_) return false;
@@ -186,6 +200,11 @@ bool Program::BringToFront() {
 void Program::Refresh() {
   if (form_) form_->Refresh();
   if (submit_) submit_->RefreshPreview();
+}
+
+void Program::Report(const std::string& text) {
+  panel_.status = text;
+  events_.Record(text);
 }
 
 void Program::KeepErrorLog() {

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QString>
+#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <memory>
@@ -27,12 +28,14 @@
 #include "config/settings_store.h"
 #include "config/setup_routine.h"
 #include "config/startup.h"
+#include "history/history_recorder.h"
 #include "platform/line_output.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_http_socket.h"
+#include "platform/sqlite/sqlite_history.h"
 #include "publish/web_publisher.h"
 #include "server/traffic.h"
 #include "server/weather.h"
@@ -51,6 +54,8 @@ namespace orvalis {
 /// Where logs and pictures go unless the user chooses: beside the executable where that is allowed, as it is for a
 /// program unpacked into a folder of its own, otherwise in the user's data folder.
 [[nodiscard]] std::string ProgramFolder();
+/// Where the history is kept: with the profile when that has a place of its own, otherwise in the user's data folder.
+[[nodiscard]] std::filesystem::path HistoryFile(const CommandLine& line);
 
 /// The running program: every part, in the order in which they need each other, and the connections between them.
 class Program {
@@ -77,6 +82,8 @@ class Program {
     Refresh();
   }
   void Refresh();
+  /// Says what goes wrong in the background where a person looks.
+  void Report(const std::string& text);
   /// What happened, in a file, for whoever comes to look after the night.
   void KeepErrorLog();
   void SpeakOnStandardOutput();
@@ -123,6 +130,8 @@ class Program {
   std::unique_ptr<CommandStarter> commands_;
   WebPublisher publisher_;
   PollCycle poll_;
+  SqliteHistory history_store_;
+  HistoryRecorder history_;
   ImmediateSwitches switches_;
   QtIntervalTimer poll_timer_;
   QtIntervalTimer second_timer_;

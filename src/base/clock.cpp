@@ -1,6 +1,7 @@
 #include "base/clock.h"
 
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 
@@ -15,6 +16,15 @@ std::string Print(const char* format, Numbers... numbers) {
 }
 
 }  // namespace
+
+std::int64_t UtcMilliseconds(const CivilTime& time) {
+  using std::chrono::hours, std::chrono::minutes, std::chrono::seconds, std::chrono::milliseconds;
+  const std::chrono::sys_days date = std::chrono::year(time.year) / time.month / time.day;
+  const milliseconds since_epoch = date.time_since_epoch() + hours(time.hour) + minutes(time.minute) +
+                                   seconds(time.second) + milliseconds(time.millisecond) -
+                                   minutes(time.utc_offset_minutes);
+  return since_epoch.count();
+}
 
 std::string FormatEventTime(const CivilTime& time) {
   const int hour = time.hour % 12 == 0 ? 12 : time.hour % 12;

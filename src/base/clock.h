@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace orvalis {
@@ -23,6 +24,9 @@ class Clock {
   [[nodiscard]] virtual CivilTime LocalNow() const = 0;
   [[nodiscard]] virtual CivilTime UtcNow() const = 0;
 };
+
+/// Milliseconds since 1970-01-01 UTC.
+[[nodiscard]] std::int64_t UtcMilliseconds(const CivilTime& time);
 
 /// "MM/DD/YYYY hh:mm AM", as the event list writes it; the hour runs from 01 to 12.
 [[nodiscard]] std::string FormatEventTime(const CivilTime& time);

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <vector>
+
+#include "history/sample.h"
+
+namespace orvalis {
+
+/// From `from` to `to`, both included, in milliseconds since 1970-01-01 UTC.
+struct TimeRange {
+  std::int64_t from = 0;
+  std::int64_t to = 0;
+  bool operator==(const TimeRange&) const = default;
+};
+
+/// The last 48 hours of working cycles, always in the order of their times: the last 24 of them as they were, older
+/// ones put together into spans that keep the lowest and the highest value. Some three megabytes when full.
+///
+/// The time of day may jump. Where two samples claim the same time, because the clock was set back in between, the one
+/// that came later stands. What is stamped later than the last sample is kept, because a machine that starts with its
+/// clock behind has right stamps from before, but it is not shown until the clock gets there.
+class History {
+ public:
+  static constexpr std::int64_t kHourMs = 3'600'000;
+  static constexpr std::int64_t kKeptMs = 48 * kHourMs;
+  static constexpr std::int64_t kUnthinnedMs = 24 * kHourMs;
+
+  void Add(const Sample& sample);
+
+  /// Puts what was stored under what was added since: what is here already stands. Both are in the order of their
+  /// times. `now` is the end of what is shown until a sample comes.
+  void Load(const std::vector<Span>& spans, const std::vector<Sample>& samples, std::int64_t now);
+
+  /// From the first sample to the last. Nothing while there is none.
+  [[nodiscard]] std::optional<TimeRange> Extent() const;
+
+  /// Calls `visit(const Span&)` for everything that touches `range`, in the order of time, and for its neighbours on
+  /// either side, so that a curve can run to the edges.
+  template <typename Visitor>
+  void Visit(TimeRange range, Visitor visit) const;
+
+  /// What is nearest to `time`, at most `within` milliseconds away.
+  [[nodiscard]] std::optional<Span> Nearest(std::int64_t time, std::int64_t within) const;
+
+  /// Goes up with every change.
+  [[nodiscard]] std::uint64_t revision() const { return revision_; }
+  /// How many samples and spans are kept.
+  [[nodiscard]] std::size_t size() const { return spans_.size() + samples_.size(); }
+
+ private:
+  /// Working cycles are two seconds apart, so that 48 hours stay below it; the bound of memory whatever happens.
+  static constexpr std::size_t kMostKept = 100'000;
+
+  void Thin();
+
+  std::deque<Span> spans_;
+  std::deque<Sample> samples_;          ///< all later than the spans
+  std::optional<std::int64_t> latest_;  ///< time of the sample that came last, or of the load
+  bool has_sample_ = false;             ///< `latest_` is that of a sample
+  std::uint64_t revision_ = 0;
+};
+
+template <typename Visitor>
+void History::Visit(TimeRange range, Visitor visit) const {
+  if (!latest_) return;
+  const auto sample_after = [](std::int64_t time, const Sample& sample) { return time < sample.time; };
+  const auto end = std::upper_bound(samples_.begin(), samples_.end(), *latest_, sample_after);
+  auto sample = std::lower_bound(samples_.begin(), end, range.from,
+                                 [](const Sample& s, std::int64_t time) { return s.time < time; });
+  auto span = std::lower_bound(spans_.begin(), spans_.end(), range.from,
+                               [](const Span& s, std::int64_t time) { return s.last < time; });
+  if (sample != samples_.begin()) {
+    --sample;
+    span = spans_.end();
+  } else if (span != spans_.begin()) {
+    --span;
+  }
+  for (; span != spans_.end(); ++span) {
+    visit(*span);
+    if (span->first > range.to) return;
+  }
+  for (; sample != end; ++sample) {
+    visit(SpanOf(*sample));
+    if (sample->time > range.to) return;
+  }
+}
+
+}  // namespace orvalis

@@ -1,0 +1,89 @@
+#include "history/history_csv.h"
+
+#include <string_view>
+
+#include "acquisition/conversions.h"
+#include "base/text.h"
+
+namespace orvalis {
+namespace {
+
+std::string ColumnName(Quantity quantity, bool centigrade) {
+  const auto temperature = [&](std::string_view name) { return std::string(name) + (centigrade ? "_c" : "_f"); };
+  switch (quantity) {
+    case Quantity::kSky:
+      return temperature("sky");
+    case Quantity::kClearSky:
+      return temperature("clear_sky");
+    case Quantity::kAmbient:
+      return temperature("ambient");
+    case Quantity::kDewPoint:
+      return temperature("dew_point");
+    case Quantity::kWind:
+      return "wind_mph";
+    case Quantity::kGust:
+      return "wind_gust_mph";
+    case Quantity::kHumidity:
+      return "humidity_percent";
+  }
+  return "";
+}
+
+std::string_view SkyWord(SmallSet<Condition> conditions) {
+  if (conditions.Has(Condition::kClear)) return "Clear";
+  if (conditions.Has(Condition::kPartlyCloudy)) return "PCloudy";
+  if (conditions.Has(Condition::kCloudy)) return "Cloudy";
+  return "";
+}
+
+}  // namespace
+
+bool IsTemperature(Quantity quantity) {
+  return quantity != Quantity::kWind && quantity != Quantity::kGust && quantity != Quantity::kHumidity;
+}
+
+double ShownValue(Quantity quantity, double value, bool centigrade) {
+  return IsTemperature(quantity) && !centigrade ? ToFahrenheit(value) : value;
+}
+
+std::string HistoryCsv(const History& history, TimeRange range, std::span<const Quantity> quantities, bool centigrade,
+                       const std::function<CivilTime(std::int64_t)>& local_time) {
+  std::string csv = "time,until,value,verdict,sky_word,rain,held";
+  for (const Quantity quantity : quantities) csv += "," + ColumnName(quantity, centigrade);
+  csv += "\r\n";
+  const auto row = [&](const Span& span, std::string_view kind, const Values& values) {
+    csv += FormatIso8601(local_time(span.first));
+    csv += ',';
+    csv += FormatIso8601(local_time(span.last));
+    csv += ',';
+    csv += kind;
+    csv += span.conditions.Has(Condition::kUnsafe) ? ",unsafe," : ",safe,";
+    csv += SkyWord(span.conditions);
+    csv += span.conditions.Has(Condition::kRain) ? ",1," : ",0,";
+    std::string_view blank;
+    for (const Quantity quantity : quantities) {
+      if (!span.held.Has(quantity)) continue;
+      csv += blank;
+      csv += ColumnName(quantity, centigrade);
+      blank = " ";
+    }
+    for (const Quantity quantity : quantities) {
+      constexpr int kDecimals = 2;
+      csv += ',';
+      if (values.Knows(quantity)) csv += FormatFixed(ShownValue(quantity, values[quantity], centigrade), kDecimals);
+    }
+    csv += "\r\n";
+  };
+  history.Visit(range, [&](const Span& span) {
+    if (span.last < range.from || span.first > range.to) return;
+    if (span.first == span.last) {
+      row(span, "reading", span.lowest);
+    } else {
+      row(span, "lowest", span.lowest);
+      row(span, "highest", span.highest);
+    }
+  });
+  return csv;
+}
+
+}  // namespace orvalis

@@ -1,0 +1,118 @@
+#include "history/history_recorder.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+namespace {
+
+/// Half a day of working cycles wait for a store that takes nothing; then the oldest go.
+constexpr std::size_t kMostPending = 21'600;
+/// Long enough for the window to be there.
+constexpr std::chrono::milliseconds kLoadDelay{400};
+
+template <typename Entry>
+void KeepYoungest(std::vector<Entry>& entries) {
+  if (entries.size() <= kMostPending) return;
+  entries.erase(entries.begin(), entries.end() - static_cast<std::ptrdiff_t>(kMostPending));
+}
+
+}  // namespace
+
+HistoryRecorder::~HistoryRecorder() {
+  parts_.loop.Cancel(batch_timer_);
+  parts_.loop.Cancel(load_timer_);
+}
+
+std::int64_t HistoryRecorder::Now() const { return UtcMilliseconds(parts_.clock.UtcNow()); }
+
+void HistoryRecorder::LoadSoon() {
+  if (!parts_.remember) return;
+  load_timer_ = parts_.loop.CallAfter(kLoadDelay, [this] { Load(); });
+}
+
+void HistoryRecorder::Load() {
+  load_timer_ = 0;
+  const std::int64_t now = Now();
+  loaded_ = Try([&] {
+    const std::int64_t samples_from = now - History::kUnthinnedMs;
+    const HistoryStore::Part part =
+        parts_.store.Load(now - History::kKeptMs, samples_from, now + History::kUnthinnedMs);
+    real_.Load(part.spans, part.samples, now);
+    if (replaced_) replaced_();
+  });
+}
+
+void HistoryRecorder::Note(const WeatherState& weather, const SensorFrame& frame) {
+  const Sample sample = SampleOf(weather, frame, Now());
+  if (parts_.remember) (weather.from_demo ? demo_ : real_).Add(sample);
+  if (!weather.from_demo) NoteForStore(sample);
+  if (std::exchange(demo_shown_, weather.from_demo) != weather.from_demo && replaced_) replaced_();
+}
+
+void HistoryRecorder::NoteForStore(const Sample& sample) {
+  if (pending_.samples.empty()) pending_.follows = last_time_;
+  pending_.samples.push_back(sample);
+  last_time_ = sample.time;
+  if (!open_span_ || !Absorb(*open_span_, sample)) {
+    if (open_span_) pending_.spans.push_back(*open_span_);
+    open_span_ = SpanOf(sample);
+  }
+  KeepYoungest(pending_.samples);
+  KeepYoungest(pending_.spans);
+  if (!forgotten_at_) forgotten_at_ = parts_.loop.TickCount();
+  StartTimer();
+}
+
+void HistoryRecorder::StartTimer() {
+  if (batch_timer_ != 0) return;
+  batch_timer_ = parts_.loop.CallAfter(kBatchInterval, [this] {
+    batch_timer_ = 0;
+    WriteBatch();
+    if (!pending_.samples.empty()) StartTimer();
+  });
+}
+
+void HistoryRecorder::WriteBatch() {
+  const bool written = Try([this] {
+    HistoryStore::Batch batch = pending_;
+    if (open_span_) batch.spans.push_back(*open_span_);
+    parts_.store.Write(batch);
+  });
+  if (!written) return;
+  pending_ = {};
+  ForgetOld();
+  if (parts_.remember && !loaded_ && load_timer_ == 0) Load();  // it failed at the start
+}
+
+void HistoryRecorder::ForgetOld() {
+  // Not before an hour has passed: by then a clock that was wrong at the start of the machine is right.
+  constexpr std::int64_t kInterval = History::kHourMs;
+  if (!forgotten_at_ || parts_.loop.TickCount() - *forgotten_at_ < kInterval) return;
+  forgotten_at_ = parts_.loop.TickCount();
+  const std::int64_t now = Now();
+  Try([&] { parts_.store.Forget(now - kSamplesStoredMs, now - kSpansStoredMs); });
+}
+
+void HistoryRecorder::Flush() {
+  if (!pending_.samples.empty()) WriteBatch();
+}
+
+template <typename Work>
+bool HistoryRecorder::Try(Work work) {
+  try {
+    work();
+  } catch (const RunTimeError& error) {
+    if (error.what() != reported_) {
+      reported_ = error.what();
+      parts_.report(reported_);
+    }
+    return false;
+  }
+  if (!std::exchange(reported_, {}).empty()) parts_.report("the history is stored again");
+  return true;
+}
+
+}  // namespace orvalis

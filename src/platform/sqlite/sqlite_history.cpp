@@ -1,0 +1,260 @@
+#include "platform/sqlite/sqlite_history.h"
+
+#include <array>
+#include <cmath>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::int64_t kLayout = 1;
+/// The columns of numbers in the order of `Quantity`, in hundredths.
+constexpr std::array<std::string_view, kQuantities> kColumns{"sky",  "clear_sky", "ambient", "dew_point",
+                                                             "wind", "gust",      "humidity"};
+constexpr double kStepsPerUnit = 100;
+constexpr std::array<const char*, 2> kCompanions{"-wal", "-shm"};
+
+/// "sky INTEGER, clear_sky INTEGER, …" with what goes before and after each name.
+std::string ColumnList(std::string_view suffix, std::string_view after = {}) {
+  std::string list;
+  for (const std::string_view column : kColumns) {
+    list += ", ";
+    list += column;
+    list += suffix;
+    list += after;
+  }
+  return list;
+}
+
+std::string Parameters(std::size_t count) {
+  std::string list = "?";
+  for (std::size_t i = 1; i < count; ++i) list += ", ?";
+  return list;
+}
+
+constexpr int kFirstSampleValue = 3;
+constexpr int kFirstSpanValue = 4;
+constexpr int kHighestAfter = static_cast<int>(kQuantities);
+
+std::string SampleColumns() { return "time, conditions, held" + ColumnList(""); }
+std::string SpanColumns() { return "first, last, conditions, held" + ColumnList("_low") + ColumnList("_high"); }
+
+void BindValues(Statement& statement, int first, const Values& values) {
+  for (int i = 0; i < static_cast<int>(kQuantities); ++i) {
+    const auto quantity = static_cast<Quantity>(i);
+    std::optional<std::int64_t> steps;
+    if (values.Knows(quantity)) steps = std::llround(static_cast<double>(values[quantity]) * kStepsPerUnit);
+    statement.Bind(first + i, steps);
+  }
+}
+
+Values ReadValues(const Statement& row, int first) {
+  Values values;
+  for (int i = 0; i < static_cast<int>(kQuantities); ++i) {
+    const std::optional<std::int64_t> steps = row.Integer(first + i);
+    if (steps) values[static_cast<Quantity>(i)] = static_cast<float>(static_cast<double>(*steps) / kStepsPerUnit);
+  }
+  return values;
+}
+
+template <typename Member>
+SmallSet<Member> ReadSet(const Statement& row, int column) {
+  return SmallSet<Member>::FromBits(static_cast<std::uint8_t>(row.Integer(column).value_or(0)));
+}
+
+std::string OneText(Database& database, const std::string& sql) {
+  Statement statement = database.Prepare(sql);
+  return statement.Step() ? statement.Text(0) : "";
+}
+
+/// Throws DatabaseError when the file is damaged or of another program.
+void CheckFile(Database& database) {
+  const std::string verdict = OneText(database, "PRAGMA quick_check(1)");
+  if (verdict != "ok") throw DatabaseError(SQLITE_CORRUPT, verdict);
+  const std::string layout = OneText(database, "PRAGMA user_version");
+  if (layout != "0" && layout != std::to_string(kLayout)) {
+    throw DatabaseError(SQLITE_ERROR, "it is of a newer version of the program");
+  }
+}
+
+void Prepare(Database& database) {
+  CheckFile(database);
+  // A batch is in the file as soon as it is written, whatever becomes of the program, and the disk is not waited for.
+  database.Execute("PRAGMA journal_mode = WAL");
+  database.Execute("PRAGMA synchronous = NORMAL");
+  Transaction transaction(database);
+  database.Execute(
+      "CREATE TABLE IF NOT EXISTS cycle (time INTEGER PRIMARY KEY, conditions INTEGER NOT NULL, "
+      "held INTEGER NOT NULL" +
+      ColumnList(" INTEGER") + ")");
+  database.Execute(
+      "CREATE TABLE IF NOT EXISTS span (first INTEGER PRIMARY KEY, last INTEGER NOT NULL, conditions "
+      "INTEGER NOT NULL, held INTEGER NOT NULL" +
+      ColumnList("_low INTEGER") + ColumnList("_high INTEGER") + ")");
+  // Tables of the same names and another make are not ours; asking for the columns finds out.
+  static_cast<void>(database.Prepare("SELECT " + SampleColumns() + " FROM cycle"));
+  static_cast<void>(database.Prepare("SELECT " + SpanColumns() + " FROM span"));
+  database.Execute("PRAGMA user_version = " + std::to_string(kLayout));
+  transaction.Commit();
+}
+
+std::string Shown(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+/// "history-damaged-2026-11-21.sqlite", with a number when that is taken.
+fs::path NameAside(const fs::path& file, const CivilTime& today) {
+  for (int number = 1;; ++number) {
+    fs::path name = file.parent_path() / file.stem();
+    name += "-damaged-" + FormatIso8601(today).substr(0, 10);
+    if (number > 1) name += "-" + std::to_string(number);
+    name += file.extension();
+    std::error_code error;
+    if (!fs::exists(fs::symlink_status(name, error))) return name;
+  }
+}
+
+}  // namespace
+
+Database& SqliteHistory::Open() {
+  // A file that was removed or moved away would go on taking what nobody will read.
+  if (database_ && database_->HasMoved()) database_.reset();
+  if (!database_) {
+    std::error_code error;
+    fs::create_directories(file_.parent_path(), error);  // a failure shows when the file is opened
+    Database database(file_);
+    orvalis::Prepare(database);
+    database_.emplace(std::move(database));
+  }
+  return *database_;
+}
+
+template <typename Work>
+void SqliteHistory::Serve(const char* doing, Work work) {
+  const auto fail = [&](const std::string& reason) {
+    database_.reset();
+    throw RunTimeError(RunTimeError::kPathFileAccess,
+                       std::string("cannot ") + doing + " the history " + Shown(file_) + ": " + reason);
+  };
+  try {
+    try {
+      work(Open());
+    } catch (const DatabaseError& error) {
+      if (!error.damaged()) throw;
+      SetAside(error.what());
+      work(Open());
+    }
+  } catch (const DatabaseError& error) {
+    fail(error.what());
+  } catch (const fs::filesystem_error& error) {
+    fail(error.what());
+  }
+}
+
+void SqliteHistory::SetAside(const std::string& reason) {
+  database_.reset();
+  const fs::path aside = NameAside(file_, clock_.LocalNow());
+  fs::rename(file_, aside);
+  // The journal belongs to the file, and with it somebody may yet recover something.
+  for (const char* companion : kCompanions) {
+    std::error_code error;
+    fs::path from = file_;
+    fs::path to = aside;
+    fs::rename(from += companion, to += companion, error);
+  }
+  notice_("the history was damaged (" + reason + "); it is set aside as " + Shown(aside) + " and a new one is begun");
+}
+
+HistoryStore::Part SqliteHistory::Load(std::int64_t spans_from, std::int64_t samples_from, std::int64_t to) {
+  Part part;
+  std::error_code error;
+  if (!fs::exists(file_, error) && !error) return part;
+  Serve("read", [&](Database& database) {
+    part = {};
+    Statement spans = database.Prepare("SELECT " + SpanColumns() +
+                                       " FROM span WHERE first >= ? AND first < ? AND last < ? ORDER BY first");
+    spans.Bind(0, spans_from);
+    spans.Bind(1, samples_from);
+    spans.Bind(2, samples_from);
+    while (spans.Step()) {
+      part.spans.push_back({.first = spans.Integer(0).value_or(0),
+                            .last = spans.Integer(1).value_or(0),
+                            .lowest = ReadValues(spans, kFirstSpanValue),
+                            .highest = ReadValues(spans, kFirstSpanValue + kHighestAfter),
+                            .held = ReadSet<Quantity>(spans, 3),
+                            .conditions = ReadSet<Condition>(spans, 2)});
+    }
+    Statement samples =
+        database.Prepare("SELECT " + SampleColumns() + " FROM cycle WHERE time >= ? AND time <= ? ORDER BY time");
+    samples.Bind(0, samples_from);
+    samples.Bind(1, to);
+    while (samples.Step()) {
+      part.samples.push_back({.time = samples.Integer(0).value_or(0),
+                              .values = ReadValues(samples, kFirstSampleValue),
+                              .held = ReadSet<Quantity>(samples, 2),
+                              .conditions = ReadSet<Condition>(samples, 1)});
+    }
+  });
+  return part;
+}
+
+void SqliteHistory::Write(const Batch& batch) {
+  Serve("store", [&](Database& database) {
+    Transaction transaction(database);
+    Statement clear = database.Prepare("DELETE FROM cycle WHERE time > ? AND time < ?");
+    Statement insert = database.Prepare("INSERT OR REPLACE INTO cycle (" + SampleColumns() + ") VALUES (" +
+                                        Parameters(kFirstSampleValue + kQuantities) + ")");
+    std::optional<std::int64_t> before = batch.follows;
+    for (const Sample& sample : batch.samples) {
+      if (before && sample.time > *before && sample.time - *before <= kLongestStepMs) {
+        clear.Bind(0, *before);
+        clear.Bind(1, sample.time);
+        clear.Run();
+      }
+      before = sample.time;
+      insert.Bind(0, sample.time);
+      insert.Bind(1, sample.conditions.bits());
+      insert.Bind(2, sample.held.bits());
+      BindValues(insert, kFirstSampleValue, sample.values);
+      insert.Run();
+    }
+    Statement clear_spans = database.Prepare("DELETE FROM span WHERE first > ? AND first <= ?");
+    Statement insert_span = database.Prepare("INSERT OR REPLACE INTO span (" + SpanColumns() + ") VALUES (" +
+                                             Parameters(kFirstSpanValue + 2 * kQuantities) + ")");
+    for (const Span& span : batch.spans) {
+      clear_spans.Bind(0, span.first);
+      clear_spans.Bind(1, span.last);
+      clear_spans.Run();
+      insert_span.Bind(0, span.first);
+      insert_span.Bind(1, span.last);
+      insert_span.Bind(2, span.conditions.bits());
+      insert_span.Bind(3, span.held.bits());
+      BindValues(insert_span, kFirstSpanValue, span.lowest);
+      BindValues(insert_span, kFirstSpanValue + kHighestAfter, span.highest);
+      insert_span.Run();
+    }
+    transaction.Commit();
+  });
+}
+
+void SqliteHistory::Forget(std::int64_t samples_before, std::int64_t spans_before) {
+  Serve("clear", [&](Database& database) {
+    Transaction transaction(database);
+    for (const auto& [sql, limit] : {std::pair{"DELETE FROM cycle WHERE time < ?", samples_before},
+                                     std::pair{"DELETE FROM span WHERE first < ?", spans_before}}) {
+      Statement remove = database.Prepare(sql);
+      remove.Bind(0, limit);
+      remove.Run();
+    }
+    transaction.Commit();
+  });
+}
+
+}  // namespace orvalis
