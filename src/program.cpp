@@ -200,6 +200,7 @@ bool Program::BringToFront() {
 void Program::Refresh() {
   if (form_) form_->Refresh();
   if (submit_) submit_->RefreshPreview();
+  if (graphs_) graphs_->FollowSettings();
 }
 
 void Program::Report(const std::string& text) {
@@ -235,6 +236,7 @@ void Program::OpenPanel() {
   window_ = std::make_unique<PlacedPanel>(*form_);
   OpenSetup();
   OpenWebPublishing();
+  OpenGraphs();
   QObject::connect(form_.get(), &frmHandBox::ConnectToggled, form_.get(), [this](bool on) {
     if (on) {
       connector_.Connect([this](bool) { Refresh(); });
@@ -328,6 +330,7 @@ void Program::ServeClients() {
 void Program::ApplyTheme() {
   setup_->SetTheme(PanelTheme());
   submit_->SetTheme(PanelTheme());
+  graphs_->SetTheme(PanelTheme());
   if (show_) show_->SetTheme(PanelTheme());
 }
 
@@ -336,6 +339,18 @@ void Program::OpenWebPublishing() {
       publisher_, [this] { return desktop::PictureOf(*form_); }, form_.get());
   if (!native::SendsPictures()) submit_->HideBuiltIn();
   QObject::connect(form_->AddToolButton("&Web…"), &QPushButton::clicked, submit_.get(), &frmFormSubmit::ShowInFront);
+}
+
+void Program::OpenGraphs() {
+  graphs_ = std::make_unique<GraphWindows>(
+      frmGraph::Parts{.recorder = history_,
+                      .centigrade = [this] { return settings_.Centigrade; },
+                      .report = [this](const std::string& text) { events_.Record(text); }});
+  history_.OnReplaced([this] { graphs_->ShowAnew(); });
+  QObject::connect(form_->AddToolButton("Temperature &graph…"), &QPushButton::clicked, form_.get(),
+                   [this] { graphs_->OpenTemperatures(); });
+  QObject::connect(form_->AddToolButton("Wind grap&h…"), &QPushButton::clicked, form_.get(),
+                   [this] { graphs_->OpenWind(); });
 }
 
 Theme Program::PanelTheme() const {

@@ -43,6 +43,7 @@
 #include "ui/frm_hand_box.h"
 #include "ui/frm_setup.h"
 #include "ui/frm_show.h"
+#include "ui/graph_windows.h"
 #include "ui/theme.h"
 
 namespace orvalis {
@@ -100,6 +101,8 @@ class Program {
   void ApplyTheme();
   /// The web publishing window, hidden until it is asked for.
   void OpenWebPublishing();
+  /// The buttons for the graphs; their windows are made when they are pressed.
+  void OpenGraphs();
   [[nodiscard]] Theme PanelTheme() const;
   void TakePicture();
 
@@ -143,6 +146,7 @@ class Program {
   std::unique_ptr<frmHandBox> form_;
   std::unique_ptr<PanelWindow> window_;
   std::unique_ptr<frmSetup> setup_;
+  std::unique_ptr<GraphWindows> graphs_;
   std::optional<SetupRoutine> setup_routine_;
   std::vector<std::function<void()>> setup_waiters_;  ///< clients that wait for the dialog to be closed
   QPointer<frmShow> show_;

@@ -18,18 +18,19 @@ class CurveBuilder {
 
   void Add(CurvePoint point) {
     const double column = std::floor((point.time - from_) / column_ms_);
-    if (bucket_ && bucket_->column == column) {
+    if (filled_ && bucket_.column == column) {
       // An interruption within one column cannot be seen.
-      bucket_->Take(point);
+      bucket_.Take(point);
     } else {
       Flush();
       if (interrupted_ && !points_.empty()) Break();
-      bucket_.emplace(column, point);
+      bucket_ = {column, point, point, point, point};
+      filled_ = true;
     }
     interrupted_ = false;
   }
 
-  [[nodiscard]] double last_value() const { return bucket_ ? bucket_->last.value : 0; }
+  [[nodiscard]] double last_value() const { return bucket_.last.value; }
 
   std::vector<CurvePoint> Finish() {
     Flush();
@@ -39,28 +40,26 @@ class CurveBuilder {
 
  private:
   struct Bucket {
-    Bucket(double in_column, CurvePoint point)
-        : column(in_column), first(point), lowest(point), highest(point), last(point) {}
     void Take(CurvePoint point) {
       if (point.value < lowest.value) lowest = point;
       if (point.value > highest.value) highest = point;
       last = point;
     }
-    double column;
-    CurvePoint first, lowest, highest, last;
+    double column = 0;
+    CurvePoint first{}, lowest{}, highest{}, last{};
   };
 
   void Flush() {
-    if (!bucket_) return;
-    const bool falls = bucket_->highest.time < bucket_->lowest.time;
-    for (const CurvePoint& point : {bucket_->first, falls ? bucket_->highest : bucket_->lowest,
-                                    falls ? bucket_->lowest : bucket_->highest, bucket_->last}) {
+    if (!filled_) return;
+    const bool falls = bucket_.highest.time < bucket_.lowest.time;
+    for (const CurvePoint& point : {bucket_.first, falls ? bucket_.highest : bucket_.lowest,
+                                    falls ? bucket_.lowest : bucket_.highest, bucket_.last}) {
       const bool same = piece_size_ > 0 && points_.back().time == point.time && points_.back().value == point.value;
       if (same) continue;
       points_.push_back(point);
       ++piece_size_;
     }
-    bucket_.reset();
+    filled_ = false;
   }
 
   void Break() {
@@ -78,7 +77,8 @@ class CurveBuilder {
   double from_;
   double column_ms_;
   std::vector<CurvePoint> points_;
-  std::optional<Bucket> bucket_;
+  Bucket bucket_;
+  bool filled_ = false;  ///< the bucket holds points
   bool interrupted_ = false;
   std::size_t piece_size_ = 0;
 };

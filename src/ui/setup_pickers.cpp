@@ -4,8 +4,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QPainter>
 #include <QPixmap>
+#include <QRegularExpression>
 #include <QStringList>
 #include <QToolButton>
 
@@ -100,6 +102,36 @@ std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& cur
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
   return Ask(dialog, look);
+}
+
+std::optional<std::string> PickSaveFile(QWidget* parent, const QString& title, std::string_view filter,
+                                        const QString& suggested, PickerLook look) {
+  const QFileInfo file(suggested);
+  QFileDialog dialog(parent, title, file.absolutePath(), ToQtFilter(filter));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  const auto suffix_of = [](const QString& name_filter) {
+    return QRegularExpression("[*]([.][a-z]+)").match(name_filter).captured(1);
+  };
+  dialog.setDefaultSuffix(suffix_of(dialog.selectedNameFilter()));
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& chosen) {
+    dialog.setDefaultSuffix(suffix_of(chosen));
+    // The name follows, because the ending decides what is written.
+    const QFileInfo typed(dialog.selectedFiles().value(0));
+    dialog.selectFile(typed.completeBaseName() + suffix_of(chosen));
+  });
+  dialog.selectFile(file.fileName());
+  // The toolkit's own question has a coloured picture in it.
+  if (look == PickerLook::kNight) dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  while (std::optional<std::string> path = Ask(dialog, look)) {
+    if (look != PickerLook::kNight || !QFileInfo::exists(ToQString(*path))) return path;
+    QMessageBox box(QMessageBox::NoIcon, title, ToQString(*path) + " already exists.\nDo you want to replace it?",
+                    QMessageBox::Yes | QMessageBox::No, parent);
+    if (parent != nullptr) box.setPalette(parent->palette());
+    for (QAbstractButton* button : box.buttons()) button->setIcon({});
+    if (box.exec() == QMessageBox::Yes) return path;
+  }
+  return std::nullopt;
 }
 
 }  // namespace orvalis

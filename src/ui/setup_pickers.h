@@ -27,5 +27,9 @@ enum class PickerLook { kDesktop, kNight };
                                                   PickerLook look);
 /// Asks for a folder for a log, starting at `current`. Nothing when the user cancels.
 [[nodiscard]] std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& current, PickerLook look);
+/// Asks under which name to save, starting with `suggested`, a whole path; asks again before a file is replaced. A name
+/// without an ending gets that of the chosen filter. Nothing when the user cancels.
+[[nodiscard]] std::optional<std::string> PickSaveFile(QWidget* parent, const QString& title, std::string_view filter,
+                                                      const QString& suggested, PickerLook look);
 
 }  // namespace orvalis

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <qcustomplot.h>
+
+#include <QTimeZone>
+
+namespace orvalis {
+
+/// Ticks of a time axis at round local times. The axis counts seconds since 1970-01-01 UTC, so that an hour is always
+/// an hour wide; through a change of summer time the ticks stay at round times and bear their distance from UTC,
+/// because one of them comes twice.
+class LocalTimeTicker : public QCPAxisTicker {
+ public:
+  explicit LocalTimeTicker(const QTimeZone& zone) : zone_(zone) {}
+
+ protected:
+  double getTickStep(const QCPRange& range) override;
+  int getSubTickCount(double tick_step) override;
+  QVector<double> createTickVector(double tick_step, const QCPRange& range) override;
+  QVector<QString> createLabelVector(const QVector<double>& ticks, const QLocale& locale, QChar format_char,
+                                     int precision) override;
+
+ private:
+  /// Seconds east of Greenwich at `time`.
+  [[nodiscard]] int Offset(double time) const;
+
+  QTimeZone zone_;
+  double step_ = 0;
+};
+
+}  // namespace orvalis
