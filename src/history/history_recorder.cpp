@@ -29,17 +29,17 @@ HistoryRecorder::~HistoryRecorder() {
 std::int64_t HistoryRecorder::Now() const { return UtcMilliseconds(parts_.clock.UtcNow()); }
 
 void HistoryRecorder::LoadSoon() {
-  if (!parts_.remember) return;
   load_timer_ = parts_.loop.CallAfter(kLoadDelay, [this] { Load(); });
 }
 
 void HistoryRecorder::Load() {
   load_timer_ = 0;
   const std::int64_t now = Now();
-  loaded_ = Try([&] {
-    const std::int64_t samples_from = now - History::kUnthinnedMs;
-    const HistoryStore::Part part =
-        parts_.store.Load(now - History::kKeptMs, samples_from, now + History::kUnthinnedMs);
+  load_failed_ = !Try([&] {
+    // Without a memory to put it into nothing is asked for, and the store is checked all the same.
+    const std::int64_t kept = parts_.remember ? History::kKeptMs : 0;
+    const std::int64_t unthinned = parts_.remember ? History::kUnthinnedMs : 0;
+    const HistoryStore::Part part = parts_.store.Load(now - kept, now - unthinned, now + unthinned);
     real_.Load(part.spans, part.samples, now);
     if (replaced_) replaced_();
   });
@@ -84,7 +84,7 @@ void HistoryRecorder::WriteBatch() {
   if (!written) return;
   pending_ = {};
   ForgetOld();
-  if (parts_.remember && !loaded_ && load_timer_ == 0) Load();  // it failed at the start
+  if (load_failed_) Load();
 }
 
 void HistoryRecorder::ForgetOld() {

@@ -37,7 +37,7 @@ class HistoryRecorder {
   HistoryRecorder& operator=(const HistoryRecorder&) = delete;
   ~HistoryRecorder();
 
-  /// Reads the store, a moment later, when the start is over.
+  /// Checks and reads the store, a moment later, when the start is over.
   void LoadSoon();
   /// Takes in a working cycle.
   void Note(const WeatherState& weather, const SensorFrame& frame);
@@ -66,7 +66,7 @@ class HistoryRecorder {
   History real_;
   History demo_;
   bool demo_shown_ = false;
-  bool loaded_ = false;
+  bool load_failed_ = false;  ///< to be tried again when the store works
   std::function<void()> replaced_;
 
   HistoryStore::Batch pending_;

@@ -1,0 +1,243 @@
+#include "history/history.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "history/condition_bands.h"
+#include "history/curve.h"
+#include "history/history_csv.h"
+#include "history/update_rate.h"
+
+namespace orvalis {
+namespace {
+
+constexpr std::int64_t kSecond = 1000;
+constexpr std::int64_t kHour = 3600 * kSecond;
+constexpr std::int64_t kNoon = 1'795'262'400'000;  // 2026-11-21 12:00 UTC, by date(1)
+constexpr TimeRange kEver{.from = kNoon - 1000 * kHour, .to = kNoon + 1000 * kHour};
+
+Sample Reading(std::int64_t time, float wind = 1, SmallSet<Condition> conditions = {}) {
+  Sample sample{.time = time, .values = {}, .held = {}, .conditions = conditions};
+  sample.values[Quantity::kWind] = wind;
+  return sample;
+}
+
+SmallSet<Condition> Conditions(std::initializer_list<Condition> members) {
+  SmallSet<Condition> set;
+  for (const Condition member : members) set.Put(member);
+  return set;
+}
+
+std::vector<Span> All(const History& history) {
+  std::vector<Span> spans;
+  history.Visit(kEver, [&](const Span& span) { spans.push_back(span); });
+  return spans;
+}
+
+void Fill(History& history, std::int64_t from, std::int64_t to, float wind = 1) {
+  for (std::int64_t time = from; time <= to; time += 2 * kSecond) history.Add(Reading(time, wind));
+}
+
+TEST(History, KeepsTwoDaysInLittleMemoryAndEveryGust) {
+  History history;
+  const std::int64_t gust_at = kNoon - 40 * kHour;
+  for (std::int64_t time = kNoon - 100 * kHour; time <= kNoon; time += 2 * kSecond) {
+    history.Add(Reading(time, time == gust_at ? 99 : 1));
+  }
+  // A sample every two seconds of a day, and a span a minute of the day before.
+  EXPECT_NEAR(static_cast<double>(history.size()), 43'200 + 1'440, 5);
+  EXPECT_NEAR(static_cast<double>(history.Extent()->from), kNoon - 48 * kHour, 60 * kSecond);
+  const auto spans = All(history);
+  EXPECT_TRUE(
+      std::is_sorted(spans.begin(), spans.end(), [](const Span& a, const Span& b) { return a.last < b.first; }));
+  EXPECT_EQ(std::count_if(spans.begin(), spans.end(), [](const Span& s) { return s.highest[Quantity::kWind] == 99; }),
+            1);
+  const auto gust = history.Nearest(gust_at, 0);
+  ASSERT_TRUE(gust);
+  EXPECT_EQ(gust->lowest[Quantity::kWind], 1);
+  EXPECT_EQ(gust->highest[Quantity::kWind], 99);
+}
+
+TEST(History, ThinningKeepsGapsConditionsAndWhatIsNotKnownApart) {
+  History history;
+  const std::int64_t old = kNoon - 30 * kHour;
+  history.Add(Reading(old));
+  history.Add(Reading(old + 10 * kSecond));
+  history.Add(Reading(old + 21 * kSecond));  // a gap of more than ten seconds
+  history.Add(Reading(old + 23 * kSecond, 1, Conditions({Condition::kUnsafe})));
+  history.Add(Reading(old + 25 * kSecond, NAN));
+  history.Add(Reading(kNoon));
+  const auto spans = All(history);
+  ASSERT_EQ(spans.size(), 5u);
+  EXPECT_EQ(spans[0].last, old + 10 * kSecond);
+  EXPECT_EQ(spans[1].first, spans[1].last);
+  EXPECT_TRUE(spans[2].conditions.Has(Condition::kUnsafe));
+  EXPECT_FALSE(spans[3].lowest.Knows(Quantity::kWind));
+}
+
+// Each row: the clock jumps by so much after an hour, and an hour passes again.
+TEST(History, StaysInOrderWhateverTheClockDoes) {
+  struct Case {
+    const char* name;
+    std::int64_t jump;
+    std::int64_t from;     // of what is shown afterwards
+    std::int64_t samples;  // shown
+  };
+  const std::vector<Case> cases{
+      {"summer time is no jump", 0, -kHour, 3601},
+      {"set back by three seconds: one sample gives way", -3 * kSecond, -kHour, 3600},
+      {"set back by half an hour: the later ones stand", -kHour / 2, -kHour, 2701},
+      {"set back by two days", -48 * kHour, -48 * kHour, 1800},
+      {"set forward by ten hours", 10 * kHour, -kHour, 3601},
+      {"set forward by a month", 720 * kHour, 720 * kHour, 1800},
+  };
+  for (const Case& c : cases) {
+    History history;
+    Fill(history, kNoon - kHour, kNoon, 1);
+    const std::int64_t again = kNoon + c.jump + 2 * kSecond;
+    Fill(history, again, again + kHour - 2 * kSecond, 2);
+    const auto spans = All(history);
+    EXPECT_TRUE(std::is_sorted(spans.begin(), spans.end(), [](const Span& a, const Span& b) {
+      return a.last < b.first;
+    })) << c.name;
+    EXPECT_EQ(history.Extent()->to, again + kHour - 2 * kSecond) << c.name;
+    EXPECT_NEAR(static_cast<double>(history.Extent()->from), static_cast<double>(kNoon + c.from), 2 * kSecond)
+        << c.name;
+    EXPECT_EQ(static_cast<std::int64_t>(spans.size()), c.samples) << c.name;
+    for (const Span& span : spans) {
+      if (span.first >= again) {
+        EXPECT_EQ(span.lowest[Quantity::kWind], 2) << c.name;
+      }
+    }
+  }
+}
+
+TEST(History, AMachineThatStartsWithItsClockBehindLosesNothing) {
+  History stored;
+  Fill(stored, kNoon - kHour, kNoon);
+  std::vector<Sample> samples;
+  for (std::int64_t time = kNoon - kHour; time <= kNoon; time += 2 * kSecond) samples.push_back(Reading(time));
+  History history;
+  history.Load({}, samples, kNoon - kHour / 2);
+  EXPECT_EQ(history.Extent()->to, kNoon - kHour / 2);
+  Fill(history, kNoon - kHour / 2 + kSecond, kNoon - kHour / 2 + 31 * kSecond, 2);
+  Fill(history, kNoon + 60 * kSecond, kNoon + 90 * kSecond, 3);  // the right time came over the network
+  EXPECT_EQ(history.Extent()->from, kNoon - kHour);
+  EXPECT_EQ(history.Nearest(kNoon, 0)->lowest[Quantity::kWind], 1);
+  EXPECT_EQ(history.Nearest(kNoon - kHour / 2 + 15 * kSecond, 0)->lowest[Quantity::kWind], 2);
+}
+
+TEST(Curve, ShowsEveryGustAndGapThatIsWideEnoughToBeSeen) {
+  History history;
+  Fill(history, kNoon - 10 * kHour, kNoon - 5 * kHour);
+  history.Add(Reading(kNoon - 5 * kHour + 2 * kSecond, 77));
+  Fill(history, kNoon - 5 * kHour + 4 * kSecond, kNoon - 2 * kHour);
+  Fill(history, kNoon - 2 * kHour + 30 * kSecond, kNoon - kHour);  // narrower than a column
+  history.Add(Reading(kNoon - kHour / 2));                         // alone
+  Fill(history, kNoon - 60 * kSecond, kNoon);
+  constexpr int kColumns = 500;
+  const auto points = CurvePoints(history, Quantity::kWind, {.from = kNoon - 10 * kHour, .to = kNoon}, kColumns);
+  EXPECT_LE(points.size(), 4u * kColumns);
+  std::size_t gaps = 0;
+  double highest = 0;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    if (std::isnan(points[i].value)) {
+      ++gaps;
+    } else {
+      highest = std::max(highest, points[i].value);
+      const bool alone =
+          (i == 0 || std::isnan(points[i - 1].value)) && (i + 1 == points.size() || std::isnan(points[i + 1].value));
+      EXPECT_FALSE(alone) << "a point without a line";
+    }
+    if (i > 0) {
+      EXPECT_GE(points[i].time, points[i - 1].time);
+    }
+  }
+  EXPECT_EQ(highest, 77);
+  EXPECT_EQ(gaps, 2u);
+  const auto closer = CurvePoints(history, Quantity::kWind, {.from = kNoon - 3 * kHour, .to = kNoon}, 5000);
+  EXPECT_EQ(std::count_if(closer.begin(), closer.end(), [](const CurvePoint& p) { return std::isnan(p.value); }), 3);
+  EXPECT_LT(closer.front().time, static_cast<double>(kNoon - 3 * kHour));  // runs to the edge
+  EXPECT_TRUE(CurvePoints(history, Quantity::kSky, kEver, kColumns).empty());
+}
+
+TEST(ConditionBands, LastUntilTheyAreKnownToHaveEnded) {
+  History history;
+  const auto unsafe = Conditions({Condition::kUnsafe, Condition::kRain});
+  history.Add(Reading(kNoon));
+  history.Add(Reading(kNoon + 2 * kSecond, 1, unsafe));
+  history.Add(Reading(kNoon + 4 * kSecond, 1, unsafe));
+  history.Add(Reading(kNoon + 6 * kSecond));
+  history.Add(Reading(kNoon + 60 * kSecond, 1, unsafe));  // nothing is known afterwards
+  history.Add(Reading(kNoon + 90 * kSecond, 1, unsafe));
+  history.Add(Reading(kNoon + 92 * kSecond, 1, Conditions({Condition::kRain})));
+  const TimeRange range{.from = kNoon, .to = kNoon + 100 * kSecond};
+  const auto bands = ConditionBands(history, Condition::kUnsafe, range, 100);
+  const std::vector<TimeRange> expected{{.from = kNoon + 2 * kSecond, .to = kNoon + 6 * kSecond},
+                                        {.from = kNoon + 60 * kSecond, .to = kNoon + 60 * kSecond},
+                                        {.from = kNoon + 90 * kSecond, .to = kNoon + 92 * kSecond}};
+  EXPECT_EQ(bands, expected);
+  EXPECT_TRUE(ConditionBands(history, Condition::kCloudy, range, 100).empty());
+  // Too narrow to be told apart, they are one.
+  EXPECT_EQ(ConditionBands(history, Condition::kUnsafe, range, 1).size(), 1u);
+}
+
+TEST(HistoryCsv, HasUnitsInItsHeaderAndLeavesBlankWhatIsNotKnown) {
+  History history;
+  Sample first = Reading(kNoon - 30 * kHour, 3.6F, Conditions({Condition::kClear}));
+  first.values[Quantity::kAmbient] = 10.5F;
+  Sample second = first;
+  second.time += 2 * kSecond;
+  second.values[Quantity::kAmbient] = -9.99F;
+  Sample now = Reading(kNoon, 0.9F, Conditions({Condition::kCloudy, Condition::kRain, Condition::kUnsafe}));
+  now.values[Quantity::kAmbient] = 8.25F;
+  now.held.Put(Quantity::kAmbient);
+  now.values[Quantity::kWind] = NAN;
+  for (const Sample& sample : {first, second, now}) history.Add(sample);
+  const std::vector<Quantity> quantities{Quantity::kAmbient, Quantity::kWind};
+  // An hour east of Greenwich; only the hour of the day differs here.
+  const auto local = [](std::int64_t moment) {
+    const auto seconds = static_cast<int>((moment - (kNoon - 36 * kHour)) / kSecond);
+    return CivilTime{.year = 2026,
+                     .month = 11,
+                     .day = 20 + seconds / 86400,
+                     .hour = seconds % 86400 / 3600 + 1,
+                     .minute = seconds % 3600 / 60,
+                     .second = seconds % 60,
+                     .utc_offset_minutes = 60};
+  };
+  EXPECT_EQ(HistoryCsv(history, kEver, quantities, true, local),
+            "time,until,value,verdict,sky_word,rain,held,ambient_c,wind_mph\r\n"
+            "2026-11-20T07:00:00.000+01:00,2026-11-20T07:00:02.000+01:00,lowest,safe,Clear,0,,-9.99,3.60\r\n"
+            "2026-11-20T07:00:00.000+01:00,2026-11-20T07:00:02.000+01:00,highest,safe,Clear,0,,10.50,3.60\r\n"
+            "2026-11-21T13:00:00.000+01:00,2026-11-21T13:00:00.000+01:00,reading,unsafe,Cloudy,1,ambient_c,8.25,\r\n");
+  const std::string fahrenheit = HistoryCsv(history, {.from = kNoon, .to = kNoon}, quantities, false, local);
+  EXPECT_TRUE(
+      fahrenheit.ends_with("ambient_f,wind_mph\r\n2026-11-21T13:00:00.000+01:00,2026-11-21T13:00:00.000+01:00,"
+                           "reading,unsafe,Cloudy,1,ambient_f,46.85,\r\n"))
+      << fahrenheit;
+}
+
+TEST(UpdateRate, RunsFromOffOverSecondsToMinutes) {
+  struct Case {
+    int position;
+    long seconds;  // 0: never
+    const char* label;
+  };
+  for (const Case& c : std::vector<Case>{{0, 0, "Update Off"},
+                                         {1, 1, "Update 1 Sec"},
+                                         {59, 59, "Update 59 Sec"},
+                                         {60, 60, "Update 1 Min "},
+                                         {119, 3600, "Update 60 Min "}}) {
+    const UpdateRate rate(c.position);
+    EXPECT_EQ(rate.Interval().value_or(std::chrono::seconds(0)).count(), c.seconds);
+    EXPECT_EQ(rate.Label(), c.label);
+  }
+}
+
+}  // namespace
+}  // namespace orvalis

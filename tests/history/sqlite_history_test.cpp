@@ -1,0 +1,156 @@
+#include "platform/sqlite/sqlite_history.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <csignal>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "base/run_time_error.h"
+#include "tests/support/fake_event_loop.h"
+
+namespace orvalis {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::int64_t kNoon = 1'795'262'400'000;
+constexpr std::int64_t kHour = 3'600'000;
+
+class SqliteHistoryTest : public testing::Test {
+ protected:
+  ~SqliteHistoryTest() override { fs::remove_all(folder); }
+
+  static Sample Reading(std::int64_t time, float sky = -20.07F) {
+    Sample sample{.time = time, .values = {}, .held = SmallSet<Quantity>::FromBits(5), .conditions = {}};
+    sample.conditions.Put(Condition::kUnsafe);
+    sample.values[Quantity::kSky] = sky;
+    sample.values[Quantity::kHumidity] = 118.55F;
+    return sample;
+  }
+  static HistoryStore::Batch BatchOf(std::vector<Sample> samples) {
+    HistoryStore::Batch batch{.follows = {}, .samples = std::move(samples), .spans = {}};
+    for (const Sample& sample : batch.samples) {
+      if (batch.spans.empty() || !Absorb(batch.spans.back(), sample)) batch.spans.push_back(SpanOf(sample));
+    }
+    return batch;
+  }
+  [[nodiscard]] static std::vector<Sample> SamplesOf(SqliteHistory& history) {
+    return history.Load(0, kNoon - 24 * kHour, kNoon + 24 * kHour).samples;
+  }
+
+  const fs::path folder = fs::temp_directory_path() / ("orvalis-history-" + std::to_string(getpid()) + "-" +
+                                                       testing::UnitTest::GetInstance()->current_test_info()->name());
+  const fs::path file = folder / "a folder ö" / "history.sqlite";
+  test::FakeClock clock;
+  std::vector<std::string> notices;
+  SqliteHistory history{file, clock, [this](const std::string& text) { notices.push_back(text); }};
+};
+
+TEST_F(SqliteHistoryTest, GivesBackWhatItWasGivenAndForgetsWhatIsOld) {
+  EXPECT_TRUE(SamplesOf(history).empty());
+  EXPECT_FALSE(fs::exists(file));  // made with the first value
+  history.Write(BatchOf({Reading(kNoon - 1000 * kHour), Reading(kNoon - 30 * kHour),
+                         Reading(kNoon - 30 * kHour + 2000, 3), Reading(kNoon)}));
+  SqliteHistory again(file, clock, {});
+  const auto part = again.Load(kNoon - 48 * kHour, kNoon - 24 * kHour, kNoon + kHour);
+  ASSERT_EQ(part.spans.size(), 1u);
+  EXPECT_EQ(part.spans[0].last - part.spans[0].first, 2000);
+  EXPECT_FLOAT_EQ(part.spans[0].lowest[Quantity::kSky], -20.07F);
+  EXPECT_FLOAT_EQ(part.spans[0].highest[Quantity::kSky], 3);
+  ASSERT_EQ(part.samples.size(), 1u);
+  EXPECT_FLOAT_EQ(part.samples[0].values[Quantity::kHumidity], 118.55F);
+  EXPECT_FALSE(part.samples[0].values.Knows(Quantity::kWind));
+  EXPECT_EQ(part.samples[0].held.bits(), 5);
+  EXPECT_TRUE(part.samples[0].conditions.Has(Condition::kUnsafe));
+  again.Forget(kNoon - 29 * kHour, kNoon - 400 * kHour);
+  EXPECT_EQ(again.Load(0, kNoon - 24 * kHour, kNoon).spans.size(), 1u);
+  EXPECT_EQ(again.Load(0, 0, kNoon).samples.size(), 1u);
+}
+
+TEST_F(SqliteHistoryTest, WhereTheClockWasSetBackTheLaterOnesStand) {
+  history.Write(
+      BatchOf({Reading(kNoon, 1), Reading(kNoon + 2000, 1), Reading(kNoon + 4000, 1), Reading(kNoon + 6000, 1)}));
+  history.Write(BatchOf({Reading(kNoon + 1000, 2), Reading(kNoon + 3000, 2)}));
+  HistoryStore::Batch batch = BatchOf({Reading(kNoon + 5000, 2)});
+  batch.follows = kNoon + 3000;
+  history.Write(batch);
+  std::string skies;
+  for (const Sample& sample : SamplesOf(history)) skies += std::to_string(std::lround(sample.values[Quantity::kSky]));
+  EXPECT_EQ(skies, "12221");
+}
+
+// Each row spoils the file in another way.
+TEST_F(SqliteHistoryTest, ADamagedFileIsSetAsideAndNeverOverwritten) {
+  const auto overwrite = [&](std::streamoff from, std::size_t count) {
+    std::fstream spoiled(file, std::ios::in | std::ios::out | std::ios::binary);
+    spoiled.seekp(from);
+    spoiled << std::string(count, 'x');
+  };
+  std::vector<Sample> many;
+  for (int i = 0; i < 2000; ++i) many.push_back(Reading(kNoon - 2000 * i));
+  std::vector<std::function<void()>> damages{
+      [&] { overwrite(0, 100); },                                     // no database any more
+      [&] { overwrite(8192, 8192); },                                 // pages in the middle
+      [&] { fs::resize_file(file, fs::file_size(file) / 2 + 100); },  // cut off
+      [&] { std::ofstream(file, std::ios::trunc) << "a text that somebody saved under this name\n"; },
+  };
+  for (std::size_t i = 0; i < damages.size(); ++i) {
+    { SqliteHistory(file, clock, {}).Write(BatchOf(many)); }
+    damages[i]();
+    SqliteHistory damaged(file, clock, [this](const std::string& text) { notices.push_back(text); });
+    EXPECT_TRUE(SamplesOf(damaged).empty()) << i;
+    ASSERT_EQ(notices.size(), i + 1);
+    const std::string name = "history-damaged-2026-11-21" + (i == 0 ? "" : "-" + std::to_string(i + 1)) + ".sqlite";
+    EXPECT_TRUE(fs::exists(file.parent_path() / name)) << name;
+    EXPECT_NE(notices.back().find(name), std::string::npos) << notices.back();
+    damaged.Write(BatchOf({Reading(kNoon)}));
+    EXPECT_EQ(SamplesOf(damaged).size(), 1u) << i;
+    fs::remove(file);
+  }
+}
+
+TEST_F(SqliteHistoryTest, AFileThatIsTakenAwayIsMadeAgain) {
+  history.Write(BatchOf({Reading(kNoon)}));
+  fs::rename(file, file.parent_path() / "moved.sqlite");
+  history.Write(BatchOf({Reading(kNoon + 2000)}));
+  EXPECT_EQ(SamplesOf(history).size(), 1u);
+  EXPECT_TRUE(fs::exists(file));
+}
+
+TEST_F(SqliteHistoryTest, AFullDiskAndAMissingFolderAreSaidAndMended) {
+  const auto message = [&](const std::vector<Sample>& samples) -> std::string {
+    try {
+      history.Write(BatchOf(samples));
+    } catch (const RunTimeError& error) {
+      return error.what();
+    }
+    return "";
+  };
+  std::ofstream(folder) << "a file where the folder has to be";
+  EXPECT_TRUE(message({Reading(kNoon)}).starts_with("cannot store the history " + file.string() + ": "));
+  fs::remove(folder);
+  EXPECT_EQ(message({Reading(kNoon)}), "");
+
+  std::vector<Sample> many;
+  for (int i = 1; i < 5000; ++i) many.push_back(Reading(kNoon + 2000 * i));
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit usual{};
+  getrlimit(RLIMIT_FSIZE, &usual);
+  const rlimit small{.rlim_cur = 60'000, .rlim_max = usual.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);
+  const std::string full = message(many);
+  setrlimit(RLIMIT_FSIZE, &usual);
+  EXPECT_TRUE(full.starts_with("cannot store the history ")) << full;
+  EXPECT_EQ(SamplesOf(history).size(), 1u);  // all of it or nothing
+  EXPECT_EQ(message(many), "");
+  EXPECT_EQ(SamplesOf(history).size(), 5000u);
+  EXPECT_TRUE(notices.empty());
+}
+
+}  // namespace
+}  // namespace orvalis
