@@ -52,6 +52,18 @@ def year():
     row("  growth of memory", grown + " kB", "0 kB", int(grown) < 200)
 
 
+def history():
+    folder = tempfile.mkdtemp(prefix="orvalis-bench-")
+    try:
+        load, temperatures, wind, megabytes, year = map(float, run(BIN + "/history_bench", folder).split())
+    finally:
+        shutil.rmtree(folder)
+    row("a night's history, load", "%.0f ms" % load, "< 200 ms", load < 200)
+    row("48 hours, draw temperatures, wind", "%.0f, %.0f ms" % (temperatures, wind), "< 50 ms",
+        max(temperatures, wind) < 50)
+    row("400 days of history (%.0f MB), check and load" % megabytes, "%.0f ms" % year, "< 1000 ms", year < 1000)
+
+
 class World:
     """A unit on a paced line, a fresh profile and, for the panel, a screen of its own."""
 
@@ -200,11 +212,54 @@ def watch(world):
         row("resident memory, %s" % name, "%.1f MB" % memory, "< %d MB" % megabytes, memory < megabytes)
 
 
+def graphs(world):
+    """Both graph windows with a night in them and an update every second, and closed again."""
+    frames = run(sys.executable, os.path.join(os.path.dirname(__file__), "night_frames.py"), BIN + "/orvalis-unit",
+                 str(int(time.time() * 1000)))
+    subprocess.run([BIN + "/history_fill", world.folder + "/history.sqlite"], input=frames, text=True, check=True,
+                   stdout=subprocess.DEVNULL)
+
+    def xdotool(*arguments):
+        return subprocess.run(["xdotool", *arguments], env=world.env, capture_output=True, text=True,
+                              timeout=20).stdout.split()
+
+    def window(name):
+        while not xdotool("search", "--onlyvisible", "--name", "^%s$" % name):
+            time.sleep(0.1)
+        found = xdotool("search", "--onlyvisible", "--name", "^%s$" % name)[-1]
+        xdotool("windowfocus", "--sync", found)
+        return found
+
+    process = world.start("--port", world.link)
+    window("Orvalis")
+    time.sleep(3)
+    for name, key in (("Orvalis Temperatures", "alt+g"), ("Orvalis Wind and humidity", "alt+h")):
+        window("Orvalis")
+        xdotool("key", key)
+        window(name)
+        xdotool("key", "Tab", "Home", "Right")  # the scroll bar, to one second
+    for name, limit in (("both graphs open, every second", 2.0), ("both closed again", 0.3)):
+        time.sleep(6)
+        begin, cpu = time.monotonic(), cpu_seconds(process.pid)
+        time.sleep(SECONDS)
+        share = 100 * (cpu_seconds(process.pid) - cpu) / (time.monotonic() - begin)
+        row("processor time, %s, over %d s" % (name, SECONDS), "%.2f %%" % share, "< %g %%" % limit, share < limit)
+        for title in ("Orvalis Temperatures", "Orvalis Wind and humidity"):
+            if xdotool("search", "--onlyvisible", "--name", "^%s$" % title):
+                window(title)
+                xdotool("key", "ctrl+w")
+    megabytes = resident_megabytes(process.pid)
+    stop(process)
+    row("resident memory after the graphs", "%.1f MB" % megabytes, "< 90 MB", megabytes < 90)
+
+
 frame_path()
 year()
+history()
 with World() as world:
     start_up(world)
     working_cycle(world)
     clients(world)
     watch(world)
+    graphs(world)
 sys.exit(0 if all(rows) else 1)

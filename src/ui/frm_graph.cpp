@@ -83,6 +83,7 @@ QWidget* frmGraph::BuildControls() {
   rate_->setRange(0, UpdateRate::kLastPosition);
   rate_->setPageStep(10);
   rate_->setValue(kFirstRate);
+  rate_->setInvertedControls(false);  // or the arrow to the right would go to the left
   rate_->setFocusPolicy(Qt::StrongFocus);
   rate_->setAccessibleName("Update rate");
   rate_->setToolTip("How often the graph takes in new values");

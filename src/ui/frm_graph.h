@@ -36,6 +36,8 @@ class frmGraph : public QWidget {
   /// Another history is shown than before.
   void ShowAnew();
 
+  /// Whether it takes in new values by itself.
+  [[nodiscard]] bool updating() const { return update_timer_.isActive(); }
   [[nodiscard]] HistoryPlot& plot() const { return *plot_; }
 
   /// Saves what is seen as `path` says: ".png", ".pdf", or values. Says in the window what came of it.

@@ -42,6 +42,7 @@ HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& 
   axisRect()->setRangeDrag(Qt::Horizontal);
   axisRect()->setRangeZoom(Qt::Horizontal);
   setNoAntialiasingOnDrag(true);
+  setPlottingHint(QCP::phFastPolylines);
   setAutoAddPlottableToLegend(false);
   legend->setVisible(false);
 
@@ -183,11 +184,33 @@ void HistoryPlot::SetShown(QCPRange range) {
 void HistoryPlot::TakeNew() {
   const QCPRange shown = xAxis->range();
   const double moved = Everything().upper - shown.upper;
-  const bool unchanged = revision_ == source_.history().revision();
-  // Less than a pixel of silence is nothing to see.
-  if (unchanged && (!follows_ || moved < shown.size() / Columns())) return;
-  SetShown(follows_ ? shown + moved : shown);
-  replot(rpQueuedReplot);
+  const bool goes_on = follows_ && moved >= shown.size() / Columns();
+  if (!goes_on && revision_ == source_.history().revision()) return;
+  // One more reading among thousands mostly changes no pixel, and drawing costs more than looking.
+  const std::vector<QPoint> before = Pixels();
+  SetShown(goes_on ? shown + moved : shown);
+  if (goes_on || Pixels() != before) replot(rpQueuedReplot);
+}
+
+std::vector<QPoint> HistoryPlot::Pixels() const {
+  std::vector<QPoint> pixels;
+  const auto add = [&](double x, double y) {
+    pixels.emplace_back(static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)));
+  };
+  for (const QCPAxis* axis : {yAxis, yAxis2}) add(axis->coordToPixel(0), axis->coordToPixel(1));
+  for (const CurveGraph* curve : curves_) {
+    for (const QCPGraphData& point : *curve->data()) {
+      // Not a number: the curve is interrupted here.
+      add(xAxis->coordToPixel(point.key), std::isnan(point.value) ? -1 : curve->valueAxis()->coordToPixel(point.value));
+    }
+  }
+  for (std::size_t i = 0; i < kConditions; ++i) {
+    for (const TimeRange& band : conditions_->bands(static_cast<Condition>(i))) {
+      add(xAxis->coordToPixel(static_cast<double>(band.from) / kMsPerSecond),
+          xAxis->coordToPixel(static_cast<double>(band.to) / kMsPerSecond));
+    }
+  }
+  return pixels;
 }
 
 void HistoryPlot::Rebuild() {
@@ -240,6 +263,7 @@ void HistoryPlot::Recalculate() {
   }
   FitValueAxis(yAxis);
   if (yAxis2->visible()) FitValueAxis(yAxis2);
+  for (CurveGraph* curve : curves_) curve->FitLine();
   constexpr int kTickDistance = 95;
   xAxis->ticker()->setTickCount(std::max(2, columns / kTickDistance));
   ShowTitle();

@@ -71,6 +71,8 @@ class HistoryPlot : public QCustomPlot {
   void KeepWithin(const QCPRange& wanted);
   void SetShown(QCPRange range);
   void Recalculate();
+  /// Where everything is drawn that depends on the values.
+  [[nodiscard]] std::vector<QPoint> Pixels() const;
   void FitValueAxis(QCPAxis* axis);
   void ShowTitle();
   void WrapLegends();

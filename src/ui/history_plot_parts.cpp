@@ -29,6 +29,22 @@ void CurveGraph::SetColours(const QColor& line, const QColor& ground) {
   marker_ = QCPScatterStyle(kind_.marker, QPen(line, 1), ground, kMarkerSize);
 }
 
+void CurveGraph::FitLine() {
+  const double per_unit = valueAxis()->axisRect()->height() / std::max(1e-9, valueAxis()->range().size());
+  double length = 0;
+  for (auto point = mDataContainer->constBegin(); point != mDataContainer->constEnd(); ++point) {
+    if (point == mDataContainer->constBegin()) continue;
+    const double rise = std::abs(point->value - std::prev(point)->value) * per_unit;
+    if (!std::isnan(rise)) length += rise;
+  }
+  constexpr double kDense = 8;  // widths of the picture
+  const bool dense = length > kDense * keyAxis()->axisRect()->width();
+  setAntialiased(!dense);
+  QPen line = pen();
+  line.setWidthF(dense ? 1 : kLineWidth);
+  setPen(line);
+}
+
 void CurveGraph::DrawMarker(QCPPainter* painter, QPointF place) const {
   marker_.applyTo(painter, pen());
   marker_.drawShape(painter, place);
@@ -36,6 +52,7 @@ void CurveGraph::DrawMarker(QCPPainter* painter, QPointF place) const {
 
 void CurveGraph::draw(QCPPainter* painter) {
   QCPGraph::draw(painter);
+  painter->setAntialiasing(true);
   const QCPAxis* time = keyAxis();
   const QCPAxis* value = valueAxis();
   const QCPRange pixels(time->coordToPixel(time->range().lower), time->coordToPixel(time->range().upper));

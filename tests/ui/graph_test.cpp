@@ -1,0 +1,246 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <QApplication>
+#include <QFile>
+#include <QLabel>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QWheelEvent>
+#include <csignal>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "tests/support/fake_event_loop.h"
+#include "ui/frm_graph.h"
+#include "ui/history_plot.h"
+#include "ui/history_plot_parts.h"
+#include "ui/local_time_ticker.h"
+
+namespace orvalis {
+namespace {
+
+constexpr std::int64_t kHour = 3'600'000;
+
+class NoStore : public HistoryStore {
+ public:
+  Part Load(std::int64_t /*spans_from*/, std::int64_t /*samples_from*/, std::int64_t /*to*/) override { return {}; }
+  void Write(const Batch& /*batch*/) override {}
+  void Forget(std::int64_t /*samples_before*/, std::int64_t /*spans_before*/) override {}
+};
+
+void Settle() {
+  for (int i = 0; i < 5; ++i) QApplication::processEvents();
+}
+
+class GraphTest : public testing::Test {
+ protected:
+  GraphTest() {
+    weather.unsafe_indicator = 0;
+    weather.ambient_known = true;
+    weather.ambient_celsius = 10;
+    weather.clear_sky_celsius = -18;
+    weather.dew_point_celsius = 2;
+    weather.humidity_percent = 60;
+    weather.cloud.text = "Clear";
+  }
+  /// So many hours with a reading every ten seconds.
+  void Pass(double hours) {
+    for (int i = 0; i < static_cast<int>(hours * 360); ++i) {
+      const int seconds = clock.now.second + 10;
+      clock.now.second = seconds;  // only added up
+      weather.sky_celsius = -20 + i % 7;
+      weather.wind_mph = weather.wind_gust_mph = i % 9;
+      recorder.Note(weather, SensorFrame());
+    }
+  }
+  frmGraph::Parts Parts() {
+    return {.recorder = recorder,
+            .centigrade = [this] { return centigrade; },
+            .report = [this](const std::string& text) { reports.push_back(text); },
+            .zone = QTimeZone("Europe/Berlin")};
+  }
+  static QString Message(const frmGraph& window) {
+    const auto* label = window.findChild<QLabel*>("lblMessage");
+    return label->isHidden() ? QString() : label->text();
+  }
+  static void Point(HistoryPlot& plot, QPointF place) {
+    QMouseEvent move(QEvent::MouseMove, place, plot.mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(&plot, &move);
+  }
+
+  test::FakeEventLoop loop;
+  test::FakeClock clock;
+  NoStore store;
+  std::vector<std::string> reports;
+  WeatherState weather;
+  bool centigrade = true;
+  HistoryRecorder recorder{{.loop = loop, .clock = clock, .store = store, .report = [](const std::string&) {}}};
+};
+
+TEST_F(GraphTest, NightShowsNothingButRed) {
+  Pass(2);
+  weather.cloud.text = "PCloudy";
+  Pass(1);
+  weather.cloud.text = "Cloudy";
+  weather.raining = true;
+  weather.unsafe_indicator = 1;
+  Pass(1);
+  for (const GraphKind* kind : {&TemperatureGraph(), &WindGraph()}) {
+    frmGraph window(*kind, Parts());
+    window.SetTheme(Theme::Night());
+    window.show();
+    EXPECT_FALSE(window.SavePicture("/nonexistent/picture.png"));
+    window.findChild<QScrollBar*>("hsbUpdate")->setFocus();
+    Settle();
+    Point(window.plot(), QPointF(window.plot().width() / 2.0, window.plot().height() / 2.0));
+    Settle();
+    EXPECT_TRUE(window.plot().readout().shown());
+    const QImage night = window.grab().toImage();
+    int not_red = 0;
+    int lit = 0;
+    for (int y = 0; y < night.height(); ++y) {
+      for (int x = 0; x < night.width(); ++x) {
+        const QRgb pixel = night.pixel(x, y);
+        not_red += qGreen(pixel) != 0 || qBlue(pixel) != 0;
+        lit += qRed(pixel) > 200;
+      }
+    }
+    EXPECT_EQ(not_red, 0) << kind->title;
+    EXPECT_GT(lit, 1000) << kind->title;
+  }
+}
+
+TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
+  Pass(2);
+  frmGraph window(TemperatureGraph(), Parts());
+  window.show();
+  Settle();
+  HistoryPlot& plot = window.plot();
+  Point(plot, QPointF(plot.width() / 2.0, plot.height() / 2.0));
+  const auto row = [&](std::size_t index) { return plot.readout().rows().at(index).text.toStdString(); };
+  EXPECT_EQ(row(3), "Ambient  10.0 °C");
+  EXPECT_EQ(row(5), "safe, clear");
+  centigrade = false;
+  window.FollowSettings();
+  Point(plot, QPointF(plot.width() / 2.0, plot.height() / 2.0));
+  EXPECT_EQ(row(3), "Ambient  50.0 °F");
+  EXPECT_EQ(plot.yAxis->label(), "Temperature (°F)");
+
+  // The end is in sight, so it goes along; a view of the past stays.
+  const std::int64_t end = plot.Shown().to;
+  Pass(1);
+  plot.TakeNew();
+  EXPECT_NEAR(static_cast<double>(plot.Shown().to - end), kHour, 1000);
+  plot.Zoom(0.25);
+  plot.Pan(-2);
+  const TimeRange past = plot.Shown();
+  Pass(1);
+  plot.TakeNew();
+  EXPECT_EQ(plot.Shown(), past);
+  plot.Zoom(1000);  // not beyond what there is
+  EXPECT_NEAR(static_cast<double>(plot.Shown().to - plot.Shown().from), 4 * kHour, 30'000);
+}
+
+TEST_F(GraphTest, AClosedWindowDoesNothing) {
+  Pass(1);
+  frmGraph window(WindGraph(), Parts());
+  window.show();
+  auto* rate = window.findChild<QScrollBar*>("hsbUpdate");
+  rate->setValue(0);
+  EXPECT_EQ(window.findChild<QLabel*>("lblUpdate")->text(), "Update Off");
+  EXPECT_FALSE(window.updating());
+  QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier);
+  QApplication::sendEvent(rate, &right);
+  EXPECT_EQ(window.findChild<QLabel*>("lblUpdate")->text(), "Update 1 Sec");
+  EXPECT_TRUE(window.updating());
+  window.hide();
+  EXPECT_FALSE(window.updating());
+  rate->setValue(5);
+  EXPECT_FALSE(window.updating());
+  window.show();
+  EXPECT_TRUE(window.updating());
+}
+
+TEST_F(GraphTest, SavesWholeFilesOrSaysWhyNot) {
+  Pass(1);
+  frmGraph window(TemperatureGraph(), Parts());
+  window.show();
+  Settle();
+  const QTemporaryDir folder;
+  const auto content = [&](const char* name) {
+    QFile file(folder.filePath(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  };
+  const QSize seen = window.plot().size();
+  EXPECT_TRUE(window.SavePicture(folder.filePath("a.png")));
+  EXPECT_TRUE(Message(window).startsWith("Saved as "));
+  EXPECT_TRUE(window.SavePicture(folder.filePath("a.PDF")));
+  EXPECT_TRUE(window.SaveValues(folder.filePath("a.csv")));
+  EXPECT_EQ(QImage(folder.filePath("a.png")).size(), seen * 2);
+  EXPECT_TRUE(content("a.PDF").startsWith("%PDF-"));
+  const QByteArray csv = content("a.csv");
+  EXPECT_EQ(csv.count('\n'), 1 + 360);
+  EXPECT_TRUE(
+      csv.startsWith("time,until,value,verdict,sky_word,rain,held,sky_c,clear_sky_c,ambient_c,dew_point_c\r\n"));
+  // The last one: the fake clock's time and an hour, in Berlin's winter.
+  EXPECT_TRUE(csv.contains("\r\n2026-11-21T23:04:05.000+01:00,")) << csv.right(300).toStdString();
+
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit usual{};
+  getrlimit(RLIMIT_FSIZE, &usual);
+  const rlimit small{.rlim_cur = 1000, .rlim_max = usual.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);  // a full disk
+  const bool saved = window.SaveValues(folder.filePath("a.csv"));
+  setrlimit(RLIMIT_FSIZE, &usual);
+  EXPECT_FALSE(saved);
+  EXPECT_EQ(content("a.csv"), csv);  // what was there stays
+  EXPECT_TRUE(Message(window).startsWith("Cannot save " + folder.filePath("a.csv") + ": "));
+  EXPECT_EQ(reports.size(), 1u);
+}
+
+/// Opens the ticker to the test.
+class Ticks : public LocalTimeTicker {
+ public:
+  using LocalTimeTicker::LocalTimeTicker;
+  std::string Labels(qint64 from, double hours, int count) {
+    setTickCount(count);
+    QVector<double> ticks;
+    QVector<QString> labels;
+    const auto start = static_cast<double>(from);
+    generate(QCPRange(start, start + hours * 3600), QLocale::c(), 'f', 6, ticks, nullptr, &labels);
+    return QStringList(labels.begin(), labels.end()).join(" ").replace("\n", "/").toStdString();
+  }
+};
+
+// The moments by date(1): the changes of summer time of Berlin, Lord Howe (half an hour) and New York in 2026.
+TEST(LocalTimeTicker, StaysAtRoundTimesThroughAChangeOfSummerTime) {
+  struct Case {
+    const char* zone;
+    qint64 from;
+    double hours;
+    int count;
+    const char* labels;
+  };
+  const std::vector<Case> cases{
+      {"Europe/Berlin", 1'792'969'200, 4.5, 5,  // 2026-10-26 00:00 +01:00
+       "00:00/2026-10-26 01:00 02:00 03:00 04:00"},
+      {"Europe/Berlin", 1'792'879'200, 4.5, 5,  // 2026-10-25 00:00 +02:00
+       "00:00+02/2026-10-25 01:00+02 02:00+02 02:00+01 03:00+01"},
+      {"Europe/Berlin", 1'792'879'200, 30, 5,  // in steps of six hours
+       "00:00+02/2026-10-25 06:00+01 12:00+01 18:00+01 00:00+01/2026-10-26"},
+      {"Europe/Berlin", 1'774'738'800, 4.5, 5,  // 2026-03-29 00:00 +01:00
+       "00:00+01/2026-03-29 01:00+01 03:00+02 04:00+02 05:00+02"},
+      {"Australia/Lord_Howe", 1'775'309'400, 4, 4,  // 2026-04-05 00:30 +11:00
+       "01:00+11/2026-04-05 02:00+10:30 03:00+10:30 04:00+10:30"},
+      {"America/New_York", 1'795'237'200, 49, 2,  // 2026-11-21 00:00 -05:00
+       "2026-11-21 2026-11-22 2026-11-23"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(Ticks(QTimeZone(c.zone)).Labels(c.from, c.hours, c.count), c.labels) << c.zone << " " << c.from;
+  }
+}
+
+}  // namespace
+}  // namespace orvalis
