@@ -91,7 +91,9 @@ int Run(const std::filesystem::path& folder) {
   while (!recorder.Shown().Extent()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   std::vector<double> draws;
   for (const GraphKind* kind : {&TemperatureGraph(), &WindGraph()}) {
-    frmGraph window(*kind, {.recorder = recorder, .centigrade = [] { return false; }, .report = report});
+    frmGraph window(
+        *kind,
+        {.recorder = recorder, .centigrade = [] { return false; }, .on_top = [] { return false; }, .report = report});
     window.resize(1200, 700);
     window.show();
     QCoreApplication::processEvents();

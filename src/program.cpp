@@ -345,6 +345,7 @@ void Program::OpenGraphs() {
   graphs_ = std::make_unique<GraphWindows>(
       frmGraph::Parts{.recorder = history_,
                       .centigrade = [this] { return settings_.Centigrade; },
+                      .on_top = [this] { return settings_.AlwaysOnTop; },
                       .report = [this](const std::string& text) { events_.Record(text); }});
   history_.OnReplaced([this] { graphs_->ShowAnew(); });
   QObject::connect(form_->AddToolButton("Temperature &graph…"), &QPushButton::clicked, form_.get(),

@@ -1,6 +1,7 @@
 #include "ui/frm_graph.h"
 
 #include <QBoxLayout>
+#include <QDir>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
@@ -215,6 +216,7 @@ void frmGraph::keyPressEvent(QKeyEvent* event) {
 QString frmGraph::AskForFile(const QString& title, const char* filter, const char* suffix) {
   message_->hide();
   if (folder_.isEmpty()) folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  if (!QFileInfo(folder_).isDir()) folder_ = QDir::homePath();
   const QDateTime from = QDateTime::fromMSecsSinceEpoch(plot_->Shown().from, parts_.zone);
   const QString name = QString("orvalis-") +
                        (kind_.curves.front().quantity == Quantity::kWind ? "wind-" : "temperatures-") +

@@ -25,6 +25,7 @@ class frmGraph : public QWidget {
   struct Parts {
     const HistoryRecorder& recorder;
     std::function<bool()> centigrade;
+    std::function<bool()> on_top;  ///< whether the panel is in front of everything, and would cover the window
     std::function<void(const std::string& text)> report;  ///< told what could not be saved
     QTimeZone zone = QTimeZone::systemTimeZone();
   };

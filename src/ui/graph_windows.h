@@ -31,6 +31,7 @@ class GraphWindows {
       window = std::make_unique<frmGraph>(kind, parts_);
       if (theme_) window->SetTheme(*theme_);
     }
+    if (!window->isVisible()) window->setWindowFlag(Qt::WindowStaysOnTopHint, parts_.on_top());
     window->showNormal();
     window->raise();
     window->activateWindow();

@@ -214,7 +214,6 @@ std::vector<QPoint> HistoryPlot::Pixels() const {
 }
 
 void HistoryPlot::Rebuild() {
-  readout_->Hide();
   SetShown(follows_ ? xAxis->range() + (Everything().upper - xAxis->range().upper) : xAxis->range());
   replot(rpQueuedReplot);
 }
@@ -267,6 +266,7 @@ void HistoryPlot::Recalculate() {
   constexpr int kTickDistance = 95;
   xAxis->ticker()->setTickCount(std::max(2, columns / kTickDistance));
   ShowTitle();
+  ShowReadout();
 }
 
 void HistoryPlot::FitValueAxis(QCPAxis* axis) {
@@ -338,7 +338,6 @@ void HistoryPlot::WrapLegends() {
 void HistoryPlot::resizeEvent(QResizeEvent* event) {
   WrapLegends();
   QCustomPlot::resizeEvent(event);
-  readout_->Hide();
   if (xAxis->range().size() <= kShortestRange / 2) return;  // not shown yet
   Recalculate();
   replot(rpQueuedReplot);
@@ -346,7 +345,9 @@ void HistoryPlot::resizeEvent(QResizeEvent* event) {
 
 void HistoryPlot::mouseMoveEvent(QMouseEvent* event) {
   QCustomPlot::mouseMoveEvent(event);
-  PointAt(event->position());
+  pointer_ = event->position();
+  ShowReadout();
+  layer("readout")->replot();
 }
 
 void HistoryPlot::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -356,28 +357,20 @@ void HistoryPlot::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void HistoryPlot::leaveEvent(QEvent* event) {
   QCustomPlot::leaveEvent(event);
-  if (!readout_->shown()) return;
-  readout_->Hide();
+  pointer_.reset();
+  ShowReadout();
   layer("readout")->replot();
 }
 
-void HistoryPlot::PointAt(QPointF position) {
-  const double per_pixel = xAxis->range().size() / Columns();
+void HistoryPlot::ShowReadout() {
+  readout_->Hide();
+  if (!pointer_ || !axisRect()->rect().contains(pointer_->toPoint())) return;
   constexpr double kNearPixels = 6;
-  const double reach = std::max(kLongestStepMs / kMsPerSecond, kNearPixels * per_pixel);
-  const double time = xAxis->pixelToCoord(position.x());
-  std::optional<Span> span;
-  if (axisRect()->rect().contains(position.toPoint())) {
-    span = source_.history().Nearest(static_cast<std::int64_t>(time * kMsPerSecond),
-                                     static_cast<std::int64_t>(reach * kMsPerSecond));
-  }
-  if (!span) {
-    if (readout_->shown()) {
-      readout_->Hide();
-      layer("readout")->replot();
-    }
-    return;
-  }
+  const double near = kNearPixels * xAxis->range().size() / Columns() * kMsPerSecond;
+  const double time = xAxis->pixelToCoord(pointer_->x()) * kMsPerSecond;
+  const std::optional<Span> span = source_.history().Nearest(static_cast<std::int64_t>(time),
+                                                             std::max(kLongestStepMs, static_cast<std::int64_t>(near)));
+  if (!span) return;
   const double middle = (static_cast<double>(span->first) + static_cast<double>(span->last)) / 2 / kMsPerSecond;
   const double x = xAxis->coordToPixel(middle);
   QString when = LocalTime(static_cast<double>(span->first) / kMsPerSecond, zone_).toString("yyyy-MM-dd HH:mm:ss");
@@ -409,7 +402,6 @@ void HistoryPlot::PointAt(QPointF position) {
   }
   rows.push_back({conditions, nullptr, std::nullopt});
   readout_->Show(x, std::move(rows));
-  layer("readout")->replot();
 }
 
 }  // namespace orvalis

@@ -76,7 +76,8 @@ class HistoryPlot : public QCustomPlot {
   void FitValueAxis(QCPAxis* axis);
   void ShowTitle();
   void WrapLegends();
-  void PointAt(QPointF position);
+  /// The values at the pointer, or nothing where there are none.
+  void ShowReadout();
   [[nodiscard]] int Columns() const;
 
   const GraphKind& kind_;
@@ -87,6 +88,7 @@ class HistoryPlot : public QCustomPlot {
   bool follows_ = true;     ///< its end is that of the history
   bool adjusting_ = false;  ///< the range is being set from here
   std::uint64_t revision_ = 0;
+  std::optional<QPointF> pointer_;
 
   QCPTextElement* title_ = nullptr;
   std::array<Legend, 2> legends_;  ///< of the curves and of the conditions

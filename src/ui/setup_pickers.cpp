@@ -2,8 +2,10 @@
 
 #include <QAbstractFileIconProvider>
 #include <QDir>
+#include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPixmap>
@@ -28,6 +30,21 @@ class NoIcons : public QAbstractFileIconProvider {
   QPixmap blank_;
 };
 
+/// Does for a control that is not ours what NightProof does for our own: the text cursor would be white.
+class RedOver : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::Paint) return false;
+    watched->event(event);
+    auto* control = static_cast<QWidget*>(watched);
+    QPainter painter(control);
+    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    painter.fillRect(control->rect(), Qt::red);
+    return true;
+  }
+};
+
 /// What is red of `icon`, for a disabled button too.
 QIcon Reddened(const QIcon& icon) {
   constexpr int kSide = 16;
@@ -48,18 +65,23 @@ QIcon Reddened(const QIcon& icon) {
 /// As the settings and other programs of this system write it.
 std::string StoredPath(const QString& path) { return QDir::toNativeSeparators(path).toStdString(); }
 
-std::optional<std::string> Ask(QFileDialog& dialog, PickerLook look) {
-  // The dialog asks for icons until its end, which is after this function's.
+/// Before the dialog is told of a folder: it keeps the icons that it showed once.
+void Dress(QFileDialog& dialog, PickerLook look) {
+  // The dialog asks for icons until its end.
   static NoIcons no_icons;
-  if (look == PickerLook::kNight) {
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setIconProvider(&no_icons);
-    if (dialog.parentWidget() != nullptr) dialog.setPalette(dialog.parentWidget()->palette());
-    dialog.setSizeGripEnabled(false);
-    for (QToolButton* button : dialog.findChildren<QToolButton*>()) {
-      button->setIcon(Reddened(button->icon()));
-    }
+  if (look != PickerLook::kNight) return;
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setIconProvider(&no_icons);
+  if (dialog.parentWidget() != nullptr) dialog.setPalette(dialog.parentWidget()->palette());
+  dialog.setSizeGripEnabled(false);
+  for (QToolButton* button : dialog.findChildren<QToolButton*>()) {
+    button->setIcon(Reddened(button->icon()));
   }
+  auto* red_over = new RedOver(&dialog);
+  for (QLineEdit* edit : dialog.findChildren<QLineEdit*>()) edit->installEventFilter(red_over);
+}
+
+std::optional<std::string> Ask(QFileDialog& dialog) {
   const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
   if (!chosen) return std::nullopt;
   return StoredPath(dialog.selectedFiles().constFirst());
@@ -84,12 +106,13 @@ QString ToQtFilter(std::string_view filter) {
 std::optional<std::string> PickFile(QWidget* parent, std::string_view filter, const std::string& current,
                                     PickerLook look) {
   QFileDialog dialog(parent, "Open", {}, ToQtFilter(filter));
+  Dress(dialog, look);
   dialog.setFileMode(QFileDialog::ExistingFile);
   if (const QFileInfo file(ToQString(current)); !current.empty() && file.absoluteDir().exists()) {
     dialog.setDirectory(file.absolutePath());
     if (file.exists()) dialog.selectFile(file.fileName());
   }
-  return Ask(dialog, look);
+  return Ask(dialog);
 }
 
 std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& current, PickerLook look) {
@@ -98,16 +121,20 @@ std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& cur
     const std::optional<QString> folder = desktop::AskForFolder(parent, title, ToQString(current));
     return folder ? std::optional(StoredPath(*folder)) : std::nullopt;
   }
-  QFileDialog dialog(parent, title, ToQString(current));
+  QFileDialog dialog(parent, title);
+  Dress(dialog, look);
+  dialog.setDirectory(ToQString(current));
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
-  return Ask(dialog, look);
+  return Ask(dialog);
 }
 
 std::optional<std::string> PickSaveFile(QWidget* parent, const QString& title, std::string_view filter,
                                         const QString& suggested, PickerLook look) {
   const QFileInfo file(suggested);
-  QFileDialog dialog(parent, title, file.absolutePath(), ToQtFilter(filter));
+  QFileDialog dialog(parent, title, {}, ToQtFilter(filter));
+  Dress(dialog, look);
+  dialog.setDirectory(file.absolutePath());
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   const auto suffix_of = [](const QString& name_filter) {
@@ -123,12 +150,13 @@ std::optional<std::string> PickSaveFile(QWidget* parent, const QString& title, s
   dialog.selectFile(file.fileName());
   // The toolkit's own question has a coloured picture in it.
   if (look == PickerLook::kNight) dialog.setOption(QFileDialog::DontConfirmOverwrite);
-  while (std::optional<std::string> path = Ask(dialog, look)) {
+  while (std::optional<std::string> path = Ask(dialog)) {
     if (look != PickerLook::kNight || !QFileInfo::exists(ToQString(*path))) return path;
     QMessageBox box(QMessageBox::NoIcon, title, ToQString(*path) + " already exists.\nDo you want to replace it?",
                     QMessageBox::Yes | QMessageBox::No, parent);
     if (parent != nullptr) box.setPalette(parent->palette());
     for (QAbstractButton* button : box.buttons()) button->setIcon({});
+    box.setDefaultButton(QMessageBox::No);
     if (box.exec() == QMessageBox::Yes) return path;
   }
   return std::nullopt;

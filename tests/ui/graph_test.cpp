@@ -58,6 +58,7 @@ class GraphTest : public testing::Test {
   frmGraph::Parts Parts() {
     return {.recorder = recorder,
             .centigrade = [this] { return centigrade; },
+            .on_top = [] { return false; },
             .report = [this](const std::string& text) { reports.push_back(text); },
             .zone = QTimeZone("Europe/Berlin")};
   }
@@ -124,9 +125,15 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   EXPECT_EQ(row(5), "safe, clear");
   centigrade = false;
   window.FollowSettings();
-  Point(plot, QPointF(plot.width() / 2.0, plot.height() / 2.0));
   EXPECT_EQ(row(3), "Ambient  50.0 °F");
   EXPECT_EQ(plot.yAxis->label(), "Temperature (°F)");
+
+  const std::string middle = row(0);
+  plot.Pan(-0.3);
+  plot.Zoom(0.25);
+  EXPECT_NE(row(0), middle);  // another time is below the pointer now
+  plot.ShowAll();
+  EXPECT_EQ(row(0), middle);
 
   // The end is in sight, so it goes along; a view of the past stays.
   const std::int64_t end = plot.Shown().to;
