@@ -47,6 +47,7 @@ bench:          ## measure everything that has a budget
 screenshots:    ## make the pictures of the README again
 	@scripts/install-deps.sh build test
 	@scripts/build.sh release
+	@scripts/build.sh bench
 	@scripts/screenshots.sh
 
 windows:        ## cross-build orvalis.exe, in build/windows/bin/; Qt for Windows is built first, once

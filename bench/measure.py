@@ -250,7 +250,7 @@ def graphs(world):
                 xdotool("key", "ctrl+w")
     megabytes = resident_megabytes(process.pid)
     stop(process)
-    row("resident memory after the graphs", "%.1f MB" % megabytes, "< 90 MB", megabytes < 90)
+    row("resident memory after the graphs", "%.1f MB" % megabytes, "< 70 MB", megabytes < 70)
 
 
 frame_path()

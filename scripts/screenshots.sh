@@ -89,3 +89,28 @@ import -window "$traffic" "$out/traffic.png"
 echo "$out/traffic.png"
 kill $program
 wait $program || true
+
+# The graphs, of a night that the simulated unit played.
+python3 bench/night_frames.py "$bin/orvalis-unit" "$(date +%s%3N)" |
+  build/bench/bin/history_fill "$folder/history.sqlite" >/dev/null
+"$bin/orvalis" profile set Centigrade True
+for theme in 0 1; do
+  "$bin/orvalis" profile set NightTheme $theme
+  "$bin/orvalis" 2>/dev/null &
+  program=$!
+  for graph in "temperatures:alt+g:Orvalis Temperatures" "wind:alt+h:Orvalis Wind and humidity"; do
+    IFS=: read -r name key title <<<"$graph"
+    window Orvalis >/dev/null
+    sleep 2
+    xdotool key "$key"
+    id=$(window "$title")
+    xdotool mousemove --window "$id" 500 200
+    sleep 1
+    file=$out/graph-$name$( ((theme)) && echo -night || true).png
+    import -window "$id" "$file"
+    echo "$file"
+    xdotool key ctrl+w
+  done
+  kill $program
+  wait $program || true
+done
