@@ -21,9 +21,9 @@ namespace orvalis {
 /// and offered again with the next batch; what goes wrong is reported once until it is mended.
 class HistoryRecorder {
  public:
-  static constexpr std::chrono::minutes kBatchInterval{1};
+  static constexpr std::chrono::seconds kBatchInterval{60};
   static constexpr std::int64_t kSamplesStoredMs = History::kKeptMs;
-  static constexpr std::int64_t kSpansStoredMs = 400 * 24 * History::kHourMs;
+  static constexpr std::int64_t kSpansStoredMs = History::kHourMs * 24 * 400;
 
   struct Parts {
     EventLoop& loop;

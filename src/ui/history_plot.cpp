@@ -272,17 +272,16 @@ void HistoryPlot::Recalculate() {
 void HistoryPlot::FitValueAxis(QCPAxis* axis) {
   double lowest = std::numeric_limits<double>::infinity();
   double highest = -lowest;
-  const CurveGraph* one = nullptr;
+  Quantity quantity = Quantity::kSky;
   for (const CurveGraph* curve : curves_) {
     if (curve->valueAxis() != axis) continue;
-    one = curve;
+    quantity = curve->kind().quantity;
     for (const QCPGraphData& point : *curve->data()) {
       if (std::isnan(point.value) || !xAxis->range().contains(point.key)) continue;
       lowest = std::min(lowest, point.value);
       highest = std::max(highest, point.value);
     }
   }
-  const Quantity quantity = one->kind().quantity;
   const bool temperature = IsTemperature(quantity);
   axis->setLabel((temperature ? "Temperature" : ToQString(quantity == Quantity::kHumidity ? "Humidity" : "Wind")) +
                  " (" + UnitOf(quantity, centigrade_) + ")");

@@ -56,9 +56,10 @@ void CurveGraph::draw(QCPPainter* painter) {
   const QCPAxis* time = keyAxis();
   const QCPAxis* value = valueAxis();
   const QCPRange pixels(time->coordToPixel(time->range().lower), time->coordToPixel(time->range().upper));
-  const double step = kMarkerDistance;
-  const double shift = step * (0.5 + place_) / 4;
-  for (double x = pixels.lower + shift; x < pixels.upper; x += step) {
+  const double first = pixels.lower + kMarkerDistance * (0.5 + place_) / 4;
+  const int count = static_cast<int>((pixels.upper - first) / kMarkerDistance) + 1;
+  for (int i = 0; i < count; ++i) {
+    const double x = first + i * kMarkerDistance;
     const double wanted = time->pixelToCoord(x);
     const auto after = mDataContainer->findBegin(wanted, false);
     if (after == mDataContainer->constBegin() || after == mDataContainer->constEnd()) continue;
