@@ -8,9 +8,9 @@
 #include <csignal>
 #include <utility>
 
-#include "platform/linux/qt_program_starter.h"
 #include "platform/linux/command_starter.h"
 #include "platform/linux/private_file.h"
+#include "platform/linux/qt_program_starter.h"
 #include "platform/linux/qt_serial_port.h"
 #include "platform/linux/qt_sound_player.h"
 #include "platform/linux/serial_port_list.h"

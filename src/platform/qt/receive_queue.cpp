@@ -9,8 +9,7 @@ ReceiveQueue::ReceiveQueue() {
   deliver_.setSingleShot(true);
   give_up_.setSingleShot(true);
   connect(&deliver_, &QTimer::timeout, this, &ReceiveQueue::Deliver);
-  connect(&give_up_, &QTimer::timeout, this,
-          [this] { Finish(SerialPort::Outcome::kTimedOut, arrived_.size()); });
+  connect(&give_up_, &QTimer::timeout, this, [this] { Finish(SerialPort::Outcome::kTimedOut, arrived_.size()); });
 }
 
 void ReceiveQueue::ReceiveCounted(std::size_t count, SerialPort::ReceiveDone done) {
