@@ -78,7 +78,8 @@ Section "Orvalis"
   WriteRegDWORD HKLM "${UNINSTALL}" "NoRepair" 1
 SectionEnd
 
-; The settings are the user's, and stay.
+; The settings and the logs of the weather are the user's, and stay. What the program writes beside itself for its own
+; use goes, the script with the password above all.
 Section "Uninstall"
   SetRegView 64
   SetShellVarContext all
@@ -87,6 +88,10 @@ Section "Uninstall"
   Delete "$INSTDIR\orvalis.exe"
   RMDir /r "$INSTDIR\docs"
   Delete "$INSTDIR\LICENSE.txt"
+  Delete "$INSTDIR\winscp.txt"
+  Delete "$INSTDIR\screenshot.bmp"
+  Delete "$INSTDIR\image.jpg"
+  Delete "$INSTDIR\orvalis_errors*.txt"
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"
   Delete "$SMPROGRAMS\Orvalis.lnk"
