@@ -182,6 +182,9 @@ void frmGraph::changeEvent(QEvent* event) {
     case QEvent::PaletteChange:
       if (!night_ && plot_ != nullptr) ApplyTheme();
       break;
+    case QEvent::FontChange:
+      if (!applying_theme_ && plot_ != nullptr) plot_->SetTheme(theme_);
+      break;
     case QEvent::WindowStateChange:
       RunTimer();
       break;
