@@ -2,7 +2,9 @@
 //
 //   com_client early          reads members through the vtable: one line each
 //   com_client late           calls by name, with wrong counts and types too: one line each
-//   com_client hold           creates an object, prints "held", and keeps it until a line comes on standard input
+//   com_client hold           creates an object, prints "held", and keeps it until an empty line comes on standard
+//   input;
+//                             the lines "on" and "off" set its Connected, and what came of that is printed
 //   com_client measure N      "ORVALIS EMPTY": medians in microseconds of N reads each, side by side, of the program's
 //                             property and of an automation server that does nothing else
 //   com_client serve          is that server, until it is ended
@@ -140,7 +142,9 @@ int Hold() {
   auto* weather = Create<IWeather>(CLSID_Weather, IID_IWeather);
   std::cout << "held" << std::endl;
   std::string line;
-  std::getline(std::cin, line);
+  while (std::getline(std::cin, line) && !line.empty()) {
+    std::cout << ResultText(weather->put_Connected(line == "on" ? VARIANT_TRUE : VARIANT_FALSE)) << std::endl;
+  }
   weather->Release();
   return 0;
 }

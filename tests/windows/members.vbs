@@ -48,7 +48,6 @@ For i = 0 To WScript.Arguments.Count - 1
     Case "Pressure" value = weather.Pressure
     Case "Halt(1)" weather.Halt 1
     Case "Connected=word" weather.Connected = "word"
-    Case "sleep" WScript.Sleep 4000
   End Select
   Report name, value, Err.Number, Err.Source, Err.Description
 Next
