@@ -120,6 +120,12 @@ class Case(unittest.TestCase):
         result = self.run_program("profile", "set", key, value)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
 
+    def wait_until(self, condition, what):
+        end = time.monotonic() + PATIENCE
+        while not condition():
+            self.assertLess(time.monotonic(), end, what)
+            time.sleep(0.1)
+
     @staticmethod
     def reading(program, matches=lambda reading: True, patience=PATIENCE):
         """The next reading that `matches`."""

@@ -4,7 +4,6 @@ import os
 import re
 import signal
 import subprocess
-import time
 import unittest
 
 from harness import BIN, PATIENCE, Case, Process
@@ -66,12 +65,6 @@ class BusCase(Case):
                               capture_output=True, text=True, timeout=PATIENCE).stdout
         found = re.search(r"uint32 (\d+)", text)
         return int(found.group(1)) if found else None
-
-    def wait_until(self, condition, what):
-        end = time.monotonic() + PATIENCE
-        while not condition():
-            self.assertLess(time.monotonic(), end, what)
-            time.sleep(0.1)
 
 
 class StartedByAPerson(BusCase):

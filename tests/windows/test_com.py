@@ -2,7 +2,6 @@
 
 import os
 import subprocess
-import time
 import unittest
 
 from test_program import PATIENCE, PORT, PROGRAM, WINE, WINDOWS_BIN, Process, WindowsCase, windows_path
@@ -69,12 +68,6 @@ class ComCase(WindowsCase):
                 break
         self.assertEqual(output[-1:], ["end"], output)
         return output[:-1]
-
-    def wait_until(self, condition, what):
-        end = time.monotonic() + PATIENCE
-        while not condition():
-            self.assertLess(time.monotonic(), end, what)
-            time.sleep(0.1)
 
 
 class Members(ComCase):
