@@ -185,8 +185,8 @@ int Program::Run() {
 }
 
 void Program::ShutDown() noexcept {
+  startup_->Shutdown();  // first: the link is closed and the panel's place kept, whatever the history's disk does
   history_.Flush();
-  startup_->Shutdown();
 }
 
 bool Program::BringToFront() {

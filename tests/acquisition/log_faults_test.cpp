@@ -2,39 +2,24 @@
 // can neither be moved nor removed.
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <atomic>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <thread>
 
 #include "acquisition/log_writer.h"
-#include "tests/support/link_fixture.h"
+#include "tests/support/log_fixture.h"
 
 namespace orvalis {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string Content(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-class LogFaultsTest : public test::LinkFixture {
+class LogFaultsTest : public test::LogFixture {
  protected:
-  LogFaultsTest() { fs::create_directories(folder); }
-  ~LogFaultsTest() override { fs::remove_all(base); }
-
   RotatingLog FullLog() {
     return {LogWriter::kFullLog, [this](const std::string& text) { events.Record(text); }};
   }
-
-  const fs::path base = fs::temp_directory_path() / ("orvalis-log-" + std::to_string(getpid()) + "-" +
-                                                     testing::UnitTest::GetInstance()->current_test_info()->name());
-  const fs::path folder = base / "log folder";
 };
 
 TEST_F(LogFaultsTest, TheFullLogOutlivesItsFolder) {

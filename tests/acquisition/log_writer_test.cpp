@@ -1,30 +1,20 @@
 #include "acquisition/log_writer.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <fstream>
-#include <iterator>
 #include <string>
 
 #include "acquisition/frame_interpreter.h"
-#include "tests/support/link_fixture.h"
+#include "tests/support/log_fixture.h"
 
 namespace orvalis {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string Content(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-class LogWriterTest : public test::LinkFixture {
+class LogWriterTest : public test::LogFixture {
  protected:
-  LogWriterTest() { fs::create_directories(folder); }
-  ~LogWriterTest() override { fs::remove_all(base); }
-
   LogEntry Entry(std::string_view line) {
     frame = SensorFrame(line);
     FrameInterpreter interpreter;
@@ -39,9 +29,6 @@ class LogWriterTest : public test::LinkFixture {
     return {kind, [this](const std::string& text) { events.Record(text); }};
   }
 
-  const fs::path base = fs::temp_directory_path() / ("orvalis-log-" + std::to_string(getpid()) + "-" +
-                                                     testing::UnitTest::GetInstance()->current_test_info()->name());
-  const fs::path folder = base / "log folder";
   SensorFrame frame;
 };
 

@@ -88,6 +88,11 @@ class Unit(Process):
         answer = self.line(lambda text: text.startswith(("ok", "error")))
         assert answer.startswith("ok"), answer
 
+    def measure(self, values):
+        """From now on the unit sends these values, by field."""
+        for field, value in values.items():
+            self.tell("set %s %s" % (field, value))
+
 
 class Case(unittest.TestCase):
     """Each test has a folder, a profile and a line of its own; what it started is ended."""

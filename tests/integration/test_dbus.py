@@ -70,9 +70,8 @@ class BusCase(Case):
 class StartedByAPerson(BusCase):
     def test_members_answer_with_their_types_and_errors(self):
         unit = self.unit("--fast")
-        for field, value in {"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "371", "WND": "20",
-                             "RB": "0"}.items():
-            unit.tell("set %s %s" % (field, value))
+        unit.measure({"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "371", "WND": "20",
+                      "RB": "0"})
         program = self.headless()
         self.reading(program, lambda r: r["ambient_c"] == 5)
         # From the values above: 48.867 % shown as 48.9, 18 mph by 0.8689762.

@@ -15,9 +15,8 @@ from harness import BIN, PATIENCE, Case
 class Headless(Case):
     def test_readings_are_what_the_unit_measures(self):
         unit = self.unit("--fast")
-        for field, value in {"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "120", "WND": "20",
-                             "LGT": "1000", "RB": "0", "HB": "2"}.items():
-            unit.tell("set %s %s" % (field, value))
+        unit.measure({"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "120", "WND": "20",
+                      "LGT": "1000", "RB": "0", "HB": "2"})
         program = self.headless()
         self.event(program, "connected to " + self.link)
         reading = self.reading(program, lambda r: r["ambient_c"] == 5)

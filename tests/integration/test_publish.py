@@ -23,9 +23,8 @@ PASSWORD = "s3cr%t/x y"
 class PublishCase(Case):
     def quiet_night(self, *options):
         unit = self.unit("--fast", *options)
-        for field, value in {"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "120", "WND": "20",
-                             "LGT": "1000"}.items():
-            unit.tell("set %s %s" % (field, value))
+        unit.measure({"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "120", "WND": "20",
+                      "LGT": "1000"})
         return unit
 
     def web_server(self, *acts):

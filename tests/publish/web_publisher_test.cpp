@@ -31,18 +31,12 @@ class WebPublisherTest : public PublishFixture {
     return all.substr(begin == std::string::npos ? 0 : begin + 1);
   }
 
-  PollCycle publishing_poll{{.loop = loop,
-                             .clock = clock,
-                             .link = link,
-                             .settings = settings,
-                             .weather = weather,
-                             .panel = panel,
-                             .events = events,
-                             .boundary = boundary,
-                             .alerts = alerts,
-                             .logs = logs,
-                             .locale = {},
-                             .uploads = {&publisher.webcam_schedule(), &publisher.readings_schedule()}}};
+  [[nodiscard]] PollCycle::Parts PublishingParts() {
+    PollCycle::Parts parts = PollParts();
+    parts.uploads = {&publisher.webcam_schedule(), &publisher.readings_schedule()};
+    return parts;
+  }
+  PollCycle publishing_poll{PublishingParts()};
 };
 
 // Worked by hand from the frame HUM=0520 TP=-02000 TA=+00500 WND=0020 R=0120 and the clock's 2026-11-21 21:04:05.

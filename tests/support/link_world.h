@@ -22,6 +22,20 @@ struct LinkWorld {
     profile.log.clear();
   }
 
+  [[nodiscard]] PollCycle::Parts PollParts() {
+    return {.loop = loop,
+            .clock = clock,
+            .link = link,
+            .settings = settings,
+            .weather = weather,
+            .panel = panel,
+            .events = events,
+            .boundary = boundary,
+            .alerts = alerts,
+            .logs = logs,
+            .locale = {}};
+  }
+
   /// One tick of both timers, followed by its second.
   void Tick(bool auto_connect) {
     poll.Poll();
@@ -46,17 +60,7 @@ struct LinkWorld {
   AlertRecorder given;
   Alerts alerts{given, given, events};
   LogWriter logs{[this](const std::string& text) { events.Record(text); }};
-  PollCycle poll{{.loop = loop,
-                  .clock = clock,
-                  .link = link,
-                  .settings = settings,
-                  .weather = weather,
-                  .panel = panel,
-                  .events = events,
-                  .boundary = boundary,
-                  .alerts = alerts,
-                  .logs = logs,
-                  .locale = {}}};
+  PollCycle poll{PollParts()};
 };
 
 }  // namespace orvalis::test

@@ -73,9 +73,8 @@ class ComCase(WindowsCase):
 class Members(ComCase):
     def test_scripts_and_compiled_clients_see_the_same(self):
         unit = self.unit("--fast")
-        for field, value in {"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "371", "WND": "20",
-                             "RB": "0"}.items():
-            unit.tell("set %s %s" % (field, value))
+        unit.measure({"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "371", "WND": "20",
+                      "RB": "0"})
         program = self.headless()
         self.reading(program, lambda r: r["ambient_c"] == 5)
         not_served = " raised 80040400 [Orvalis]  is not implemented by this Orvalis server."
