@@ -13,8 +13,8 @@
 #include "acquisition/sensor_link.h"
 #include "base/event_list.h"
 #include "base/task.h"
-#include "platform/qt/ini_profile.h"
 #include "platform/linux/qt_serial_port.h"
+#include "platform/qt/ini_profile.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
 
