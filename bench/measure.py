@@ -13,29 +13,13 @@ import sys
 import tempfile
 import time
 
+from report import leave, processor_share, resident_megabytes, row, start_to_window
+
 BIN, SECONDS = sys.argv[1], float(sys.argv[2])
-TICKS = os.sysconf("SC_CLK_TCK")
-rows = []
-
-
-def row(what, figure, budget, kept):
-    rows.append(kept)
-    print("%-58s %14s   %-14s %s" % (what, figure, budget, "" if kept else "NOT KEPT"), flush=True)
 
 
 def run(*command, env=None):
     return subprocess.run(command, check=True, capture_output=True, text=True, env=env).stdout
-
-
-def cpu_seconds(pid):
-    with open("/proc/%d/stat" % pid) as file:
-        fields = file.read().rsplit(")", 1)[1].split()
-    return (int(fields[11]) + int(fields[12])) / TICKS
-
-
-def resident_megabytes(pid):
-    with open("/proc/%d/smaps_rollup" % pid) as file:
-        return next(int(line.split()[1]) for line in file if line.startswith("Rss:")) / 1024
 
 
 def frame_path():
@@ -100,18 +84,7 @@ def stop(process):
 
 
 def start_up(world):
-    times = []
-    for _ in range(9):
-        begin = time.monotonic()
-        process = world.start("--demo")
-        # xdotool's own --sync looks twice a second, which is too seldom.
-        while not subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Orvalis$"], env=world.env,
-                                 capture_output=True, timeout=20).stdout:
-            time.sleep(0.005)
-        times.append(time.monotonic() - begin)
-        stop(process)
-    median = statistics.median(times)
-    row("start to window", "%.2f s" % median, "< 0.5 s", median < 0.5)
+    start_to_window(lambda: world.start("--demo"), stop, world.env, 0.5)
     times = []
     for _ in range(3):
         begin = time.monotonic()
@@ -174,9 +147,7 @@ def clients(world):
         before = come_and_go(100)
         grown = 1024 * (come_and_go(100) - before)
         row("memory left by 100 clients that came and went", "%.0f kB" % grown, "0 kB", grown < 200)
-        cpu, begin = cpu_seconds(program.pid), time.monotonic()
-        time.sleep(20)
-        share = 100 * (cpu_seconds(program.pid) - cpu) / (time.monotonic() - begin)
+        share = processor_share(program.pid, 20)
         row("processor time with an idle client", "%.2f %%" % share, "< 0.3 %", share < 0.3)
         client.leave()
         stop(program)
@@ -203,9 +174,7 @@ def watch(world):
     for name, options, megabytes in (("headless", ["--headless"], 30), ("panel", [], 70)):
         process = world.start("--port", world.link, *options)
         time.sleep(6)
-        begin, cpu = time.monotonic(), cpu_seconds(process.pid)
-        time.sleep(SECONDS)
-        share = 100 * (cpu_seconds(process.pid) - cpu) / (time.monotonic() - begin)
+        share = processor_share(process.pid, SECONDS)
         memory = resident_megabytes(process.pid)
         stop(process)
         row("processor time, %s, over %d s" % (name, SECONDS), "%.2f %%" % share, "< 0.3 %", share < 0.3)
@@ -240,9 +209,7 @@ def graphs(world):
         xdotool("key", "Tab", "Home", "Right")  # the scroll bar, to one second
     for name, limit in (("both graphs open, every second", 2.0), ("both closed again", 0.3)):
         time.sleep(6)
-        begin, cpu = time.monotonic(), cpu_seconds(process.pid)
-        time.sleep(SECONDS)
-        share = 100 * (cpu_seconds(process.pid) - cpu) / (time.monotonic() - begin)
+        share = processor_share(process.pid, SECONDS)
         row("processor time, %s, over %d s" % (name, SECONDS), "%.2f %%" % share, "< %g %%" % limit, share < limit)
         for title in ("Orvalis Temperatures", "Orvalis Wind and humidity"):
             if xdotool("search", "--onlyvisible", "--name", "^%s$" % title):
@@ -262,4 +229,4 @@ with World() as world:
     clients(world)
     watch(world)
     graphs(world)
-sys.exit(0 if all(rows) else 1)
+leave()

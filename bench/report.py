@@ -1,0 +1,58 @@
+"""What the measurements share: the table of figures beside their budgets, and what a process uses."""
+
+import os
+import statistics
+import subprocess
+import sys
+import time
+
+TICKS = os.sysconf("SC_CLK_TCK")
+rows = []
+
+
+def row(what, figure, budget, kept):
+    rows.append(kept)
+    print("%-58s %14s   %-14s %s" % (what, figure, budget, "" if kept else "NOT KEPT"), flush=True)
+
+
+def leave():
+    """Exit code 1 when a budget is not kept."""
+    sys.exit(0 if all(rows) else 1)
+
+
+def cpu_seconds(pid):
+    with open("/proc/%d/stat" % pid) as file:
+        fields = file.read().rsplit(")", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / TICKS
+
+
+def processor_share(pid, seconds):
+    """Percent of a core, over the next `seconds`."""
+    begin, cpu = time.monotonic(), cpu_seconds(pid)
+    time.sleep(seconds)
+    return 100 * (cpu_seconds(pid) - cpu) / (time.monotonic() - begin)
+
+
+def megabytes(pid, *kinds):
+    """The sum of these lines of the kernel's account of the process's memory."""
+    with open("/proc/%d/smaps_rollup" % pid) as file:
+        return sum(int(line.split()[1]) for line in file if line.split(":")[0] in kinds) / 1024
+
+
+def resident_megabytes(pid):
+    return megabytes(pid, "Rss")
+
+
+def start_to_window(start, stop, env, budget):
+    times = []
+    for _ in range(9):
+        begin = time.monotonic()
+        process = start()
+        # xdotool's own --sync looks twice a second, which is too seldom.
+        while not subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Orvalis$"], env=env,
+                                 capture_output=True, timeout=20).stdout:
+            time.sleep(0.005)
+        times.append(time.monotonic() - begin)
+        stop(process)
+    median = statistics.median(times)
+    row("start to window", "%.2f s" % median, "< %g s" % budget, median < budget)

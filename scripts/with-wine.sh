@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Runs a command with this build's Wine ready, on a screen of its own, and ends both behind it: scripts/with-wine.sh COMMAND...
+set -euo pipefail
+cd "$(dirname "$0")/.."
+export WINEPREFIX=$PWD/build/windows/wine WINEARCH=win64 WINEDEBUG=-all WINELOADER=/usr/lib/wine/wine64
+mkdir -p build/windows
+display=$(mktemp)
+Xvfb -displayfd 3 -screen 0 1280x1024x24 3>"$display" 2>/dev/null &
+screen=$!
+trap 'wineserver -k >/dev/null 2>&1 || true; kill $screen $(jobs -p) 2>/dev/null || true; rm -f "$display"' EXIT
+while [[ ! -s $display ]]; do sleep 0.05; done
+DISPLAY=:$(cat "$display")
+export DISPLAY
+# A program that stays, and Wine's own services with it: they would start anew for each program otherwise, and hold on to
+# its output.
+scripts/wine.sh cmd /c exit >/dev/null 2>&1
+tail -f /dev/null | scripts/wine.sh cmd >/dev/null 2>&1 &
+scripts/wine.sh cmd /c exit >/dev/null 2>&1
+"$@"
