@@ -13,8 +13,8 @@
 namespace orvalis {
 namespace {
 
-/// While somebody waits: at the unit's speed, ten characters.
-constexpr std::chrono::milliseconds kFetchPause{10};
+/// While somebody waits: about one period of the system's clock, so that nothing makes that run faster for this.
+constexpr std::chrono::milliseconds kFetchPause{25};
 constexpr std::chrono::milliseconds kIdlePause{1000};
 /// What an adapter that does not send may hold up at most.
 constexpr DWORD kSendPatienceMs = 500;
@@ -86,7 +86,6 @@ std::string ComPortName(const std::string& port) {
 }
 
 ComPort::ComPort() {
-  fetch_.setTimerType(Qt::PreciseTimer);
   connect(&fetch_, &QTimer::timeout, this, &ComPort::Fetch);
 }
 
