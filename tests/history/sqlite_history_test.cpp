@@ -2,18 +2,15 @@
 
 #include <gtest/gtest.h>
 #include <unistd.h>
-#ifndef _WIN32
-#include <sys/resource.h>
-#endif
 
 #include <cmath>
-#include <csignal>
 #include <fstream>
 #include <string>
 #include <vector>
 
 #include "base/run_time_error.h"
 #include "tests/support/fake_event_loop.h"
+#include "tests/support/full_disk.h"
 
 namespace orvalis {
 namespace {
@@ -148,13 +145,10 @@ TEST_F(SqliteHistoryTest, AFullDiskAndAMissingFolderAreSaidAndMended) {
 
   std::vector<Sample> many;
   for (int i = 1; i < 5000; ++i) many.push_back(Reading(kNoon + 2000 * i));
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit usual{};
-  getrlimit(RLIMIT_FSIZE, &usual);
-  const rlimit small{.rlim_cur = 60'000, .rlim_max = usual.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);
-  const std::string full = message(many);
-  setrlimit(RLIMIT_FSIZE, &usual);
+  const std::string full = [&] {
+    const test::FullDisk disk(60'000);
+    return message(many);
+  }();
   EXPECT_TRUE(full.starts_with("cannot store the history ")) << full;
   EXPECT_EQ(SamplesOf(history).size(), 1u);  // all of it or nothing
   EXPECT_EQ(message(many), "");

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <QApplication>
 #include <QFile>
@@ -7,12 +6,12 @@
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QWheelEvent>
-#include <csignal>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "tests/support/fake_event_loop.h"
+#include "tests/support/full_disk.h"
 #include "ui/frm_graph.h"
 #include "ui/history_plot.h"
 #include "ui/history_plot_parts.h"
@@ -194,17 +193,15 @@ TEST_F(GraphTest, SavesWholeFilesOrSaysWhyNot) {
   // The last one: the fake clock's time and an hour, in Berlin's winter.
   EXPECT_TRUE(csv.contains("\r\n2026-11-21T23:04:05.000+01:00,")) << csv.right(300).toStdString();
 
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit usual{};
-  getrlimit(RLIMIT_FSIZE, &usual);
-  const rlimit small{.rlim_cur = 1000, .rlim_max = usual.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);  // a full disk
-  const bool saved = window.SaveValues(folder.filePath("a.csv"));
-  setrlimit(RLIMIT_FSIZE, &usual);
-  EXPECT_FALSE(saved);
+#ifndef _WIN32
+  {
+    const test::FullDisk full(1000);
+    EXPECT_FALSE(window.SaveValues(folder.filePath("a.csv")));
+  }
   EXPECT_EQ(content("a.csv"), csv);  // what was there stays
   EXPECT_TRUE(Message(window).startsWith("Cannot save " + folder.filePath("a.csv") + ": "));
   EXPECT_EQ(reports.size(), 1u);
+#endif
 }
 
 /// Opens the ticker to the test.

@@ -3,11 +3,14 @@
 #include <QApplication>
 
 int main(int argc, char** argv) {
-  // Needs no display, also when CTest only asks for the names of the tests.
+  testing::InitGoogleTest(&argc, argv);
+  if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();  // needs no display
+#ifndef _WIN32
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
+  QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);  // which no test can answer
   const QApplication application(argc, argv);
   QApplication::setStyle("Fusion");
   QApplication::setCursorFlashTime(0);
-  testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }
