@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QPainter>
 #include <QProxyStyle>
 #include <QStyleOption>
 #include <QUrl>
@@ -54,6 +55,14 @@ class DesktopStyle : public QProxyStyle {
     plain.palette.setBrush(QPalette::Base, colours.brush(QPalette::Active, dark ? QPalette::Button : QPalette::Base));
     plain.palette.setBrush(QPalette::Text, colours.brush(QPalette::Active, QPalette::Text));
     QProxyStyle::drawPrimitive(element, &plain, painter, widget);
+    // The style's own outline is darker than the window: there is none to be seen on a dark one.
+    if (dark && element == PE_IndicatorCheckBox) {
+      QColor edge = colours.color(QPalette::Active, QPalette::WindowText);
+      edge.setAlphaF(0.4F);
+      painter->setPen(edge);
+      painter->setBrush(Qt::NoBrush);
+      painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    }
   }
 };
 
