@@ -1,7 +1,8 @@
 """The real Windows program under Wine, between the simulated unit and a reader."""
 
 import os
-import signal
+import shutil
+import sqlite3
 import subprocess
 import sys
 import time
@@ -93,6 +94,29 @@ class Settings(WindowsCase):
         stored = self.wine("reg", "query", r"HKCU\Software\Orvalis\Orvalis.Weather", "/v", "RegVer").stdout
         self.assertRegex(stored, r"RegVer\s+REG_SZ\s+2\.18")
         self.wine("reg", "delete", r"HKCU\Software\Orvalis", "/f")
+
+
+    def test_everything_may_stand_below_letters_of_every_kind(self):
+        place = os.path.join(self.folder, "Dach über Ω 雨")
+        os.mkdir(place)
+        program = shutil.copy(PROGRAM, place)
+        self.env["ORVALIS_PROFILE_DIR"] = windows_path(os.path.join(place, "Profil ñ"))
+        for key, value in (("g_lFullLog", "1"), ("g_sFullLogPath", windows_path(place)), ("g_lOneLineLog", "1"),
+                           ("g_sOneLineLogPath", windows_path(place))):
+            result = self.wine(program, "profile", "set", key, value)
+            self.assertEqual((result.returncode, result.stderr), (0, ""))
+        unit = self.unit("--fast")
+        unit.measure({"TA": "5.00"})
+        running = Process([WINE, program, "--headless", "--json", "--port", str(PORT)], env=self.env)
+        self.addCleanup(running.kill)
+        self.reading(running, lambda r: r["ambient_c"] == 5)
+        self.assertEqual(self.end(running)[0], 0)
+        for name, text in (("Orvalis.txt", " AmbT = 5.0 "), ("orvalis_single.txt", "    5.0 ")):
+            with open(os.path.join(place, name), encoding="utf-8") as file:
+                self.assertIn(text, file.read())
+        history = sqlite3.connect(os.path.join(place, "Profil ñ", "history.sqlite"))
+        self.addCleanup(history.close)
+        self.assertIn((500,), history.execute("SELECT ambient FROM cycle").fetchall())
 
 
 class DriverObjects(WindowsCase):
