@@ -49,6 +49,7 @@ void LineToWords(benchmark::State& state) {
   for (auto _ : state) {
     const SensorFrame& frame = frames[next ^= 1];
     FrameInterpreter::ReadSwitches(frame, weather);
+    interpreter.ReadRainLightAndWind(frame, settings, weather);
     interpreter.Interpret(frame, settings, 200, weather);
     benchmark::DoNotOptimize(weather);
   }

@@ -45,6 +45,7 @@ int Run(const char* file) {
     const SensorFrame frame(text);
     if (count++ % kFramesPerGust == 0) interpreter.BeginGustBlock();
     FrameInterpreter::ReadSwitches(frame, weather);
+    interpreter.ReadRainLightAndWind(frame, settings, weather);
     interpreter.Interpret(frame, settings, 200, weather);
     clock.now = time;
     recorder.Note(weather, frame);

@@ -199,6 +199,7 @@ bool Program::BringToFront() {
 
 void Program::Refresh() {
   if (form_) form_->Refresh();
+  if (setup_routine_) setup_routine_->FollowUnit();
   if (submit_) submit_->RefreshPreview();
   if (graphs_) graphs_->FollowSettings();
 }
@@ -277,6 +278,7 @@ void Program::OpenSetup() {
   setup_routine_.emplace(SetupRoutine::Parts{.store = store_,
                                              .settings = settings_,
                                              .unit = options_,
+                                             .unit_known = [this] { return link_.Ready(); },
                                              .poll_timer = poll_timer_,
                                              .dialog = *setup_,
                                              .leftovers = leftovers_,

@@ -4,7 +4,6 @@
 #include <QString>
 #include <filesystem>
 #include <functional>
-#include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -138,11 +137,11 @@ class Program {
   ImmediateSwitches switches_;
   QtIntervalTimer poll_timer_;
   QtIntervalTimer second_timer_;
-  RotatingLog error_log_{
-      {.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .former_kept = 2},
-      [](const std::string& text) { std::cerr << "orvalis: " << text << '\n'; }};
   LineOutput output_{LineOutput::Stream::kOutput};
   LineOutput error_output_{LineOutput::Stream::kError};
+  RotatingLog error_log_{
+      {.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .former_kept = 2},
+      [this](const std::string& text) { error_output_.Write("orvalis: " + text); }};
   std::unique_ptr<frmHandBox> form_;
   std::unique_ptr<PanelWindow> window_;
   std::unique_ptr<frmSetup> setup_;

@@ -14,8 +14,11 @@ class FrameInterpreter {
   /// The verdict and what the unit has switched on. Never throws: nothing that goes wrong later may keep it back.
   static void ReadSwitches(const SensorFrame& frame, WeatherState& state);
 
-  /// Everything else. Returns whether a block of averages was completed. Throws RunTimeError for readings that have no
-  /// conversion; `state` may be partly new then.
+  /// What each frame says by itself, and the wind's figures. Never throws either.
+  void ReadRainLightAndWind(const SensorFrame& frame, const Settings& settings, WeatherState& state);
+
+  /// Everything else: the temperatures and what follows from them. Returns whether a block of averages was completed.
+  /// Throws RunTimeError for readings that have no conversion; `state` may be partly new then.
   bool Interpret(const SensorFrame& frame, const Settings& settings, double humidity_selector, WeatherState& state);
 
   /// The gust's time span is over.

@@ -22,7 +22,7 @@ void RotatingLog::Close() {
   file_.close();
   file_.clear();
   reported_.clear();
-  rotation_failed_ = false;
+  rotate_at_ = kind_.max_bytes;
 }
 
 bool RotatingLog::EnsureOpen() {
@@ -54,7 +54,7 @@ bool RotatingLog::EnsureOpen() {
 
 void RotatingLog::Write(const std::string& line) {
   if (path_.empty() || !EnsureOpen()) return;
-  if (!rotation_failed_ && size_ + line.size() + 1 > kind_.max_bytes) {
+  if (size_ + line.size() + 1 > rotate_at_) {
     Rotate();
     if (!EnsureOpen()) return;
   }
@@ -74,10 +74,11 @@ void RotatingLog::Rotate() {
   std::error_code error;
   fs::rename(path_, former(0), error);
   if (error) {
-    rotation_failed_ = true;
+    rotate_at_ = size_ + kind_.max_bytes / 10;  // it grows meanwhile, and is tried again then
     Fail("cannot begin a new " + std::string(kind_.name) + " " + TextOfPath(path_) + ": " + error.message());
     return;
   }
+  rotate_at_ = kind_.max_bytes;
   for (int number = kind_.former_kept; number >= 1; --number) fs::rename(former(number - 1), former(number), error);
 }
 

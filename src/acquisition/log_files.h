@@ -42,7 +42,7 @@ class RotatingLog {
   std::ofstream file_;
   std::uintmax_t size_ = 0;
   std::string reported_;
-  bool rotation_failed_ = false;
+  std::uintmax_t rotate_at_ = 0;  ///< the size at which a new file is begun, or tried to
 };
 
 /// The file that always holds exactly the latest record: replaced in one step, so that a reader never finds it empty or

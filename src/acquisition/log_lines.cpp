@@ -118,7 +118,7 @@ std::string OneLineRecord(const LogEntry& entry, const RainMemory& rain) {
   add(entry.seconds_since_frame, 0, 5);
   const std::string days = FormatFixed(DayCount(entry.time), 5);
   record += ' ' + RightAlign(std::string(days.size() < 12 ? 12 - days.size() : 0, '0') + days, 12);
-  add(CodeOf(w.cloud.text, kCloudCodes), 0, 1);
+  add(w.ambient_known ? CodeOf(w.cloud.text, kCloudCodes) : 0, 0, 1);
   add(CodeOf(w.wind_word.text, kWindCodes), 0, 1);
   add(RainCondition(w, rain), 0, 1);
   add(CodeOf(w.light_word.text, kDaylightCodes), 0, 1);

@@ -12,7 +12,7 @@ namespace orvalis {
 class LogWriter {
  public:
   static constexpr RotatingLog::Kind kFullLog{
-      .name = "full log", .file_name = "Orvalis.txt", .max_bytes = 20'000'000, .former_kept = 5};
+      .name = "full log", .file_name = "Orvalis.txt", .max_bytes = 75'000'000, .former_kept = 5};
 
   explicit LogWriter(const LogReport& report) : full_(kFullLog, report), one_line_(report) {}
 

@@ -27,14 +27,16 @@ void PollCycle::Poll() {
 
 Task<> PollCycle::WorkingCycle() {
   ++sample_count_;
+  TakeBackDemoVerdict();
   if (!InDemoMode() && parts_.link.Ready()) co_await parts_.link.PushSettings(parts_.settings);
   const Source source = co_await NextFrame();
   if (source == Source::kNone) co_return;
   BeginAnewAfterAGap(source);
   ReadSwitches();
+  ReadRainLightAndWind();
   Convert();
   ShowFresh();
-  GiveAlerts();
+  parts_.alerts.Check(Alerts::Kind::kCloud, parts_.settings, parts_.weather);
   StartUploads();
   WriteLogs();
   for (const Listener& listener : listeners_) listener(frame_);
@@ -56,9 +58,18 @@ Task<PollCycle::Source> PollCycle::NextFrame() {
   co_return Source::kNone;
 }
 
+void PollCycle::TakeBackDemoVerdict() {
+  if (InDemoMode() || source_ != Source::kDemo) return;
+  source_ = Source::kNone;
+  parts_.weather.unsafe_indicator = WeatherState::kNoVerdict;
+  parts_.panel.safe.reset();
+}
+
 void PollCycle::BeginAnewAfterAGap(Source source) {
   // Averages of last evening, or of made-up values, mixed with readings of now would look fresh and be wrong.
-  const bool continues = source == source_ && !parts_.panel.stale;
+  // The clock is asked too: the machine may have slept since the last tick.
+  const bool on_time = parts_.loop.TickCount() - last_frame_tick_ < std::int64_t{kStaleSeconds} * 1000;
+  const bool continues = source == source_ && !parts_.panel.stale && on_time;
   source_ = source;
   if (continues) return;
   interpreter_ = {};
@@ -72,13 +83,21 @@ void PollCycle::ReadSwitches() {
   parts_.alerts.Check(Alerts::Kind::kRelay, parts_.settings, parts_.weather);
 }
 
-void PollCycle::Convert() {
+void PollCycle::ReadRainLightAndWind() {
   if (counters_.gust_block.ticks() >= WindFigures::kGustBlockTicks) {
     counters_.gust_block.Reset();
     interpreter_.BeginGustBlock();
   }
+  interpreter_.ReadRainLightAndWind(frame_, parts_.settings, parts_.weather);
+  using enum Alerts::Kind;
+  for (const Alerts::Kind kind : {kRain, kWind, kLight}) parts_.alerts.Check(kind, parts_.settings, parts_.weather);
+}
+
+void PollCycle::Convert() {
+  frame_without_meaning_ = true;
   const bool averaged =
       interpreter_.Interpret(frame_, parts_.settings, TakeHumiditySelector(parts_.panel), parts_.weather);
+  frame_without_meaning_ = false;
   ShowReadings(parts_.weather, parts_.settings.Centigrade, parts_.locale, parts_.panel);
   parts_.panel.averaging =
       AveragingText(averaged, interpreter_.samples_taken(), parts_.settings.TempsAvgCount, parts_.panel.ambient);
@@ -94,13 +113,6 @@ void PollCycle::ShowFresh() {
   last_frame_tick_ = parts_.loop.TickCount();
   parts_.panel.stale = false;
   parts_.panel.fresh_at = parts_.clock.LocalNow();
-}
-
-void PollCycle::GiveAlerts() {
-  using enum Alerts::Kind;
-  for (const Alerts::Kind kind : {kRain, kWind, kLight, kCloud}) {
-    parts_.alerts.Check(kind, parts_.settings, parts_.weather);
-  }
 }
 
 void PollCycle::StartUploads() {
@@ -147,8 +159,9 @@ void PollCycle::WatchStaleness() {
   stale_reported_ = true;
   const std::string since =
       parts_.panel.fresh_at ? "since " + FormatTimeOfDay(*parts_.panel.fresh_at) : "since the start";
-  parts_.events.Record("stale: no complete frame " + since);
-  parts_.panel.status = "No complete frame from the unit " + since;
+  const std::string lacking = frame_without_meaning_ ? "reading that makes sense" : "complete frame";
+  parts_.events.Record("stale: no " + lacking + " " + since);
+  parts_.panel.status = "No " + lacking + " from the unit " + since;
 }
 
 }  // namespace orvalis

@@ -83,13 +83,17 @@ class PollCycle {
   Task<> WorkingCycle();
   /// Fetches the frame of this cycle into `frame_` and tells where it comes from.
   Task<Source> NextFrame();
+  /// After demo mode: what is made up says nothing about the sky.
+  void TakeBackDemoVerdict();
   /// Forgets what earlier frames left in averages and gusts when this one does not continue them.
   void BeginAnewAfterAGap(Source source);
   /// The verdict and the relay's alert, before anything that can fail.
   void ReadSwitches();
+  /// Rain, light and wind, with their alerts: no reading of them is without a meaning.
+  void ReadRainLightAndWind();
+  /// The temperatures and what follows from them.
   void Convert();
   void ShowFresh();
-  void GiveAlerts();
   void StartUploads();
   void WriteLogs();
   void RaiseCounters();
@@ -102,6 +106,7 @@ class PollCycle {
   std::uint64_t session_ = 0;                ///< the connection that `ready_since_` belongs to
   std::optional<std::int64_t> ready_since_;  ///< TickCount since when the unit can be asked
   bool stale_reported_ = false;
+  bool frame_without_meaning_ = false;  ///< the last frame was complete and could not be converted
   SensorFrame frame_;
   Source source_ = Source::kNone;  ///< of the last frame
   DemoFeed demo_;

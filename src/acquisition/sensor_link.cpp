@@ -15,6 +15,8 @@ constexpr int kBitsPerSecond = 9600;
 constexpr seconds kReceiveTimeout{4};
 /// The unit reads its line slowly: every character gets this much time.
 constexpr milliseconds kCharacterPause{20};
+/// An answer that took longer than this was slept over by the machine, and is not of now.
+constexpr milliseconds kLongestAnswer = kReceiveTimeout + seconds{1};
 /// The unit takes a reading before it answers.
 constexpr milliseconds kAnswerPause{80};
 
@@ -126,6 +128,7 @@ Task<SensorLink::FrameResult> SensorLink::RequestFrame(SensorFrame& frame) {
 
 Task<SensorLink::FrameResult> SensorLink::AskForFrame(SensorFrame& frame, milliseconds pause_after) {
   const std::uint64_t session = session_;
+  const std::int64_t asked_at = loop_.TickCount();
   port_.Transmit(kCommandMark);
   co_await Pause(loop_, kCharacterPause);
   if (Over(session)) co_return FrameResult::kEnded;
@@ -138,7 +141,8 @@ Task<SensorLink::FrameResult> SensorLink::AskForFrame(SensorFrame& frame, millis
   if (Over(session)) co_return FrameResult::kEnded;
   co_await Pause(loop_, pause_after);
   if (Over(session)) co_return FrameResult::kEnded;
-  co_return frame.IsComplete() ? FrameResult::kComplete : FrameResult::kIncomplete;
+  const bool in_time = loop_.TickCount() - asked_at <= kLongestAnswer.count();
+  co_return frame.IsComplete() && in_time ? FrameResult::kComplete : FrameResult::kIncomplete;
 }
 
 Task<> SensorLink::PushSettings(const Settings& settings) {

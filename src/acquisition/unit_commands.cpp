@@ -56,6 +56,8 @@ void UnitOptions::TakeFrom(const SensorFrame& frame) {
   force_relay = !allow_relay && frame.Integer(Field::kRb) == 1;
   allow_heater = frame.Integer(Field::kAh) == 1;
   force_heater = !allow_heater && frame.Integer(Field::kHb) == 1;
+  // What an earlier connection knew may be of another unit, or of one that has lost power since.
+  allow_rain = false;
 }
 
 std::int32_t UnitCommand::Value(const Settings& settings, const UnitOptions& options) const {

@@ -24,8 +24,10 @@ struct UnitOptions {
   bool allow_light = false;
   bool allow_wind = false;
 
-  /// Takes over what `frame` reports; a switch that it does not report stays as it is.
+  /// Takes over what `frame` reports; the switch that it does not report counts as off.
   void TakeFrom(const SensorFrame& frame);
+
+  [[nodiscard]] bool operator==(const UnitOptions& other) const = default;
 };
 
 /// One command to the unit: ":", two letters and the value.

@@ -20,6 +20,8 @@ struct WeatherState {
   static constexpr double kNoAverage = -99.0;
   /// What the sky field shows before the first frame.
   static constexpr double kNoSky = 999.0;
+  /// The unsafe indicator without a frame.
+  static constexpr std::int32_t kNoVerdict = -1;
 
   double body_celsius = kNoAverage;     ///< thermopile body, block average
   double ambient_celsius = kNoAverage;  ///< block average
@@ -36,7 +38,7 @@ struct WeatherState {
   bool sky_faulty = false;
 
   Word cloud;             ///< "Clear", "PCloudy", "Cloudy"
-  float clouds = 0;       ///< clouds figure: 0, 0.5 or 1.0
+  float clouds = 1;       ///< clouds figure: 0, 0.5 or 1.0; overcast until the first frame, in doubt
   std::int32_t rain = 0;  ///< counts, this frame
   bool raining = false;   ///< the count is above the threshold
   Word rain_word;         ///< "Dry", "Damp", "Rain"
@@ -51,7 +53,7 @@ struct WeatherState {
 
   /// The relay digit of the frame; safe exactly when it is 0. Until the first frame, and when there is anything but a
   /// digit in the frame, it is -1: in doubt, unsafe.
-  std::int32_t unsafe_indicator = -1;
+  std::int32_t unsafe_indicator = kNoVerdict;
 
   bool from_demo = false;  ///< the last frame was a demonstration line
 

@@ -33,10 +33,20 @@ void SetupRoutine::Run() {
   };
   const Paused paused(*this);
   SetupForm form = CopyIn();
+  shown_unit_ = form.unit;
+  shown_known_ = form.unit_known;
   while (parts_.dialog.Exec(form) && !Accept(form)) {
   }
   parts_.leftovers.Refresh(parts_.settings);
   if (parts_.window != nullptr) parts_.window->SetAlwaysOnTop(parts_.settings.AlwaysOnTop);
+}
+
+void SetupRoutine::FollowUnit() {
+  const bool known = parts_.unit_known();
+  if (!open_ || (parts_.unit == shown_unit_ && known == shown_known_)) return;
+  shown_unit_ = parts_.unit;
+  shown_known_ = known;
+  parts_.dialog.ShowUnit(shown_unit_, known);
 }
 
 SetupForm SetupRoutine::CopyIn() const {
@@ -48,6 +58,7 @@ SetupForm SetupRoutine::CopyIn() const {
   for (const SetupFlag& flag : SetupFlags()) form.flags.push_back(flag.Get(settings));
   for (const SetupFile& file : SetupFiles()) form.files.push_back(settings.*file.path);
   form.unit = parts_.unit;
+  form.unit_known = parts_.unit_known();
   form.port = parts_.store.Get(*FindSettingKey(kPortKey));
   if (form.port.empty()) form.port = kDefaultPort;
   return form;
@@ -78,7 +89,13 @@ bool SetupRoutine::Accept(SetupForm& form) {
     parts_.dialog.ShowMessage(error.what());
     return false;
   }
-  parts_.unit = form.unit;
+  if (!shown_known_) return true;
+  // Only what the user changed: the unit may have been connected meanwhile, and is not to be switched off by boxes that
+  // were empty before it was.
+  for (const SetupUnitOption& option : SetupUnitOptions()) {
+    const bool wanted = form.unit.*option.member;
+    if (wanted != shown_unit_.*option.member) parts_.unit.*option.member = wanted;
+  }
   return true;
 }
 

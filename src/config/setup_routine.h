@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -24,6 +25,7 @@ struct SetupForm {
   std::vector<bool> flags;
   std::vector<std::string> files;  ///< full paths; the dialog shows the names
   UnitOptions unit;
+  bool unit_known = false;  ///< whether a unit is connected that `unit` is of
   std::string port;
 };
 
@@ -34,6 +36,8 @@ class SetupDialog {
   /// Shows the dialog until the user is done, with `form` as it stands; then `form` holds what the user made of it.
   /// True after OK, false after Cancel.
   virtual bool Exec(SetupForm& form) = 0;
+  /// A unit was connected, or left, while the dialog is open: these are its switches.
+  virtual void ShowUnit(const UnitOptions& unit, bool known) = 0;
   /// A message box.
   virtual void ShowMessage(std::string_view text) = 0;
   /// The user asked for a dialog that is open already.
@@ -47,6 +51,7 @@ class SetupRoutine {
     SettingsStore& store;
     Settings& settings;
     UnitOptions& unit;
+    std::function<bool()> unit_known;  ///< whether a unit is connected
     IntervalTimer& poll_timer;
     SetupDialog& dialog;
     Leftovers& leftovers;
@@ -58,6 +63,8 @@ class SetupRoutine {
   /// Returns when the dialog is closed. The polling pauses meanwhile. Bad input is answered in the dialog; a store that
   /// cannot be written shows its reason and leaves the dialog open with nothing stored.
   void Run();
+  /// Keeps the open dialog's switches of the unit those of the unit that is connected. To be called now and then.
+  void FollowUnit();
   /// Whether the dialog is open.
   [[nodiscard]] bool open() const { return open_; }
 
@@ -69,6 +76,8 @@ class SetupRoutine {
   bool Accept(SetupForm& form);
 
   Parts parts_;
+  UnitOptions shown_unit_;  ///< the unit's switches as the dialog got them
+  bool shown_known_ = false;
   bool open_ = false;
 };
 

@@ -147,12 +147,19 @@ void frmSetup::ShowForm(const SetupForm& form) {
     }
   }
   for (std::size_t i = 0; i < files_.size(); ++i) files_[i]->SetPath(form.files[i]);
-  for (std::size_t i = 0; i < unit_options_.size(); ++i) {
-    unit_options_[i]->setChecked(form.unit.*SetupUnitOptions()[i].member);
-  }
+  ShowUnit(form.unit, form.unit_known);
   port_->SetPort(form.port);
   ShowPortNote();
   UpdateControls();
+}
+
+void frmSetup::ShowUnit(const UnitOptions& unit, bool known) {
+  for (std::size_t i = 0; i < unit_options_.size(); ++i) {
+    unit_options_[i]->setChecked(known && unit.*SetupUnitOptions()[i].member);
+    unit_options_[i]->setEnabled(known);
+    unit_options_[i]->setToolTip(known ? QString()
+                                       : "The unit's own switch: known, and to be changed, while it is connected");
+  }
 }
 
 void frmSetup::TakeForm(SetupForm& form) const {

@@ -43,6 +43,7 @@ class frmSetup : public QDialog, public SetupDialog {
   /// Shown again because of bad input, it stands where it stood, with the box in question in focus.
   bool Exec(SetupForm& form) override;
   /// Over the dialog or, while that is hidden, over its parent.
+  void ShowUnit(const UnitOptions& unit, bool known) override;
   void ShowMessage(std::string_view text) override;
   void BringToFront() override;
 

@@ -19,6 +19,7 @@ class LogWriterTest : public test::LogFixture {
     frame = SensorFrame(line);
     FrameInterpreter interpreter;
     FrameInterpreter::ReadSwitches(frame, weather);
+    interpreter.ReadRainLightAndWind(frame, settings, weather);
     interpreter.Interpret(frame, settings, 200, weather);
     return {.time = clock.LocalNow(), .weather = weather, .frame = frame};
   }
@@ -45,6 +46,8 @@ TEST_F(LogWriterTest, TheRecordStandsInItsColumns) {
             "2026-11-21 21:04.05.00 C M  -15.0    5.0    1.0    9.0 -29      5   0 1 1     0 046347.87784 3 2 2 1 0");
   rain.Note(weather, 60'001);
   EXPECT_TRUE(OneLineRecord(dry, rain).ends_with(" 0 0     0 046347.87784 3 2 1 1 0"));
+  weather.ambient_known = false;
+  EXPECT_TRUE(OneLineRecord(dry, rain).ends_with(" 046347.87784 0 2 1 1 0"));
 }
 
 TEST_F(LogWriterTest, TheFullLineHasEveryLabelInOrder) {

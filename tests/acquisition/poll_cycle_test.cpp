@@ -170,6 +170,16 @@ TEST_F(PollCycleTest, DemoValuesDoNotLeakIntoReadings) {
   EXPECT_EQ(panel.wind_gust, "0.0");
 }
 
+TEST_F(PollCycleTest, LeavingDemoModeLeavesNoVerdict) {
+  settings.DemoMode = 1;
+  Tick(4);
+  EXPECT_EQ(weather.unsafe_indicator, 0);
+  settings.DemoMode = 0;
+  Tick(2);
+  EXPECT_EQ(weather.unsafe_indicator, -1);
+  EXPECT_FALSE(panel.safe.has_value());
+}
+
 TEST_F(PollCycleTest, AnAmbientSensorThatDiedIsNotShownAsFresh) {
   Connect();
   Tick(4);
@@ -179,6 +189,7 @@ TEST_F(PollCycleTest, AnAmbientSensorThatDiedIsNotShownAsFresh) {
   Tick(20);
   EXPECT_EQ(panel.ambient, "");
   EXPECT_EQ(panel.cloud.text, "");
+  EXPECT_EQ(weather.cloud.text, "Cloudy") << "in doubt, for who acts on clouds";
   EXPECT_DOUBLE_EQ(weather.ambient_celsius, 5);
   port.frame = test::LiveFrame();
   Tick(2);
@@ -233,6 +244,21 @@ TEST_F(PollCycleTest, ASleepingMachineAgesTheValues) {
   EXPECT_TRUE(panel.stale);
 }
 
+// The answer came before the machine fell asleep, and is taken up behind it.
+TEST_F(PollCycleTest, AnAnswerFromBeforeASleepIsNotOfNow) {
+  Connect();
+  Tick(4);
+  Tick(1);
+  std::string verdicts;
+  poll.Listen([&](const SensorFrame& frame) { verdicts += frame.text()[83]; });
+  poll.Poll();
+  loop.Advance(milliseconds(50));
+  port.frame[83] = '1';
+  loop.Sleep(seconds(14));
+  loop.Advance(seconds(1));
+  EXPECT_EQ(verdicts, "1");
+}
+
 TEST_F(PollCycleTest, ATickDuringAWorkingCycleOnlyCounts) {
   Connect();
   Tick(4);
@@ -268,14 +294,21 @@ TEST_F(PollCycleTest, DemoModeAlternatesItsLinesWithoutTraffic) {
 }
 
 TEST_F(PollCycleTest, WhatCannotBeConvertedIsReportedOnceAndKeepsTheVerdict) {
+  settings.g_bchkEnableSounds = settings.g_bchkRainSounds = 1;
+  settings.g_sRainSounds = "rain.wav";
   Connect();
   Tick(4);
+  EXPECT_TRUE(given.paths.empty());
+  port.frame.replace(20, 4, "0900");
   port.frame.replace(58, 6, "-24312");  // the pole of the dew point formula
   port.frame[83] = '1';
   Tick(20);
   EXPECT_EQ(panel.safe, false);
   EXPECT_TRUE(panel.stale);
+  EXPECT_TRUE(weather.raining);
+  EXPECT_EQ(given.paths, (std::vector<std::string>{"rain.wav"}));
   const auto texts = EventTexts();
+  EXPECT_TRUE(texts.back().starts_with("stale: no reading that makes sense since ")) << texts.back();
   EXPECT_EQ(std::count_if(texts.begin(), texts.end(),
                           [](const std::string& text) { return text.starts_with("Error while polling the unit"); }),
             1);

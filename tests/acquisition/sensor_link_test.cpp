@@ -133,9 +133,10 @@ TEST_F(SensorLinkTest, PushesWhatDiffersFromTheCopyLastSent) {
   Tick(2);
   EXPECT_EQ(port.sent, ":SX+647:SL007:F");
   port.sent.clear();
-  // A new connection: perhaps another unit.
+  // A new connection: perhaps another unit, and nobody knows whether that one alarms at rain.
   connector.Disconnect();
   Connect();
+  EXPECT_FALSE(options.allow_rain);
   Tick(4);
   EXPECT_TRUE(port.sent.starts_with(":Sh001:ST060")) << port.sent;
 }

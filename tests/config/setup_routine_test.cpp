@@ -90,12 +90,16 @@ class ScriptedDialog : public SetupDialog {
     visits.erase(visits.begin());
     return visit(form);
   }
+  void ShowUnit(const UnitOptions& unit, bool known) override {
+    unit_shown = known ? std::optional(unit) : std::nullopt;
+  }
   void ShowMessage(std::string_view text) override { messages.emplace_back(text); }
   void BringToFront() override { ++brought_to_front; }
 
   std::vector<std::function<bool(SetupForm&)>> visits;
   std::vector<SetupForm> shown;
   Strings messages;
+  std::optional<UnitOptions> unit_shown;
   int brought_to_front = 0;
 };
 
@@ -114,12 +118,14 @@ class SetupRoutineTest : public test::LinkFixture {
     };
   }
 
+  bool unit_known = true;
   test::FakeTimer poll_timer;
   Leftovers leftovers;
   ScriptedDialog dialog;
   SetupRoutine routine{{.store = store,
                         .settings = settings,
                         .unit = options,
+                        .unit_known = [this] { return unit_known; },
                         .poll_timer = poll_timer,
                         .dialog = dialog,
                         .leftovers = leftovers,
@@ -148,6 +154,35 @@ TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
   EXPECT_EQ(settings.RainThreshold, 360);
   EXPECT_TRUE(options.allow_wind);
   EXPECT_TRUE(dialog.messages.empty());
+}
+
+// A unit that is connected while the dialog is open keeps its switches: OK changes those that the user changed.
+TEST_F(SetupRoutineTest, OkDoesNotSwitchOffAUnitThatCameMeanwhile) {
+  unit_known = false;
+  options.allow_rain = true;  // of an earlier connection
+  dialog.visits = {[this](SetupForm& form) {
+    EXPECT_FALSE(form.unit_known);
+    form.unit = {};
+    options = {.allow_relay = true, .allow_wind = true};
+    unit_known = true;
+    return true;
+  }};
+  routine.Run();
+  EXPECT_EQ(options, (UnitOptions{.allow_relay = true, .allow_wind = true}));
+
+  dialog.visits = {[this](SetupForm& form) {
+    routine.FollowUnit();
+    EXPECT_FALSE(dialog.unit_shown);  // nothing new
+    options.allow_light = true;
+    routine.FollowUnit();
+    EXPECT_EQ(dialog.unit_shown, options);
+    form.unit = options;
+    form.unit.allow_wind = false;
+    options.allow_heater = true;  // nobody has told the dialog yet
+    return true;
+  }};
+  routine.Run();
+  EXPECT_EQ(options, (UnitOptions{.allow_heater = true, .allow_relay = true, .allow_light = true}));
 }
 
 TEST_F(SetupRoutineTest, CancelLeavesEverythingAsItWas) {

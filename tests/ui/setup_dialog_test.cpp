@@ -35,6 +35,7 @@ class SetupDialogTest : public LinkFixture {
     }
     for (std::size_t i = 0; i < SetupFiles().size(); ++i) form.files.push_back("/sounds/file " + std::to_string(i));
     form.unit.force_relay = form.unit.allow_wind = true;
+    form.unit_known = true;
     form.port = "/dev/not-plugged-in";
   }
 
