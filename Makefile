@@ -1,5 +1,5 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: run demo build install package test asan lint format bench screenshots windows lint-windows test-windows installer clean help
+.PHONY: run demo build install package test asan lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
@@ -62,6 +62,10 @@ lint-windows: windows  ## clang-tidy for what only Windows has
 test-windows: windows  ## the tests of the logic and of Windows' side, under Wine
 	@scripts/install-deps.sh build test windows
 	@scripts/windows-test.sh
+
+bench-windows: windows  ## measure what of Windows has a budget, under Wine
+	@scripts/install-deps.sh build test windows
+	@bench/windows.sh
 
 installer: windows  ## the Windows installer, in build/windows/
 	@scripts/windows-installer.sh
