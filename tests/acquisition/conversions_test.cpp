@@ -6,16 +6,11 @@
 #include <string>
 
 #include "base/run_time_error.h"
+#include "base/text.h"
 #include "tests/support/fake_serial_port.h"
 
 namespace orvalis {
 namespace {
-
-SensorFrame With(std::size_t position, const std::string& text) {
-  std::string line = test::LiveFrame();
-  line.replace(position - 1, text.size(), text);
-  return SensorFrame(line);
-}
 
 // Each expected value was read off the line by eye.
 TEST(SensorFrame, CutsEveryFieldOfBothDemoLinesAndALiveOne) {
@@ -56,53 +51,55 @@ TEST(SensorFrame, CompleteMeansTheTerminatorAtItsPlaceAndNothingElse) {
   EXPECT_EQ(SensorFrame("HUM=07").Cut(SensorFrame::Field::kAc), "");
 }
 
-TEST(BlockAverages, ChangeOnceABlockAndRepeatTheAverageForMissingReadings) {
+class BlockAveragesTest : public testing::Test {
+ protected:
+  /// Adds a frame to a block of `size`: whether the block is complete.
+  bool Add(const std::string& measured, int size) {
+    return averages.Add(SensorFrame(test::LiveFrame(measured)), size, state);
+  }
+  /// The averages of body, ambient and rain; a question mark is before what is not known.
+  [[nodiscard]] std::string Known() const {
+    const auto text = [](double value, bool known) { return (known ? "" : "?") + FormatFixed(value, 2) + " "; };
+    return text(state.body_celsius, state.body_known) + text(state.ambient_celsius, state.ambient_known) +
+           FormatFixed(state.rain_average, 2);
+  }
+
   BlockAverages averages;
   WeatherState state;
-  EXPECT_FALSE(averages.Add(With(59, "+00600"), 3, state));
-  EXPECT_FALSE(averages.Add(With(59, "+00700"), 3, state));
+};
+
+TEST_F(BlockAveragesTest, ChangeOnceABlockAndRepeatTheAverageForMissingReadings) {
+  EXPECT_FALSE(Add("TA=+00600", 3));
+  EXPECT_FALSE(Add("TA=+00700", 3));
   EXPECT_EQ(averages.samples_taken(), 2);
-  EXPECT_EQ(state.ambient_celsius, -99.0);
-  EXPECT_FALSE(state.ambient_known);
-  EXPECT_TRUE(averages.Add(With(59, "+00950"), 3, state));
-  EXPECT_DOUBLE_EQ(state.ambient_celsius, 7.5);  // (6 + 7 + 9.5) / 3
-  EXPECT_DOUBLE_EQ(state.body_celsius, 6.0);
-  EXPECT_DOUBLE_EQ(state.rain_average, 120);
-  EXPECT_TRUE(state.ambient_known);
-  for (int i = 0; i < 3; ++i) averages.Add(With(59, "+19999"), 3, state);
-  EXPECT_DOUBLE_EQ(state.ambient_celsius, 7.5);
-  EXPECT_TRUE(state.ambient_known);
+  EXPECT_EQ(Known(), "?-99.00 ?-99.00 0.00");
+  EXPECT_TRUE(Add("TA=+00950", 3));
+  EXPECT_EQ(Known(), "6.00 7.50 120.00");  // (6 + 7 + 9.5) / 3
+  for (int i = 0; i < 3; ++i) Add("TA=+19999", 3);
+  EXPECT_EQ(Known(), "6.00 7.50 120.00");
 }
 
 // Before any reading the substitute is the start value; it must not pass for a temperature.
-TEST(BlockAverages, AMissingFirstReadingLeavesTheTemperatureUnknown) {
-  BlockAverages averages;
-  WeatherState state;
-  EXPECT_TRUE(averages.Add(With(59, "+19999"), 1, state));
-  EXPECT_EQ(state.ambient_celsius, -99.0);
-  EXPECT_FALSE(state.ambient_known);
-  EXPECT_TRUE(state.body_known);
-  averages.Add(With(59, "-00150"), 1, state);
-  EXPECT_DOUBLE_EQ(state.ambient_celsius, -1.5);
-  EXPECT_TRUE(state.ambient_known);
+TEST_F(BlockAveragesTest, AMissingFirstReadingLeavesTheTemperatureUnknown) {
+  EXPECT_TRUE(Add("TA=+19999", 1));
+  EXPECT_EQ(Known(), "6.00 ?-99.00 120.00");
+  Add("TA=-00150", 1);
+  EXPECT_EQ(Known(), "6.00 -1.50 120.00");
 }
 
-TEST(BlockAverages, ABlockWithoutAnEndIsAnErrorAndAChangedOneBeginsAnew) {
-  BlockAverages averages;
-  WeatherState state;
-  const SensorFrame frame(test::LiveFrame());
-  for (int i = 0; i < 300; ++i) EXPECT_FALSE(averages.Add(frame, 9999, state));
+TEST_F(BlockAveragesTest, ABlockWithoutAnEndIsAnErrorAndAChangedOneBeginsAnew) {
+  for (int i = 0; i < 300; ++i) EXPECT_FALSE(Add("", 9999));
   try {
-    averages.Add(frame, 9999, state);
+    Add("", 9999);
     FAIL();
   } catch (const RunTimeError& error) {
     EXPECT_EQ(error.number(), RunTimeError::kSubscriptOutOfRange);
   }
-  EXPECT_FALSE(averages.Add(frame, 9999, state));
+  EXPECT_FALSE(Add("", 9999));
   // Fewer samples asked for than were taken: the new block must still find its end.
-  for (int i = 0; i < 5; ++i) averages.Add(frame, 10, state);
-  EXPECT_FALSE(averages.Add(frame, 2, state));
-  EXPECT_TRUE(averages.Add(frame, 2, state));
+  for (int i = 0; i < 5; ++i) Add("", 10);
+  EXPECT_FALSE(Add("", 2));
+  EXPECT_TRUE(Add("", 2));
 }
 
 // Expected values from bc with 12 decimals.

@@ -11,17 +11,29 @@ namespace orvalis::test {
 
 class LinkFixture : public testing::Test, public LinkWorld {
  protected:
-  /// Connects and throws away what was written down.
-  void Connect() {
+  /// Connects, throws away what was written down and lets so many ticks pass.
+  void Connect(int ticks = 0) {
     connector.Connect();
     loop.Advance(std::chrono::seconds(1));
     ASSERT_TRUE(link.Connected());
     port.calls.clear();
     port.sent.clear();
+    Tick(ticks);
   }
 
   void Tick(int count, bool auto_connect = false) {
     for (int i = 0; i < count; ++i) LinkWorld::Tick(auto_connect);
+  }
+
+  /// From now on the unit answers with `LiveFrame(measured)`, or not at all; so many ticks pass.
+  void Measure(const std::string& measured, int ticks) {
+    port.silent = false;
+    port.frame = LiveFrame(measured);
+    Tick(ticks);
+  }
+  void Silence(int ticks) {
+    port.silent = true;
+    Tick(ticks);
   }
 
   [[nodiscard]] std::vector<std::string> EventTexts() const {
@@ -29,6 +41,7 @@ class LinkFixture : public testing::Test, public LinkWorld {
     for (const Event& event : events.events()) texts.push_back(event.text);
     return texts;
   }
+  [[nodiscard]] std::string LastEvent() const { return events.events().empty() ? "" : events.events().back().text; }
 };
 
 }  // namespace orvalis::test
