@@ -81,8 +81,8 @@ TEST_F(AlertsTest, AFailureIsListedOnceAndTheNextAlertWorks) {
   settings.g_bchkRepeatSounds = 1;
   alerted.failure = "there is no file rain.wav";
   Given({Kind::kRain}, 50);
-  EXPECT_EQ(EventTexts(), (std::vector<std::string>{"the rain sound: there is no file rain.wav",
-                                                    "the rain program: there is no file rain.wav"}));
+  EXPECT_EQ(EventTexts(), (test::Strings{"the rain sound: there is no file rain.wav",
+                                         "the rain program: there is no file rain.wav"}));
   alerted.failure.clear();
   EXPECT_EQ(Given({Kind::kRain}, 1), "rain.wav ");
 }

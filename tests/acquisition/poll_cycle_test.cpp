@@ -10,8 +10,8 @@ namespace orvalis {
 namespace {
 
 using std::chrono::milliseconds;
-using Strings = std::vector<std::string>;
 using test::LiveFrame;
+using test::Strings;
 
 class PollCycleTest : public test::LinkFixture {
  protected:
@@ -219,13 +219,7 @@ TEST_F(PollCycleTest, DemoModeAlternatesItsLinesWithoutTraffic) {
   std::string course;
   poll.Listen([&](const SensorFrame& frame) { course += frame.text() == kDryDemoLine ? 'd' : 'w'; });
   Tick(96);
-  EXPECT_EQ(course,
-            "ddddddddddddddd"
-            "wwwwwwww"
-            "dddddddd"
-            "wwwwwwww"
-            "dddddddd"
-            "w");
+  EXPECT_EQ(course, std::string(15, 'd') + "wwwwwwww" + "dddddddd" + "wwwwwwww" + "dddddddd" + "w");
   EXPECT_TRUE(port.calls.empty());
   EXPECT_EQ(panel.demo, true);
   EXPECT_FALSE(panel.stale);

@@ -7,7 +7,7 @@ namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::seconds;
-using Strings = std::vector<std::string>;
+using test::Strings;
 
 class SensorLinkTest : public test::LinkFixture {
  protected:
@@ -157,25 +157,28 @@ TEST_F(SensorLinkTest, AVanishedPortIsShownAndCountedDownFrom) {
   EXPECT_EQ(panel.status, "Connection lost: the adapter was pulled out");
   EXPECT_FALSE(panel.connect.checked);
   EXPECT_EQ(LastEvent(), "lost: the adapter was pulled out");
-  Tick(1, true);
+  auto_connect = true;
+  Tick(1);
   EXPECT_EQ(LastEvent(), "Not connected, AutoConnect enabled, starting wait to reconnect: 11/21/2026 09:04 PM");
   EXPECT_EQ(panel.connect.caption, "AutoConnect Enabled Will attempt reconnect in 119 secs");
-  Tick(118, true);
+  Tick(118);
   EXPECT_FALSE(link.Connected());
-  Tick(1, true);
+  Tick(1);
   EXPECT_TRUE(link.Connected());
-  Tick(1, true);
+  Tick(1);
   EXPECT_EQ(LastEvent(), "Reconnect succeeded: 11/21/2026 09:04 PM");
   EXPECT_EQ(panel.connect.caption, "Connected");
 }
 
 TEST_F(SensorLinkTest, AFailedReconnectBeginsTheNextWait) {
   port.silent = true;
-  Tick(130, true);
+  auto_connect = true;
+  Tick(130);
   std::string course;
   for (const std::string& text : EventTexts()) course += text.substr(0, text.find_first_of(":,")) + "; ";
   EXPECT_EQ(course, "Not connected; connect failed; Reconnect failed; Not connected; ");
-  Tick(1, false);
+  auto_connect = false;
+  Tick(1);
   EXPECT_EQ(panel.connect.caption, "Click to connect");
 }
 

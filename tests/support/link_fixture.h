@@ -9,6 +9,8 @@
 
 namespace orvalis::test {
 
+using Strings = std::vector<std::string>;
+
 class LinkFixture : public testing::Test, public LinkWorld {
  protected:
   /// Connects, throws away what was written down and lets so many ticks pass.
@@ -21,7 +23,7 @@ class LinkFixture : public testing::Test, public LinkWorld {
     Tick(ticks);
   }
 
-  void Tick(int count, bool auto_connect = false) {
+  virtual void Tick(int count) {
     for (int i = 0; i < count; ++i) LinkWorld::Tick(auto_connect);
   }
 
@@ -36,12 +38,14 @@ class LinkFixture : public testing::Test, public LinkWorld {
     Tick(ticks);
   }
 
-  [[nodiscard]] std::vector<std::string> EventTexts() const {
-    std::vector<std::string> texts;
+  [[nodiscard]] Strings EventTexts() const {
+    Strings texts;
     for (const Event& event : events.events()) texts.push_back(event.text);
     return texts;
   }
   [[nodiscard]] std::string LastEvent() const { return events.events().empty() ? "" : events.events().back().text; }
+
+  bool auto_connect = false;
 };
 
 }  // namespace orvalis::test
