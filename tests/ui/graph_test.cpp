@@ -12,29 +12,20 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/fake_event_loop.h"
+#include "tests/support/fake_history_store.h"
+#include "tests/support/link_fixture.h"
+#include "tests/support/window_tools.h"
 #include "ui/frm_graph.h"
 #include "ui/history_plot.h"
 #include "ui/history_plot_parts.h"
 #include "ui/local_time_ticker.h"
 
-namespace orvalis {
+namespace orvalis::test {
 namespace {
 
 constexpr std::int64_t kHour = 3'600'000;
 
-class NoStore : public HistoryStore {
- public:
-  Part Load(std::int64_t /*spans_from*/, std::int64_t /*samples_from*/, std::int64_t /*to*/) override { return {}; }
-  void Write(const Batch& /*batch*/) override {}
-  void Forget(std::int64_t /*samples_before*/, std::int64_t /*spans_before*/) override {}
-};
-
-void Settle() {
-  for (int i = 0; i < 5; ++i) QApplication::processEvents();
-}
-
-class GraphTest : public testing::Test {
+class GraphTest : public LinkFixture {
  protected:
   GraphTest() {
     weather.unsafe_indicator = 0;
@@ -48,8 +39,7 @@ class GraphTest : public testing::Test {
   /// So many hours with a reading every ten seconds.
   void Pass(double hours) {
     for (int i = 0; i < static_cast<int>(hours * 360); ++i) {
-      const int seconds = clock.now.second + 10;
-      clock.now.second = seconds;  // only added up
+      clock.now.second += 10;  // only added up
       weather.sky_celsius = -20 + i % 7;
       weather.wind_mph = weather.wind_gust_mph = i % 9;
       recorder.Note(weather, SensorFrame());
@@ -57,7 +47,7 @@ class GraphTest : public testing::Test {
   }
   frmGraph::Parts Parts() {
     return {.recorder = recorder,
-            .centigrade = [this] { return centigrade; },
+            .centigrade = [this] { return settings.Centigrade; },
             .on_top = [] { return false; },
             .report = [this](const std::string& text) { reports.push_back(text); },
             .zone = QTimeZone("Europe/Berlin")};
@@ -71,13 +61,9 @@ class GraphTest : public testing::Test {
     QApplication::sendEvent(&plot, &move);
   }
 
-  test::FakeEventLoop loop;
-  test::FakeClock clock;
-  NoStore store;
+  FakeHistoryStore history;
   std::vector<std::string> reports;
-  WeatherState weather;
-  bool centigrade = true;
-  HistoryRecorder recorder{{.loop = loop, .clock = clock, .store = store, .report = [](const std::string&) {}}};
+  HistoryRecorder recorder{{.loop = loop, .clock = clock, .store = history, .report = [](const std::string&) {}}};
 };
 
 TEST_F(GraphTest, NightShowsNothingButRed) {
@@ -98,18 +84,9 @@ TEST_F(GraphTest, NightShowsNothingButRed) {
     Point(window.plot(), QPointF(window.plot().width() / 2.0, window.plot().height() / 2.0));
     Settle();
     EXPECT_TRUE(window.plot().readout().shown());
-    const QImage night = window.grab().toImage();
-    int not_red = 0;
-    int lit = 0;
-    for (int y = 0; y < night.height(); ++y) {
-      for (int x = 0; x < night.width(); ++x) {
-        const QRgb pixel = night.pixel(x, y);
-        not_red += qGreen(pixel) != 0 || qBlue(pixel) != 0;
-        lit += qRed(pixel) > 200;
-      }
-    }
-    EXPECT_EQ(not_red, 0) << kind->title;
-    EXPECT_GT(lit, 1000) << kind->title;
+    const Light night(window.grab().toImage());
+    EXPECT_EQ(night.not_red, 0) << kind->title;
+    EXPECT_GT(night.bright, 1000) << kind->title;
   }
 }
 
@@ -123,7 +100,7 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   const auto row = [&](std::size_t index) { return plot.readout().rows().at(index).text.toStdString(); };
   EXPECT_EQ(row(3), "Ambient  10.0 °C");
   EXPECT_EQ(row(5), "safe, clear");
-  centigrade = false;
+  settings.Centigrade = false;
   window.FollowSettings();
   EXPECT_EQ(row(3), "Ambient  50.0 °F");
   EXPECT_EQ(plot.yAxis->label(), "Temperature (°F)");
@@ -250,4 +227,4 @@ TEST(LocalTimeTicker, StaysAtRoundTimesThroughAChangeOfSummerTime) {
 }
 
 }  // namespace
-}  // namespace orvalis
+}  // namespace orvalis::test
