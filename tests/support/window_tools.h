@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QImage>
-#include <QWidget>
+#include <QLabel>
+#include <QTabWidget>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -39,16 +41,30 @@ struct Light {
   int coloured = 0;
 };
 
-/// The letters after "&" that more than one of `texts` has: both controls would need the key pressed twice.
-inline std::string KeysTakenTwice(const QStringList& texts) {
-  QString keys;
+/// The letters after "&" that two texts have which are seen at the same time: both would need the key pressed twice.
+inline std::string KeysTakenTwice(const QWidget& window) {
+  const auto* tabs = window.findChild<QTabWidget*>();
   std::string twice;
-  for (const QString& text : texts) {
-    const auto mark = text.indexOf('&');
-    if (mark < 0) continue;
-    const QChar key = text[mark + 1].toUpper();
-    if (keys.contains(key)) twice += key.toLatin1();
-    keys.append(key);
+  for (int page = 0; page < tabs->count(); ++page) {
+    QString keys;
+    const auto take = [&](const QString& text) {
+      const auto mark = text.indexOf('&');
+      if (mark < 0) return;
+      const QChar key = text[mark + 1].toUpper();
+      if (keys.contains(key)) twice += text.toStdString() + "; ";
+      keys.append(key);
+    };
+    const auto is_elsewhere = [&](const QWidget* control) {
+      const auto* pages = tabs->widget(page)->parentWidget();
+      return pages->isAncestorOf(control) && !tabs->widget(page)->isAncestorOf(control);
+    };
+    for (int tab = 0; tab < tabs->count(); ++tab) take(tabs->tabText(tab));
+    for (const auto* label : window.findChildren<QLabel*>()) {
+      if (!is_elsewhere(label)) take(label->text());
+    }
+    for (const auto* button : window.findChildren<QAbstractButton*>()) {
+      if (!is_elsewhere(button)) take(button->text());
+    }
   }
   return twice;
 }

@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <QApplication>
 #include <QFile>
 #include <QLabel>
 #include <QScrollBar>
 #include <QTemporaryDir>
-#include <QWheelEvent>
 #include <csignal>
 #include <cstdlib>
 #include <string>
