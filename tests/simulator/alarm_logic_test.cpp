@@ -36,6 +36,7 @@ TEST(AlarmLogic, RelayAndHeater) {
       {"wind, alarm off", {{Field::kWind, 37}}, {{Setting::kWindAlarm, 0}}, false, false},
       {"day, alarm off", {{Field::kLight, 100}}, {}, false, false},
       {"day", {{Field::kLight, 100}}, {{Setting::kLightAlarm, 1}}, false, true},
+      {"day at its limit", {{Field::kLight, 950}}, {{Setting::kLightAlarm, 1}}, false, true},
       {"dark", {{Field::kLight, 951}}, {{Setting::kLightAlarm, 1}}, false, false},
       {"sky at its limit", {{Field::kSky, -5}}, {}, false, false},
       {"warm sky", {{Field::kSky, -4.99}}, {}, false, true},
