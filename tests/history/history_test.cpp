@@ -202,13 +202,8 @@ TEST(HistoryCsv, HasUnitsInItsHeaderAndLeavesBlankWhatIsNotKnown) {
   // An hour east of Greenwich; only the hour of the day differs here.
   const auto local = [](std::int64_t moment) {
     const auto seconds = static_cast<int>((moment - (kNoon - 36 * kHour)) / kSecond);
-    return CivilTime{.year = 2026,
-                     .month = 11,
-                     .day = 20 + seconds / 86400,
-                     .hour = seconds % 86400 / 3600 + 1,
-                     .minute = seconds % 3600 / 60,
-                     .second = seconds % 60,
-                     .utc_offset_minutes = 60};
+    const int hour = seconds % 86400 / 3600 + 1;
+    return CivilTime{2026, 11, 20 + seconds / 86400, hour, seconds % 3600 / 60, seconds % 60, 0, 60};
   };
   EXPECT_EQ(HistoryCsv(history, kEver, quantities, true, local),
             "time,until,value,verdict,sky_word,rain,held,ambient_c,wind_mph\r\n"
@@ -223,19 +218,15 @@ TEST(HistoryCsv, HasUnitsInItsHeaderAndLeavesBlankWhatIsNotKnown) {
 }
 
 TEST(UpdateRate, RunsFromOffOverSecondsToMinutes) {
-  struct Case {
-    int position;
-    long seconds;  // 0: never
-    const char* label;
-  };
-  for (const Case& c : std::vector<Case>{{0, 0, "Update Off"},
-                                         {1, 1, "Update 1 Sec"},
-                                         {59, 59, "Update 59 Sec"},
-                                         {60, 60, "Update 1 Min "},
-                                         {119, 3600, "Update 60 Min "}}) {
-    const UpdateRate rate(c.position);
-    EXPECT_EQ(rate.Interval().value_or(std::chrono::seconds(0)).count(), c.seconds);
-    EXPECT_EQ(rate.Label(), c.label);
+  const std::tuple<int, long, const char*> rows[] = {{0, 0, "Update Off"},  // never
+                                                     {1, 1, "Update 1 Sec"},
+                                                     {59, 59, "Update 59 Sec"},
+                                                     {60, 60, "Update 1 Min "},
+                                                     {119, 3600, "Update 60 Min "}};
+  for (const auto& [position, seconds, label] : rows) {
+    const UpdateRate rate(position);
+    EXPECT_EQ(rate.Interval().value_or(std::chrono::seconds(0)).count(), seconds);
+    EXPECT_EQ(rate.Label(), label);
   }
 }
 

@@ -77,11 +77,7 @@ TEST_F(WeatherTest, EachPropertyAnswersAndLeavesItsLines) {
   settings.StepTime = 0.25;
   settings.CanTemp = true;
   settings.CanTempComp = true;
-  const struct {
-    WeatherMember member;
-    WeatherValue value;
-    const char* lines;
-  } rows[] = {
+  const std::tuple<WeatherMember, WeatherValue, const char*> rows[] = {
       {WeatherMember::kSafe, true, "COM .Safe invoked\r\nSafe: True\r\n"},
       {WeatherMember::kAmbientTemperature, -9.99F, "AmbientTemperature invoked\r\nAmbientTemperature: -9.99\r\n"},
       {WeatherMember::kClouds, 0.5F, "COM .Clouds invoked\r\nCloud Coverage: 0.5\r\n"},
@@ -95,9 +91,9 @@ TEST_F(WeatherTest, EachPropertyAnswersAndLeavesItsLines) {
       {WeatherMember::kTemperature, -9.99, "Temperature: -9.99\r\n"},
   };
   Weather object(parts);
-  for (const auto& row : rows) {
-    EXPECT_EQ(object.Get(row.member), row.value) << row.lines;
-    EXPECT_EQ(TakeTraffic(), row.lines);
+  for (const auto& [member, value, lines] : rows) {
+    EXPECT_EQ(object.Get(member), value) << lines;
+    EXPECT_EQ(TakeTraffic(), lines);
   }
 
   weather.unsafe_indicator = -1;
@@ -112,43 +108,30 @@ TEST_F(WeatherTest, EachPropertyAnswersAndLeavesItsLines) {
 
 // Clients test the number and show the text.
 TEST_F(WeatherTest, WhatCannotServeRaisesAndLeavesItsLineOpen) {
-  const struct {
-    WeatherMember member;
-    const char* description;
-    const char* lines;
-  } rows[] = {
-      {WeatherMember::kBarometricPressure, " is not implemented by this Orvalis server.",
-       "COM .BarometricPressure invoked(not implemented)\r\n"},
-      {WeatherMember::kDewPoint, " is not implemented by this Orvalis server.",
-       "COM .DewPoint invoked(not implemented)\r\n"},
-      {WeatherMember::kInsideTemperature, " is not implemented by this Orvalis server.",
-       "COM .InsideTemperature invoked(not implemented)\r\n"},
-      {WeatherMember::kWindDirection, " is not implemented by this Orvalis server.",
-       "COM .WindDirection invoked(not implemented)\r\n"},
-      {WeatherMember::kWindSpeedWarn, "Property WindSpeedWarn is not implemented by this Orvalis server.",
-       "WindSpeedWarn: "},
-      {WeatherMember::kTemperature, "Property Temperature is not implemented by this Orvalis server.", "Temperature: "},
-      {WeatherMember::kHalt, "Halt is not implemented by this Orvalis server.", "Halt"},
+  const std::tuple<WeatherMember, const char*, const char*> rows[] = {
+      {WeatherMember::kBarometricPressure, "", "COM .BarometricPressure invoked(not implemented)\r\n"},
+      {WeatherMember::kDewPoint, "", "COM .DewPoint invoked(not implemented)\r\n"},
+      {WeatherMember::kInsideTemperature, "", "COM .InsideTemperature invoked(not implemented)\r\n"},
+      {WeatherMember::kWindDirection, "", "COM .WindDirection invoked(not implemented)\r\n"},
+      {WeatherMember::kWindSpeedWarn, "Property WindSpeedWarn", "WindSpeedWarn: "},
+      {WeatherMember::kTemperature, "Property Temperature", "Temperature: "},
+      {WeatherMember::kHalt, "Halt", "Halt"},
   };
   // The gates are exchanged: these three open none of those below.
   settings.CanTemp = settings.CanTempComp = settings.CanStepSize = false;
   settings.CanHalt = true;
   flags.moving = true;
   Weather object(parts);
-  for (const auto& row : rows) {
+  for (const auto& [member, name, lines] : rows) {
     Answer answer;
     try {
-      if (row.member == WeatherMember::kHalt) {
-        object.Halt();
-      } else {
-        static_cast<void>(object.Get(row.member));
-      }
+      member == WeatherMember::kHalt ? object.Halt() : static_cast<void>(object.Get(member));
     } catch (...) {
       Keep(answer, std::current_exception());
     }
-    EXPECT_EQ(answer.number, -2147220480) << row.lines;
-    EXPECT_EQ(answer.text, row.description);
-    EXPECT_EQ(TakeTraffic(), row.lines);
+    EXPECT_EQ(answer.number, -2147220480) << lines;
+    EXPECT_EQ(answer.text, std::string(name) + " is not implemented by this Orvalis server.");
+    EXPECT_EQ(TakeTraffic(), lines);
   }
   EXPECT_TRUE(flags.moving);
 
