@@ -19,20 +19,16 @@ TEST(SensorFrame, CutsEveryFieldOfBothDemoLinesAndALiveOne) {
   const SensorFrame wet(kWetDemoLine);
   EXPECT_EQ(dry.text().size(), 111u);
   EXPECT_FALSE(dry.IsComplete());
-  const struct {
-    F field;
-    const char* dry;
-    const char* wet;
-  } rows[] = {
+  const std::tuple<F, const char*, const char*> rows[] = {
       {F::kHum, "0000", "0700"},    {F::kLgt, "1023", "0001"},    {F::kR, "0100", "0500"},
       {F::kWnd, "0010", "0100"},    {F::kTp, "-00999", "+01000"}, {F::kTtp, "+00100", "+01000"},
       {F::kTa, "+00500", "+01500"}, {F::kAh, "0", "1"},           {F::kHb, "0", "1"},
       {F::kAr, "1", "1"},           {F::kRb, "0", "1"},           {F::kAw, "1", "1"},
       {F::kAl, "1", "1"},           {F::kAc, "1", "1"},
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(dry.Cut(row.field), row.dry);
-    EXPECT_EQ(wet.Cut(row.field), row.wet);
+  for (const auto& [field, in_dry, in_wet] : rows) {
+    EXPECT_EQ(dry.Cut(field), in_dry);
+    EXPECT_EQ(wet.Cut(field), in_wet);
   }
   EXPECT_DOUBLE_EQ(dry.Celsius(F::kTp), -9.99);
   EXPECT_TRUE(SensorFrame(test::LiveFrame()).IsComplete());

@@ -1,10 +1,7 @@
 // What happens to the logs' files behind the program's back, where the system lets it happen: on others an open file
 // can neither be moved nor removed.
 
-#include <gtest/gtest.h>
-
 #include <atomic>
-#include <string>
 #include <thread>
 
 #include "acquisition/log_writer.h"

@@ -1,9 +1,6 @@
 #include "acquisition/log_writer.h"
 
-#include <gtest/gtest.h>
-
 #include <fstream>
-#include <string>
 
 #include "acquisition/frame_interpreter.h"
 #include "tests/support/log_fixture.h"

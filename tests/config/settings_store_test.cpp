@@ -1,11 +1,8 @@
 #include "config/settings_store.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <map>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "base/run_time_error.h"
 #include "config/profile_command.h"
@@ -119,17 +116,14 @@ TEST_F(SettingsStoreTest, TheProfileCommandRefusesWhatATypeCannotHold) {
   EXPECT_EQ(out, "350\n");
   EXPECT_TRUE(profile.values.empty()) << "looking must not write";
 
-  const struct {
-    const char* key;
-    const char* value;
-    int code;
-  } rows[] = {{"RainThreshold", "abc", 1},     {"RainThreshold", "99999999999", 1},
-              {"Centigrade", "maybe", 1},      {"WindSpeedWarn", "1,5", 1},
-              {"NoSuchKey", "1", 2},           {"WindSpeedWarn", "7.5", 0},
-              {"COM Port", "/dev/ttyUSB1", 0}, {"g_sRainApp", "", 0}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(run({.verb = kSet, .key = row.key, .value = row.value, .subkey = {}}, "", out), row.code) << row.key;
-    EXPECT_EQ(out.empty(), row.code == 0) << out;
+  const std::tuple<const char*, const char*, int> rows[] = {
+      {"RainThreshold", "abc", 1},     {"RainThreshold", "99999999999", 1},
+      {"Centigrade", "maybe", 1},      {"WindSpeedWarn", "1,5", 1},
+      {"NoSuchKey", "1", 2},           {"WindSpeedWarn", "7.5", 0},
+      {"COM Port", "/dev/ttyUSB1", 0}, {"g_sRainApp", "", 0}};
+  for (const auto& [key, value, code] : rows) {
+    EXPECT_EQ(run({.verb = kSet, .key = key, .value = value, .subkey = {}}, "", out), code) << key;
+    EXPECT_EQ(out.empty(), code == 0) << out;
   }
   // The stamp is there, so that the next start does not reset what was set.
   EXPECT_DOUBLE_EQ(store.LoadSettings().WindSpeedWarn, 7.5);

@@ -1,7 +1,5 @@
 #include "headless/reading_lines.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {

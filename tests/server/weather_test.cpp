@@ -1,12 +1,8 @@
 #include "server/weather.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <memory>
 #include <optional>
-#include <string>
-#include <vector>
 
 #include "tests/support/link_fixture.h"
 

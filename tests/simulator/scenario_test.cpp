@@ -22,19 +22,14 @@ TEST(Scenario, LinesBetweenPointsStepsForFlagsAndAllOverAgain) {
       "100 TTP none\n"
       "200 TTP 8\n",
       "test");
-  struct Case {
-    Field field;
-    double seconds;
-    std::optional<double> value;
-  };
-  const Case cases[] = {
+  const std::tuple<Field, double, std::optional<double>> cases[] = {
       {Field::kAmbient, 0, 10.0},        {Field::kAmbient, 600, 10.0},        {Field::kAmbient, 750, 12.5},
       {Field::kAmbient, 1200, 20.0},     {Field::kAmbient, 3599, 20.0},       {Field::kAmbient, 3600, 10.0},
       {Field::kAmbient, 7200 + 900, 15}, {Field::kRelay, 599, std::nullopt},  {Field::kRelay, 600, 1.0},
       {Field::kRelay, 1229, 1.0},        {Field::kRelay, 1230, std::nullopt}, {Field::kWind, 5, std::nullopt},
       {Field::kBody, 99, 5.0},           {Field::kBody, 150, kNoReading},     {Field::kBody, 200, 8.0},
   };
-  for (const Case& c : cases) EXPECT_EQ(scenario.At(c.field, c.seconds), c.value) << c.seconds;
+  for (const auto& [field, seconds, value] : cases) EXPECT_EQ(scenario.At(field, seconds), value) << seconds;
 }
 
 TEST(Scenario, OnePointIsPlayedForever) {

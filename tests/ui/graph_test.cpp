@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <QFile>
@@ -7,8 +6,6 @@
 #include <QTemporaryDir>
 #include <csignal>
 #include <cstdlib>
-#include <string>
-#include <vector>
 
 #include "tests/support/fake_history_store.h"
 #include "tests/support/link_fixture.h"
@@ -198,14 +195,7 @@ class Ticks : public LocalTimeTicker {
 
 // The moments by date(1): the changes of summer time of Berlin, Lord Howe (half an hour) and New York in 2026.
 TEST(LocalTimeTicker, StaysAtRoundTimesThroughAChangeOfSummerTime) {
-  struct Case {
-    const char* zone;
-    qint64 from;
-    double hours;
-    int count;
-    const char* labels;
-  };
-  const std::vector<Case> cases{
+  const std::tuple<const char*, qint64, double, int, const char*> cases[] = {
       {"Europe/Berlin", 1'792'969'200, 4.5, 5,  // 2026-10-26 00:00 +01:00
        "00:00/2026-10-26 01:00 02:00 03:00 04:00"},
       {"Europe/Berlin", 1'792'879'200, 4.5, 5,  // 2026-10-25 00:00 +02:00
@@ -219,8 +209,8 @@ TEST(LocalTimeTicker, StaysAtRoundTimesThroughAChangeOfSummerTime) {
       {"America/New_York", 1'795'237'200, 49, 2,  // 2026-11-21 00:00 -05:00
        "2026-11-21 2026-11-22 2026-11-23"},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(Ticks(QTimeZone(c.zone)).Labels(c.from, c.hours, c.count), c.labels) << c.zone << " " << c.from;
+  for (const auto& [zone, from, hours, count, labels] : cases) {
+    EXPECT_EQ(Ticks(QTimeZone(zone)).Labels(from, hours, count), labels) << zone << " " << from;
   }
 }
 

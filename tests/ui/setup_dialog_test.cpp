@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
 #include <QFileDialog>
 #include <QLabel>
@@ -10,8 +8,6 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <functional>
-#include <string>
-#include <vector>
 
 #include "config/setup_fields.h"
 #include "tests/support/link_fixture.h"
@@ -147,22 +143,17 @@ TEST_F(SetupDialogTest, AdvancedShowsTheLeftovers) {
 }
 
 TEST_F(SetupDialogTest, BoxesOpenTheFieldsThatBelongToThem) {
-  struct Case {
-    const char* box;
-    bool on;
-    std::vector<const char*> closed;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, bool, std::vector<const char*>> cases[] = {
       {"chkCanTemp", false, {"TempCur", "TPTempOffset", "Thermistor_A", "ThermistorR_C"}},
       {"chkCanTempComp", false, {"TempMax", "TempSteps", "TempCompCB"}},
       {"chkCanStepSize", false, {"StepTime"}},
       {"chkBacklashDir", false, {"BacklashComp"}},
       {"chkSynchronous", true, {"AllowAsyncWindCB"}},
   };
-  for (const Case& row : cases) {
-    for (const bool on : {row.on, !row.on}) {
-      Get<QCheckBox>(row.box)->setChecked(on);
-      for (const char* name : row.closed) EXPECT_EQ(Get<QWidget>(name)->isEnabled(), on != row.on) << name;
+  for (const auto& [box, closing, closed] : cases) {
+    for (const bool on : {closing, !closing}) {
+      Get<QCheckBox>(box)->setChecked(on);
+      for (const char* name : closed) EXPECT_EQ(Get<QWidget>(name)->isEnabled(), on != closing) << name;
     }
   }
   EXPECT_TRUE(Get<QWidget>("TPTempHysteresis")->isEnabled());
