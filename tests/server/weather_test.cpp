@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <optional>
 
 #include "tests/support/link_fixture.h"
 
@@ -28,21 +27,17 @@ class WeatherTest : public test::LinkFixture {
             .end_program = [this] { ++ended; }};
   }
 
-  /// What `call` did: the error's number, 0 for success, nothing while it waits.
-  struct Answer {
-    std::optional<std::int32_t> number;
-    std::string text;
-  };
-  static void Keep(Answer& answer, const std::exception_ptr& error) {
+  /// What a call did: "done", the error's number and text, nothing while it waits.
+  static void Keep(std::string& answer, const std::exception_ptr& error) {
     try {
       if (error) std::rethrow_exception(error);
-      answer.number = 0;
+      answer = "done";
     } catch (const AutomationError& raised) {
-      answer = {raised.number(), raised.what()};
+      answer = std::to_string(raised.number()) + " " + raised.what();
     }
   }
-  static std::shared_ptr<Answer> SetConnected(Weather& object, bool value) {
-    auto answer = std::make_shared<Answer>();
+  static std::shared_ptr<std::string> SetConnected(Weather& object, bool value) {
+    auto answer = std::make_shared<std::string>();
     object.SetConnected(value, [answer](const std::exception_ptr& error) { Keep(*answer, error); });
     return answer;
   }
@@ -119,14 +114,13 @@ TEST_F(WeatherTest, WhatCannotServeRaisesAndLeavesItsLineOpen) {
   flags.moving = true;
   Weather object(parts);
   for (const auto& [member, name, lines] : rows) {
-    Answer answer;
+    std::string answer;
     try {
       member == WeatherMember::kHalt ? object.Halt() : static_cast<void>(object.Get(member));
     } catch (...) {
       Keep(answer, std::current_exception());
     }
-    EXPECT_EQ(answer.number, -2147220480) << lines;
-    EXPECT_EQ(answer.text, std::string(name) + " is not implemented by this Orvalis server.");
+    EXPECT_EQ(answer, std::string("-2147220480 ") + name + " is not implemented by this Orvalis server.");
     EXPECT_EQ(TakeTraffic(), lines);
   }
   EXPECT_TRUE(flags.moving);
@@ -168,18 +162,17 @@ TEST_F(WeatherTest, ConnectedWaitsForTheUnitAndForNothingElse) {
   Weather second(parts);
   const auto one = SetConnected(first, true);
   EXPECT_EQ(TakeTraffic(), "Link: False -> True Connected True (done)\r\n");
-  EXPECT_FALSE(one->number);
+  EXPECT_EQ(*one, "");
   EXPECT_EQ(first.Get(WeatherMember::kConnected), WeatherValue(true));  // the flag, before the link is up
   const auto two = SetConnected(second, true);
   loop.Advance(seconds(1));
-  EXPECT_EQ(one->number, 0);
-  EXPECT_EQ(two->number, 0);
+  EXPECT_EQ(*one + ", " + *two, "done, done");
   EXPECT_EQ(std::count(port.calls.begin(), port.calls.end(), "open"), 1);
-  EXPECT_EQ(SetConnected(first, true)->number, 0);  // at once: the link is up
+  EXPECT_EQ(*SetConnected(first, true), "done");  // at once: the link is up
 
   // A person started this program, so its link stays.
   window.Clear();
-  EXPECT_EQ(SetConnected(first, false)->number, 0);
+  EXPECT_EQ(*SetConnected(first, false), "done");
   EXPECT_EQ(TakeTraffic(), "Link: True -> False (ignored, not auto launch)\r\n");
   EXPECT_TRUE(link.Connected());
 
@@ -191,14 +184,13 @@ TEST_F(WeatherTest, ConnectedWaitsForTheUnitAndForNothingElse) {
   const auto never = SetConnected(*gone, true);
   gone.reset();
   loop.Advance(seconds(5));
-  EXPECT_EQ(failed->number, -2147220478);
-  EXPECT_EQ(failed->text, "The Orvalis unit is not connected");
-  EXPECT_FALSE(never->number);
+  EXPECT_EQ(*failed, "-2147220478 The Orvalis unit is not connected");
+  EXPECT_EQ(*never, "");
   EXPECT_FALSE(flags.connected);
 
   settings.DemoMode = 1;
   port.calls.clear();
-  EXPECT_EQ(SetConnected(first, true)->number, 0);
+  EXPECT_EQ(*SetConnected(first, true), "done");
   EXPECT_TRUE(port.calls.empty());
   EXPECT_EQ(first.Get(WeatherMember::kConnected), WeatherValue(true));
 }
@@ -211,7 +203,7 @@ TEST_F(WeatherTest, TheLastClientTakesTheLinkAndTheProgramWithIt) {
   SetConnected(*first, true);
   loop.Advance(seconds(1));
   window.Clear();
-  EXPECT_EQ(SetConnected(*first, false)->number, 0);
+  EXPECT_EQ(*SetConnected(*first, false), "done");
   EXPECT_EQ(TakeTraffic(), "Link: True -> False (ignored, not last user)\r\n");
   EXPECT_TRUE(link.Connected());
 
@@ -219,7 +211,7 @@ TEST_F(WeatherTest, TheLastClientTakesTheLinkAndTheProgramWithIt) {
   EXPECT_EQ(flags.client_count, 1);
   EXPECT_EQ(ended, 0);
   // The link is closed as asked, and the client is told that it is.
-  EXPECT_EQ(SetConnected(*first, false)->number, -2147220478);
+  EXPECT_EQ(*SetConnected(*first, false), "-2147220478 The Orvalis unit is not connected");
   EXPECT_EQ(TakeTraffic(), "Link: True -> FalseConnected False (done)\r\n");
   EXPECT_FALSE(link.Connected());
 
@@ -236,18 +228,18 @@ TEST_F(WeatherTest, TheLastClientTakesTheLinkAndTheProgramWithIt) {
 
 TEST_F(WeatherTest, SetupReturnsWhenTheDialogIsClosed) {
   auto object = std::make_unique<Weather>(parts);
-  Answer answer;
+  std::string answer;
   object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
   EXPECT_EQ(TakeTraffic(), "SetupDialog");
-  EXPECT_FALSE(answer.number);
+  EXPECT_EQ(answer, "");
   setup_closed();
-  EXPECT_EQ(answer.number, 0);
+  EXPECT_EQ(answer, "done");
 
-  answer = {};
+  answer.clear();
   object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
   object.reset();
   setup_closed();
-  EXPECT_FALSE(answer.number);
+  EXPECT_EQ(answer, "");
 }
 
 }  // namespace

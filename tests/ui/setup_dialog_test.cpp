@@ -96,10 +96,8 @@ TEST_F(SetupDialogTest, EveryRowHasItsControlAndComesBackUntouched) {
   for (int round = 0; round < 2; ++round) {
     const SetupForm given = form;
     EXPECT_TRUE(Exec([] {}));
-    EXPECT_EQ(form.texts, given.texts);
-    EXPECT_EQ(form.flags, given.flags);
-    EXPECT_EQ(form.files, given.files);
-    EXPECT_EQ(form.port, given.port);
+    EXPECT_EQ(std::tie(form.texts, form.flags, form.files, form.port),
+              std::tie(given.texts, given.flags, given.files, given.port));
     for (const SetupUnitOption& option : SetupUnitOptions()) {
       EXPECT_EQ(form.unit.*option.member, given.unit.*option.member) << option.name;
       form.unit.*option.member = !(form.unit.*option.member);
