@@ -131,26 +131,24 @@ TEST(CheckUrl, RefusesWhatCannotBeReached) {
     return "";
   };
   const std::string long_path(10'000, 'a');
-  const std::pair<std::string, const char*> cases[] = {
-      {"http://h/", ""},
-      {"http://h-1.example_2:81/p", ""},
-      {"", "Invalid Host"},
-      {"http:///p", "Invalid Host"},
-      {"http://:80/", "Invalid Host"},
-      {"h/p", "Invalid protocol schema"},
-      {"https://h/", "Invalid protocol schema"},
-      {"HTTP://h/", "Invalid protocol schema"},
-      {"http://h:80", "line"},
-      {"http://h:abc/", "line"},
-      {"http://h:0/", "line"},
-      {"http://h:-1/", "line"},
-      {"http://h:/", "line"},
-      {"http://u@h/", "line"},
-      {"http://h h/", "line"},
-      {"http://[::1]/", "line"},
-      {"http://h/" + long_path, "line"},
-      {"http://" + long_path + "/", "line"},
-  };
+  const std::pair<std::string, const char*> cases[] = {{"http://h/", ""},
+                                                       {"http://h-1.example_2:81/p", ""},
+                                                       {"", "Invalid Host"},
+                                                       {"http:///p", "Invalid Host"},
+                                                       {"http://:80/", "Invalid Host"},
+                                                       {"h/p", "Invalid protocol schema"},
+                                                       {"https://h/", "Invalid protocol schema"},
+                                                       {"HTTP://h/", "Invalid protocol schema"},
+                                                       {"http://h:80", "line"},
+                                                       {"http://h:abc/", "line"},
+                                                       {"http://h:0/", "line"},
+                                                       {"http://h:-1/", "line"},
+                                                       {"http://h:/", "line"},
+                                                       {"http://u@h/", "line"},
+                                                       {"http://h h/", "line"},
+                                                       {"http://[::1]/", "line"},
+                                                       {"http://h/" + long_path, "line"},
+                                                       {"http://" + long_path + "/", "line"}};
   for (const auto& [url, complaint] : cases) EXPECT_EQ(verdict(url), complaint) << url.substr(0, 40);
 }
 
