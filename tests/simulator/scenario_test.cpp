@@ -30,11 +30,7 @@ TEST(Scenario, LinesBetweenPointsStepsForFlagsAndAllOverAgain) {
       {Field::kBody, 99, 5.0},           {Field::kBody, 150, kNoReading},     {Field::kBody, 200, 8.0},
   };
   for (const auto& [field, seconds, value] : cases) EXPECT_EQ(scenario.At(field, seconds), value) << seconds;
-}
-
-TEST(Scenario, OnePointIsPlayedForever) {
-  const auto scenario = Scenario::Parse("0 R 640\n", "test");
-  EXPECT_EQ(scenario.At(Field::kRain, 1e6), 640.0);
+  EXPECT_EQ(Scenario::Parse("0 R 640\n", "test").At(Field::kRain, 1e6), 640.0) << "one point is played forever";
 }
 
 TEST(Scenario, ErrorsNameTheFileAndTheLine) {

@@ -212,10 +212,13 @@ TEST_F(SetupDialogTest, SwitchesActAtOnceAndSyncingDoesNot) {
   const auto choose_folder = [&] {
     Choose(folder.path());
     Click("chk_OneLineLog");
+    Click("AutoConnect");
   };
   Exec(choose_folder, "cmdCancel");
+  EXPECT_TRUE(connector.connecting());
   EXPECT_EQ(profile.At("g_lOneLineLog"), "1");
   EXPECT_EQ(profile.At("g_sOneLineLogPath"), folder.path().toStdString());
+  EXPECT_EQ(settings.g_sOneLineLogPath, folder.path().toStdString());
 }
 
 TEST_F(SetupDialogTest, ASwitchThatFailsSaysSoAndGoesBack) {
@@ -228,6 +231,7 @@ TEST_F(SetupDialogTest, ASwitchThatFailsSaysSoAndGoesBack) {
     Click("DemoMode");
     EXPECT_FALSE(Checked("DemoMode"));
   });
+  EXPECT_EQ(settings.DemoMode, 0);
   EXPECT_EQ(answered, 1);
   EXPECT_EQ(reported, 1);
 }
