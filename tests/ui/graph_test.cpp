@@ -51,7 +51,8 @@ class GraphTest : public LinkFixture {
     const auto* label = window.findChild<QLabel*>("lblMessage");
     return label->isHidden() ? QString() : label->text();
   }
-  static void Point(HistoryPlot& plot, QPointF place) {
+  static void PointAtTheMiddle(HistoryPlot& plot) {
+    const QPointF place(plot.width() / 2.0, plot.height() / 2.0);
     QMouseEvent move(QEvent::MouseMove, place, plot.mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QApplication::sendEvent(&plot, &move);
   }
@@ -76,7 +77,7 @@ TEST_F(GraphTest, NightShowsNothingButRed) {
     EXPECT_FALSE(window.SavePicture("/nonexistent/picture.png"));
     window.findChild<QScrollBar*>("hsbUpdate")->setFocus();
     Settle();
-    Point(window.plot(), QPointF(window.plot().width() / 2.0, window.plot().height() / 2.0));
+    PointAtTheMiddle(window.plot());
     Settle();
     EXPECT_TRUE(window.plot().readout().shown());
     const Light night(window.grab().toImage());
@@ -91,7 +92,7 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   window.show();
   Settle();
   HistoryPlot& plot = window.plot();
-  Point(plot, QPointF(plot.width() / 2.0, plot.height() / 2.0));
+  PointAtTheMiddle(plot);
   const auto row = [&](std::size_t index) { return plot.readout().rows().at(index).text.toStdString(); };
   EXPECT_EQ(row(3), "Ambient  10.0 °C");
   EXPECT_EQ(row(5), "safe, clear");

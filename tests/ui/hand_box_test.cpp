@@ -89,15 +89,8 @@ TEST(Theme, TextIsReadableInEveryColour) {
 }
 
 TEST(Verdict, IsSafeOnlyWhenSaidSoJustNow) {
-  struct Case {
-    bool stale;
-    std::optional<bool> safe;
-    std::optional<CivilTime> fresh_at;
-    int days_later;
-    const char* text;
-    std::optional<Colour> colour;
-  };
-  const std::vector<Case> cases{
+  using Time = std::optional<CivilTime>;
+  const std::tuple<bool, std::optional<bool>, Time, int, const char*, std::optional<Colour>> cases[] = {
       {false, true, kReadAt, 0, "SAFE, reading of 21:04:05", Colour::kGreen},
       {false, false, kReadAt, 0, "UNSAFE, reading of 21:04:05", Colour::kRed},
       {false, std::nullopt, std::nullopt, 0, "NO DATA, no reading yet", std::nullopt},
@@ -106,14 +99,14 @@ TEST(Verdict, IsSafeOnlyWhenSaidSoJustNow) {
       {true, false, kReadAt, 0, "NO DATA, no reading since 21:04:05", std::nullopt},
       {true, true, kReadAt, 1, "NO DATA, no reading since 2026-11-21 21:04:05", std::nullopt},
   };
-  for (const Case& c : cases) {
+  for (const auto& [stale, safe, fresh_at, days_later, text, colour] : cases) {
     PanelModel model;
-    model.stale = c.stale;
-    model.safe = c.safe;
-    model.fresh_at = c.fresh_at;
-    const BigWordText shown = VerdictText(model, QDate(2026, 11, 21 + c.days_later));
-    EXPECT_EQ((shown.word + ", " + shown.detail).toStdString(), c.text);
-    EXPECT_EQ(shown.colour, c.colour) << c.text;
+    model.stale = stale;
+    model.safe = safe;
+    model.fresh_at = fresh_at;
+    const BigWordText shown = VerdictText(model, QDate(2026, 11, 21 + days_later));
+    EXPECT_EQ((shown.word + ", " + shown.detail).toStdString(), text);
+    EXPECT_EQ(shown.colour, colour) << text;
   }
 }
 
