@@ -65,7 +65,6 @@ TEST_F(AlertsTest, TheRelaySoundsOncePerEnablingOfTheAlerts) {
 }
 
 TEST_F(AlertsTest, EachKindHasItsOwnConditionAndFiles) {
-  settings.g_bchkWindApp = settings.g_bchkLightSounds = settings.g_bchkCloudApp = 0;
   const auto given_at = [&](const char* wind, const char* light, const char* cloud) {
     weather.wind_word.text = wind;
     weather.light_word.text = light;
@@ -73,6 +72,9 @@ TEST_F(AlertsTest, EachKindHasItsOwnConditionAndFiles) {
     return Given({Kind::kWind, Kind::kLight, Kind::kCloud}, 1);
   };
   EXPECT_EQ(given_at("Breeze", "Dusk", "PCloudy"), "");
+  EXPECT_EQ(given_at("Windy", "Day", "Cloudy"), "wind.wav wind.sh light.wav light.sh cloud.wav cloud.sh ");
+  settings.g_bchkWindApp = settings.g_bchkLightSounds = settings.g_bchkCloudApp = 0;
+  EXPECT_EQ(given_at("Calm", "Dark", "Clear"), "");
   EXPECT_EQ(given_at("Windy", "Day", "Cloudy"), "wind.wav light.sh cloud.wav ");
 }
 
