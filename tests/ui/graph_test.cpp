@@ -22,15 +22,7 @@ constexpr std::int64_t kHour = 3'600'000;
 
 class GraphTest : public LinkFixture {
  protected:
-  GraphTest() {
-    weather.unsafe_indicator = 0;
-    weather.ambient_known = true;
-    weather.ambient_celsius = 10;
-    weather.clear_sky_celsius = -18;
-    weather.dew_point_celsius = 2;
-    weather.humidity_percent = 60;
-    weather.cloud.text = "Clear";
-  }
+  GraphTest() { Connect(4); }  // values are known: 5 degrees under a clear sky
   /// So many hours with a reading every ten seconds.
   void Pass(double hours) {
     for (int i = 0; i < static_cast<int>(hours * 360); ++i) {
@@ -94,11 +86,11 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   HistoryPlot& plot = window.plot();
   PointAtTheMiddle(plot);
   const auto row = [&](std::size_t index) { return plot.readout().rows().at(index).text.toStdString(); };
-  EXPECT_EQ(row(3), "Ambient  10.0 °C");
+  EXPECT_EQ(row(3), "Ambient  5.0 °C");
   EXPECT_EQ(row(5), "safe, clear");
   settings.Centigrade = false;
   window.FollowSettings();
-  EXPECT_EQ(row(3), "Ambient  50.0 °F");
+  EXPECT_EQ(row(3), "Ambient  41.0 °F");
   EXPECT_EQ(plot.yAxis->label(), "Temperature (°F)");
 
   const std::string middle = row(0);
