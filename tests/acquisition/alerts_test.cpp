@@ -1,118 +1,92 @@
 #include "acquisition/alerts.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "base/run_time_error.h"
-#include "tests/support/fake_event_loop.h"
+#include "tests/support/link_fixture.h"
 
 namespace orvalis {
 namespace {
 
-class AlertsTest : public testing::Test, public SoundPlayer, public ProgramStarter {
+using Kind = Alerts::Kind;
+
+class AlertsTest : public test::LinkFixture {
  protected:
   AlertsTest() {
+    using S = Settings;
     settings.g_bchkEnableSounds = 1;
-    for (const auto member :
-         {&Settings::g_bchkRainSounds, &Settings::g_bchkWindSounds, &Settings::g_bchkLightSounds,
-          &Settings::g_bchkCloudSounds, &Settings::g_bchkRelaySounds, &Settings::g_bchkRainApp,
-          &Settings::g_bchkWindApp, &Settings::g_bchkLightApp, &Settings::g_bchkCloudApp, &Settings::g_bchkRelayApp}) {
-      settings.*member = 1;
+    const auto set = [&](const std::string& name, auto sound, auto sound_file, auto program, auto program_file) {
+      settings.*sound = settings.*program = 1;
+      settings.*sound_file = name + ".wav";
+      settings.*program_file = name + ".sh";
+    };
+    set("rain", &S::g_bchkRainSounds, &S::g_sRainSounds, &S::g_bchkRainApp, &S::g_sRainApp);
+    set("wind", &S::g_bchkWindSounds, &S::g_sWindSounds, &S::g_bchkWindApp, &S::g_sWindApp);
+    set("light", &S::g_bchkLightSounds, &S::g_sLightSounds, &S::g_bchkLightApp, &S::g_sLightApp);
+    set("cloud", &S::g_bchkCloudSounds, &S::g_sCloudSounds, &S::g_bchkCloudApp, &S::g_sCloudApp);
+    set("relay", &S::g_bchkRelaySounds, &S::g_sRelaySounds, &S::g_bchkRelayApp, &S::g_sRelayApp);
+  }
+
+  /// Runs `cycles` checks of each kind in turn and returns what was given in them.
+  std::string Given(const std::vector<Kind>& kinds, int cycles) {
+    alerted.given.clear();
+    for (const Kind kind : kinds) {
+      for (int i = 0; i < cycles; ++i) alerts.Check(kind, settings, weather);
     }
-    settings.g_sRainSounds = "rain.wav";
-    settings.g_sRainApp = "rain.sh";
-    settings.g_sRelaySounds = "relay.wav";
-    settings.g_sRelayApp = "relay.sh";
+    return alerted.given;
   }
-
-  void Play(const std::string& path) override { Give(path); }
-  void Start(const std::string& path) override { Give(path); }
-  void Give(const std::string& path) {
-    if (!failure.empty()) throw RunTimeError(RunTimeError::kFileNotFound, failure);
-    given += path + " ";
-  }
-  /// Runs `cycles` checks of one kind and returns what was given in them.
-  std::string Given(Alerts::Kind kind, int cycles) {
-    given.clear();
-    for (int i = 0; i < cycles; ++i) alerts.Check(kind, settings, weather);
-    return given;
-  }
-
-  Settings settings;
-  WeatherState weather;
-  test::FakeClock clock;
-  EventList events{clock};
-  std::string given;
-  std::string failure;
-  Alerts alerts{*this, *this, events};
 };
 
 TEST_F(AlertsTest, OnceWhenTheConditionBeginsOrEveryCycle) {
   weather.raining = true;
-  EXPECT_EQ(Given(Alerts::Kind::kRain, 3), "rain.wav rain.sh ");
+  EXPECT_EQ(Given({Kind::kRain}, 3), "rain.wav rain.sh ");
   weather.raining = false;
-  EXPECT_EQ(Given(Alerts::Kind::kRain, 2), "");
+  EXPECT_EQ(Given({Kind::kRain}, 2), "");
   weather.raining = true;
   settings.g_bchkRepeatSounds = 1;
-  EXPECT_EQ(Given(Alerts::Kind::kRain, 2), "rain.wav rain.sh rain.wav ");
+  EXPECT_EQ(Given({Kind::kRain}, 2), "rain.wav rain.sh rain.wav ");
   settings.g_bchkRepeatApp = 1;
   settings.g_bchkRainSounds = 0;
-  EXPECT_EQ(Given(Alerts::Kind::kRain, 2), "rain.sh rain.sh ");
-}
-
-TEST_F(AlertsTest, TheMasterSwitchSilencesSoundsAndPrograms) {
+  EXPECT_EQ(Given({Kind::kRain}, 2), "rain.sh rain.sh ");
   settings.g_bchkEnableSounds = 0;
-  weather.raining = true;
-  weather.relay = {"Y", Colour::kRed};
-  EXPECT_EQ(Given(Alerts::Kind::kRain, 2) + Given(Alerts::Kind::kRelay, 2), "");
+  weather.relay.text = "Y";
+  EXPECT_EQ(Given({Kind::kRain, Kind::kRelay}, 2), "") << "the master switch silences sounds and programs";
 }
 
 // A relay that opens and closes all night must not wake the owner each time.
 TEST_F(AlertsTest, TheRelaySoundsOncePerEnablingOfTheAlerts) {
-  weather.relay = {"Y", Colour::kRed};
-  EXPECT_EQ(Given(Alerts::Kind::kRelay, 3), "relay.wav relay.sh ");
-  weather.relay = {"N", Colour::kGreen};
-  EXPECT_EQ(Given(Alerts::Kind::kRelay, 3), "");
-  weather.relay = {"Y", Colour::kRed};
-  EXPECT_EQ(Given(Alerts::Kind::kRelay, 3), "");
+  std::string course;
+  for (const char* relay : {"Y", "N", "Y"}) {
+    weather.relay.text = relay;
+    course += Given({Kind::kRelay}, 3) + "| ";
+  }
+  EXPECT_EQ(course, "relay.wav relay.sh | | | ");
   settings.g_bchkEnableSounds = 0;
-  Given(Alerts::Kind::kRelay, 1);
+  Given({Kind::kRelay}, 1);
   settings.g_bchkEnableSounds = 1;
-  EXPECT_EQ(Given(Alerts::Kind::kRelay, 1), "relay.wav relay.sh ");
+  EXPECT_EQ(Given({Kind::kRelay}, 1), "relay.wav relay.sh ");
 }
 
 TEST_F(AlertsTest, EachKindHasItsOwnConditionAndFiles) {
-  settings.g_sWindSounds = "wind.wav";
-  settings.g_sLightApp = "light.sh";
-  settings.g_sCloudSounds = "cloud.wav";
-  settings.g_bchkWindApp = settings.g_bchkLightSounds = settings.g_bchkCloudApp = 0;
-  weather.wind_word = {"Breeze", Colour::kYellow};
-  weather.light_word = {"Dusk", Colour::kYellow};
-  weather.cloud = {"PCloudy", Colour::kYellow};
-  const auto all = [&] {
-    std::string text;
-    for (const auto kind : {Alerts::Kind::kWind, Alerts::Kind::kLight, Alerts::Kind::kCloud}) text += Given(kind, 1);
-    return text;
+  const auto given_at = [&](const char* wind, const char* light, const char* cloud) {
+    weather.wind_word.text = wind;
+    weather.light_word.text = light;
+    weather.cloud.text = cloud;
+    return Given({Kind::kWind, Kind::kLight, Kind::kCloud}, 1);
   };
-  EXPECT_EQ(all(), "");
-  weather.wind_word = {"Windy", Colour::kRed};
-  weather.light_word = {"Day", Colour::kRed};
-  weather.cloud = {"Cloudy", Colour::kRed};
-  EXPECT_EQ(all(), "wind.wav light.sh cloud.wav ");
+  EXPECT_EQ(given_at("Breeze", "Dusk", "PCloudy"), "");
+  EXPECT_EQ(given_at("Windy", "Day", "Cloudy"), "wind.wav wind.sh light.wav light.sh cloud.wav cloud.sh ");
+  settings.g_bchkWindApp = settings.g_bchkLightSounds = settings.g_bchkCloudApp = 0;
+  EXPECT_EQ(given_at("Calm", "Dark", "Clear"), "");
+  EXPECT_EQ(given_at("Windy", "Day", "Cloudy"), "wind.wav light.sh cloud.wav ");
 }
 
 TEST_F(AlertsTest, AFailureIsListedOnceAndTheNextAlertWorks) {
   weather.raining = true;
   settings.g_bchkRepeatSounds = 1;
-  failure = "there is no file rain.wav";
-  Given(Alerts::Kind::kRain, 50);
-  ASSERT_EQ(events.events().size(), 2u);
-  EXPECT_EQ(events.events()[0].text, "the rain sound: there is no file rain.wav");
-  EXPECT_EQ(events.events()[1].text, "the rain program: there is no file rain.wav");
-  failure.clear();
-  EXPECT_EQ(Given(Alerts::Kind::kRain, 1), "rain.wav ");
+  alerted.failure = "there is no file rain.wav";
+  Given({Kind::kRain}, 50);
+  EXPECT_EQ(EventTexts(), (test::Strings{"the rain sound: there is no file rain.wav",
+                                         "the rain program: there is no file rain.wav"}));
+  alerted.failure.clear();
+  EXPECT_EQ(Given({Kind::kRain}, 1), "rain.wav ");
 }
 
 }  // namespace

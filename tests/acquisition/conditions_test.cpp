@@ -3,72 +3,57 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <map>
 #include <string>
 
 #include "acquisition/wind.h"
+#include "base/text.h"
 #include "tests/support/fake_serial_port.h"
 
 namespace orvalis {
 namespace {
 
-void ExpectWord(const Word& word, const char* text, int colour) {
-  EXPECT_EQ(word.text, text);
-  EXPECT_EQ(static_cast<int>(word.colour), colour);
+/// "Dry green, Rain red"
+std::string Texts(std::initializer_list<Word> words) {
+  const std::map<int, const char*> colours{{255, "red"}, {65535, "yellow"}, {65280, "green"}};
+  std::string texts;
+  for (const Word& word : words) {
+    texts.append(texts.empty() ? "" : ", ").append(word.text).append(" ");
+    texts += colours.at(static_cast<int>(word.colour));
+  }
+  return texts;
 }
 
-constexpr int kRed = 255;
-constexpr int kYellow = 65535;
-constexpr int kGreen = 65280;
-
 TEST(Conditions, WordsAtTheirLimits) {
-  ExpectWord(CloudWord(19, 22, 19), "Cloudy", kRed);
-  ExpectWord(CloudWord(19.1, 22, 19), "PCloudy", kYellow);
-  ExpectWord(CloudWord(21.9, 22, 19), "PCloudy", kYellow);
-  ExpectWord(CloudWord(22, 22, 19), "Clear", kGreen);
-  ExpectWord(CloudWord(20, 19, 22), "Clear", kGreen);  // limits the wrong way round: the last rule wins
-  ExpectWord(CloudWord(18, 19, 22), "Cloudy", kRed);
-
-  ExpectWord(WindWord(12.0, 12.0, 8.0), "Breeze", kYellow);
-  ExpectWord(WindWord(12.1, 12.0, 8.0), "Windy", kRed);
-  ExpectWord(WindWord(8.0, 12.0, 8.0), "Calm", kGreen);
-  ExpectWord(WindWord(8.1, 12.0, 8.0), "Breeze", kYellow);
-  ExpectWord(WindWord(9, 5, 8), "Windy", kRed);
-
-  ExpectWord(RainWord(350, 350), "Dry", kGreen);
-  ExpectWord(RainWord(351, 350), "Damp", kYellow);
-  ExpectWord(RainWord(370, 350), "Damp", kYellow);
-  ExpectWord(RainWord(371, 350), "Rain", kRed);
-  ExpectWord(RainWord(0, std::numeric_limits<std::int32_t>::max()), "Dry", kGreen);
-
-  ExpectWord(LightWord(951, 950), "Dark", kGreen);
-  ExpectWord(LightWord(950, 950), "Dusk", kYellow);
-  ExpectWord(LightWord(201, 950), "Dusk", kYellow);
-  ExpectWord(LightWord(200, 950), "Day", kRed);
-
-  ExpectWord(HeaterWord(1), "Y", kRed);
-  ExpectWord(HeaterWord(2), "?", kYellow);
-  ExpectWord(HeaterWord(7), "N", kGreen);
-  ExpectWord(RelayWord(1, 2), "Y", kRed);
-  ExpectWord(RelayWord(0, 2), "?", kYellow);
-  ExpectWord(RelayWord(2, 0), "N", kGreen);
+  EXPECT_EQ(Texts({CloudWord(19, 22, 19), CloudWord(19.1, 22, 19), CloudWord(21.9, 22, 19), CloudWord(22, 22, 19)}),
+            "Cloudy red, PCloudy yellow, PCloudy yellow, Clear green");
+  // Limits the wrong way round: the last rule wins.
+  EXPECT_EQ(Texts({CloudWord(18, 19, 22), CloudWord(20, 19, 22)}), "Cloudy red, Clear green");
+  EXPECT_EQ(Texts({WindWord(8.0, 12, 8), WindWord(8.1, 12, 8), WindWord(12.0, 12, 8), WindWord(12.1, 12, 8)}),
+            "Calm green, Breeze yellow, Breeze yellow, Windy red");
+  EXPECT_EQ(Texts({WindWord(9, 5, 8)}), "Windy red");
+  EXPECT_EQ(Texts({RainWord(350, 350), RainWord(351, 350), RainWord(370, 350), RainWord(371, 350)}),
+            "Dry green, Damp yellow, Damp yellow, Rain red");
+  EXPECT_EQ(Texts({RainWord(0, std::numeric_limits<std::int32_t>::max())}), "Dry green");
+  EXPECT_EQ(Texts({LightWord(951, 950), LightWord(950, 950), LightWord(201, 950), LightWord(200, 950)}),
+            "Dark green, Dusk yellow, Dusk yellow, Day red");
+  EXPECT_EQ(Texts({HeaterWord(1), HeaterWord(2), HeaterWord(7)}), "Y red, ? yellow, N green");
+  EXPECT_EQ(Texts({RelayWord(1, 2), RelayWord(0, 2), RelayWord(2, 0)}), "Y red, ? yellow, N green");
 }
 
 TEST(Conditions, CloudsFigureCountsTheLastTestThatHolds) {
-  EXPECT_EQ(CloudsFigure(-5.0, -5, 22, 19), 0.0F);
-  EXPECT_EQ(CloudsFigure(-4.9, -5, 22, 19), 0.5F);
-  EXPECT_EQ(CloudsFigure(-2.0, -5, 22, 19), 0.5F);
-  EXPECT_EQ(CloudsFigure(-1.9, -5, 22, 19), 1.0F);
+  std::string figures;
+  for (const double sky : {-5.0, -4.9, -2.0, -1.9}) figures += FormatFixed(CloudsFigure(sky, -5, 22, 19), 1) + " ";
+  EXPECT_EQ(figures, "0.0 0.5 0.5 1.0 ");
   EXPECT_EQ(CloudsFigure(-6.0, -5, 19, 22), 1.0F);  // limits the wrong way round: above the second limit alone
 }
 
 TEST(Conditions, OnlyTheDigitZeroIsSafe) {
   std::string line = test::LiveFrame();
-  EXPECT_EQ(UnsafeIndicator(SensorFrame(line)), 0);
-  line[83] = '1';
-  EXPECT_EQ(UnsafeIndicator(SensorFrame(line)), 1);
-  for (const char garbage : {'x', ' ', '-', '\0', '\xff'}) {
-    line[83] = garbage;
-    EXPECT_EQ(UnsafeIndicator(SensorFrame(line)), -1);
+  const std::map<char, int> expected{{'0', 0}, {'1', 1}, {'x', -1}, {' ', -1}, {'-', -1}, {'\0', -1}, {'\xff', -1}};
+  for (const auto& [digit, indicator] : expected) {
+    line[83] = digit;
+    EXPECT_EQ(UnsafeIndicator(SensorFrame(line)), indicator) << digit;
   }
   EXPECT_EQ(UnsafeIndicator(SensorFrame("short")), -1);
 }

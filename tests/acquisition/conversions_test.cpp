@@ -6,16 +6,11 @@
 #include <string>
 
 #include "base/run_time_error.h"
+#include "base/text.h"
 #include "tests/support/fake_serial_port.h"
 
 namespace orvalis {
 namespace {
-
-SensorFrame With(std::size_t position, const std::string& text) {
-  std::string line = test::LiveFrame();
-  line.replace(position - 1, text.size(), text);
-  return SensorFrame(line);
-}
 
 // Each expected value was read off the line by eye.
 TEST(SensorFrame, CutsEveryFieldOfBothDemoLinesAndALiveOne) {
@@ -24,20 +19,16 @@ TEST(SensorFrame, CutsEveryFieldOfBothDemoLinesAndALiveOne) {
   const SensorFrame wet(kWetDemoLine);
   EXPECT_EQ(dry.text().size(), 111u);
   EXPECT_FALSE(dry.IsComplete());
-  const struct {
-    F field;
-    const char* dry;
-    const char* wet;
-  } rows[] = {
+  const std::tuple<F, const char*, const char*> rows[] = {
       {F::kHum, "0000", "0700"},    {F::kLgt, "1023", "0001"},    {F::kR, "0100", "0500"},
       {F::kWnd, "0010", "0100"},    {F::kTp, "-00999", "+01000"}, {F::kTtp, "+00100", "+01000"},
       {F::kTa, "+00500", "+01500"}, {F::kAh, "0", "1"},           {F::kHb, "0", "1"},
       {F::kAr, "1", "1"},           {F::kRb, "0", "1"},           {F::kAw, "1", "1"},
       {F::kAl, "1", "1"},           {F::kAc, "1", "1"},
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(dry.Cut(row.field), row.dry);
-    EXPECT_EQ(wet.Cut(row.field), row.wet);
+  for (const auto& [field, in_dry, in_wet] : rows) {
+    EXPECT_EQ(dry.Cut(field), in_dry);
+    EXPECT_EQ(wet.Cut(field), in_wet);
   }
   EXPECT_DOUBLE_EQ(dry.Celsius(F::kTp), -9.99);
   EXPECT_TRUE(SensorFrame(test::LiveFrame()).IsComplete());
@@ -56,53 +47,55 @@ TEST(SensorFrame, CompleteMeansTheTerminatorAtItsPlaceAndNothingElse) {
   EXPECT_EQ(SensorFrame("HUM=07").Cut(SensorFrame::Field::kAc), "");
 }
 
-TEST(BlockAverages, ChangeOnceABlockAndRepeatTheAverageForMissingReadings) {
+class BlockAveragesTest : public testing::Test {
+ protected:
+  /// Adds a frame to a block of `size`: whether the block is complete.
+  bool Add(const std::string& measured, int size) {
+    return averages.Add(SensorFrame(test::LiveFrame(measured)), size, state);
+  }
+  /// The averages of body, ambient and rain; a question mark is before what is not known.
+  [[nodiscard]] std::string Known() const {
+    const auto text = [](double value, bool known) { return (known ? "" : "?") + FormatFixed(value, 2) + " "; };
+    return text(state.body_celsius, state.body_known) + text(state.ambient_celsius, state.ambient_known) +
+           FormatFixed(state.rain_average, 2);
+  }
+
   BlockAverages averages;
   WeatherState state;
-  EXPECT_FALSE(averages.Add(With(59, "+00600"), 3, state));
-  EXPECT_FALSE(averages.Add(With(59, "+00700"), 3, state));
+};
+
+TEST_F(BlockAveragesTest, ChangeOnceABlockAndRepeatTheAverageForMissingReadings) {
+  EXPECT_FALSE(Add("TA=+00600", 3));
+  EXPECT_FALSE(Add("TA=+00700", 3));
   EXPECT_EQ(averages.samples_taken(), 2);
-  EXPECT_EQ(state.ambient_celsius, -99.0);
-  EXPECT_FALSE(state.ambient_known);
-  EXPECT_TRUE(averages.Add(With(59, "+00950"), 3, state));
-  EXPECT_DOUBLE_EQ(state.ambient_celsius, 7.5);  // (6 + 7 + 9.5) / 3
-  EXPECT_DOUBLE_EQ(state.body_celsius, 6.0);
-  EXPECT_DOUBLE_EQ(state.rain_average, 120);
-  EXPECT_TRUE(state.ambient_known);
-  for (int i = 0; i < 3; ++i) averages.Add(With(59, "+19999"), 3, state);
-  EXPECT_DOUBLE_EQ(state.ambient_celsius, 7.5);
-  EXPECT_TRUE(state.ambient_known);
+  EXPECT_EQ(Known(), "?-99.00 ?-99.00 0.00");
+  EXPECT_TRUE(Add("TA=+00950", 3));
+  EXPECT_EQ(Known(), "6.00 7.50 120.00");  // (6 + 7 + 9.5) / 3
+  for (int i = 0; i < 3; ++i) Add("TA=+19999", 3);
+  EXPECT_EQ(Known(), "6.00 7.50 120.00");
 }
 
 // Before any reading the substitute is the start value; it must not pass for a temperature.
-TEST(BlockAverages, AMissingFirstReadingLeavesTheTemperatureUnknown) {
-  BlockAverages averages;
-  WeatherState state;
-  EXPECT_TRUE(averages.Add(With(59, "+19999"), 1, state));
-  EXPECT_EQ(state.ambient_celsius, -99.0);
-  EXPECT_FALSE(state.ambient_known);
-  EXPECT_TRUE(state.body_known);
-  averages.Add(With(59, "-00150"), 1, state);
-  EXPECT_DOUBLE_EQ(state.ambient_celsius, -1.5);
-  EXPECT_TRUE(state.ambient_known);
+TEST_F(BlockAveragesTest, AMissingFirstReadingLeavesTheTemperatureUnknown) {
+  EXPECT_TRUE(Add("TA=+19999", 1));
+  EXPECT_EQ(Known(), "6.00 ?-99.00 120.00");
+  Add("TA=-00150", 1);
+  EXPECT_EQ(Known(), "6.00 -1.50 120.00");
 }
 
-TEST(BlockAverages, ABlockWithoutAnEndIsAnErrorAndAChangedOneBeginsAnew) {
-  BlockAverages averages;
-  WeatherState state;
-  const SensorFrame frame(test::LiveFrame());
-  for (int i = 0; i < 300; ++i) EXPECT_FALSE(averages.Add(frame, 9999, state));
+TEST_F(BlockAveragesTest, ABlockWithoutAnEndIsAnErrorAndAChangedOneBeginsAnew) {
+  for (int i = 0; i < 300; ++i) EXPECT_FALSE(Add("", 9999));
   try {
-    averages.Add(frame, 9999, state);
+    Add("", 9999);
     FAIL();
   } catch (const RunTimeError& error) {
     EXPECT_EQ(error.number(), RunTimeError::kSubscriptOutOfRange);
   }
-  EXPECT_FALSE(averages.Add(frame, 9999, state));
+  EXPECT_FALSE(Add("", 9999));
   // Fewer samples asked for than were taken: the new block must still find its end.
-  for (int i = 0; i < 5; ++i) averages.Add(frame, 10, state);
-  EXPECT_FALSE(averages.Add(frame, 2, state));
-  EXPECT_TRUE(averages.Add(frame, 2, state));
+  for (int i = 0; i < 5; ++i) Add("", 10);
+  EXPECT_FALSE(Add("", 2));
+  EXPECT_TRUE(Add("", 2));
 }
 
 // Expected values from bc with 12 decimals.

@@ -1,10 +1,7 @@
 // What happens to the logs' files behind the program's back, where the system lets it happen: on others an open file
 // can neither be moved nor removed.
 
-#include <gtest/gtest.h>
-
 #include <atomic>
-#include <string>
 #include <thread>
 
 #include "acquisition/log_writer.h"
@@ -15,43 +12,36 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class LogFaultsTest : public test::LogFixture {
- protected:
-  RotatingLog FullLog() {
-    return {LogWriter::kFullLog, [this](const std::string& text) { events.Record(text); }};
-  }
-};
+using LogFaultsTest = test::LogFixture;
 
 TEST_F(LogFaultsTest, TheFullLogOutlivesItsFolder) {
-  RotatingLog log = FullLog();
-  log.Open(folder);
+  RotatingLog log = OpenFullLog();
   log.Write("one");
-  EXPECT_EQ(Content(folder / "Orvalis.txt"), "one\n");
+  EXPECT_EQ(Content("Orvalis.txt"), "one\n");
   fs::remove_all(folder);
   log.Write("two");
   log.Write("three");
   EXPECT_EQ(events.events().size(), 1u);
-  EXPECT_TRUE(events.events().back().text.starts_with("cannot write the full log " + folder.string()));
+  EXPECT_TRUE(LastEvent().starts_with("cannot write the full log " + folder.string()));
   fs::create_directories(folder);
   log.Write("four");
-  EXPECT_EQ(Content(folder / "Orvalis.txt"), "four\n");
-  EXPECT_EQ(events.events().back().text, "the full log is written again");
+  EXPECT_EQ(Content("Orvalis.txt"), "four\n");
+  EXPECT_EQ(LastEvent(), "the full log is written again");
   fs::rename(folder / "Orvalis.txt", folder / "moved.txt");
   log.Write("five");
-  EXPECT_EQ(Content(folder / "Orvalis.txt"), "five\n");
+  EXPECT_EQ(Content("Orvalis.txt"), "five\n");
 }
 
 // /dev/full takes every open and refuses every byte, like a disk without room.
 TEST_F(LogFaultsTest, AFullDiskIsListedOnceAndMended) {
   fs::create_symlink("/dev/full", folder / "Orvalis.txt");
-  RotatingLog log = FullLog();
-  log.Open(folder);
+  RotatingLog log = OpenFullLog();
   for (int i = 0; i < 5; ++i) log.Write("lost");
   ASSERT_EQ(events.events().size(), 1u);
-  EXPECT_NE(events.events().back().text.find("disk full"), std::string::npos);
+  EXPECT_NE(LastEvent().find("disk full"), std::string::npos);
   fs::remove(folder / "Orvalis.txt");
   log.Write("kept");
-  EXPECT_EQ(Content(folder / "Orvalis.txt"), "kept\n");
+  EXPECT_EQ(Content("Orvalis.txt"), "kept\n");
 }
 
 TEST_F(LogFaultsTest, AReaderNeverFindsAnEmptyOrHalfRecord) {
@@ -62,7 +52,7 @@ TEST_F(LogFaultsTest, AReaderNeverFindsAnEmptyOrHalfRecord) {
   std::atomic<int> bad = 0;
   std::thread reader([&] {
     while (reading) {
-      const std::string content = Content(folder / "orvalis_single.txt");
+      const std::string content = Content("orvalis_single.txt");
       if (content != records[0] + "\n" && content != records[1] + "\n") ++bad;
     }
   });

@@ -1,9 +1,6 @@
 #include "acquisition/log_writer.h"
 
-#include <gtest/gtest.h>
-
 #include <fstream>
-#include <string>
 
 #include "acquisition/frame_interpreter.h"
 #include "tests/support/log_fixture.h"
@@ -22,12 +19,6 @@ class LogWriterTest : public test::LogFixture {
     interpreter.ReadRainLightAndWind(frame, settings, weather);
     interpreter.Interpret(frame, settings, 200, weather);
     return {.time = clock.LocalNow(), .weather = weather, .frame = frame};
-  }
-
-  RotatingLog Log(std::uintmax_t max_bytes) {
-    RotatingLog::Kind kind = LogWriter::kFullLog;
-    kind.max_bytes = max_bytes;
-    return {kind, [this](const std::string& text) { events.Record(text); }};
   }
 
   SensorFrame frame;
@@ -59,19 +50,17 @@ TEST_F(LogWriterTest, TheFullLineHasEveryLabelInOrder) {
 
 TEST_F(LogWriterTest, TheFullLogAppendsAndMendsAHalfLine) {
   std::ofstream(folder / "Orvalis.txt", std::ios::binary) << "old\nhalf a li";
-  RotatingLog log = Log(LogWriter::kFullLog.max_bytes);
-  log.Open(folder);
+  RotatingLog log = OpenFullLog();
   log.Write("new");
-  EXPECT_EQ(Content(folder / "Orvalis.txt"), "old\nhalf a li\nnew\n");
+  EXPECT_EQ(Content("Orvalis.txt"), "old\nhalf a li\nnew\n");
 }
 
 TEST_F(LogWriterTest, TheFullLogIsBoundedAndKeepsFiveFormerOnes) {
-  RotatingLog log = Log(10);
-  log.Open(folder);
+  RotatingLog log = OpenFullLog(10);
   for (int i = 0; i < 9; ++i) log.Write("line " + std::to_string(i));
-  EXPECT_EQ(Content(folder / "Orvalis.txt"), "line 8\n");
-  EXPECT_EQ(Content(folder / "Orvalis.txt.1"), "line 7\n");
-  EXPECT_EQ(Content(folder / "Orvalis.txt.5"), "line 3\n");
+  EXPECT_EQ(Content("Orvalis.txt"), "line 8\n");
+  EXPECT_EQ(Content("Orvalis.txt.1"), "line 7\n");
+  EXPECT_EQ(Content("Orvalis.txt.5"), "line 3\n");
   EXPECT_FALSE(fs::exists(folder / "Orvalis.txt.6"));
   EXPECT_TRUE(events.events().empty());
 }

@@ -1,5 +1,6 @@
 #include "acquisition/poll_cycle.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "base/run_time_error.h"
@@ -8,9 +9,9 @@
 namespace orvalis {
 namespace {
 
-using std::chrono::hours;
 using std::chrono::milliseconds;
-using std::chrono::seconds;
+using test::LiveFrame;
+using test::Strings;
 
 class PollCycleTest : public test::LinkFixture {
  protected:
@@ -20,29 +21,19 @@ class PollCycleTest : public test::LinkFixture {
   int frames = 0;
 };
 
-// Expected figures worked with bc from the frame's fields: HUM=0520 TP=-02000 TA=+00500 WND=0020 R=0120 LGT=1000.
+// Worked with bc from the frame's fields: HUM=0520 TP=-02000 TA=+00500 WND=0020 R=0120 LGT=1000.
 TEST_F(PollCycleTest, OneWorkingCycleBringsAFrameToThePanel) {
-  Connect();
-  Tick(1);
+  Connect(1);
   EXPECT_EQ(frames, 0) << "the first tick after the start does no work";
   EXPECT_EQ(panel.sky, "999");
   EXPECT_FALSE(panel.safe.has_value());
   Tick(2);
   EXPECT_EQ(frames, 1);
-  EXPECT_NEAR(weather.humidity_percent, 48.866653, 1e-5);
-  EXPECT_NEAR(weather.dew_point_celsius, -4.881002, 1e-5);
-  EXPECT_NEAR(weather.clear_sky_celsius, -20.223233, 1e-5);
-  EXPECT_DOUBLE_EQ(weather.difference_celsius, 25);
-  EXPECT_EQ(panel.ambient, "5.0");
-  EXPECT_EQ(panel.body, "6.0");
-  EXPECT_EQ(panel.sky, "-20.0");
-  EXPECT_EQ(panel.humidity, "48.9");
-  EXPECT_EQ(panel.dew_point, "-4.9");
-  EXPECT_EQ(panel.wind, "18.0");
-  EXPECT_EQ(panel.cloud.text, "Clear");
-  EXPECT_EQ(panel.wind_word.text, "Windy");
-  EXPECT_EQ(panel.rain_word.text, "Dry");
-  EXPECT_EQ(panel.light_word.text, "Dark");
+  EXPECT_EQ((Strings{panel.ambient, panel.body, panel.sky, panel.humidity, panel.dew_point, panel.wind}),
+            (Strings{"5.0", "6.0", "-20.0", "48.9", "-4.9", "18.0"}));
+  using Words = std::vector<std::string_view>;
+  EXPECT_EQ((Words{panel.cloud.text, panel.wind_word.text, panel.rain_word.text, panel.light_word.text}),
+            (Words{"Clear", "Windy", "Dry", "Dark"}));
   EXPECT_EQ(panel.safe, true);
   EXPECT_FALSE(panel.stale);
   EXPECT_EQ(panel.averaging, "");
@@ -50,38 +41,31 @@ TEST_F(PollCycleTest, OneWorkingCycleBringsAFrameToThePanel) {
 
 TEST_F(PollCycleTest, FahrenheitIsForShowingOnly) {
   settings.Centigrade = false;
-  Connect();
-  Tick(4);
-  EXPECT_EQ(panel.ambient, "41.0");
-  EXPECT_EQ(panel.sky, "-4.0");
-  EXPECT_EQ(panel.difference, "25.0");
+  Connect(4);
+  EXPECT_EQ((Strings{panel.ambient, panel.sky, panel.difference}), (Strings{"41.0", "-4.0", "25.0"}));
   EXPECT_DOUBLE_EQ(weather.ambient_celsius, 5);
 }
 
 // The clear-sky temperature and the difference come from the ambient temperature as shown, 5.1 for 5.06.
 TEST_F(PollCycleTest, TheDifferenceIsTakenFromWhatIsShown) {
-  port.frame.replace(58, 6, "+00506");
-  Connect();
-  Tick(4);
+  port.frame = LiveFrame("TA=+00506");
+  Connect(4);
   EXPECT_DOUBLE_EQ(weather.difference_celsius, 25.1);
 }
 
 TEST_F(PollCycleTest, TheFaultMarkReddensTheHumidity) {
-  port.frame.replace(4, 4, "0999");
-  Connect();
-  Tick(4);
+  port.frame = LiveFrame("HUM=0999");
+  Connect(4);
   EXPECT_EQ(panel.humidity_background, Colour::kRed);
   EXPECT_NE(panel.humidity, "");
-  port.frame.replace(4, 4, "0998");
-  Tick(2);
+  Measure("HUM=0998", 2);
   EXPECT_EQ(panel.humidity_background, Colour::kWhite);
   EXPECT_EQ(panel.sky_background, Colour::kWhite);
 }
 
 TEST_F(PollCycleTest, AnEmptySelectorCountsAsZeroOnce) {
   panel.humidity_selector = "";
-  Connect();
-  Tick(3);
+  Connect(3);
   EXPECT_NEAR(weather.humidity_percent, 44.246652, 1e-5);
   EXPECT_EQ(panel.humidity_selector, "200");
   Tick(2);
@@ -89,11 +73,8 @@ TEST_F(PollCycleTest, AnEmptySelectorCountsAsZeroOnce) {
 }
 
 TEST_F(PollCycleTest, BrokenFramesAreAskedForAgainAndNeverUsed) {
-  Connect();
-  Tick(4);
-  const std::string good = port.frame;
-  std::string warm = good;
-  warm.replace(58, 6, "+03000");
+  Connect(4);
+  const std::string warm = LiveFrame("TA=+03000");
   for (const std::string& broken : {warm.substr(0, 110) + "#", warm.substr(0, 116), warm.substr(5)}) {
     port.next_frames = {broken};
     frames = 0;
@@ -112,14 +93,12 @@ TEST_F(PollCycleTest, BrokenFramesAreAskedForAgainAndNeverUsed) {
 
 // The everyday fault: the unit is off for a day while its adapter stays plugged in.
 TEST_F(PollCycleTest, ADayOfSilenceIsShownAsStaleAndEndsWithTheFirstGoodFrame) {
-  Connect();
-  Tick(4);
-  port.silent = true;
-  Tick(9);
+  Connect(4);
+  Silence(9);
   EXPECT_FALSE(panel.stale);
   Tick(2);
   EXPECT_TRUE(panel.stale);
-  EXPECT_EQ(events.events().back().text, "stale: no complete frame since 21:04:05");
+  EXPECT_EQ(LastEvent(), "stale: no complete frame since 21:04:05");
   const std::size_t listed = events.events().size();
   Tick(86'400);
   EXPECT_EQ(events.events().size(), listed) << "one event, not one a second";
@@ -131,22 +110,17 @@ TEST_F(PollCycleTest, ADayOfSilenceIsShownAsStaleAndEndsWithTheFirstGoodFrame) {
   Tick(6);
   EXPECT_GE(frames, 1);
   EXPECT_FALSE(panel.stale);
-  EXPECT_EQ(events.events().back().text, "fresh again: complete frames are coming in");
+  EXPECT_EQ(LastEvent(), "fresh again: complete frames are coming in");
 }
 
 // A warm evening before the outage must not make a cold, cloudy night look clear.
 TEST_F(PollCycleTest, AveragesBeginAnewAfterAGap) {
   settings.TempsAvgCount = 20;
-  port.frame.replace(58, 6, "+02500");
-  Connect();
-  Tick(60);
+  port.frame = LiveFrame("TA=+02500");
+  Connect(60);
   EXPECT_EQ(panel.ambient, "25.0");
-  port.silent = true;
-  Tick(3600);
-  port.silent = false;
-  port.frame.replace(58, 6, "-00500");
-  port.frame.replace(37, 6, "-00600");
-  Tick(6);
+  Silence(3600);
+  Measure("TA=-00500 TP=-00600", 6);
   EXPECT_FALSE(panel.stale);
   EXPECT_EQ(panel.ambient, "");
   EXPECT_EQ(panel.cloud.text, "");
@@ -159,12 +133,10 @@ TEST_F(PollCycleTest, AveragesBeginAnewAfterAGap) {
 TEST_F(PollCycleTest, DemoValuesDoNotLeakIntoReadings) {
   settings.TempsAvgCount = 10;
   settings.DemoMode = 1;
-  Connect();
-  Tick(100);
+  Connect(100);
   EXPECT_EQ(panel.wind_gust, "90.0");
   settings.DemoMode = 0;
-  port.frame.replace(29, 4, "0000");
-  Tick(4);
+  Measure("WND=0000", 4);
   EXPECT_FALSE(panel.demo);
   EXPECT_EQ(panel.ambient, "");
   EXPECT_EQ(panel.wind_gust, "0.0");
@@ -181,33 +153,27 @@ TEST_F(PollCycleTest, LeavingDemoModeLeavesNoVerdict) {
 }
 
 TEST_F(PollCycleTest, AnAmbientSensorThatDiedIsNotShownAsFresh) {
-  Connect();
-  Tick(4);
-  port.frame.replace(58, 6, "+19999");
-  Tick(4);
+  Connect(4);
+  Measure("TA=+19999", 4);
   EXPECT_EQ(panel.ambient, "5.0") << "a missing reading or two repeat the average";
   Tick(20);
   EXPECT_EQ(panel.ambient, "");
   EXPECT_EQ(panel.cloud.text, "");
   EXPECT_EQ(weather.cloud.text, "Cloudy") << "in doubt, for who acts on clouds";
   EXPECT_DOUBLE_EQ(weather.ambient_celsius, 5);
-  port.frame = test::LiveFrame();
-  Tick(2);
+  Measure("", 2);
   EXPECT_EQ(panel.ambient, "5.0");
 }
 
 TEST_F(PollCycleTest, TheSilenceOfANewConnectionIsNewsAgain) {
-  Connect();
-  Tick(4);
-  port.silent = true;
-  Tick(14);
+  Connect(4);
+  Silence(14);
   connector.Disconnect();
   port.silent = false;
   connector.Connect();
   loop.Advance(milliseconds(500));
-  port.silent = true;
-  Tick(20);
-  EXPECT_TRUE(events.events().back().text.starts_with("stale: ")) << events.events().back().text;
+  Silence(20);
+  EXPECT_TRUE(LastEvent().starts_with("stale: ")) << LastEvent();
 }
 
 TEST_F(PollCycleTest, TwoStandingErrorsAreListedOnceEach) {
@@ -222,23 +188,19 @@ TEST_F(PollCycleTest, TwoStandingErrorsAreListedOnceEach) {
 
 // Answers that piled up while the unit was stuck are old: none may be shown as the answer to a new request.
 TEST_F(PollCycleTest, LateAnswersAreDroppedBeforeTheNextRequest) {
-  Connect();
-  Tick(4);
-  std::string old = port.frame;
-  old.replace(58, 6, "+01100");
+  Connect(4);
+  const std::string old = LiveFrame("TA=+01100");
   port.next_frames = {port.frame + old + old + old};
   Tick(2);
   EXPECT_EQ(panel.ambient, "5.0");
-  port.frame.replace(58, 6, "+00600");
-  Tick(2);
+  Measure("TA=+00600", 2);
   EXPECT_EQ(panel.ambient, "6.0");
 }
 
 TEST_F(PollCycleTest, ASleepingMachineAgesTheValues) {
-  Connect();
-  Tick(4);
+  Connect(4);
   EXPECT_FALSE(panel.stale);
-  loop.Sleep(hours(3));
+  loop.Sleep(std::chrono::hours(3));
   port.silent = true;
   poll.Poll();
   EXPECT_TRUE(panel.stale);
@@ -246,27 +208,25 @@ TEST_F(PollCycleTest, ASleepingMachineAgesTheValues) {
 
 // The answer came before the machine fell asleep, and is taken up behind it.
 TEST_F(PollCycleTest, AnAnswerFromBeforeASleepIsNotOfNow) {
-  Connect();
-  Tick(4);
-  Tick(1);
+  Connect(5);
   std::string verdicts;
   poll.Listen([&](const SensorFrame& frame) { verdicts += frame.text()[83]; });
   poll.Poll();
   loop.Advance(milliseconds(50));
   port.frame[83] = '1';
-  loop.Sleep(seconds(14));
-  loop.Advance(seconds(1));
+  loop.Sleep(milliseconds(14'000));
+  loop.Advance(milliseconds(1000));
   EXPECT_EQ(verdicts, "1");
 }
 
 TEST_F(PollCycleTest, ATickDuringAWorkingCycleOnlyCounts) {
-  Connect();
-  Tick(4);
+  Connect(4);
   port.answer_delay = milliseconds(3500);
   const auto before = poll.sample_count();
-  Tick(5);
-  EXPECT_LE(poll.sample_count(), before + 2);
-  EXPECT_TRUE(events.events().back().text.starts_with("connected")) << events.events().back().text;
+  Tick(20);
+  EXPECT_LE(poll.sample_count(), before + 6) << "one in four seconds, and perhaps the one under way";
+  EXPECT_FALSE(panel.stale);
+  EXPECT_TRUE(LastEvent().starts_with("connected")) << LastEvent();
 }
 
 TEST_F(PollCycleTest, WithoutAPortThereIsNoFrameAndNoTraffic) {
@@ -277,17 +237,14 @@ TEST_F(PollCycleTest, WithoutAPortThereIsNoFrameAndNoTraffic) {
   EXPECT_TRUE(panel.stale);
 }
 
-// 15 ticks a line, compared on working ticks: the dry line first, then wet and dry in turn.
+// 15 ticks a line, compared on every second tick: the dry line first, then wet and dry in turn for eight frames each.
 TEST_F(PollCycleTest, DemoModeAlternatesItsLinesWithoutTraffic) {
   Connect();
   settings.DemoMode = 1;
   std::string course;
   poll.Listen([&](const SensorFrame& frame) { course += frame.text() == kDryDemoLine ? 'd' : 'w'; });
   Tick(96);
-  EXPECT_EQ(course.size(), 48u);
-  EXPECT_EQ(course.substr(0, 15), "ddddddddddddddd");
-  EXPECT_EQ(course.find('w') * 2 + 2, 32u) << "the second switch, 16 ticks after the first on a working tick";
-  EXPECT_EQ(course.substr(15, 16), "wwwwwwwwdddddddd");
+  EXPECT_EQ(course, std::string(15, 'd') + "wwwwwwww" + "dddddddd" + "wwwwwwww" + "dddddddd" + "w");
   EXPECT_TRUE(port.calls.empty());
   EXPECT_EQ(panel.demo, true);
   EXPECT_FALSE(panel.stale);
@@ -296,32 +253,24 @@ TEST_F(PollCycleTest, DemoModeAlternatesItsLinesWithoutTraffic) {
 TEST_F(PollCycleTest, WhatCannotBeConvertedIsReportedOnceAndKeepsTheVerdict) {
   settings.g_bchkEnableSounds = settings.g_bchkRainSounds = 1;
   settings.g_sRainSounds = "rain.wav";
-  Connect();
-  Tick(4);
-  EXPECT_TRUE(given.paths.empty());
-  port.frame.replace(20, 4, "0900");
-  port.frame.replace(58, 6, "-24312");  // the pole of the dew point formula
-  port.frame[83] = '1';
-  Tick(20);
+  Connect(4);
+  EXPECT_TRUE(alerted.given.empty());
+  Measure("TA=-24312 R=0900 RB=1", 20);  // the pole of the dew point formula
   EXPECT_EQ(panel.safe, false);
   EXPECT_TRUE(panel.stale);
   EXPECT_TRUE(weather.raining);
-  EXPECT_EQ(given.paths, (std::vector<std::string>{"rain.wav"}));
-  const auto texts = EventTexts();
-  EXPECT_TRUE(texts.back().starts_with("stale: no reading that makes sense since ")) << texts.back();
-  EXPECT_EQ(std::count_if(texts.begin(), texts.end(),
-                          [](const std::string& text) { return text.starts_with("Error while polling the unit"); }),
-            1);
-  port.frame = test::LiveFrame();
-  Tick(2);
+  EXPECT_EQ(alerted.given, "rain.wav ");
+  EXPECT_TRUE(LastEvent().starts_with("stale: no reading that makes sense since ")) << LastEvent();
+  const auto errors = [](const std::string& text) { return text.starts_with("Error while polling the unit"); };
+  EXPECT_EQ(std::ranges::count_if(EventTexts(), errors), 1);
+  Measure("", 2);
   EXPECT_FALSE(panel.stale);
   EXPECT_EQ(panel.ambient, "5.0");
 }
 
 TEST_F(PollCycleTest, AveragingSaysHowFarItIs) {
   settings.TempsAvgCount = 3;
-  Connect();
-  Tick(3);
+  Connect(3);
   EXPECT_EQ(panel.averaging, "Averageing 1 of 3");
   EXPECT_EQ(panel.ambient, "") << "the start value is no temperature";
   Tick(4);
@@ -329,12 +278,9 @@ TEST_F(PollCycleTest, AveragingSaysHowFarItIs) {
 }
 
 TEST_F(PollCycleTest, TheGustForgetsAfterFiveMinutes) {
-  Connect();
-  Tick(4);
-  port.frame.replace(29, 4, "0100");
-  Tick(2);
-  port.frame.replace(29, 4, "0010");
-  Tick(200);
+  Connect(4);
+  Measure("WND=0100", 2);
+  Measure("WND=0010", 200);
   EXPECT_EQ(panel.wind_gust, "90.0");
   EXPECT_EQ(panel.wind, "9.0");
   Tick(110);

@@ -77,14 +77,7 @@ TEST(TickCounter, StopsAtItsLimitAndNeverWraps) {
 }
 
 TEST(Clock, WritesDatesAsEachReaderExpects) {
-  const CivilTime midnight{.year = 2026,
-                           .month = 1,
-                           .day = 2,
-                           .hour = 0,
-                           .minute = 5,
-                           .second = 9,
-                           .millisecond = 7,
-                           .utc_offset_minutes = -150};
+  const CivilTime midnight{2026, 1, 2, 0, 5, 9, 7, -150};
   EXPECT_EQ(FormatEventTime(midnight), "01/02/2026 12:05 AM");
   EXPECT_EQ(FormatIso8601(midnight), "2026-01-02T00:05:09.007-02:30");
   CivilTime noon = midnight;

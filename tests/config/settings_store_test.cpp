@@ -1,17 +1,13 @@
 #include "config/settings_store.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <map>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "base/run_time_error.h"
 #include "config/profile_command.h"
 #include "config/startup.h"
 #include "tests/support/link_fixture.h"
-#include "tests/support/memory_profile.h"
 
 namespace orvalis {
 namespace {
@@ -61,7 +57,7 @@ TEST_F(SettingsStoreTest, AutoConnectAloneIsMended) {
     profile.values[{"", "AutoConnect"}] = text;
     profile.log.clear();
     EXPECT_EQ(store.LoadSettings().AutoConnect, 0);
-    EXPECT_EQ(profile.log, std::vector<std::string>{"write /AutoConnect"});
+    EXPECT_EQ(profile.TakeLog(), test::Strings{"write /AutoConnect"});
     EXPECT_EQ(profile.At("AutoConnect"), "0");
   }
   profile.values[{"", "RainThreshold"}] = "abc";
@@ -120,17 +116,14 @@ TEST_F(SettingsStoreTest, TheProfileCommandRefusesWhatATypeCannotHold) {
   EXPECT_EQ(out, "350\n");
   EXPECT_TRUE(profile.values.empty()) << "looking must not write";
 
-  const struct {
-    const char* key;
-    const char* value;
-    int code;
-  } rows[] = {{"RainThreshold", "abc", 1},     {"RainThreshold", "99999999999", 1},
-              {"Centigrade", "maybe", 1},      {"WindSpeedWarn", "1,5", 1},
-              {"NoSuchKey", "1", 2},           {"WindSpeedWarn", "7.5", 0},
-              {"COM Port", "/dev/ttyUSB1", 0}, {"g_sRainApp", "", 0}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(run({.verb = kSet, .key = row.key, .value = row.value, .subkey = {}}, "", out), row.code) << row.key;
-    EXPECT_EQ(out.empty(), row.code == 0) << out;
+  const std::tuple<const char*, const char*, int> rows[] = {
+      {"RainThreshold", "abc", 1},     {"RainThreshold", "99999999999", 1},
+      {"Centigrade", "maybe", 1},      {"WindSpeedWarn", "1,5", 1},
+      {"NoSuchKey", "1", 2},           {"WindSpeedWarn", "7.5", 0},
+      {"COM Port", "/dev/ttyUSB1", 0}, {"g_sRainApp", "", 0}};
+  for (const auto& [key, value, code] : rows) {
+    EXPECT_EQ(run({.verb = kSet, .key = key, .value = value, .subkey = {}}, "", out), code) << key;
+    EXPECT_EQ(out.empty(), code == 0) << out;
   }
   // The stamp is there, so that the next start does not reset what was set.
   EXPECT_DOUBLE_EQ(store.LoadSettings().WindSpeedWarn, 7.5);
@@ -147,41 +140,28 @@ TEST_F(SettingsStoreTest, TheProfileCommandRefusesWhatATypeCannotHold) {
 
 class StartupTest : public test::LinkFixture {
  protected:
-  class Window : public PanelWindow {
-   public:
-    explicit Window(std::vector<std::string>& log) : log_(log) {}
+  /// The panel and the utility object write down in the profile's log what is done to them.
+  struct Window : PanelWindow, UtilityObject {
+    explicit Window(test::Strings& writes) : log(writes) {}
     void Place(int left, int top) override {
-      log_.push_back("place " + std::to_string(left) + " " + std::to_string(top));
+      log.push_back("place " + std::to_string(left) + " " + std::to_string(top));
     }
-    void SetAlwaysOnTop(bool on) override { log_.push_back(on ? "on top" : "not on top"); }
-    void Show() override { log_.push_back("show"); }
+    void SetAlwaysOnTop(bool on) override { log.push_back(on ? "on top" : "not on top"); }
+    void Show() override { log.push_back("show"); }
     [[nodiscard]] int Left() const override { return 33; }
     [[nodiscard]] int Top() const override { return 44; }
-
-   private:
-    std::vector<std::string>& log_;
-  };
-
-  class Utility : public UtilityObject {
-   public:
-    explicit Utility(std::vector<std::string>& log) : log_(log) {}
-    void Create() override { log_.push_back("utility"); }
-    void Release() noexcept override { log_.push_back("no utility"); }
-
-   private:
-    std::vector<std::string>& log_;
+    void Create() override { log.push_back("utility"); }
+    void Release() noexcept override { log.push_back("no utility"); }
+    test::Strings& log;
   };
 
   Leftovers leftovers;
-  ImmediateSwitches switches{
-      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs}};
   Window window{profile.log};
   test::FakeTimer poll_timer;
   test::FakeTimer second_timer;
   ProgramFlags flags;
-  Utility utility{profile.log};
   Startup startup{{.flags = flags,
-                   .utility = utility,
+                   .utility = window,
                    .store = store,
                    .settings = settings,
                    .window = &window,
@@ -198,9 +178,8 @@ TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {
   profile.values[{"", "Left"}] = "-5";
   profile.values[{"", "Top"}] = "5000";
   startup.Main();
-  EXPECT_EQ(profile.log,
-            (std::vector<std::string>{"type Weather", "register Orvalis.Weather Orvalis", "utility", "write /Left",
-                                      "on top", "place 100 5000", "show", "write /AutoConnect"}));
+  EXPECT_EQ(profile.log, (test::Strings{"type Weather", "register Orvalis.Weather Orvalis", "utility", "write /Left",
+                                        "on top", "place 100 5000", "show", "write /AutoConnect"}));
   EXPECT_EQ(profile.At("Left"), "100");
   EXPECT_EQ(poll_timer.interval, std::chrono::milliseconds(1000));
   EXPECT_TRUE(poll_timer.enabled && second_timer.enabled);
@@ -211,15 +190,15 @@ TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {
 TEST_F(StartupTest, GoesDownInOrderWhateverFails) {
   startup.Main();
   Connect();
-  profile.log.clear();
+  (void)profile.TakeLog();
   startup.Shutdown();
-  EXPECT_EQ(profile.log,
-            (std::vector<std::string>{"write /Position", "write /Temp", "write /Left", "write /Top", "no utility"}));
+  EXPECT_EQ(profile.TakeLog(),
+            (test::Strings{"write /Position", "write /Temp", "write /Left", "write /Top", "no utility"}));
   EXPECT_EQ(profile.At("Left"), "33");
   EXPECT_EQ(profile.At("Top"), "44");
   EXPECT_FALSE(poll_timer.enabled || second_timer.enabled || port.Connected());
   startup.Shutdown();
-  EXPECT_EQ(profile.log.size(), 5u) << "once";
+  EXPECT_TRUE(profile.log.empty()) << "once";
 }
 
 TEST_F(StartupTest, AStoreThatFailsAtTheEndDoesNotHoldTheEndUp) {

@@ -1,14 +1,16 @@
 #include "config/setup_routine.h"
 
 #include <algorithm>
+#include <deque>
 #include <functional>
+#include <map>
 
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {
 namespace {
 
-using Strings = std::vector<std::string>;
+using test::Strings;
 
 std::size_t FieldIndex(std::string_view name) {
   const auto fields = SetupFields();
@@ -18,12 +20,7 @@ std::size_t FieldIndex(std::string_view name) {
 
 /// What bad text and text out of range give, field by field.
 TEST(SetupFields, BadInputGetsItsMessageAndReplacement) {
-  const struct {
-    const char* field;
-    const char* text;
-    const char* message;
-    double value;
-  } rows[] = {
+  const std::tuple<const char*, const char*, const char*, double> rows[] = {
       {"Lpt_addr", "x", "invalid input in LPT address", -9999},
       {"WindSpeedCloseD", "-0.1", "invalid input in WindSpeedCloseD, must be >= 0", 0},
       {"WindSpeedCloseD", "x", "invalid input in WindSpeedCloseD, must be >= 0", 0},
@@ -70,10 +67,10 @@ TEST(SetupFields, BadInputGetsItsMessageAndReplacement) {
       {"WindSpeedWarn", "0", "", 0},
       {"TPTempHysteresis", "50.5", "", 50.5},
   };
-  for (const auto& row : rows) {
-    const SetupReading reading = ReadSetupField(SetupFields()[FieldIndex(row.field)], row.text, {});
-    EXPECT_EQ(reading.message, row.message) << row.field << " " << row.text;
-    EXPECT_EQ(reading.value, row.value) << row.field << " " << row.text;
+  for (const auto& [field, text, message, value] : rows) {
+    const SetupReading reading = ReadSetupField(SetupFields()[FieldIndex(field)], text, {});
+    EXPECT_EQ(reading.message, message) << field << " " << text;
+    EXPECT_EQ(reading.value, value) << field << " " << text;
   }
   for (const char* text : {"", " ", "99999999999", "1,5"}) {
     EXPECT_EQ(ReadSetupField(SetupFields()[FieldIndex("RainThreshold")], text, {}).value, 400) << text;
@@ -83,11 +80,13 @@ TEST(SetupFields, BadInputGetsItsMessageAndReplacement) {
 /// A user who does, each time the dialog is shown, the next thing on a list.
 class ScriptedDialog : public SetupDialog {
  public:
+  using Visit = std::function<bool(SetupForm&)>;
+
   bool Exec(SetupForm& form) override {
     shown.push_back(form);
     if (visits.empty()) return false;
-    const auto visit = visits.front();
-    visits.erase(visits.begin());
+    const Visit visit = visits.front();
+    visits.pop_front();
     return visit(form);
   }
   void ShowUnit(const UnitOptions& unit, bool known) override {
@@ -96,7 +95,7 @@ class ScriptedDialog : public SetupDialog {
   void ShowMessage(std::string_view text) override { messages.emplace_back(text); }
   void BringToFront() override { ++brought_to_front; }
 
-  std::vector<std::function<bool(SetupForm&)>> visits;
+  std::deque<Visit> visits;
   std::vector<SetupForm> shown;
   Strings messages;
   std::optional<UnitOptions> unit_shown;
@@ -110,12 +109,17 @@ class SetupRoutineTest : public test::LinkFixture {
     profile.log.clear();
     poll_timer.enabled = true;
   }
-  /// Types `text` into a field and confirms.
-  static std::function<bool(SetupForm&)> Type(const char* field, const char* text) {
-    return [=](SetupForm& form) {
-      form.texts[FieldIndex(field)] = text;
+  /// Types these texts into the fields of these names, and confirms.
+  static ScriptedDialog::Visit Type(std::map<std::string, std::string> texts) {
+    return [texts = std::move(texts)](SetupForm& form) {
+      for (const auto& [field, text] : texts) form.texts[FieldIndex(field)] = text;
       return true;
     };
+  }
+  void Run(std::deque<ScriptedDialog::Visit> visits) {
+    dialog.visits = std::move(visits);
+    routine.Run();
+    EXPECT_TRUE(poll_timer.enabled) << "afterwards, whatever happened";
   }
 
   bool unit_known = true;
@@ -133,7 +137,7 @@ class SetupRoutineTest : public test::LinkFixture {
 };
 
 TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
-  dialog.visits = {[this](SetupForm& form) {
+  Run({[this](SetupForm& form) {
     EXPECT_FALSE(poll_timer.enabled);
     EXPECT_EQ(form.port, "/dev/ttyUSB0");
     EXPECT_EQ(form.texts[FieldIndex("WindSpeedCloseD")], "12");
@@ -142,12 +146,9 @@ TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
     form.files[0] = "/home/a b/rain.wav";
     form.unit.allow_wind = true;
     return true;
-  }};
-  routine.Run();
-  EXPECT_TRUE(poll_timer.enabled);
+  }});
   ASSERT_EQ(profile.log.size(), 65u);
-  EXPECT_EQ(profile.log.front(), "write /COM Port");
-  EXPECT_EQ(profile.log[1], "write /WindSpeedCloseD");
+  EXPECT_EQ(profile.log[0] + ", " + profile.log[1], "write /COM Port, write /WindSpeedCloseD");
   EXPECT_EQ(profile.At("COM Port"), "/dev/ttyACM1");
   EXPECT_EQ(profile.At("RainThreshold"), "360");
   EXPECT_EQ(profile.At("g_sRainSounds"), "/home/a b/rain.wav");
@@ -187,28 +188,20 @@ TEST_F(SetupRoutineTest, OkDoesNotSwitchOffAUnitThatCameMeanwhile) {
 
 TEST_F(SetupRoutineTest, CancelLeavesEverythingAsItWas) {
   const auto before = profile.values;
-  dialog.visits = {[](SetupForm& form) {
+  Run({[](SetupForm& form) {
     form.texts.assign(form.texts.size(), "7");
     form.flags.flip();
     form.unit.force_relay = true;
     return false;
-  }};
-  routine.Run();
+  }});
   EXPECT_EQ(profile.values, before);
   EXPECT_EQ(settings.RainThreshold, 350);
   EXPECT_FALSE(options.force_relay);
-  EXPECT_TRUE(poll_timer.enabled);
 }
 
 // The sentinel shows the dialog again with what the user typed; other replacements are stored as they are.
 TEST_F(SetupRoutineTest, TheRoundTripKeepsTheUsersText) {
-  dialog.visits = {[](SetupForm& form) {
-                     form.texts[FieldIndex("StepTime")] = "0";
-                     form.texts[FieldIndex("RainThreshold")] = "77";
-                     return true;
-                   },
-                   Type("StepTime", "0.5")};
-  routine.Run();
+  Run({Type({{"StepTime", "0"}, {"RainThreshold", "77"}}), Type({{"StepTime", "0.5"}})});
   EXPECT_EQ(dialog.messages, Strings{"invalid input in Step Time, must be > 0"});
   ASSERT_EQ(dialog.shown.size(), 2u);
   EXPECT_EQ(dialog.shown[1].texts[FieldIndex("StepTime")], "0");
@@ -218,14 +211,7 @@ TEST_F(SetupRoutineTest, TheRoundTripKeepsTheUsersText) {
 }
 
 TEST_F(SetupRoutineTest, ReplacementsAreStoredAsReturned) {
-  dialog.visits = {[](SetupForm& form) {
-    for (const char* field : {"RainThreshold", "LightThreshold", "PartCloudyDegCL"}) {
-      form.texts[FieldIndex(field)] = "abc";
-    }
-    form.texts[FieldIndex("TempAvgCnt")] = "301";
-    return true;
-  }};
-  routine.Run();
+  Run({Type({{"RainThreshold", "abc"}, {"LightThreshold", "abc"}, {"PartCloudyDegCL", "abc"}, {"TempAvgCnt", "301"}})});
   EXPECT_EQ(dialog.messages.size(), 4u);
   EXPECT_EQ(profile.At("RainThreshold"), "400");
   EXPECT_EQ(profile.At("LightThreshold"), "300");
@@ -234,25 +220,18 @@ TEST_F(SetupRoutineTest, ReplacementsAreStoredAsReturned) {
 }
 
 TEST_F(SetupRoutineTest, AStoreThatFailsKeepsTheDialogOpenAndNothingIsTaken) {
-  dialog.visits = {[this](SetupForm& form) {
-                     form.texts[FieldIndex("RainThreshold")] = "77";
-                     profile.fails = true;
-                     return true;
-                   },
-                   [](SetupForm&) { return false; }};
-  routine.Run();
+  profile.fails = true;
+  Run({Type({{"RainThreshold", "77"}}), [](SetupForm&) { return false; }});
   EXPECT_EQ(dialog.messages, Strings{"cannot write the settings to memory: full"});
   EXPECT_EQ(dialog.shown.size(), 2u);
   EXPECT_EQ(settings.RainThreshold, 350);
-  EXPECT_TRUE(poll_timer.enabled);
 }
 
 TEST_F(SetupRoutineTest, ASecondRequestBringsTheOpenDialogToTheFront) {
-  dialog.visits = {[this](SetupForm&) {
+  Run({[this](SetupForm&) {
     routine.Run();
     return false;
-  }};
-  routine.Run();
+  }});
   EXPECT_EQ(dialog.brought_to_front, 1);
   EXPECT_EQ(dialog.shown.size(), 1u);
 }
@@ -267,23 +246,6 @@ TEST_F(SetupRoutineTest, LeftoversAreClampedAfterwards) {
   routine.Run();
   EXPECT_EQ(leftovers.compensation_state, 2);
   EXPECT_EQ(settings.Position, 0);
-}
-
-TEST_F(SetupRoutineTest, SwitchesActAtOnceAndOnFailureNotAtAll) {
-  ImmediateSwitches switches{
-      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs}};
-  switches.SetAutoConnect(true);
-  switches.SetDemoMode(true);
-  EXPECT_EQ(profile.log, (Strings{"write /AutoConnect", "write /DemoMode"}));
-  EXPECT_TRUE(connector.connecting());
-  profile.log.clear();
-  switches.SetOneLineLog(true, "/tmp/logs");
-  switches.SetOneLineLog(false, "");
-  EXPECT_EQ(profile.log, (Strings{"write /g_lOneLineLog", "write /g_sOneLineLogPath", "write /g_lOneLineLog"}));
-  EXPECT_EQ(settings.g_sOneLineLogPath, "/tmp/logs");
-  profile.fails = true;
-  EXPECT_THROW(switches.SetDemoMode(false), RunTimeError);
-  EXPECT_EQ(settings.DemoMode, 1);
 }
 
 }  // namespace

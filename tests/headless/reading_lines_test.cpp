@@ -1,7 +1,5 @@
 #include "headless/reading_lines.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {
@@ -14,13 +12,12 @@ class ReadingLinesTest : public test::LinkFixture {
     poll.Listen([&](const SensorFrame& frame) {
       line = ReadingJson({.time = clock.LocalNow(), .weather = weather, .frame = frame, .connected = true});
     });
-    Connect();
-    Tick(4);
+    Connect(4);
     return line;
   }
 };
 
-// The rounded figures are those of poll_cycle_test.cpp, worked with bc.
+// The figures were worked with bc from the frame's HUM=0520 TP=-02000 TTP=+00600 TA=+00500 WND=0020.
 TEST_F(ReadingLinesTest, JsonHasEveryFieldInOrder) {
   EXPECT_EQ(Json(),
             R"({"time":"2026-11-21T21:04:05.000+00:00","source":"unit","connected":true,"frame":")" +

@@ -1,44 +1,11 @@
 #include "history/history_recorder.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "base/run_time_error.h"
+#include "base/text.h"
+#include "tests/support/fake_history_store.h"
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {
 namespace {
-
-using std::chrono::seconds;
-
-class FakeStore : public HistoryStore {
- public:
-  Part Load(std::int64_t /*spans_from*/, std::int64_t samples_from, std::int64_t to) override {
-    Fail();
-    loaded_from = samples_from;
-    loaded_to = to;
-    return {};
-  }
-  void Write(const Batch& batch) override {
-    Fail();
-    batches.push_back(batch);
-  }
-  void Forget(std::int64_t samples_before, std::int64_t spans_before) override {
-    Fail();
-    forgotten.emplace_back(samples_before, spans_before);
-  }
-  void Fail() const {
-    if (fails) throw RunTimeError(RunTimeError::kPathFileAccess, "cannot store the history: disk full");
-  }
-
-  bool fails = false;
-  std::int64_t loaded_from = 0;
-  std::int64_t loaded_to = 0;
-  std::vector<Batch> batches;
-  std::vector<std::pair<std::int64_t, std::int64_t>> forgotten;
-};
 
 class HistoryRecorderTest : public test::LinkFixture {
  protected:
@@ -47,57 +14,52 @@ class HistoryRecorderTest : public test::LinkFixture {
   }
   [[nodiscard]] std::size_t Stored() const {
     std::size_t count = 0;
-    for (const auto& batch : store.batches) count += batch.samples.size();
+    for (const auto& batch : history.batches) count += batch.samples.size();
     return count;
   }
 
-  FakeStore store;
-  std::vector<std::string> reports;
-  HistoryRecorder recorder{{.loop = loop, .clock = clock, .store = store, .report = [this](const std::string& text) {
+  test::FakeHistoryStore history;
+  test::Strings reports;
+  HistoryRecorder recorder{{.loop = loop, .clock = clock, .store = history, .report = [this](const std::string& text) {
                               reports.push_back(text);
                             }}};
 };
 
 TEST_F(HistoryRecorderTest, StoresOnceAMinuteAndAtTheEnd) {
-  Connect();
-  Tick(61);
-  ASSERT_EQ(store.batches.size(), 0u);  // the first reading came a moment after the first tick
+  Connect(61);
+  ASSERT_EQ(history.batches.size(), 0u);  // the first reading came a moment after the first tick
   Tick(2);
-  ASSERT_EQ(store.batches.size(), 1u);
-  EXPECT_EQ(store.batches[0].samples.size(), 31u);
+  ASSERT_EQ(history.batches.size(), 1u);
+  EXPECT_EQ(history.batches[0].samples.size(), 31u);
   Tick(20);
-  port.silent = true;  // what was measured before is stored all the same
-  Tick(60);
-  ASSERT_EQ(store.batches.size(), 2u);
+  Silence(60);  // what was measured before is stored all the same
+  ASSERT_EQ(history.batches.size(), 2u);
   EXPECT_EQ(Stored(), 41u);
   recorder.Flush();
-  EXPECT_EQ(store.batches.size(), 2u);
-  port.silent = false;
-  Tick(10);
+  EXPECT_EQ(history.batches.size(), 2u);
+  Measure("", 10);
   recorder.Flush();
-  EXPECT_EQ(store.batches.size(), 3u);
-  EXPECT_EQ(store.batches[2].follows, store.batches[1].samples.back().time);
+  EXPECT_EQ(history.batches.size(), 3u);
+  EXPECT_EQ(history.batches[2].follows, history.batches[1].samples.back().time);
 }
 
 TEST_F(HistoryRecorderTest, WhatTheStoreDoesNotTakeIsKeptAndSaidOnce) {
-  store.fails = true;
+  history.fails = true;
   recorder.LoadSoon();
-  Connect();
-  Tick(600);
-  EXPECT_EQ(reports, std::vector<std::string>{"cannot store the history: disk full"});
+  Connect(600);
+  EXPECT_EQ(reports, test::Strings{"cannot store the history: disk full"});
   EXPECT_EQ(recorder.Shown().size(), 1u);  // all at the fake clock's one moment
-  store.fails = false;
+  history.fails = false;
   Tick(60);
   EXPECT_GT(Stored(), 295u);
   EXPECT_EQ(reports.back(), "the history is stored again");
-  EXPECT_EQ(store.loaded_to - store.loaded_from, 48 * History::kHourMs);  // read after all
+  EXPECT_EQ(history.loaded_to - history.loaded_from, 48 * History::kHourMs);  // read after all
 }
 
 TEST_F(HistoryRecorderTest, MadeUpValuesAreNeitherStoredNorMixedWithRealOnes) {
   int replaced = 0;
   recorder.OnReplaced([&] { ++replaced; });
-  Connect();
-  Tick(10);
+  Connect(10);
   const auto real = recorder.Shown().revision();
   settings.DemoMode = 1;
   Tick(200);
@@ -108,50 +70,41 @@ TEST_F(HistoryRecorderTest, MadeUpValuesAreNeitherStoredNorMixedWithRealOnes) {
   EXPECT_FALSE(recorder.demo_shown());
   EXPECT_EQ(replaced, 2);
   EXPECT_LE(recorder.Shown().revision(), real + 2);
-  for (const auto& batch : store.batches) {
+  for (const auto& batch : history.batches) {
     for (const Sample& sample : batch.samples) EXPECT_EQ(sample.values[Quantity::kSky], -20);
   }
 }
 
 TEST_F(HistoryRecorderTest, OldRowsGoAfterAnHourAndThenHourly) {
-  Connect();
-  Tick(3500);
-  EXPECT_TRUE(store.forgotten.empty());
+  Connect(3500);
+  EXPECT_TRUE(history.forgotten.empty());
   Tick(2 * 3600);
-  ASSERT_EQ(store.forgotten.size(), 2u);
+  ASSERT_EQ(history.forgotten.size(), 2u);
   const std::int64_t now = UtcMilliseconds(clock.now);
-  EXPECT_EQ(now - store.forgotten[0].first, 48 * History::kHourMs);
-  EXPECT_EQ(now - store.forgotten[0].second, 400 * 24 * History::kHourMs);
+  EXPECT_EQ(now - history.forgotten[0].first, 48 * History::kHourMs);
+  EXPECT_EQ(now - history.forgotten[0].second, 400 * 24 * History::kHourMs);
 }
 
-// Each row: what the unit sends, which quantities are known then, and which are held over from earlier readings.
 TEST_F(HistoryRecorderTest, RemembersWhatIsKnownAndWhatIsHeld) {
-  const std::string good = test::LiveFrame();
-  std::string no_air = good;
-  no_air.replace(58, 6, "+19999");
-  std::string faulty_humidity = good;
-  faulty_humidity.replace(4, 4, "0999");
-  Connect();
-  const auto last = [&] { return *recorder.Shown().Nearest(UtcMilliseconds(clock.now), 0); };
-  Tick(10);
-  EXPECT_TRUE(last().lowest.Knows(Quantity::kDewPoint));
-  EXPECT_EQ(last().held.bits(), 0);
-  EXPECT_TRUE(last().conditions.Has(Condition::kClear));
-  EXPECT_FALSE(last().conditions.Has(Condition::kUnsafe));
-  port.frame = faulty_humidity;
-  Tick(4);
-  EXPECT_FALSE(last().lowest.Knows(Quantity::kHumidity));
-  EXPECT_FALSE(last().lowest.Knows(Quantity::kClearSky));
-  EXPECT_TRUE(last().lowest.Knows(Quantity::kAmbient));
-  port.frame = no_air;
-  Tick(4);
-  EXPECT_TRUE(last().held.Has(Quantity::kAmbient));
-  EXPECT_FALSE(last().held.Has(Quantity::kSky));
-  EXPECT_EQ(last().lowest[Quantity::kAmbient], 5);
+  // Sky, clear sky, ambient, dew point, wind, gust, humidity; those held over from earlier readings in brackets.
+  const auto last = [&] {
+    const Span span = *recorder.Shown().Nearest(UtcMilliseconds(clock.now), 0);
+    std::string text;
+    for (std::size_t i = 0; i < kQuantities; ++i) {
+      const auto quantity = static_cast<Quantity>(i);
+      const std::string value = FormatFixed(span.lowest[quantity], 1);
+      text += span.held.Has(quantity) ? "(" + value + ") " : value + " ";
+    }
+    return text + (span.conditions.bits() == 1 ? "clear" : "");
+  };
+  Connect(10);
+  EXPECT_EQ(last(), "-20.0 -20.2 5.0 -4.9 18.0 18.0 48.9 clear");
+  Measure("HUM=0999", 4);
+  EXPECT_EQ(last(), "-20.0 nan 5.0 nan 18.0 18.0 nan clear");
+  Measure("TA=+19999", 4);
+  EXPECT_EQ(last(), "-20.0 (-20.2) (5.0) (-4.9) 18.0 18.0 (48.9) clear");
   Tick(20);
-  EXPECT_FALSE(last().lowest.Knows(Quantity::kAmbient));
-  EXPECT_TRUE(last().lowest.Knows(Quantity::kSky));
-  EXPECT_FALSE(last().conditions.Has(Condition::kClear));  // the sky word compares with the air
+  EXPECT_EQ(last(), "-20.0 nan nan nan 18.0 18.0 nan ") << "the sky word compares with the air";
 }
 
 }  // namespace

@@ -15,11 +15,7 @@ namespace orvalis {
 namespace {
 
 TEST(SplitUrl, CutsWhereTheMarksAre) {
-  struct Case {
-    const char* url;
-    UrlRecord record;
-  };
-  const Case cases[] = {
+  const std::pair<const char*, UrlRecord> cases[] = {
       {"http://example.org/station/update.php?x=1&y=2", {"http", "example.org", 0, "/station/update.php", "x=1&y=2"}},
       {"example.org:8080/p", {"", "example.org", 8080, "/p", ""}},
       {"example.org:8080", {"", "example.org:8080", 0, "/", ""}},
@@ -31,7 +27,7 @@ TEST(SplitUrl, CutsWhereTheMarksAre) {
       {"http:///p", {"http", "", 0, "/p", ""}},
       {"", {"", "", 0, "/", ""}},
   };
-  for (const Case& row : cases) EXPECT_EQ(SplitUrl(row.url), row.record) << row.url;
+  for (const auto& [url, record] : cases) EXPECT_EQ(SplitUrl(url), record) << url;
   for (const char* url : {"h:32768/", "h:99999999999/", "h:-40000/"}) EXPECT_THROW(SplitUrl(url), RunTimeError) << url;
 }
 
@@ -46,19 +42,13 @@ TEST(CloudCode, AColdSkyComesFirstThenRainThenTheDifference) {
   Settings settings;
   settings.FullCloudyDegC = 19;
   settings.PartCloudyDegC = 22;
-  struct Case {
-    double sky;
-    double ambient;
-    bool raining;
-    const char* code;
-  };
-  const Case cases[] = {
+  const std::tuple<double, double, bool, const char*> cases[] = {
       {-5.0, -5.0, true, "SKC"}, {-4.9, 30.0, true, "OVC"}, {-4.9, 30.0, false, "SKC"},
       {1.0, 20.0, false, "OVC"}, {1.0, 20.1, false, "SCT"}, {1.0, 22.9, false, "SCT"},
       {1.0, 23.0, false, "SKC"}, {3.1, 25.1, false, "SKC"}, {-3.3, 15.7, false, "OVC"},
   };
-  for (const Case& row : cases) {
-    EXPECT_EQ(CloudCode(row.sky, row.ambient, row.raining, settings), row.code) << row.sky << " " << row.ambient;
+  for (const auto& [sky, ambient, raining, code] : cases) {
+    EXPECT_EQ(CloudCode(sky, ambient, raining, settings), code) << sky << " " << ambient;
   }
 }
 
@@ -99,76 +89,67 @@ TEST(RequestText, IsFramedByMethodAndRows) {
 }
 
 TEST(RequestText, NothingCanBeSplitInTwo) {
-  const auto refused = [](const HttpRequest& request) { EXPECT_THROW((void)RequestText(request), RunTimeError); };
+  using Spoil = void (*)(HttpRequest&, const std::string&);
+  const Spoil spoils[] = {[](auto& request, auto& bad) { request.query += bad; },
+                          [](auto& request, auto& bad) { request.url.host += bad; },
+                          [](auto& request, auto& bad) { request.url.path += bad; },
+                          [](auto& request, auto& bad) { request.url.query = bad; },
+                          [](auto& request, auto& bad) {
+                            request.headers = {{"X" + bad, "v"}};
+                          },
+                          [](auto& request, auto& bad) {
+                            request.headers = {{"X", "v" + bad + "Y: z"}};
+                          }};
   for (const char* method : {"GET", "POST"}) {
     const HttpRequest good{.method = method, .url = SplitUrl("http://h/p"), .query = "a=1"};
     EXPECT_NO_THROW((void)RequestText(good));
     for (const std::string& bad : std::vector<std::string>{"\r\n", "\n", std::string(1, '\0'), "\x1f", "\x7f"}) {
-      HttpRequest request = good;
-      request.query += bad;
-      refused(request);
-      request = good;
-      request.url.host += bad;
-      refused(request);
-      request = good;
-      request.url.path += bad;
-      refused(request);
-      request = good;
-      request.url.query = bad;
-      refused(request);
-      for (const RequestRow& row : {RequestRow{"X" + bad, "v"}, RequestRow{"X", "v" + bad + "Y: z"}}) {
-        request = good;
-        request.headers = {row};
-        refused(request);
+      for (const Spoil spoil : spoils) {
+        HttpRequest request = good;
+        spoil(request, bad);
+        EXPECT_THROW((void)RequestText(request), RunTimeError) << &spoil - spoils;
       }
     }
     for (const char* name : {"", "X Y", "X:", "Ü"}) {
       HttpRequest request = good;
       request.headers = {{name, "v"}};
-      refused(request);
+      EXPECT_THROW((void)RequestText(request), RunTimeError) << name;
     }
   }
 }
 
 TEST(CheckUrl, RefusesWhatCannotBeReached) {
-  struct Case {
-    std::string url;
-    const char* complaint;  ///< in a message box; "line" where the error box says it
+  // The complaint of a message box; "line" where the error box says it.
+  const auto verdict = [](const std::string& text) -> std::string {
+    const UrlRecord url = SplitUrl(text);
+    if (!Complaint(url).text.empty()) return std::string(Complaint(url).text);
+    try {
+      CheckUrl(text, url);
+    } catch (const RunTimeError&) {
+      return "line";
+    }
+    return "";
   };
   const std::string long_path(10'000, 'a');
-  const Case cases[] = {
-      {"http://h/", ""},
-      {"http://h-1.example_2:81/p", ""},
-      {"", "Invalid Host"},
-      {"http:///p", "Invalid Host"},
-      {"http://:80/", "Invalid Host"},
-      {"h/p", "Invalid protocol schema"},
-      {"https://h/", "Invalid protocol schema"},
-      {"HTTP://h/", "Invalid protocol schema"},
-      {"http://h:80", "line"},
-      {"http://h:abc/", "line"},
-      {"http://h:0/", "line"},
-      {"http://h:-1/", "line"},
-      {"http://h:/", "line"},
-      {"http://u@h/", "line"},
-      {"http://h h/", "line"},
-      {"http://[::1]/", "line"},
-      {"http://h/" + long_path, "line"},
-      {"http://" + long_path + "/", "line"},
-  };
-  for (const Case& row : cases) {
-    const UrlRecord url = SplitUrl(row.url);
-    const std::string_view complaint = Complaint(url).text;
-    if (std::string_view("line") == row.complaint) {
-      EXPECT_EQ(complaint, "") << row.url.substr(0, 40);
-      EXPECT_THROW(CheckUrl(row.url, url), RunTimeError) << row.url.substr(0, 40);
-      continue;
-    }
-    EXPECT_EQ(complaint, row.complaint) << row.url;
-    if (complaint.empty()) {
-      EXPECT_NO_THROW(CheckUrl(row.url, url)) << row.url;
-    }
-  }
+  const std::pair<std::string, const char*> cases[] = {{"http://h/", ""},
+                                                       {"http://h-1.example_2:81/p", ""},
+                                                       {"", "Invalid Host"},
+                                                       {"http:///p", "Invalid Host"},
+                                                       {"http://:80/", "Invalid Host"},
+                                                       {"h/p", "Invalid protocol schema"},
+                                                       {"https://h/", "Invalid protocol schema"},
+                                                       {"HTTP://h/", "Invalid protocol schema"},
+                                                       {"http://h:80", "line"},
+                                                       {"http://h:abc/", "line"},
+                                                       {"http://h:0/", "line"},
+                                                       {"http://h:-1/", "line"},
+                                                       {"http://h:/", "line"},
+                                                       {"http://u@h/", "line"},
+                                                       {"http://h h/", "line"},
+                                                       {"http://[::1]/", "line"},
+                                                       {"http://h/" + long_path, "line"},
+                                                       {"http://" + long_path + "/", "line"}};
+  for (const auto& [url, complaint] : cases) EXPECT_EQ(verdict(url), complaint) << url.substr(0, 40);
 }
 
 TEST(WebcamTexts, AreThoseOfTheOtherPrograms) {
@@ -193,24 +174,20 @@ TEST(WebcamTexts, AreThoseOfTheOtherPrograms) {
   EXPECT_THROW((void)TransferScript(windows, settings), RunTimeError);
 
   settings.g_sPWS_password = "pw";
-  struct Case {
-    const char* site;
-    const char* target;  ///< host, port and folder; "" where it is refused
-  };
-  for (const Case& row :
-       {Case{"ftp://webcam.example", "webcam.example 21 /"}, Case{"h:2121", "h 2121 /"},
-        Case{"ftp://h:2121/pictures", "h 2121 /pictures/"}, Case{"h/a b/", "h 21 /a b/"}, Case{"", ""},
-        Case{"ftps://h", ""}, Case{"ftp://u@h", ""}, Case{"h:x", ""}, Case{"h:0/", ""}, Case{"h:70000", ""}}) {
-    settings.g_sWEBcam_site = row.site;
-    std::string target;
-    try {
-      const FtpUpload upload = OwnUpload(linux_folder, settings);
-      target = upload.host + " " + std::to_string(upload.port) + " " + upload.folder;
-      EXPECT_EQ(upload.path, "/opt/orvalis/image.jpg");
-    } catch (const RunTimeError&) {
-      target = "";
-    }
-    EXPECT_EQ(target, row.target) << row.site;
+  // Host, port and folder.
+  const std::pair<const char*, const char*> sites[] = {{"ftp://webcam.example", "webcam.example 21 /"},
+                                                       {"h:2121", "h 2121 /"},
+                                                       {"ftp://h:2121/pictures", "h 2121 /pictures/"},
+                                                       {"h/a b/", "h 21 /a b/"}};
+  for (const auto& [site, target] : sites) {
+    settings.g_sWEBcam_site = site;
+    const FtpUpload upload = OwnUpload(linux_folder, settings);
+    EXPECT_EQ(upload.host + " " + std::to_string(upload.port) + " " + upload.folder, target);
+    EXPECT_EQ(upload.path, "/opt/orvalis/image.jpg");
+  }
+  for (const char* site : {"", "ftps://h", "ftp://u@h", "h:x", "h:0/", "h:70000"}) {
+    settings.g_sWEBcam_site = site;
+    EXPECT_THROW((void)OwnUpload(linux_folder, settings), RunTimeError) << site;
   }
 }
 

@@ -16,36 +16,43 @@ class WebPublisherTest : public PublishFixture {
     publisher.Load();
   }
 
-  void Tick(int count) {
+  /// With the publisher's schedules.
+  void Tick(int count) override {
     for (int i = 0; i < count; ++i) {
       publishing_poll.Poll();
       loop.Advance(seconds(1));
     }
   }
-  [[nodiscard]] std::string Errors() { return std::string(publisher.boxes().Errors()); }
-  [[nodiscard]] std::string LastError() {
-    std::string all = Errors();
-    if (all.empty()) return "";
-    all.resize(all.size() - 2);
-    const auto begin = all.rfind('\n');
-    return all.substr(begin == std::string::npos ? 0 : begin + 1);
+  /// The number of uploads begun in so many ticks.
+  [[nodiscard]] std::size_t Sent(int ticks) {
+    const std::size_t before = socket.requests.size();
+    Tick(ticks);
+    return socket.requests.size() - before;
   }
+  /// What came into the error box since it was read last.
+  [[nodiscard]] std::string NewErrors() {
+    const std::string all(publisher.boxes().Errors());
+    return all.substr(std::exchange(errors_read, all.size()));
+  }
+  static std::string ErrorLine(const std::string& text) { return "2026-11-21 09:04:05 PM " + text + "\r\n"; }
+
+  /// What happens, and the line that it leaves in the error box.
+  using Mishaps = std::vector<std::pair<std::function<void(WebPublisherTest&)>, std::string>>;
 
   [[nodiscard]] PollCycle::Parts PublishingParts() {
     PollCycle::Parts parts = PollParts();
     parts.uploads = {&publisher.webcam_schedule(), &publisher.readings_schedule()};
     return parts;
   }
+  std::size_t errors_read = 0;
   PollCycle publishing_poll{PublishingParts()};
 };
 
 // Worked by hand from the frame HUM=0520 TP=-02000 TA=+00500 WND=0020 R=0120 and the clock's 2026-11-21 21:04:05.
 TEST_F(WebPublisherTest, TheReadingsGoOutEverySixSecondsAtAnIntervalOfFive) {
-  Connect();
-  Tick(5);
+  Connect(5);
   EXPECT_TRUE(socket.requests.empty());
-  Tick(1);
-  ASSERT_EQ(socket.requests.size(), 1u);
+  ASSERT_EQ(Sent(1), 1u);
   EXPECT_EQ(socket.host, "service.example");
   EXPECT_EQ(socket.port, 8080);
   EXPECT_EQ(socket.requests[0],
@@ -63,54 +70,40 @@ TEST_F(WebPublisherTest, TheReadingsGoOutEverySixSecondsAtAnIntervalOfFive) {
   socket.handlers.received("\nend");
   socket.handlers.closed();
   EXPECT_EQ(publisher.boxes().Response(), "HTTP/1.0 200 OK\r\n\r\n******** ********\r\nend");
-  EXPECT_EQ(Errors(), "");
-  Tick(60);
-  EXPECT_EQ(socket.requests.size(), 11u);
+  EXPECT_EQ(NewErrors(), "");
+  EXPECT_EQ(Sent(60), 10u);
 }
 
 TEST_F(WebPublisherTest, TheCountersStopAndRestartAsTheyShould) {
   settings.g_bAllow_PWS = 0;
-  Connect();
-  Tick(40);
-  EXPECT_TRUE(socket.requests.empty());
-  settings.g_bAllow_PWS = 1;  // the counter went on being reset: no upload out of turn
-  Tick(2);
-  EXPECT_EQ(socket.requests.size(), 1u);
+  Connect(40);
+  settings.g_bAllow_PWS = 1;
+  EXPECT_EQ(Sent(2), 1u) << "none while it was switched off, and none out of turn";
   connector.Disconnect();
-  Tick(70'000);
-  EXPECT_EQ(socket.requests.size(), 1u);
-  Connect();
-  Tick(4);
+  EXPECT_EQ(Sent(70'000), 0u);
+  Connect(4);
   EXPECT_EQ(socket.requests.size(), 2u) << "due as soon as there is a frame";
 }
 
 TEST_F(WebPublisherTest, AnotherIntervalIsKeptByTheWindowAndByTheCycle) {
-  Connect();
-  Tick(2);
-  profile.log.clear();
+  Connect(2);
+  (void)profile.TakeLog();
   publisher.SetInterval(kSubmitIntervals[0], 2);
   publisher.SetInterval(kSubmitIntervals[1], 0);
-  EXPECT_EQ(profile.log,
-            (std::vector<std::string>{"write /g_sPWSUpdate_interval_index", "write /g_sPWSUpdate_interval",
-                                      "write /g_sWEBUpdate_interval_index", "write /g_sWEBUpdate_interval"}));
-  profile.log.clear();
+  EXPECT_EQ(profile.TakeLog(), (Strings{"write /g_sPWSUpdate_interval_index", "write /g_sPWSUpdate_interval",
+                                        "write /g_sWEBUpdate_interval_index", "write /g_sWEBUpdate_interval"}));
   Tick(2);
-  EXPECT_EQ(profile.log,
-            (std::vector<std::string>{"write /g_lWEBUpdate_interval_index", "write /g_lWEBUpdate_interval",
-                                      "write /g_lPWSUpdate_interval_index", "write /g_lPWSUpdate_interval"}));
+  EXPECT_EQ(profile.TakeLog(), (Strings{"write /g_lWEBUpdate_interval_index", "write /g_lWEBUpdate_interval",
+                                        "write /g_lPWSUpdate_interval_index", "write /g_lPWSUpdate_interval"}));
   EXPECT_EQ(profile.At("g_lPWSUpdate_interval_index") + " " + profile.At("g_lPWSUpdate_interval"), "2 15");
-  profile.log.clear();
-  Tick(11);
-  EXPECT_TRUE(socket.requests.empty());
-  Tick(1);
-  EXPECT_EQ(socket.requests.size(), 1u) << "fifteen seconds, on a working tick";
+  EXPECT_EQ(Sent(11), 0u);
+  EXPECT_EQ(Sent(1), 1u) << "fifteen seconds, on a working tick";
   EXPECT_TRUE(profile.log.empty());
 
   // A store that fails keeps nothing from being sent, and is written as soon as it can be.
   profile.fails = true;
   publisher.SetInterval(kSubmitIntervals[0], 0);
-  Tick(8);
-  EXPECT_EQ(socket.requests.size(), 2u);
+  EXPECT_EQ(Sent(8), 1u);
   profile.fails = false;
   Tick(2);
   EXPECT_EQ(profile.At("g_lPWSUpdate_interval"), "5");
@@ -120,70 +113,57 @@ TEST_F(WebPublisherTest, AnotherIntervalIsKeptByTheWindowAndByTheCycle) {
 }
 
 TEST_F(WebPublisherTest, WhatAServerDoesWrongIsOneLineAndTheNextUploadIsOnItsTick) {
-  struct Case {
-    const char* name;
-    std::function<void(WebPublisherTest&)> act;
-    const char* line;
-  };
   const auto receive = [](const char* bytes) {
     return [bytes](WebPublisherTest& t) {
       t.socket.handlers.received(bytes);
       t.socket.handlers.closed();
     };
   };
-  const Case cases[] = {
-      {"unreachable", [](WebPublisherTest& t) { t.socket.handlers.failed("Connection refused"); },
-       "Connection refused"},
-      {"silent", [](WebPublisherTest& t) { t.loop.Advance(seconds(31)); }, "no answer within 30 seconds"},
-      {"a byte a second",
-       [](WebPublisherTest& t) {
-         t.socket.handlers.connected();
-         for (int i = 0; i < 61 && t.socket.open; ++i) {
-           t.socket.handlers.received("H");
-           t.loop.Advance(seconds(1));
-         }
-       },
-       "the answer took longer than 60 seconds"},
-      {"closed", [](WebPublisherTest& t) { t.socket.handlers.closed(); },
-       "the server closed the connection without an answer"},
-      {"redirect", receive("HTTP/1.1 302 Found s3cr3t/x\r\nLocation: http://elsewhere/"),
-       "the server sends elsewhere (HTTP/1.1 302 Found ********), where nothing is sent"},
-      {"refused", receive("HTTP/1.1 401 \x1b[31mNo\r\n\r\n"), "the server refuses: HTTP/1.1 401 ?[31mNo"},
-      {"no web server", receive("220 welcome\r\n"), "what answers is not a web server"},
-      {"still busy", [](WebPublisherTest& t) { t.publisher.TestServer(); },
-       "the former upload was ended unfinished: the next one is due"},
+  const auto a_byte_a_second = [](WebPublisherTest& t) {
+    t.socket.handlers.connected();
+    for (int i = 0; i < 61 && t.socket.open; ++i) {
+      t.socket.handlers.received("H");
+      t.loop.Advance(seconds(1));
+    }
   };
-  Connect();
-  Tick(4);
-  for (const Case& row : cases) {
+  const Mishaps cases{
+      {[](auto& t) { t.socket.handlers.failed("Connection refused"); }, "Connection refused"},
+      {[](auto& t) { t.loop.Advance(seconds(31)); }, "no answer within 30 seconds"},
+      {a_byte_a_second, "the answer took longer than 60 seconds"},
+      {[](auto& t) { t.socket.handlers.closed(); }, "the server closed the connection without an answer"},
+      {receive("HTTP/1.1 302 Found s3cr3t/x\r\nLocation: http://elsewhere/"),
+       "the server sends elsewhere (HTTP/1.1 302 Found ********), where nothing is sent"},
+      {receive("HTTP/1.1 401 \x1b[31mNo\r\n\r\n"), "the server refuses: HTTP/1.1 401 ?[31mNo"},
+      {receive("220 welcome\r\n"), "what answers is not a web server"},
+      {[](auto& t) { t.publisher.TestServer(); }, "the former upload was ended unfinished: the next one is due"},
+  };
+  Connect(4);
+  for (const auto& [happens, line] : cases) {
     socket.Close();
     publisher.TestServer();
-    const std::string before = Errors();
-    row.act(*this);
-    EXPECT_EQ(LastError(), std::string("2026-11-21 09:04:05 PM ") + row.line) << row.name;
-    EXPECT_EQ(Errors().size(), before.size() + LastError().size() + 2) << "one line: " << row.name;
-    EXPECT_EQ(events.events().back().text, std::string("readings upload: ") + row.line) << row.name;
-    EXPECT_EQ(socket.open, std::string_view(row.name) == "still busy") << row.name;
+    happens(*this);
+    EXPECT_EQ(NewErrors(), ErrorLine(line));
+    EXPECT_EQ(LastEvent(), "readings upload: " + line);
+    EXPECT_EQ(socket.open, line.starts_with("the former upload")) << line;
   }
   // The same failure at every interval fills no event list; that it works again is news.
   Tick(6);  // the readings are fresh again
   socket.handlers.failed("gone");
-  const std::size_t listed = events.events().size();
+  const Strings listed = EventTexts();
   for (int i = 0; i < 5; ++i) {
     Tick(6);
     socket.handlers.failed("gone");
   }
-  EXPECT_EQ(events.events().size(), listed);
+  EXPECT_EQ(EventTexts(), listed);
   Tick(6);
   socket.handlers.received("HTTP/1.0 204 No Content\r\n\r\n");
   loop.Advance(seconds(31));  // left open by a server that has answered
-  EXPECT_EQ(events.events().back().text, "readings upload: works again");
+  EXPECT_EQ(LastEvent(), "readings upload: works again");
   EXPECT_FALSE(socket.open);
 }
 
 TEST_F(WebPublisherTest, ALongAnswerLeavesItsLast64KB) {
-  Connect();
-  Tick(4);
+  Connect(4);
   publisher.TestServer();
   const std::string piece = "HTTP/1.0 200 OK\r\n" + std::string(16 * 1024, 'x');
   for (std::size_t sent = 0; sent < 10'000'000; sent += piece.size()) socket.handlers.received(piece);
@@ -192,47 +172,36 @@ TEST_F(WebPublisherTest, ALongAnswerLeavesItsLast64KB) {
   const std::string response = publisher.boxes().Response();
   EXPECT_EQ(response.size(), 64u * 1024);
   EXPECT_TRUE(response.ends_with("the end"));
-  EXPECT_EQ(LastError(), "2026-11-21 09:04:05 PM the answer is longer than 64 KB; its end alone is kept");
+  EXPECT_EQ(NewErrors(), ErrorLine("the answer is longer than 64 KB; its end alone is kept"));
   for (int i = 0; i < 5000; ++i) publisher.boxes().AddError("a long failing line that comes again and again");
-  EXPECT_LE(Errors().size(), 64u * 1024);
+  EXPECT_LE(publisher.boxes().Errors().size(), 64u * 1024);
 }
 
 TEST_F(WebPublisherTest, NothingIsSentThatIsNotKnownOrCannotBe) {
-  struct Case {
-    const char* name;
-    std::function<void(WebPublisherTest&)> arrange;
-    const char* why;
-  };
   const auto url = [](const char* text) { return [text](WebPublisherTest& t) { t.settings.g_sPWS_site = text; }; };
-  const Case cases[] = {
-      {"no host", url("http:///x"), "Invalid Host"},
-      {"scheme", url("https://h/x"), "Invalid protocol schema"},
-      {"port", url("http://h:abc/x"), "the port in the URL is no port number"},
-      {"port beyond", url("http://h:70000/x"), "the port in the URL is beyond 32767"},
-      {"password", [](WebPublisherTest& t) { t.settings.g_sPWS_password = "a\r\nX: y"; },
+  const Mishaps cases{
+      {url("http:///x"), "Invalid Host"},
+      {url("https://h/x"), "Invalid protocol schema"},
+      {url("http://h:abc/x"), "the port in the URL is no port number"},
+      {url("http://h:70000/x"), "the port in the URL is beyond 32767"},
+      {[](auto& t) { t.settings.g_sPWS_password = "a\r\nX: y"; },
        "there is a control character in the URL, the station's ID or the password"},
-      {"demo", [](WebPublisherTest& t) { t.settings.DemoMode = 1; },
+      {[](auto& t) { t.settings.DemoMode = 1; },
        "the values are made up in demo mode; \"Test Server\" sends them all the same"},
-      {"ambient", [](WebPublisherTest& t) { t.port.frame.replace(58, 6, "+19999"); },
-       "the ambient temperature is not known"},
+      {[](auto& t) { t.port.frame = LiveFrame("TA=+19999"); }, "the ambient temperature is not known"},
   };
-  Connect();
-  Tick(2);
-  for (const Case& row : cases) {
+  Connect(2);
+  for (const auto& [happens, why] : cases) {
     const Settings good = settings;
-    row.arrange(*this);
+    happens(*this);
     Tick(12);  // until the ambient temperature counts as unknown
-    const std::size_t requests = socket.requests.size();
     if (socket.open) socket.handlers.closed();
     publisher.readings().Edited();
-    const std::size_t errors = Errors().size();
-    Tick(60);
-    EXPECT_EQ(socket.requests.size(), requests) << row.name;
-    EXPECT_EQ(LastError(), std::string("2026-11-21 09:04:05 PM not sent: ") + row.why) << row.name;
-    EXPECT_EQ(Errors().size(), errors + LastError().size() + 2) << "said once: " << row.name;
+    (void)NewErrors();
+    EXPECT_EQ(Sent(60), 0u) << why;
+    EXPECT_EQ(NewErrors(), ErrorLine("not sent: " + why)) << "said once";
     settings = good;
-    port.frame = LiveFrame();
-    Tick(12);
+    Measure("", 12);
   }
   EXPECT_TRUE(outside.calls.empty()) << "no message box that nobody asked for";
 
@@ -240,7 +209,7 @@ TEST_F(WebPublisherTest, NothingIsSentThatIsNotKnownOrCannotBe) {
   publisher.TestServer();
   settings.g_sPWS_site = "ftp://h/";
   publisher.TestServer();
-  EXPECT_EQ(outside.calls, (std::vector<std::string>{"ERROR: Invalid Host", "Orvalis: Invalid protocol schema"}));
+  EXPECT_EQ(outside.calls, (Strings{"ERROR: Invalid Host", "Orvalis: Invalid protocol schema"}));
 
   settings.g_sPWS_site = "http://h/";
   settings.DemoMode = 1;
@@ -249,11 +218,11 @@ TEST_F(WebPublisherTest, NothingIsSentThatIsNotKnownOrCannotBe) {
   publisher.TestServer();
   EXPECT_EQ(socket.requests.size(), requests + 1) << "made-up values on demand";
   settings.DemoMode = 0;
-  port.silent = true;
-  Tick(20);
+  Silence(20);
+  (void)NewErrors();
   publisher.TestServer();
   EXPECT_EQ(socket.requests.size(), requests + 1);
-  EXPECT_TRUE(LastError().ends_with("not sent: there is no reading of now")) << LastError();
+  EXPECT_EQ(NewErrors(), ErrorLine("not sent: there is no reading of now"));
 }
 
 TEST_F(WebPublisherTest, SomebodyWithoutAnAccountSeesWhatWouldBeSent) {
@@ -298,14 +267,12 @@ TEST_F(WebPublisherTest, EditsReachTheSettingsTheStoreAndTheScript) {
 }
 
 TEST_F(WebPublisherTest, ThePictureIsTakenConvertedAndSentWhateverFails) {
-  const std::vector<std::string> steps{"capture", "bitmap /opt/orvalis/screenshot.bmp",
-                                       R"(start C:\Program Files\IrfanView\i_view32)",
-                                       R"(start C:\Program Files\WinSCP\winscp)"};
+  const Strings steps{"capture", "bitmap /opt/orvalis/screenshot.bmp", R"(start C:\Program Files\IrfanView\i_view32)",
+                      R"(start C:\Program Files\WinSCP\winscp)"};
   settings.g_lWEBUpdate_interval_index = 0;
   settings.g_bAllow_PWS = 0;
   publisher.Load();
-  Connect();
-  Tick(6);
+  Connect(6);
   EXPECT_TRUE(outside.calls.empty());
   settings.g_bAllow_WEB = 1;
   Tick(6);
@@ -314,25 +281,25 @@ TEST_F(WebPublisherTest, ThePictureIsTakenConvertedAndSentWhateverFails) {
   outside.fails = true;
   EXPECT_TRUE(publisher.webcam().SaveScreen1(kScreenshotFile));
   EXPECT_EQ(outside.calls, steps);
-  EXPECT_EQ(Errors(), "");
+  EXPECT_EQ(NewErrors(), "");
 
   // The program's own way, one at a time.
   outside = {};
   settings.WebcamBuiltIn = 1;
   publisher.Capture();
-  EXPECT_EQ(outside.calls, (std::vector<std::string>{"capture", "bitmap /opt/orvalis/screenshot.bmp",
-                                                     "jpeg /opt/orvalis/image.jpg", "ftp ftp.example/image.jpg"}));
+  EXPECT_EQ(outside.calls, (Strings{"capture", "bitmap /opt/orvalis/screenshot.bmp", "jpeg /opt/orvalis/image.jpg",
+                                    "ftp ftp.example/image.jpg"}));
   publisher.Capture();
-  EXPECT_TRUE(LastError().ends_with("the former picture is still on its way, so this one is left out"));
+  EXPECT_EQ(NewErrors(), ErrorLine("the former picture is still on its way, so this one is left out"));
   outside.ftp_done("Access denied: s3cr3t/x");
-  EXPECT_TRUE(LastError().ends_with("the picture was not sent: Access denied: ********"));
+  EXPECT_EQ(NewErrors(), ErrorLine("the picture was not sent: Access denied: ********"));
   publisher.Capture();
   outside.ftp_done("");
-  EXPECT_TRUE(LastError().ends_with("the picture was sent"));
-  EXPECT_EQ(events.events().back().text, "webcam upload: works again");
+  EXPECT_EQ(NewErrors(), ErrorLine("the picture was sent"));
+  EXPECT_EQ(LastEvent(), "webcam upload: works again");
   publisher.webcam().SetPicture(nullptr);
   publisher.Capture();
-  EXPECT_TRUE(LastError().ends_with("not sent: there is no panel to take a picture of"));
+  EXPECT_EQ(NewErrors(), ErrorLine("not sent: there is no panel to take a picture of"));
 }
 
 }  // namespace

@@ -1,12 +1,7 @@
 #include "server/weather.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <memory>
-#include <optional>
-#include <string>
-#include <vector>
 
 #include "tests/support/link_fixture.h"
 
@@ -32,21 +27,17 @@ class WeatherTest : public test::LinkFixture {
             .end_program = [this] { ++ended; }};
   }
 
-  /// What `call` did: the error's number, 0 for success, nothing while it waits.
-  struct Answer {
-    std::optional<std::int32_t> number;
-    std::string text;
-  };
-  static void Keep(Answer& answer, const std::exception_ptr& error) {
+  /// What a call did: "done", the error's number and text, nothing while it waits.
+  static void Keep(std::string& answer, const std::exception_ptr& error) {
     try {
       if (error) std::rethrow_exception(error);
-      answer.number = 0;
+      answer = "done";
     } catch (const AutomationError& raised) {
-      answer = {raised.number(), raised.what()};
+      answer = std::to_string(raised.number()) + " " + raised.what();
     }
   }
-  static std::shared_ptr<Answer> SetConnected(Weather& object, bool value) {
-    auto answer = std::make_shared<Answer>();
+  static std::shared_ptr<std::string> SetConnected(Weather& object, bool value) {
+    auto answer = std::make_shared<std::string>();
     object.SetConnected(value, [answer](const std::exception_ptr& error) { Keep(*answer, error); });
     return answer;
   }
@@ -77,11 +68,7 @@ TEST_F(WeatherTest, EachPropertyAnswersAndLeavesItsLines) {
   settings.StepTime = 0.25;
   settings.CanTemp = true;
   settings.CanTempComp = true;
-  const struct {
-    WeatherMember member;
-    WeatherValue value;
-    const char* lines;
-  } rows[] = {
+  const std::tuple<WeatherMember, WeatherValue, const char*> rows[] = {
       {WeatherMember::kSafe, true, "COM .Safe invoked\r\nSafe: True\r\n"},
       {WeatherMember::kAmbientTemperature, -9.99F, "AmbientTemperature invoked\r\nAmbientTemperature: -9.99\r\n"},
       {WeatherMember::kClouds, 0.5F, "COM .Clouds invoked\r\nCloud Coverage: 0.5\r\n"},
@@ -95,9 +82,9 @@ TEST_F(WeatherTest, EachPropertyAnswersAndLeavesItsLines) {
       {WeatherMember::kTemperature, -9.99, "Temperature: -9.99\r\n"},
   };
   Weather object(parts);
-  for (const auto& row : rows) {
-    EXPECT_EQ(object.Get(row.member), row.value) << row.lines;
-    EXPECT_EQ(TakeTraffic(), row.lines);
+  for (const auto& [member, value, lines] : rows) {
+    EXPECT_EQ(object.Get(member), value) << lines;
+    EXPECT_EQ(TakeTraffic(), lines);
   }
 
   weather.unsafe_indicator = -1;
@@ -112,43 +99,29 @@ TEST_F(WeatherTest, EachPropertyAnswersAndLeavesItsLines) {
 
 // Clients test the number and show the text.
 TEST_F(WeatherTest, WhatCannotServeRaisesAndLeavesItsLineOpen) {
-  const struct {
-    WeatherMember member;
-    const char* description;
-    const char* lines;
-  } rows[] = {
-      {WeatherMember::kBarometricPressure, " is not implemented by this Orvalis server.",
-       "COM .BarometricPressure invoked(not implemented)\r\n"},
-      {WeatherMember::kDewPoint, " is not implemented by this Orvalis server.",
-       "COM .DewPoint invoked(not implemented)\r\n"},
-      {WeatherMember::kInsideTemperature, " is not implemented by this Orvalis server.",
-       "COM .InsideTemperature invoked(not implemented)\r\n"},
-      {WeatherMember::kWindDirection, " is not implemented by this Orvalis server.",
-       "COM .WindDirection invoked(not implemented)\r\n"},
-      {WeatherMember::kWindSpeedWarn, "Property WindSpeedWarn is not implemented by this Orvalis server.",
-       "WindSpeedWarn: "},
-      {WeatherMember::kTemperature, "Property Temperature is not implemented by this Orvalis server.", "Temperature: "},
-      {WeatherMember::kHalt, "Halt is not implemented by this Orvalis server.", "Halt"},
+  const std::tuple<WeatherMember, const char*, const char*> rows[] = {
+      {WeatherMember::kBarometricPressure, "", "COM .BarometricPressure invoked(not implemented)\r\n"},
+      {WeatherMember::kDewPoint, "", "COM .DewPoint invoked(not implemented)\r\n"},
+      {WeatherMember::kInsideTemperature, "", "COM .InsideTemperature invoked(not implemented)\r\n"},
+      {WeatherMember::kWindDirection, "", "COM .WindDirection invoked(not implemented)\r\n"},
+      {WeatherMember::kWindSpeedWarn, "Property WindSpeedWarn", "WindSpeedWarn: "},
+      {WeatherMember::kTemperature, "Property Temperature", "Temperature: "},
+      {WeatherMember::kHalt, "Halt", "Halt"},
   };
   // The gates are exchanged: these three open none of those below.
   settings.CanTemp = settings.CanTempComp = settings.CanStepSize = false;
   settings.CanHalt = true;
   flags.moving = true;
   Weather object(parts);
-  for (const auto& row : rows) {
-    Answer answer;
+  for (const auto& [member, name, lines] : rows) {
+    std::string answer;
     try {
-      if (row.member == WeatherMember::kHalt) {
-        object.Halt();
-      } else {
-        static_cast<void>(object.Get(row.member));
-      }
+      member == WeatherMember::kHalt ? object.Halt() : static_cast<void>(object.Get(member));
     } catch (...) {
       Keep(answer, std::current_exception());
     }
-    EXPECT_EQ(answer.number, -2147220480) << row.lines;
-    EXPECT_EQ(answer.text, row.description);
-    EXPECT_EQ(TakeTraffic(), row.lines);
+    EXPECT_EQ(answer, std::string("-2147220480 ") + name + " is not implemented by this Orvalis server.");
+    EXPECT_EQ(TakeTraffic(), lines);
   }
   EXPECT_TRUE(flags.moving);
 
@@ -189,18 +162,17 @@ TEST_F(WeatherTest, ConnectedWaitsForTheUnitAndForNothingElse) {
   Weather second(parts);
   const auto one = SetConnected(first, true);
   EXPECT_EQ(TakeTraffic(), "Link: False -> True Connected True (done)\r\n");
-  EXPECT_FALSE(one->number);
+  EXPECT_EQ(*one, "");
   EXPECT_EQ(first.Get(WeatherMember::kConnected), WeatherValue(true));  // the flag, before the link is up
   const auto two = SetConnected(second, true);
   loop.Advance(seconds(1));
-  EXPECT_EQ(one->number, 0);
-  EXPECT_EQ(two->number, 0);
+  EXPECT_EQ(*one + ", " + *two, "done, done");
   EXPECT_EQ(std::count(port.calls.begin(), port.calls.end(), "open"), 1);
-  EXPECT_EQ(SetConnected(first, true)->number, 0);  // at once: the link is up
+  EXPECT_EQ(*SetConnected(first, true), "done");  // at once: the link is up
 
   // A person started this program, so its link stays.
   window.Clear();
-  EXPECT_EQ(SetConnected(first, false)->number, 0);
+  EXPECT_EQ(*SetConnected(first, false), "done");
   EXPECT_EQ(TakeTraffic(), "Link: True -> False (ignored, not auto launch)\r\n");
   EXPECT_TRUE(link.Connected());
 
@@ -212,14 +184,13 @@ TEST_F(WeatherTest, ConnectedWaitsForTheUnitAndForNothingElse) {
   const auto never = SetConnected(*gone, true);
   gone.reset();
   loop.Advance(seconds(5));
-  EXPECT_EQ(failed->number, -2147220478);
-  EXPECT_EQ(failed->text, "The Orvalis unit is not connected");
-  EXPECT_FALSE(never->number);
+  EXPECT_EQ(*failed, "-2147220478 The Orvalis unit is not connected");
+  EXPECT_EQ(*never, "");
   EXPECT_FALSE(flags.connected);
 
   settings.DemoMode = 1;
   port.calls.clear();
-  EXPECT_EQ(SetConnected(first, true)->number, 0);
+  EXPECT_EQ(*SetConnected(first, true), "done");
   EXPECT_TRUE(port.calls.empty());
   EXPECT_EQ(first.Get(WeatherMember::kConnected), WeatherValue(true));
 }
@@ -232,7 +203,7 @@ TEST_F(WeatherTest, TheLastClientTakesTheLinkAndTheProgramWithIt) {
   SetConnected(*first, true);
   loop.Advance(seconds(1));
   window.Clear();
-  EXPECT_EQ(SetConnected(*first, false)->number, 0);
+  EXPECT_EQ(*SetConnected(*first, false), "done");
   EXPECT_EQ(TakeTraffic(), "Link: True -> False (ignored, not last user)\r\n");
   EXPECT_TRUE(link.Connected());
 
@@ -240,7 +211,7 @@ TEST_F(WeatherTest, TheLastClientTakesTheLinkAndTheProgramWithIt) {
   EXPECT_EQ(flags.client_count, 1);
   EXPECT_EQ(ended, 0);
   // The link is closed as asked, and the client is told that it is.
-  EXPECT_EQ(SetConnected(*first, false)->number, -2147220478);
+  EXPECT_EQ(*SetConnected(*first, false), "-2147220478 The Orvalis unit is not connected");
   EXPECT_EQ(TakeTraffic(), "Link: True -> FalseConnected False (done)\r\n");
   EXPECT_FALSE(link.Connected());
 
@@ -257,18 +228,18 @@ TEST_F(WeatherTest, TheLastClientTakesTheLinkAndTheProgramWithIt) {
 
 TEST_F(WeatherTest, SetupReturnsWhenTheDialogIsClosed) {
   auto object = std::make_unique<Weather>(parts);
-  Answer answer;
+  std::string answer;
   object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
   EXPECT_EQ(TakeTraffic(), "SetupDialog");
-  EXPECT_FALSE(answer.number);
+  EXPECT_EQ(answer, "");
   setup_closed();
-  EXPECT_EQ(answer.number, 0);
+  EXPECT_EQ(answer, "done");
 
-  answer = {};
+  answer.clear();
   object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
   object.reset();
   setup_closed();
-  EXPECT_FALSE(answer.number);
+  EXPECT_EQ(answer, "");
 }
 
 }  // namespace

@@ -10,14 +10,6 @@ namespace {
 
 using std::chrono::seconds;
 
-struct LogicCase {
-  const char* name;
-  std::vector<std::pair<Field, double>> readings;  // on top of a quiet, clear night
-  std::vector<std::pair<Setting, int>> settings;   // on top of those at power-up
-  bool heater;
-  bool relay;
-};
-
 Readings QuietNight() {
   Readings readings{};
   for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.at_rest;
@@ -25,7 +17,10 @@ Readings QuietNight() {
 }
 
 TEST(AlarmLogic, RelayAndHeater) {
-  const LogicCase cases[] = {
+  // The readings on top of a quiet, clear night, and the settings on top of those at power-up.
+  using Measured = std::vector<std::pair<Field, double>>;
+  using Set = std::vector<std::pair<Setting, int>>;
+  const std::tuple<const char*, Measured, Set, bool, bool> cases[] = {
       {"quiet", {}, {}, false, false},
       {"rain at its limit", {{Field::kRain, 350}}, {}, false, false},
       {"rain", {{Field::kRain, 351}}, {}, true, true},
@@ -36,6 +31,7 @@ TEST(AlarmLogic, RelayAndHeater) {
       {"wind, alarm off", {{Field::kWind, 37}}, {{Setting::kWindAlarm, 0}}, false, false},
       {"day, alarm off", {{Field::kLight, 100}}, {}, false, false},
       {"day", {{Field::kLight, 100}}, {{Setting::kLightAlarm, 1}}, false, true},
+      {"day at its limit", {{Field::kLight, 950}}, {{Setting::kLightAlarm, 1}}, false, true},
       {"dark", {{Field::kLight, 951}}, {{Setting::kLightAlarm, 1}}, false, false},
       {"sky at its limit", {{Field::kSky, -5}}, {}, false, false},
       {"warm sky", {{Field::kSky, -4.99}}, {}, false, true},
@@ -50,15 +46,14 @@ TEST(AlarmLogic, RelayAndHeater) {
       {"dew, heater not allowed", {{Field::kHumidity, 757}}, {{Setting::kHeaterAllowed, 0}}, false, false},
       {"heater forced", {}, {{Setting::kHeaterForced, 1}, {Setting::kHeaterAllowed, 0}}, true, false},
   };
-  for (const LogicCase& c : cases) {
+  for (const auto& [name, measured, set, heater, relay] : cases) {
     Readings readings = QuietNight();
-    for (const auto& [field, value] : c.readings) readings[Index(field)] = value;
+    for (const auto& [field, value] : measured) readings[Index(field)] = value;
     Settings settings = PowerUpSettings();
-    for (const auto& [setting, value] : c.settings) settings[Index(setting)] = value;
-    AlarmLogic logic;
-    const auto outputs = logic.Step(readings, settings, seconds(0));
-    EXPECT_EQ(outputs.heater, c.heater) << c.name;
-    EXPECT_EQ(outputs.relay, c.relay) << c.name;
+    for (const auto& [setting, value] : set) settings[Index(setting)] = value;
+    const auto outputs = AlarmLogic().Step(readings, settings, seconds(0));
+    EXPECT_EQ(outputs.heater, heater) << name;
+    EXPECT_EQ(outputs.relay, relay) << name;
   }
 }
 

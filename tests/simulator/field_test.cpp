@@ -7,14 +7,9 @@
 namespace orvalis_unit {
 namespace {
 
-// In the order of the line: HUM LGT R WND TP TTP TA, AH HB AR RB AW AL AC, Trg.
-struct FrameCase {
-  Readings readings;
-  const char* line;
-};
-
 TEST(Frame, LinesWrittenByHand) {
-  const FrameCase cases[] = {
+  // The readings in the order of the line: HUM LGT R WND TP TTP TA, AH HB AR RB AW AL AC, Trg.
+  const std::pair<Readings, const char*> cases[] = {
       {{0, 1023, 100, 10, -9.99, 1, 5, 0, 0, 1, 0, 1, 1, 1, 36.91},
        "HUM=0000 LGT=1023 R=0100 WND=0010 TP=-00999 TTP=+00100 TA=+00500 AH=0 HB=0 AR=1 RB=0 AW=1 AL=1 AC=1 "
        "Trg=+03691 FW=21#"},
@@ -27,7 +22,7 @@ TEST(Frame, LinesWrittenByHand) {
        "HUM=1023 LGT=0000 R=0220 WND=0009 TP=+00000 TTP=+19999 TA=-99999 AH=0 HB=0 AR=0 RB=0 AW=0 AL=0 AC=0 "
        "Trg=-00029 FW=21#"},
   };
-  for (const FrameCase& c : cases) EXPECT_EQ(FrameText(c.readings), c.line);
+  for (const auto& [readings, line] : cases) EXPECT_EQ(FrameText(readings), line);
 }
 
 TEST(FieldValue, TakesWhatTheFieldCanHold) {

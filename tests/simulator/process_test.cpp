@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
@@ -30,25 +31,21 @@ constexpr milliseconds kPatience{5000};
 class Program {
  public:
   explicit Program(std::vector<std::string> arguments) {
-    std::array<int, 2> in{};
-    std::array<int, 2> out{};
-    if (pipe2(in.data(), O_CLOEXEC) != 0 || pipe2(out.data(), O_CLOEXEC) != 0) std::abort();
+    std::array<int, 2> ends{};
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) std::abort();
     arguments.insert(arguments.begin(), ORVALIS_UNIT_PROGRAM);
     std::vector<char*> words;
-    words.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) words.push_back(argument.data());
     words.push_back(nullptr);
     pid_ = fork();
     if (pid_ == 0) {
-      dup2(in[0], STDIN_FILENO);
-      dup2(out[1], STDOUT_FILENO);
+      dup2(ends[1], STDIN_FILENO);
+      dup2(ends[1], STDOUT_FILENO);
       execv(words[0], words.data());
       _exit(127);
     }
-    close(in[0]);
-    close(out[1]);
-    input_ = UniqueFd(in[1]);
-    output_ = UniqueFd(out[0]);
+    close(ends[1]);
+    console_ = UniqueFd(ends[0]);
   }
   ~Program() {
     if (pid_ > 0) {
@@ -57,10 +54,7 @@ class Program {
     }
   }
 
-  void Type(const std::string& line) {
-    ASSERT_EQ(write(input_.Get(), line.data(), line.size()), static_cast<ssize_t>(line.size()));
-  }
-  int Output() const { return output_.Get(); }
+  int Console() const { return console_.Get(); }
   int Stop() {
     kill(pid_, SIGTERM);
     int status = 0;
@@ -70,8 +64,7 @@ class Program {
 
  private:
   pid_t pid_ = -1;
-  UniqueFd input_;
-  UniqueFd output_;
+  UniqueFd console_;
 };
 
 // Up to and with `last`; cut short at the end of the stream, at a hang-up, or out of patience.
@@ -104,7 +97,7 @@ TEST(Program, AnswersInTimeVanishesComesBackAndTidiesUp) {
 
   const std::string scenario = ORVALIS_UNIT_SCENARIOS "/clear.scenario";
   Program program({"--link", link, "--record", record, "--commands", "--scenario", scenario});
-  const std::string path = ReadUntil(program.Output(), '\n');
+  const std::string path = ReadUntil(program.Console(), '\n');
   ASSERT_EQ(fs::read_symlink(link).string() + '\n', path);
 
   UniqueFd line = OpenLine(link);
@@ -125,14 +118,14 @@ TEST(Program, AnswersInTimeVanishesComesBackAndTidiesUp) {
   EXPECT_GE(took, std::chrono::microseconds(121875));
   EXPECT_LE(took, milliseconds(400)) << "some 122 ms on a quiet machine";
 
-  program.Type("drop 0.2\n");
-  EXPECT_EQ(ReadUntil(program.Output(), '\n'), "ok drop 0.2\n");
+  Send(program.Console(), "drop 0.2\n");
+  EXPECT_EQ(ReadUntil(program.Console(), '\n'), "ok drop 0.2\n");
   EXPECT_FALSE(fs::is_symlink(fs::symlink_status(link)));
   pollfd hang_up{line.Get(), POLLIN, 0};
   ASSERT_EQ(poll(&hang_up, 1, 1000), 1);
   EXPECT_NE(hang_up.revents & POLLHUP, 0);
   EXPECT_LT(write(line.Get(), ":", 1), 0);
-  const std::string new_path = ReadUntil(program.Output(), '\n');
+  const std::string new_path = ReadUntil(program.Console(), '\n');
   EXPECT_EQ(fs::read_symlink(link).string() + '\n', new_path);
 
   line = OpenLine(link);
@@ -154,7 +147,7 @@ TEST(Program, RefusesToReplaceAFile) {
   const fs::path file = fs::temp_directory_path() / ("orvalis-unit-file-" + std::to_string(getpid()));
   std::ofstream(file) << "kept";
   Program program({"--link", file});
-  EXPECT_EQ(ReadUntil(program.Output(), '\n'), "") << "it ends without a line";
+  EXPECT_EQ(ReadUntil(program.Console(), '\n'), "") << "it ends without a line";
   EXPECT_EQ(fs::file_size(file), 4U);
   fs::remove(file);
 }

@@ -22,24 +22,15 @@ TEST(Scenario, LinesBetweenPointsStepsForFlagsAndAllOverAgain) {
       "100 TTP none\n"
       "200 TTP 8\n",
       "test");
-  struct Case {
-    Field field;
-    double seconds;
-    std::optional<double> value;
-  };
-  const Case cases[] = {
+  const std::tuple<Field, double, std::optional<double>> cases[] = {
       {Field::kAmbient, 0, 10.0},        {Field::kAmbient, 600, 10.0},        {Field::kAmbient, 750, 12.5},
       {Field::kAmbient, 1200, 20.0},     {Field::kAmbient, 3599, 20.0},       {Field::kAmbient, 3600, 10.0},
       {Field::kAmbient, 7200 + 900, 15}, {Field::kRelay, 599, std::nullopt},  {Field::kRelay, 600, 1.0},
       {Field::kRelay, 1229, 1.0},        {Field::kRelay, 1230, std::nullopt}, {Field::kWind, 5, std::nullopt},
       {Field::kBody, 99, 5.0},           {Field::kBody, 150, kNoReading},     {Field::kBody, 200, 8.0},
   };
-  for (const Case& c : cases) EXPECT_EQ(scenario.At(c.field, c.seconds), c.value) << c.seconds;
-}
-
-TEST(Scenario, OnePointIsPlayedForever) {
-  const auto scenario = Scenario::Parse("0 R 640\n", "test");
-  EXPECT_EQ(scenario.At(Field::kRain, 1e6), 640.0);
+  for (const auto& [field, seconds, value] : cases) EXPECT_EQ(scenario.At(field, seconds), value) << seconds;
+  EXPECT_EQ(Scenario::Parse("0 R 640\n", "test").At(Field::kRain, 1e6), 640.0) << "one point is played forever";
 }
 
 TEST(Scenario, ErrorsNameTheFileAndTheLine) {
@@ -74,36 +65,25 @@ TEST(Scenario, TheShippedOnesShowWhatTheirNamesSay) {
   const auto shipped = [](const char* name) {
     return Scenario::Load(std::string(ORVALIS_UNIT_SCENARIOS "/") + name + ".scenario");
   };
-  const double hour = 3600;
-  struct Case {
-    Scenario scenario;
-    double time;
-    bool clear, cloudy, windy, rain, dark, day;
-  };
-  const Case cases[] = {
-      {night, 0, true, false, false, false, false, true},
-      {night, 2 * hour, true, false, false, false, true, false},
-      {night, 4 * hour, false, true, false, false, true, false},
-      {night, 4.8 * hour, false, true, true, false, true, false},
-      {night, 5.5 * hour, false, true, true, true, true, false},
-      {night, 8 * hour, true, false, false, false, true, false},
-      {night, 9.99 * hour, true, false, false, false, false, true},
-      {shipped("clear"), 0, true, false, false, false, true, false},
-      {shipped("cloudy"), 0, false, true, false, false, true, false},
-      {shipped("rain"), 0, false, true, false, true, true, false},
-      {shipped("wind"), 0, true, false, true, false, true, false},
-  };
-  for (const Case& c : cases) {
-    const auto at = [&c](Field field) { return c.scenario.At(field, c.time).value(); };
+  const auto words = [](const Scenario& scenario, double hour) {
+    const auto at = [&](Field field) { return scenario.At(field, hour * 3600).value(); };
     const double difference = at(Field::kAmbient) - at(Field::kSky);
-    SCOPED_TRACE(testing::Message() << "case " << &c - cases);
-    EXPECT_EQ(difference >= 22, c.clear);
-    EXPECT_EQ(difference <= 19, c.cloudy);
-    EXPECT_EQ(at(Field::kWind) > 13, c.windy);
-    EXPECT_EQ(at(Field::kRain) > 370, c.rain);
-    EXPECT_EQ(at(Field::kLight) > 950, c.dark);
-    EXPECT_EQ(at(Field::kLight) <= 200, c.day);
-  }
+    std::string text = difference >= 22 ? "clear" : difference <= 19 ? "cloudy" : "neither";
+    if (at(Field::kWind) > 13) text += ", windy";
+    if (at(Field::kRain) > 370) text += ", rain";
+    return text + (at(Field::kLight) > 950 ? ", dark" : at(Field::kLight) <= 200 ? ", day" : ", dusk");
+  };
+  EXPECT_EQ(words(night, 0), "clear, day");
+  EXPECT_EQ(words(night, 2), "clear, dark");
+  EXPECT_EQ(words(night, 4), "cloudy, dark");
+  EXPECT_EQ(words(night, 4.8), "cloudy, windy, dark");
+  EXPECT_EQ(words(night, 5.5), "cloudy, windy, rain, dark");
+  EXPECT_EQ(words(night, 8), "clear, dark");
+  EXPECT_EQ(words(night, 9.99), "clear, day");
+  EXPECT_EQ(words(shipped("clear"), 0), "clear, dark");
+  EXPECT_EQ(words(shipped("cloudy"), 0), "cloudy, dark");
+  EXPECT_EQ(words(shipped("rain"), 0), "cloudy, rain, dark");
+  EXPECT_EQ(words(shipped("wind"), 0), "clear, windy, dark");
 }
 
 }  // namespace

@@ -1,18 +1,25 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "acquisition/alerts.h"
+#include "base/run_time_error.h"
 
 namespace orvalis::test {
 
-/// Writes down the sounds and programs that alerts ask for.
+/// Writes down the sounds and programs that alerts ask for, each with a blank behind it, or fails.
 class AlertRecorder : public SoundPlayer, public ProgramStarter {
  public:
-  void Play(const std::string& path) override { paths.push_back(path); }
-  void Start(const std::string& path) override { paths.push_back(path); }
-  std::vector<std::string> paths;
+  void Play(const std::string& path) override { Give(path); }
+  void Start(const std::string& path) override { Give(path); }
+  std::string given;
+  std::string failure;
+
+ private:
+  void Give(const std::string& path) {
+    if (!failure.empty()) throw RunTimeError(RunTimeError::kFileNotFound, failure);
+    given += path + " ";
+  }
 };
 
 }  // namespace orvalis::test

@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,11 +13,18 @@
 
 namespace orvalis::test {
 
-/// A frame of 117 characters made of the dry demonstration line's fields, six characters of the unit's own, and "#".
-inline std::string LiveFrame(std::string_view line_without_end =
-                                 "HUM=0520 LGT=1000 R=0120 WND=0020 TP=-02000 TTP=+00600 TA=+00500 AH=1 HB=0 AR=1 RB=0 "
-                                 "AW=1 AL=0 AC=1 Trg=+03691") {
-  return std::string(line_without_end) + " FW=21#";
+/// A frame of 117 characters: the dry demonstration line's fields but for those in `measured` ("TA=+00600 WND=0010"),
+/// six characters of the unit's own, and "#".
+inline std::string LiveFrame(const std::string& measured = "") {
+  std::string frame =
+      "HUM=0520 LGT=1000 R=0120 WND=0020 TP=-02000 TTP=+00600 TA=+00500 AH=1 HB=0 AR=1 RB=0 AW=1 AL=0 AC=1 Trg=+03691 "
+      "FW=21#";
+  std::istringstream fields(measured);
+  for (std::string field; fields >> field;) {
+    const std::string name = " " + field.substr(0, field.find('=') + 1);
+    frame.replace((" " + frame).find(name), field.size(), field);
+  }
+  return frame;
 }
 
 /// A serial port with a unit behind it that does what the test wants. It writes down every operation.

@@ -6,6 +6,7 @@
 #include "acquisition/connector.h"
 #include "acquisition/poll_cycle.h"
 #include "acquisition/sensor_link.h"
+#include "config/setup_routine.h"
 #include "tests/support/alert_recorder.h"
 #include "tests/support/fake_event_loop.h"
 #include "tests/support/fake_serial_port.h"
@@ -57,9 +58,11 @@ struct LinkWorld {
   SensorLink link{{.port = port, .loop = loop, .store = store, .panel = panel, .events = events, .options = options}};
   Connector connector{link, boundary};
   AutoReconnect reconnect{{.link = link, .connector = connector, .panel = panel, .events = events, .clock = clock}};
-  AlertRecorder given;
-  Alerts alerts{given, given, events};
+  AlertRecorder alerted;
+  Alerts alerts{alerted, alerted, events};
   LogWriter logs{[this](const std::string& text) { events.Record(text); }};
+  ImmediateSwitches switches{
+      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs}};
   PollCycle poll{PollParts()};
 };
 

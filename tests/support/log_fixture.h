@@ -17,8 +17,17 @@ class LogFixture : public LinkFixture {
   LogFixture() { std::filesystem::create_directories(folder); }
   ~LogFixture() override { std::filesystem::remove_all(base); }
 
-  [[nodiscard]] static std::string Content(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
+  /// The full log, in files of so many bytes.
+  RotatingLog OpenFullLog(std::uintmax_t max_bytes = LogWriter::kFullLog.max_bytes) {
+    RotatingLog::Kind kind = LogWriter::kFullLog;
+    kind.max_bytes = max_bytes;
+    RotatingLog log(kind, [this](const std::string& text) { events.Record(text); });
+    log.Open(folder);
+    return log;
+  }
+  /// What is in a file of the folder.
+  [[nodiscard]] std::string Content(const std::string& name) const {
+    std::ifstream file(folder / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
   }
 

@@ -33,6 +33,9 @@ class MemoryProfile : public Profile {
     return values[{subkey, name}];
   }
 
+  /// What was written down since it was taken last.
+  [[nodiscard]] std::vector<std::string> TakeLog() { return std::exchange(log, {}); }
+
   std::map<std::pair<std::string, std::string>, std::string> values;
   std::vector<std::string> log;
   bool fails = false;

@@ -1,54 +1,30 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QFile>
 #include <QLabel>
 #include <QScrollBar>
 #include <QTemporaryDir>
-#include <QWheelEvent>
 #include <cstdlib>
-#include <string>
-#include <vector>
 
-#include "tests/support/fake_event_loop.h"
+#include "tests/support/fake_history_store.h"
 #include "tests/support/full_disk.h"
+#include "tests/support/link_fixture.h"
+#include "tests/support/window_tools.h"
 #include "ui/frm_graph.h"
 #include "ui/history_plot.h"
 #include "ui/history_plot_parts.h"
 #include "ui/local_time_ticker.h"
 
-namespace orvalis {
+namespace orvalis::test {
 namespace {
 
 constexpr std::int64_t kHour = 3'600'000;
 
-class NoStore : public HistoryStore {
- public:
-  Part Load(std::int64_t /*spans_from*/, std::int64_t /*samples_from*/, std::int64_t /*to*/) override { return {}; }
-  void Write(const Batch& /*batch*/) override {}
-  void Forget(std::int64_t /*samples_before*/, std::int64_t /*spans_before*/) override {}
-};
-
-void Settle() {
-  for (int i = 0; i < 5; ++i) QApplication::processEvents();
-}
-
-class GraphTest : public testing::Test {
+class GraphTest : public LinkFixture {
  protected:
-  GraphTest() {
-    weather.unsafe_indicator = 0;
-    weather.ambient_known = true;
-    weather.ambient_celsius = 10;
-    weather.clear_sky_celsius = -18;
-    weather.dew_point_celsius = 2;
-    weather.humidity_percent = 60;
-    weather.cloud.text = "Clear";
-  }
+  GraphTest() { Connect(4); }  // values are known: 5 degrees under a clear sky
   /// So many hours with a reading every ten seconds.
   void Pass(double hours) {
     for (int i = 0; i < static_cast<int>(hours * 360); ++i) {
-      const int seconds = clock.now.second + 10;
-      clock.now.second = seconds;  // only added up
+      clock.now.second += 10;  // only added up
       weather.sky_celsius = -20 + i % 7;
       weather.wind_mph = weather.wind_gust_mph = i % 9;
       recorder.Note(weather, SensorFrame());
@@ -56,7 +32,7 @@ class GraphTest : public testing::Test {
   }
   frmGraph::Parts Parts() {
     return {.recorder = recorder,
-            .centigrade = [this] { return centigrade; },
+            .centigrade = [this] { return settings.Centigrade; },
             .on_top = [] { return false; },
             .report = [this](const std::string& text) { reports.push_back(text); },
             .zone = QTimeZone("Europe/Berlin")};
@@ -65,18 +41,15 @@ class GraphTest : public testing::Test {
     const auto* label = window.findChild<QLabel*>("lblMessage");
     return label->isHidden() ? QString() : label->text();
   }
-  static void Point(HistoryPlot& plot, QPointF place) {
+  static void PointAtTheMiddle(HistoryPlot& plot) {
+    const QPointF place(plot.width() / 2.0, plot.height() / 2.0);
     QMouseEvent move(QEvent::MouseMove, place, plot.mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QApplication::sendEvent(&plot, &move);
   }
 
-  test::FakeEventLoop loop;
-  test::FakeClock clock;
-  NoStore store;
+  FakeHistoryStore history;
   std::vector<std::string> reports;
-  WeatherState weather;
-  bool centigrade = true;
-  HistoryRecorder recorder{{.loop = loop, .clock = clock, .store = store, .report = [](const std::string&) {}}};
+  HistoryRecorder recorder{{.loop = loop, .clock = clock, .store = history, .report = [](const std::string&) {}}};
 };
 
 TEST_F(GraphTest, NightShowsNothingButRed) {
@@ -94,21 +67,12 @@ TEST_F(GraphTest, NightShowsNothingButRed) {
     EXPECT_FALSE(window.SavePicture("/nonexistent/picture.png"));
     window.findChild<QScrollBar*>("hsbUpdate")->setFocus();
     Settle();
-    Point(window.plot(), QPointF(window.plot().width() / 2.0, window.plot().height() / 2.0));
+    PointAtTheMiddle(window.plot());
     Settle();
     EXPECT_TRUE(window.plot().readout().shown());
-    const QImage night = window.grab().toImage();
-    int not_red = 0;
-    int lit = 0;
-    for (int y = 0; y < night.height(); ++y) {
-      for (int x = 0; x < night.width(); ++x) {
-        const QRgb pixel = night.pixel(x, y);
-        not_red += qGreen(pixel) != 0 || qBlue(pixel) != 0;
-        lit += qRed(pixel) > 200;
-      }
-    }
-    EXPECT_EQ(not_red, 0) << kind->title;
-    EXPECT_GT(lit, 1000) << kind->title;
+    const Light night(window.grab().toImage());
+    EXPECT_EQ(night.not_red, 0) << kind->title;
+    EXPECT_GT(night.bright, 1000) << kind->title;
   }
 }
 
@@ -118,13 +82,13 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   window.show();
   Settle();
   HistoryPlot& plot = window.plot();
-  Point(plot, QPointF(plot.width() / 2.0, plot.height() / 2.0));
+  PointAtTheMiddle(plot);
   const auto row = [&](std::size_t index) { return plot.readout().rows().at(index).text.toStdString(); };
-  EXPECT_EQ(row(3), "Ambient  10.0 °C");
+  EXPECT_EQ(row(3), "Ambient  5.0 °C");
   EXPECT_EQ(row(5), "safe, clear");
-  centigrade = false;
+  settings.Centigrade = false;
   window.FollowSettings();
-  EXPECT_EQ(row(3), "Ambient  50.0 °F");
+  EXPECT_EQ(row(3), "Ambient  41.0 °F");
   EXPECT_EQ(plot.yAxis->label(), "Temperature (°F)");
 
   const std::string middle = row(0);
@@ -220,14 +184,7 @@ class Ticks : public LocalTimeTicker {
 
 // The moments by date(1): the changes of summer time of Berlin, Lord Howe (half an hour) and New York in 2026.
 TEST(LocalTimeTicker, StaysAtRoundTimesThroughAChangeOfSummerTime) {
-  struct Case {
-    const char* zone;
-    qint64 from;
-    double hours;
-    int count;
-    const char* labels;
-  };
-  const std::vector<Case> cases{
+  const std::tuple<const char*, qint64, double, int, const char*> cases[] = {
       {"Europe/Berlin", 1'792'969'200, 4.5, 5,  // 2026-10-26 00:00 +01:00
        "00:00/2026-10-26 01:00 02:00 03:00 04:00"},
       {"Europe/Berlin", 1'792'879'200, 4.5, 5,  // 2026-10-25 00:00 +02:00
@@ -241,10 +198,10 @@ TEST(LocalTimeTicker, StaysAtRoundTimesThroughAChangeOfSummerTime) {
       {"America/New_York", 1'795'237'200, 49, 2,  // 2026-11-21 00:00 -05:00
        "2026-11-21 2026-11-22 2026-11-23"},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(Ticks(QTimeZone(c.zone)).Labels(c.from, c.hours, c.count), c.labels) << c.zone << " " << c.from;
+  for (const auto& [zone, from, hours, count, labels] : cases) {
+    EXPECT_EQ(Ticks(QTimeZone(zone)).Labels(from, hours, count), labels) << zone << " " << from;
   }
 }
 
 }  // namespace
-}  // namespace orvalis
+}  // namespace orvalis::test

@@ -1,15 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <cmath>
-#include <functional>
 #include <string>
 #include <vector>
 
+#include "tests/support/window_tools.h"
 #include "ui/connect_button.h"
 #include "ui/frm_hand_box.h"
 #include "ui/panel_texts.h"
@@ -18,25 +16,23 @@
 namespace orvalis {
 namespace {
 
+using test::Light;
+using test::Settle;
+
 constexpr CivilTime kReadAt{2026, 11, 21, 21, 4, 5, 0, 60};
 constexpr const char* kCountdown = "AutoConnect Enabled Will attempt reconnect in 119 secs";
 
-/// A quiet, clear night with the unit connected.
+/// A quiet, clear night with the unit connected. The colours matter, and not what the words and values are.
 PanelModel GoodNight() {
   PanelModel model;
   model.centigrade = true;
-  model.ambient = "10.5";
-  model.sky = "-15.0";
-  model.difference = "25.5";
-  model.humidity = "57.5";
-  model.rain = "220";
-  model.light = "1000";
-  model.cloud = {"Clear", Colour::kGreen};
-  model.rain_word = {"Dry", Colour::kGreen};
-  model.wind_word = {"Calm", Colour::kGreen};
-  model.light_word = {"Dark", Colour::kGreen};
-  model.heater = {"N", Colour::kGreen};
-  model.relay = {"N", Colour::kGreen};
+  for (auto* value : {&model.ambient, &model.sky, &model.difference, &model.humidity, &model.rain, &model.light}) {
+    *value = "10.5";
+  }
+  for (Word* word :
+       {&model.cloud, &model.rain_word, &model.wind_word, &model.light_word, &model.heater, &model.relay}) {
+    *word = {"Clear", Colour::kGreen};
+  }
   model.rain_indicator = Colour::kGreen;
   model.safe = true;
   model.connect = {"Connected", true, true, Colour::kGreen};
@@ -48,13 +44,9 @@ PanelModel GoodNight() {
 
 PanelModel BadNight() {
   PanelModel model = GoodNight();
-  model.cloud = {"PCloudy", Colour::kYellow};
-  model.rain_word = {"Rain", Colour::kRed};
-  model.wind_word = {"Breeze", Colour::kYellow};
-  model.heater = {"?", Colour::kYellow};
-  model.relay = {"Y", Colour::kRed};
-  model.humidity_background = Colour::kRed;
-  model.sky_background = Colour::kRed;
+  for (Word* word : {&model.cloud, &model.wind_word, &model.heater}) *word = {"PCloudy", Colour::kYellow};
+  for (Word* word : {&model.rain_word, &model.relay}) *word = {"Rain", Colour::kRed};
+  model.humidity_background = model.sky_background = Colour::kRed;
   model.safe = false;
   model.demo = true;
   model.connect = {kCountdown, false, true, Colour::kYellow};
@@ -68,185 +60,131 @@ QPalette Desktop(QColor window, QColor text) {
   return palette;
 }
 
-void Settle() {
-  for (int i = 0; i < 5; ++i) QApplication::processEvents();
-}
-
-template <typename Widget>
-Widget* Find(frmHandBox& box, const char* name) {
-  auto* found = box.findChild<Widget*>(name);
-  if (!found) throw std::runtime_error(std::string("no widget ") + name);
-  return found;
-}
-
-void Type(QWidget* widget, int key, const QString& text = {}) {
-  QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
-  QApplication::sendEvent(widget, &press);
-}
-
-// The contrast as the accessibility guidelines define it, written down anew so that it checks the program's.
-double Contrast(const QColor& a, const QColor& b) {
-  const auto luminance = [](const QColor& c) {
-    const auto part = [](int value) {
-      const double s = value / 255.0;
-      return s <= 0.03928 ? s / 12.92 : std::pow((s + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * part(c.red()) + 0.7152 * part(c.green()) + 0.0722 * part(c.blue());
-  };
-  const double la = luminance(a) + 0.05;
-  const double lb = luminance(b) + 0.05;
-  return la > lb ? la / lb : lb / la;
-}
-
-struct ThemeCase {
-  const char* name;
-  Theme theme;
-  Theme::Kind kind;
-};
-
-std::vector<ThemeCase> Themes() {
-  return {
-      {"light grey", Theme::ForDesktop(Desktop(QColor(0xef, 0xef, 0xef), Qt::black)), Theme::Kind::kLight},
-      {"white", Theme::ForDesktop(Desktop(Qt::white, QColor(0x23, 0x26, 0x29))), Theme::Kind::kLight},
-      {"dark", Theme::ForDesktop(Desktop(QColor(0x2a, 0x2e, 0x32), QColor(0xfc, 0xfc, 0xfc))), Theme::Kind::kDark},
-      {"black", Theme::ForDesktop(Desktop(Qt::black, Qt::white)), Theme::Kind::kDark},
-      {"night", Theme::Night(), Theme::Kind::kNight},
-  };
-}
-
 TEST(Theme, TextIsReadableInEveryColour) {
-  ASSERT_NEAR(Contrast(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.005);  // the guidelines' own example
-  EXPECT_NEAR(ContrastRatio(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.005);
-  for (const ThemeCase& c : Themes()) {
-    EXPECT_EQ(c.theme.kind(), c.kind) << c.name;
-    std::vector<Tone> tones{c.theme.Old(Theme::Shape::kCard), c.theme.Old(Theme::Shape::kText)};
+  // With white, by the guidelines' formula: their own example, each primary by itself, and the formula's dark end.
+  const std::vector<std::pair<QRgb, double>> contrasts{
+      {0x767676, 4.54}, {0xff0000, 4.00}, {0x00ff00, 1.37}, {0x0000ff, 8.59}, {0x0a0a0a, 19.80}};
+  for (const auto& [colour, ratio] : contrasts) {
+    EXPECT_NEAR(ContrastRatio(QColor(colour), Qt::white), ratio, 0.005) << colour;
+    EXPECT_NEAR(ContrastRatio(Qt::white, QColor(colour)), ratio, 0.005) << colour;
+  }
+  const auto desktop = [](QRgb window, QRgb text) { return Theme::ForDesktop(Desktop(QColor(window), QColor(text))); };
+  const std::vector<std::pair<Theme, Theme::Kind>> themes{{desktop(0xefefef, 0x000000), Theme::Kind::kLight},
+                                                          {desktop(0xffffff, 0x232629), Theme::Kind::kLight},
+                                                          {desktop(0x2a2e32, 0xfcfcfc), Theme::Kind::kDark},
+                                                          {desktop(0x000000, 0xffffff), Theme::Kind::kDark},
+                                                          {Theme::Night(), Theme::Kind::kNight}};
+  for (const auto& [theme, kind] : themes) {
+    EXPECT_EQ(theme.kind(), kind);
+    std::vector<Tone> tones{theme.Old(Theme::Shape::kCard), theme.Old(Theme::Shape::kText)};
     for (const Colour colour : {Colour::kRed, Colour::kYellow, Colour::kGreen, Colour::kWhite}) {
-      tones.insert(tones.end(), {c.theme.Strong(colour), c.theme.Quiet(colour), c.theme.Plain(colour)});
+      tones.insert(tones.end(), {theme.Strong(colour), theme.Quiet(colour), theme.Plain(colour)});
     }
     for (const Tone& tone : tones) {
-      const QColor ground = tone.fill.isValid() ? tone.fill : c.theme.window();
-      EXPECT_GE(Contrast(tone.ink, ground), 4.5)
-          << c.name << " " << tone.ink.name().toStdString() << " on " << ground.name().toStdString();
+      const QColor ground = tone.fill.isValid() ? tone.fill : theme.window();
+      EXPECT_GE(ContrastRatio(tone.ink, ground), 4.5)
+          << tone.ink.name().toStdString() << " on " << ground.name().toStdString();
     }
   }
 }
 
 TEST(Verdict, IsSafeOnlyWhenSaidSoJustNow) {
-  struct Case {
-    bool stale;
-    std::optional<bool> safe;
-    std::optional<CivilTime> fresh_at;
-    QDate today;
-    const char* word;
-    const char* detail;
-    std::optional<Colour> colour;
+  using Time = std::optional<CivilTime>;
+  const std::tuple<bool, std::optional<bool>, Time, int, const char*, std::optional<Colour>> cases[] = {
+      {false, true, kReadAt, 0, "SAFE, reading of 21:04:05", Colour::kGreen},
+      {false, false, kReadAt, 0, "UNSAFE, reading of 21:04:05", Colour::kRed},
+      {false, std::nullopt, std::nullopt, 0, "NO DATA, no reading yet", std::nullopt},
+      {true, std::nullopt, std::nullopt, 0, "NO DATA, no reading yet", std::nullopt},
+      {true, true, kReadAt, 0, "NO DATA, no reading since 21:04:05", std::nullopt},
+      {true, false, kReadAt, 0, "NO DATA, no reading since 21:04:05", std::nullopt},
+      {true, true, kReadAt, 1, "NO DATA, no reading since 2026-11-21 21:04:05", std::nullopt},
   };
-  const QDate day(2026, 11, 21);
-  const std::vector<Case> cases{
-      {false, true, kReadAt, day, "SAFE", "reading of 21:04:05", Colour::kGreen},
-      {false, false, kReadAt, day, "UNSAFE", "reading of 21:04:05", Colour::kRed},
-      {false, std::nullopt, std::nullopt, day, "NO DATA", "no reading yet", std::nullopt},
-      {true, std::nullopt, std::nullopt, day, "NO DATA", "no reading yet", std::nullopt},
-      {true, true, kReadAt, day, "NO DATA", "no reading since 21:04:05", std::nullopt},
-      {true, false, kReadAt, day, "NO DATA", "no reading since 21:04:05", std::nullopt},
-      {true, true, kReadAt, day.addDays(1), "NO DATA", "no reading since 2026-11-21 21:04:05", std::nullopt},
-  };
-  for (const Case& c : cases) {
+  for (const auto& [stale, safe, fresh_at, days_later, text, colour] : cases) {
     PanelModel model;
-    model.stale = c.stale;
-    model.safe = c.safe;
-    model.fresh_at = c.fresh_at;
-    const BigWordText shown = VerdictText(model, c.today);
-    EXPECT_EQ(shown.word.toStdString(), c.word);
-    EXPECT_EQ(shown.detail.toStdString(), c.detail);
-    EXPECT_EQ(shown.colour, c.colour);
+    model.stale = stale;
+    model.safe = safe;
+    model.fresh_at = fresh_at;
+    const BigWordText shown = VerdictText(model, QDate(2026, 11, 21 + days_later));
+    EXPECT_EQ((shown.word + ", " + shown.detail).toStdString(), text);
+    EXPECT_EQ(shown.colour, colour) << text;
   }
 }
 
-TEST(HandBox, OldReadingsLoseTheirColourInThePicture) {
-  QApplication::setPalette(Desktop(QColor(0xee, 0xee, 0xee), Qt::black));
+class HandBox : public testing::Test {
+ protected:
+  ~HandBox() override { QApplication::setPalette(QPalette()); }
+  template <typename Widget = QWidget>
+  Widget* Get(const char* name) {
+    return test::Find<Widget>(box, name);
+  }
+  void Refresh() {
+    box.Refresh();
+    Settle();
+  }
+
   PanelModel model = GoodNight();
-  frmHandBox box(model);
+  frmHandBox box{model};
+};
+
+TEST_F(HandBox, OldReadingsLoseTheirColourInThePicture) {
+  QApplication::setPalette(Desktop(QColor(0xee, 0xee, 0xee), Qt::black));
   model.stale = true;
-  box.Refresh();
-  std::vector<QImage> pictures;
+  Refresh();
+  const auto picture = [&](const char* name) { return Get(name)->grab().toImage(); };
   for (const char* name : {"lblVerdict", "lblCloud", "lblWindWord", "lblRainWord", "lblHeater", "lblRain"}) {
-    const QImage picture = Find<QWidget>(box, name)->grab().toImage();
-    int coloured = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-      for (int x = 0; x < picture.width(); ++x) coloured += picture.pixelColor(x, y).saturation() > 8;
-    }
-    EXPECT_EQ(coloured, 0) << name;
+    EXPECT_EQ(Light(picture(name)).coloured, 0) << name;
   }
-  const QImage was_safe = Find<QWidget>(box, "lblVerdict")->grab().toImage();
+  const QImage was_safe = picture("lblVerdict");
   model.safe = false;
-  box.Refresh();
-  EXPECT_EQ(Find<QWidget>(box, "lblVerdict")->grab().toImage(), was_safe);
-  QApplication::setPalette(QPalette());
+  Refresh();
+  EXPECT_EQ(picture("lblVerdict"), was_safe);
 }
 
-TEST(HandBox, NightShowsNothingButRedAndDayComesBackAsItWas) {
-  PanelModel good = GoodNight();
-  PanelModel bad = BadNight();
-  PanelModel none;
-  for (PanelModel* model : {&good, &bad, &none}) {
-    frmHandBox box(*model);
-    model->humidity_selector = "200";
-    box.AppendEvent({kReadAt, "Connected"});
-    box.resize(420, 600);
-    box.show();
-    box.activateWindow();
-    Settle();
-    Find<QWidget>(box, "cmdConnect")->clearFocus();  // neither picture of the day has a focus ring
-    Settle();
+TEST_F(HandBox, NightShowsNothingButRedAndDayComesBackAsItWas) {
+  box.AppendEvent({kReadAt, "Connected"});
+  box.resize(420, 600);
+  box.show();
+  box.activateWindow();
+  Settle();
+  for (const PanelModel& shown : {GoodNight(), BadNight(), PanelModel()}) {
+    model = shown;
+    Get("cmdConnect")->clearFocus();  // neither picture of the day has a focus ring
+    Refresh();
     const QImage day = box.grab().toImage();
 
     box.SetNightTheme(true);
-    Find<QAbstractButton>(box, "cmdEvents")->setChecked(true);
-    Find<QWidget>(box, "txtHumiditySelector")->setFocus();  // its text cursor would be white
+    Get<QAbstractButton>("cmdEvents")->setChecked(true);
+    Get("txtHumiditySelector")->setFocus();  // its text cursor would be white
     Settle();
-    const QImage night = box.grab().toImage();
-    int not_red = 0;
-    int lit = 0;
-    for (int y = 0; y < night.height(); ++y) {
-      for (int x = 0; x < night.width(); ++x) {
-        const QRgb pixel = night.pixel(x, y);
-        not_red += qGreen(pixel) != 0 || qBlue(pixel) != 0;
-        lit += qRed(pixel) > 200;
-      }
-    }
-    EXPECT_EQ(not_red, 0);
-    EXPECT_GT(lit, 1000);
+    const Light night(box.grab().toImage());
+    EXPECT_EQ(night.not_red, 0);
+    EXPECT_GT(night.bright, 1000);
 
-    Find<QAbstractButton>(box, "cmdEvents")->setChecked(false);
-    Find<QWidget>(box, "txtHumiditySelector")->clearFocus();
+    Get<QAbstractButton>("cmdEvents")->setChecked(false);
+    Get("txtHumiditySelector")->clearFocus();
     box.SetNightTheme(false);
     Settle();
     EXPECT_EQ(box.grab().toImage(), day);
   }
 }
 
-TEST(HandBox, FollowsTheDesktopFromLightToDark) {
-  PanelModel model = GoodNight();
-  QApplication::setPalette(Desktop(Qt::white, Qt::black));
-  frmHandBox box(model);
+TEST_F(HandBox, FollowsTheDesktopFromLightToDark) {
   box.show();
-  const QColor light = Find<WordCard>(box, "lblWindWord")->content().tone.fill;
-  QApplication::setPalette(Desktop(QColor(0x20, 0x20, 0x20), Qt::white));
-  Settle();
-  const QColor dark = Find<WordCard>(box, "lblWindWord")->content().tone.fill;
-  EXPECT_GT(light.lightness(), 180);
-  EXPECT_LT(dark.lightness(), 80);
-  QApplication::setPalette(QPalette());
+  const auto lightness = [&](const QColor& window, const QColor& text) {
+    QApplication::setPalette(Desktop(window, text));
+    Settle();
+    return Get<WordCard>("lblWindWord")->content().tone.fill.lightness();
+  };
+  EXPECT_GT(lightness(Qt::white, Qt::black), 180);
+  EXPECT_LT(lightness(QColor(0x20, 0x20, 0x20), Qt::white), 80);
 }
 
-TEST(HandBox, ConnectButtonAsksAndShowsWhatTheModelSays) {
-  PanelModel model = GoodNight();
+TEST_F(HandBox, ConnectButtonAsksAndShowsWhatTheModelSays) {
   model.connect = {"Click to connect", false, true, Colour::kYellow};
-  frmHandBox box(model);
+  box.Refresh();
   std::vector<bool> asked;
   QObject::connect(&box, &frmHandBox::ConnectToggled, [&](bool on) { asked.push_back(on); });
-  auto* button = Find<ConnectButton>(box, "cmdConnect");
+  auto* button = Get<ConnectButton>("cmdConnect");
 
   button->click();
   EXPECT_EQ(asked, std::vector<bool>{true});
@@ -255,7 +193,6 @@ TEST(HandBox, ConnectButtonAsksAndShowsWhatTheModelSays) {
   model.connect = {"Connected", true, true, Colour::kGreen};
   box.Refresh();
   EXPECT_TRUE(button->isChecked());
-  EXPECT_EQ(asked.size(), 1U);
   button->click();
   EXPECT_EQ(asked, (std::vector<bool>{true, false}));
   EXPECT_TRUE(button->isChecked());
@@ -266,30 +203,28 @@ TEST(HandBox, ConnectButtonAsksAndShowsWhatTheModelSays) {
   EXPECT_EQ(asked.size(), 2U);
 }
 
-TEST(HandBox, LongTextsNeitherWidenTheWindowNorGetLost) {
-  PanelModel model = BadNight();
-  const std::string path(300, 'x');  // nowhere to break
-  model.status = "Opening /dev/" + path + " failed: <b>Permission</b> denied";
+TEST_F(HandBox, LongTextsNeitherWidenTheWindowNorGetLost) {
+  model = BadNight();
+  model.status = "Opening /dev/" + std::string(300, 'x') + " failed: <b>Permission</b> denied";  // nowhere to break
   QFont large = QApplication::font();
   large.setPointSizeF(16);
-  frmHandBox box(model);
   box.setFont(large);
   box.AddToolButton("&Setup");
   box.resize(360, 480);
   box.show();
-  Settle();
+  Refresh();
   EXPECT_EQ(box.size(), QSize(360, 480));
-  auto* status = Find<QPlainTextEdit>(box, "txtStatus");
+  auto* status = Get<QPlainTextEdit>("txtStatus");
   EXPECT_EQ(status->toPlainText().toStdString(), model.status);
   EXPECT_TRUE(status->toolTip().contains("&lt;b&gt;Permission"));
   EXPECT_TRUE(status->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
   for (const char* name : {"cmdConnect", "txtStatus", "lblVerdict", "lblCloud", "lblDemo"}) {
-    auto* widget = Find<QWidget>(box, name);
+    auto* widget = Get(name);
     const QRect place(widget->mapTo(&box, QPoint()), widget->size());
     EXPECT_TRUE(box.rect().contains(place)) << name;
     EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << name;
   }
-  auto* button = Find<ConnectButton>(box, "cmdConnect");
+  auto* button = Get<ConnectButton>("cmdConnect");
   EXPECT_GE(button->height(), button->heightForWidth(button->width()));
 }
 
@@ -305,60 +240,55 @@ class PaintCounter : public QObject {
   int laid_out = 0;
 };
 
-TEST(HandBox, RefreshPaintsOnlyWhatChanged) {
-  PanelModel model = GoodNight();
+TEST_F(HandBox, RefreshPaintsOnlyWhatChanged) {
   model.connect.enabled = false;  // no text cursor may blink meanwhile
-  frmHandBox box(model);
   box.show();
-  Settle();
-  Find<QWidget>(box, "txtHumiditySelector")->clearFocus();
+  Refresh();
+  Get("txtHumiditySelector")->clearFocus();
   Settle();
   PaintCounter counter;
   qApp->installEventFilter(&counter);
-  for (int i = 0; i < 10; ++i) {
-    box.Refresh();
-    Settle();
-  }
+  for (int i = 0; i < 10; ++i) Refresh();
   EXPECT_EQ(counter.painted, 0);
   model.ambient = "10.6";
-  box.Refresh();
-  Settle();
+  Refresh();
   qApp->removeEventFilter(&counter);
   EXPECT_GT(counter.painted, 0);
   EXPECT_EQ(counter.laid_out, 0);
 }
 
-TEST(HandBox, HumiditySelectorIsTheUsersWhileTyping) {
-  PanelModel model = GoodNight();
-  frmHandBox box(model);
+TEST_F(HandBox, HumiditySelectorIsTheUsersWhileTyping) {
   box.show();
-  auto* field = Find<QLineEdit>(box, "txtHumiditySelector");
+  auto* field = Get<QLineEdit>("txtHumiditySelector");
+  const auto type = [&](int key, const QString& text = {}) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(field, &press);
+  };
+  const auto next_pass = [&] {  // fills an empty selector
+    model.humidity_selector = "200";
+    box.Refresh();
+    return field->text();
+  };
   EXPECT_EQ(field->text(), "200");
   field->selectAll();
-  Type(field, Qt::Key_Delete);
+  type(Qt::Key_Delete);
   EXPECT_EQ(model.humidity_selector, "");
-  model.humidity_selector = "200";  // as the next pass fills it
-  box.Refresh();
-  EXPECT_EQ(field->text(), "");
-  Type(field, Qt::Key_1, "1");
-  Type(field, Qt::Key_X, "x");
+  EXPECT_EQ(next_pass(), "");
+  type(Qt::Key_1, "1");
+  type(Qt::Key_X, "x");
   EXPECT_EQ(model.humidity_selector, "1");
   field->selectAll();
-  Type(field, Qt::Key_Delete);
-  model.humidity_selector = "200";
-  Type(field, Qt::Key_Return);
-  box.Refresh();
-  EXPECT_EQ(field->text(), "200");
+  type(Qt::Key_Delete);
+  type(Qt::Key_Return);
+  EXPECT_EQ(next_pass(), "200");
 }
 
-TEST(HandBox, EventsAreBoundedAndKeepTheDateOfTheirDay) {
-  PanelModel model;
-  frmHandBox box(model);
+TEST_F(HandBox, EventsAreBoundedAndKeepTheDateOfTheirDay) {
   CivilTime time = kReadAt;
   box.AppendEvent({time, "first"});
   time.day = 22;
   box.AppendEvent({time, "two\nlines"});
-  const auto lines = [&] { return Find<QPlainTextEdit>(box, "txtEvents")->toPlainText().split('\n'); };
+  const auto lines = [&] { return Get<QPlainTextEdit>("txtEvents")->toPlainText().split('\n'); };
   EXPECT_EQ(lines(), (QStringList{"2026-11-21", "21:04:05  first", "2026-11-22", "21:04:05  two lines"}));
 
   for (std::size_t i = 2; i < EventList::kKept + 1; ++i) box.AppendEvent({time, "later"});
@@ -369,9 +299,7 @@ TEST(HandBox, EventsAreBoundedAndKeepTheDateOfTheirDay) {
   EXPECT_EQ(lines().back(), "21:04:05  last");
 }
 
-TEST(HandBox, StaysWhereItIsWhenPutOnTop) {
-  PanelModel model;
-  frmHandBox box(model);
+TEST_F(HandBox, StaysWhereItIsWhenPutOnTop) {
   box.SetAlwaysOnTop(true);
   EXPECT_FALSE(box.isVisible());
   box.show();

@@ -1,8 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QCheckBox>
-#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,13 +7,11 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <algorithm>
 #include <functional>
-#include <string>
-#include <vector>
 
 #include "config/setup_fields.h"
 #include "tests/support/link_fixture.h"
+#include "tests/support/window_tools.h"
 #include "ui/frm_setup.h"
 #include "ui/setup_pickers.h"
 
@@ -41,9 +35,7 @@ class SetupDialogTest : public LinkFixture {
 
   template <typename Control>
   Control* Get(std::string_view name) {
-    auto* control = dialog.findChild<Control*>(QString::fromUtf8(name.data(), static_cast<int>(name.size())));
-    if (control == nullptr) throw std::logic_error("no control " + std::string(name));
-    return control;
+    return Find<Control>(dialog, name);
   }
   void Click(const char* name) { Get<QAbstractButton>(name)->click(); }
 
@@ -55,6 +47,8 @@ class SetupDialogTest : public LinkFixture {
     });
     return dialog.Exec(form);
   }
+  [[nodiscard]] QString Text(const char* button) { return Get<QPushButton>(button)->text(); }
+  [[nodiscard]] bool Checked(const char* box) { return Get<QCheckBox>(box)->isChecked(); }
 
   /// Answers the next dialog that opens on top, within the time that a click takes.
   template <typename Dialog>
@@ -67,12 +61,20 @@ class SetupDialogTest : public LinkFixture {
     });
   }
 
+  void Choose(const QString& path) {
+    Answer<QFileDialog>([path](QFileDialog& picker) {
+      picker.selectFile(path);
+      static_cast<QDialog&>(picker).accept();
+    });
+  }
+  void ChooseNothing() {
+    Answer<QFileDialog>([](QFileDialog& picker) { picker.reject(); });
+  }
+
   std::size_t advanced_mode = 0;  ///< the layout's place among the flags
   int answered = 0;
   int reported = 0;
   std::vector<SerialPortEntry> ports{{"/dev/ttyUSB0", "FTDI adapter"}, {"/dev/ttyS0", ""}};
-  ImmediateSwitches switches{
-      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs}};
   frmSetup dialog{{.switches = switches,
                    .ports = [this] { return ports; },
                    .report = [this](const std::exception_ptr&) { ++reported; },
@@ -81,27 +83,22 @@ class SetupDialogTest : public LinkFixture {
 };
 
 TEST_F(SetupDialogTest, EveryRowHasItsControlAndComesBackUntouched) {
-  for (const SetupField& field : SetupFields()) EXPECT_NO_THROW(Get<QLineEdit>(field.name));
+  std::vector<std::string_view> names{"Frame1",         "Frame2",      "Frame3",     "FullLogPath",
+                                      "OneLineLogPath", "cmdResetPos", "AllowUnload"};
+  for (const SetupField& field : SetupFields()) names.push_back(field.name);
   for (const SetupFlag& flag : SetupFlags()) {
-    if (flag.name == "AdvancedMode") continue;  // the layout, which is no box
-    EXPECT_NO_THROW(Get<QAbstractButton>(flag.name));
+    if (flag.name != "AdvancedMode") names.push_back(flag.name);  // the layout, which is no box
   }
-  for (const SetupUnitOption& option : SetupUnitOptions()) EXPECT_NO_THROW(Get<QCheckBox>(option.name));
-  for (const char* name :
-       {"Frame1", "Frame2", "Frame3", "Frame4", "gPort", "DemoMode", "AutoConnect", "chk_FullLog", "FullLogPath",
-        "chk_OneLineLog", "OneLineLogPath", "cmdResetPos", "AllowUnload", "AllowAsyncWindCB", "TempCompCB"}) {
-    EXPECT_NO_THROW(Get<QWidget>(name));
-  }
+  for (const SetupUnitOption& option : SetupUnitOptions()) names.push_back(option.name);
+  for (const std::string_view name : names) EXPECT_NO_THROW(Get<QWidget>(name));
   EXPECT_EQ(Get<QLabel>("lblDriverInfo")->text(), "Orvalis Version 0.1.0");
 
   // Both ways round, so that no box gets away with always being on or off.
   for (int round = 0; round < 2; ++round) {
     const SetupForm given = form;
     EXPECT_TRUE(Exec([] {}));
-    EXPECT_EQ(form.texts, given.texts);
-    EXPECT_EQ(form.flags, given.flags);
-    EXPECT_EQ(form.files, given.files);
-    EXPECT_EQ(form.port, given.port);
+    EXPECT_EQ(std::tie(form.texts, form.flags, form.files, form.port),
+              std::tie(given.texts, given.flags, given.files, given.port));
     for (const SetupUnitOption& option : SetupUnitOptions()) {
       EXPECT_EQ(form.unit.*option.member, given.unit.*option.member) << option.name;
       form.unit.*option.member = !(form.unit.*option.member);
@@ -136,39 +133,34 @@ TEST_F(SetupDialogTest, AdvancedShowsTheLeftovers) {
     const int leftovers = 3;
     ASSERT_TRUE(tabs->widget(leftovers)->isAncestorOf(Get<QWidget>("Frame4")));
     EXPECT_FALSE(tabs->isTabVisible(leftovers));
-    EXPECT_EQ(Get<QPushButton>("cmdAdvanced")->text(), "Advanced >>");
+    EXPECT_EQ(Text("cmdAdvanced"), "Advanced >>");
     Click("cmdAdvanced");
     EXPECT_TRUE(tabs->isTabVisible(leftovers));
-    EXPECT_EQ(Get<QPushButton>("cmdAdvanced")->text(), "<< Basic");
+    EXPECT_EQ(Text("cmdAdvanced"), "<< Basic");
   });
   EXPECT_TRUE(form.flags[advanced_mode]);
 }
 
 TEST_F(SetupDialogTest, BoxesOpenTheFieldsThatBelongToThem) {
-  struct Case {
-    const char* box;
-    bool on;
-    std::vector<const char*> closed;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, bool, std::vector<const char*>> cases[] = {
       {"chkCanTemp", false, {"TempCur", "TPTempOffset", "Thermistor_A", "ThermistorR_C"}},
       {"chkCanTempComp", false, {"TempMax", "TempSteps", "TempCompCB"}},
       {"chkCanStepSize", false, {"StepTime"}},
       {"chkBacklashDir", false, {"BacklashComp"}},
       {"chkSynchronous", true, {"AllowAsyncWindCB"}},
   };
-  for (const Case& row : cases) {
-    for (const bool on : {row.on, !row.on}) {
-      Get<QCheckBox>(row.box)->setChecked(on);
-      for (const char* name : row.closed) EXPECT_EQ(Get<QWidget>(name)->isEnabled(), on != row.on) << name;
+  for (const auto& [box, closing, closed] : cases) {
+    for (const bool on : {closing, !closing}) {
+      Get<QCheckBox>(box)->setChecked(on);
+      for (const char* name : closed) EXPECT_EQ(Get<QWidget>(name)->isEnabled(), on != closing) << name;
     }
   }
   EXPECT_TRUE(Get<QWidget>("TPTempHysteresis")->isEnabled());
 
-  Get<QCheckBox>("chkCentigrade")->setChecked(true);
-  EXPECT_EQ(Get<QLabel>("TempLabel")->text(), "Temp (°C):");
-  Get<QCheckBox>("chkCentigrade")->setChecked(false);
-  EXPECT_EQ(Get<QLabel>("TempLabel")->text(), "Temp (°F):");
+  for (const bool on : {true, false}) {
+    Get<QCheckBox>("chkCentigrade")->setChecked(on);
+    EXPECT_EQ(Get<QLabel>("TempLabel")->text(), on ? "Temp (°C):" : "Temp (°F):");
+  }
 }
 
 TEST_F(SetupDialogTest, AFileIsShownByItsNameAndKeptWithItsPath) {
@@ -179,22 +171,19 @@ TEST_F(SetupDialogTest, AFileIsShownByItsNameAndKeptWithItsPath) {
   form.flags.assign(SetupFlags().size(), false);
   form.files[0] = R"(C:\Sounds\rain.wav)";
   Exec([&] {
-    EXPECT_EQ(Get<QPushButton>("RainSounds")->text(), "rain.wav");
+    EXPECT_EQ(Text("RainSounds"), "rain.wav");
     EXPECT_EQ(Get<QPushButton>("RainSounds")->toolTip(), R"(C:\Sounds\rain.wav)");
-    Answer<QFileDialog>([&](QFileDialog& picker) {
-      picker.selectFile(file);
-      static_cast<QDialog&>(picker).accept();
-    });
+    Choose(file);
     Click("chkWindSounds");
-    EXPECT_EQ(Get<QPushButton>("WindSounds")->text(), "gale.wav");
+    EXPECT_EQ(Text("WindSounds"), "gale.wav");
     // Cancelled: on with the file that there is, off without one.
-    Answer<QFileDialog>([](QFileDialog& picker) { picker.reject(); });
+    ChooseNothing();
     Click("chkRainSounds");
-    Answer<QFileDialog>([](QFileDialog& picker) { picker.reject(); });
+    ChooseNothing();
     Click("chkLightApp");
-    EXPECT_TRUE(Get<QCheckBox>("chkRainSounds")->isChecked());
-    EXPECT_TRUE(Get<QCheckBox>("chkWindSounds")->isChecked());
-    EXPECT_FALSE(Get<QCheckBox>("chkLightApp")->isChecked());
+    EXPECT_TRUE(Checked("chkRainSounds"));
+    EXPECT_TRUE(Checked("chkWindSounds"));
+    EXPECT_FALSE(Checked("chkLightApp"));
   });
   EXPECT_EQ(answered, 3);
   EXPECT_EQ(form.files[0], R"(C:\Sounds\rain.wav)");
@@ -206,33 +195,31 @@ TEST_F(SetupDialogTest, SwitchesActAtOnceAndSyncingDoesNot) {
   dialog.SyncSwitches();
   EXPECT_TRUE(profile.log.empty());
   EXPECT_FALSE(connector.connecting());
-  Exec(
-      [&] {
-        for (const char* name : {"DemoMode", "AutoConnect", "chk_FullLog", "chk_OneLineLog"}) {
-          EXPECT_TRUE(Get<QCheckBox>(name)->isChecked()) << name;
-          Click(name);
-        }
-        Answer<QFileDialog>([](QFileDialog& picker) { picker.reject(); });
-        Click("chk_FullLog");
-        EXPECT_FALSE(Get<QCheckBox>("chk_FullLog")->isChecked());
-      },
-      "cmdCancel");
+  const auto use_switches = [&] {
+    for (const char* name : {"DemoMode", "AutoConnect", "chk_FullLog", "chk_OneLineLog"}) {
+      EXPECT_TRUE(Checked(name)) << name;
+      Click(name);
+    }
+    ChooseNothing();
+    Click("chk_FullLog");
+    EXPECT_FALSE(Checked("chk_FullLog"));
+  };
+  Exec(use_switches, "cmdCancel");
   EXPECT_EQ(answered, 1);
-  EXPECT_EQ(profile.log, (std::vector<std::string>{"write /DemoMode", "write /AutoConnect", "write /g_lFullLog",
-                                                   "write /g_lOneLineLog"}));
+  EXPECT_EQ(profile.TakeLog(),
+            (Strings{"write /DemoMode", "write /AutoConnect", "write /g_lFullLog", "write /g_lOneLineLog"}));
 
   QTemporaryDir folder;
-  Exec(
-      [&] {
-        Answer<QFileDialog>([&](QFileDialog& picker) {
-          picker.selectFile(folder.path());
-          static_cast<QDialog&>(picker).accept();
-        });
-        Click("chk_OneLineLog");
-      },
-      "cmdCancel");
+  const auto choose_folder = [&] {
+    Choose(folder.path());
+    Click("chk_OneLineLog");
+    Click("AutoConnect");
+  };
+  Exec(choose_folder, "cmdCancel");
+  EXPECT_TRUE(connector.connecting());
   EXPECT_EQ(profile.At("g_lOneLineLog"), "1");
   EXPECT_EQ(profile.At("g_sOneLineLogPath"), folder.path().toStdString());
+  EXPECT_EQ(settings.g_sOneLineLogPath, folder.path().toStdString());
 }
 
 TEST_F(SetupDialogTest, ASwitchThatFailsSaysSoAndGoesBack) {
@@ -243,8 +230,9 @@ TEST_F(SetupDialogTest, ASwitchThatFailsSaysSoAndGoesBack) {
       box.accept();
     });
     Click("DemoMode");
-    EXPECT_FALSE(Get<QCheckBox>("DemoMode")->isChecked());
+    EXPECT_FALSE(Checked("DemoMode"));
   });
+  EXPECT_EQ(settings.DemoMode, 0);
   EXPECT_EQ(answered, 1);
   EXPECT_EQ(reported, 1);
 }
@@ -259,37 +247,17 @@ TEST_F(SetupDialogTest, APortThatIsNotInTheListCanBeTyped) {
   EXPECT_EQ(form.port, "2");
 }
 
-// Two controls of a page with the same key would both need the key pressed twice.
-TEST_F(SetupDialogTest, NoKeyIsTakenTwiceOnAPage) {
-  auto* tabs = Get<QTabWidget>("pages");
-  for (int page = 0; page < tabs->count(); ++page) {
-    QStringList texts;
-    for (int tab = 0; tab < tabs->count(); ++tab) texts.append(tabs->tabText(tab));
-    for (const QLabel* label : tabs->widget(page)->findChildren<QLabel*>()) texts.append(label->text());
-    for (const QCheckBox* box : tabs->widget(page)->findChildren<QCheckBox*>()) texts.append(box->text());
-    QString keys;
-    for (const QString& text : texts) {
-      const auto mark = text.indexOf('&');
-      if (mark < 0) continue;
-      EXPECT_FALSE(keys.contains(text[mark + 1].toUpper())) << "page " << page << ": " << text.toStdString();
-      keys.append(text[mark + 1].toUpper());
-    }
-  }
-}
+TEST_F(SetupDialogTest, NoKeyIsTakenTwiceOnAPage) { EXPECT_EQ(KeysTakenTwice(dialog), ""); }
 
 TEST(SetupPickers, FilterBecomesTheToolkits) {
-  struct Case {
-    std::string_view stored;
-    const char* expected;
-  };
-  const Case cases[] = {
+  const std::pair<std::string_view, const char*> cases[] = {
       {kSoundFileFilter, "All Files (*);;Wave Files (*.wav);;Batch Files (*.bat)"},
       {kProgramFileFilter, "All Files (*);;Exe Files (*.exe);;Batch Files (*.bat)"},
       {"Pictures (all)|*.png;*.jpg", "Pictures (*.png *.jpg)"},
       {"Text|*.txt|left over", "Text (*.txt)"},
       {"", ""},
   };
-  for (const Case& row : cases) EXPECT_EQ(ToQtFilter(row.stored).toStdString(), row.expected) << row.stored;
+  for (const auto& [stored, expected] : cases) EXPECT_EQ(ToQtFilter(stored).toStdString(), expected) << stored;
 }
 
 }  // namespace

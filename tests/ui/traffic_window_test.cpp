@@ -36,21 +36,17 @@ TEST(TrafficWindow, ShowsPausesClearsAndFilters) {
   clear->click();
   EXPECT_TRUE(shows(""));
 
-  const struct {
-    const char* name;
-    const char* caption;
-    TrafficCategory category;
-    bool ticked;
-  } rows[] = {{"chkMove", "Move / Halt", TrafficCategory::kMove, true},
-              {"chkOther", "Other Calls", TrafficCategory::kOther, true},
-              {"chkTemp", "Temp Related", TrafficCategory::kTemp, true},
-              {"chkMoving", "IsMoving", TrafficCategory::kMoving, false}};
-  for (const auto& row : rows) {
-    auto* box = window.findChild<QCheckBox*>(row.name);
-    EXPECT_EQ(box->text(), row.caption);
-    EXPECT_EQ(box->isChecked(), row.ticked) << row.name;
+  const std::tuple<const char*, const char*, TrafficCategory, bool> rows[] = {
+      {"chkMove", "Move / Halt", TrafficCategory::kMove, true},
+      {"chkOther", "Other Calls", TrafficCategory::kOther, true},
+      {"chkTemp", "Temp Related", TrafficCategory::kTemp, true},
+      {"chkMoving", "IsMoving", TrafficCategory::kMoving, false}};
+  for (const auto& [name, caption, category, ticked] : rows) {
+    auto* box = window.findChild<QCheckBox*>(name);
+    EXPECT_EQ(box->text(), caption);
+    EXPECT_EQ(box->isChecked(), ticked) << name;
     box->click();
-    EXPECT_EQ(traffic.Wants(row.category), !row.ticked) << row.name;
+    EXPECT_EQ(traffic.Wants(category), !ticked) << name;
   }
 }
 
