@@ -85,9 +85,7 @@ std::string ComPortName(const std::string& port) {
   return "COM" + std::to_string(number);
 }
 
-ComPort::ComPort() {
-  connect(&fetch_, &QTimer::timeout, this, &ComPort::Fetch);
-}
+ComPort::ComPort() { connect(&fetch_, &QTimer::timeout, this, &ComPort::Fetch); }
 
 ComPort::~ComPort() {
   // Nobody waits for an answer any more.
