@@ -126,7 +126,6 @@ void WebcamUpload::SendItself() {
   try {
     const FtpUpload upload = OwnUpload(parts_.folder, parts_.settings);
     picture_->SaveJpeg(upload.path);
-    sending_ = true;
     parts_.ftp.Send(upload, [this, password = upload.password](const std::string& failure) {
       sending_ = false;
       if (!failure.empty()) {
@@ -138,8 +137,8 @@ void WebcamUpload::SendItself() {
       parts_.boxes.AddError("the picture was sent");
       report_.Succeeded();
     });
+    sending_ = true;  // not before: whatever keeps it from being sent, the next picture has its turn
   } catch (const RunTimeError& error) {
-    sending_ = false;
     report_.Refused(error.what());
   }
 }

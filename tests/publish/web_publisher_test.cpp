@@ -327,6 +327,10 @@ TEST_F(WebPublisherTest, ThePictureIsTakenConvertedAndSentWhateverFails) {
   // The program's own way, one at a time.
   outside = {};
   settings.WebcamBuiltIn = 1;
+  outside.no_thread = true;
+  publisher.Capture();
+  EXPECT_NE(panel.status.find("capturing the panel"), std::string::npos) << panel.status;
+  outside = {};
   publisher.Capture();
   EXPECT_EQ(outside.calls, (std::vector<std::string>{"capture", "bitmap /opt/orvalis/screenshot.bmp",
                                                      "jpeg /opt/orvalis/image.jpg", "ftp ftp.example/image.jpg"}));
