@@ -44,7 +44,7 @@ void ReadingsUpload::Send(AskedBy asked_by) {
     Show(*refusal, asked_by);
     return;
   }
-  if (under_way_) Fail("the former upload was ended unfinished: the next one is due");
+  if (under_way_) GiveUp("the former upload was ended unfinished: the next one is due");
   const auto& request = std::get<Prepared>(prepared);
   parts_.boxes.BeginExchange("Request, sent " + FormatTimeOfDay(parts_.clock.LocalNow()), request.shown);
   shows_sent_ = true;
@@ -55,13 +55,13 @@ void ReadingsUpload::Send(AskedBy asked_by) {
   AwaitAnswer();
   deadline_ = parts_.loop.CallAfter(kLongestExchange, [this] {
     deadline_ = 0;
-    Fail("the answer took longer than " + Seconds(kLongestExchange));
+    GiveUp("the answer took longer than " + Seconds(kLongestExchange));
   });
   parts_.socket.Begin(request.host, request.port, request.bytes,
                       {.connected = [this] { AwaitAnswer(); },
                        .received = [this](std::string_view bytes) { Receive(bytes); },
                        .closed = [this] { Closed(); },
-                       .failed = [this](const std::string& reason) { Fail(reason); }});
+                       .failed = [this](const std::string& reason) { GiveUp(reason); }});
 }
 
 void ReadingsUpload::Show(const Refusal& refusal, AskedBy asked_by) {
@@ -172,21 +172,20 @@ void ReadingsUpload::Judge() {
   }
 }
 
-void ReadingsUpload::Fail(const std::string& why) {
+void ReadingsUpload::GiveUp(const std::string& why) {
   End();
-  report_.Failed(why);
+  if (first_line_complete_) {
+    Judge();
+  } else {
+    report_.Failed(why);
+  }
 }
 
 void ReadingsUpload::AwaitAnswer() {
   parts_.loop.Cancel(patience_);
   patience_ = parts_.loop.CallAfter(kPatience, [this] {
     patience_ = 0;
-    // A server that has answered and leaves the connection open has done its work.
-    if (first_line_complete_) {
-      Closed();
-    } else {
-      Fail("no answer within " + Seconds(kPatience));
-    }
+    GiveUp("no answer within " + Seconds(kPatience));
   });
 }
 

@@ -183,6 +183,25 @@ TEST_F(WebPublisherTest, WhatAServerDoesWrongIsOneLineAndTheNextUploadIsOnItsTic
   loop.Advance(seconds(31));  // left open by a server that has answered
   EXPECT_EQ(events.events().back().text, "readings upload: works again");
   EXPECT_FALSE(socket.open);
+
+  // Each way in which an exchange ends before the server does: what has answered has done its work.
+  const std::function<void()> endings[] = {
+      [&] { Tick(6); },
+      [&] { socket.handlers.failed("Connection reset by peer"); },
+      [&] {
+        for (int i = 0; i < 61 && socket.open; ++i) {
+          socket.handlers.received("x");
+          loop.Advance(seconds(1));
+        }
+      },
+  };
+  for (const auto& end : endings) {
+    const std::string before = Errors();
+    if (!socket.open) publisher.TestServer();
+    socket.handlers.received("HTTP/1.0 200 OK\r\n\r\n");
+    end();
+    EXPECT_EQ(Errors(), before);
+  }
 }
 
 TEST_F(WebPublisherTest, ALongAnswerLeavesItsLast64KB) {
