@@ -226,12 +226,19 @@ void SqliteHistory::Write(const Batch& batch) {
       insert.Run();
     }
     Statement clear_spans = database.Prepare("DELETE FROM span WHERE first > ? AND first <= ?");
+    // One that began before and is not over yet keeps its beginning.
+    Statement shorten_spans = database.Prepare("UPDATE span SET last = ? WHERE first > ? AND first < ? AND last >= ?");
     Statement insert_span = database.Prepare("INSERT OR REPLACE INTO span (" + SpanColumns() + ") VALUES (" +
                                              Parameters(kFirstSpanValue + 2 * kQuantities) + ")");
     for (const Span& span : batch.spans) {
       clear_spans.Bind(0, span.first);
       clear_spans.Bind(1, span.last);
       clear_spans.Run();
+      shorten_spans.Bind(0, span.first - 1);
+      shorten_spans.Bind(1, span.first - kSpanMs);
+      shorten_spans.Bind(2, span.first);
+      shorten_spans.Bind(3, span.first);
+      shorten_spans.Run();
       insert_span.Bind(0, span.first);
       insert_span.Bind(1, span.last);
       insert_span.Bind(2, span.conditions.bits());
