@@ -96,6 +96,17 @@ TEST_F(SqliteHistoryTest, WhereTheClockWasSetBackTheLaterOnesStand) {
   EXPECT_EQ(spans, "0-999:1 1000-3000:2 5000-5000:2 ");
 }
 
+TEST_F(SqliteHistoryTest, ASpanAcrossTheLimitLeavesNoHole) {
+  std::vector<Sample> samples;
+  for (int i = 0; i < 90; ++i) samples.push_back(Reading(kNoon + 2000 * i));
+  history.Write(BatchOf(samples));
+  const auto part = history.Load(0, kNoon + 70'000, kNoon + kHour);  // in the middle of the second span
+  ASSERT_EQ(part.spans.size(), 1u);
+  EXPECT_EQ(part.spans[0].last, kNoon + 58'000);
+  ASSERT_FALSE(part.samples.empty());
+  EXPECT_EQ(part.samples.front().time, kNoon + 60'000);
+}
+
 // Each row spoils the file in another way.
 TEST_F(SqliteHistoryTest, ADamagedFileIsSetAsideAndNeverOverwritten) {
   const auto overwrite = [&](std::streamoff from, std::size_t count) {
