@@ -113,15 +113,29 @@ TEST_F(HistoryRecorderTest, MadeUpValuesAreNeitherStoredNorMixedWithRealOnes) {
   }
 }
 
-TEST_F(HistoryRecorderTest, OldRowsGoAfterAnHourAndThenHourly) {
+TEST_F(HistoryRecorderTest, OldRowsGoAfterAnHourAndThenHourlyUnlessTheClockWasSet) {
+  const auto pass = [&](int seconds) {
+    for (int i = 0; i < seconds; ++i) {
+      ++clock.now.second;  // beyond 59, which the sum in milliseconds does not mind
+      Tick(1);
+    }
+  };
   Connect();
-  Tick(3500);
+  pass(3500);
   EXPECT_TRUE(store.forgotten.empty());
-  Tick(2 * 3600);
+  pass(2 * 3600);
   ASSERT_EQ(store.forgotten.size(), 2u);
-  const std::int64_t now = UtcMilliseconds(clock.now);
-  EXPECT_EQ(now - store.forgotten[0].first, 48 * History::kHourMs);
-  EXPECT_EQ(now - store.forgotten[0].second, 400 * 24 * History::kHourMs);
+  EXPECT_EQ(store.forgotten[0].first - store.forgotten[0].second, 398 * 24 * History::kHourMs);
+  const std::int64_t kept = UtcMilliseconds(clock.now) - store.forgotten[1].first;
+  EXPECT_TRUE(kept >= 48 * History::kHourMs && kept < 49 * History::kHourMs) << kept;
+  for (const int years : {2, -2}) {
+    const std::size_t count = store.forgotten.size();
+    clock.now.year += years;
+    pass(3600);
+    EXPECT_EQ(store.forgotten.size(), count) << "set by " << years << " years";
+    pass(3600);
+    EXPECT_EQ(store.forgotten.size(), count + 1) << "right for an hour";
+  }
 }
 
 // Each row: what the unit sends, which quantities are known then, and which are held over from earlier readings.
