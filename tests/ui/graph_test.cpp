@@ -190,9 +190,10 @@ TEST_F(GraphTest, SavesWholeFilesOrSaysWhyNot) {
   const QByteArray csv = content("a.csv");
   EXPECT_EQ(csv.count('\n'), 1 + 360);
   EXPECT_TRUE(
-      csv.startsWith("time,until,value,verdict,sky_word,rain,held,sky_c,clear_sky_c,ambient_c,dew_point_c\r\n"));
+      csv.startsWith("time,until,source,value,verdict,sky_word,rain,held,sky_c,clear_sky_c,ambient_c,dew_point_c\r\n"));
   // The last one: the fake clock's time and an hour, in Berlin's winter.
   EXPECT_TRUE(csv.contains("\r\n2026-11-21T23:04:05.000+01:00,")) << csv.right(300).toStdString();
+  EXPECT_EQ(csv.count(",unit,reading,"), 360);
 
 #ifndef _WIN32
   {
@@ -203,6 +204,11 @@ TEST_F(GraphTest, SavesWholeFilesOrSaysWhyNot) {
   EXPECT_TRUE(Message(window).startsWith("Cannot save " + folder.filePath("a.csv") + ": "));
   EXPECT_EQ(reports.size(), 1u);
 #endif
+  weather.from_demo = true;
+  Pass(1);
+  window.ShowAnew();
+  EXPECT_TRUE(window.SaveValues(folder.filePath("demo.csv")));
+  EXPECT_EQ(content("demo.csv").count(",demo,reading,"), 360);
 }
 
 /// Opens the ticker to the test.
