@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDeadlineTimer>
 #include <QGroupBox>
 #include <QImage>
 #include <QKeyEvent>
@@ -13,6 +14,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTextCursor>
 
 #include "tests/support/publish_fixture.h"
 #include "ui/frm_form_submit.h"
@@ -121,6 +123,26 @@ TEST_F(FormSubmitTest, RowsAreAddedToTheRequestAndTakenOut) {
   Get<QPushButton>("cmdRemoveVariable")->click();
   Settle();
   for (const char* part : {"X-a", "X%2Da"}) EXPECT_FALSE(Text("txtRequest").contains(part));
+}
+
+TEST_F(FormSubmitTest, WhatComesWhileTextIsSelectedIsShownAfterwards) {
+  const char* const names[] = {"txtResponse", "errsWinsock"};
+  Get<QPushButton>("cmdSend")->click();
+  socket.handlers.received("first");
+  publisher.boxes().AddError("one");
+  Settle();
+  for (const char* name : names) Get<QPlainTextEdit>(name)->selectAll();
+  socket.handlers.received(", second");
+  publisher.boxes().AddError("two");
+  Settle();
+  EXPECT_EQ(Text("txtResponse"), "first");
+  for (const char* name : names) Get<QPlainTextEdit>(name)->moveCursor(QTextCursor::End);
+  const QDeadlineTimer patience(std::chrono::seconds(10));
+  while (!Text("errsWinsock").contains("two") && !patience.hasExpired()) {
+    QApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+  }
+  EXPECT_EQ(Text("txtResponse"), "first, second");
+  EXPECT_TRUE(Text("errsWinsock").contains("two"));
 }
 
 TEST_F(FormSubmitTest, MessagesDoNotPileUp) {
