@@ -80,6 +80,49 @@ void ExplainNoDisplay(QtMsgType type, const QMessageLogContext& /*context*/, con
   std::_Exit(kExitFailed);
 }
 
+/// How the program has ended.
+struct Ending {
+  int exit_code;
+  bool leaves_look_up = false;
+};
+
+Ending RunProgram(const CommandLine& line, bool windowed) {
+  // From here on: a signal that comes during the start is taken as soon as the event loop runs.
+  Program* running = nullptr;
+  const StopSignals stop_signals({.stop = [] { QCoreApplication::exit(kExitOk); },
+                                  .session_ends =
+                                      [&running] {
+                                        if (running != nullptr) running->ShutDown();
+                                      }});
+  if (windowed) {
+    QApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setDesktopFileName("orvalis");
+    QApplication::setWindowIcon(QIcon::fromTheme("orvalis"));
+  }
+  SingleInstance instance(FolderToMark(line));
+  if (line.automation) {
+    if (!instance.ClaimWithin(kFormerEnds)) {
+      std::cerr << "orvalis: it runs already with the same settings, and clients cannot reach it\n";
+      return {kExitFailed};
+    }
+  } else if (const auto start = instance.Claim(); start != SingleInstance::Start::kFirst) {
+    return {LeaveToTheOther(start)};
+  }
+  Program program(line);
+  running = &program;
+  instance.OnAsked([&program] { return program.BringToFront(); });
+  const int code = program.Run();
+  return {code, program.LeavesLookUp()};
+}
+
+/// Ends the process where it stands. Nothing is left to do but what the system does anyway.
+[[noreturn]] void EndHere(int code) {
+  std::cout.flush();
+  std::cerr.flush();
+  std::fflush(nullptr);
+  std::_Exit(code);
+}
+
 int Run(int argc, char** argv) {
   const native::Process process(argc, argv);
   if (const auto code = native::RunService(process.arguments())) return *code;
@@ -120,31 +163,10 @@ int Run(int argc, char** argv) {
   QCoreApplication::setApplicationVersion(ORVALIS_VERSION);
   try {
     if (line.action == CommandLine::Action::kProfile) return RunProfile(line);
-    // From here on: a signal that comes during the start is taken as soon as the event loop runs.
-    Program* running = nullptr;
-    const StopSignals stop_signals({.stop = [] { QCoreApplication::exit(kExitOk); },
-                                    .session_ends =
-                                        [&running] {
-                                          if (running != nullptr) running->ShutDown();
-                                        }});
-    if (windowed) {
-      QApplication::setQuitOnLastWindowClosed(false);
-      QGuiApplication::setDesktopFileName("orvalis");
-      QApplication::setWindowIcon(QIcon::fromTheme("orvalis"));
-    }
-    SingleInstance instance(FolderToMark(line));
-    if (line.automation) {
-      if (!instance.ClaimWithin(kFormerEnds)) {
-        std::cerr << "orvalis: it runs already with the same settings, and clients cannot reach it\n";
-        return kExitFailed;
-      }
-    } else if (const auto start = instance.Claim(); start != SingleInstance::Start::kFirst) {
-      return LeaveToTheOther(start);
-    }
-    Program program(line);
-    running = &program;
-    instance.OnAsked([&program] { return program.BringToFront(); });
-    return program.Run();
+    const Ending ending = RunProgram(line, windowed);
+    // The end of the application object, and of Qt's own ones, would wait until the name servers answer.
+    if (ending.leaves_look_up) EndHere(ending.exit_code);
+    return ending.exit_code;
   } catch (const std::exception& error) {
     return FailToStart(error);
   }

@@ -75,6 +75,9 @@ class Program {
   /// Keeps what is to be kept and closes the link, for a system that ends without waiting for `Run` to return.
   void ShutDown() noexcept;
 
+  /// Whether a name look-up goes on that the end of the application would wait for.
+  [[nodiscard]] bool LeavesLookUp() const { return http_.LeavesLookUp(); }
+
  private:
   template <typename Work>
   void Tick(std::string_view doing, Work work) {

@@ -1,7 +1,5 @@
 #include "history/history_csv.h"
 
-#include <string_view>
-
 #include "acquisition/conversions.h"
 #include "base/text.h"
 
@@ -47,14 +45,16 @@ double ShownValue(Quantity quantity, double value, bool centigrade) {
 }
 
 std::string HistoryCsv(const History& history, TimeRange range, std::span<const Quantity> quantities, bool centigrade,
-                       const std::function<CivilTime(std::int64_t)>& local_time) {
-  std::string csv = "time,until,value,verdict,sky_word,rain,held";
+                       std::string_view source, const std::function<CivilTime(std::int64_t)>& local_time) {
+  std::string csv = "time,until,source,value,verdict,sky_word,rain,held";
   for (const Quantity quantity : quantities) csv += "," + ColumnName(quantity, centigrade);
   csv += "\r\n";
   const auto row = [&](const Span& span, std::string_view kind, const Values& values) {
     csv += FormatIso8601(local_time(span.first));
     csv += ',';
     csv += FormatIso8601(local_time(span.last));
+    csv += ',';
+    csv += source;
     csv += ',';
     csv += kind;
     csv += span.conditions.Has(Condition::kUnsafe) ? ",unsafe," : ",safe,";

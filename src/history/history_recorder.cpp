@@ -1,6 +1,7 @@
 #include "history/history_recorder.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "base/run_time_error.h"
@@ -10,6 +11,8 @@ namespace {
 
 /// Half a day of working cycles wait for a store that takes nothing; then the oldest go.
 constexpr std::size_t kMostPending = 21'600;
+/// The clock may drift by so much in an hour, or be put right by a second.
+constexpr std::int64_t kClockTrustedMs = 60'000;
 /// Long enough for the window to be there.
 constexpr std::chrono::milliseconds kLoadDelay{400};
 
@@ -62,7 +65,7 @@ void HistoryRecorder::NoteForStore(const Sample& sample) {
   }
   KeepYoungest(pending_.samples);
   KeepYoungest(pending_.spans);
-  if (!forgotten_at_) forgotten_at_ = parts_.loop.TickCount();
+  if (!forgotten_at_) forgotten_at_ = Moment();
   StartTimer();
 }
 
@@ -87,13 +90,18 @@ void HistoryRecorder::WriteBatch() {
   if (load_failed_) Load();
 }
 
+HistoryRecorder::Instant HistoryRecorder::Moment() const { return {.tick = parts_.loop.TickCount(), .time = Now()}; }
+
 void HistoryRecorder::ForgetOld() {
   // Not before an hour has passed: by then a clock that was wrong at the start of the machine is right.
   constexpr std::int64_t kInterval = History::kHourMs;
-  if (!forgotten_at_ || parts_.loop.TickCount() - *forgotten_at_ < kInterval) return;
-  forgotten_at_ = parts_.loop.TickCount();
-  const std::int64_t now = Now();
-  Try([&] { parts_.store.Forget(now - kSamplesStoredMs, now - kSpansStoredMs); });
+  const Instant now = Moment();
+  if (!forgotten_at_ || now.tick - forgotten_at_->tick < kInterval) return;
+  const std::int64_t clock_set_by = (now.time - forgotten_at_->time) - (now.tick - forgotten_at_->tick);
+  forgotten_at_ = now;
+  // A clock that was set in this hour may be wrong now; one that is ahead would take everything away.
+  if (std::abs(clock_set_by) > kClockTrustedMs) return;
+  Try([&] { parts_.store.Forget(now.time - kSamplesStoredMs, now.time - kSpansStoredMs); });
 }
 
 void HistoryRecorder::Flush() {

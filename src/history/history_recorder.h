@@ -53,6 +53,12 @@ class HistoryRecorder {
   void OnReplaced(std::function<void()> replaced) { replaced_ = std::move(replaced); }
 
  private:
+  struct Instant {
+    std::int64_t tick;  ///< TickCount
+    std::int64_t time;  ///< by the clock
+  };
+
+  [[nodiscard]] Instant Moment() const;
   void Load();
   void NoteForStore(const Sample& sample);
   void StartTimer();
@@ -70,9 +76,9 @@ class HistoryRecorder {
   std::function<void()> replaced_;
 
   HistoryStore::Batch pending_;
-  std::optional<Span> open_span_;             ///< not complete yet; it is written all the same and replaced later
-  std::optional<std::int64_t> last_time_;     ///< of the last sample for the store
-  std::optional<std::int64_t> forgotten_at_;  ///< TickCount of the last clearing, or of the first sample
+  std::optional<Span> open_span_;          ///< not complete yet; it is written all the same and replaced later
+  std::optional<std::int64_t> last_time_;  ///< of the last sample for the store
+  std::optional<Instant> forgotten_at_;    ///< the last clearing, or the first sample
   std::string reported_;
   EventLoop::TimerId batch_timer_ = 0;
   EventLoop::TimerId load_timer_ = 0;

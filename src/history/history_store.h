@@ -27,7 +27,8 @@ class HistoryStore {
   virtual ~HistoryStore() = default;
 
   /// The spans that begin from `spans_from` on and end before `samples_from`, and the samples from there to `to`, in
-  /// the order of their times. Empty when nothing was ever stored.
+  /// the order of their times. Where a span goes across `samples_from` the samples begin where it does, so that nothing
+  /// is missing in between. Empty when nothing was ever stored.
   [[nodiscard]] virtual Part Load(std::int64_t spans_from, std::int64_t samples_from, std::int64_t to) = 0;
 
   /// Stores all of it or nothing.

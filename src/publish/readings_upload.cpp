@@ -1,5 +1,6 @@
 #include "publish/readings_upload.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -9,7 +10,7 @@
 namespace orvalis {
 namespace {
 
-/// As much of an answer's first line as is looked at and repeated.
+/// As much of an answer's first line as is looked at.
 constexpr std::size_t kLongestFirstLine = 120;
 
 bool AllFinite(const WeatherState& weather) {
@@ -20,12 +21,15 @@ bool AllFinite(const WeatherState& weather) {
   return true;
 }
 
-std::string Printable(std::string_view text) {
-  std::string printable(text);
-  for (char& c : printable) {
-    if (c < ' ' || c > '~') c = '?';
-  }
-  return printable;
+/// The three digits of an answer's status, or "" when its first line has none.
+std::string_view Status(std::string_view first_line) {
+  constexpr std::size_t kDigits = 3;
+  const auto blank = first_line.find(' ');
+  if (!first_line.starts_with("HTTP/") || blank == std::string_view::npos) return "";
+  std::string_view status = first_line.substr(blank + 1);
+  const auto end = std::min(status.find_first_not_of("0123456789"), status.size());
+  if (end != kDigits || (end < status.size() && status[end] != ' ')) return "";
+  return status.substr(0, end);
 }
 
 std::string Seconds(std::chrono::seconds duration) { return std::to_string(duration.count()) + " seconds"; }
@@ -40,10 +44,9 @@ void ReadingsUpload::Send(AskedBy asked_by) {
     Show(*refusal, asked_by);
     return;
   }
-  if (under_way_) Fail("the former upload was ended unfinished: the next one is due");
+  if (under_way_) GiveUp("the former upload was ended unfinished: the next one is due");
   const auto& request = std::get<Prepared>(prepared);
-  parts_.boxes.ShowRequest("Request, sent " + FormatTimeOfDay(parts_.clock.LocalNow()), request.shown);
-  parts_.boxes.ClearResponse();
+  parts_.boxes.BeginExchange("Request, sent " + FormatTimeOfDay(parts_.clock.LocalNow()), request.shown);
   shows_sent_ = true;
   under_way_ = true;
   first_line_.clear();
@@ -52,13 +55,13 @@ void ReadingsUpload::Send(AskedBy asked_by) {
   AwaitAnswer();
   deadline_ = parts_.loop.CallAfter(kLongestExchange, [this] {
     deadline_ = 0;
-    Fail("the answer took longer than " + Seconds(kLongestExchange));
+    GiveUp("the answer took longer than " + Seconds(kLongestExchange));
   });
   parts_.socket.Begin(request.host, request.port, request.bytes,
                       {.connected = [this] { AwaitAnswer(); },
                        .received = [this](std::string_view bytes) { Receive(bytes); },
                        .closed = [this] { Closed(); },
-                       .failed = [this](const std::string& reason) { Fail(reason); }});
+                       .failed = [this](const std::string& reason) { GiveUp(reason); }});
 }
 
 void ReadingsUpload::Show(const Refusal& refusal, AskedBy asked_by) {
@@ -89,7 +92,7 @@ std::variant<ReadingsUpload::Prepared, ReadingsUpload::Refusal> ReadingsUpload::
     };
     Prepared prepared{.host = request.url.host, .port = PortOf(request.url)};
     prepared.bytes = with_password(settings.g_sPWS_password);
-    prepared.shown = with_password(SubmitBoxes::kMask);
+    prepared.shown = with_password(kMask);
     return prepared;
   } catch (const RunTimeError& error) {
     return Refusal{.text = error.what()};
@@ -138,8 +141,8 @@ void ReadingsUpload::Receive(std::string_view bytes) {
       first_line_complete_ = true;
     }
   }
-  if (received_ <= TailText::kKept && received_ + bytes.size() > TailText::kKept) {
-    parts_.boxes.AddError("the answer is longer than " + std::to_string(TailText::kKept / 1024) +
+  if (received_ <= TailText::kShown && received_ + bytes.size() > TailText::kShown) {
+    parts_.boxes.AddError("the answer is longer than " + std::to_string(TailText::kShown / 1024) +
                           " KB; its end alone is kept");
   }
   received_ += bytes.size();
@@ -156,35 +159,33 @@ void ReadingsUpload::Judge() {
     report_.Failed("the server closed the connection without an answer");
     return;
   }
-  const bool is_http = first_line_.starts_with("HTTP/");
-  const auto blank = first_line_.find(' ');
-  const char kind = is_http && blank + 1 < first_line_.size() ? first_line_[blank + 1] : '?';
-  if (kind == '2') {
-    report_.Succeeded();
-  } else if (kind == '3') {
-    report_.Failed("the server sends elsewhere (" + Printable(first_line_) + "), where nothing is sent");
-  } else if (is_http) {
-    report_.Failed("the server refuses: " + Printable(first_line_));
-  } else {
+  // Of the server's own words none but the status is repeated: it may send back what it was sent, in any writing.
+  const std::string status(Status(first_line_));
+  if (status.empty()) {
     report_.Failed("what answers is not a web server");
+  } else if (status.front() == '2') {
+    report_.Succeeded();
+  } else if (status.front() == '3') {
+    report_.Failed("the server sends elsewhere (status " + status + "), where nothing is sent");
+  } else {
+    report_.Failed("the server refuses (status " + status + ")");
   }
 }
 
-void ReadingsUpload::Fail(const std::string& why) {
+void ReadingsUpload::GiveUp(const std::string& why) {
   End();
-  report_.Failed(why);
+  if (first_line_complete_) {
+    Judge();
+  } else {
+    report_.Failed(why);
+  }
 }
 
 void ReadingsUpload::AwaitAnswer() {
   parts_.loop.Cancel(patience_);
   patience_ = parts_.loop.CallAfter(kPatience, [this] {
     patience_ = 0;
-    // A server that has answered and leaves the connection open has done its work.
-    if (first_line_complete_) {
-      Closed();
-    } else {
-      Fail("no answer within " + Seconds(kPatience));
-    }
+    GiveUp("no answer within " + Seconds(kPatience));
   });
 }
 

@@ -99,11 +99,13 @@ class ReadingsUpload : public ScheduledUpload {
 
   void Receive(std::string_view bytes);
   void Closed();
-  void Fail(const std::string& why);
+  /// Ends the exchange before the server did. One that has answered has done its work and is judged by its answer,
+  /// also when it keeps the connection open; otherwise `why` is the failure.
+  void GiveUp(const std::string& why);
   void AwaitAnswer();
   /// Ends the exchange, without a word.
   void End();
-  /// Judges a complete answer by its first line.
+  /// Judges an answer by its first line.
   void Judge();
 
   Parts parts_;

@@ -1,23 +1,11 @@
 #include "publish/submit_boxes.h"
 
-#include "publish/url_helper.h"
+#include <array>
 
 namespace orvalis {
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
-
-void ReplaceAll(std::string& text, std::string_view what, std::string_view by) {
-  if (what.empty()) return;
-  std::string replaced;
-  std::size_t from = 0;
-  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, from)) {
-    replaced.append(text, from, at - from).append(by);
-    from = at + what.size();
-  }
-  if (from == 0) return;
-  text = replaced.append(text, from);
-}
 
 /// "2026-11-21 09:04:05 PM"
 std::string ErrorTime(const CivilTime& time) {
@@ -28,16 +16,19 @@ std::string ErrorTime(const CivilTime& time) {
 
 }  // namespace
 
-void SubmitBoxes::ShowRequest(std::string caption, std::string text) {
-  if (caption == request_caption_ && text == request_) return;
+void SubmitBoxes::ShowRequest(std::string caption, std::string_view text) {
+  std::string masked = Masked(text);
+  if (caption == request_caption_ && masked == request_) return;
   request_caption_ = std::move(caption);
-  request_ = std::move(text);
+  request_ = std::move(masked);
   Changed();
 }
 
-void SubmitBoxes::ClearResponse() {
+void SubmitBoxes::BeginExchange(std::string caption, std::string_view request) {
+  sent_password_ = settings_.g_sPWS_password;
   response_.Clear();
   after_return_ = false;
+  ShowRequest(std::move(caption), request);
   Changed();
 }
 
@@ -63,12 +54,9 @@ void SubmitBoxes::AddError(std::string_view text) {
   Changed();
 }
 
-std::string SubmitBoxes::Masked(std::string_view text) const {
-  std::string masked(text);
-  const std::string& password = settings_.g_sPWS_password;
-  ReplaceAll(masked, password, kMask);
-  ReplaceAll(masked, UrlEncode(password), kMask);
-  return masked;
+std::string SubmitBoxes::Masked(std::string_view text, std::size_t from) const {
+  const std::array<std::string_view, 2> passwords{settings_.g_sPWS_password, sent_password_};
+  return MaskSecrets(text, passwords, from);
 }
 
 void UploadReport::Failed(const std::string& why) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -9,12 +10,13 @@
 #include "base/clock.h"
 #include "base/event_list.h"
 #include "config/settings.h"
+#include "publish/secret_mask.h"
 #include "publish/tail_text.h"
 
 namespace orvalis {
 
-/// The three text boxes of the web publishing window. None of them ever holds the password: whatever goes into them
-/// has it replaced.
+/// The three text boxes of the web publishing window. None of them ever shows the password: neither the one of now nor
+/// the one that the exchange was begun with, however a server writes it.
 class SubmitBoxes {
  public:
   SubmitBoxes(const Settings& settings, const Clock& clock) : settings_(settings), clock_(clock) {}
@@ -22,10 +24,11 @@ class SubmitBoxes {
   /// `changed` is called after every change; the window shows it when it finds the time.
   void OnChanged(std::function<void()> changed) { changed_ = std::move(changed); }
 
-  /// Shows a request, or why there is none, under a caption. `text` must be made without the password.
-  void ShowRequest(std::string caption, std::string text);
+  /// Shows a request, or why there is none, under a caption.
+  void ShowRequest(std::string caption, std::string_view text);
+  /// An exchange begins, with the password of now: shows its request and clears the response.
+  void BeginExchange(std::string caption, std::string_view request);
 
-  void ClearResponse();
   /// Adds what a server sent, with every kind of line end made carriage return and line feed.
   void AddResponse(std::string_view bytes);
 
@@ -35,14 +38,12 @@ class SubmitBoxes {
   [[nodiscard]] const std::string& request_caption() const { return request_caption_; }
   [[nodiscard]] const std::string& request() const { return request_; }
   [[nodiscard]] std::uint64_t response_version() const { return response_.version(); }
-  [[nodiscard]] std::string Response() const { return Masked(response_.View()); }
+  [[nodiscard]] std::string Response() const { return Masked(response_.All(), response_.shown_from()); }
   [[nodiscard]] std::uint64_t errors_version() const { return errors_.version(); }
   [[nodiscard]] std::string_view Errors() const { return errors_.View(); }
 
-  /// What stands for the password wherever it would be seen, whatever its length.
-  static constexpr std::string_view kMask = "********";
-  /// `text` without the password, as it stands or encoded: a server may send back what it was sent.
-  [[nodiscard]] std::string Masked(std::string_view text) const;
+  /// `text` from its byte `from` on, without the passwords. To be called before anything is cut off or replaced.
+  [[nodiscard]] std::string Masked(std::string_view text, std::size_t from = 0) const;
 
  private:
   void Changed() const {
@@ -54,6 +55,7 @@ class SubmitBoxes {
   std::function<void()> changed_;
   std::string request_caption_;
   std::string request_;
+  std::string sent_password_;  ///< of the last exchange: its answer is still shown when the setting is another one
   TailText response_;
   bool after_return_ = false;  ///< the last byte of the response was a carriage return
   TailText errors_;

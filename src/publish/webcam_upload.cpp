@@ -1,9 +1,11 @@
 #include "publish/webcam_upload.h"
 
+#include <array>
 #include <exception>
 
 #include "base/run_time_error.h"
 #include "publish/http_request.h"
+#include "publish/secret_mask.h"
 #include "publish/url_helper.h"
 
 namespace orvalis {
@@ -124,18 +126,19 @@ void WebcamUpload::SendItself() {
   try {
     const FtpUpload upload = OwnUpload(parts_.folder, parts_.settings);
     picture_->SaveJpeg(upload.path);
-    sending_ = true;
-    parts_.ftp.Send(upload, [this](const std::string& failure) {
+    parts_.ftp.Send(upload, [this, password = upload.password](const std::string& failure) {
       sending_ = false;
       if (!failure.empty()) {
-        report_.Failed("the picture was not sent: " + failure);
+        // The setting may be another password by now.
+        const std::array<std::string_view, 1> sent{password};
+        report_.Failed("the picture was not sent: " + MaskSecrets(failure, sent));
         return;
       }
       parts_.boxes.AddError("the picture was sent");
       report_.Succeeded();
     });
+    sending_ = true;  // not before: whatever keeps it from being sent, the next picture has its turn
   } catch (const RunTimeError& error) {
-    sending_ = false;
     report_.Refused(error.what());
   }
 }

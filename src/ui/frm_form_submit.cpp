@@ -57,10 +57,12 @@ QScrollArea* MakeScroll(QWidget* page) {
   return scroll;
 }
 
-/// Shows `text` unless it is shown already or somebody is about to copy from it.
-void ShowText(QPlainTextEdit* box, const QString& text) {
-  if (box->textCursor().hasSelection() || box->toPlainText() == text) return;
+/// Shows `text`, unless somebody is about to copy from the box. Returns whether it is shown.
+[[nodiscard]] bool ShowText(QPlainTextEdit* box, const QString& text) {
+  if (box->toPlainText() == text) return true;
+  if (box->textCursor().hasSelection()) return false;
   box->setPlainText(text);
+  return true;
 }
 
 QString Readable(std::string_view bytes) {
@@ -208,6 +210,9 @@ NightProof<QPlainTextEdit>* frmFormSubmit::MakeBox(const char* name) {
   box->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   constexpr int kLeastLines = 3;
   box->setMinimumHeight(box->fontMetrics().lineSpacing() * (kLeastLines + 1));
+  connect(box, &QPlainTextEdit::selectionChanged, this, [this, box] {
+    if (!box->textCursor().hasSelection()) RefreshSoon();
+  });
   return box;
 }
 
@@ -339,14 +344,13 @@ void frmFormSubmit::RefreshSoon() {
 void frmFormSubmit::Refresh() {
   const SubmitBoxes& boxes = publisher_.boxes();
   request_caption_->setText(ToQString(boxes.request_caption()));
-  ShowText(request_, Readable(boxes.request()));
-  if (boxes.response_version() != response_shown_) {
+  // What cannot be shown now is shown when the selection has gone.
+  static_cast<void>(ShowText(request_, Readable(boxes.request())));
+  if (boxes.response_version() != response_shown_ && ShowText(response_, Readable(boxes.Response()))) {
     response_shown_ = boxes.response_version();
-    ShowText(response_, Readable(boxes.Response()));
   }
-  if (boxes.errors_version() != errors_shown_) {
+  if (boxes.errors_version() != errors_shown_ && ShowText(errors_, Readable(boxes.Errors()).trimmed())) {
     errors_shown_ = boxes.errors_version();
-    ShowText(errors_, Readable(boxes.Errors()).trimmed());
     errors_->verticalScrollBar()->setValue(errors_->verticalScrollBar()->maximum());
   }
 }

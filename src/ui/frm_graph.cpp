@@ -248,8 +248,8 @@ bool frmGraph::SaveValues(const QString& path) {
                      .millisecond = time.time().msec(),
                      .utc_offset_minutes = time.offsetFromUtc() / 60};
   };
-  const std::string csv =
-      HistoryCsv(parts_.recorder.Shown(), plot_->Shown(), quantities, parts_.centigrade(), local_time);
+  const std::string csv = HistoryCsv(parts_.recorder.Shown(), plot_->Shown(), quantities, parts_.centigrade(),
+                                     parts_.recorder.demo_shown() ? "demo" : "unit", local_time);
   return Save(path, QByteArray::fromStdString(csv));
 }
 

@@ -382,8 +382,13 @@ void HistoryPlot::ShowReadout() {
     QString text = curve->name() + "  ";
     std::optional<QPointF> dot;
     if (span->lowest.Knows(quantity)) {
-      const double lowest = ShownValue(quantity, span->lowest[quantity], centigrade_);
-      const double highest = ShownValue(quantity, span->highest[quantity], centigrade_);
+      const auto shown = [&](const Values& values) {
+        // The two decimals that were kept, without what a float adds to them: the panel's rounding would show it.
+        constexpr int kDecimals = 2;
+        return ShownValue(quantity, RoundToDecimals(values[quantity], kDecimals), centigrade_);
+      };
+      const double lowest = shown(span->lowest);
+      const double highest = shown(span->highest);
       const QString low = ToQString(FormatFixed(lowest, 1));
       const QString high = ToQString(FormatFixed(highest, 1));
       text += (low == high ? low : low + " to " + high) + " " + UnitOf(quantity, centigrade_);

@@ -75,14 +75,29 @@ TEST_F(HistoryRecorderTest, MadeUpValuesAreNeitherStoredNorMixedWithRealOnes) {
   }
 }
 
-TEST_F(HistoryRecorderTest, OldRowsGoAfterAnHourAndThenHourly) {
-  Connect(3500);
+TEST_F(HistoryRecorderTest, OldRowsGoAfterAnHourAndThenHourlyUnlessTheClockWasSet) {
+  const auto pass = [&](int seconds) {
+    for (int i = 0; i < seconds; ++i) {
+      ++clock.now.second;  // beyond 59, which the sum in milliseconds does not mind
+      Tick(1);
+    }
+  };
+  Connect();
+  pass(3500);
   EXPECT_TRUE(history.forgotten.empty());
-  Tick(2 * 3600);
+  pass(2 * 3600);
   ASSERT_EQ(history.forgotten.size(), 2u);
-  const std::int64_t now = UtcMilliseconds(clock.now);
-  EXPECT_EQ(now - history.forgotten[0].first, 48 * History::kHourMs);
-  EXPECT_EQ(now - history.forgotten[0].second, 400 * 24 * History::kHourMs);
+  EXPECT_EQ(history.forgotten[0].first - history.forgotten[0].second, 398 * 24 * History::kHourMs);
+  const std::int64_t kept = UtcMilliseconds(clock.now) - history.forgotten[1].first;
+  EXPECT_TRUE(kept >= 48 * History::kHourMs && kept < 49 * History::kHourMs) << kept;
+  for (const int years : {2, -2}) {
+    const std::size_t count = history.forgotten.size();
+    clock.now.year += years;
+    pass(3600);
+    EXPECT_EQ(history.forgotten.size(), count) << "set by " << years << " years";
+    pass(3600);
+    EXPECT_EQ(history.forgotten.size(), count + 1) << "right for an hour";
+  }
 }
 
 TEST_F(HistoryRecorderTest, RemembersWhatIsKnownAndWhatIsHeld) {

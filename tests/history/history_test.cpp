@@ -189,15 +189,16 @@ TEST(HistoryCsv, HasUnitsInItsHeaderAndLeavesBlankWhatIsNotKnown) {
     const int hour = seconds % 86400 / 3600 + 1;
     return CivilTime{2026, 11, 20 + seconds / 86400, hour, seconds % 3600 / 60, seconds % 60, 0, 60};
   };
-  EXPECT_EQ(HistoryCsv(history, kEver, quantities, true, local),
-            "time,until,value,verdict,sky_word,rain,held,ambient_c,wind_mph\r\n"
-            "2026-11-20T07:00:00.000+01:00,2026-11-20T07:00:02.000+01:00,lowest,safe,Clear,0,,-9.99,3.60\r\n"
-            "2026-11-20T07:00:00.000+01:00,2026-11-20T07:00:02.000+01:00,highest,safe,Clear,0,,10.50,3.60\r\n"
-            "2026-11-21T13:00:00.000+01:00,2026-11-21T13:00:00.000+01:00,reading,unsafe,Cloudy,1,ambient_c,8.25,\r\n");
-  const std::string fahrenheit = HistoryCsv(history, {.from = kNoon, .to = kNoon}, quantities, false, local);
+  EXPECT_EQ(
+      HistoryCsv(history, kEver, quantities, true, "unit", local),
+      "time,until,source,value,verdict,sky_word,rain,held,ambient_c,wind_mph\r\n"
+      "2026-11-20T07:00:00.000+01:00,2026-11-20T07:00:02.000+01:00,unit,lowest,safe,Clear,0,,-9.99,3.60\r\n"
+      "2026-11-20T07:00:00.000+01:00,2026-11-20T07:00:02.000+01:00,unit,highest,safe,Clear,0,,10.50,3.60\r\n"
+      "2026-11-21T13:00:00.000+01:00,2026-11-21T13:00:00.000+01:00,unit,reading,unsafe,Cloudy,1,ambient_c,8.25,\r\n");
+  const std::string fahrenheit = HistoryCsv(history, {.from = kNoon, .to = kNoon}, quantities, false, "demo", local);
   EXPECT_TRUE(
       fahrenheit.ends_with("ambient_f,wind_mph\r\n2026-11-21T13:00:00.000+01:00,2026-11-21T13:00:00.000+01:00,"
-                           "reading,unsafe,Cloudy,1,ambient_f,46.85,\r\n"))
+                           "demo,reading,unsafe,Cloudy,1,ambient_f,46.85,\r\n"))
       << fahrenheit;
 }
 

@@ -86,6 +86,25 @@ TEST_F(SqliteHistoryTest, WhereTheClockWasSetBackTheLaterOnesStand) {
   std::string skies;
   for (const Sample& sample : SamplesOf(history)) skies += std::to_string(std::lround(sample.values[Quantity::kSky]));
   EXPECT_EQ(skies, "12221");
+  // Of the spans, each of which replaces one with the same beginning, the older one ends where the younger begins.
+  const auto part = history.Load(0, kNoon + kHour, kNoon + kHour);
+  std::string spans;
+  for (const Span& span : part.spans) {
+    spans += std::to_string(span.first - kNoon) + "-" + std::to_string(span.last - kNoon) + ":" +
+             std::to_string(std::lround(span.highest[Quantity::kSky])) + " ";
+  }
+  EXPECT_EQ(spans, "0-999:1 1000-3000:2 5000-5000:2 ");
+}
+
+TEST_F(SqliteHistoryTest, ASpanAcrossTheLimitLeavesNoHole) {
+  std::vector<Sample> samples;
+  for (int i = 0; i < 90; ++i) samples.push_back(Reading(kNoon + 2000 * i));
+  history.Write(BatchOf(samples));
+  const auto part = history.Load(0, kNoon + 70'000, kNoon + kHour);  // in the middle of the second span
+  ASSERT_EQ(part.spans.size(), 1u);
+  EXPECT_EQ(part.spans[0].last, kNoon + 58'000);
+  ASSERT_FALSE(part.samples.empty());
+  EXPECT_EQ(part.samples.front().time, kNoon + 60'000);
 }
 
 // Each row spoils the file in another way.

@@ -51,13 +51,23 @@ class ProfileStore(Case):
         parser = self.parsed()
         self.assertEqual((parser["General"]["RainThreshold"], parser["General"]["WindThreshold"]), ("40", "40"))
 
-    def test_a_killed_writer_leaves_the_old_file_or_the_new_one(self):
+    def look_for_what_others_may_read(self):
+        for entry in os.scandir(self.profile):
+            try:
+                mode = entry.stat(follow_symlinks=False).st_mode
+            except FileNotFoundError:
+                continue
+            self.assertTrue(".ini.lock" in entry.name or not mode & 0o077, entry.name)
+
+    def test_a_killed_writer_leaves_the_old_file_or_the_new_one_and_others_read_neither(self):
         self.set("RainThreshold", "0")
         chance = random.Random(7)
         for round_number in range(1, 30):
             writer = subprocess.Popen([BIN + "/orvalis", "profile", "set", "RainThreshold", str(round_number)],
-                                      env=self.env)
-            time.sleep(chance.uniform(0, 0.06))
+                                      env=self.env, umask=0o022)
+            end = time.monotonic() + chance.uniform(0, 0.06)
+            while time.monotonic() < end:
+                self.look_for_what_others_may_read()
             writer.send_signal(signal.SIGKILL)
             writer.wait()
             parser = self.parsed()
@@ -111,6 +121,8 @@ class ProfileStore(Case):
         self.assertIn(self.file, result.stderr)
         with open(self.file, encoding="utf-8") as file:
             self.assertEqual(file.read(), before)
+        os.mkdir(self.file + ".1-1.new")  # of a program that was killed
+        open(self.file + ".1-1.new/written", "w").close()
         self.set("Top", "1")
         self.assertEqual(sorted(os.listdir(self.profile)), ["Orvalis.Weather.ini"])
 

@@ -87,7 +87,7 @@ class Readings(PublishCase):
         events = [line["event"] for line in listed if line.get("event", "").startswith("readings upload")]
         self.assertEqual(events, [
             "readings upload: the server closed the connection without an answer",
-            "readings upload: the server sends elsewhere (HTTP/1.1 302 Found), where nothing is sent",
+            "readings upload: the server sends elsewhere (status 302), where nothing is sent",
             "readings upload: works again",
             "readings upload: the former upload was ended unfinished: the next one is due",
             "readings upload: works again"])
@@ -219,6 +219,28 @@ class Window(PublishCase):
         before = frames()
         time.sleep(8)
         self.assertGreaterEqual(frames() - before, 3)
+        code, seconds = program.stop()
+        self.assertEqual(code, 0)
+        self.assertLess(seconds, 3)
+
+    def test_name_servers_that_say_nothing_do_not_hold_up_the_end(self):
+        self.quiet_night()
+        asked = self.env["SILENT_NAMES"] = os.path.join(self.folder, "asked")
+        for key, value in {"g_bAllow_PWS": "1", "g_sPWS_site": "http://service.example/",
+                           "g_lPWSUpdate_interval_index": "0", "g_bAllow_WEB": "1", "WebcamBuiltIn": "1",
+                           "g_sWEBcam_site": "webcam.example", "g_lWEBUpdate_interval_index": "0"}.items():
+            self.set(key, value)
+        self.env["LD_PRELOAD"] = os.path.join(BIN, "silent_names.so")
+        self.env["ASAN_OPTIONS"] = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
+        program = self.start()
+
+        def names():
+            if not os.path.exists(asked):
+                return set()
+            with open(asked, encoding="utf-8") as file:
+                return set(file.read().split())
+
+        self.eventually(lambda: len(names()) == 2, "both names are asked for")
         code, seconds = program.stop()
         self.assertEqual(code, 0)
         self.assertLess(seconds, 3)

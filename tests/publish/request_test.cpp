@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
 #include "base/run_time_error.h"
 #include "publish/http_request.h"
 #include "publish/pws_upload.h"
+#include "publish/secret_mask.h"
 #include "publish/url_helper.h"
 #include "publish/webcam_upload.h"
 
@@ -36,6 +38,31 @@ TEST(UrlEncode, LeavesDigitsAndLettersAlone) {
   EXPECT_EQ(UrlEncode("azAZ09"), "azAZ09");
   EXPECT_EQ(UrlEncode("2024-01-02+13:45.30.00"), "2024%2D01%2D02%2B13%3A45%2E30%2E00");
   EXPECT_EQ(UrlEncode(std::string_view("\t @[`{/\0\x0f\x10\xe9\xff", 12)), "%9%20%40%5B%60%7B%2F%0%F%10%E9%FF");
+}
+
+TEST(MaskSecrets, KnowsEveryWritingOfAPassword) {
+  struct Case {
+    const char* secret;
+    const char* text;
+    const char* masked;
+  };
+  const Case cases[] = {
+      {"a.b c", "a.b c|a.b+c|a.b%20c|a%2eb%20c|%61%2E%62%20%63|a.b-c",
+       "********|********|********|********|********|a.b-c"},
+      {"p%2Fw", "p%2Fw p%252Fw p%252fw p%2fw", "******** ******** p%252fw p%2fw"},
+      {"100%", "100% 100%25 100%2", "******** ******** ********2"},
+      {"\xc3\xa9x", "\xc3\xa9x %C3%a9x", "******** ********"},
+      {"*", "PASSWORD=********&", "PASSWORD=********&"},
+      {"aba", "ababa aba%", "******** ********%"},
+      {"", "a b", "a b"},
+  };
+  for (const Case& row : cases) {
+    const std::array<std::string_view, 2> secrets{row.secret, "other"};
+    EXPECT_EQ(MaskSecrets(row.text, secrets), row.masked) << row.text;
+  }
+  const std::array<std::string_view, 2> overlapping{"s3", "s3cr3t"};
+  EXPECT_EQ(MaskSecrets("<s3cr3t>", overlapping), "<********>");
+  EXPECT_EQ(MaskSecrets("<s3cr3t>", overlapping, 4), "********>") << "cut off within a password";
 }
 
 TEST(CloudCode, AColdSkyComesFirstThenRainThenTheDifference) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -41,6 +42,7 @@ class FakeOutside : public PanelPicture, public CommandStarter, public FtpSender
   void Start(const std::string& line) override { Note("start " + line.substr(0, line.find(".exe"))); }
   void Send(const FtpUpload& upload, Done done) override {
     Note("ftp " + upload.host + upload.folder + upload.name);
+    if (no_thread) throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
     ftp_done = std::move(done);
   }
   void Abandon() override {}
@@ -53,6 +55,7 @@ class FakeOutside : public PanelPicture, public CommandStarter, public FtpSender
   }
 
   bool fails = false;
+  bool no_thread = false;
   std::vector<std::string> calls;
   Done ftp_done;
 };

@@ -77,6 +77,7 @@ TEST_F(GraphTest, NightShowsNothingButRed) {
 }
 
 TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
+  weather.ambient_celsius = 12.45;  // as a float it is less than half a step from 12.4
   Pass(2);
   frmGraph window(TemperatureGraph(), Parts());
   window.show();
@@ -84,11 +85,11 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   HistoryPlot& plot = window.plot();
   PointAtTheMiddle(plot);
   const auto row = [&](std::size_t index) { return plot.readout().rows().at(index).text.toStdString(); };
-  EXPECT_EQ(row(3), "Ambient  5.0 °C");
+  EXPECT_EQ(row(3), "Ambient  12.5 °C");
   EXPECT_EQ(row(5), "safe, clear");
   settings.Centigrade = false;
   window.FollowSettings();
-  EXPECT_EQ(row(3), "Ambient  41.0 °F");
+  EXPECT_EQ(row(3), "Ambient  54.4 °F");
   EXPECT_EQ(plot.yAxis->label(), "Temperature (°F)");
 
   const std::string middle = row(0);
@@ -153,9 +154,10 @@ TEST_F(GraphTest, SavesWholeFilesOrSaysWhyNot) {
   const QByteArray csv = content("a.csv");
   EXPECT_EQ(csv.count('\n'), 1 + 360);
   EXPECT_TRUE(
-      csv.startsWith("time,until,value,verdict,sky_word,rain,held,sky_c,clear_sky_c,ambient_c,dew_point_c\r\n"));
+      csv.startsWith("time,until,source,value,verdict,sky_word,rain,held,sky_c,clear_sky_c,ambient_c,dew_point_c\r\n"));
   // The last one: the fake clock's time and an hour, in Berlin's winter.
   EXPECT_TRUE(csv.contains("\r\n2026-11-21T23:04:05.000+01:00,")) << csv.right(300).toStdString();
+  EXPECT_EQ(csv.count(",unit,reading,"), 360);
 
 #ifndef _WIN32
   {
@@ -166,6 +168,11 @@ TEST_F(GraphTest, SavesWholeFilesOrSaysWhyNot) {
   EXPECT_TRUE(Message(window).startsWith("Cannot save " + folder.filePath("a.csv") + ": "));
   EXPECT_EQ(reports.size(), 1u);
 #endif
+  weather.from_demo = true;
+  Pass(1);
+  window.ShowAnew();
+  EXPECT_TRUE(window.SaveValues(folder.filePath("demo.csv")));
+  EXPECT_EQ(content("demo.csv").count(",demo,reading,"), 360);
 }
 
 /// Opens the ticker to the test.

@@ -67,6 +67,7 @@ std::string Transfer(const FtpUpload& upload, std::string_view picture, std::ato
   set(CURLOPT_TIMEOUT, static_cast<long>(FtpSender::kLongestTransfer.count()));
   set(CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(kLongestConnect.count()));
   set(CURLOPT_NOSIGNAL, kYes);
+  set(CURLOPT_QUICK_EXIT, kYes);  // no waiting for a name look-up, which cannot be stopped
   set(CURLOPT_NOPROGRESS, 0L);
   set(CURLOPT_XFERINFOFUNCTION, &StopWhenAbandoned);
   set(CURLOPT_XFERINFODATA, &abandoned);

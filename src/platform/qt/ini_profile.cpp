@@ -20,6 +20,9 @@ namespace {
 /// How long another program may hold the file. Everything waits meanwhile, so it is short.
 constexpr std::chrono::milliseconds kPatience{500};
 
+/// Ends the name of the folder that a write takes place in.
+constexpr const char* kWorkshopEnd = ".new";
+
 QString ToQString(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 /// "name" at the root, "Capabilities/name" below a subkey.
@@ -125,36 +128,38 @@ void IniProfile::PrepareFolder() const {
 }
 
 void IniProfile::Replace(const Values& values) {
-  // Names of their own for each write: whatever Qt remembers of a file is never met again.
-  const QString unique =
-      path_ + "." + QString::number(QCoreApplication::applicationPid()) + "-" + QString::number(++writes_);
-  const QString written = unique + ".new";
-  const QString checked = unique + ".new-checked";
+  // Names of their own for each write: whatever Qt remembers of a file is never met again. Qt gives a new file to all
+  // readers, and its own temporary ones too, so they are written where nobody else gets in.
+  const QString workshop = path_ + "." + QString::number(QCoreApplication::applicationPid()) + "-" +
+                           QString::number(++writes_) + kWorkshopEnd;
+  const QString written = workshop + "/written";
+  const QString checked = workshop + "/checked";
   safe_file::ForgetLastError();
-  {
+  bool good = QDir().mkdir(workshop, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  int error = safe_file::LastError();
+  if (good) {
     QSettings store(written, QSettings::IniFormat);
     for (const auto& [key, value] : values) store.setValue(key, value);
     store.sync();
+    error = safe_file::LastError();
   }
-  int error = safe_file::LastError();
   // Qt does not notice every write that a full disk cut short, so what is on the disk is read back before it counts.
-  bool good = safe_file::Replace(written, checked) && ReadFile(checked) == values;
+  good = good && safe_file::Replace(written, checked) && ReadFile(checked) == values;
   if (good) {
     const QFileInfo target(path_);
     const QString name = target.isSymLink() ? target.symLinkTarget() : path_;
     good = safe_file::Flush(checked) && safe_file::KeepForOwner(checked) && safe_file::Replace(checked, name);
     error = safe_file::LastError();
   }
-  if (!good) {
-    RemoveLeftovers();
-    FailToWrite(error);
-  }
+  RemoveLeftovers();
+  if (!good) FailToWrite(error);
   safe_file::FlushNames(folder_);  // the new name is part of the folder
 }
 
 void IniProfile::RemoveLeftovers() const {
-  for (const QString& name : QDir(folder_).entryList({QFileInfo(path_).fileName() + ".*.new*"}, QDir::Files)) {
-    QFile::remove(folder_ + "/" + name);
+  const QString pattern = QFileInfo(path_).fileName() + ".*" + kWorkshopEnd;
+  for (const QString& name : QDir(folder_).entryList({pattern}, QDir::Dirs | QDir::NoSymLinks)) {
+    QDir(folder_ + "/" + name).removeRecursively();
   }
 }
 

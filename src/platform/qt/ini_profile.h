@@ -38,9 +38,9 @@ class IniProfile : public Profile {
   void Reload();
   void Write(const Values& changes);
   void PrepareFolder() const;
-  /// Writes a whole new file beside the old one and puts it in its place.
+  /// Writes a whole new file, in a folder that is the owner's alone, and puts it in the place of the old one.
   void Replace(const Values& values);
-  /// Half-written files of programs that were killed. Only who holds the lock may.
+  /// What a write leaves behind, also one of a program that was killed. Only who holds the lock may.
   void RemoveLeftovers() const;
   [[noreturn]] void FailToWrite(int error) const;
 

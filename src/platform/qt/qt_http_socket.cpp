@@ -11,6 +11,10 @@ namespace {
 /// The most that is held of what a server sends faster than it is read.
 constexpr qint64 kReadBuffer = 65'536;
 
+bool LooksUp(const QTcpSocket* socket) {
+  return socket != nullptr && socket->state() == QAbstractSocket::HostLookupState;
+}
+
 }  // namespace
 
 void QtHttpSocket::Begin(const std::string& host, std::uint16_t port, std::string request, Handlers handlers) {
@@ -29,12 +33,15 @@ void QtHttpSocket::Begin(const std::string& host, std::uint16_t port, std::strin
 void QtHttpSocket::Close() {
   QTcpSocket* const socket = std::exchange(socket_, nullptr);
   if (socket == nullptr) return;
+  look_up_left_ = look_up_left_ || LooksUp(socket);
   socket->disconnect(this);
   socket->abort();
   // It may be the one whose signal is being handled.
   socket->deleteLater();
   request_.clear();
 }
+
+bool QtHttpSocket::LeavesLookUp() const { return look_up_left_ || LooksUp(socket_); }
 
 void QtHttpSocket::Connected() {
   socket_->write(request_.data(), static_cast<qint64>(request_.size()));

@@ -17,6 +17,10 @@ class QtHttpSocket : public QObject, public HttpSocket {
   void Begin(const std::string& host, std::uint16_t port, std::string request, Handlers handlers) override;
   void Close() override;
 
+  /// Whether a look-up of a name was begun and left to itself. It runs in a thread of Qt's, cannot be stopped, and
+  /// lasts as long as the name servers say nothing; Qt waits for it at the end of the application.
+  [[nodiscard]] bool LeavesLookUp() const;
+
  private:
   void Connected();
   void ReadAll();
@@ -25,6 +29,7 @@ class QtHttpSocket : public QObject, public HttpSocket {
   QTcpSocket* socket_ = nullptr;  ///< of the exchange under way; a new one for each
   std::string request_;
   Handlers handlers_;
+  bool look_up_left_ = false;  ///< by an exchange before the one under way
 };
 
 }  // namespace orvalis

@@ -1,5 +1,6 @@
 #include "platform/sqlite/sqlite_history.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string_view>
@@ -178,6 +179,12 @@ HistoryStore::Part SqliteHistory::Load(std::int64_t spans_from, std::int64_t sam
   if (!fs::exists(file_, error) && !error) return part;
   Serve("read", [&](Database& database) {
     part = {};
+    // A span across the limit would leave a hole: its samples are read instead.
+    Statement across = database.Prepare("SELECT min(first) FROM span WHERE first >= ? AND first < ? AND last >= ?");
+    across.Bind(0, std::max(spans_from, samples_from - kSpanMs));
+    across.Bind(1, samples_from);
+    across.Bind(2, samples_from);
+    if (across.Step()) samples_from = across.Integer(0).value_or(samples_from);
     Statement spans = database.Prepare("SELECT " + SpanColumns() +
                                        " FROM span WHERE first >= ? AND first < ? AND last < ? ORDER BY first");
     spans.Bind(0, spans_from);
@@ -226,12 +233,19 @@ void SqliteHistory::Write(const Batch& batch) {
       insert.Run();
     }
     Statement clear_spans = database.Prepare("DELETE FROM span WHERE first > ? AND first <= ?");
+    // One that began before and is not over yet keeps its beginning.
+    Statement shorten_spans = database.Prepare("UPDATE span SET last = ? WHERE first > ? AND first < ? AND last >= ?");
     Statement insert_span = database.Prepare("INSERT OR REPLACE INTO span (" + SpanColumns() + ") VALUES (" +
                                              Parameters(kFirstSpanValue + 2 * kQuantities) + ")");
     for (const Span& span : batch.spans) {
       clear_spans.Bind(0, span.first);
       clear_spans.Bind(1, span.last);
       clear_spans.Run();
+      shorten_spans.Bind(0, span.first - 1);
+      shorten_spans.Bind(1, span.first - kSpanMs);
+      shorten_spans.Bind(2, span.first);
+      shorten_spans.Bind(3, span.first);
+      shorten_spans.Run();
       insert_span.Bind(0, span.first);
       insert_span.Bind(1, span.last);
       insert_span.Bind(2, span.conditions.bits());
