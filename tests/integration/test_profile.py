@@ -136,6 +136,17 @@ class ProfileStore(Case):
         self.assertEqual(code, 0)
         self.assertLess(seconds, 3)
 
+    def test_locks_that_a_power_failure_left_empty_are_taken_over(self):
+        self.set("Left", "100")
+        running = os.path.join(self.profile, "Orvalis.Weather.running")
+        for name in (self.file + ".lock", running):
+            open(name, "w").close()
+            os.utime(name, (0, time.time() - 3600))
+        self.set("Left", "200")
+        program = self.program("--headless", "--json", "--demo")
+        self.reading(program)
+        self.assertGreater(os.path.getsize(running), 0)
+
     def test_the_password_comes_in_by_standard_input_and_is_not_listed(self):
         result = self.run_program("profile", "set", "g_sPWS_password", "-", given="p4ss word\n")
         self.assertEqual(result.returncode, 0, result.stderr)

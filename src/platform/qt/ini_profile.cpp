@@ -101,7 +101,8 @@ void IniProfile::Reload() {
 void IniProfile::Write(const Values& changes) {
   PrepareFolder();
   QLockFile lock(path_ + ".lock");
-  lock.setStaleLockTime(std::chrono::milliseconds(0));  // stale when its process is gone, however old it is
+  // Stale when its process is gone; and, when a power failure left it empty, by its age. It is never held for long.
+  lock.setStaleLockTime(std::chrono::minutes(1));
   if (!lock.tryLock(kPatience)) {
     if (lock.error() != QLockFile::LockFailedError) FailToWrite(safe_file::LastError());
     throw RunTimeError(RunTimeError::kPathFileAccess, "cannot write the settings to " + Location() +

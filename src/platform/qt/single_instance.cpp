@@ -2,12 +2,14 @@
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLocalSocket>
 #include <QSysInfo>
 #include <chrono>
+#include <cstdlib>
 
 namespace orvalis {
 namespace {
@@ -29,6 +31,13 @@ QString Prepared(const QString& folder) {
   return folder;
 }
 
+/// Whether a lock's file has been there for longer than any program takes to write it.
+bool IsOld(const QLockFile& lock) {
+  constexpr qint64 kMomentMs = 10'000;
+  const QDateTime made = QFileInfo(lock.fileName()).lastModified();
+  return made.isValid() && std::abs(made.msecsTo(QDateTime::currentDateTime())) > kMomentMs;
+}
+
 }  // namespace
 
 SingleInstance::SingleInstance(const QString& profile_folder)
@@ -46,9 +55,11 @@ bool SingleInstance::Lock(std::chrono::milliseconds patience) {
   qint64 holder = 0;
   QString machine;
   QString program;
-  // The system numbers its processes anew when it starts, so a killed program may have had the number of this one.
-  const bool left_over = lock_.getLockInfo(&holder, &machine, &program) &&
-                         holder == QCoreApplication::applicationPid() && machine == QSysInfo::machineHostName();
+  const bool readable = lock_.getLockInfo(&holder, &machine, &program);
+  // The system numbers its processes anew when it starts, so a killed program may have had the number of this one; and
+  // one that was killed at the wrong moment, or a power failure, leaves a file without any number.
+  const bool left_over =
+      readable ? holder == QCoreApplication::applicationPid() && machine == QSysInfo::machineHostName() : IsOld(lock_);
   return left_over && QFile::remove(lock_.fileName()) && lock_.tryLock();
 }
 
