@@ -116,7 +116,12 @@ Program::Program(const CommandLine& line)
                 .store = history_store_,
                 .report = [this](const std::string& text) { Report(text); },
                 .remember = !line.headless}),
-      switches_({.store = store_, .settings = settings_, .link = link_, .connector = connector_, .logs = logs_}),
+      switches_({.store = store_,
+                 .settings = settings_,
+                 .link = link_,
+                 .connector = connector_,
+                 .logs = logs_,
+                 .demo_mode = [this] { return poll_.InDemoMode(); }}),
       poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
       second_timer_([this] {
         Tick("reconnecting", [this] {
@@ -161,7 +166,7 @@ Program::Program(const CommandLine& line)
                                   .leftovers = leftovers_,
                                   .started_by_user = !line.automation,
                                   .auto_connect_override = (line.headless && !line.automation) || line.port.has_value(),
-                                  .demo_override = line.demo});
+                                  .demo_mode = [this] { return poll_.InDemoMode(); }});
 }
 
 Program::~Program() = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -82,6 +83,7 @@ class ImmediateSwitches {
     SensorLink& link;
     Connector& connector;
     LogWriter& logs;
+    std::function<bool()> demo_mode;  ///< whether the run makes its values up, for whatever reason
   };
 
   explicit ImmediateSwitches(const Parts& parts) : parts_(parts) {}

@@ -173,8 +173,6 @@ class StartupTest : public test::LinkFixture {
   };
 
   Leftovers leftovers;
-  ImmediateSwitches switches{
-      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs}};
   Window window{profile.log};
   test::FakeTimer poll_timer;
   test::FakeTimer second_timer;
@@ -190,7 +188,8 @@ class StartupTest : public test::LinkFixture {
                    .second_timer = second_timer,
                    .connector = connector,
                    .logs = logs,
-                   .leftovers = leftovers}};
+                   .leftovers = leftovers,
+                   .demo_mode = [this] { return made_up; }}};
 };
 
 TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {
@@ -206,6 +205,13 @@ TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {
   EXPECT_TRUE(poll_timer.enabled && second_timer.enabled);
   EXPECT_TRUE(connector.connecting());
   EXPECT_TRUE(flags.started_by_user);
+}
+
+TEST_F(StartupTest, ConnectsNothingByItselfWhileTheValuesAreMadeUp) {
+  profile.values[{"", "AutoConnect"}] = "1";
+  made_up = true;
+  startup.Main();
+  EXPECT_FALSE(connector.connecting());
 }
 
 TEST_F(StartupTest, GoesDownInOrderWhateverFails) {

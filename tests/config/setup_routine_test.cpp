@@ -235,8 +235,6 @@ TEST_F(SetupRoutineTest, LeftoversAreClampedAfterwards) {
 }
 
 TEST_F(SetupRoutineTest, SwitchesActAtOnceAndOnFailureNotAtAll) {
-  ImmediateSwitches switches{
-      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs}};
   switches.SetAutoConnect(true);
   switches.SetDemoMode(true);
   EXPECT_EQ(profile.log, (Strings{"write /AutoConnect", "write /DemoMode"}));

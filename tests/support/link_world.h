@@ -6,6 +6,7 @@
 #include "acquisition/connector.h"
 #include "acquisition/poll_cycle.h"
 #include "acquisition/sensor_link.h"
+#include "config/setup_routine.h"
 #include "tests/support/alert_recorder.h"
 #include "tests/support/fake_event_loop.h"
 #include "tests/support/fake_serial_port.h"
@@ -61,6 +62,11 @@ struct LinkWorld {
   Alerts alerts{given, given, events};
   LogWriter logs{[this](const std::string& text) { events.Record(text); }};
   PollCycle poll{PollParts()};
+  bool made_up = false;  ///< as the command line's demo mode does it: the setting knows nothing of it
+  ImmediateSwitches switches{
+      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs, .demo_mode = [this] {
+         return made_up || poll.InDemoMode();
+       }}};
 };
 
 }  // namespace orvalis::test

@@ -172,7 +172,7 @@ TEST_F(FormSubmitTest, NoKeyIsTakenTwice) {
 TEST_F(FormSubmitTest, NothingButRedShinesAtNight) {
   frmHandBox box(panel);
   ImmediateSwitches switches(
-      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs});
+      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs, .demo_mode = {}});
   frmSetup setup(
       {.switches = switches, .ports = [] { return std::vector<SerialPortEntry>(); }, .report = {}, .version = "1"},
       &box);

@@ -70,8 +70,6 @@ class SetupDialogTest : public LinkFixture {
   int answered = 0;
   int reported = 0;
   std::vector<SerialPortEntry> ports{{"/dev/ttyUSB0", "FTDI adapter"}, {"/dev/ttyS0", ""}};
-  ImmediateSwitches switches{
-      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs}};
   frmSetup dialog{{.switches = switches,
                    .ports = [this] { return ports; },
                    .report = [this](const std::exception_ptr&) { ++reported; },
