@@ -139,7 +139,7 @@ Program::Program(const CommandLine& line)
                      .traffic = traffic_,
                      .locale = store_.locale(),
                      .demo_mode = [this] { return poll_.InDemoMode(); },
-                     .run_setup = [this](std::function<void()> closed) { RunSetupFor(std::move(closed)); },
+                     .run_setup = [this](Weather::Done closed) { RunSetupFor(std::move(closed)); },
                      .end_program = [] { QCoreApplication::exit(kExitOk); }},
       server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
                                          .record = [this](const std::string& text) { events_.Record(text); },
@@ -291,12 +291,20 @@ void Program::OpenSetup() {
 }
 
 void Program::RunSetup() {
-  Tick("running the setup", [this] { setup_routine_->Run(); });
+  std::exception_ptr failure;
+  Tick("running the setup", [&] {
+    try {
+      setup_routine_->Run();
+    } catch (...) {
+      failure = std::current_exception();  // the clients that wait for the dialog are told too
+      throw;
+    }
+  });
   if (setup_routine_->open()) return;  // it was, and came to the front
-  for (const auto& closed : std::exchange(setup_waiters_, {})) closed();
+  for (const auto& closed : std::exchange(setup_waiters_, {})) closed(failure);
 }
 
-void Program::RunSetupFor(std::function<void()> closed) {
+void Program::RunSetupFor(Weather::Done closed) {
   if (!setup_routine_) {
     throw RunTimeError(RunTimeError::kDeviceUnavailable, "There is no setup dialog: Orvalis runs without windows");
   }

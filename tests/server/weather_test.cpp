@@ -28,7 +28,7 @@ class WeatherTest : public test::LinkFixture {
             .traffic = traffic,
             .locale = {},
             .demo_mode = [this] { return settings.DemoMode == 1; },
-            .run_setup = [this](std::function<void()> closed) { setup_closed = std::move(closed); },
+            .run_setup = [this](Weather::Done closed) { setup_closed = std::move(closed); },
             .end_program = [this] { ++ended; }};
   }
 
@@ -60,7 +60,7 @@ class WeatherTest : public test::LinkFixture {
   ProgramFlags flags;
   Traffic window;
   Traffic* traffic = &window;
-  std::function<void()> setup_closed;
+  Weather::Done setup_closed;
   int ended = 0;
   Weather::Parts parts = MakeParts();
 };
@@ -261,13 +261,21 @@ TEST_F(WeatherTest, SetupReturnsWhenTheDialogIsClosed) {
   object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
   EXPECT_EQ(TakeTraffic(), "SetupDialog");
   EXPECT_FALSE(answer.number);
-  setup_closed();
+  setup_closed({});
   EXPECT_EQ(answer.number, 0);
+  EXPECT_EQ(TakeTraffic(), " (done)\r\n");
+
+  // What kept it from being shown is the client's error, and leaves the line open as every error does.
+  answer = {};
+  object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
+  setup_closed(std::make_exception_ptr(AutomationError(ErrNotImplemented, "the settings are damaged")));
+  EXPECT_EQ(answer.text, "the settings are damaged");
+  EXPECT_EQ(TakeTraffic(), "SetupDialog");
 
   answer = {};
   object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
   object.reset();
-  setup_closed();
+  setup_closed({});
   EXPECT_FALSE(answer.number);
 }
 
