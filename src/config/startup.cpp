@@ -13,10 +13,8 @@ constexpr std::int32_t kFallbackEdge = 100;
 }  // namespace
 
 void Startup::Main() {
-  Profile& profile = parts_.store.profile();
-  profile.SetDeviceType(kDeviceType);
   parts_.flags = {.started_by_user = parts_.started_by_user};
-  profile.Register(kDriverId, kDriverDescription);
+  parts_.store.Register();
   parts_.utility.Create();
   parts_.settings = parts_.store.LoadSettings();
   parts_.leftovers.Refresh(parts_.settings);

@@ -118,7 +118,8 @@ TEST_F(SettingsStoreTest, TheProfileCommandRefusesWhatATypeCannotHold) {
   std::string out;
   EXPECT_EQ(run({.verb = kGet, .key = "RainThreshold", .value = {}, .subkey = {}}, "", out), 0);
   EXPECT_EQ(out, "350\n");
-  EXPECT_TRUE(profile.values.empty()) << "looking must not write";
+  EXPECT_EQ(profile.log, (std::vector<std::string>{"type Weather", "register Orvalis.Weather Orvalis"}))
+      << "a profile may refuse a driver that it does not know; and looking must not write";
 
   const struct {
     const char* key;
