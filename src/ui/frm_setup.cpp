@@ -85,6 +85,7 @@ QBoxLayout* frmSetup::BuildFooter() {
     accept();
   });
   connect(add("cmdCancel", "Cancel"), &QPushButton::clicked, this, &QDialog::reject);
+  connect(this, &QDialog::rejected, this, [this] { bad_field_.reset(); });
   return row;
 }
 
@@ -197,8 +198,8 @@ void frmSetup::ReturnToBadInput() {
   QLineEdit* field = fields_[*bad_field_];
   for (int page = 0; page < pages_->count(); ++page) {
     if (!pages_->widget(page)->isAncestorOf(field)) continue;
-    // The user cannot mend what the basic layout hides.
-    if (pages_->widget(page) == leftovers_page_) SetAdvanced(true);
+    // The user cannot mend what the basic layout hides, and chooses no other layout by mending it.
+    pages_->setTabVisible(page, true);
     pages_->setCurrentIndex(page);
     auto* scroll = qobject_cast<QScrollArea*>(pages_->widget(page));
     // Where the box is, is known when the page was laid out.

@@ -91,7 +91,7 @@ class frmSetup : public QDialog, public SetupDialog {
   bool night_ = false;
   bool advanced_ = false;
   std::optional<QPoint> position_;        ///< where the dialog stood last
-  std::optional<std::size_t> bad_field_;  ///< since the last OK: the field whose text brings the user back
+  std::optional<std::size_t> bad_field_;  ///< since the last OK or Cancel: the field whose text brings the user back
 
   QTabWidget* pages_ = nullptr;
   QWidget* leftovers_page_ = nullptr;

@@ -118,12 +118,16 @@ TEST_F(SetupDialogTest, BadInputComesBackAsItWasTypedAndInFocus) {
   }));
   QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
   dialog.ShowMessage("invalid input in Step Time, must be > 0");
-  EXPECT_TRUE(Exec([&] {
-    EXPECT_EQ(Get<QLineEdit>("StepTime")->text(), "0");
-    EXPECT_EQ(Get<QLineEdit>("WindThreshold")->text(), " 1e");
-    EXPECT_TRUE(Get<QLineEdit>("StepTime")->isVisible());
-    EXPECT_EQ(dialog.focusWidget(), Get<QLineEdit>("StepTime"));
-  }));
+  EXPECT_FALSE(Exec(
+      [&] {
+        EXPECT_EQ(Get<QLineEdit>("StepTime")->text(), "0");
+        EXPECT_EQ(Get<QLineEdit>("WindThreshold")->text(), " 1e");
+        EXPECT_TRUE(Get<QLineEdit>("StepTime")->isVisible());
+        EXPECT_EQ(dialog.focusWidget(), Get<QLineEdit>("StepTime"));
+      },
+      "cmdCancel"));
+  EXPECT_FALSE(form.flags[advanced_mode]) << "mending it chooses no layout";
+  Exec([&] { EXPECT_FALSE(Get<QLineEdit>("StepTime")->isVisible()); });
 }
 
 TEST_F(SetupDialogTest, AdvancedShowsTheLeftovers) {
