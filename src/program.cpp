@@ -22,6 +22,8 @@
 namespace orvalis {
 namespace {
 
+constexpr std::string_view kChanging = "changing a setting";
+
 constexpr int kExitOk = 0;
 constexpr int kExitFailed = 1;
 
@@ -254,7 +256,7 @@ void Program::OpenPanel() {
   QObject::connect(form_.get(), &frmHandBox::NightThemeToggled, form_.get(), [this](bool on) {
     settings_.NightTheme = on ? 1 : 0;
     ApplyTheme();
-    Tick("keeping the night theme", [this] { store_.Write("NightTheme", settings_); });
+    Click("keeping the night theme", [this] { store_.Write("NightTheme", settings_); });
   });
   QObject::connect(form_.get(), &frmHandBox::Closing, form_.get(), [] { QCoreApplication::exit(kExitOk); });
   events_.Listen([this](const Event& event) { form_->AppendEvent(event); });
@@ -273,11 +275,11 @@ void Program::OpenPanel() {
 
 void Program::OpenSetup() {
   setup_ = std::make_unique<frmSetup>(
-      frmSetup::Parts{
-          .switches = switches_,
-          .ports = native::ListSerialPorts,
-          .report = [this](const std::exception_ptr& error) { boundary_.Report("changing a setting", error); },
-          .version = ORVALIS_VERSION},
+      frmSetup::Parts{.switches = switches_,
+                      .ports = native::ListSerialPorts,
+                      .report = [this](const std::exception_ptr& error) { boundary_.Report(kChanging, error); },
+                      .succeeded = [this] { boundary_.Succeeded(kChanging); },
+                      .version = ORVALIS_VERSION},
       form_.get());
   setup_routine_.emplace(SetupRoutine::Parts{.store = store_,
                                              .settings = settings_,
@@ -292,7 +294,7 @@ void Program::OpenSetup() {
 
 void Program::RunSetup() {
   std::exception_ptr failure;
-  Tick("running the setup", [&] {
+  Click("running the setup", [&] {
     try {
       setup_routine_->Run();
     } catch (...) {

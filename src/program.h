@@ -77,9 +77,16 @@ class Program {
   void ShutDown() noexcept;
 
  private:
+  /// A timer's work, which may go on afterwards.
   template <typename Work>
   void Tick(std::string_view doing, Work work) {
     boundary_.Run(doing, work);
+    Refresh();
+  }
+  /// A click's work, which is done then.
+  template <typename Work>
+  void Click(std::string_view doing, Work work) {
+    boundary_.RunWhole(doing, work);
     Refresh();
   }
   void Refresh();

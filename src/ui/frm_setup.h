@@ -36,6 +36,7 @@ class frmSetup : public QDialog, public SetupDialog {
     std::function<std::vector<SerialPortEntry>()> ports;
     /// Told what a switch or the list of ports threw. The dialog tells the user itself when a switch did.
     std::function<void(const std::exception_ptr&)> report;
+    std::function<void()> succeeded;  ///< told when a switch did what it is for
     QString version;
   };
   explicit frmSetup(Parts parts, QWidget* parent = nullptr);

@@ -173,9 +173,12 @@ TEST_F(FormSubmitTest, NothingButRedShinesAtNight) {
   frmHandBox box(panel);
   ImmediateSwitches switches(
       {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs, .demo_mode = {}});
-  frmSetup setup(
-      {.switches = switches, .ports = [] { return std::vector<SerialPortEntry>(); }, .report = {}, .version = "1"},
-      &box);
+  frmSetup setup({.switches = switches,
+                  .ports = [] { return std::vector<SerialPortEntry>(); },
+                  .report = {},
+                  .succeeded = {},
+                  .version = "1"},
+                 &box);
   frmFormSubmit submit(publisher, Red, &box);
   submit.Load();
   box.show();

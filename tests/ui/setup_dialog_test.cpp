@@ -69,10 +69,12 @@ class SetupDialogTest : public LinkFixture {
   std::size_t advanced_mode = 0;  ///< the layout's place among the flags
   int answered = 0;
   int reported = 0;
+  int succeeded = 0;
   std::vector<SerialPortEntry> ports{{"/dev/ttyUSB0", "FTDI adapter"}, {"/dev/ttyS0", ""}};
   frmSetup dialog{{.switches = switches,
                    .ports = [this] { return ports; },
                    .report = [this](const std::exception_ptr&) { ++reported; },
+                   .succeeded = [this] { ++succeeded; },
                    .version = "0.1.0"}};
   SetupForm form;
 };
@@ -245,9 +247,13 @@ TEST_F(SetupDialogTest, ASwitchThatFailsSaysSoAndGoesBack) {
     });
     Click("DemoMode");
     EXPECT_FALSE(Get<QCheckBox>("DemoMode")->isChecked());
+    EXPECT_EQ(succeeded, 0);
+    profile.fails = false;
+    Click("DemoMode");
   });
   EXPECT_EQ(answered, 1);
   EXPECT_EQ(reported, 1);
+  EXPECT_EQ(succeeded, 1) << "the next failure would not be listed";
 }
 
 TEST_F(SetupDialogTest, APortThatIsNotInTheListCanBeTyped) {
