@@ -15,10 +15,10 @@
 #include <stdexcept>
 #include <utility>
 
+#include "ui/logo_button.h"
 #include "ui/night_proof.h"
 #include "ui/panel_texts.h"
 #include "ui/setup_night.h"
-#include "ui/web_page.h"
 
 namespace orvalis {
 
@@ -48,22 +48,7 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
 
 QBoxLayout* frmSetup::BuildFooter() {
   auto* row = new QHBoxLayout;
-  struct Logo {
-    LogoButton::Picture picture;
-    const char* name;
-    const char* tip;
-    QUrl (*page)();
-  };
-  for (const Logo& logo :
-       {Logo{LogoButton::Picture::kStandards, "picStandards", "The standards' web site", StandardsPage},
-        Logo{LogoButton::Picture::kGuide, "picGuide", "The user's guide", DocumentationPage}}) {
-    auto* button = new LogoButton(logo.picture);
-    button->setObjectName(logo.name);
-    button->setToolTip(logo.tip);
-    button->setAccessibleName(logo.tip);
-    connect(button, &QAbstractButton::clicked, this, [this, logo] { OpenWebPage(logo.page(), this); });
-    row->addWidget(button);
-  }
+  for (LogoButton* logo : MakeLogoButtons(this)) row->addWidget(logo);
   auto* info = new QLabel("Orvalis Version " + parts_.version);
   info->setObjectName("lblDriverInfo");
   row->addWidget(info);
