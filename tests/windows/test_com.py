@@ -152,7 +152,13 @@ class Registration(WindowsCase):
         class_id = self.wine("reg", "query", key, "/ve").stdout.split()[-1]
         server = self.wine("reg", "query", r"HKLM\Software\Classes\CLSID\%s\LocalServer32" % class_id, "/ve").stdout
         self.assertIn('orvalis.exe"', server.lower())
-        ComCase.register("/RegServer")  # again, as an upgrade does
+        # Again, as an upgrade does, where this user alone had another one.
+        own = [r"HKCU\Software\Classes\CLSID\%s" % class_id, r"HKCU\Software\Classes\Orvalis.Weather"]
+        for place in own:
+            self.assertEqual(self.wine("reg", "add", place + r"\LocalServer32", "/ve", "/d", "old.exe").returncode, 0)
+        ComCase.register("/RegServer")
+        for place in own:
+            self.assertEqual(self.wine("reg", "query", place).returncode, 1, "it hides the one for all users")
         ComCase.register("-unregserver")
         self.assertEqual(self.wine("reg", "query", key).returncode, 1)
         left = self.wine("reg", "query", r"HKLM\Software\Classes\CLSID\%s" % class_id)
