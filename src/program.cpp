@@ -186,6 +186,8 @@ int Program::Run() {
   if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
   Refresh();
   history_.LoadSoon();
+  // What the start had to say is said. A panel whose picture is asked for tells why there is none.
+  if (form_ && !line_.picture) native::LeaveConsole();
   const int code = QCoreApplication::exec();
   ShutDown();
   return code;
