@@ -130,6 +130,13 @@ class StartedForAClient(ComCase):
         self.let_go(holder)
         self.wait_until(lambda: not servers(), "the program stayed without a client")
 
+    def test_that_cannot_start_ends_at_once(self):
+        with open(os.path.join(self.profile, "Orvalis.Weather.ini"), "wb") as file:
+            file.write(b"no settings at all\n[")
+        # A client gets no object; a window that asks somebody to close it would keep the program.
+        self.wine("cscript", "//nologo", SCRIPT, "Safe")
+        self.wait_until(lambda: not servers(), "the program stayed without a client")
+
     def test_a_unit_that_is_silent_is_not_connected(self):
         self.unit("--fault", "silent:1:60")
         self.assertEqual(self.script("Connected=True", "Name"),
