@@ -40,13 +40,14 @@ int RunProfile(const CommandLine& line) {
   return RunProfileCommand(line.profile, store, std::cin, std::cout, std::cerr);
 }
 
-/// Says why the program cannot run; in a window too when it was not started from a terminal, because nobody would see
-/// it otherwise.
-int FailToStart(const std::exception& error) {
+/// Says why the program cannot run; in a window too when a person started it and not from a terminal, because nobody
+/// would see it otherwise. A client waits for the end of a program that was started for it, and nobody may be there to
+/// close a window.
+int FailToStart(const std::exception& error, const CommandLine& line) {
   std::cerr << "orvalis: " << error.what() << '\n';
   const bool has_window = qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr &&
                           QGuiApplication::platformName() != "offscreen";
-  if (has_window && !native::StandardErrorIsRead())
+  if (has_window && !line.automation && !native::StandardErrorIsRead())
     QMessageBox::critical(nullptr, "Orvalis", QString::fromUtf8(error.what()));
   return kExitFailed;
 }
@@ -168,7 +169,7 @@ int Run(int argc, char** argv) {
     if (ending.leaves_look_up) EndHere(ending.exit_code);
     return ending.exit_code;
   } catch (const std::exception& error) {
-    return FailToStart(error);
+    return FailToStart(error, line);
   }
 }
 

@@ -22,6 +22,8 @@
 namespace orvalis {
 namespace {
 
+constexpr std::string_view kChanging = "changing a setting";
+
 constexpr int kExitOk = 0;
 constexpr int kExitFailed = 1;
 
@@ -116,7 +118,12 @@ Program::Program(const CommandLine& line)
                 .store = history_store_,
                 .report = [this](const std::string& text) { Report(text); },
                 .remember = !line.headless}),
-      switches_({.store = store_, .settings = settings_, .link = link_, .connector = connector_, .logs = logs_}),
+      switches_({.store = store_,
+                 .settings = settings_,
+                 .link = link_,
+                 .connector = connector_,
+                 .logs = logs_,
+                 .demo_mode = [this] { return poll_.InDemoMode(); }}),
       poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
       second_timer_([this] {
         Tick("reconnecting", [this] {
@@ -134,7 +141,7 @@ Program::Program(const CommandLine& line)
                      .traffic = traffic_,
                      .locale = store_.locale(),
                      .demo_mode = [this] { return poll_.InDemoMode(); },
-                     .run_setup = [this](std::function<void()> closed) { RunSetupFor(std::move(closed)); },
+                     .run_setup = [this](Weather::Done closed) { RunSetupFor(std::move(closed)); },
                      .end_program = [] { QCoreApplication::exit(kExitOk); }},
       server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
                                          .record = [this](const std::string& text) { events_.Record(text); },
@@ -161,7 +168,7 @@ Program::Program(const CommandLine& line)
                                   .leftovers = leftovers_,
                                   .started_by_user = !line.automation,
                                   .auto_connect_override = (line.headless && !line.automation) || line.port.has_value(),
-                                  .demo_override = line.demo});
+                                  .demo_mode = [this] { return poll_.InDemoMode(); }});
 }
 
 Program::~Program() = default;
@@ -179,6 +186,8 @@ int Program::Run() {
   if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
   Refresh();
   history_.LoadSoon();
+  // What the start had to say is said. A panel whose picture is asked for tells why there is none.
+  if (form_ && !line_.picture) native::LeaveConsole();
   const int code = QCoreApplication::exec();
   ShutDown();
   return code;
@@ -250,7 +259,7 @@ void Program::OpenPanel() {
   QObject::connect(form_.get(), &frmHandBox::NightThemeToggled, form_.get(), [this](bool on) {
     settings_.NightTheme = on ? 1 : 0;
     ApplyTheme();
-    Tick("keeping the night theme", [this] { store_.Write("NightTheme", settings_); });
+    Click("keeping the night theme", [this] { store_.Write("NightTheme", settings_); });
   });
   QObject::connect(form_.get(), &frmHandBox::Closing, form_.get(), [] { QCoreApplication::exit(kExitOk); });
   events_.Listen([this](const Event& event) { form_->AppendEvent(event); });
@@ -269,11 +278,11 @@ void Program::OpenPanel() {
 
 void Program::OpenSetup() {
   setup_ = std::make_unique<frmSetup>(
-      frmSetup::Parts{
-          .switches = switches_,
-          .ports = native::ListSerialPorts,
-          .report = [this](const std::exception_ptr& error) { boundary_.Report("changing a setting", error); },
-          .version = ORVALIS_VERSION},
+      frmSetup::Parts{.switches = switches_,
+                      .ports = native::ListSerialPorts,
+                      .report = [this](const std::exception_ptr& error) { boundary_.Report(kChanging, error); },
+                      .succeeded = [this] { boundary_.Succeeded(kChanging); },
+                      .version = ORVALIS_VERSION},
       form_.get());
   setup_routine_.emplace(SetupRoutine::Parts{.store = store_,
                                              .settings = settings_,
@@ -288,12 +297,20 @@ void Program::OpenSetup() {
 }
 
 void Program::RunSetup() {
-  Tick("running the setup", [this] { setup_routine_->Run(); });
+  std::exception_ptr failure;
+  Click("running the setup", [&] {
+    try {
+      setup_routine_->Run();
+    } catch (...) {
+      failure = std::current_exception();  // the clients that wait for the dialog are told too
+      throw;
+    }
+  });
   if (setup_routine_->open()) return;  // it was, and came to the front
-  for (const auto& closed : std::exchange(setup_waiters_, {})) closed();
+  for (const auto& closed : std::exchange(setup_waiters_, {})) closed(failure);
 }
 
-void Program::RunSetupFor(std::function<void()> closed) {
+void Program::RunSetupFor(Weather::Done closed) {
   if (!setup_routine_) {
     throw RunTimeError(RunTimeError::kDeviceUnavailable, "There is no setup dialog: Orvalis runs without windows");
   }

@@ -79,9 +79,16 @@ class Program {
   [[nodiscard]] bool LeavesLookUp() const { return http_.LeavesLookUp(); }
 
  private:
+  /// A timer's work, which may go on afterwards.
   template <typename Work>
   void Tick(std::string_view doing, Work work) {
     boundary_.Run(doing, work);
+    Refresh();
+  }
+  /// A click's work, which is done then.
+  template <typename Work>
+  void Click(std::string_view doing, Work work) {
+    boundary_.RunWhole(doing, work);
     Refresh();
   }
   void Refresh();
@@ -96,7 +103,7 @@ class Program {
   /// Runs it, or brings it to the front, for the panel's button and for clients.
   void RunSetup();
   /// The same for a client. Throws RunTimeError when there is no dialog.
-  void RunSetupFor(std::function<void()> closed);
+  void RunSetupFor(Weather::Done closed);
   void OpenTraffic();
   /// Offers the automation object. Throws RunTimeError when that fails in a program that is there for clients alone.
   void ServeClients();
@@ -150,7 +157,7 @@ class Program {
   std::unique_ptr<frmSetup> setup_;
   std::unique_ptr<GraphWindows> graphs_;
   std::optional<SetupRoutine> setup_routine_;
-  std::vector<std::function<void()>> setup_waiters_;  ///< clients that wait for the dialog to be closed
+  std::vector<Weather::Done> setup_waiters_;  ///< clients that wait for the dialog to be closed
   QPointer<frmShow> show_;
   Traffic* traffic_ = nullptr;  ///< the text of `show_` while that is open
   std::unique_ptr<frmFormSubmit> submit_;

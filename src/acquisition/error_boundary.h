@@ -22,7 +22,15 @@ class ErrorBoundary {
   /// The same work went well: a message of a former failure leaves the status line.
   void Succeeded(std::string_view doing);
 
-  /// Runs `work` and reports what it throws.
+  /// Runs `work`, which is over when it returns: reports what it throws, and otherwise says that it succeeded.
+  template <typename Work>
+  void RunWhole(std::string_view doing, Work work) {
+    Run(doing, [&] {
+      work();
+      Succeeded(doing);
+    });
+  }
+  /// Runs `work`, which may go on after it returned, and reports what it throws.
   template <typename Work>
   void Run(std::string_view doing, Work work) {
     try {

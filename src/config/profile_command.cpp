@@ -40,6 +40,7 @@ int RunProfileCommand(const ProfileCommand& command, SettingsStore& store, std::
   constexpr int kFailed = 1;
   constexpr int kNoSuchKey = 2;
   try {
+    store.Register();
     if (command.verb == ProfileCommand::Verb::kList) {
       List(store, out);
       return 0;

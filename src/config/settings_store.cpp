@@ -85,6 +85,11 @@ const SettingKey& Require(std::string_view name) {
 
 }  // namespace
 
+void SettingsStore::Register() {
+  profile_.SetDeviceType(kDeviceType);
+  profile_.Register(kDriverId, kDriverDescription);
+}
+
 bool SettingsStore::HasCurrentLayout() const { return Get(Require(kLayoutKey)) == kLayoutVersion; }
 
 void SettingsStore::EnsureLayout() {

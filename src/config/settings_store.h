@@ -17,6 +17,9 @@ class SettingsStore {
   SettingsStore(Profile& profile, std::string program_folder, NumberLocale locale)
       : profile_(profile), program_folder_(std::move(program_folder)), locale_(locale) {}
 
+  /// Makes the driver known to the profile, before anything else is asked of it: one that does not know it may refuse.
+  void Register();
+
   /// Whether the store carries the current layout; one that does not is reset as a whole.
   [[nodiscard]] bool HasCurrentLayout() const;
   /// Gives a store with another layout, or none, the stamp and every default. All former values are lost, by design.

@@ -110,7 +110,7 @@ void ImmediateSwitches::SetAutoConnect(bool on) {
   changed.AutoConnect = on ? 1 : 0;
   Store(changed, {"AutoConnect"});
   // Demo mode makes no traffic by itself.
-  if (on && !parts_.link.Connected() && parts_.settings.DemoMode != 1) parts_.connector.Connect();
+  if (on && !parts_.link.Connected() && !parts_.demo_mode()) parts_.connector.Connect();
 }
 
 void ImmediateSwitches::SetFullLog(bool on, const std::string& folder) {

@@ -91,6 +91,7 @@ class ImmediateSwitches {
     SensorLink& link;
     Connector& connector;
     LogWriter& logs;
+    std::function<bool()> demo_mode;  ///< whether the run makes its values up, for whatever reason
   };
 
   explicit ImmediateSwitches(const Parts& parts) : parts_(parts) {}

@@ -13,10 +13,8 @@ constexpr std::int32_t kFallbackEdge = 100;
 }  // namespace
 
 void Startup::Main() {
-  Profile& profile = parts_.store.profile();
-  profile.SetDeviceType(kDeviceType);
   parts_.flags = {.started_by_user = parts_.started_by_user};
-  profile.Register(kDriverId, kDriverDescription);
+  parts_.store.Register();
   parts_.utility.Create();
   parts_.settings = parts_.store.LoadSettings();
   parts_.leftovers.Refresh(parts_.settings);
@@ -27,8 +25,7 @@ void Startup::Main() {
   parts_.poll_timer.SetEnabled(true);
   // The dialog's check box is set from the setting, and what it does at once happens here as well.
   if (parts_.window != nullptr) parts_.switches.SetAutoConnect(parts_.settings.AutoConnect == 1);
-  const bool in_demo_mode = parts_.demo_override || parts_.settings.DemoMode == 1;
-  if (AutoConnect() && !in_demo_mode) parts_.connector.Connect();
+  if (AutoConnect() && !parts_.demo_mode()) parts_.connector.Connect();
   parts_.second_timer.SetEnabled(true);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "acquisition/connector.h"
 #include "acquisition/log_writer.h"
@@ -32,7 +33,7 @@ class Startup {
     Leftovers& leftovers;
     bool started_by_user = true;         ///< the platform's start mode
     bool auto_connect_override = false;  ///< connect and reconnect in this run, whatever the setting says
-    bool demo_override = false;          ///< demo mode for this run
+    std::function<bool()> demo_mode;     ///< whether the run makes its values up, for whatever reason
   };
 
   explicit Startup(const Parts& parts) : parts_(parts) {}

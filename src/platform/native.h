@@ -47,6 +47,10 @@ class Process {
 /// Whether standard output and standard error go to the same place, so that saying a thing on both says it twice.
 [[nodiscard]] bool StandardErrorIsStandardOutput();
 
+/// Lets go of the terminal that the program was started from, where its end would be the program's too. From then on
+/// nothing is said there.
+void LeaveConsole();
+
 /// The system's own store of settings, or a file in `folder` where one is asked for.
 [[nodiscard]] std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder);
 [[nodiscard]] std::unique_ptr<UtilityObject> MakeUtilityObject();

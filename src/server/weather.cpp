@@ -224,10 +224,10 @@ void Weather::Halt() {
 void Weather::SetupDialog(const Done& done) {
   const Row& row = RowOf(WeatherMember::kSetupDialog);
   Write(row.traffic, Piece::kStart, row.call);
-  parts_.run_setup([this, &row, done, alive = std::weak_ptr(alive_)] {
+  parts_.run_setup([this, &row, done, alive = std::weak_ptr(alive_)](const std::exception_ptr& error) {
     if (alive.expired()) return;
-    Write(row.traffic, Piece::kEnd, row.answer);
-    done({});
+    if (!error) Write(row.traffic, Piece::kEnd, row.answer);
+    done(error);
   });
 }
 

@@ -69,6 +69,9 @@ using WeatherValue = std::variant<bool, std::int32_t, float, double, std::string
 /// client.
 class Weather {
  public:
+  /// Gets what the call throws, or nothing.
+  using Done = std::function<void(const std::exception_ptr& error)>;
+
   struct Parts {
     ProgramFlags& flags;
     const Settings& settings;
@@ -80,12 +83,11 @@ class Weather {
     Traffic* const& traffic;  ///< the traffic window's text; null while that window is closed
     NumberLocale locale;
     std::function<bool()> demo_mode;
-    /// Runs the setup dialog, or brings the one that is open to the front; `closed` is called when it is closed.
-    std::function<void(std::function<void()> closed)> run_setup;
+    /// Runs the setup dialog, or brings the one that is open to the front; `closed` is called when it is closed, or
+    /// with the reason why it could not be shown.
+    std::function<void(Done closed)> run_setup;
     std::function<void()> end_program;
   };
-  /// Gets what the call throws, or nothing.
-  using Done = std::function<void(const std::exception_ptr& error)>;
 
   /// `parts` must outlive the object. Throws RunTimeError kOverflow when there are 32767 clients.
   explicit Weather(const Parts& parts);
@@ -102,7 +104,8 @@ class Weather {
   void SetConnected(bool value, const Done& done);
 
   void Halt();
-  /// `done` is called when the dialog is closed, and never after the object has gone.
+  /// `done` is called when the dialog is closed, or with what kept it from being shown; never after the object has
+  /// gone.
   void SetupDialog(const Done& done);
 
  private:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <vector>
 
 #include "acquisition/panel_model.h"
 #include "base/event_list.h"
@@ -20,6 +21,7 @@ namespace orvalis {
 class ConnectButton;
 class EventView;
 class FlowLayout;
+class LogoButton;
 class StatusText;
 template <typename Control>
 class NightProof;
@@ -125,6 +127,8 @@ class frmHandBox : public QWidget {
   FlowLayout* tools_ = nullptr;
   QPushButton* night_button_ = nullptr;
   QPushButton* last_tool_ = nullptr;
+  QWidget* logo_pair_ = nullptr;  ///< behind the tools
+  std::vector<LogoButton*> logos_;
   QToolButton* events_button_ = nullptr;
   EventView* events_ = nullptr;
 

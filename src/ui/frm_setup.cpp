@@ -15,10 +15,10 @@
 #include <stdexcept>
 #include <utility>
 
+#include "ui/logo_button.h"
 #include "ui/night_proof.h"
 #include "ui/panel_texts.h"
 #include "ui/setup_night.h"
-#include "ui/web_page.h"
 
 namespace orvalis {
 
@@ -48,22 +48,7 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
 
 QBoxLayout* frmSetup::BuildFooter() {
   auto* row = new QHBoxLayout;
-  struct Logo {
-    LogoButton::Picture picture;
-    const char* name;
-    const char* tip;
-    QUrl (*page)();
-  };
-  for (const Logo& logo :
-       {Logo{LogoButton::Picture::kStandards, "picStandards", "The standards' web site", StandardsPage},
-        Logo{LogoButton::Picture::kGuide, "picGuide", "The user's guide", DocumentationPage}}) {
-    auto* button = new LogoButton(logo.picture);
-    button->setObjectName(logo.name);
-    button->setToolTip(logo.tip);
-    button->setAccessibleName(logo.tip);
-    connect(button, &QAbstractButton::clicked, this, [this, logo] { OpenWebPage(logo.page(), this); });
-    row->addWidget(button);
-  }
+  for (LogoButton* logo : MakeLogoButtons(this)) row->addWidget(logo);
   auto* info = new QLabel("Orvalis Version " + parts_.version);
   info->setObjectName("lblDriverInfo");
   row->addWidget(info);
@@ -85,6 +70,7 @@ QBoxLayout* frmSetup::BuildFooter() {
     accept();
   });
   connect(add("cmdCancel", "Cancel"), &QPushButton::clicked, this, &QDialog::reject);
+  connect(this, &QDialog::rejected, this, [this] { bad_field_.reset(); });
   return row;
 }
 
@@ -204,8 +190,8 @@ void frmSetup::ReturnToBadInput() {
   QLineEdit* field = fields_[*bad_field_];
   for (int page = 0; page < pages_->count(); ++page) {
     if (!pages_->widget(page)->isAncestorOf(field)) continue;
-    // The user cannot mend what the basic layout hides.
-    if (pages_->widget(page) == leftovers_page_) SetAdvanced(true);
+    // The user cannot mend what the basic layout hides, and chooses no other layout by mending it.
+    pages_->setTabVisible(page, true);
     pages_->setCurrentIndex(page);
     auto* scroll = qobject_cast<QScrollArea*>(pages_->widget(page));
     // Where the box is, is known when the page was laid out.

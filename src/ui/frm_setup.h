@@ -36,6 +36,7 @@ class frmSetup : public QDialog, public SetupDialog {
     std::function<std::vector<SerialPortEntry>()> ports;
     /// Told what a switch or the list of ports threw. The dialog tells the user itself when a switch did.
     std::function<void(const std::exception_ptr&)> report;
+    std::function<void()> succeeded;  ///< told when a switch did what it is for
     QString version;
   };
   explicit frmSetup(Parts parts, QWidget* parent = nullptr);
@@ -92,7 +93,7 @@ class frmSetup : public QDialog, public SetupDialog {
   bool night_ = false;
   bool advanced_ = false;
   std::optional<QPoint> position_;        ///< where the dialog stood last
-  std::optional<std::size_t> bad_field_;  ///< since the last OK: the field whose text brings the user back
+  std::optional<std::size_t> bad_field_;  ///< since the last OK or Cancel: the field whose text brings the user back
 
   QTabWidget* pages_ = nullptr;
   QWidget* leftovers_page_ = nullptr;

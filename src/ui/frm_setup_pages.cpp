@@ -90,7 +90,7 @@ QWidget* frmSetup::BuildThresholdsPage() {
   SetupSection wind("Wind", page.left);
   wind.Field("WindSpeedWarn", "\"&Breeze\" above:", "mph", "The panel's word turns yellow above this speed");
   wind.Field("WindSpeedCloseD", "\"&Windy\" above:", "mph",
-             "The panel's word turns red above this speed, and it is not safe any more");
+             "The panel's word turns red above this speed; only the unit's own wind alarm makes it unsafe");
   wind.Field("WindMultiplierL", "&Multiplier:", "÷ 10", "Miles per hour for a count, in tenths: 1 to 9");
   wind.Field("WindThreshold", "Alarm abo&ve:", "counts", "Kept by the unit: its own wind alarm, 1 to 1000");
   wind.Field("WindTimerL", "Alarm t&ime:", "s", "Kept by the unit: how long its wind alarm lasts, 1 to 1000");
@@ -153,7 +153,9 @@ QWidget* frmSetup::BuildLeftoversPage() {
   const Page page = MakePage("Frame4", "Leftovers of the focuser template", Columns::kTwo);
 
   SetupSection moves("Position and steps", page.left);
-  moves.Note("The program grew from a focuser's. What is left of it\nis kept here; the weather does not depend on it.");
+  moves.Note(
+      "The program grew from a focuser's. What is left of it\nis kept here. The readings do not depend on it, but "
+      "some\nmembers that other programs ask for do: see the tool tips.");
   relative_ = new QRadioButton("Relative");
   auto* absolute = new QRadioButton("Absolute");
   absolute->setObjectName("Absolute");
@@ -163,8 +165,8 @@ QWidget* frmSetup::BuildLeftoversPage() {
   group->addButton(relative_);
   moves.Row({absolute, relative_});
   moves.Field("MaxInc", "Max increment:", "steps", "Above 0");
-  moves.Field("StepTime", "Step time:", "s", "Above 0; for \"Can tell step size\"");
-  moves.Check("chkCanStepSize", "Can tell step size", {});
+  moves.Field("StepTime", "Step time:", "s", "Above 0; other programs read it as WindSpeedWarn");
+  moves.Check("chkCanStepSize", "Can tell step size", "Other programs may call Halt only while this is on");
   moves.Checks({{"chkReverse", "Reverse"}, {"chkHalfStep", "Half step"}});
   moves.Check("chkSynchronous", "Synchronous", {});
   moves.Check("AllowAsyncWindCB", "Allow asynchronous wind", "Not while it is synchronous");
@@ -180,11 +182,12 @@ QWidget* frmSetup::BuildLeftoversPage() {
   moves.Row({reset});
 
   SetupSection temperature("Temperature compensation", page.right);
-  temperature.Check("chkCanTempComp", "Can compensate", {});
+  temperature.Check("chkCanTempComp", "Can compensate", "Other programs may read Temperature only while this is on");
   temperature.Field("TempMax", "Delta T:", "°", "Above 0");
   temperature.Field("TempSteps", "Steps for delta T:", "steps", "Above 0");
   temperature.Check("TempCompCB", "Compensate", {});
-  temperature.Check("chkCanTemp", "Can tell its temperature", {});
+  temperature.Check("chkCanTemp", "Can tell its temperature",
+                    "Other programs may read WindSpeedWarn only while this is on");
   temperature_label_ = temperature.Field("TempCur", {}, {}, {});
   temperature_label_->setObjectName("TempLabel");
   temperature.Field("TPTempOffset", "Offset:", "°", {});

@@ -50,6 +50,7 @@ void frmSetup::AskForAlertFile(std::size_t file, bool switched_on) {
 void frmSetup::Act(const std::function<void()>& action) {
   try {
     action();
+    parts_.succeeded();
   } catch (const std::exception& error) {
     parts_.report(std::current_exception());
     ShowMessage(error.what());

@@ -18,6 +18,7 @@
 #include "ui/event_view.h"
 #include "ui/flow_layout.h"
 #include "ui/frm_hand_box.h"
+#include "ui/logo_button.h"
 #include "ui/night_proof.h"
 #include "ui/status_text.h"
 #include "ui/text_fit.h"
@@ -193,6 +194,13 @@ void frmHandBox::BuildTools(QBoxLayout* column) {
     emit NightThemeToggled(on);
   });
 
+  logo_pair_ = new QWidget(body);
+  auto* pair = new QHBoxLayout(logo_pair_);
+  pair->setContentsMargins(0, 0, 0, 0);
+  logos_ = MakeLogoButtons(logo_pair_);
+  for (LogoButton* logo : logos_) pair->addWidget(logo);
+  tools_->addWidget(logo_pair_);
+
   events_button_ = Named(new QToolButton(body), "cmdEvents");
   events_button_->setCheckable(true);
   events_button_->setAutoRaise(true);
@@ -220,8 +228,8 @@ void frmHandBox::BuildFooter() {
 
 void frmHandBox::SetTabOrder() {
   QWidget* before = connect_;
-  for (QWidget* next :
-       std::initializer_list<QWidget*>{humidity_selector_, last_tool_, events_button_, events_, status_}) {
+  for (QWidget* next : std::initializer_list<QWidget*>{humidity_selector_, last_tool_, logos_.front(), logos_.back(),
+                                                       events_button_, events_, status_}) {
     setTabOrder(before, next);
     before = next;
   }
@@ -232,6 +240,10 @@ QPushButton* frmHandBox::AddToolButton(const QString& text) {
   auto* button = new QPushButton(text, scroll_->widget());
   button->setAutoDefault(false);
   tools_->addWidget(button);
+  if (logo_pair_) {  // at the end, whatever is added
+    tools_->removeWidget(logo_pair_);
+    tools_->addWidget(logo_pair_);
+  }
   if (last_tool_) setTabOrder(last_tool_, button);
   last_tool_ = button;
   FitToolButtons(PixelSize(button->font()));
@@ -292,11 +304,15 @@ void frmHandBox::Arrange() {
 
 void frmHandBox::FitToolButtons(double letter_size) {
   // Styles leave the same few pixels around a text of any size.
+  int height = 0;
   for (int i = 0; i < tools_->count(); ++i) {
-    auto* button = static_cast<QPushButton*>(tools_->itemAt(i)->widget());
+    auto* button = qobject_cast<QPushButton*>(tools_->itemAt(i)->widget());
+    if (button == nullptr) continue;
     const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
     button->setMinimumSize(text + (QSizeF(1.6, 0.8) * letter_size).toSize());
+    height = std::max(height, tools_->itemAt(i)->sizeHint().height());
   }
+  for (LogoButton* logo : logos_) logo->setFixedSize(height, height);
 }
 
 void frmHandBox::ArrangeValues() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QAbstractButton>
 #include <QComboBox>
 #include <QPushButton>
 #include <functional>
@@ -54,20 +53,6 @@ class PortBox : public NightProof<QComboBox> {
 
  private:
   Ports ports_;
-};
-
-/// A picture that leads to a web page.
-class LogoButton : public QAbstractButton {
- public:
-  enum class Picture { kStandards, kGuide };
-  explicit LogoButton(Picture picture, QWidget* parent = nullptr);
-  [[nodiscard]] QSize sizeHint() const override;
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
-
- private:
-  Picture picture_;
 };
 
 }  // namespace orvalis

@@ -182,8 +182,10 @@ TEST_F(PollCycleTest, TwoStandingErrorsAreListedOnceEach) {
     boundary.Run("reconnecting", [] { throw std::runtime_error("two"); });
   }
   EXPECT_EQ(events.events().size(), 2u);
-  boundary.Succeeded("reconnecting");
+  boundary.RunWhole("reconnecting", [] {});
   EXPECT_EQ(panel.status, "");
+  boundary.RunWhole("reconnecting", [] { throw std::runtime_error("two"); });
+  EXPECT_EQ(events.events().size(), 3u) << "it had gone well in between";
 }
 
 // Answers that piled up while the unit was stuck are old: none may be shown as the answer to a new request.

@@ -114,7 +114,8 @@ TEST_F(SettingsStoreTest, TheProfileCommandRefusesWhatATypeCannotHold) {
   std::string out;
   EXPECT_EQ(run({.verb = kGet, .key = "RainThreshold", .value = {}, .subkey = {}}, "", out), 0);
   EXPECT_EQ(out, "350\n");
-  EXPECT_TRUE(profile.values.empty()) << "looking must not write";
+  EXPECT_EQ(profile.log, (std::vector<std::string>{"type Weather", "register Orvalis.Weather Orvalis"}))
+      << "a profile may refuse a driver that it does not know; and looking must not write";
 
   const std::tuple<const char*, const char*, int> rows[] = {
       {"RainThreshold", "abc", 1},     {"RainThreshold", "99999999999", 1},
@@ -170,7 +171,8 @@ class StartupTest : public test::LinkFixture {
                    .second_timer = second_timer,
                    .connector = connector,
                    .logs = logs,
-                   .leftovers = leftovers}};
+                   .leftovers = leftovers,
+                   .demo_mode = [this] { return made_up; }}};
 };
 
 TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {
@@ -185,6 +187,13 @@ TEST_F(StartupTest, ComesUpInOrderAndConnectsWhenAsked) {
   EXPECT_TRUE(poll_timer.enabled && second_timer.enabled);
   EXPECT_TRUE(connector.connecting());
   EXPECT_TRUE(flags.started_by_user);
+}
+
+TEST_F(StartupTest, ConnectsNothingByItselfWhileTheValuesAreMadeUp) {
+  profile.values[{"", "AutoConnect"}] = "1";
+  made_up = true;
+  startup.Main();
+  EXPECT_FALSE(connector.connecting());
 }
 
 TEST_F(StartupTest, GoesDownInOrderWhateverFails) {

@@ -36,9 +36,10 @@ class ProfileStore(Case):
         self.assertEqual(parser["General"]["RainThreshold"], "500")
         self.assertEqual(parser["Capabilities"]["TempMax"], "2.5")
         self.assertEqual(stat.S_IMODE(os.stat(self.file).st_mode), 0o600)
-        os.chmod(self.file, 0o644)
-        self.set("RainThreshold", "501")
-        self.assertEqual(stat.S_IMODE(os.stat(self.file).st_mode), 0o600)
+        for value in ("500", "501"):
+            os.chmod(self.file, 0o644)
+            self.set("RainThreshold", value)
+            self.assertEqual(stat.S_IMODE(os.stat(self.file).st_mode), 0o600, value)
 
     def test_two_writers_keep_each_others_keys(self):
         self.set("Left", "1")
@@ -115,10 +116,14 @@ class ProfileStore(Case):
             signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
             resource.setrlimit(resource.RLIMIT_FSIZE, (64, 64))
 
-        result = subprocess.run([BIN + "/orvalis", "profile", "set", "Left", "200"], env=self.env, preexec_fn=no_room,
-                                capture_output=True, text=True)
+        def set_left(value):
+            return subprocess.run([BIN + "/orvalis", "profile", "set", "Left", value], env=self.env,
+                                  preexec_fn=no_room, capture_output=True, text=True)
+
+        result = set_left("200")
         self.assertEqual(result.returncode, 1)
         self.assertIn(self.file, result.stderr)
+        self.assertEqual(set_left("100").returncode, 0, "it stands there already, and needs no room")
         with open(self.file, encoding="utf-8") as file:
             self.assertEqual(file.read(), before)
         os.mkdir(self.file + ".1-1.new")  # of a program that was killed

@@ -23,7 +23,7 @@ class WeatherTest : public test::LinkFixture {
             .traffic = traffic,
             .locale = {},
             .demo_mode = [this] { return settings.DemoMode == 1; },
-            .run_setup = [this](std::function<void()> closed) { setup_closed = std::move(closed); },
+            .run_setup = [this](Weather::Done closed) { setup_closed = std::move(closed); },
             .end_program = [this] { ++ended; }};
   }
 
@@ -51,7 +51,7 @@ class WeatherTest : public test::LinkFixture {
   ProgramFlags flags;
   Traffic window;
   Traffic* traffic = &window;
-  std::function<void()> setup_closed;
+  Weather::Done setup_closed;
   int ended = 0;
   Weather::Parts parts = MakeParts();
 };
@@ -232,13 +232,21 @@ TEST_F(WeatherTest, SetupReturnsWhenTheDialogIsClosed) {
   object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
   EXPECT_EQ(TakeTraffic(), "SetupDialog");
   EXPECT_EQ(answer, "");
-  setup_closed();
+  setup_closed({});
   EXPECT_EQ(answer, "done");
+  EXPECT_EQ(TakeTraffic(), " (done)\r\n");
+
+  // What kept it from being shown is the client's error, and leaves the line open as every error does.
+  answer.clear();
+  object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
+  setup_closed(std::make_exception_ptr(AutomationError(ErrNotImplemented, "the settings are damaged")));
+  EXPECT_TRUE(answer.ends_with("the settings are damaged")) << answer;
+  EXPECT_EQ(TakeTraffic(), "SetupDialog");
 
   answer.clear();
   object->SetupDialog([&](const std::exception_ptr& error) { Keep(answer, error); });
   object.reset();
-  setup_closed();
+  setup_closed({});
   EXPECT_EQ(answer, "");
 }
 

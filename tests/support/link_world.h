@@ -61,9 +61,12 @@ struct LinkWorld {
   AlertRecorder alerted;
   Alerts alerts{alerted, alerted, events};
   LogWriter logs{[this](const std::string& text) { events.Record(text); }};
-  ImmediateSwitches switches{
-      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs}};
   PollCycle poll{PollParts()};
+  bool made_up = false;  ///< as the command line's demo mode does it: the setting knows nothing of it
+  ImmediateSwitches switches{
+      {.store = store, .settings = settings, .link = link, .connector = connector, .logs = logs, .demo_mode = [this] {
+         return made_up || poll.InDemoMode();
+       }}};
 };
 
 }  // namespace orvalis::test

@@ -166,9 +166,12 @@ TEST_F(FormSubmitTest, NoKeyIsTakenTwice) { EXPECT_EQ(KeysTakenTwice(form), "");
 // Windows of the panel get its style sheet as well, which took their own palette away.
 TEST_F(FormSubmitTest, NothingButRedShinesAtNight) {
   frmHandBox box(panel);
-  frmSetup setup(
-      {.switches = switches, .ports = [] { return std::vector<SerialPortEntry>(); }, .report = {}, .version = "1"},
-      &box);
+  frmSetup setup({.switches = switches,
+                  .ports = [] { return std::vector<SerialPortEntry>(); },
+                  .report = {},
+                  .succeeded = {},
+                  .version = "1"},
+                 &box);
   frmFormSubmit submit(publisher, Red, &box);
   submit.Load();
   box.show();

@@ -227,6 +227,11 @@ TEST_F(HandBox, LongTextsNeitherWidenTheWindowNorGetLost) {
     EXPECT_TRUE(box.rect().contains(place)) << name;
     EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << name;
   }
+  for (const char* name : {"picStandards", "picGuide"}) {
+    auto* logo = Get(name);
+    EXPECT_TRUE(logo->isVisible()) << name;
+    EXPECT_LE(logo->mapTo(&box, logo->rect().bottomRight()).x(), box.width()) << name;
+  }
   auto* button = Get<ConnectButton>("cmdConnect");
   EXPECT_GE(button->height(), button->heightForWidth(button->width()));
 }

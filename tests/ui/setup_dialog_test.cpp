@@ -75,10 +75,12 @@ class SetupDialogTest : public LinkFixture {
   std::size_t advanced_mode = 0;  ///< the layout's place among the flags
   int answered = 0;
   int reported = 0;
+  int succeeded = 0;
   std::vector<SerialPortEntry> ports{{"/dev/ttyUSB0", "FTDI adapter"}, {"/dev/ttyS0", ""}};
   frmSetup dialog{{.switches = switches,
                    .ports = [this] { return ports; },
                    .report = [this](const std::exception_ptr&) { ++reported; },
+                   .succeeded = [this] { ++succeeded; },
                    .version = "0.1.0"}};
   SetupForm form;
 };
@@ -119,12 +121,16 @@ TEST_F(SetupDialogTest, BadInputComesBackAsItWasTypedAndInFocus) {
   }));
   QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
   dialog.ShowMessage("invalid input in Step Time, must be > 0");
-  EXPECT_TRUE(Exec([&] {
-    EXPECT_EQ(Get<QLineEdit>("StepTime")->text(), "0");
-    EXPECT_EQ(Get<QLineEdit>("WindThreshold")->text(), " 1e");
-    EXPECT_TRUE(Get<QLineEdit>("StepTime")->isVisible());
-    EXPECT_EQ(dialog.focusWidget(), Get<QLineEdit>("StepTime"));
-  }));
+  EXPECT_FALSE(Exec(
+      [&] {
+        EXPECT_EQ(Get<QLineEdit>("StepTime")->text(), "0");
+        EXPECT_EQ(Get<QLineEdit>("WindThreshold")->text(), " 1e");
+        EXPECT_TRUE(Get<QLineEdit>("StepTime")->isVisible());
+        EXPECT_EQ(dialog.focusWidget(), Get<QLineEdit>("StepTime"));
+      },
+      "cmdCancel"));
+  EXPECT_FALSE(form.flags[advanced_mode]) << "mending it chooses no layout";
+  Exec([&] { EXPECT_FALSE(Get<QLineEdit>("StepTime")->isVisible()); });
 }
 
 TEST_F(SetupDialogTest, AdvancedShowsTheLeftovers) {
@@ -234,10 +240,14 @@ TEST_F(SetupDialogTest, ASwitchThatFailsSaysSoAndGoesBack) {
     });
     Click("DemoMode");
     EXPECT_FALSE(Checked("DemoMode"));
+    EXPECT_EQ(settings.DemoMode, 0);
+    EXPECT_EQ(succeeded, 0);
+    profile.fails = false;
+    Click("DemoMode");
   });
-  EXPECT_EQ(settings.DemoMode, 0);
   EXPECT_EQ(answered, 1);
   EXPECT_EQ(reported, 1);
+  EXPECT_EQ(succeeded, 1) << "the next failure would not be listed";
 }
 
 TEST_F(SetupDialogTest, APortThatIsNotInTheListCanBeTyped) {

@@ -130,6 +130,13 @@ class StartedForAClient(ComCase):
         self.let_go(holder)
         self.wait_until(lambda: not servers(), "the program stayed without a client")
 
+    def test_that_cannot_start_ends_at_once(self):
+        with open(os.path.join(self.profile, "Orvalis.Weather.ini"), "wb") as file:
+            file.write(b"no settings at all\n[")
+        # A client gets no object; a window that asks somebody to close it would keep the program.
+        self.wine("cscript", "//nologo", SCRIPT, "Safe")
+        self.wait_until(lambda: not servers(), "the program stayed without a client")
+
     def test_a_unit_that_is_silent_is_not_connected(self):
         self.unit("--fault", "silent:1:60")
         self.assertEqual(self.script("Connected=True", "Name"),
@@ -152,7 +159,13 @@ class Registration(WindowsCase):
         class_id = self.wine("reg", "query", key, "/ve").stdout.split()[-1]
         server = self.wine("reg", "query", r"HKLM\Software\Classes\CLSID\%s\LocalServer32" % class_id, "/ve").stdout
         self.assertIn('orvalis.exe"', server.lower())
-        ComCase.register("/RegServer")  # again, as an upgrade does
+        # Again, as an upgrade does, where this user alone had another one.
+        own = [r"HKCU\Software\Classes\CLSID\%s" % class_id, r"HKCU\Software\Classes\Orvalis.Weather"]
+        for place in own:
+            self.assertEqual(self.wine("reg", "add", place + r"\LocalServer32", "/ve", "/d", "old.exe").returncode, 0)
+        ComCase.register("/RegServer")
+        for place in own:
+            self.assertEqual(self.wine("reg", "query", place).returncode, 1, "it hides the one for all users")
         ComCase.register("-unregserver")
         self.assertEqual(self.wine("reg", "query", key).returncode, 1)
         left = self.wine("reg", "query", r"HKLM\Software\Classes\CLSID\%s" % class_id)

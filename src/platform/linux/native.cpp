@@ -45,6 +45,9 @@ bool StandardErrorIsStandardOutput() {
          out.st_ino == error.st_ino;
 }
 
+// A terminal's processes are in jobs here, and who starts one in the background keeps it.
+void LeaveConsole() {}
+
 std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder) {
   return std::make_unique<IniProfile>(folder ? *folder
                                              : QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));

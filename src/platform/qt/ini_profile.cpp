@@ -7,6 +7,7 @@
 #include <QLockFile>
 #include <QSettings>
 #include <QVariant>
+#include <algorithm>
 #include <chrono>
 #include <map>
 #include <optional>
@@ -99,6 +100,16 @@ void IniProfile::Reload() {
 }
 
 void IniProfile::Write(const Values& changes) {
+  Reload();
+  const auto stored = [this](const Values::value_type& change) {
+    const auto found = values_.find(change.first);
+    return found != values_.end() && found->second == change.second;
+  };
+  // A full disk must not keep the program from saying again what stands there already, as it does at each start.
+  if (std::all_of(changes.begin(), changes.end(), stored)) {
+    static_cast<void>(safe_file::KeepForOwner(path_));  // that needs no room
+    return;
+  }
   PrepareFolder();
   QLockFile lock(path_ + ".lock");
   // Stale when its process is gone; and, when a power failure left it empty, by its age. It is never held for long.

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 // Behind the types of windows.h.
+#include <io.h>
 #include <shellapi.h>
 
 #include <QCoreApplication>
@@ -64,6 +65,10 @@ std::vector<std::string> WordsOfCommandLine() {
   return arguments;
 }
 
+bool IsForSerialObject(const std::vector<std::string>& arguments) {
+  return arguments.size() == 3 && arguments[1] == kSerialObjectService;
+}
+
 /// The two programs that convert and send pictures.
 class MinimisedStarter : public CommandStarter {
  public:
@@ -82,7 +87,8 @@ class NoFtpSender : public FtpSender {
 }  // namespace
 
 Process::Process(int /*argc*/, char** /*argv*/) : arguments_(WordsOfCommandLine()) {
-  JoinConsole();
+  // The serial object's process ends with the one that it serves, not with a console.
+  if (!IsForSerialObject(arguments_)) JoinConsole();
   // A drive without a disk is an error for the program to handle, not a box for somebody who is asleep.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   CheckCom("automation cannot be used", CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
@@ -92,7 +98,7 @@ Process::~Process() { CoUninitialize(); }
 
 std::optional<int> RunService(const std::vector<std::string>& arguments) {
   if (const auto code = RunRegistration(arguments)) return code;
-  if (arguments.size() != 3 || arguments[1] != kSerialObjectService) return std::nullopt;
+  if (!IsForSerialObject(arguments)) return std::nullopt;
   return RunSerialObject(arguments[2]);
 }
 
@@ -119,6 +125,16 @@ bool StandardErrorIsStandardOutput() {
   return GetFileInformationByHandle(out, &first) != 0 && GetFileInformationByHandle(error, &second) != 0 &&
          first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
          first.nFileIndexLow == second.nFileIndexLow;
+}
+
+void LeaveConsole() {
+  // The streams first: the console's handles may be other files' soon.
+  for (std::FILE* const stream : {stdin, stdout, stderr}) {
+    const int number = _fileno(stream);
+    if (number < 0 || _isatty(number) == 0) continue;
+    static_cast<void>(std::freopen("NUL", stream == stdin ? "r" : "w", stream));
+  }
+  FreeConsole();
 }
 
 std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder) {

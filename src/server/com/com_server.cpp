@@ -87,8 +87,12 @@ class ComServer::Factory final : public IClassFactory {
 
   void Forget(WeatherObject* object) {
     std::erase(objects_, object);
-    // The program is about to end with its last client: who comes now gets a program of his own.
-    if (objects_.empty() && parts_.ends_with_last_client) Withdraw();
+    // The program is about to end with its last client: who comes now gets a program of his own, and who holds the
+    // class already is told that it stops.
+    if (objects_.empty() && parts_.ends_with_last_client) {
+      Withdraw();
+      closed_ = true;
+    }
     Release();
   }
 

@@ -136,6 +136,27 @@ void Register(const Scope& scope) {
   }
 }
 
+/// Removes what this user alone had registered and nothing of what all users have: the system's call for one user's
+/// type library is not known to leave theirs alone everywhere.
+void RemoveOwnKeys() {
+  const ClassesRoot classes(HKEY_CURRENT_USER);
+  classes.Remove(ClassPath());
+  classes.Remove(std::wstring(kProgId));
+  classes.Remove(L"TypeLib\\" + GuidText(LIBID_Orvalis));
+  classes.Remove(L"Interface\\" + GuidText(IID_IWeather));
+}
+
+/// A registration for all users must not be hidden by what this one had before.
+void RegisterInFront(const Scope& scope) {
+  Register(scope);
+  if (scope.hive != HKEY_LOCAL_MACHINE) return;
+  try {
+    RemoveOwnKeys();
+  } catch (const RunTimeError&) {
+    // The registration for all stands, and this user perhaps never had one.
+  }
+}
+
 bool IsSwitch(std::string_view argument, std::string_view name) {
   if (argument.size() != name.size() + 1 || (argument[0] != '/' && argument[0] != '-')) return false;
   return CompareStringOrdinal(Wide(argument.substr(1)).c_str(), -1, Wide(name).c_str(), -1, TRUE) == CSTR_EQUAL;
@@ -168,7 +189,7 @@ ITypeInfo* LoadWeatherType() {
 
 std::optional<int> RunRegistration(const std::vector<std::string>& arguments) {
   if (arguments.size() != 2) return std::nullopt;
-  if (IsSwitch(arguments[1], "RegServer")) return RunFor(Register, "registered");
+  if (IsSwitch(arguments[1], "RegServer")) return RunFor(RegisterInFront, "registered");
   if (IsSwitch(arguments[1], "UnregServer")) {
     // In both places: an earlier version may have been registered with other rights.
     int code = 1;
