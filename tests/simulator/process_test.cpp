@@ -35,6 +35,7 @@ class Program {
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) std::abort();
     arguments.insert(arguments.begin(), ORVALIS_UNIT_PROGRAM);
     std::vector<char*> words;
+    words.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) words.push_back(argument.data());
     words.push_back(nullptr);
     pid_ = fork();
