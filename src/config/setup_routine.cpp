@@ -33,20 +33,24 @@ void SetupRoutine::Run() {
   };
   const Paused paused(*this);
   SetupForm form = CopyIn();
-  shown_unit_ = form.unit;
-  shown_known_ = form.unit_known;
-  while (parts_.dialog.Exec(form) && !Accept(form)) {
+  shown_ = {form.unit, form.unit_known};
+  while (parts_.dialog.Exec(form)) {
+    // A unit may be connected behind a message: the boxes were not about that one, and are told of it when they are
+    // shown again.
+    const ShownUnit confirmed = shown_;
+    if (Accept(form, confirmed)) break;
+    shown_ = confirmed;
+    form.unit_known = confirmed.known;
   }
   parts_.leftovers.Refresh(parts_.settings);
   if (parts_.window != nullptr) parts_.window->SetAlwaysOnTop(parts_.settings.AlwaysOnTop);
 }
 
 void SetupRoutine::FollowUnit() {
-  const bool known = parts_.unit_known();
-  if (!open_ || (parts_.unit == shown_unit_ && known == shown_known_)) return;
-  shown_unit_ = parts_.unit;
-  shown_known_ = known;
-  parts_.dialog.ShowUnit(shown_unit_, known);
+  const ShownUnit now{parts_.unit, parts_.unit_known()};
+  if (!open_ || now == shown_) return;
+  shown_ = now;
+  parts_.dialog.ShowUnit(now.options, now.known);
 }
 
 SetupForm SetupRoutine::CopyIn() const {
@@ -78,7 +82,7 @@ bool SetupRoutine::ReadBack(SetupForm& form, Settings& settings) const {
   return true;
 }
 
-bool SetupRoutine::Accept(SetupForm& form) {
+bool SetupRoutine::Accept(SetupForm& form, const ShownUnit& shown) {
   try {
     if (!form.port.empty()) parts_.store.WriteText(kPortKey, form.port);
     Settings changed = parts_.settings;
@@ -89,12 +93,12 @@ bool SetupRoutine::Accept(SetupForm& form) {
     parts_.dialog.ShowMessage(error.what());
     return false;
   }
-  if (!shown_known_) return true;
+  if (!shown.known) return true;
   // Only what the user changed: the unit may have been connected meanwhile, and is not to be switched off by boxes that
   // were empty before it was.
   for (const SetupUnitOption& option : SetupUnitOptions()) {
     const bool wanted = form.unit.*option.member;
-    if (wanted != shown_unit_.*option.member) parts_.unit.*option.member = wanted;
+    if (wanted != shown.options.*option.member) parts_.unit.*option.member = wanted;
   }
   return true;
 }

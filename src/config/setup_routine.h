@@ -69,15 +69,22 @@ class SetupRoutine {
   [[nodiscard]] bool open() const { return open_; }
 
  private:
+  /// The unit's switches as the dialog got them.
+  struct ShownUnit {
+    UnitOptions options;
+    bool known = false;
+    [[nodiscard]] bool operator==(const ShownUnit& other) const = default;
+  };
+
   [[nodiscard]] SetupForm CopyIn() const;
   /// Reads the form into `settings`; false when the dialog has to be shown again. Replacement texts go into the form.
   bool ReadBack(SetupForm& form, Settings& settings) const;
-  /// Stores a confirmed form; false when the dialog has to be shown again.
-  bool Accept(SetupForm& form);
+  /// Stores a confirmed form, whose switches of the unit were `shown` before the user changed them; false when the
+  /// dialog has to be shown again.
+  bool Accept(SetupForm& form, const ShownUnit& shown);
 
   Parts parts_;
-  UnitOptions shown_unit_;  ///< the unit's switches as the dialog got them
-  bool shown_known_ = false;
+  ShownUnit shown_;
   bool open_ = false;
 };
 

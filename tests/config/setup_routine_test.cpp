@@ -92,13 +92,17 @@ class ScriptedDialog : public SetupDialog {
   void ShowUnit(const UnitOptions& unit, bool known) override {
     unit_shown = known ? std::optional(unit) : std::nullopt;
   }
-  void ShowMessage(std::string_view text) override { messages.emplace_back(text); }
+  void ShowMessage(std::string_view text) override {
+    messages.emplace_back(text);
+    if (behind_message) behind_message();
+  }
   void BringToFront() override { ++brought_to_front; }
 
   std::deque<Visit> visits;
   std::vector<SetupForm> shown;
   Strings messages;
   std::optional<UnitOptions> unit_shown;
+  std::function<void()> behind_message;
   int brought_to_front = 0;
 };
 
@@ -184,6 +188,37 @@ TEST_F(SetupRoutineTest, OkDoesNotSwitchOffAUnitThatCameMeanwhile) {
   }};
   routine.Run();
   EXPECT_EQ(options, (UnitOptions{.allow_heater = true, .allow_relay = true, .allow_light = true}));
+}
+
+// It comes while the dialog is open, is seen there, and bad input brings the dialog back; another one comes behind the
+// message.
+TEST_F(SetupRoutineTest, BadInputDoesNotSwitchOffAUnitEither) {
+  unit_known = false;
+  const UnitOptions came{.allow_relay = true, .allow_wind = true};
+  dialog.visits = {[&](SetupForm& form) {
+                     options = came;
+                     unit_known = true;
+                     routine.FollowUnit();
+                     form.unit = came;
+                     form.texts[FieldIndex("StepTime")] = "0";
+                     dialog.behind_message = [&] {
+                       options.allow_heater = true;
+                       routine.FollowUnit();
+                     };
+                     return true;
+                   },
+                   [&](SetupForm& form) {
+                     EXPECT_TRUE(form.unit_known);
+                     EXPECT_EQ(form.unit, came);
+                     dialog.behind_message = {};
+                     routine.FollowUnit();
+                     EXPECT_EQ(dialog.unit_shown, options) << "told anew";
+                     form.unit = options;
+                     form.texts[FieldIndex("StepTime")] = "0.5";
+                     return true;
+                   }};
+  routine.Run();
+  EXPECT_EQ(options, (UnitOptions{.allow_heater = true, .allow_relay = true, .allow_wind = true}));
 }
 
 TEST_F(SetupRoutineTest, CancelLeavesEverythingAsItWas) {
