@@ -9,14 +9,14 @@
 #include <string_view>
 #include <vector>
 
-#include "acquisition/panel_model.h"
-#include "acquisition/sensor_link.h"
 #include "base/event_list.h"
 #include "base/task.h"
+#include "panel/panel_model.h"
 #include "platform/linux/qt_serial_port.h"
 #include "platform/qt/ini_profile.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
+#include "unit/sensor_link.h"
 
 namespace orvalis {
 namespace {

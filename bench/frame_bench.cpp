@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <new>
 
-#include "acquisition/frame_interpreter.h"
 #include "config/settings_store.h"
+#include "reading/frame_interpreter.h"
 
 namespace {
 

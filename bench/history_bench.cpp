@@ -15,8 +15,8 @@
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/sqlite/sqlite_history.h"
-#include "ui/frm_graph.h"
-#include "ui/history_plot.h"
+#include "ui/graphs/frm_graph.h"
+#include "ui/graphs/history_plot.h"
 
 namespace orvalis {
 namespace {

@@ -6,10 +6,10 @@
 #include <iostream>
 #include <string>
 
-#include "acquisition/frame_interpreter.h"
 #include "config/settings_store.h"
 #include "history/history_recorder.h"
 #include "platform/sqlite/sqlite_history.h"
+#include "reading/frame_interpreter.h"
 #include "tests/support/fake_event_loop.h"
 
 namespace orvalis {

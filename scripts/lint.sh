@@ -7,7 +7,7 @@ echo "format"
 scripts/sources.sh | xargs -0 clang-format --dry-run --Werror
 
 echo "layers"
-scripts/check-layers.sh
+scripts/check-layers.py
 
 echo "clang-tidy"
 scripts/build.sh dev >/dev/null

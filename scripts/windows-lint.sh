@@ -8,6 +8,6 @@ options=(--extra-arg=--target=x86_64-w64-mingw32 --checks=-bugprone-forward-decl
 for folder in "$mingw" "$mingw/x86_64-w64-mingw32" /usr/x86_64-w64-mingw32/include; do
   options+=("--extra-arg=-isystem$folder")
 done
-printf '%s\0' src/platform/windows/*.cpp src/server/com/*.cpp |
+printf '%s\0' src/platform/windows/*.cpp src/platform/windows/com/*.cpp |
   xargs -0 -P "$(nproc)" -n 4 clang-tidy -p build/windows --quiet "${options[@]}" 2>/dev/null
 echo "windows-lint: no complaints"

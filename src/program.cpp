@@ -13,9 +13,9 @@
 #include <iostream>
 #include <system_error>
 
+#include "app/reading_lines.h"
 #include "base/path.h"
 #include "base/run_time_error.h"
-#include "headless/reading_lines.h"
 #include "platform/safe_file.h"
 #include "ui/desktop.h"
 
@@ -75,7 +75,7 @@ Program::Program(const CommandLine& line)
       utility_(native::MakeUtilityObject()),
       store_(*profile_, ProgramFolder(), UserLocale()),
       events_(clock_),
-      boundary_(panel_, events_),
+      boundary_(panel_.status, events_),
       sounds_(native::MakeSoundPlayer([this](const std::string& failure) { events_.Record(failure); })),
       programs_(native::MakeProgramStarter()),
       alerts_(*sounds_, *programs_, events_),

@@ -1,7 +1,7 @@
 #include "history/history_csv.h"
 
-#include "acquisition/conversions.h"
 #include "base/text.h"
+#include "reading/conversions.h"
 
 namespace orvalis {
 namespace {

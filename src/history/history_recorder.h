@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "acquisition/sensor_frame.h"
-#include "acquisition/weather_state.h"
 #include "base/clock.h"
 #include "base/event_loop.h"
 #include "history/history.h"
 #include "history/history_store.h"
+#include "reading/sensor_frame.h"
+#include "reading/weather_state.h"
 
 namespace orvalis {
 

@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "acquisition/sensor_frame.h"
-#include "acquisition/weather_state.h"
+#include "reading/sensor_frame.h"
+#include "reading/weather_state.h"
 
 namespace orvalis {
 

@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "acquisition/alerts.h"
-#include "acquisition/serial_port.h"
-#include "acquisition/serial_port_entry.h"
+#include "app/alerts.h"
 #include "config/profile.h"
 #include "config/utility_object.h"
 #include "publish/webcam_upload.h"
 #include "server/weather_server.h"
+#include "unit/serial_port.h"
+#include "unit/serial_port_entry.h"
 
 /// What each operating system gives in its own way. The build chooses the implementation: linux/native.cpp or
 /// windows/native.cpp.

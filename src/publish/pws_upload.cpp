@@ -2,9 +2,9 @@
 
 #include <chrono>
 
-#include "acquisition/conversions.h"
 #include "base/text.h"
 #include "publish/url_helper.h"
+#include "reading/conversions.h"
 
 namespace orvalis {
 namespace {

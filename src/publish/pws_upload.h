@@ -4,10 +4,10 @@
 #include <string_view>
 #include <vector>
 
-#include "acquisition/weather_state.h"
 #include "base/clock.h"
 #include "config/settings.h"
 #include "publish/http_request.h"
+#include "reading/weather_state.h"
 
 namespace orvalis {
 

@@ -7,15 +7,15 @@
 #include <variant>
 #include <vector>
 
-#include "acquisition/panel_model.h"
-#include "acquisition/upload_schedule.h"
-#include "acquisition/weather_state.h"
 #include "base/clock.h"
 #include "base/event_loop.h"
 #include "config/settings.h"
+#include "panel/panel_model.h"
 #include "publish/http_request.h"
 #include "publish/http_socket.h"
 #include "publish/submit_boxes.h"
+#include "publish/upload_schedule.h"
+#include "reading/weather_state.h"
 
 namespace orvalis {
 

@@ -2,12 +2,12 @@
 
 #include <string>
 
-#include "acquisition/error_boundary.h"
-#include "acquisition/upload_schedule.h"
+#include "base/error_boundary.h"
 #include "config/settings_store.h"
 #include "publish/readings_upload.h"
 #include "publish/submit_boxes.h"
 #include "publish/submit_fields.h"
+#include "publish/upload_schedule.h"
 #include "publish/webcam_upload.h"
 
 namespace orvalis {

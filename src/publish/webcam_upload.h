@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "acquisition/upload_schedule.h"
 #include "config/settings.h"
 #include "publish/submit_boxes.h"
+#include "publish/upload_schedule.h"
 
 namespace orvalis {
 

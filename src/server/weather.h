@@ -9,16 +9,16 @@
 #include <string_view>
 #include <variant>
 
-#include "acquisition/connector.h"
-#include "acquisition/log_writer.h"
-#include "acquisition/panel_model.h"
-#include "acquisition/sensor_link.h"
-#include "acquisition/weather_state.h"
+#include "app/program_flags.h"
 #include "base/text.h"
-#include "config/program_flags.h"
 #include "config/settings.h"
+#include "logs/log_writer.h"
+#include "panel/panel_model.h"
+#include "reading/weather_state.h"
 #include "server/error_constants.h"
 #include "server/traffic.h"
+#include "unit/connector.h"
+#include "unit/sensor_link.h"
 
 namespace orvalis {
 

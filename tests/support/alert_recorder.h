@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "acquisition/alerts.h"
+#include "app/alerts.h"
 #include "base/run_time_error.h"
 
 namespace orvalis::test {

@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "acquisition/serial_port.h"
 #include "base/run_time_error.h"
 #include "tests/support/fake_event_loop.h"
+#include "unit/serial_port.h"
 
 namespace orvalis::test {
 

@@ -2,15 +2,15 @@
 
 #include <string>
 
-#include "acquisition/auto_reconnect.h"
-#include "acquisition/connector.h"
-#include "acquisition/poll_cycle.h"
-#include "acquisition/sensor_link.h"
-#include "config/setup_routine.h"
+#include "app/poll_cycle.h"
+#include "app/setup_routine.h"
 #include "tests/support/alert_recorder.h"
 #include "tests/support/fake_event_loop.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/memory_profile.h"
+#include "unit/auto_reconnect.h"
+#include "unit/connector.h"
+#include "unit/sensor_link.h"
 
 namespace orvalis::test {
 
@@ -54,7 +54,7 @@ struct LinkWorld {
   PanelModel panel;
   UnitOptions options;
   EventList events{clock};
-  ErrorBoundary boundary{panel, events};
+  ErrorBoundary boundary{panel.status, events};
   SensorLink link{{.port = port, .loop = loop, .store = store, .panel = panel, .events = events, .options = options}};
   Connector connector{link, boundary};
   AutoReconnect reconnect{{.link = link, .connector = connector, .panel = panel, .events = events, .clock = clock}};

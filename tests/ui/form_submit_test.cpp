@@ -14,9 +14,9 @@
 
 #include "tests/support/publish_fixture.h"
 #include "tests/support/window_tools.h"
-#include "ui/frm_form_submit.h"
-#include "ui/frm_hand_box.h"
-#include "ui/frm_setup.h"
+#include "ui/panel/frm_hand_box.h"
+#include "ui/publishing/frm_form_submit.h"
+#include "ui/setup/frm_setup.h"
 
 namespace orvalis::test {
 namespace {

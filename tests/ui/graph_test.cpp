@@ -8,10 +8,10 @@
 #include "tests/support/full_disk.h"
 #include "tests/support/link_fixture.h"
 #include "tests/support/window_tools.h"
-#include "ui/frm_graph.h"
-#include "ui/history_plot.h"
-#include "ui/history_plot_parts.h"
-#include "ui/local_time_ticker.h"
+#include "ui/graphs/frm_graph.h"
+#include "ui/graphs/history_plot.h"
+#include "ui/graphs/history_plot_parts.h"
+#include "ui/graphs/local_time_ticker.h"
 
 namespace orvalis::test {
 namespace {

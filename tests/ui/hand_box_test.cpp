@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "tests/support/window_tools.h"
-#include "ui/connect_button.h"
-#include "ui/frm_hand_box.h"
-#include "ui/panel_texts.h"
-#include "ui/theme.h"
+#include "ui/controls/panel_texts.h"
+#include "ui/controls/theme.h"
+#include "ui/panel/connect_button.h"
+#include "ui/panel/frm_hand_box.h"
 
 namespace orvalis {
 namespace {

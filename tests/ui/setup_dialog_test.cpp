@@ -10,11 +10,11 @@
 #include <QTimer>
 #include <functional>
 
-#include "config/setup_fields.h"
+#include "app/setup_fields.h"
 #include "tests/support/link_fixture.h"
 #include "tests/support/window_tools.h"
-#include "ui/frm_setup.h"
-#include "ui/setup_pickers.h"
+#include "ui/controls/setup_pickers.h"
+#include "ui/setup/frm_setup.h"
 
 namespace orvalis::test {
 namespace {

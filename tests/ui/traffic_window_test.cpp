@@ -6,7 +6,7 @@
 #include <QPointer>
 #include <QPushButton>
 
-#include "ui/frm_show.h"
+#include "ui/traffic/frm_show.h"
 
 namespace orvalis {
 namespace {

@@ -29,7 +29,7 @@
 #include "platform/windows/registry_profile.h"
 #include "platform/windows/shell_program_starter.h"
 #include "ui/desktop.h"
-#include "ui/picture_view.h"
+#include "ui/publishing/picture_view.h"
 
 namespace orvalis {
 namespace {

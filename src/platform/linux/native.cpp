@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/linux/command_starter.h"
+#include "platform/linux/dbus/weather_service.h"
 #include "platform/linux/private_file.h"
 #include "platform/linux/qt_program_starter.h"
 #include "platform/linux/qt_serial_port.h"
@@ -16,7 +17,6 @@
 #include "platform/linux/serial_port_list.h"
 #include "platform/qt/curl_ftp_sender.h"
 #include "platform/qt/ini_profile.h"
-#include "server/dbus/weather_service.h"
 
 namespace orvalis::native {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "acquisition/alerts.h"
+#include "app/alerts.h"
 
 namespace orvalis {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "acquisition/serial_port.h"
 #include "platform/qt/receive_queue.h"
+#include "unit/serial_port.h"
 
 namespace orvalis {
 

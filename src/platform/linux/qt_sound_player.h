@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "acquisition/alerts.h"
+#include "app/alerts.h"
 
 class QSoundEffect;
 

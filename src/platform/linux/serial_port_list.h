@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "acquisition/serial_port_entry.h"
+#include "unit/serial_port_entry.h"
 
 namespace orvalis {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "acquisition/serial_port.h"
+#include "unit/serial_port.h"
 
 namespace orvalis {
 

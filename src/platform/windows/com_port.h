@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
-#include "acquisition/serial_port.h"
 #include "platform/qt/receive_queue.h"
 #include "platform/windows/handle.h"
+#include "unit/serial_port.h"
 
 namespace orvalis {
 

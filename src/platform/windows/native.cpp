@@ -14,6 +14,8 @@
 
 #include "platform/qt/ini_profile.h"
 #include "platform/safe_file.h"
+#include "platform/windows/com/com_server.h"
+#include "platform/windows/com/weather_registration.h"
 #include "platform/windows/com_port.h"
 #include "platform/windows/driver_objects.h"
 #include "platform/windows/mci_sound_player.h"
@@ -22,8 +24,6 @@
 #include "platform/windows/serial_port_list.h"
 #include "platform/windows/shell_program_starter.h"
 #include "platform/windows/windows_error.h"
-#include "server/com/com_server.h"
-#include "server/com/weather_registration.h"
 
 namespace orvalis::native {
 namespace {

@@ -13,8 +13,8 @@
 #include <string>
 #include <utility>
 
-#include "acquisition/serial_port.h"
 #include "base/run_time_error.h"
+#include "unit/serial_port.h"
 
 namespace orvalis {
 

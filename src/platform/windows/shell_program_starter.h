@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "acquisition/alerts.h"
+#include "app/alerts.h"
 
 namespace orvalis {
 

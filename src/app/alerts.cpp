@@ -1,0 +1,74 @@
+#include "app/alerts.h"
+
+#include <exception>
+#include <limits>
+#include <utility>
+
+namespace orvalis {
+namespace {
+
+/// What one kind of alert depends on.
+struct AlertRow {
+  const char* name;  ///< for a person
+  bool (*holds)(const WeatherState& weather);
+  std::int32_t Settings::*sound_switch;
+  std::string Settings::*sound_file;
+  std::int32_t Settings::*program_switch;
+  std::string Settings::*program_file;
+  /// The relay's counters go on when it is released: without repeating it sounds once per enabling of the alerts.
+  bool counts_on;
+};
+
+// In the order of Alerts::Kind.
+constexpr std::array<AlertRow, Alerts::kKinds> kRows{{
+    {"relay", [](const WeatherState& w) { return w.relay.text == "Y"; }, &Settings::g_bchkRelaySounds,
+     &Settings::g_sRelaySounds, &Settings::g_bchkRelayApp, &Settings::g_sRelayApp, true},
+    {"rain", [](const WeatherState& w) { return w.raining; }, &Settings::g_bchkRainSounds, &Settings::g_sRainSounds,
+     &Settings::g_bchkRainApp, &Settings::g_sRainApp, false},
+    {"wind", [](const WeatherState& w) { return w.wind_word.text == "Windy"; }, &Settings::g_bchkWindSounds,
+     &Settings::g_sWindSounds, &Settings::g_bchkWindApp, &Settings::g_sWindApp, false},
+    {"light", [](const WeatherState& w) { return w.light_word.text == "Day"; }, &Settings::g_bchkLightSounds,
+     &Settings::g_sLightSounds, &Settings::g_bchkLightApp, &Settings::g_sLightApp, false},
+    {"cloud", [](const WeatherState& w) { return w.cloud.text == "Cloudy"; }, &Settings::g_bchkCloudSounds,
+     &Settings::g_sCloudSounds, &Settings::g_bchkCloudApp, &Settings::g_sCloudApp, false},
+}};
+
+/// Counts one occurrence; whether it is one to act on.
+bool Count(std::int32_t& counter, bool repeats) {
+  if (counter < std::numeric_limits<std::int32_t>::max()) ++counter;
+  return repeats || counter == 1;
+}
+
+/// An alert that cannot be given is a line in the event list, and the next one is tried again.
+template <typename Give>
+void Try(const AlertRow& row, const char* what, std::string& last_failure, EventList& events, Give give) {
+  try {
+    give();
+    last_failure.clear();
+  } catch (const std::exception& error) {
+    std::string failure = std::string("the ") + row.name + " " + what + ": " + error.what();
+    if (failure == last_failure) return;
+    last_failure = std::move(failure);
+    events.Record(last_failure);
+  }
+}
+
+}  // namespace
+
+void Alerts::Check(Kind kind, const Settings& settings, const WeatherState& weather) {
+  const AlertRow& row = kRows[static_cast<std::size_t>(kind)];
+  Counters& counters = counters_[static_cast<std::size_t>(kind)];
+  const bool enabled = settings.g_bchkEnableSounds == 1;
+  const bool holds = row.holds(weather);
+  if (row.counts_on ? !enabled : !holds) counters = {};
+  if (!enabled || !holds) return;
+
+  if (settings.*row.sound_switch == 1 && Count(counters.sound, settings.g_bchkRepeatSounds == 1)) {
+    Try(row, "sound", counters.sound_failure, events_, [&] { sounds_.Play(settings.*row.sound_file); });
+  }
+  if (settings.*row.program_switch == 1 && Count(counters.program, settings.g_bchkRepeatApp == 1)) {
+    Try(row, "program", counters.program_failure, events_, [&] { programs_.Start(settings.*row.program_file); });
+  }
+}
+
+}  // namespace orvalis

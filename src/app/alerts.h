@@ -1,0 +1,59 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "base/event_list.h"
+#include "config/settings.h"
+#include "reading/weather_state.h"
+
+namespace orvalis {
+
+/// Plays the alerts' sounds.
+class SoundPlayer {
+ public:
+  virtual ~SoundPlayer() = default;
+  /// Stops what is playing and plays the file at `path`, without waiting for its end. Throws RunTimeError
+  /// kFileNotFound for a missing file and kDeviceUnavailable on a machine without sound.
+  virtual void Play(const std::string& path) = 0;
+};
+
+/// Starts the alerts' programs.
+class ProgramStarter {
+ public:
+  virtual ~ProgramStarter() = default;
+  /// Starts the program or script at `path`, with no shell in between, and forgets it. Throws RunTimeError
+  /// kFileNotFound or kPermissionDenied.
+  virtual void Start(const std::string& path) = 0;
+};
+
+/// A sound and a program for each of five conditions, each as often as the user wants: once when the condition begins,
+/// or in every working cycle as long as it holds.
+class Alerts {
+ public:
+  enum class Kind { kRelay, kRain, kWind, kLight, kCloud };
+  static constexpr std::size_t kKinds = 5;
+
+  Alerts(SoundPlayer& sounds, ProgramStarter& programs, EventList& events)
+      : sounds_(sounds), programs_(programs), events_(events) {}
+
+  /// Once in each working cycle, when the condition of `kind` has been found.
+  void Check(Kind kind, const Settings& settings, const WeatherState& weather);
+
+ private:
+  struct Counters {
+    std::int32_t sound = 0;
+    std::int32_t program = 0;
+    std::string sound_failure;  ///< as listed last: one that comes again each cycle is listed once
+    std::string program_failure;
+  };
+
+  SoundPlayer& sounds_;
+  ProgramStarter& programs_;
+  EventList& events_;
+  std::array<Counters, kKinds> counters_{};
+};
+
+}  // namespace orvalis

@@ -1,0 +1,167 @@
+#include "app/poll_cycle.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace orvalis {
+namespace {
+
+constexpr std::int16_t kTicksPerCycle = 2;
+constexpr std::int16_t kLongestCount = std::numeric_limits<std::int16_t>::max();
+constexpr std::string_view kPolling = "polling the unit";
+
+}  // namespace
+
+PollCycle::PollCycle(const Parts& parts) : parts_(parts), last_frame_tick_(parts.loop.TickCount()) {}
+
+void PollCycle::Poll() {
+  RaiseCounters();
+  WatchStaleness();
+  if (counters_.divider.ticks() < kTicksPerCycle || cycle_.running()) return;
+  counters_.divider.Reset();
+  cycle_.Start(WorkingCycle(), [this](const std::exception_ptr& error) {
+    if (error) parts_.boundary.Report(kPolling, error);
+  });
+}
+
+Task<> PollCycle::WorkingCycle() {
+  ++sample_count_;
+  TakeBackDemoVerdict();
+  if (!InDemoMode() && parts_.link.Ready()) co_await parts_.link.PushSettings(parts_.settings);
+  const Source source = co_await NextFrame();
+  if (source == Source::kNone) co_return;
+  BeginAnewAfterAGap(source);
+  ReadSwitches();
+  ReadRainLightAndWind();
+  Convert();
+  ShowFresh();
+  parts_.alerts.Check(Alerts::Kind::kCloud, parts_.settings, parts_.weather);
+  StartUploads();
+  WriteLogs();
+  for (const Listener& listener : listeners_) listener(frame_);
+  parts_.boundary.Succeeded(kPolling);
+}
+
+Task<PollCycle::Source> PollCycle::NextFrame() {
+  if (InDemoMode()) {
+    frame_ = demo_.Next(counters_.demo_line);
+    co_return Source::kDemo;
+  }
+  counters_.demo_line.Reset();
+  // A unit that was switched off may answer again at any moment, so there is no limit to the asking.
+  while (parts_.link.Ready() && !InDemoMode()) {
+    const SensorLink::FrameResult result = co_await parts_.link.RequestFrame(frame_);
+    if (result == SensorLink::FrameResult::kComplete) co_return Source::kUnit;
+    if (result == SensorLink::FrameResult::kEnded) break;
+  }
+  co_return Source::kNone;
+}
+
+void PollCycle::TakeBackDemoVerdict() {
+  if (InDemoMode() || source_ != Source::kDemo) return;
+  source_ = Source::kNone;
+  parts_.weather.unsafe_indicator = WeatherState::kNoVerdict;
+  parts_.panel.safe.reset();
+}
+
+void PollCycle::BeginAnewAfterAGap(Source source) {
+  // Averages of last evening, or of made-up values, mixed with readings of now would look fresh and be wrong.
+  // The clock is asked too: the machine may have slept since the last tick.
+  const bool on_time = parts_.loop.TickCount() - last_frame_tick_ < std::int64_t{kStaleSeconds} * 1000;
+  const bool continues = source == source_ && !parts_.panel.stale && on_time;
+  source_ = source;
+  if (continues) return;
+  interpreter_ = {};
+  parts_.weather.ForgetAverages();
+}
+
+void PollCycle::ReadSwitches() {
+  parts_.weather.from_demo = source_ == Source::kDemo;
+  FrameInterpreter::ReadSwitches(frame_, parts_.weather);
+  parts_.panel.safe = parts_.weather.unsafe_indicator == 0;
+  parts_.alerts.Check(Alerts::Kind::kRelay, parts_.settings, parts_.weather);
+}
+
+void PollCycle::ReadRainLightAndWind() {
+  if (counters_.gust_block.ticks() >= WindFigures::kGustBlockTicks) {
+    counters_.gust_block.Reset();
+    interpreter_.BeginGustBlock();
+  }
+  interpreter_.ReadRainLightAndWind(frame_, parts_.settings, parts_.weather);
+  using enum Alerts::Kind;
+  for (const Alerts::Kind kind : {kRain, kWind, kLight}) parts_.alerts.Check(kind, parts_.settings, parts_.weather);
+}
+
+void PollCycle::Convert() {
+  frame_without_meaning_ = true;
+  const bool averaged =
+      interpreter_.Interpret(frame_, parts_.settings, TakeHumiditySelector(parts_.panel), parts_.weather);
+  frame_without_meaning_ = false;
+  ShowReadings(parts_.weather, parts_.settings.Centigrade, parts_.locale, parts_.panel);
+  parts_.panel.averaging =
+      AveragingText(averaged, interpreter_.samples_taken(), parts_.settings.TempsAvgCount, parts_.panel.ambient);
+}
+
+void PollCycle::ShowFresh() {
+  if (stale_reported_) {
+    stale_reported_ = false;
+    parts_.events.Record("fresh again: complete frames are coming in");
+    parts_.panel.status = "Complete frames are coming in again";
+  }
+  counters_.since_frame.Reset();
+  last_frame_tick_ = parts_.loop.TickCount();
+  parts_.panel.stale = false;
+  parts_.panel.fresh_at = parts_.clock.LocalNow();
+}
+
+void PollCycle::StartUploads() {
+  for (UploadSchedule* upload : parts_.uploads) {
+    if (upload != nullptr) upload->Work(parts_.boundary);
+  }
+}
+
+void PollCycle::WriteLogs() {
+  parts_.logs.Write({.time = parts_.clock.LocalNow(),
+                     .weather = parts_.weather,
+                     .frame = frame_,
+                     .seconds_since_frame = seconds_since_frame()},
+                    parts_.settings, parts_.loop.TickCount());
+}
+
+void PollCycle::RaiseCounters() {
+  counters_.divider.RaiseUpTo(kTicksPerCycle);
+  counters_.demo_line.RaiseUpTo(DemoFeed::kTicksPerLine);
+  counters_.gust_block.RaiseUpTo(WindFigures::kGustBlockTicks);
+  counters_.since_frame.RaiseUpTo(kLongestCount);
+  for (UploadSchedule* upload : parts_.uploads) {
+    if (upload != nullptr) upload->Tick();
+  }
+}
+
+void PollCycle::WatchStaleness() {
+  // Ticks are not delivered while the machine sleeps or the timer is paused; the values age all the same.
+  const std::int64_t now = parts_.loop.TickCount();
+  const std::int64_t elapsed = (now - last_frame_tick_) / 1000;
+  while (counters_.since_frame.ticks() < std::min<std::int64_t>(elapsed, kLongestCount)) counters_.since_frame.Raise();
+  if (!parts_.link.Ready()) {
+    ready_since_.reset();
+  } else if (!ready_since_ || session_ != parts_.link.session()) {
+    ready_since_ = now;
+    session_ = parts_.link.session();
+    stale_reported_ = false;  // a new connection's silence is news again
+  }
+  if (counters_.since_frame.ticks() < kStaleSeconds) return;
+  parts_.panel.stale = true;
+  // A link that was opened a moment ago gets its time first.
+  const bool answer_due = ready_since_ && now - *ready_since_ >= std::int64_t{kStaleSeconds} * 1000;
+  if (stale_reported_ || !answer_due) return;
+  stale_reported_ = true;
+  const std::string since =
+      parts_.panel.fresh_at ? "since " + FormatTimeOfDay(*parts_.panel.fresh_at) : "since the start";
+  const std::string lacking = frame_without_meaning_ ? "reading that makes sense" : "complete frame";
+  parts_.events.Record("stale: no " + lacking + " " + since);
+  parts_.panel.status = "No " + lacking + " from the unit " + since;
+}
+
+}  // namespace orvalis

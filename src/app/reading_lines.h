@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "base/clock.h"
+#include "base/event_list.h"
+#include "reading/sensor_frame.h"
+#include "reading/weather_state.h"
+
+namespace orvalis {
+
+/// What the headless program says after one working cycle.
+struct Reading {
+  CivilTime time;
+  const WeatherState& weather;
+  const SensorFrame& frame;
+  bool connected = false;
+};
+
+// One line each, without a line end. Numbers always have a point; a temperature that is not known yet is "-" in the
+// text and null in JSON. docs/guide.md lists the JSON fields.
+
+[[nodiscard]] std::string ReadingText(const Reading& reading);
+[[nodiscard]] std::string ReadingJson(const Reading& reading);
+[[nodiscard]] std::string EventText(const Event& event);
+[[nodiscard]] std::string EventJson(const Event& event);
+
+}  // namespace orvalis

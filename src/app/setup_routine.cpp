@@ -1,0 +1,145 @@
+#include "app/setup_routine.h"
+
+#include <algorithm>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+namespace {
+
+constexpr const char* kPortKey = "COM Port";
+constexpr const char* kDefaultPort = "2";
+
+}  // namespace
+
+void SetupRoutine::Run() {
+  if (open_) {
+    parts_.dialog.BringToFront();
+    return;
+  }
+  // Whatever happens below, the polling goes on afterwards.
+  struct Paused {
+    SetupRoutine& routine;
+    explicit Paused(SetupRoutine& r) : routine(r) {
+      routine.open_ = true;
+      routine.parts_.poll_timer.SetEnabled(false);
+    }
+    Paused(const Paused&) = delete;
+    Paused& operator=(const Paused&) = delete;
+    ~Paused() {
+      routine.parts_.poll_timer.SetEnabled(true);
+      routine.open_ = false;
+    }
+  };
+  const Paused paused(*this);
+  SetupForm form = CopyIn();
+  shown_ = {form.unit, form.unit_known};
+  while (parts_.dialog.Exec(form)) {
+    // A unit may be connected behind a message: the boxes were not about that one, and are told of it when they are
+    // shown again.
+    const ShownUnit confirmed = shown_;
+    if (Accept(form, confirmed)) break;
+    shown_ = confirmed;
+    form.unit_known = confirmed.known;
+  }
+  parts_.leftovers.Refresh(parts_.settings);
+  if (parts_.window != nullptr) parts_.window->SetAlwaysOnTop(parts_.settings.AlwaysOnTop);
+}
+
+void SetupRoutine::FollowUnit() {
+  const ShownUnit now{parts_.unit, parts_.unit_known()};
+  if (!open_ || now == shown_) return;
+  shown_ = now;
+  parts_.dialog.ShowUnit(now.options, now.known);
+}
+
+SetupForm SetupRoutine::CopyIn() const {
+  const Settings& settings = parts_.settings;
+  SetupForm form;
+  for (const SetupField& field : SetupFields()) {
+    form.texts.push_back(SetupFieldText(field, settings, parts_.store.locale()));
+  }
+  for (const SetupFlag& flag : SetupFlags()) form.flags.push_back(flag.Get(settings));
+  for (const SetupFile& file : SetupFiles()) form.files.push_back(settings.*file.path);
+  form.unit = parts_.unit;
+  form.unit_known = parts_.unit_known();
+  form.port = parts_.store.Get(*FindSettingKey(kPortKey));
+  if (form.port.empty()) form.port = kDefaultPort;
+  return form;
+}
+
+bool SetupRoutine::ReadBack(SetupForm& form, Settings& settings) const {
+  for (std::size_t i = 0; i < SetupFields().size(); ++i) {
+    const SetupField& field = SetupFields()[i];
+    const SetupReading reading = ReadSetupField(field, form.texts[i], parts_.store.locale());
+    if (!reading.message.empty()) parts_.dialog.ShowMessage(reading.message);
+    if (!reading.replacement_text.empty()) form.texts[i] = reading.replacement_text;
+    if (reading.IsSentinel()) return false;
+    StoreSetupField(field, reading.value, settings);
+  }
+  for (std::size_t i = 0; i < SetupFlags().size(); ++i) SetupFlags()[i].Set(form.flags[i], settings);
+  for (std::size_t i = 0; i < SetupFiles().size(); ++i) settings.*SetupFiles()[i].path = form.files[i];
+  return true;
+}
+
+bool SetupRoutine::Accept(SetupForm& form, const ShownUnit& shown) {
+  try {
+    if (!form.port.empty()) parts_.store.WriteText(kPortKey, form.port);
+    Settings changed = parts_.settings;
+    if (!ReadBack(form, changed)) return false;
+    parts_.store.SaveSetupSettings(changed);
+    parts_.settings = changed;
+  } catch (const RunTimeError& error) {
+    parts_.dialog.ShowMessage(error.what());
+    return false;
+  }
+  if (!shown.known) return true;
+  // Only what the user changed: the unit may have been connected meanwhile, and is not to be switched off by boxes that
+  // were empty before it was.
+  for (const SetupUnitOption& option : SetupUnitOptions()) {
+    const bool wanted = form.unit.*option.member;
+    if (wanted != shown.options.*option.member) parts_.unit.*option.member = wanted;
+  }
+  return true;
+}
+
+void ImmediateSwitches::SetDemoMode(bool on) {
+  Settings changed = parts_.settings;
+  changed.DemoMode = on ? 1 : 0;
+  Store(changed, {"DemoMode"});
+}
+
+void ImmediateSwitches::SetAutoConnect(bool on) {
+  Settings changed = parts_.settings;
+  changed.AutoConnect = on ? 1 : 0;
+  Store(changed, {"AutoConnect"});
+  // Demo mode makes no traffic by itself.
+  if (on && !parts_.link.Connected() && !parts_.demo_mode()) parts_.connector.Connect();
+}
+
+void ImmediateSwitches::SetFullLog(bool on, const std::string& folder) {
+  SetLog({&Settings::g_lFullLog, &Settings::g_sFullLogPath, "g_lFullLog", "g_sFullLogPath"}, on, folder);
+  parts_.logs.CloseFullLog();
+  parts_.logs.OpenFullLog(parts_.settings);
+}
+
+void ImmediateSwitches::SetOneLineLog(bool on, const std::string& folder) {
+  SetLog({&Settings::g_lOneLineLog, &Settings::g_sOneLineLogPath, "g_lOneLineLog", "g_sOneLineLogPath"}, on, folder);
+}
+
+void ImmediateSwitches::SetLog(const LogSettings& log, bool on, const std::string& folder) {
+  Settings changed = parts_.settings;
+  changed.*log.enabled = on ? 1 : 0;
+  if (!on) return Store(changed, {log.enabled_key});
+  changed.*log.folder = folder;
+  Store(changed, {log.enabled_key, log.folder_key});
+}
+
+void ImmediateSwitches::Store(const Settings& changed, std::initializer_list<std::string_view> keys) {
+  Profile::Batch batch(parts_.store.profile());
+  for (const std::string_view key : keys) parts_.store.Write(key, changed);
+  batch.Commit();
+  parts_.settings = changed;
+}
+
+}  // namespace orvalis

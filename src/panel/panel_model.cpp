@@ -1,0 +1,54 @@
+#include "panel/panel_model.h"
+
+namespace orvalis {
+
+void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale locale, PanelModel& panel) {
+  const auto temperature = [&](double celsius) {
+    return FormatFixed(centigrade ? celsius : ToFahrenheit(celsius), 1, locale);
+  };
+  const auto known = [](bool is_known, std::string text) { return is_known ? std::move(text) : std::string(); };
+
+  panel.centigrade = centigrade;
+  panel.ambient = known(state.ambient_known, temperature(state.ambient_celsius));
+  panel.body = known(state.body_known, temperature(state.body_celsius));
+  panel.dew_point = known(state.ambient_known, temperature(state.dew_point_celsius));
+  panel.clear_sky = known(state.ambient_known, temperature(state.clear_sky_celsius));
+  panel.difference = known(state.ambient_known, FormatFixed(state.difference_celsius, 1, locale));
+  panel.humidity = known(state.ambient_known, FormatFixed(state.humidity_percent, 1, locale));
+  panel.sky = temperature(state.sky_celsius);
+  panel.wind = FormatFixed(state.wind_mph, 1, locale);
+  panel.wind_average = FormatFixed(state.wind_average_mph, 1, locale);
+  panel.wind_gust = FormatFixed(state.wind_gust_mph, 1, locale);
+  panel.rain = std::to_string(state.rain);
+  panel.light = FormatFixed(state.light, 0, locale);
+  panel.humidity_background = state.humidity_faulty ? Colour::kRed : Colour::kWhite;
+  panel.sky_background = state.sky_faulty ? Colour::kRed : Colour::kWhite;
+
+  // The sky word compares with the ambient temperature, and means nothing without one.
+  panel.cloud = state.ambient_known ? state.cloud : Word{};
+  panel.rain_word = state.rain_word;
+  panel.wind_word = state.wind_word;
+  panel.light_word = state.light_word;
+  panel.heater = state.heater;
+  panel.relay = state.relay;
+  panel.rain_indicator = state.raining ? Colour::kRed : Colour::kGreen;
+  panel.safe = state.unsafe_indicator == 0;
+  panel.demo = state.from_demo;
+}
+
+std::string AveragingText(bool completed, std::int32_t samples_taken, std::int32_t block_size,
+                          const std::string& ambient) {
+  if (block_size == 1) return "";
+  if (completed) return "Final Average " + ambient;
+  return "Averageing " + std::to_string(samples_taken) + " of " + std::to_string(block_size);
+}
+
+double TakeHumiditySelector(PanelModel& panel) {
+  if (panel.humidity_selector.empty()) {
+    panel.humidity_selector = "200";
+    return 0;
+  }
+  return ValInteger(panel.humidity_selector);
+}
+
+}  // namespace orvalis

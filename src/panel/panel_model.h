@@ -1,0 +1,72 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/clock.h"
+#include "base/colour.h"
+#include "base/text.h"
+#include "reading/conversions.h"
+#include "reading/weather_state.h"
+
+namespace orvalis {
+
+/// What the panel shows, as texts and colours. The window draws it; clients and uploads read it too.
+struct PanelModel {
+  struct ConnectControl {
+    std::string caption = "Click to connect";
+    bool checked = false;
+    bool enabled = true;
+    Colour background = Colour::kYellow;
+  };
+
+  // Texts in the format "0.0" with the locale's separator; temperatures in degrees Celsius or Fahrenheit as
+  // `centigrade` says. Empty where there is no value yet.
+  bool centigrade = false;
+  std::string ambient;
+  std::string body;
+  std::string dew_point;
+  std::string sky = "999";
+  std::string clear_sky;
+  std::string difference;    ///< always in degrees Celsius: the cloud limits are
+  std::string humidity;      ///< percent
+  std::string wind = "0.0";  ///< miles per hour, as the two that follow
+  std::string wind_average = "0.0";
+  std::string wind_gust = "0.0";
+  std::string rain;   ///< counts
+  std::string light;  ///< counts
+  Colour humidity_background = Colour::kWhite;
+  Colour sky_background = Colour::kWhite;
+  std::string averaging;  ///< "Averageing 3 of 10", "Final Average 5.0"; empty while every frame is an average
+
+  Word cloud;
+  Word rain_word;
+  Word wind_word;
+  Word light_word;
+  Word heater;
+  Word relay;
+  Colour rain_indicator = Colour::kWhite;
+  std::optional<bool> safe;  ///< nothing before the first frame
+
+  ConnectControl connect;
+  std::string status;                 ///< what the program is doing, or what went wrong
+  bool demo = false;                  ///< the values are made up
+  bool stale = true;                  ///< the values are not of now: shown grey
+  std::optional<CivilTime> fresh_at;  ///< when the values were last fresh
+
+  /// A numeric field of the panel: below 2.0 it chooses the humidity's other temperature curve.
+  std::string humidity_selector = "200";
+};
+
+/// Brings the values, words and colours of `panel` up to `state`.
+void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale locale, PanelModel& panel);
+
+/// The averaging line after one frame: how far the block is, or its value when it was completed.
+[[nodiscard]] std::string AveragingText(bool completed, std::int32_t samples_taken, std::int32_t block_size,
+                                        const std::string& ambient);
+
+/// The value of the humidity selector for one pass. An empty field is filled with "200" and counts as 0 once.
+[[nodiscard]] double TakeHumiditySelector(PanelModel& panel);
+
+}  // namespace orvalis

@@ -1,0 +1,308 @@
+#include "platform/linux/dbus/weather_service.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusError>
+#include <QDBusVariant>
+#include <QFile>
+#include <QVariant>
+#include <chrono>
+#include <stdexcept>
+#include <utility>
+
+#include "base/run_time_error.h"
+
+namespace orvalis {
+namespace {
+
+const QString kService = QStringLiteral("org.orvalis.Weather");
+const QString kPath = QStringLiteral("/org/orvalis/Weather");
+const QString kInterface = QStringLiteral("org.orvalis.Weather");
+const QString kErrorPrefix = QStringLiteral("org.orvalis.Weather.Error.");
+const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString kConnectionName = QStringLiteral("orvalis-weather");
+constexpr std::chrono::minutes kRetry{1};
+
+/// One of the bus's own errors.
+class BusError : public std::runtime_error {
+ public:
+  BusError(QDBusError::ErrorType type, const std::string& text) : std::runtime_error(text), type_(type) {}
+  [[nodiscard]] QDBusError::ErrorType type() const { return type_; }
+
+ private:
+  QDBusError::ErrorType type_;
+};
+
+/// A type's letter on the bus, and which variant holds it. A single is a double there, after the narrowing.
+struct BusType {
+  WeatherType type;
+  const char* signature;
+  QMetaType::Type variant;
+};
+constexpr std::array kBusTypes = {
+    BusType{WeatherType::kBoolean, "b", QMetaType::Bool}, BusType{WeatherType::kLong, "i", QMetaType::Int},
+    BusType{WeatherType::kSingle, "d", QMetaType::Double}, BusType{WeatherType::kDouble, "d", QMetaType::Double},
+    BusType{WeatherType::kString, "s", QMetaType::QString}};
+
+const BusType& BusTypeOf(const WeatherMemberInfo& property) {
+  for (const BusType& type : kBusTypes) {
+    if (type.type == property.type) return type;
+  }
+  throw std::logic_error("a method has no type on the bus");
+}
+
+QVariant ToVariant(const WeatherValue& value) {
+  struct Convert {
+    QVariant operator()(bool flag) const { return flag; }
+    QVariant operator()(std::int32_t number) const { return number; }
+    QVariant operator()(float number) const { return static_cast<double>(number); }
+    QVariant operator()(double number) const { return number; }
+    QVariant operator()(const std::string& text) const { return QString::fromStdString(text); }
+  };
+  return std::visit(Convert{}, value);
+}
+
+bool IsProperty(const WeatherMemberInfo& member) { return member.type != WeatherType::kNone; }
+
+const WeatherMemberInfo* Find(const QString& name, bool property) {
+  for (const WeatherMemberInfo& member : WeatherMembers()) {
+    if (QLatin1String(member.name.data(), static_cast<int>(member.name.size())) == name &&
+        IsProperty(member) == property) {
+      return &member;
+    }
+  }
+  return nullptr;
+}
+
+const WeatherMemberInfo& FindProperty(const QString& name) {
+  if (const WeatherMemberInfo* const property = Find(name, true)) return *property;
+  throw BusError(QDBusError::UnknownProperty, "there is no property " + name.toStdString());
+}
+
+void ExpectSignature(const QDBusMessage& call, const char* signature) {
+  if (call.signature() == QLatin1String(signature)) return;
+  throw BusError(QDBusError::InvalidArgs, call.member().toStdString() + " takes (" + signature + "), not (" +
+                                              call.signature().toStdString() + ")");
+}
+
+/// Qt would ask libdbus, which starts a bus of its own where there is none.
+bool HasSessionBus() {
+  if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return true;
+  const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+  return !folder.isEmpty() && QFile::exists(folder + "/bus");
+}
+
+}  // namespace
+
+WeatherService::WeatherService(Parts parts) : parts_(std::move(parts)) {
+  retry_.setSingleShot(true);
+  retry_.setInterval(kRetry);
+  QObject::connect(&retry_, &QTimer::timeout, this, &WeatherService::Start);
+}
+
+WeatherService::~WeatherService() {
+  if (bus_) QDBusConnection::disconnectFromBus(kConnectionName);
+}
+
+bool WeatherService::Start() {
+  const std::string problem = TakeName();
+  if (problem.empty()) {
+    if (!std::exchange(standing_problem_, {}).empty()) parts_.record("programs can read the weather over D-Bus again");
+    return true;
+  }
+  TryAgain(problem);
+  return false;
+}
+
+std::string WeatherService::TakeName() {
+  if (!bus_) {
+    if (!HasSessionBus()) return "there is no session bus";
+    QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, kConnectionName);
+    if (!bus.isConnected()) {
+      const std::string reason = bus.lastError().message().toStdString();
+      QDBusConnection::disconnectFromBus(kConnectionName);
+      return "the session bus cannot be used: " + reason;
+    }
+    // One rule for all clients, before the first of them can call: whoever calls and goes at once is not missed.
+    const QString bus_service = QStringLiteral("org.freedesktop.DBus");
+    bus.connect(bus_service, QStringLiteral("/org/freedesktop/DBus"), bus_service, QStringLiteral("NameOwnerChanged"),
+                this, SLOT(NoteNameOwner(QString, QString, QString)));
+    bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
+                QStringLiteral("Disconnected"), this, SLOT(NoteDisconnected()));
+    bus.registerVirtualObject(kPath, this);
+    bus_ = bus;
+  }
+  if (!bus_->registerService(kService)) return "another program answers as " + kService.toStdString();
+  return {};
+}
+
+void WeatherService::TryAgain(const std::string& reason) {
+  if (reason != standing_problem_) parts_.record("no program can read the weather over D-Bus: " + reason);
+  standing_problem_ = reason;
+  retry_.start();
+}
+
+void WeatherService::NoteDisconnected() {
+  QDBusConnection::disconnectFromBus(kConnectionName);
+  bus_.reset();
+  clients_.clear();
+  TryAgain("the session bus is gone");
+}
+
+void WeatherService::NoteNameOwner(const QString& name, const QString& /*former*/, const QString& current) {
+  if (current.isEmpty() && clients_.contains(name)) EndClient(name);
+}
+
+void WeatherService::EndClient(const QString& client) {
+  if (!parts_.ends_with_last_client || clients_.size() > 1) {
+    clients_.erase(client);
+    return;
+  }
+  // The program is about to end. It gives its name away first: a client that comes now lets the bus start a new
+  // program, and one whose call has come already is served by this one.
+  bus_->unregisterService(kService);
+  QTimer::singleShot(0, this, [this, client] {
+    const bool others_came = clients_.size() > 1;
+    clients_.erase(client);
+    if (others_came) Start();
+  });
+}
+
+QString WeatherService::introspect(const QString& path) const {
+  if (path != kPath) return {};
+  QString xml = "  <interface name=\"" + kInterface + "\">\n";
+  for (const WeatherMemberInfo& member : WeatherMembers()) {
+    const QString name = QString::fromUtf8(member.name.data(), static_cast<qsizetype>(member.name.size()));
+    if (!IsProperty(member)) {
+      xml += "    <method name=\"" + name + "\"/>\n";
+      continue;
+    }
+    xml += "    <property name=\"" + name + "\" type=\"" + BusTypeOf(member).signature + "\" access=\"" +
+           (member.writable ? "readwrite" : "read") +
+           "\">\n"
+           "      <annotation name=\"org.freedesktop.DBus.Property.EmitsChangedSignal\" value=\"false\"/>\n"
+           "    </property>\n";
+  }
+  return xml + "  </interface>\n";
+}
+
+bool WeatherService::handleMessage(const QDBusMessage& message, const QDBusConnection& /*connection*/) {
+  if (message.type() != QDBusMessage::MethodCallMessage || message.path() != kPath) return false;
+  const QString interface = message.interface();
+  // Introspection and pings are the library's.
+  if (interface.startsWith("org.freedesktop.DBus.") && interface != kProperties) return false;
+  try {
+    Handle(message);
+  } catch (...) {
+    AnswerError(message, std::current_exception());
+  }
+  return true;
+}
+
+void WeatherService::Handle(const QDBusMessage& call) {
+  const QString interface = call.interface();
+  if (interface == kProperties) return HandleProperties(call);
+  if (interface == kInterface || interface.isEmpty()) return HandleMethod(call);
+  throw BusError(QDBusError::UnknownInterface, "there is no interface " + interface.toStdString());
+}
+
+void WeatherService::HandleProperties(const QDBusMessage& call) {
+  const QString member = call.member();
+  const bool is_get = member == "Get";
+  const bool is_set = member == "Set";
+  if (!is_get && !is_set && member != "GetAll") {
+    throw BusError(QDBusError::UnknownMethod, "there is no method " + member.toStdString());
+  }
+  ExpectSignature(call, is_get ? "ss" : is_set ? "ssv" : "s");
+  const QVariantList arguments = call.arguments();
+  if (const QString interface = arguments[0].toString(); interface != kInterface && !interface.isEmpty()) {
+    throw BusError(QDBusError::UnknownInterface, "there is no interface " + interface.toStdString());
+  }
+  if (is_get) {
+    const WeatherMemberInfo& property = FindProperty(arguments[1].toString());
+    const QVariant value = ToVariant(ObjectOf(call).Get(property.member));
+    Answer(call, {QVariant::fromValue(QDBusVariant(value))});
+  } else if (is_set) {
+    Set(call, FindProperty(arguments[1].toString()), qvariant_cast<QDBusVariant>(arguments[2]).variant());
+  } else {
+    Answer(call, {All(ObjectOf(call))});
+  }
+}
+
+void WeatherService::Set(const QDBusMessage& call, const WeatherMemberInfo& property, const QVariant& value) {
+  if (!property.writable) {
+    throw BusError(QDBusError::PropertyReadOnly, std::string(property.name) + " can only be read");
+  }
+  if (value.metaType().id() != BusTypeOf(property).variant) {
+    throw BusError(QDBusError::InvalidArgs,
+                   std::string(property.name) + " has the type " + BusTypeOf(property).signature);
+  }
+  ObjectOf(call).SetConnected(value.toBool(), LaterAnswer(call));
+}
+
+QVariantMap WeatherService::All(const Weather& object) const {
+  QVariantMap values;
+  for (const WeatherMemberInfo& member : WeatherMembers()) {
+    if (!IsProperty(member)) continue;
+    try {
+      const QString name = QString::fromUtf8(member.name.data(), static_cast<qsizetype>(member.name.size()));
+      values.insert(name, ToVariant(object.Get(member.member)));
+    } catch (const AutomationError&) {
+      // Who asks for everything gets what there is.
+    } catch (const RunTimeError&) {
+      // The same.
+    }
+  }
+  return values;
+}
+
+void WeatherService::HandleMethod(const QDBusMessage& call) {
+  const WeatherMemberInfo* const method = Find(call.member(), false);
+  if (method == nullptr) {
+    throw BusError(QDBusError::UnknownMethod, "there is no method " + call.member().toStdString());
+  }
+  ExpectSignature(call, "");
+  Weather& object = ObjectOf(call);
+  if (method->member == WeatherMember::kSetupDialog) return object.SetupDialog(LaterAnswer(call));
+  object.Halt();
+  Answer(call);
+}
+
+Weather& WeatherService::ObjectOf(const QDBusMessage& call) {
+  std::unique_ptr<Weather>& object = clients_[call.service()];
+  if (!object) {
+    try {
+      object = parts_.create();
+      had_clients_ = true;
+    } catch (...) {
+      clients_.erase(call.service());
+      throw;
+    }
+  }
+  return *object;
+}
+
+void WeatherService::Answer(const QDBusMessage& call, const QVariantList& values) const {
+  if (call.isReplyRequired() && bus_) bus_->send(call.createReply(values));
+}
+
+void WeatherService::AnswerError(const QDBusMessage& call, const std::exception_ptr& error) const {
+  if (!call.isReplyRequired() || !bus_) return;
+  const auto reply = [&](const QString& name, const char* text) {
+    bus_->send(call.createErrorReply(name, QString::fromUtf8(text)));
+  };
+  try {
+    std::rethrow_exception(error);
+  } catch (const BusError& raised) {
+    reply(QDBusError::errorString(raised.type()), raised.what());
+  } catch (const AutomationError& raised) {
+    reply(kErrorPrefix + (raised.number() == ErrNotConnected ? "NotConnected" : "NotImplemented"), raised.what());
+  } catch (const std::exception& raised) {
+    reply(kErrorPrefix + "RunTime", raised.what());
+  }
+}
+
+Weather::Done WeatherService::LaterAnswer(const QDBusMessage& call) const {
+  return [this, call](const std::exception_ptr& error) { error ? AnswerError(call, error) : Answer(call); };
+}
+
+}  // namespace orvalis

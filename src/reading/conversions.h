@@ -1,0 +1,57 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "reading/sensor_frame.h"
+#include "reading/weather_state.h"
+
+namespace orvalis {
+
+/// Block averages of the body and ambient temperatures and of the rain count: they change once every N frames.
+class BlockAverages {
+ public:
+  static constexpr std::int32_t kMaxSamples = 300;
+  /// After so many frames without a reading (ten seconds) the average is not known any more, though it stays.
+  static constexpr std::int32_t kMissingUntilUnknown = 5;
+
+  /// Takes one sample of each from `frame`; when it completes the block of `block_size`, stores the three averages in
+  /// `state`. A temperature that the unit could not read repeats the current average. A change of `block_size`
+  /// begins a new block. Returns whether a block was completed.
+  /// Throws RunTimeError kSubscriptOutOfRange when the block has no end within 300 samples; the next one begins anew.
+  bool Add(const SensorFrame& frame, std::int32_t block_size, WeatherState& state);
+
+  /// The number of samples taken of the block under way, 0 right after one was completed.
+  [[nodiscard]] std::int32_t samples_taken() const { return index_ - 1; }
+
+ private:
+  struct Samples {
+    std::array<double, kMaxSamples> values{};
+    bool all_read = true;  ///< no sample repeats the value from before the first reading
+    std::int32_t missing_in_a_row = 0;
+  };
+
+  std::int32_t index_ = 1;  ///< counted from 1
+  std::int32_t block_size_ = 0;
+  Samples body_;
+  Samples ambient_;
+  Samples rain_;
+};
+
+[[nodiscard]] constexpr double ToFahrenheit(double celsius) { return celsius * 1.8 + 32; }
+
+/// Relative humidity in percent, not clamped, from the sensor count (0 to 1023) at `ambient_celsius`. `selector` below
+/// 2.0 chooses the other temperature curve. Throws RunTimeError kDivisionByZero at the curve's zero, far outside the
+/// sensor's range.
+[[nodiscard]] double RelativeHumidity(double count, double ambient_celsius, double selector);
+
+/// Dew point in degrees Celsius, Magnus form. Below 0 and above 99 percent it is the ambient temperature.
+/// Throws RunTimeError kInvalidCall for 0 percent exactly and kDivisionByZero at -243.12 °C.
+[[nodiscard]] double DewPoint(double humidity_percent, double ambient_celsius);
+
+/// The temperature that a clear sky would have, in degrees Celsius. Throws RunTimeError kInvalidCall for dew points
+/// so low that the emissivity would be negative.
+[[nodiscard]] double ClearSkyTemperature(double dew_point_celsius, double ambient_celsius);
+
+}  // namespace orvalis

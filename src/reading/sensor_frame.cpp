@@ -1,0 +1,53 @@
+#include "reading/sensor_frame.h"
+
+#include <array>
+
+#include "base/text.h"
+
+namespace orvalis {
+namespace {
+
+/// Where a field stands: position counted from 1, and width in characters.
+struct Place {
+  std::size_t position;
+  std::size_t width;
+};
+
+// In the order of SensorFrame::Field.
+constexpr std::array<Place, 14> kPlaces{{
+    {5, 4},   // HUM
+    {14, 4},  // LGT
+    {21, 4},  // R
+    {30, 4},  // WND
+    {38, 6},  // TP
+    {49, 6},  // TTP
+    {59, 6},  // TA
+    {69, 1},  // AH
+    {74, 1},  // HB
+    {79, 1},  // AR
+    {84, 1},  // RB
+    {89, 1},  // AW
+    {94, 1},  // AL
+    {99, 1},  // AC
+}};
+
+}  // namespace
+
+bool SensorFrame::IsComplete() const {
+  return text_.size() >= kTerminatorPosition && text_[kTerminatorPosition - 1] == kTerminator;
+}
+
+std::string_view SensorFrame::Cut(Field field) const {
+  const Place place = kPlaces[static_cast<std::size_t>(field)];
+  const std::string_view line = text_;
+  if (place.position > line.size()) return {};
+  return line.substr(place.position - 1, place.width);
+}
+
+std::int32_t SensorFrame::Integer(Field field) const { return ValInteger(Cut(field)); }
+
+double SensorFrame::Number(Field field) const { return Val(Cut(field)); }
+
+double SensorFrame::Celsius(Field field) const { return Number(field) / 100; }
+
+}  // namespace orvalis

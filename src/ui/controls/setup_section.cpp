@@ -1,0 +1,120 @@
+#include "ui/controls/setup_section.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+
+#include "ui/controls/night_proof.h"
+#include "ui/setup/setup_controls.h"
+
+namespace orvalis {
+namespace {
+
+// Columns of the grid: label, control, unit, and what is left over.
+constexpr int kLabelColumn = 0;
+constexpr int kControlColumn = 1;
+constexpr int kUnitColumn = 2;
+constexpr int kRestColumn = 3;
+constexpr int kColumns = 4;
+
+int FieldWidth(const QWidget& field, SetupSection::Width width) {
+  const char* widest = width == SetupSection::Width::kNumber ? "00000.000" : "-0.000000000000";
+  constexpr int kFrame = 16;
+  return field.fontMetrics().horizontalAdvance(widest) + kFrame;
+}
+
+}  // namespace
+
+SetupSection::SetupSection(const QString& title, QBoxLayout* column) {
+  auto* box = new QGroupBox(title);
+  grid_ = new QGridLayout(box);
+  grid_->setColumnStretch(kRestColumn, 1);
+  grid_->setVerticalSpacing(4);
+  column->addWidget(box);
+}
+
+QLabel* SetupSection::Field(const char* name, const QString& label, const QString& unit, const QString& tip,
+                            Width width) {
+  auto* field = new NightProof<QLineEdit>;
+  field->setObjectName(name);
+  field->setAlignment(Qt::AlignRight);
+  field->setToolTip(tip);
+  field->setFixedWidth(FieldWidth(*field, width));
+  // The boxes of all sections stand in one line.
+  grid_->setColumnMinimumWidth(kLabelColumn, field->fontMetrics().horizontalAdvance("Temperatures over: "));
+  auto* title = new QLabel(label);
+  title->setBuddy(field);
+  title->setToolTip(tip);
+  grid_->addWidget(title, row_, kLabelColumn);
+  grid_->addWidget(field, row_, kControlColumn);
+  if (!unit.isEmpty()) grid_->addWidget(new QLabel(unit), row_, kUnitColumn);
+  ++row_;
+  return title;
+}
+
+QCheckBox* SetupSection::Check(const char* name, const QString& text, const QString& tip) {
+  auto* box = new QCheckBox(text);
+  box->setObjectName(name);
+  box->setToolTip(tip);
+  grid_->addWidget(box, row_++, kLabelColumn, 1, kColumns);
+  return box;
+}
+
+void SetupSection::Checks(std::initializer_list<NamedBox> boxes) {
+  auto* row = new QHBoxLayout;
+  for (const NamedBox& named : boxes) {
+    auto* box = new QCheckBox(named.text);
+    box->setObjectName(named.name);
+    row->addWidget(box, 1);
+  }
+  grid_->addLayout(row, row_++, kLabelColumn, 1, kColumns);
+}
+
+void SetupSection::Control(const QString& label, QWidget* control, const QString& tip) {
+  auto* title = new QLabel(label);
+  title->setBuddy(control);
+  if (!tip.isEmpty()) control->setToolTip(tip);
+  grid_->addWidget(title, row_, kLabelColumn);
+  grid_->addWidget(control, row_++, kControlColumn, 1, kColumns - kControlColumn);
+}
+
+void SetupSection::Row(std::initializer_list<QWidget*> controls) {
+  auto* row = new QHBoxLayout;
+  for (QWidget* control : controls) row->addWidget(control);
+  row->addStretch(1);
+  grid_->addLayout(row, row_++, kLabelColumn, 1, kColumns);
+}
+
+QLabel* SetupSection::Note(const QString& text) {
+  auto* note = new QLabel(text);
+  grid_->addWidget(note, row_++, kLabelColumn, 1, kColumns);
+  return note;
+}
+
+void SetupSection::AlertRow(const QString& title, const AlertFile& sound, const AlertFile& program) {
+  // This grid has no units to leave room for; the files share what there is.
+  grid_->setColumnStretch(kRestColumn, 0);
+  int column = kLabelColumn;
+  grid_->addWidget(new QLabel(title + ":"), row_, column++);
+  struct Half {
+    const AlertFile& names;
+    const char* text;
+  };
+  for (const Half& half : {Half{sound, "Sound"}, Half{program, "Program"}}) {
+    auto* box = new QCheckBox(half.text);
+    box->setObjectName(half.names.check_box);
+    box->setAccessibleName(title + ": " + half.text);
+    auto* file = new PathButton(PathButton::Shows::kName);
+    file->setObjectName(half.names.file);
+    file->setAccessibleName(title + ": " + half.text + " file");
+    grid_->addWidget(box, row_, column++);
+    grid_->addWidget(file, row_, column);
+    grid_->setColumnStretch(column++, 1);
+  }
+  ++row_;
+}
+
+}  // namespace orvalis

@@ -1,0 +1,277 @@
+#include "ui/graphs/frm_graph.h"
+
+#include <QBoxLayout>
+#include <QDir>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QStandardPaths>
+#include <algorithm>
+#include <utility>
+
+#include "history/history_csv.h"
+#include "history/update_rate.h"
+#include "ui/controls/panel_texts.h"
+#include "ui/controls/setup_night.h"
+#include "ui/controls/setup_pickers.h"
+#include "ui/controls/text_fit.h"
+#include "ui/graphs/graph_files.h"
+#include "ui/graphs/history_plot.h"
+
+namespace orvalis {
+namespace {
+
+constexpr QSizeF kFirstSize(68, 38);  ///< in units of the letters' size
+constexpr int kFirstRate = 10;
+constexpr double kZoomStep = 1.5;
+constexpr double kPanStep = 0.2;
+constexpr const char* kPictureFilter = "PNG Pictures (*.png)|*.png|PDF Documents (*.pdf)|*.pdf";
+constexpr const char* kNightExtra =
+    "QScrollBar { border: 1px solid #500000; } QScrollBar:focus { border-color: #ff0000; }";
+constexpr const char* kValuesFilter = "Comma-separated Values (*.csv)|*.csv";
+
+}  // namespace
+
+frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
+    : QWidget(parent), kind_(kind), parts_(std::move(parts)), theme_(Theme::ForDesktop(palette())) {
+  setObjectName(kind.object_name);
+  setWindowTitle("Orvalis " + QString(kind.title));
+  plot_ = new HistoryPlot(kind_,
+                          {.history = [this]() -> const History& { return parts_.recorder.Shown(); },
+                           .now = [this] { return parts_.recorder.Now(); },
+                           .made_up = [this] { return parts_.recorder.demo_shown(); }},
+                          parts_.zone, this);
+  message_ = new QLabel;
+  message_->setObjectName("lblMessage");
+  message_->setTextFormat(Qt::PlainText);
+  message_->setWordWrap(true);
+  message_->setMargin(4);
+  message_->setAutoFillBackground(true);
+  message_->hide();
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(plot_, 1);
+  column->addWidget(message_);
+  column->addWidget(BuildControls());
+  connect(&update_timer_, &QTimer::timeout, plot_, &HistoryPlot::TakeNew);
+  connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
+  SetUpdateRate(kFirstRate);
+  QSize size = (kFirstSize * PixelSize(font())).toSize();
+  if (const QScreen* on = screen()) size = size.boundedTo(on->availableSize() * 0.9);
+  resize(size);
+  ApplyTheme();
+}
+
+QWidget* frmGraph::BuildControls() {
+  auto* controls = new QWidget;
+  auto* row = new QHBoxLayout(controls);
+  row->setContentsMargins(0, 0, 0, 0);
+  rate_label_ = new QLabel;
+  rate_label_->setObjectName("lblUpdate");
+  rate_label_->setTextFormat(Qt::PlainText);
+  int widest = 0;
+  for (int position = 0; position <= UpdateRate::kLastPosition; ++position) {
+    const QString label = ToQString(UpdateRate(position).Label());
+    widest = std::max(widest, QFontMetrics(rate_label_->font()).horizontalAdvance(label));
+  }
+  rate_label_->setMinimumWidth(widest + 2);
+  row->addWidget(rate_label_);
+  rate_ = new QScrollBar(Qt::Horizontal);
+  rate_->setObjectName("hsbUpdate");
+  rate_->setRange(0, UpdateRate::kLastPosition);
+  rate_->setPageStep(10);
+  rate_->setValue(kFirstRate);
+  rate_->setInvertedControls(false);  // or the arrow to the right would go to the left
+  rate_->setFocusPolicy(Qt::StrongFocus);
+  rate_->setAccessibleName("Update rate");
+  rate_->setToolTip("How often the graph takes in new values");
+  rate_->setMinimumWidth(60);
+  rate_->setMaximumWidth(480);
+  connect(rate_, &QScrollBar::valueChanged, this, &frmGraph::SetUpdateRate);
+  row->addWidget(rate_, 1);
+  row->addStretch(0);
+  const auto add = [&](const char* name, const QString& text, const QString& tip, auto action) {
+    auto* button = new QPushButton(text);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    button->setToolTip(tip);
+    connect(button, &QPushButton::clicked, this, action);
+    row->addWidget(button);
+  };
+  add("cmdAll", "Show &all", "Everything that is remembered; a double click into the graph does the same",
+      [this] { plot_->ShowAll(); });
+  add("cmdPicture", "Save &picture…", "What is seen, as PNG or PDF", [this] {
+    const QString path = AskForFile("Save the picture", kPictureFilter, ".png");
+    if (!path.isEmpty()) SavePicture(path);
+  });
+  add("cmdValues", "Save &values…", "The values of the time that is seen, as CSV", [this] {
+    const QString path = AskForFile("Save the values", kValuesFilter, ".csv");
+    if (!path.isEmpty()) SaveValues(path);
+  });
+  return controls;
+}
+
+void frmGraph::SetUpdateRate(int position) {
+  const UpdateRate rate(position);
+  const QString label = ToQString(rate.Label());
+  rate_label_->setText(label);
+  rate_->setAccessibleDescription(label);
+  RunTimer();
+}
+
+void frmGraph::RunTimer() {
+  const auto interval = UpdateRate(rate_->value()).Interval();
+  if (!interval || !isVisible() || isMinimized()) {
+    update_timer_.stop();
+    return;
+  }
+  update_timer_.start(*interval);
+}
+
+void frmGraph::SetTheme(const Theme& theme) {
+  night_ = theme.kind() == Theme::Kind::kNight;
+  ApplyTheme();
+}
+
+void frmGraph::ApplyTheme() {
+  if (applying_theme_) return;
+  applying_theme_ = true;
+  setStyleSheet({});  // first: a style sheet holds on to the palette that it found
+  if (night_) {
+    theme_ = Theme::Night();
+    setPalette(theme_.palette());
+    setStyleSheet(theme_.StyleSheet() + SetupNightStyleSheet() + kNightExtra);
+  } else {
+    setPalette({});
+    theme_ = Theme::ForDesktop(palette());
+  }
+  message_->hide();
+  plot_->SetTheme(theme_);
+  applying_theme_ = false;
+}
+
+void frmGraph::FollowSettings() {
+  if (isVisible()) plot_->SetCentigrade(parts_.centigrade());
+}
+
+void frmGraph::ShowAnew() {
+  if (isVisible()) plot_->ShowUsual();
+}
+
+void frmGraph::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (event->spontaneous()) return;
+  plot_->SetCentigrade(parts_.centigrade());
+  plot_->ShowUsual();
+  RunTimer();
+}
+
+void frmGraph::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  message_->hide();
+  RunTimer();
+}
+
+void frmGraph::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  switch (event->type()) {
+    case QEvent::ApplicationPaletteChange:
+    case QEvent::PaletteChange:
+      if (!night_ && plot_ != nullptr) ApplyTheme();
+      break;
+    case QEvent::FontChange:
+      if (!applying_theme_ && plot_ != nullptr) plot_->SetTheme(theme_);
+      break;
+    case QEvent::WindowStateChange:
+      RunTimer();
+      break;
+    default:
+      break;
+  }
+}
+
+void frmGraph::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+      plot_->Zoom(1 / kZoomStep);
+      return;
+    case Qt::Key_Minus:
+      plot_->Zoom(kZoomStep);
+      return;
+    case Qt::Key_Left:
+      plot_->Pan(-kPanStep);
+      return;
+    case Qt::Key_Right:
+      plot_->Pan(kPanStep);
+      return;
+    case Qt::Key_Home:
+      plot_->ShowAll();
+      return;
+    default:
+      QWidget::keyPressEvent(event);
+  }
+}
+
+QString frmGraph::AskForFile(const QString& title, const char* filter, const char* suffix) {
+  message_->hide();
+  if (folder_.isEmpty()) folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  if (!QFileInfo(folder_).isDir()) folder_ = QDir::homePath();
+  const QDateTime from = QDateTime::fromMSecsSinceEpoch(plot_->Shown().from, parts_.zone);
+  const QString name = QString("orvalis-") +
+                       (kind_.curves.front().quantity == Quantity::kWind ? "wind-" : "temperatures-") +
+                       from.toString("yyyy-MM-dd-HHmm") + suffix;
+  const std::optional<std::string> path =
+      PickSaveFile(this, title, filter, folder_ + "/" + name, night_ ? PickerLook::kNight : PickerLook::kDesktop);
+  if (!path) return {};
+  folder_ = QFileInfo(ToQString(*path)).absolutePath();
+  return ToQString(*path);
+}
+
+bool frmGraph::SavePicture(const QString& path) {
+  return Save(path, path.endsWith(".pdf", Qt::CaseInsensitive) ? PdfOf(*plot_) : PngOf(*plot_));
+}
+
+bool frmGraph::SaveValues(const QString& path) {
+  const std::vector<Quantity> quantities = kind_.Quantities();
+  const auto local_time = [this](std::int64_t moment) {
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(moment, parts_.zone);
+    return CivilTime{.year = time.date().year(),
+                     .month = time.date().month(),
+                     .day = time.date().day(),
+                     .hour = time.time().hour(),
+                     .minute = time.time().minute(),
+                     .second = time.time().second(),
+                     .millisecond = time.time().msec(),
+                     .utc_offset_minutes = time.offsetFromUtc() / 60};
+  };
+  const std::string csv = HistoryCsv(parts_.recorder.Shown(), plot_->Shown(), quantities, parts_.centigrade(),
+                                     parts_.recorder.demo_shown() ? "demo" : "unit", local_time);
+  return Save(path, QByteArray::fromStdString(csv));
+}
+
+bool frmGraph::Save(const QString& path, const QByteArray& content) {
+  const QString failure = WriteWholeFile(path, content);
+  if (failure.isEmpty()) {
+    Say("Saved as " + path, Colour::kGreen);
+    return true;
+  }
+  const QString text = "Cannot save " + path + ": " + failure;
+  Say(text, Colour::kRed);
+  parts_.report(text.toStdString());
+  return false;
+}
+
+void frmGraph::Say(const QString& text, Colour colour) {
+  const Tone tone = colour == Colour::kRed ? theme_.Strong(colour) : theme_.Quiet(colour);
+  message_->setStyleSheet(
+      QString("QLabel { background: %1; color: %2; border: 1px solid %3; border-radius: 4px; }")
+          .arg(tone.fill.name(), tone.ink.name(), (tone.outline.isValid() ? tone.outline : tone.fill).name()));
+  message_->setText(text);
+  message_->show();
+}
+
+}  // namespace orvalis

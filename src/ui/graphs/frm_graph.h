@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QTimeZone>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <string>
+
+#include "history/history_recorder.h"
+#include "ui/controls/theme.h"
+#include "ui/graphs/graph_kind.h"
+
+class QLabel;
+class QScrollBar;
+
+namespace orvalis {
+
+class HistoryPlot;
+
+/// A window with one graph of the recent values. A scroll bar chooses how often it takes in the new ones. While it is
+/// closed it does nothing.
+class frmGraph : public QWidget {
+  Q_OBJECT
+ public:
+  struct Parts {
+    const HistoryRecorder& recorder;
+    std::function<bool()> centigrade;
+    std::function<bool()> on_top;  ///< whether the panel is in front of everything, and would cover the window
+    std::function<void(const std::string& text)> report;  ///< told what could not be saved
+    QTimeZone zone = QTimeZone::systemTimeZone();
+  };
+  frmGraph(const GraphKind& kind, Parts parts, QWidget* parent = nullptr);
+
+  void SetTheme(const Theme& theme);
+  /// The units may be others now.
+  void FollowSettings();
+  /// Another history is shown than before.
+  void ShowAnew();
+
+  /// Whether it takes in new values by itself.
+  [[nodiscard]] bool updating() const { return update_timer_.isActive(); }
+  [[nodiscard]] HistoryPlot& plot() const { return *plot_; }
+
+  /// Saves what is seen as `path` says: ".png", ".pdf", or values. Says in the window what came of it.
+  bool SavePicture(const QString& path);
+  bool SaveValues(const QString& path);
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  QWidget* BuildControls();
+  void SetUpdateRate(int position);
+  void ApplyTheme();
+  /// The timer runs only while there is somebody to see it.
+  void RunTimer();
+  [[nodiscard]] QString AskForFile(const QString& title, const char* filter, const char* suffix);
+  bool Save(const QString& path, const QByteArray& content);
+  void Say(const QString& text, Colour colour);
+
+  const GraphKind& kind_;
+  Parts parts_;
+  Theme theme_;
+  bool night_ = false;
+  bool applying_theme_ = false;
+  QString folder_;  ///< where the last file was saved
+  QTimer update_timer_;
+
+  HistoryPlot* plot_ = nullptr;
+  QLabel* rate_label_ = nullptr;
+  QScrollBar* rate_ = nullptr;
+  QLabel* message_ = nullptr;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,91 @@
+#include "ui/graphs/graph_kind.h"
+
+#include <array>
+
+#include "history/history_csv.h"
+#include "ui/controls/panel_texts.h"
+
+namespace orvalis {
+namespace {
+
+// The colours differ in lightness as well as in hue.
+constexpr std::array kTemperatureCurves{
+    CurveKind{Quantity::kSky, "Sky", false, QCPScatterStyle::ssDisc, 0xff005a94, 0xff6cc1f5, 255},
+    CurveKind{Quantity::kClearSky, "Clear sky", false, QCPScatterStyle::ssSquare, 0xff8a3d99, 0xffd9a1e8, 190},
+    CurveKind{Quantity::kAmbient, "Ambient", false, QCPScatterStyle::ssTriangle, 0xffb84300, 0xffffa360, 255},
+    CurveKind{Quantity::kDewPoint, "Dew point", false, QCPScatterStyle::ssDiamond, 0xff00684a, 0xff53d6ab, 215},
+};
+constexpr std::array kWindCurves{
+    CurveKind{Quantity::kWind, "Wind", false, QCPScatterStyle::ssDisc, 0xff005a94, 0xff6cc1f5, 255},
+    CurveKind{Quantity::kGust, "Gust", false, QCPScatterStyle::ssTriangle, 0xffb84300, 0xffffa360, 190},
+    CurveKind{Quantity::kHumidity, "Humidity", true, QCPScatterStyle::ssSquare, 0xff00684a, 0xff53d6ab, 220},
+};
+
+QBrush Hatch(const QColor& colour, Qt::BrushStyle style) { return {colour, style}; }
+
+}  // namespace
+
+std::vector<Quantity> GraphKind::Quantities() const {
+  std::vector<Quantity> quantities;
+  for (const CurveKind& curve : curves) quantities.push_back(curve.quantity);
+  return quantities;
+}
+
+const GraphKind& TemperatureGraph() {
+  static const GraphKind kind{"frmTempGraph", "Temperatures", kTemperatureCurves};
+  return kind;
+}
+
+const GraphKind& WindGraph() {
+  static const GraphKind kind{"frmWindGraph", "Wind and humidity", kWindCurves};
+  return kind;
+}
+
+QString UnitOf(Quantity quantity, bool centigrade) {
+  if (IsTemperature(quantity)) return TemperatureUnit(centigrade);
+  return quantity == Quantity::kHumidity ? "%" : "mph";
+}
+
+QColor CurveColour(const CurveKind& curve, Theme::Kind theme) {
+  switch (theme) {
+    case Theme::Kind::kLight:
+      return QColor::fromRgb(curve.by_day);
+    case Theme::Kind::kDark:
+      return QColor::fromRgb(curve.in_the_dark);
+    case Theme::Kind::kNight:
+      break;
+  }
+  return {curve.at_night, 0, 0};
+}
+
+BandLook LookOf(Condition condition, Theme::Kind theme) {
+  struct Row {
+    Qt::BrushStyle pattern;
+    // Ground, pattern and outline for each theme; 0 is none.
+    std::array<QRgb, 3> light;
+    std::array<QRgb, 3> dark;
+    std::array<QRgb, 3> night;
+  };
+  static constexpr std::array<Row, kConditions> kRows{{
+      {Qt::NoBrush, {0xffe6f4e9, 0, 0xff9ccfab}, {0xff16301f, 0, 0xff2f6943}, {0, 0, 0xff780000}},
+      {Qt::Dense7Pattern, {0, 0xffb7b7b7, 0xffa8a8a8}, {0, 0xff5a5a5a, 0xff686868}, {0, 0xff780000, 0xff780000}},
+      {Qt::BDiagPattern,
+       {0xffececec, 0xffc4c4c4, 0xffa0a0a0},
+       {0xff303236, 0xff55585e, 0xff7a7d84},
+       {0, 0xff5a0000, 0xff780000}},
+      {Qt::VerPattern, {0, 0xff6aa5dc, 0xff4a86c5}, {0, 0xff3f6f9f, 0xff5a93cc}, {0, 0xff820000, 0xffa00000}},
+      {Qt::NoBrush, {0, 0, 0xffb4231e}, {0, 0, 0xffc23a33}, {0, 0, 0xffff0000}},
+  }};
+  const Row& row = kRows[static_cast<std::size_t>(condition)];
+  const auto& [ground, pattern, outline] =
+      theme == Theme::Kind::kLight ? row.light : (theme == Theme::Kind::kDark ? row.dark : row.night);
+  BandLook look;
+  if (pattern != 0) look.brush = Hatch(QColor::fromRgb(pattern), row.pattern);
+  if (ground != 0) look.ground = QColor::fromRgb(ground);
+  look.outline = QColor::fromRgb(outline);
+  look.strip = condition == Condition::kUnsafe;
+  look.ink = theme == Theme::Kind::kNight ? Qt::black : Qt::white;
+  return look;
+}
+
+}  // namespace orvalis

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+
+#include "ui/graphs/frm_graph.h"
+
+namespace orvalis {
+
+/// The two windows with graphs, made when they are first asked for.
+class GraphWindows {
+ public:
+  explicit GraphWindows(frmGraph::Parts parts) : parts_(std::move(parts)) {}
+
+  void OpenTemperatures() { Open(temperatures_, TemperatureGraph()); }
+  void OpenWind() { Open(wind_, WindGraph()); }
+
+  void SetTheme(const Theme& theme) {
+    theme_ = theme;
+    ForEach([&](frmGraph& window) { window.SetTheme(theme); });
+  }
+  void FollowSettings() {
+    ForEach([](frmGraph& window) { window.FollowSettings(); });
+  }
+  void ShowAnew() {
+    ForEach([](frmGraph& window) { window.ShowAnew(); });
+  }
+
+ private:
+  void Open(std::unique_ptr<frmGraph>& window, const GraphKind& kind) {
+    if (!window) {
+      window = std::make_unique<frmGraph>(kind, parts_);
+      if (theme_) window->SetTheme(*theme_);
+    }
+    if (!window->isVisible()) window->setWindowFlag(Qt::WindowStaysOnTopHint, parts_.on_top());
+    window->showNormal();
+    window->raise();
+    window->activateWindow();
+  }
+  template <typename Do>
+  void ForEach(Do action) {
+    for (frmGraph* window : {temperatures_.get(), wind_.get()}) {
+      if (window != nullptr) action(*window);
+    }
+  }
+
+  frmGraph::Parts parts_;
+  std::optional<Theme> theme_;
+  std::unique_ptr<frmGraph> temperatures_;
+  std::unique_ptr<frmGraph> wind_;
+};
+
+}  // namespace orvalis

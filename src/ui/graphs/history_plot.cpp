@@ -1,0 +1,411 @@
+#include "ui/graphs/history_plot.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "base/text.h"
+#include "history/condition_bands.h"
+#include "history/curve.h"
+#include "history/history_csv.h"
+#include "ui/controls/panel_texts.h"
+#include "ui/controls/text_fit.h"
+#include "ui/graphs/history_plot_parts.h"
+#include "ui/graphs/local_time_ticker.h"
+
+namespace orvalis {
+namespace {
+
+constexpr double kMsPerSecond = 1000;
+constexpr double kShortestRange = 60;
+constexpr double kUsualRange = 12 * 3600;
+constexpr double kRangeWithoutValues = 3600;
+
+QDateTime LocalTime(double seconds, const QTimeZone& zone) {
+  return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(seconds * kMsPerSecond), zone);
+}
+
+}  // namespace
+
+HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& zone, QWidget* parent)
+    : QCustomPlot(parent),
+      kind_(kind),
+      source_(std::move(source)),
+      zone_(zone),
+      theme_(Theme::ForDesktop(QApplication::palette())) {
+  setObjectName("plot");
+  setFocusPolicy(Qt::StrongFocus);
+  setAccessibleName(kind.title);
+  setMinimumSize(280, 180);
+  setMouseTracking(true);
+  setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
+  axisRect()->setRangeDrag(Qt::Horizontal);
+  axisRect()->setRangeZoom(Qt::Horizontal);
+  setNoAntialiasingOnDrag(true);
+  setPlottingHint(QCP::phFastPolylines);
+  setAutoAddPlottableToLegend(false);
+  legend->setVisible(false);
+
+  addLayer("conditions", layer("background"), limAbove);
+  addLayer("readout", layer("overlay"), limAbove);
+  layer("readout")->setMode(QCPLayer::lmBuffered);
+  conditions_ = new ConditionLayer(axisRect());
+  conditions_->setLayer("conditions");
+  readout_ = new Readout(axisRect());
+  readout_->setLayer("readout");
+
+  xAxis->setTicker(QSharedPointer<LocalTimeTicker>::create(zone_));
+  bool right = false;
+  for (const CurveKind& curve : kind.curves) {
+    right = right || curve.on_right_axis;
+    curves_.push_back(
+        new CurveGraph(xAxis, curve.on_right_axis ? yAxis2 : yAxis, curve, static_cast<int>(curves_.size())));
+  }
+  yAxis2->setVisible(right);
+  yAxis2->grid()->setVisible(false);
+
+  plotLayout()->insertRow(0);
+  title_ = new QCPTextElement(this);
+  plotLayout()->addElement(0, 0, title_);
+  BuildLegends();
+  plotLayout()->setRowSpacing(0);
+  plotLayout()->setMargins(QMargins(2, 2, 2, 2));
+  plotLayout()->setAutoMargins(QCP::msNone);
+
+  connect(xAxis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, &HistoryPlot::KeepWithin);
+  SetTheme(theme_);
+}
+
+void HistoryPlot::BuildLegends() {
+  for (Legend& made : legends_) {
+    made.legend = new QCPLegend;
+    const int row = plotLayout()->rowCount();
+    plotLayout()->addElement(row, 0, made.legend);
+    plotLayout()->setRowStretchFactor(row, 0.001);  // as low as it can be
+    made.legend->setLayer("legend");
+    made.legend->setFillOrder(QCPLegend::foColumnsFirst);
+    made.legend->setBorderPen(Qt::NoPen);
+    made.legend->setBrush(Qt::NoBrush);
+    made.legend->setMargins(QMargins(4, 0, 4, 0));
+    made.legend->setColumnSpacing(14);
+  }
+  auto& [curves, conditions] = legends_;
+  for (CurveGraph* curve : curves_) curves.items.push_back(new QCPPlottableLegendItem(curves.legend, curve));
+  for (std::size_t i = 0; i < kConditions; ++i) {
+    condition_items_.push_back(new ConditionLegendItem(conditions.legend, static_cast<Condition>(i)));
+    conditions.items.push_back(condition_items_.back());
+  }
+  for (const Legend& made : legends_) {
+    for (QCPAbstractLegendItem* item : made.items) {
+      item->setMargins(QMargins(0, 1, 0, 2));  // or what reaches to the lower edge is cut off
+      made.legend->addItem(item);
+    }
+  }
+}
+
+void HistoryPlot::SetTheme(const Theme& theme) {
+  theme_ = theme;
+  const bool night = theme.kind() == Theme::Kind::kNight;
+  const QColor ground =
+      night ? QColor(Qt::black) : Mix(theme.window(), theme.kind() == Theme::Kind::kDark ? Qt::black : Qt::white, 0.6);
+  const QColor ink = Readable(theme.text(), ground);
+  const QColor faint = night ? QColor(70, 0, 0) : Mix(ground, ink, 0.2);
+  setBackground(QBrush(theme.window()));
+  axisRect()->setBackground(QBrush(ground));
+  for (QCPAxis* axis : {xAxis, yAxis, yAxis2}) {
+    axis->setBasePen(QPen(ink, 1));
+    axis->setTickPen(QPen(ink, 1));
+    axis->setSubTickPen(QPen(ink, 1));
+    axis->setTickLabelColor(theme.text());
+    axis->setLabelColor(theme.text());
+    axis->setTickLabelFont(font());
+    axis->setLabelFont(font());
+    axis->grid()->setPen(QPen(faint, 1, Qt::DotLine));
+    axis->grid()->setZeroLinePen(QPen(faint, 1));
+  }
+  title_->setFont(font());
+  title_->setTextColor(theme.text());
+  for (CurveGraph* curve : curves_) curve->SetColours(CurveColour(curve->kind(), theme.kind()), ground);
+  for (const Legend& shown : legends_) {
+    shown.legend->setIconSize(32, QFontMetrics(font()).height());
+    for (QCPAbstractLegendItem* item : shown.items) {
+      item->setFont(font());
+      item->setTextColor(theme.text());
+    }
+  }
+  for (ConditionLegendItem* item : condition_items_) item->SetTheme(theme.kind());
+  conditions_->SetTheme(theme.kind());
+  readout_->SetColours(ink, ground);
+  WrapLegends();
+  replot(rpQueuedReplot);
+}
+
+void HistoryPlot::SetCentigrade(bool centigrade) {
+  if (centigrade == centigrade_) return;
+  centigrade_ = centigrade;
+  Rebuild();
+}
+
+int HistoryPlot::Columns() const { return std::max(100, axisRect()->width()); }
+
+TimeRange HistoryPlot::Shown() const {
+  return {.from = static_cast<std::int64_t>(std::floor(xAxis->range().lower * kMsPerSecond)),
+          .to = static_cast<std::int64_t>(std::ceil(xAxis->range().upper * kMsPerSecond))};
+}
+
+QCPRange HistoryPlot::Everything() const {
+  const double now = static_cast<double>(source_.now()) / kMsPerSecond;
+  const std::optional<TimeRange> extent = source_.history().Extent();
+  if (!extent) return {now - kRangeWithoutValues, now};
+  const double from = static_cast<double>(extent->from) / kMsPerSecond;
+  const double to = std::max(now, static_cast<double>(extent->to) / kMsPerSecond);
+  return {std::min(from, to - kShortestRange), to};
+}
+
+void HistoryPlot::KeepWithin(const QCPRange& wanted) {
+  if (adjusting_) return;
+  SetShown(wanted);
+  replot(rpQueuedReplot);
+}
+
+void HistoryPlot::SetShown(QCPRange range) {
+  const QCPRange all = Everything();
+  const double size = std::clamp(range.size(), kShortestRange, std::max(kShortestRange, all.size()));
+  double upper = range.center() + size / 2;
+  if (upper - size < all.lower) upper = all.lower + size;
+  upper = std::min(upper, all.upper);
+  follows_ = upper >= all.upper - size / Columns();
+  adjusting_ = true;
+  xAxis->setRange(upper - size, upper);
+  adjusting_ = false;
+  Recalculate();
+}
+
+void HistoryPlot::TakeNew() {
+  const QCPRange shown = xAxis->range();
+  const double moved = Everything().upper - shown.upper;
+  const bool goes_on = follows_ && moved >= shown.size() / Columns();
+  if (!goes_on && revision_ == source_.history().revision()) return;
+  // One more reading among thousands mostly changes no pixel, and drawing costs more than looking.
+  const std::vector<QPoint> before = Pixels();
+  SetShown(goes_on ? shown + moved : shown);
+  if (goes_on || Pixels() != before) replot(rpQueuedReplot);
+}
+
+std::vector<QPoint> HistoryPlot::Pixels() const {
+  std::vector<QPoint> pixels;
+  const auto add = [&](double x, double y) {
+    pixels.emplace_back(static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y)));
+  };
+  for (const QCPAxis* axis : {yAxis, yAxis2}) add(axis->coordToPixel(0), axis->coordToPixel(1));
+  for (const CurveGraph* curve : curves_) {
+    for (const QCPGraphData& point : *curve->data()) {
+      // Not a number: the curve is interrupted here.
+      add(xAxis->coordToPixel(point.key), std::isnan(point.value) ? -1 : curve->valueAxis()->coordToPixel(point.value));
+    }
+  }
+  for (std::size_t i = 0; i < kConditions; ++i) {
+    for (const TimeRange& band : conditions_->bands(static_cast<Condition>(i))) {
+      add(xAxis->coordToPixel(static_cast<double>(band.from) / kMsPerSecond),
+          xAxis->coordToPixel(static_cast<double>(band.to) / kMsPerSecond));
+    }
+  }
+  return pixels;
+}
+
+void HistoryPlot::Rebuild() {
+  SetShown(follows_ ? xAxis->range() + (Everything().upper - xAxis->range().upper) : xAxis->range());
+  replot(rpQueuedReplot);
+}
+
+void HistoryPlot::ShowUsual() {
+  const QCPRange all = Everything();
+  SetShown({std::max(all.lower, all.upper - kUsualRange), all.upper});
+  replot(rpQueuedReplot);
+}
+
+void HistoryPlot::ShowAll() {
+  SetShown(Everything());
+  replot(rpQueuedReplot);
+}
+
+void HistoryPlot::Zoom(double factor) {
+  const QCPRange shown = xAxis->range();
+  // Who looks at the newest values goes on doing so.
+  const double centre = follows_ ? shown.upper - shown.size() * factor / 2 : shown.center();
+  const double half = shown.size() * factor / 2;
+  SetShown({centre - half, centre + half});
+  replot(rpQueuedReplot);
+}
+
+void HistoryPlot::Pan(double share) {
+  SetShown(xAxis->range() + share * xAxis->range().size());
+  replot(rpQueuedReplot);
+}
+
+void HistoryPlot::Recalculate() {
+  const History& history = source_.history();
+  revision_ = history.revision();
+  const TimeRange range = Shown();
+  const int columns = Columns();
+  for (CurveGraph* curve : curves_) {
+    const Quantity quantity = curve->kind().quantity;
+    QVector<QCPGraphData> data;
+    for (const CurvePoint& point : CurvePoints(history, quantity, range, columns)) {
+      data.append({point.time / kMsPerSecond, ShownValue(quantity, point.value, centigrade_)});
+    }
+    curve->data()->set(data, true);
+  }
+  for (std::size_t i = 0; i < kConditions; ++i) {
+    const auto condition = static_cast<Condition>(i);
+    conditions_->SetBands(condition, ConditionBands(history, condition, range, columns));
+  }
+  FitValueAxis(yAxis);
+  if (yAxis2->visible()) FitValueAxis(yAxis2);
+  for (CurveGraph* curve : curves_) curve->FitLine();
+  constexpr int kTickDistance = 95;
+  xAxis->ticker()->setTickCount(std::max(2, columns / kTickDistance));
+  ShowTitle();
+  ShowReadout();
+}
+
+void HistoryPlot::FitValueAxis(QCPAxis* axis) {
+  double lowest = std::numeric_limits<double>::infinity();
+  double highest = -lowest;
+  Quantity quantity = Quantity::kSky;
+  for (const CurveGraph* curve : curves_) {
+    if (curve->valueAxis() != axis) continue;
+    quantity = curve->kind().quantity;
+    for (const QCPGraphData& point : *curve->data()) {
+      if (std::isnan(point.value) || !xAxis->range().contains(point.key)) continue;
+      lowest = std::min(lowest, point.value);
+      highest = std::max(highest, point.value);
+    }
+  }
+  const bool temperature = IsTemperature(quantity);
+  axis->setLabel((temperature ? "Temperature" : ToQString(quantity == Quantity::kHumidity ? "Humidity" : "Wind")) +
+                 " (" + UnitOf(quantity, centigrade_) + ")");
+  // Wind and humidity begin at nothing; temperatures are given a little room.
+  constexpr double kFullHumidity = 100;
+  constexpr double kUsualWind = 10;
+  constexpr double kUsualTemperatures = 10;
+  if (!temperature) {
+    const double usual = quantity == Quantity::kHumidity ? kFullHumidity : kUsualWind;
+    lowest = std::min(lowest, 0.0);
+    highest = std::max(highest, usual);
+  } else if (lowest > highest) {
+    lowest = 0;
+    highest = kUsualTemperatures;
+  } else if (highest - lowest < kUsualTemperatures / 2) {
+    const double middle = (highest + lowest) / 2;
+    lowest = middle - kUsualTemperatures / 4;
+    highest = middle + kUsualTemperatures / 4;
+  }
+  constexpr double kRoom = 0.05;
+  const double room = (highest - lowest) * kRoom;
+  // The strip along the upper edge covers nothing.
+  const double height = std::max(1, axisRect()->height() - ConditionLayer::kStripHeight);
+  const double strip = (highest - lowest + 2 * room) * ConditionLayer::kStripHeight / height;
+  axis->setRange(lowest < 0 || temperature ? lowest - room : lowest, highest + room + strip);
+}
+
+void HistoryPlot::ShowTitle() {
+  const QDateTime from = LocalTime(xAxis->range().lower, zone_);
+  const QDateTime to = LocalTime(xAxis->range().upper, zone_);
+  const QString end = to.toString(to.date() == from.date() ? "HH:mm" : "yyyy-MM-dd HH:mm");
+  QString title = QString(kind_.title) + ", " + from.toString("yyyy-MM-dd HH:mm") + " to " + end;
+  if (!source_.history().Extent()) title = QString(kind_.title) + ": no values yet";
+  if (source_.made_up()) title += " · DEMO — values are made up";
+  title_->setText(title);
+}
+
+void HistoryPlot::WrapLegends() {
+  for (const Legend& shown : legends_) {
+    int widest = 1;
+    for (const QCPLayoutElement* item : shown.items) widest = std::max(widest, item->minimumOuterSizeHint().width());
+    const int count = static_cast<int>(shown.items.size());
+    const int fitting = std::clamp((width() - 20) / (widest + shown.legend->columnSpacing()), 1, count);
+    // Rows of about the same length.
+    const int rows = (count + fitting - 1) / fitting;
+    const int columns = (count + rows - 1) / rows;
+    if (shown.legend->wrap() == columns) continue;
+    shown.legend->setWrap(columns);
+    shown.legend->setFillOrder(QCPLegend::foColumnsFirst, true);
+  }
+}
+
+void HistoryPlot::resizeEvent(QResizeEvent* event) {
+  WrapLegends();
+  QCustomPlot::resizeEvent(event);
+  if (xAxis->range().size() <= kShortestRange / 2) return;  // not shown yet
+  Recalculate();
+  replot(rpQueuedReplot);
+}
+
+void HistoryPlot::mouseMoveEvent(QMouseEvent* event) {
+  QCustomPlot::mouseMoveEvent(event);
+  pointer_ = event->position();
+  ShowReadout();
+  layer("readout")->replot();
+}
+
+void HistoryPlot::mouseDoubleClickEvent(QMouseEvent* event) {
+  QCustomPlot::mouseDoubleClickEvent(event);
+  ShowAll();
+}
+
+void HistoryPlot::leaveEvent(QEvent* event) {
+  QCustomPlot::leaveEvent(event);
+  pointer_.reset();
+  ShowReadout();
+  layer("readout")->replot();
+}
+
+void HistoryPlot::ShowReadout() {
+  readout_->Hide();
+  if (!pointer_ || !axisRect()->rect().contains(pointer_->toPoint())) return;
+  constexpr double kNearPixels = 6;
+  const double near = kNearPixels * xAxis->range().size() / Columns() * kMsPerSecond;
+  const double time = xAxis->pixelToCoord(pointer_->x()) * kMsPerSecond;
+  const std::optional<Span> span = source_.history().Nearest(static_cast<std::int64_t>(time),
+                                                             std::max(kLongestStepMs, static_cast<std::int64_t>(near)));
+  if (!span) return;
+  const double middle = (static_cast<double>(span->first) + static_cast<double>(span->last)) / 2 / kMsPerSecond;
+  const double x = xAxis->coordToPixel(middle);
+  QString when = LocalTime(static_cast<double>(span->first) / kMsPerSecond, zone_).toString("yyyy-MM-dd HH:mm:ss");
+  if (span->last != span->first) {
+    when += " to " + LocalTime(static_cast<double>(span->last) / kMsPerSecond, zone_).toString("HH:mm:ss");
+  }
+  std::vector<Readout::Row> rows{{when, nullptr, std::nullopt}};
+  for (const CurveGraph* curve : curves_) {
+    const Quantity quantity = curve->kind().quantity;
+    QString text = curve->name() + "  ";
+    std::optional<QPointF> dot;
+    if (span->lowest.Knows(quantity)) {
+      const auto shown = [&](const Values& values) {
+        // The two decimals that were kept, without what a float adds to them: the panel's rounding would show it.
+        constexpr int kDecimals = 2;
+        return ShownValue(quantity, RoundToDecimals(values[quantity], kDecimals), centigrade_);
+      };
+      const double lowest = shown(span->lowest);
+      const double highest = shown(span->highest);
+      const QString low = ToQString(FormatFixed(lowest, 1));
+      const QString high = ToQString(FormatFixed(highest, 1));
+      text += (low == high ? low : low + " to " + high) + " " + UnitOf(quantity, centigrade_);
+      if (span->held.Has(quantity)) text += ", held";
+      dot = QPointF(x, curve->valueAxis()->coordToPixel(highest));
+    } else {
+      text += "not known";
+    }
+    rows.push_back({text, curve, dot});
+  }
+  QString conditions = span->conditions.Has(Condition::kUnsafe) ? "UNSAFE" : "safe";
+  for (const Condition condition :
+       {Condition::kClear, Condition::kPartlyCloudy, Condition::kCloudy, Condition::kRain}) {
+    if (span->conditions.Has(condition)) conditions += ", " + ToQString(Name(condition));
+  }
+  rows.push_back({conditions, nullptr, std::nullopt});
+  readout_->Show(x, std::move(rows));
+}
+
+}  // namespace orvalis

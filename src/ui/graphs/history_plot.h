@@ -1,0 +1,101 @@
+#pragma once
+
+#include <qcustomplot.h>
+
+#include <QTimeZone>
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "history/history.h"
+#include "ui/controls/theme.h"
+#include "ui/graphs/graph_kind.h"
+
+namespace orvalis {
+
+class ConditionLayer;
+class ConditionLegendItem;
+class CurveGraph;
+class Readout;
+
+/// The curves of one graph over local time, with the conditions behind them and the values at the pointer. The wheel
+/// zooms, dragging pans, a double click shows all; the value axes always fit what is seen. While its end is in sight it
+/// goes along with the time.
+class HistoryPlot : public QCustomPlot {
+  Q_OBJECT
+ public:
+  struct Source {
+    std::function<const History&()> history;
+    std::function<std::int64_t()> now;
+    std::function<bool()> made_up;  ///< the values are those of demo mode
+  };
+
+  HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& zone, QWidget* parent = nullptr);
+
+  void SetTheme(const Theme& theme);
+  void SetCentigrade(bool centigrade);
+
+  /// Takes in what is new; paints only when that can be seen.
+  void TakeNew();
+  /// Another history than before, or other units: everything anew.
+  void Rebuild();
+  /// The last twelve hours, or as much as there is.
+  void ShowUsual();
+  void ShowAll();
+  /// Shows `factor` times as much, around the middle.
+  void Zoom(double factor);
+  /// Moves by this share of what is shown; positive is later.
+  void Pan(double share);
+
+  /// What is shown.
+  [[nodiscard]] TimeRange Shown() const;
+  [[nodiscard]] const Readout& readout() const { return *readout_; }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+
+ private:
+  struct Legend {
+    QCPLegend* legend = nullptr;
+    std::vector<QCPAbstractLegendItem*> items;
+  };
+
+  void BuildLegends();
+  /// The longest range that can be shown.
+  [[nodiscard]] QCPRange Everything() const;
+  void KeepWithin(const QCPRange& wanted);
+  void SetShown(QCPRange range);
+  void Recalculate();
+  /// Where everything is drawn that depends on the values.
+  [[nodiscard]] std::vector<QPoint> Pixels() const;
+  void FitValueAxis(QCPAxis* axis);
+  void ShowTitle();
+  void WrapLegends();
+  /// The values at the pointer, or nothing where there are none.
+  void ShowReadout();
+  [[nodiscard]] int Columns() const;
+
+  const GraphKind& kind_;
+  Source source_;
+  QTimeZone zone_;
+  bool centigrade_ = true;
+  Theme theme_;
+  bool follows_ = true;     ///< its end is that of the history
+  bool adjusting_ = false;  ///< the range is being set from here
+  std::uint64_t revision_ = 0;
+  std::optional<QPointF> pointer_;
+
+  QCPTextElement* title_ = nullptr;
+  std::array<Legend, 2> legends_;  ///< of the curves and of the conditions
+  ConditionLayer* conditions_ = nullptr;
+  Readout* readout_ = nullptr;
+  std::vector<CurveGraph*> curves_;
+  std::vector<ConditionLegendItem*> condition_items_;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,123 @@
+#pragma once
+
+#include <qcustomplot.h>
+
+#include <QString>
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "history/history.h"
+#include "history/sample.h"
+#include "ui/graphs/graph_kind.h"
+
+namespace orvalis {
+
+/// A curve with a marker every now and then along it.
+class CurveGraph : public QCPGraph {
+ public:
+  CurveGraph(QCPAxis* time_axis, QCPAxis* value_axis, const CurveKind& kind, int place);
+
+  [[nodiscard]] const CurveKind& kind() const { return kind_; }
+  void SetColours(const QColor& line, const QColor& ground);
+  /// Draws a curve that goes up and down in every column with a finer line: it is quicker by far and looks the same.
+  /// To be called when the data or the axes have changed.
+  void FitLine();
+  void DrawMarker(QCPPainter* painter, QPointF place) const;
+
+ protected:
+  void draw(QCPPainter* painter) override;
+  void drawLegendIcon(QCPPainter* painter, const QRectF& rect) const override;
+
+ private:
+  const CurveKind& kind_;
+  int place_;  ///< among the curves, so that the markers of two do not cover each other
+  QCPScatterStyle marker_;
+};
+
+/// The conditions behind the curves.
+class ConditionLayer : public QCPLayerable {
+ public:
+  explicit ConditionLayer(QCPAxisRect* rect);
+
+  static constexpr int kStripHeight = 15;
+
+  void SetTheme(Theme::Kind theme) { theme_ = theme; }
+  void SetBands(Condition condition, std::vector<TimeRange> bands) {
+    bands_[static_cast<std::size_t>(condition)] = std::move(bands);
+  }
+  [[nodiscard]] const std::vector<TimeRange>& bands(Condition condition) const {
+    return bands_[static_cast<std::size_t>(condition)];
+  }
+
+  /// As much of `rect` as shows `condition`.
+  static void Paint(QCPPainter* painter, const QRectF& rect, const BandLook& look);
+
+ protected:
+  void applyDefaultAntialiasingHint(QCPPainter* painter) const override { painter->setAntialiasing(false); }
+  void draw(QCPPainter* painter) override;
+  [[nodiscard]] QRect clipRect() const override { return rect_->rect(); }
+
+ private:
+  QCPAxisRect* rect_;
+  Theme::Kind theme_ = Theme::Kind::kLight;
+  std::array<std::vector<TimeRange>, kConditions> bands_;
+};
+
+/// A condition in the legend.
+class ConditionLegendItem : public QCPAbstractLegendItem {
+ public:
+  ConditionLegendItem(QCPLegend* parent, Condition condition);
+
+  void SetTheme(Theme::Kind theme) { theme_ = theme; }
+
+ protected:
+  void draw(QCPPainter* painter) override;
+  [[nodiscard]] QSize minimumOuterSizeHint() const override;
+
+ private:
+  [[nodiscard]] QSize TextSize() const;
+
+  Condition condition_;
+  QString text_;
+  Theme::Kind theme_ = Theme::Kind::kLight;
+};
+
+/// The values at the pointer: a line at their time, a dot on each curve and a box with the figures. It lies on a layer
+/// of its own that is painted without the rest.
+class Readout : public QCPLayerable {
+ public:
+  struct Row {
+    QString text;
+    const CurveGraph* curve = nullptr;  ///< none: the row is of all of them
+    std::optional<QPointF> dot;
+  };
+
+  explicit Readout(QCPAxisRect* rect);
+
+  void SetColours(const QColor& ink, const QColor& ground) {
+    ink_ = ink;
+    ground_ = ground;
+  }
+  /// `x` is where the line stands, in pixels.
+  void Show(double x, std::vector<Row> rows) {
+    x_ = x;
+    rows_ = std::move(rows);
+  }
+  void Hide() { rows_.clear(); }
+  [[nodiscard]] bool shown() const { return !rows_.empty(); }
+  [[nodiscard]] const std::vector<Row>& rows() const { return rows_; }
+
+ protected:
+  void applyDefaultAntialiasingHint(QCPPainter* painter) const override { painter->setAntialiasing(true); }
+  void draw(QCPPainter* painter) override;
+
+ private:
+  QCPAxisRect* rect_;
+  double x_ = 0;
+  std::vector<Row> rows_;
+  QColor ink_;
+  QColor ground_;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,103 @@
+#include "ui/graphs/local_time_ticker.h"
+
+#include <QDateTime>
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace orvalis {
+namespace {
+
+constexpr double kMinute = 60;
+constexpr double kHour = 3600;
+constexpr double kDay = 24 * kHour;
+
+struct Step {
+  double seconds;
+  int parts;  ///< into which the sub ticks divide it
+};
+constexpr std::array kSteps{Step{1, 1},
+                            Step{2, 2},
+                            Step{5, 5},
+                            Step{10, 5},
+                            Step{15, 3},
+                            Step{30, 3},
+                            Step{kMinute, 4},
+                            Step{2 * kMinute, 2},
+                            Step{5 * kMinute, 5},
+                            Step{10 * kMinute, 5},
+                            Step{15 * kMinute, 3},
+                            Step{30 * kMinute, 3},
+                            Step{kHour, 4},
+                            Step{2 * kHour, 2},
+                            Step{3 * kHour, 3},
+                            Step{6 * kHour, 6},
+                            Step{12 * kHour, 4},
+                            Step{kDay, 4}};
+
+}  // namespace
+
+int LocalTimeTicker::Offset(double time) const {
+  return zone_.offsetFromUtc(QDateTime::fromSecsSinceEpoch(static_cast<qint64>(std::floor(time)), Qt::UTC));
+}
+
+double LocalTimeTicker::getTickStep(const QCPRange& range) {
+  const double wanted = range.size() / mTickCount;
+  const auto* step =
+      std::find_if(kSteps.begin(), kSteps.end() - 1, [wanted](const Step& s) { return s.seconds >= wanted; });
+  step_ = step->seconds;
+  return step_;
+}
+
+int LocalTimeTicker::getSubTickCount(double tick_step) {
+  const auto* step =
+      std::find_if(kSteps.begin(), kSteps.end() - 1, [tick_step](const Step& s) { return s.seconds >= tick_step; });
+  return step->parts - 1;
+}
+
+QVector<double> LocalTimeTicker::createTickVector(double tick_step, const QCPRange& range) {
+  const auto round_local = [&](double time) {
+    const int offset = Offset(time);
+    return std::round((time + offset) / tick_step) * tick_step - offset;
+  };
+  QVector<double> ticks;
+  double tick = round_local(range.lower - 2 * tick_step);
+  while (tick <= range.upper + tick_step) {
+    ticks.append(tick);
+    // A step of local time may be an hour more or less in all.
+    double next = round_local(tick + tick_step);
+    if (next <= tick) next = tick + tick_step;
+    tick = next;
+  }
+  return ticks;
+}
+
+QVector<QString> LocalTimeTicker::createLabelVector(const QVector<double>& ticks, const QLocale& /*locale*/,
+                                                    QChar /*format_char*/, int /*precision*/) {
+  bool changes = false;
+  for (const double tick : ticks) changes = changes || Offset(tick) != Offset(ticks.front());
+  QVector<QString> labels;
+  QDate last_date;
+  for (const double tick : ticks) {
+    const int offset = Offset(tick);
+    const QDateTime local =
+        QDateTime::fromSecsSinceEpoch(static_cast<qint64>(std::llround(tick)), Qt::OffsetFromUTC, offset);
+    const QString date = local.date().toString(Qt::ISODate);
+    if (step_ >= kDay) {
+      labels.append(date);
+      continue;
+    }
+    QString label = local.time().toString(step_ < kMinute ? "HH:mm:ss" : "HH:mm");
+    if (changes) {
+      const int minutes = std::abs(offset) / 60;
+      label += (offset < 0 ? "-" : "+") + QString("%1").arg(minutes / 60, 2, 10, QChar('0'));
+      if (minutes % 60 != 0) label += QString(":%1").arg(minutes % 60, 2, 10, QChar('0'));
+    }
+    if (local.date() != last_date) label += "\n" + date;
+    last_date = local.date();
+    labels.append(label);
+  }
+  return labels;
+}
+
+}  // namespace orvalis

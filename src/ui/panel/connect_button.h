@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QPushButton>
+#include <QString>
+
+#include "ui/controls/theme.h"
+
+namespace orvalis {
+
+/// The connect control: a toggle that shows what it is told and never flips by itself. A long caption is wrapped.
+class ConnectButton : public QPushButton {
+  Q_OBJECT
+ public:
+  struct Content {
+    QString caption;
+    bool on = false;
+    bool enabled = true;
+    Tone tone;
+
+    bool operator==(const Content&) const = default;
+  };
+
+  explicit ConnectButton(QWidget* parent);
+
+  /// Repaints only when `content` is another one than before.
+  void Show(const Content& content);
+  [[nodiscard]] const Content& content() const { return content_; }
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+  [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+  [[nodiscard]] int heightForWidth(int width) const override;
+
+ protected:
+  void nextCheckState() override {}  // what a click does is up to the program; it is shown when it is done
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  [[nodiscard]] double LeftOfText() const;
+  [[nodiscard]] QRectF TextArea() const;
+
+  Content content_;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,69 @@
+#include "ui/panel/event_view.h"
+
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextCursor>
+
+#include "ui/controls/panel_texts.h"
+
+namespace orvalis {
+namespace {
+
+/// The user state of the lines that are dates; other lines have -1.
+constexpr int kDateLine = 1;
+
+void RemoveBlock(const QTextBlock& block) {
+  QTextCursor cursor(block);
+  cursor.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor);
+  cursor.removeSelectedText();
+}
+
+}  // namespace
+
+EventView::EventView(QWidget* parent) : NightProof(parent) {
+  setReadOnly(true);
+  setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  setTabChangesFocus(true);
+  setUndoRedoEnabled(false);
+  setPlaceholderText("Nothing has happened yet.");
+  setAccessibleName("Events");
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void EventView::Append(const Event& event) {
+  const bool at_end = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+  const QDate date(event.time.year, event.time.month, event.time.day);
+  if (date != last_date_) {
+    appendPlainText(DateText(event.time));
+    document()->lastBlock().setUserState(kDateLine);
+    last_date_ = date;
+  }
+  // A text of several lines stays one event: what follows is told apart by its time.
+  appendPlainText(QString::fromStdString(FormatTimeOfDay(event.time)) + "  " +
+                  QString::fromStdString(event.text).simplified());
+  document()->lastBlock().setUserState(-1);
+  if (++count_ > EventList::kKept) DropOldest();
+  if (at_end) ScrollToNewest();
+}
+
+void EventView::ScrollToNewest() { verticalScrollBar()->setValue(verticalScrollBar()->maximum()); }
+
+void EventView::DropOldest() {
+  // The first line is the date of the oldest event, the second that event.
+  RemoveBlock(document()->firstBlock().next());
+  --count_;
+  if (document()->firstBlock().next().userState() == kDateLine) RemoveBlock(document()->firstBlock());
+}
+
+QSize EventView::sizeHint() const {
+  const QFontMetrics metrics(font());
+  return {metrics.averageCharWidth() * 40, metrics.lineSpacing() * 8};
+}
+
+QSize EventView::minimumSizeHint() const {
+  const QFontMetrics metrics(font());
+  return {metrics.averageCharWidth() * 20, metrics.lineSpacing() * 5};
+}
+
+}  // namespace orvalis

@@ -1,0 +1,359 @@
+// The parts of the main panel and their places. What they show is in frm_hand_box.cpp.
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpressionValidator>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTimer>
+#include <QToolButton>
+#include <algorithm>
+#include <cmath>
+
+#include "ui/controls/flow_layout.h"
+#include "ui/controls/logo_button.h"
+#include "ui/controls/night_proof.h"
+#include "ui/controls/text_fit.h"
+#include "ui/panel/connect_button.h"
+#include "ui/panel/event_view.h"
+#include "ui/panel/frm_hand_box.h"
+#include "ui/panel/status_text.h"
+
+namespace orvalis {
+namespace {
+
+// Lengths in units of the ordinary letters' size, so that the window follows the desktop's font.
+constexpr QSizeF kFirstSize(36, 56);
+constexpr QSizeF kUprightSize(36, 64);  ///< in larger windows the letters grow
+constexpr QSizeF kWideSize(60, 45);
+constexpr double kLeastWideWidth = 54;
+constexpr double kLeastStackedHeight = 46;
+constexpr double kMargin = 0.8;
+constexpr double kGap = 0.6;
+constexpr double kMostGrowth = 2.2;
+
+/// Scrolls when it must, and asks for as much height as its contents need.
+class BodyScroll : public QScrollArea {
+ public:
+  using QScrollArea::QScrollArea;
+
+  [[nodiscard]] QSize sizeHint() const override {
+    const int width = std::max(viewport()->width(), widget()->minimumSizeHint().width());
+    const int height = widget()->layout()->hasHeightForWidth() ? widget()->layout()->heightForWidth(width)
+                                                               : widget()->sizeHint().height();
+    return {widget()->sizeHint().width(), height};
+  }
+};
+
+template <typename Part>
+Part* Named(Part* part, const char* name) {
+  part->setObjectName(name);
+  return part;
+}
+
+}  // namespace
+
+frmHandBox::frmHandBox(PanelModel& model, QWidget* parent)
+    : QWidget(parent), model_(model), theme_(Theme::ForDesktop(palette())) {
+  setObjectName("frmHandBox");
+  setWindowTitle("Orvalis");
+  auto* outer = new QVBoxLayout(this);
+  outer->setContentsMargins(0, 0, 0, 0);
+  content_ = new QWidget(this);
+  outer->addWidget(content_);
+
+  auto* column = new QVBoxLayout(content_);
+  demo_ = Named(new WordCard(WordCard::Form::kStrip, {}, {}, content_), "lblDemo");
+  column->addWidget(demo_);
+  main_ = new QBoxLayout(QBoxLayout::TopToBottom);
+  column->addLayout(main_, 1);
+  BuildHero();
+  BuildBody();
+  main_->addWidget(hero_);
+  main_->addWidget(scroll_);
+  BuildFooter();
+  column->addLayout(footer_);
+  SetTabOrder();
+
+  const double unit = PixelSize(font());
+  QSize size = (kFirstSize * unit).toSize();
+  if (const QScreen* on = screen()) size = size.boundedTo(on->availableSize() * 0.9);
+  resize(size);
+  Refresh();
+  Arrange();
+}
+
+void frmHandBox::BuildHero() {
+  hero_ = new QWidget(content_);
+  hero_layout_ = new QBoxLayout(QBoxLayout::TopToBottom, hero_);
+  hero_layout_->setContentsMargins(0, 0, 0, 0);
+  verdict_ = Named(new WordCard(WordCard::Form::kHero, "Verdict", "NO DATA", hero_), "lblVerdict");
+  sky_word_ = Named(new WordCard(WordCard::Form::kHero, "Sky", "PCloudy", hero_), "lblCloud");
+  hero_layout_->addWidget(verdict_, 1);
+  hero_layout_->addWidget(sky_word_, 1);
+  hero_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void frmHandBox::BuildBody() {
+  scroll_ = new BodyScroll(content_);
+  scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setWidgetResizable(true);
+  scroll_->setFocusPolicy(Qt::NoFocus);
+  auto* body = new QWidget;
+  scroll_->setWidget(body);
+  // The window's own ground shows through.
+  scroll_->viewport()->setAutoFillBackground(false);
+  body->setAutoFillBackground(false);
+  scroll_->viewport()->installEventFilter(this);
+  auto* column = new QVBoxLayout(body);
+  column->setContentsMargins(0, 0, 0, 0);
+
+  const auto card = [body](QBoxLayout* row, WordCard::Form form, const char* name, const QString& caption,
+                           const QString& longest) {
+    auto* made = Named(new WordCard(form, caption, longest, body), name);
+    row->addWidget(made, 1);
+    return made;
+  };
+  auto* tiles = new QHBoxLayout;  // the longest word of the three, so that all have letters of one size
+  wind_word_ = card(tiles, WordCard::Form::kTile, "lblWindWord", "Wind", "Breeze");
+  rain_word_ = card(tiles, WordCard::Form::kTile, "lblRainWord", "Rain", "Breeze");
+  light_word_ = card(tiles, WordCard::Form::kTile, "lblLightWord", "Light", "Breeze");
+  column->addLayout(tiles, 30);
+  switches_ = new QBoxLayout(QBoxLayout::LeftToRight);
+  heater_ = card(switches_, WordCard::Form::kStrip, "lblHeater", "Heater", "Y");
+  relay_ = card(switches_, WordCard::Form::kStrip, "lblRelay", "Relay", "Y");
+  column->addLayout(switches_);
+
+  values_ = new QBoxLayout(QBoxLayout::LeftToRight);
+  temperatures_ = new QVBoxLayout;
+  quantities_ = new QVBoxLayout;
+  const auto row = [body](QBoxLayout* group, const char* name) {
+    auto* made = Named(new ValueRow(body), name);
+    group->addWidget(made);
+    return made;
+  };
+  ambient_ = row(temperatures_, "lblAmbient");
+  body_ = row(temperatures_, "lblBody");
+  dew_point_ = row(temperatures_, "lblDewPoint");
+  sky_ = row(temperatures_, "lblSky");
+  clear_sky_ = row(temperatures_, "lblClearSky");
+  difference_ = row(temperatures_, "lblDifference");
+  humidity_ = row(quantities_, "lblHumidity");
+  wind_ = row(quantities_, "lblWind");
+  wind_average_ = row(quantities_, "lblWindAverage");
+  wind_gust_ = row(quantities_, "lblWindGust");
+  rain_ = row(quantities_, "lblRain");
+  light_ = row(quantities_, "lblLight");
+  for (QBoxLayout* group : {temperatures_, quantities_}) {
+    group->setSpacing(0);
+    values_->addLayout(group, 1);
+  }
+  column->addLayout(values_);
+  BuildTools(column);
+}
+
+void frmHandBox::BuildTools(QBoxLayout* column) {
+  QWidget* body = scroll_->widget();
+  auto* line = new QHBoxLayout;
+  averaging_ = Named(new QLabel(body), "lblAveraging");
+  averaging_->setTextFormat(Qt::PlainText);
+  averaging_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  averaging_->setToolTip("The temperatures are averages of as many readings.");
+  line->addWidget(averaging_, 1);
+  auto* label = new QLabel("Hu&midity curve:", body);
+  line->addWidget(label);
+  humidity_selector_ = Named(new NightProof<QLineEdit>(body), "txtHumiditySelector");
+  label->setBuddy(humidity_selector_);
+  humidity_selector_->setAlignment(Qt::AlignRight);
+  humidity_selector_->setToolTip("Below 2 chooses the other temperature curve of the humidity sensor.");
+  label->setToolTip(humidity_selector_->toolTip());
+  humidity_selector_->setAccessibleName("Humidity curve");
+  humidity_selector_->setAccessibleDescription(humidity_selector_->toolTip());
+  humidity_selector_->setValidator(
+      new QRegularExpressionValidator(QRegularExpression("-?[0-9]{0,6}([.][0-9]{0,2})?"), humidity_selector_));
+  connect(humidity_selector_, &QLineEdit::textEdited, this, [this](const QString& text) {
+    typing_ = true;
+    model_.humidity_selector = text.toStdString();
+  });
+  connect(humidity_selector_, &QLineEdit::editingFinished, this, [this] { typing_ = false; });
+  line->addWidget(humidity_selector_);
+  column->addLayout(line);
+
+  tools_ = new FlowLayout;
+  column->addLayout(tools_);
+  night_button_ = Named(AddToolButton("&Night"), "cmdNight");
+  night_button_->setCheckable(true);
+  night_button_->setToolTip("Black and red, for eyes used to the dark");
+  night_button_->setAccessibleName("Night theme");
+  connect(night_button_, &QPushButton::clicked, this, [this](bool on) {
+    SetNightTheme(on);
+    emit NightThemeToggled(on);
+  });
+
+  logo_pair_ = new QWidget(body);
+  auto* pair = new QHBoxLayout(logo_pair_);
+  pair->setContentsMargins(0, 0, 0, 0);
+  logos_ = MakeLogoButtons(logo_pair_);
+  for (LogoButton* logo : logos_) pair->addWidget(logo);
+  tools_->addWidget(logo_pair_);
+
+  events_button_ = Named(new QToolButton(body), "cmdEvents");
+  events_button_->setCheckable(true);
+  events_button_->setAutoRaise(true);
+  events_button_->setFocusPolicy(Qt::StrongFocus);
+  events_button_->setAccessibleName("Show the events");
+  column->addWidget(events_button_, 0, Qt::AlignLeft);
+  events_ = Named(new EventView(body), "txtEvents");
+  column->addWidget(events_, 40);
+  column->addStretch(1);
+  connect(events_button_, &QToolButton::toggled, this, &frmHandBox::ShowEvents);
+  ShowEvents(false);
+}
+
+void frmHandBox::BuildFooter() {
+  footer_ = new QBoxLayout(QBoxLayout::TopToBottom);
+  connect_ = Named(new ConnectButton(content_), "cmdConnect");
+  status_ = Named(new StatusText(content_), "txtStatus");
+  footer_->addWidget(connect_);
+  footer_->addWidget(status_);
+  connect(connect_, &QPushButton::clicked, this, [this] {
+    emit ConnectToggled(!model_.connect.checked);
+    Refresh();
+  });
+}
+
+void frmHandBox::SetTabOrder() {
+  QWidget* before = connect_;
+  for (QWidget* next : std::initializer_list<QWidget*>{humidity_selector_, last_tool_, logos_.front(), logos_.back(),
+                                                       events_button_, events_, status_}) {
+    setTabOrder(before, next);
+    before = next;
+  }
+  connect_->setFocus();
+}
+
+QPushButton* frmHandBox::AddToolButton(const QString& text) {
+  auto* button = new QPushButton(text, scroll_->widget());
+  button->setAutoDefault(false);
+  tools_->addWidget(button);
+  if (logo_pair_) {  // at the end, whatever is added
+    tools_->removeWidget(logo_pair_);
+    tools_->addWidget(logo_pair_);
+  }
+  if (last_tool_) setTabOrder(last_tool_, button);
+  last_tool_ = button;
+  FitToolButtons(PixelSize(button->font()));
+  return button;
+}
+
+void frmHandBox::ShowEvents(bool open) {
+  events_button_->setText(open ? "▾ E&vents" : "▸ E&vents");
+  events_->setVisible(open);
+  scroll_->updateGeometry();
+  if (!open) return;
+  QTimer::singleShot(0, events_, [this] {
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);  // the list needs its place first
+    scroll_->verticalScrollBar()->setValue(scroll_->verticalScrollBar()->maximum());
+    events_->ScrollToNewest();
+  });
+}
+
+void frmHandBox::Arrange() {
+  if (!footer_) return;
+  const double unit = PixelSize(font());
+  const bool wide = width() >= kLeastWideWidth * unit && width() > 1.2 * height();
+  const QSizeF ordinary = (wide ? kWideSize : kUprightSize) * unit;
+  const double growth = std::min(width() / ordinary.width(), height() / ordinary.height());
+  // In steps, because each one lays everything out anew.
+  const double factor = std::clamp(std::floor(growth * 10) / 10, 1.0, kMostGrowth);
+  if (const QFont grown = ScaledFont(font(), factor); grown != content_->font()) content_->setFont(grown);
+
+  const int margin = static_cast<int>(std::lround(kMargin * unit * factor));
+  const int gap = static_cast<int>(std::lround(kGap * unit * factor));
+  content_->layout()->setContentsMargins(margin, margin, margin, margin);
+  content_->layout()->setSpacing(gap);
+  main_->setSpacing(gap);
+  hero_layout_->setSpacing(gap);
+  footer_->setSpacing(gap);
+  tools_->setSpacing(gap);
+  scroll_->widget()->layout()->setSpacing(gap);
+  values_->setSpacing(values_->direction() == QBoxLayout::LeftToRight ? 3 * gap : 0);
+
+  main_->setDirection(wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+  main_->setStretch(0, wide ? 10 : 0);
+  main_->setStretch(1, wide ? 14 : 0);
+  const bool stacked = wide || height() >= kLeastStackedHeight * unit;
+  hero_layout_->setDirection(stacked ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+  hero_->setMaximumHeight(wide ? QWIDGETSIZE_MAX : static_cast<int>(height() * (stacked ? 0.45 : 0.3)));
+  footer_->setDirection(wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+  footer_->setStretch(0, wide ? 10 : 0);
+  footer_->setStretch(1, wide ? 14 : 0);
+
+  const double grown = unit * factor;
+  FitToolButtons(grown);
+  humidity_selector_->setFixedWidth(static_cast<int>(5 * grown));
+  for (WordCard* tile : {wind_word_, rain_word_, light_word_}) tile->setMaximumHeight(static_cast<int>(8 * grown));
+  scroll_->setMinimumHeight(static_cast<int>(4 * unit));
+  status_->SetMostLines(height() < kLeastStackedHeight * unit && !wide ? 2 : 4);
+  ArrangeValues();
+}
+
+void frmHandBox::FitToolButtons(double letter_size) {
+  // Styles leave the same few pixels around a text of any size.
+  int height = 0;
+  for (int i = 0; i < tools_->count(); ++i) {
+    auto* button = qobject_cast<QPushButton*>(tools_->itemAt(i)->widget());
+    if (button == nullptr) continue;
+    const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
+    button->setMinimumSize(text + (QSizeF(1.6, 0.8) * letter_size).toSize());
+    height = std::max(height, tools_->itemAt(i)->sizeHint().height());
+  }
+  for (LogoButton* logo : logos_) logo->setFixedSize(height, height);
+}
+
+void frmHandBox::ArrangeValues() {
+  const int gap = tools_->spacing();
+  QLayout* column = scroll_->widget()->layout();
+  const int beside_bar = scroll_->verticalScrollBar()->isVisible() ? gap / 2 : 0;
+  if (column->contentsMargins().right() != beside_bar) column->setContentsMargins(0, 0, beside_bar, 0);
+  const int available = scroll_->viewport()->width() - beside_bar;
+  const int both_switches = heater_->sizeHint().width() + relay_->sizeHint().width() + gap;
+  switches_->setDirection(both_switches <= available ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+  const QString widest_quantity = "counts";
+  const auto widen = [](QBoxLayout* group, const QString& unit) {
+    for (int i = 0; i < group->count(); ++i) static_cast<ValueRow*>(group->itemAt(i)->widget())->SetWidestUnit(unit);
+  };
+  widen(quantities_, widest_quantity);
+  const auto needed = [](QBoxLayout* group) {
+    int width = 0;
+    for (int i = 0; i < group->count(); ++i) width = std::max(width, group->itemAt(i)->widget()->sizeHint().width());
+    return width;
+  };
+  widen(temperatures_, "°C");
+  const int left = needed(temperatures_);
+  const int right = needed(quantities_);
+  const bool beside = left + right + 3 * gap <= available;
+  values_->setStretch(0, beside ? left : 0);
+  values_->setStretch(1, beside ? right : 0);
+  // One above the other, the numbers of both groups stand in one column.
+  if (!beside) widen(temperatures_, widest_quantity);
+  values_->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+  values_->setSpacing(beside ? 3 * gap : 0);
+  scroll_->updateGeometry();
+}
+
+void frmHandBox::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  Arrange();
+}
+
+bool frmHandBox::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == scroll_->viewport() && event->type() == QEvent::Resize && values_) ArrangeValues();
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace orvalis

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QPlainTextEdit>
+#include <QString>
+
+#include "ui/controls/night_proof.h"
+
+namespace orvalis {
+
+/// The status line: one line when it is short, a few when it is long, and it scrolls when even those are too few.
+/// Its text can be selected and copied; the whole of it is in its tool tip.
+class StatusText : public NightProof<QPlainTextEdit> {
+  Q_OBJECT
+ public:
+  explicit StatusText(QWidget* parent);
+
+  /// Does nothing when `text` is what it shows already, so that a selection in it stays.
+  void Show(const QString& text);
+  /// How many lines it grows to before it scrolls; 4 at first.
+  void SetMostLines(int lines);
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void FitHeight();
+  void FitHeightLater();
+
+  int most_lines_ = 4;
+  bool fit_pending_ = false;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QLabel>
+#include <QString>
+
+#include "ui/controls/theme.h"
+
+namespace orvalis {
+
+/// One line of the values: a label, a number aligned to the right and its unit. It draws itself, for the reasons that
+/// WordCard does.
+class ValueRow : public QLabel {
+  Q_OBJECT
+ public:
+  struct Content {
+    QString label;
+    QString value;
+    QString unit;
+    QString meaning;  ///< for the tool tip and screen readers
+    Tone tone;
+    QColor label_ink;
+    QColor hairline;  ///< the line below; not valid: none
+
+    bool operator==(const Content&) const = default;
+  };
+
+  explicit ValueRow(QWidget* parent);
+
+  /// Repaints only when `content` is another one than before.
+  void Show(const Content& content);
+  [[nodiscard]] const Content& content() const { return content_; }
+
+  /// The column of the units is as wide as `widest` in all rows whose numbers are to stand in line.
+  void SetWidestUnit(const QString& widest);
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  [[nodiscard]] double UnitWidth() const;
+  [[nodiscard]] double ValueWidth() const;
+  [[nodiscard]] QFont ValueFont() const;
+
+  Content content_;
+  QString widest_unit_;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,385 @@
+#include "ui/publishing/frm_form_submit.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+
+#include "ui/controls/panel_texts.h"
+#include "ui/controls/setup_night.h"
+#include "ui/controls/setup_section.h"
+#include "ui/publishing/rows_editor.h"
+
+namespace orvalis {
+namespace {
+
+// The places of the controls in the tables of submit_fields.h.
+constexpr std::size_t kStationText = 0;
+constexpr std::size_t kWebcamText = 1;
+constexpr std::size_t kPasswordText = 2;
+constexpr std::size_t kUrlText = 3;
+constexpr std::size_t kServerText = 4;
+constexpr std::size_t kReadings = 0;  ///< of the switches and of the intervals
+constexpr std::size_t kPicture = 1;
+constexpr std::size_t kBuiltInSwitch = 2;
+
+constexpr std::chrono::milliseconds kRefreshDelay{250};
+
+/// A list that does not change under a pointer that scrolls past it.
+class CalmList : public QComboBox {
+ protected:
+  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+};
+
+/// A page that scrolls when it must, on the window's own ground.
+QScrollArea* MakeScroll(QWidget* page) {
+  auto* scroll = new QScrollArea;
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setWidget(page);
+  scroll->viewport()->setAutoFillBackground(false);
+  page->setAutoFillBackground(false);
+  return scroll;
+}
+
+/// Shows `text`, unless somebody is about to copy from the box. Returns whether it is shown.
+[[nodiscard]] bool ShowText(QPlainTextEdit* box, const QString& text) {
+  if (box->toPlainText() == text) return true;
+  if (box->textCursor().hasSelection()) return false;
+  box->setPlainText(text);
+  return true;
+}
+
+QString Readable(std::string_view bytes) {
+  QString text = ToQString(bytes);
+  text.replace("\r\n", "\n");
+  for (QChar& c : text) {
+    if (c < u' ' && c != u'\n' && c != u'\t') c = QChar(0xfffd);
+  }
+  return text;
+}
+
+}  // namespace
+
+frmFormSubmit::frmFormSubmit(WebPublisher& publisher, std::function<QPixmap()> grab_panel, QWidget* parent)
+    // A dialog stays above the panel, which may be kept above everything else.
+    : QDialog(parent, Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
+      publisher_(publisher),
+      grab_panel_(std::move(grab_panel)) {
+  setObjectName("frmFormSubmit");
+  setWindowTitle("Orvalis Web Publishing");
+  auto* pages = new QTabWidget;
+  pages->setObjectName("pages");
+  pages->addTab(BuildExchange(), "&Request");
+  pages->addTab(BuildComposer(), "Variables and &headers");
+  auto* upper = new QSplitter(Qt::Horizontal);
+  upper->setChildrenCollapsible(false);
+  upper->addWidget(BuildSettings());
+  upper->addWidget(pages);
+  upper->setStretchFactor(0, 4);
+  upper->setStretchFactor(1, 5);
+  auto* both = new QSplitter(Qt::Vertical);
+  both->setChildrenCollapsible(false);
+  both->addWidget(upper);
+  both->addWidget(BuildErrors());
+  both->setStretchFactor(0, 5);
+  both->setStretchFactor(1, 1);
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(both);
+  constexpr QSize kUsualSize(960, 720);
+  const QScreen* on = screen();
+  resize(on != nullptr ? kUsualSize.boundedTo(on->availableSize() * 0.95) : kUsualSize);
+
+  refresh_.setSingleShot(true);
+  refresh_.setInterval(kRefreshDelay);
+  connect(&refresh_, &QTimer::timeout, this, &frmFormSubmit::Refresh);
+  publisher_.boxes().OnChanged([this] { RefreshSoon(); });
+  publisher_.readings().SetMessageBoxes(this);
+  publisher_.webcam().SetPicture(this);
+  EnableButtons();
+}
+
+frmFormSubmit::~frmFormSubmit() {
+  publisher_.boxes().OnChanged({});
+  publisher_.readings().SetMessageBoxes(nullptr);
+  publisher_.webcam().SetPicture(nullptr);
+}
+
+QWidget* frmFormSubmit::BuildSettings() {
+  auto* page = new QWidget;
+  auto* column = new QVBoxLayout(page);
+
+  SetupSection account("Station ID and Password", column);
+  account.Control("Station &ID:", MakeText(kStationText), {});
+  account.Control("&Password:", MakeText(kPasswordText), "For the readings and for the picture");
+  account.Control("Webcam &name:", MakeText(kWebcamText), {});
+  texts_[kPasswordText]->setEchoMode(QLineEdit::Password);
+
+  SetupSection readings("Readings", column);
+  readings.Control("&URL:", MakeText(kUrlText), {});
+  readings.Row({BuildInterval(kReadings, "Allow PWS Upload  Interval =")});
+  send_ = new QPushButton("&Test Server");
+  send_->setObjectName("cmdSend");
+  send_->setAutoDefault(false);
+  readings.Row({send_});
+  connect(send_, &QPushButton::clicked, this, [this] { publisher_.TestServer(); });
+
+  SetupSection picture("Picture of the panel", column);
+  picture.Control("Webcam ser&ver:", MakeText(kServerText), "An FTP server, with its folder if there is one");
+  picture.Row({BuildInterval(kPicture, "Allow Web   Upload Interval =")});
+  switches_[kBuiltInSwitch] =
+      picture.Check("chkWebcamBuiltIn", "Send it &by the program itself",
+                    "Otherwise two other programs, made for Windows, are started to convert and to send it");
+  connect(switches_[kBuiltInSwitch], &QCheckBox::clicked, this,
+          [this](bool on) { publisher_.SetSwitch(kSubmitSwitches[kBuiltInSwitch], on); });
+  capture_ = new QPushButton("Capture");
+  capture_->setObjectName("Command1");
+  capture_->setAutoDefault(false);
+  picture.Row({capture_});
+  connect(capture_, &QPushButton::clicked, this, [this] { publisher_.Capture(); });
+  picture_ = new NightProof<PictureView>;
+  picture_->setObjectName("Picture1");
+  picture_->setAccessibleName("The panel, as it was captured last");
+  column->addWidget(picture_, 1);
+  QScrollArea* scroll = MakeScroll(page);
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setMinimumWidth(page->minimumSizeHint().width());
+  return scroll;
+}
+
+QLineEdit* frmFormSubmit::MakeText(std::size_t index) {
+  auto* box = new NightProof<QLineEdit>;
+  box->setObjectName(ToQString(kSubmitTexts[index].control));
+  connect(box, &QLineEdit::textEdited, this,
+          [this, index](const QString& text) { publisher_.SetText(kSubmitTexts[index], text.toStdString()); });
+  texts_[index] = box;
+  return box;
+}
+
+QWidget* frmFormSubmit::BuildInterval(std::size_t index, const QString& text) {
+  auto* box = new QCheckBox(text);
+  box->setObjectName(ToQString(kSubmitSwitches[index].control));
+  connect(box, &QCheckBox::clicked, this, [this, index](bool on) {
+    publisher_.SetSwitch(kSubmitSwitches[index], on);
+    EnableButtons();
+  });
+  switches_[index] = box;
+
+  auto* list = new CalmList;
+  list->setObjectName(ToQString(kSubmitIntervals[index].control));
+  list->setAccessibleName(text + " seconds");
+  for (const UploadInterval& interval : kUploadIntervals) list->addItem(ToQString(interval.text), interval.item_value);
+  list->setPlaceholderText(ToQString(UploadIntervalText(-1)));
+  list->setCurrentIndex(-1);
+  connect(list, &QComboBox::activated, this,
+          [this, index](int row) { publisher_.SetInterval(kSubmitIntervals[index], row); });
+  intervals_[index] = list;
+
+  auto* both = new QWidget;
+  auto* row = new QHBoxLayout(both);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(box);
+  row->addWidget(list);
+  row->addWidget(new QLabel("s"));
+  return both;
+}
+
+NightProof<QPlainTextEdit>* frmFormSubmit::MakeBox(const char* name) {
+  auto* box = new NightProof<QPlainTextEdit>;
+  box->setObjectName(name);
+  box->setReadOnly(true);
+  box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  box->setWordWrapMode(QTextOption::WrapAnywhere);
+  box->setTabChangesFocus(true);
+  box->setUndoRedoEnabled(false);
+  box->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  constexpr int kLeastLines = 3;
+  box->setMinimumHeight(box->fontMetrics().lineSpacing() * (kLeastLines + 1));
+  connect(box, &QPlainTextEdit::selectionChanged, this, [this, box] {
+    if (!box->textCursor().hasSelection()) RefreshSoon();
+  });
+  return box;
+}
+
+QWidget* frmFormSubmit::BuildExchange() {
+  const auto titled = [](QLabel* title, QPlainTextEdit* box) {
+    auto* part = new QWidget;
+    auto* column = new QVBoxLayout(part);
+    column->setContentsMargins(0, 0, 0, 0);
+    title->setBuddy(box);
+    column->addWidget(title);
+    column->addWidget(box, 1);
+    return part;
+  };
+  request_caption_ = new QLabel;
+  request_caption_->setObjectName("lblRequest");
+  request_caption_->setWordWrap(true);
+  request_caption_->setTextFormat(Qt::PlainText);
+  request_ = MakeBox("txtRequest");
+  request_->setAccessibleName("Request");
+  response_ = MakeBox("txtResponse");
+  response_->setPlaceholderText("Nothing was sent yet.");
+  auto* parts = new QSplitter(Qt::Vertical);
+  parts->setChildrenCollapsible(false);
+  parts->addWidget(titled(request_caption_, request_));
+  parts->addWidget(titled(new QLabel("Resp&onse:"), response_));
+  auto* page = new QWidget;
+  auto* column = new QVBoxLayout(page);
+  column->addWidget(parts);
+  return page;
+}
+
+QWidget* frmFormSubmit::BuildComposer() {
+  auto* page = new QWidget;
+  auto* column = new QVBoxLayout(page);
+  SetupSection request("Request", column);
+  method_ = new CalmList;
+  method_->setObjectName("cboRequestMethod");
+  for (const std::string_view method : kRequestMethods) method_->addItem(ToQString(method));
+  request.Control("&Method:", method_, "GET has the values behind the path, the others have them as the body");
+  connect(method_, &QComboBox::activated, this, &frmFormSubmit::TakeComposition);
+
+  const auto rows = [&](const char* title, const char* name, const char* add) {
+    auto* group = new QGroupBox(title);
+    auto* inside = new QVBoxLayout(group);
+    auto* editor = new RowsEditor(name, add);
+    connect(editor, &RowsEditor::Changed, this, &frmFormSubmit::TakeComposition);
+    inside->addWidget(editor);
+    column->addWidget(group);
+    return editor;
+  };
+  variables_ = rows("Further variables, behind the weather's", "Variable", "&Add variable");
+  headers_ = rows("Further headers", "Header", "A&dd header");
+  auto* note = new QLabel("These last until the program ends.");
+  note->setWordWrap(true);
+  column->addWidget(note);
+  column->addStretch(1);
+  return MakeScroll(page);
+}
+
+QWidget* frmFormSubmit::BuildErrors() {
+  auto* part = new QWidget;
+  auto* column = new QVBoxLayout(part);
+  column->setContentsMargins(0, 0, 0, 0);
+  errors_ = MakeBox("errsWinsock");
+  errors_->setPlaceholderText("No errors.");
+  auto* title = new QLabel("&Errors:");
+  title->setBuddy(errors_);
+  column->addWidget(title);
+  column->addWidget(errors_, 1);
+  return part;
+}
+
+void frmFormSubmit::Load() {
+  const Settings& settings = publisher_.settings();
+  for (std::size_t i = 0; i < texts_.size(); ++i) {
+    texts_[i]->setText(ToQString(settings.*kSubmitTexts[i].member));
+    texts_[i]->setCursorPosition(0);
+  }
+  for (std::size_t i = 0; i < switches_.size(); ++i) {
+    switches_[i]->setChecked(settings.*kSubmitSwitches[i].member == 1);
+  }
+  for (std::size_t i = 0; i < intervals_.size(); ++i) {
+    const std::int32_t row = settings.*kSubmitIntervals[i].row;
+    intervals_[i]->setCurrentIndex(row >= 0 && row < intervals_[i]->count() ? row : -1);
+  }
+  EnableButtons();
+  publisher_.webcam().WriteScript();
+}
+
+void frmFormSubmit::HideBuiltIn() { switches_[kBuiltInSwitch]->hide(); }
+
+void frmFormSubmit::ShowInFront() {
+  showNormal();
+  raise();
+  activateWindow();
+}
+
+void frmFormSubmit::RefreshPreview() {
+  if (isVisible()) publisher_.readings().Preview();
+}
+
+void frmFormSubmit::EnableButtons() {
+  const auto enable = [](QPushButton* button, const QCheckBox* box, const char* tip) {
+    button->setEnabled(box->isChecked());
+    button->setToolTip(box->isChecked() ? tip : "Nothing is sent until uploads are allowed above");
+  };
+  enable(send_, switches_[kReadings], "Send the readings now");
+  enable(capture_, switches_[kPicture], "Take and send a picture of the panel now");
+}
+
+void frmFormSubmit::TakeComposition() {
+  RequestComposition& composition = publisher_.readings().composition();
+  composition.method = kRequestMethods[static_cast<std::size_t>(method_->currentIndex())];
+  composition.variables = variables_->Rows();
+  composition.headers = headers_->Rows();
+  publisher_.readings().Edited();
+}
+
+void frmFormSubmit::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  publisher_.readings().Preview();
+  Refresh();
+}
+
+void frmFormSubmit::RefreshSoon() {
+  if (isVisible() && !refresh_.isActive()) refresh_.start();
+}
+
+void frmFormSubmit::Refresh() {
+  const SubmitBoxes& boxes = publisher_.boxes();
+  request_caption_->setText(ToQString(boxes.request_caption()));
+  // What cannot be shown now is shown when the selection has gone.
+  static_cast<void>(ShowText(request_, Readable(boxes.request())));
+  if (boxes.response_version() != response_shown_ && ShowText(response_, Readable(boxes.Response()))) {
+    response_shown_ = boxes.response_version();
+  }
+  if (boxes.errors_version() != errors_shown_ && ShowText(errors_, Readable(boxes.Errors()).trimmed())) {
+    errors_shown_ = boxes.errors_version();
+    errors_->verticalScrollBar()->setValue(errors_->verticalScrollBar()->maximum());
+  }
+}
+
+void frmFormSubmit::ShowMessage(std::string_view text, std::string_view title) {
+  if (!message_) {
+    message_ = new QMessageBox(night_ ? QMessageBox::NoIcon : QMessageBox::Warning, {}, {}, QMessageBox::Ok, this);
+    message_->setAttribute(Qt::WA_DeleteOnClose);
+    message_->setTextFormat(Qt::PlainText);
+    // Wide enough for its title.
+    message_->setStyleSheet((night_ ? styleSheet() : QString()) + "#qt_msgbox_label { min-width: 240px; }");
+    if (night_) {
+      message_->setPalette(palette());
+      for (QAbstractButton* button : message_->buttons()) button->setIcon({});
+    }
+    message_->open();
+  }
+  message_->setWindowTitle(ToQString(title));
+  message_->setText(ToQString(text));
+}
+
+void frmFormSubmit::SetTheme(const Theme& theme) {
+  night_ = theme.kind() == Theme::Kind::kNight;
+  DressWindow(*this, theme);
+  for (auto* text : texts_) text->SetNight(night_);
+  for (auto* box : {request_, response_, errors_}) box->SetNight(night_);
+  picture_->SetNight(night_);
+  variables_->SetNight(night_);
+  headers_->SetNight(night_);
+}
+
+}  // namespace orvalis

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <QDialog>
+#include <QPixmap>
+#include <QPointer>
+#include <QTimer>
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "publish/web_publisher.h"
+#include "ui/controls/night_proof.h"
+#include "ui/controls/theme.h"
+#include "ui/publishing/picture_view.h"
+
+class QBoxLayout;
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QMessageBox;
+class QPlainTextEdit;
+class QPushButton;
+
+namespace orvalis {
+
+class RowsEditor;
+
+/// The web publishing window: what is sent where and when, the request as it would be sent, what the server said. It
+/// passes on to a WebPublisher what the user does and shows its boxes; it decides nothing. Closing hides it.
+class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
+  Q_OBJECT
+ public:
+  /// `grab_panel` renders the main panel.
+  frmFormSubmit(WebPublisher& publisher, std::function<QPixmap()> grab_panel, QWidget* parent = nullptr);
+  frmFormSubmit(const frmFormSubmit&) = delete;
+  frmFormSubmit& operator=(const frmFormSubmit&) = delete;
+  ~frmFormSubmit() override;
+
+  /// Fills the controls from the loaded settings and writes the transfer script.
+  void Load();
+  /// For a system where the program does not send pictures itself.
+  void HideBuiltIn();
+  /// Shows the window in front.
+  void ShowInFront();
+  /// Brings the request that would be sent up to the readings, where somebody sees it.
+  void RefreshPreview();
+  /// The desktop's own colours but at night.
+  void SetTheme(const Theme& theme);
+
+  void ShowMessage(std::string_view text, std::string_view title) override;
+  void Capture() override { picture_->SetPicture(grab_panel_()); }
+  void SaveBitmap(const std::string& path) override { picture_->Save(path, "BMP"); }
+  void SaveJpeg(const std::string& path) override { picture_->Save(path, "JPG"); }
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  QWidget* BuildSettings();
+  QWidget* BuildExchange();
+  QWidget* BuildComposer();
+  QWidget* BuildErrors();
+  QLineEdit* MakeText(std::size_t index);
+  /// A check box with its list of intervals behind it.
+  QWidget* BuildInterval(std::size_t index, const QString& text);
+  NightProof<QPlainTextEdit>* MakeBox(const char* name);
+
+  void TakeComposition();
+  void EnableButtons();
+  /// Shows the boxes soon: a server may send faster than anybody reads.
+  void RefreshSoon();
+  void Refresh();
+
+  WebPublisher& publisher_;
+  std::function<QPixmap()> grab_panel_;
+  bool night_ = false;
+  QTimer refresh_;
+  std::uint64_t response_shown_ = 0;
+  std::uint64_t errors_shown_ = 0;
+  QPointer<QMessageBox> message_;
+
+  // In the order of the tables in submit_fields.h.
+  std::array<NightProof<QLineEdit>*, kSubmitTexts.size()> texts_{};
+  std::array<QCheckBox*, kSubmitSwitches.size()> switches_{};
+  std::array<QComboBox*, kSubmitIntervals.size()> intervals_{};
+  QPushButton* send_ = nullptr;
+  QPushButton* capture_ = nullptr;
+  NightProof<PictureView>* picture_ = nullptr;
+  QLabel* request_caption_ = nullptr;
+  NightProof<QPlainTextEdit>* request_ = nullptr;
+  NightProof<QPlainTextEdit>* response_ = nullptr;
+  NightProof<QPlainTextEdit>* errors_ = nullptr;
+  QComboBox* method_ = nullptr;
+  RowsEditor* variables_ = nullptr;
+  RowsEditor* headers_ = nullptr;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,242 @@
+#include "ui/setup/frm_setup.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QTabWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <stdexcept>
+#include <utility>
+
+#include "ui/controls/logo_button.h"
+#include "ui/controls/night_proof.h"
+#include "ui/controls/panel_texts.h"
+#include "ui/controls/setup_night.h"
+
+namespace orvalis {
+
+frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::move(parts)) {
+  setObjectName("frmSetup");
+  setWindowTitle("Orvalis Setup");
+  pages_ = new QTabWidget;
+  pages_->setObjectName("pages");
+  pages_->addTab(BuildConnectionPage(), "&Connection");
+  pages_->addTab(BuildThresholdsPage(), "&Thresholds");
+  pages_->addTab(BuildAlertsPage(), "&Alerts");
+  leftovers_page_ = BuildLeftoversPage();
+  pages_->addTab(leftovers_page_, "&Leftovers");
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(pages_, 1);
+  column->addLayout(BuildFooter());
+  CollectControls();
+  ConnectControls();
+  ConnectSwitches();
+  SetAdvanced(false);
+  SyncSwitches();
+  UpdateControls();
+  port_->setFocus();
+  constexpr QSize kUsualSize(760, 560);
+  resize(kUsualSize);
+}
+
+QBoxLayout* frmSetup::BuildFooter() {
+  auto* row = new QHBoxLayout;
+  for (LogoButton* logo : MakeLogoButtons(this)) row->addWidget(logo);
+  auto* info = new QLabel("Orvalis Version " + parts_.version);
+  info->setObjectName("lblDriverInfo");
+  row->addWidget(info);
+  row->addStretch(1);
+
+  const auto add = [row](const char* name, const QString& text) {
+    auto* button = new QPushButton(text);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    row->addWidget(button);
+    return button;
+  };
+  advanced_button_ = add("cmdAdvanced", {});
+  connect(advanced_button_, &QPushButton::clicked, this, [this] { SetAdvanced(!advanced_); });
+  auto* ok = add("cmdOK", "OK");
+  ok->setDefault(true);
+  connect(ok, &QPushButton::clicked, this, [this] {
+    bad_field_.reset();
+    accept();
+  });
+  connect(add("cmdCancel", "Cancel"), &QPushButton::clicked, this, &QDialog::reject);
+  connect(this, &QDialog::rejected, this, [this] { bad_field_.reset(); });
+  return row;
+}
+
+template <typename Control>
+Control* frmSetup::Find(std::string_view name) const {
+  auto* control = findChild<Control*>(ToQString(name));
+  if (control == nullptr) throw std::logic_error("the setup dialog has no control for " + std::string(name));
+  return control;
+}
+
+void frmSetup::CollectControls() {
+  for (const SetupField& field : SetupFields()) fields_.push_back(Find<QLineEdit>(field.name));
+  for (const SetupFlag& flag : SetupFlags()) {
+    flags_.push_back(flag.name == "AdvancedMode" ? nullptr : Find<QAbstractButton>(flag.name));
+  }
+  for (const SetupFile& file : SetupFiles()) files_.push_back(Find<PathButton>(file.name));
+  for (const SetupUnitOption& option : SetupUnitOptions()) unit_options_.push_back(Find<QCheckBox>(option.name));
+}
+
+void frmSetup::ConnectControls() {
+  for (const char* name :
+       {"chkCanTempComp", "chkCanTemp", "chkCanStepSize", "chkSynchronous", "chkBacklashDir", "chkCentigrade"}) {
+    connect(Find<QCheckBox>(name), &QCheckBox::toggled, this, &frmSetup::UpdateControls);
+  }
+  connect(port_, &QComboBox::editTextChanged, this, &frmSetup::ShowPortNote);
+  for (std::size_t i = 0; i < files_.size(); ++i) {
+    // Not "toggled": only the user's own click asks for a file.
+    connect(Find<QCheckBox>(SetupFiles()[i].check_box), &QCheckBox::clicked, this, [this, i](bool on) {
+      if (on) AskForAlertFile(i, true);
+    });
+    connect(files_[i], &QPushButton::clicked, this, [this, i] { AskForAlertFile(i, false); });
+  }
+}
+
+bool frmSetup::Exec(SetupForm& form) {
+  ShowForm(form);
+  SyncSwitches();
+  if (position_) move(*position_);
+  ReturnToBadInput();
+  const bool confirmed = exec() == QDialog::Accepted;
+  position_ = pos();
+  TakeForm(form);
+  return confirmed;
+}
+
+void frmSetup::ShowForm(const SetupForm& form) {
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    const QString text = ToQString(form.texts[i]);
+    // A text that is the same keeps its cursor and what can be undone.
+    if (fields_[i]->text() != text) fields_[i]->setText(text);
+    fields_[i]->setCursorPosition(0);
+  }
+  for (std::size_t i = 0; i < flags_.size(); ++i) {
+    if (flags_[i] == nullptr) {
+      SetAdvanced(form.flags[i]);
+    } else {
+      flags_[i]->setChecked(form.flags[i]);
+      // One of a group cannot be switched off; the other one has to be switched on.
+      if (flags_[i]->autoExclusive() && !form.flags[i]) relative_->setChecked(true);
+    }
+  }
+  for (std::size_t i = 0; i < files_.size(); ++i) files_[i]->SetPath(form.files[i]);
+  ShowUnit(form.unit, form.unit_known);
+  port_->SetPort(form.port);
+  ShowPortNote();
+  UpdateControls();
+}
+
+void frmSetup::ShowUnit(const UnitOptions& unit, bool known) {
+  for (std::size_t i = 0; i < unit_options_.size(); ++i) {
+    unit_options_[i]->setChecked(known && unit.*SetupUnitOptions()[i].member);
+    unit_options_[i]->setEnabled(known);
+    unit_options_[i]->setToolTip(known ? QString()
+                                       : "The unit's own switch: known, and to be changed, while it is connected");
+  }
+}
+
+void frmSetup::TakeForm(SetupForm& form) const {
+  for (std::size_t i = 0; i < fields_.size(); ++i) form.texts[i] = fields_[i]->text().toStdString();
+  for (std::size_t i = 0; i < flags_.size(); ++i) {
+    form.flags[i] = flags_[i] == nullptr ? advanced_ : flags_[i]->isChecked();
+  }
+  for (std::size_t i = 0; i < files_.size(); ++i) form.files[i] = files_[i]->path();
+  for (std::size_t i = 0; i < unit_options_.size(); ++i) {
+    form.unit.*SetupUnitOptions()[i].member = unit_options_[i]->isChecked();
+  }
+  form.port = port_->port();
+}
+
+void frmSetup::SetAdvanced(bool on) {
+  advanced_ = on;
+  advanced_button_->setText(on ? "<< Basic" : "Advanced >>");
+  pages_->setTabVisible(pages_->indexOf(leftovers_page_), on);
+}
+
+void frmSetup::UpdateControls() {
+  const auto checked = [this](const char* box) { return Find<QCheckBox>(box)->isChecked(); };
+  const auto enable = [this](bool on, std::initializer_list<const char*> names) {
+    for (const char* name : names) Find<QWidget>(name)->setEnabled(on);
+  };
+  enable(checked("chkCanTempComp"), {"TempMax", "TempSteps", "TempCompCB"});
+  enable(checked("chkCanTemp"), {"TempCur", "TPTempOffset", "Thermistor_A", "Thermistor_B", "Thermistor_C",
+                                 "ThermistorR_A", "ThermistorR_B", "ThermistorR_C"});
+  enable(checked("chkCanStepSize"), {"StepTime"});
+  enable(checked("chkBacklashDir"), {"BacklashComp"});
+  enable(!checked("chkSynchronous"), {"AllowAsyncWindCB"});
+  temperature_label_->setText("Temp (" + TemperatureUnit(checked("chkCentigrade")) + "):");
+}
+
+void frmSetup::ShowPortNote() {
+  const QString description = port_->Description();
+  port_note_->setText(description.isEmpty() ? QString("Nothing is known to be plugged in there") : description);
+}
+
+void frmSetup::ReturnToBadInput() {
+  if (!bad_field_) return;
+  QLineEdit* field = fields_[*bad_field_];
+  for (int page = 0; page < pages_->count(); ++page) {
+    if (!pages_->widget(page)->isAncestorOf(field)) continue;
+    // The user cannot mend what the basic layout hides, and chooses no other layout by mending it.
+    pages_->setTabVisible(page, true);
+    pages_->setCurrentIndex(page);
+    auto* scroll = qobject_cast<QScrollArea*>(pages_->widget(page));
+    // Where the box is, is known when the page was laid out.
+    QTimer::singleShot(0, this, [scroll, field] { scroll->ensureWidgetVisible(field); });
+  }
+  field->setEnabled(true);  // it may belong to something that is switched off, and still has to be mended
+  field->setFocus();
+  field->selectAll();
+}
+
+void frmSetup::ShowMessage(std::string_view text) {
+  bad_field_.reset();
+  for (std::size_t i = 0; i < SetupFields().size(); ++i) {
+    const SetupField& field = SetupFields()[i];
+    if (field.replacement == SetupReading::kSentinel &&
+        (text == field.conversion_message || text == field.range_message)) {
+      bad_field_ = i;
+    }
+  }
+  QMessageBox box(night_ ? QMessageBox::NoIcon : QMessageBox::Warning, "Orvalis", ToQString(text), QMessageBox::Ok,
+                  isVisible() ? this : parentWidget());
+  box.setTextFormat(Qt::PlainText);
+  if (night_) {
+    box.setPalette(palette());
+    box.setStyleSheet(styleSheet());
+    for (QAbstractButton* button : box.buttons()) button->setIcon({});
+  }
+  box.exec();
+}
+
+void frmSetup::BringToFront() {
+  QWidget* front = QApplication::activeModalWidget();
+  if (front == nullptr) front = this;
+  front->showNormal();
+  front->raise();
+  front->activateWindow();
+}
+
+void frmSetup::SetTheme(const Theme& theme) {
+  night_ = theme.kind() == Theme::Kind::kNight;
+  DressWindow(*this, theme);
+  for (QLineEdit* edit : findChildren<QLineEdit*>()) {
+    if (auto* proof = dynamic_cast<NightProof<QLineEdit>*>(edit)) proof->SetNight(night_);
+  }
+  port_->SetNight(night_);
+}
+
+}  // namespace orvalis

@@ -1,0 +1,208 @@
+// The pages of the setup dialog: where each control stands and what it is called.
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QTabWidget>
+
+#include "ui/controls/setup_section.h"
+#include "ui/setup/frm_setup.h"
+
+namespace orvalis {
+namespace {
+
+/// The frame of a page: sections one below the other, in one column or two.
+struct Page {
+  QScrollArea* scroll;
+  QVBoxLayout* left;
+  QVBoxLayout* right;
+};
+
+/// The tab shows the title and draws the border already.
+class PageFrame : public QGroupBox {
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {}
+};
+
+enum class Columns { kOne, kTwo };
+
+Page MakePage(const char* frame_name, const QString& title, Columns columns) {
+  auto* scroll = new QScrollArea;
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  auto* frame = new PageFrame;
+  frame->setObjectName(frame_name);
+  frame->setAccessibleName(title);
+  frame->setFlat(true);
+  auto* row = new QHBoxLayout(frame);
+  auto* left = new QVBoxLayout;
+  auto* right = columns == Columns::kTwo ? new QVBoxLayout : nullptr;
+  row->addLayout(left, 1);
+  if (right != nullptr) row->addLayout(right, 1);
+  scroll->setWidget(frame);
+  return {scroll, left, right};
+}
+
+void Finish(const Page& page) {
+  page.left->addStretch(1);
+  if (page.right != nullptr) page.right->addStretch(1);
+}
+
+}  // namespace
+
+QWidget* frmSetup::BuildConnectionPage() {
+  const Page page = MakePage("Frame1", "Connection and panel", Columns::kOne);
+
+  SetupSection unit("Sensor unit", page.left);
+  port_ = new PortBox([this] { return ListPorts(); });
+  port_->setObjectName("gPort");
+  unit.Control("Serial &port:", port_, "A port of the list, or any other: a device path or a port number");
+  port_note_ = unit.Note({});
+  auto_connect_ = unit.Check("AutoConnect", "Connect at &start and reconnect by itself", "Takes effect at once");
+  demo_mode_ = unit.Check("DemoMode", "&Demo mode: made-up values instead of the unit's", "Takes effect at once");
+
+  SetupSection panel("Panel", page.left);
+  panel.Check("chkAlwaysTop", "&Keep the panel above other windows", {});
+  panel.Check("chkCentigrade", "Temperatures in degrees C&elsius", "Otherwise in degrees Fahrenheit");
+
+  SetupSection logs("Logs", page.left);
+  full_log_ = logs.Check("chk_FullLog", "&Full log: a line for each reading", "Takes effect at once");
+  full_log_path_ = new PathButton(PathButton::Shows::kPath);
+  full_log_path_->setObjectName("FullLogPath");
+  logs.Control("Folder:", full_log_path_, {});
+  one_line_log_ = logs.Check("chk_OneLineLog", "&One-line log: a file with the latest reading", "Takes effect at once");
+  one_line_log_path_ = new PathButton(PathButton::Shows::kPath);
+  one_line_log_path_->setObjectName("OneLineLogPath");
+  logs.Control("Folder:", one_line_log_path_, {});
+  Finish(page);
+  return page.scroll;
+}
+
+QWidget* frmSetup::BuildThresholdsPage() {
+  const Page page = MakePage("Frame2", "Thresholds", Columns::kTwo);
+
+  SetupSection wind("Wind", page.left);
+  wind.Field("WindSpeedWarn", "\"&Breeze\" above:", "mph", "The panel's word turns yellow above this speed");
+  wind.Field("WindSpeedCloseD", "\"&Windy\" above:", "mph",
+             "The panel's word turns red above this speed; only the unit's own wind alarm makes it unsafe");
+  wind.Field("WindMultiplierL", "&Multiplier:", "÷ 10", "Miles per hour for a count, in tenths: 1 to 9");
+  wind.Field("WindThreshold", "Alarm abo&ve:", "counts", "Kept by the unit: its own wind alarm, 1 to 1000");
+  wind.Field("WindTimerL", "Alarm t&ime:", "s", "Kept by the unit: how long its wind alarm lasts, 1 to 1000");
+  wind.Check("AllowWind", "The unit alarms at win&d", {});
+
+  SetupSection light("Light", page.left);
+  light.Field("LightThreshold", "\"Dar&k\" above:", "counts", "A high count is dark; 1 to 1000");
+  light.Check("AllowLight", "The unit alarms at li&ght", {});
+
+  SetupSection averaging("Averaging", page.left);
+  averaging.Field("TempAvgCnt", "Tem&peratures over:", "frames", "1 to 300");
+
+  SetupSection clouds("Clouds", page.right);
+  clouds.Field("FullCloudyDegCL", "\"Clo&udy\" up to:", "°C",
+               "Ambient less sky temperature; 1 to 40. What lies between is \"partly cloudy\"");
+  clouds.Field("PartCloudyDegCL", "\"Clea&r\" from:", "°C", "Ambient less sky temperature; 1 to 40");
+  clouds.Field("CloudThreshCL", "Sk&y above:", "°C", "Kept by the unit: its own cloud alarm, a whole number");
+  clouds.Field("TPTempHysteresis", "&Hysteresis:", "°C", "Kept by the unit: 0.1 to 9.9");
+  clouds.Check("AllowClouds", "The unit alarms at cloud&s", {});
+
+  SetupSection rain("Rain", page.right);
+  rain.Field("RainThreshold", "\"W&et\" above:", "counts", "The word is \"Rain\" above 20 counts more; 1 to 1000");
+  rain.Field("RainOnTimeL", "&On for:", "s", "Kept by the unit: how long its rain alarm lasts, 1 to 1000");
+  rain.Check("AllowRain", "The unit alarms at rai&n", {});
+
+  SetupSection outputs("Heater and relay", page.right);
+  outputs.Checks({{"AllowHeater", "Allow heater"}, {"ForceHeater", "Force heater"}});
+  outputs.Checks({{"AllowRelay", "Allow relay"}, {"ForceRelay", "Force relay"}});
+  Finish(page);
+  return page.scroll;
+}
+
+QWidget* frmSetup::BuildAlertsPage() {
+  const Page page = MakePage("Frame3", "Alerts", Columns::kOne);
+  SetupSection all("All alerts", page.left);
+  all.Check("chkEnableSounds", "&Give alerts", "The master switch, of the sounds and of the programs");
+  all.Checks({{"chkRepeatSounds", "&Repeat sounds"}, {"chkRepeatApp", "Repeat &programs"}});
+
+  SetupSection each("For each condition", page.left);
+  struct Row {
+    const char* title;
+    const char* sound_box;
+    const char* sound;
+    const char* program_box;
+    const char* program;
+  };
+  constexpr Row kRows[] = {
+      {"Rain", "chkRainSounds", "RainSounds", "chkRainApp", "RainApp"},
+      {"Wind", "chkWindSounds", "WindSounds", "chkWindApp", "WindApp"},
+      {"Light", "chkLightSounds", "LightSounds", "chkLightApp", "LightApp"},
+      {"Clouds", "chkCloudSounds", "CloudSounds", "chkCloudApp", "CloudApp"},
+      {"Relay", "chkRelaySounds", "RelaySounds", "chkRelayApp", "RelayApp"},
+  };
+  for (const Row& row : kRows) each.AlertRow(row.title, {row.sound_box, row.sound}, {row.program_box, row.program});
+  Finish(page);
+  return page.scroll;
+}
+
+QWidget* frmSetup::BuildLeftoversPage() {
+  const Page page = MakePage("Frame4", "Leftovers of the focuser template", Columns::kTwo);
+
+  SetupSection moves("Position and steps", page.left);
+  moves.Note(
+      "The program grew from a focuser's. What is left of it\nis kept here. The readings do not depend on it, but "
+      "some\nmembers that other programs ask for do: see the tool tips.");
+  relative_ = new QRadioButton("Relative");
+  auto* absolute = new QRadioButton("Absolute");
+  absolute->setObjectName("Absolute");
+  auto* group = new QButtonGroup(this);
+  group->setObjectName("optType");
+  group->addButton(absolute);
+  group->addButton(relative_);
+  moves.Row({absolute, relative_});
+  moves.Field("MaxInc", "Max increment:", "steps", "Above 0");
+  moves.Field("StepTime", "Step time:", "s", "Above 0; other programs read it as WindSpeedWarn");
+  moves.Check("chkCanStepSize", "Can tell step size", "Other programs may call Halt only while this is on");
+  moves.Checks({{"chkReverse", "Reverse"}, {"chkHalfStep", "Half step"}});
+  moves.Check("chkSynchronous", "Synchronous", {});
+  moves.Check("AllowAsyncWindCB", "Allow asynchronous wind", "Not while it is synchronous");
+  moves.Checks({{"chkCanHalt", "Can halt"}, {"AllowUnload", "Allow unload"}});
+  moves.Check("chkBacklashDir", "Backlash compensation", {});
+  moves.Field("BacklashComp", "Backlash:", "steps", {});
+  moves.Field("Lpt_addr", "LPT address:", {}, {});
+  auto* reset = new QPushButton("Reset position");
+  reset->setObjectName("cmdResetPos");
+  reset->setAutoDefault(false);
+  reset->setEnabled(false);
+  reset->setToolTip("A weather sensor has no position to reset");
+  moves.Row({reset});
+
+  SetupSection temperature("Temperature compensation", page.right);
+  temperature.Check("chkCanTempComp", "Can compensate", "Other programs may read Temperature only while this is on");
+  temperature.Field("TempMax", "Delta T:", "°", "Above 0");
+  temperature.Field("TempSteps", "Steps for delta T:", "steps", "Above 0");
+  temperature.Check("TempCompCB", "Compensate", {});
+  temperature.Check("chkCanTemp", "Can tell its temperature",
+                    "Other programs may read WindSpeedWarn only while this is on");
+  temperature_label_ = temperature.Field("TempCur", {}, {}, {});
+  temperature_label_->setObjectName("TempLabel");
+  temperature.Field("TPTempOffset", "Offset:", "°", {});
+
+  SetupSection coefficients("Coefficients", page.right);
+  coefficients.Field("Thermistor_A", "Thermistor A:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
+  coefficients.Field("Thermistor_B", "Thermistor B:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
+  coefficients.Field("Thermistor_C", "Thermistor C:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
+  coefficients.Field("ThermistorR_A", "Second A:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
+  coefficients.Field("ThermistorR_B", "Second B:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
+  coefficients.Field("ThermistorR_C", "Second C:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
+  coefficients.Field("Joystick_slopeR", "Joystick slope:", {}, {}, SetupSection::Width::kCoefficient);
+  coefficients.Field("Joystick_interceptR", "Joystick intercept:", {}, {}, SetupSection::Width::kCoefficient);
+  Finish(page);
+  return page.scroll;
+}
+
+}  // namespace orvalis

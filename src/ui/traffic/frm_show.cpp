@@ -1,0 +1,142 @@
+#include "ui/traffic/frm_show.h"
+
+#include <QCheckBox>
+#include <QEvent>
+#include <QGridLayout>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+#include "ui/controls/setup_night.h"
+
+namespace orvalis {
+namespace {
+
+constexpr int kTwipsPerInch = 1440;
+constexpr int kWidthTwips = 5415;
+/// What the text box keeps of its height when the window is made small.
+constexpr int kLeastTextTwips = 400;
+constexpr int kUsualHeightTwips = 6000;
+constexpr int kMargin = 8;  // pixels
+constexpr std::chrono::milliseconds kRefresh{100};
+
+int Pixels(const QWidget& widget, int twips) {
+  return static_cast<int>(std::lround(static_cast<double>(twips) * widget.logicalDpiY() / kTwipsPerInch));
+}
+
+int Twips(const QWidget& widget, int pixels) { return pixels * kTwipsPerInch / widget.logicalDpiY(); }
+
+}  // namespace
+
+frmShow::frmShow(QWidget* parent) : QWidget(parent, Qt::Tool) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  setObjectName("frmShow");
+  setWindowTitle("ASCOM API Traffic");
+  controls_ = BuildControls();
+  text_ = new NightProof<QPlainTextEdit>(this);
+  text_->setObjectName("txtTraffic");
+  text_->setAccessibleName("Traffic");
+  text_->setReadOnly(true);
+  text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  text_->setTabChangesFocus(true);
+  text_->setUndoRedoEnabled(false);
+  text_->setPlaceholderText("No client has called yet.");
+  QFont fixed("Courier");
+  fixed.setStyleHint(QFont::TypeWriter);
+  text_->setFont(fixed);
+
+  refresh_.setSingleShot(true);
+  refresh_.setInterval(kRefresh);
+  connect(&refresh_, &QTimer::timeout, this, &frmShow::ShowText);
+  traffic_.OnChange([this] {
+    if (!refresh_.isActive()) refresh_.start();
+  });
+  Arrange();
+  resize(width(), Pixels(*this, kUsualHeightTwips));
+}
+
+QWidget* frmShow::BuildControls() {
+  auto* controls = new QWidget(this);
+  auto* grid = new QGridLayout(controls);
+  grid->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(2, 1);
+
+  auto* disable = new QPushButton("Disable");
+  disable->setObjectName("cmdDisable");
+  grid->addWidget(disable, 0, 0);
+  connect(disable, &QPushButton::clicked, this, [this, disable] {
+    traffic_.TogglePaused();
+    disable->setText(traffic_.paused() ? "Enable" : "Disable");
+  });
+
+  struct Filter {
+    const char* name;
+    const char* caption;
+    TrafficCategory category;
+    int row;
+    int column;
+  };
+  for (const Filter& filter : {Filter{"chkMove", "Move / Halt", TrafficCategory::kMove, 0, 1},
+                               Filter{"chkOther", "Other Calls", TrafficCategory::kOther, 0, 2},
+                               Filter{"chkTemp", "Temp Related", TrafficCategory::kTemp, 1, 1},
+                               Filter{"chkMoving", "IsMoving", TrafficCategory::kMoving, 1, 2}}) {
+    auto* box = new QCheckBox(filter.caption);
+    box->setObjectName(filter.name);
+    box->setChecked(traffic_.Wants(filter.category));
+    grid->addWidget(box, filter.row, filter.column);
+    connect(box, &QCheckBox::toggled, this,
+            [this, category = filter.category](bool on) { traffic_.SetWanted(category, on); });
+  }
+
+  auto* clear = new QPushButton("Clear");
+  clear->setObjectName("cmdClear");
+  grid->addWidget(clear, 1, 0);
+  connect(clear, &QPushButton::clicked, this, [this] { traffic_.Clear(); });
+  return controls;
+}
+
+void frmShow::Arrange() {
+  setFixedWidth(std::max(Pixels(*this, kWidthTwips), controls_->sizeHint().width()));
+  controls_->setGeometry(0, 0, width(), controls_->sizeHint().height());
+  setMinimumHeight(controls_->height() + Pixels(*this, kLeastTextTwips) + kMargin);
+  SetTextOffset(Twips(*this, controls_->height() + kMargin));
+}
+
+void frmShow::SetTextOffset(int twips) {
+  text_offset_ = twips;
+  FitText();
+}
+
+void frmShow::FitText() {
+  text_->setGeometry(kMargin, controls_->height(), width() - 2 * kMargin, height() - Pixels(*this, text_offset_));
+}
+
+void frmShow::ShowText() {
+  text_->setPlainText(QString::fromUtf8(traffic_.text()));
+  text_->moveCursor(QTextCursor::End);
+}
+
+void frmShow::SetTheme(const Theme& theme) {
+  const bool night = theme.kind() == Theme::Kind::kNight;
+  DressWindow(*this, theme);
+  text_->SetNight(night);
+  QFont font = text_->font();
+  font.setBold(night);  // thin letters in red on black are hard to read
+  text_->setFont(font);
+  Arrange();
+}
+
+void frmShow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  FitText();
+}
+
+void frmShow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::FontChange && text_ != nullptr) Arrange();
+}
+
+}  // namespace orvalis

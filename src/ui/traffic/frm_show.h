@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+
+#include "server/traffic.h"
+#include "ui/controls/night_proof.h"
+#include "ui/controls/theme.h"
+
+class QPlainTextEdit;
+class QPushButton;
+
+namespace orvalis {
+
+/// The traffic window: what automation clients ask and what they are answered, as it happens. Closing deletes it, and
+/// the text with it.
+class frmShow : public QWidget {
+  Q_OBJECT
+ public:
+  explicit frmShow(QWidget* parent);
+
+  /// What the window shows. It lives as long as the window.
+  [[nodiscard]] Traffic& traffic() { return traffic_; }
+
+  /// How much of the window's inner height is not the text box's, in twips (1440 to the inch).
+  void SetTextOffset(int twips);
+  void SetTheme(const Theme& theme);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  /// The buttons and the check boxes of the categories, above the text.
+  QWidget* BuildControls();
+  /// Puts the text box below the controls, whose height depends on the font.
+  void Arrange();
+  void FitText();
+  void ShowText();
+
+  Traffic traffic_;
+  QTimer refresh_;  ///< a flood of calls is drawn a few times a second, not call by call
+  int text_offset_ = 0;
+  QWidget* controls_ = nullptr;
+  NightProof<QPlainTextEdit>* text_ = nullptr;
+};
+
+}  // namespace orvalis

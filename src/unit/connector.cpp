@@ -1,0 +1,28 @@
+#include "unit/connector.h"
+
+#include <utility>
+
+namespace orvalis {
+
+void Connector::Connect(Done done) {
+  if (done) waiting_.push_back(std::move(done));
+  if (job_.running()) return;
+  job_.Start(link_.Connect(), [this](const std::exception_ptr& error) {
+    if (error) boundary_.Report("connecting", error);
+    TellAll();
+  });
+}
+
+void Connector::Disconnect() {
+  job_.Abandon();
+  link_.Disconnect();
+  TellAll();
+}
+
+void Connector::TellAll() {
+  for (const Done& done : std::exchange(waiting_, {})) {
+    boundary_.Run("connecting", [&] { done(link_.Connected()); });
+  }
+}
+
+}  // namespace orvalis

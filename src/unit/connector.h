@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "base/error_boundary.h"
+#include "base/task.h"
+#include "unit/sensor_link.h"
+
+namespace orvalis {
+
+/// Connects and disconnects for everybody who asks: the panel's button, the start, the reconnect timer, clients.
+class Connector {
+ public:
+  /// Told whether the link is connected now.
+  using Done = std::function<void(bool connected)>;
+
+  Connector(SensorLink& link, ErrorBoundary& boundary) : link_(link), boundary_(boundary) {}
+
+  /// Starts a connect, or joins the one under way. `done` is called once, from the event loop or, when nothing needs to
+  /// be waited for, before this returns. It must not connect.
+  void Connect(Done done = {});
+  /// Closes the link and ends a connect under way, at once: whoever waits for it is told, and the next connect is one
+  /// of its own. Not from inside `done`.
+  void Disconnect();
+
+  [[nodiscard]] bool connecting() const { return job_.running(); }
+
+ private:
+  void TellAll();
+
+  SensorLink& link_;
+  ErrorBoundary& boundary_;
+  std::vector<Done> waiting_;
+  Job job_;
+};
+
+}  // namespace orvalis

@@ -1,0 +1,88 @@
+#include "unit/unit_commands.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+namespace orvalis {
+namespace {
+
+using Form = UnitCommand::Form;
+
+/// Rounded as the program rounds, but held to the limits: a setting far out of range must not stop the polling.
+std::int32_t Whole(double value) {
+  constexpr double kLowest = std::numeric_limits<std::int32_t>::min();
+  constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
+  return static_cast<std::int32_t>(std::clamp(std::nearbyint(value), kLowest, kHighest));
+}
+
+constexpr UnitCommand OnOff(const char* letters, bool UnitOptions::*option) {
+  return {letters, Form::kOnOff, option, nullptr};
+}
+constexpr UnitCommand Number(const char* letters, Form form, std::int32_t (*setting)(const Settings&)) {
+  return {letters, form, nullptr, setting};
+}
+
+constexpr std::array<UnitCommand, kUnitCommandCount> kCommands{{
+    OnOff("AH", &UnitOptions::allow_heater),
+    OnOff("SH", &UnitOptions::force_heater),
+    OnOff("AR", &UnitOptions::allow_relay),
+    OnOff("Sr", &UnitOptions::force_relay),
+    OnOff("Ar", &UnitOptions::allow_rain),
+    OnOff("AX", &UnitOptions::allow_clouds),
+    OnOff("AL", &UnitOptions::allow_light),
+    OnOff("AW", &UnitOptions::allow_wind),
+    Number("Sh", Form::kThreeDigits, [](const Settings& s) { return Whole(s.TPTempHysteresis * 10); }),
+    Number("ST", Form::kThreeDigits, [](const Settings& s) { return s.RainOnTime; }),
+    Number("SW", Form::kThreeDigits, [](const Settings& s) { return s.WindThreshold; }),
+    Number("SR", Form::kThreeDigits, [](const Settings& s) { return s.RainThreshold; }),
+    Number("SX", Form::kSignAndThreeDigits, [](const Settings& s) { return Whole(s.CloudsThreshold); }),
+    Number("SL", Form::kThreeDigits, [](const Settings& s) { return s.LightThreshold; }),
+    Number("SC", Form::kTwoDigits, [](const Settings& s) { return s.FullCloudyDegC; }),
+    Number("SM", Form::kOneDigit, [](const Settings& s) { return s.WindMultiplier; }),
+    Number("Sd", Form::kThreeDigits, [](const Settings& s) { return s.WindTimer; }),
+}};
+
+}  // namespace
+
+void UnitOptions::TakeFrom(const SensorFrame& frame) {
+  using Field = SensorFrame::Field;
+  allow_light = frame.Integer(Field::kAl) == 1;
+  allow_wind = frame.Integer(Field::kAw) == 1;
+  allow_clouds = frame.Integer(Field::kAc) == 1;
+  // A device that is allowed to switch itself says nothing about being forced.
+  allow_relay = frame.Integer(Field::kAr) == 1;
+  force_relay = !allow_relay && frame.Integer(Field::kRb) == 1;
+  allow_heater = frame.Integer(Field::kAh) == 1;
+  force_heater = !allow_heater && frame.Integer(Field::kHb) == 1;
+  // What an earlier connection knew may be of another unit, or of one that has lost power since.
+  allow_rain = false;
+}
+
+std::int32_t UnitCommand::Value(const Settings& settings, const UnitOptions& options) const {
+  return form == Form::kOnOff ? static_cast<std::int32_t>(options.*option) : setting(settings);
+}
+
+std::string UnitCommand::Encode(std::int32_t value) const {
+  std::string text = ":";
+  text += letters;
+  if (form == Form::kSignAndThreeDigits) text += value < 0 ? '-' : '+';
+  const std::int64_t magnitude = std::llabs(static_cast<long long>(value));
+  const auto digit = [&](std::int64_t unit) { text += static_cast<char>('0' + magnitude / unit % 10); };
+  if (form == Form::kThreeDigits || form == Form::kSignAndThreeDigits) digit(100);
+  if (form != Form::kOnOff && form != Form::kOneDigit) digit(10);
+  digit(1);
+  return text;
+}
+
+std::span<const UnitCommand, kUnitCommandCount> UnitCommands() { return kCommands; }
+
+void LastSent::BeginConnection(const UnitOptions& reported) {
+  for (std::size_t i = 0; i < kCommands.size(); ++i) {
+    values_[i].reset();
+    if (kCommands[i].form == Form::kOnOff) values_[i] = kCommands[i].Value({}, reported);
+  }
+}
+
+}  // namespace orvalis

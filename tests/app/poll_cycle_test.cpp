@@ -1,0 +1,293 @@
+#include "app/poll_cycle.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "base/run_time_error.h"
+#include "tests/support/link_fixture.h"
+
+namespace orvalis {
+namespace {
+
+using std::chrono::milliseconds;
+using test::LiveFrame;
+using test::Strings;
+
+class PollCycleTest : public test::LinkFixture {
+ protected:
+  PollCycleTest() {
+    poll.Listen([this](const SensorFrame&) { ++frames; });
+  }
+  int frames = 0;
+};
+
+// Worked with bc from the frame's fields: HUM=0520 TP=-02000 TA=+00500 WND=0020 R=0120 LGT=1000.
+TEST_F(PollCycleTest, OneWorkingCycleBringsAFrameToThePanel) {
+  Connect(1);
+  EXPECT_EQ(frames, 0) << "the first tick after the start does no work";
+  EXPECT_EQ(panel.sky, "999");
+  EXPECT_FALSE(panel.safe.has_value());
+  Tick(2);
+  EXPECT_EQ(frames, 1);
+  EXPECT_EQ((Strings{panel.ambient, panel.body, panel.sky, panel.humidity, panel.dew_point, panel.wind}),
+            (Strings{"5.0", "6.0", "-20.0", "48.9", "-4.9", "18.0"}));
+  using Words = std::vector<std::string_view>;
+  EXPECT_EQ((Words{panel.cloud.text, panel.wind_word.text, panel.rain_word.text, panel.light_word.text}),
+            (Words{"Clear", "Windy", "Dry", "Dark"}));
+  EXPECT_EQ(panel.safe, true);
+  EXPECT_FALSE(panel.stale);
+  EXPECT_EQ(panel.averaging, "");
+}
+
+TEST_F(PollCycleTest, FahrenheitIsForShowingOnly) {
+  settings.Centigrade = false;
+  Connect(4);
+  EXPECT_EQ((Strings{panel.ambient, panel.sky, panel.difference}), (Strings{"41.0", "-4.0", "25.0"}));
+  EXPECT_DOUBLE_EQ(weather.ambient_celsius, 5);
+}
+
+// The clear-sky temperature and the difference come from the ambient temperature as shown, 5.1 for 5.06.
+TEST_F(PollCycleTest, TheDifferenceIsTakenFromWhatIsShown) {
+  port.frame = LiveFrame("TA=+00506");
+  Connect(4);
+  EXPECT_DOUBLE_EQ(weather.difference_celsius, 25.1);
+}
+
+TEST_F(PollCycleTest, TheFaultMarkReddensTheHumidity) {
+  port.frame = LiveFrame("HUM=0999");
+  Connect(4);
+  EXPECT_EQ(panel.humidity_background, Colour::kRed);
+  EXPECT_NE(panel.humidity, "");
+  Measure("HUM=0998", 2);
+  EXPECT_EQ(panel.humidity_background, Colour::kWhite);
+  EXPECT_EQ(panel.sky_background, Colour::kWhite);
+}
+
+TEST_F(PollCycleTest, AnEmptySelectorCountsAsZeroOnce) {
+  panel.humidity_selector = "";
+  Connect(3);
+  EXPECT_NEAR(weather.humidity_percent, 44.246652, 1e-5);
+  EXPECT_EQ(panel.humidity_selector, "200");
+  Tick(2);
+  EXPECT_NEAR(weather.humidity_percent, 48.866653, 1e-5);
+}
+
+TEST_F(PollCycleTest, BrokenFramesAreAskedForAgainAndNeverUsed) {
+  Connect(4);
+  const std::string warm = LiveFrame("TA=+03000");
+  for (const std::string& broken : {warm.substr(0, 110) + "#", warm.substr(0, 116), warm.substr(5)}) {
+    port.next_frames = {broken};
+    frames = 0;
+    Tick(8);
+    EXPECT_GE(frames, 1);
+    EXPECT_EQ(panel.ambient, "5.0") << broken;
+  }
+  // Whole, but full of garbage: used as it reads, and not safe.
+  std::string garbage(116, '\xff');
+  garbage[10] = '\0';
+  port.frame = garbage + "#";
+  Tick(4);
+  EXPECT_EQ(panel.safe, false);
+  EXPECT_EQ(panel.ambient, "0.0");
+}
+
+// The everyday fault: the unit is off for a day while its adapter stays plugged in.
+TEST_F(PollCycleTest, ADayOfSilenceIsShownAsStaleAndEndsWithTheFirstGoodFrame) {
+  Connect(4);
+  Silence(9);
+  EXPECT_FALSE(panel.stale);
+  Tick(2);
+  EXPECT_TRUE(panel.stale);
+  EXPECT_EQ(LastEvent(), "stale: no complete frame since 21:04:05");
+  const std::size_t listed = events.events().size();
+  Tick(86'400);
+  EXPECT_EQ(events.events().size(), listed) << "one event, not one a second";
+  EXPECT_TRUE(link.Connected());
+  EXPECT_EQ(panel.ambient, "5.0") << "the last values stay";
+  EXPECT_EQ(poll.seconds_since_frame(), 32767);
+  frames = 0;
+  port.silent = false;
+  Tick(6);
+  EXPECT_GE(frames, 1);
+  EXPECT_FALSE(panel.stale);
+  EXPECT_EQ(LastEvent(), "fresh again: complete frames are coming in");
+}
+
+// A warm evening before the outage must not make a cold, cloudy night look clear.
+TEST_F(PollCycleTest, AveragesBeginAnewAfterAGap) {
+  settings.TempsAvgCount = 20;
+  port.frame = LiveFrame("TA=+02500");
+  Connect(60);
+  EXPECT_EQ(panel.ambient, "25.0");
+  Silence(3600);
+  Measure("TA=-00500 TP=-00600", 6);
+  EXPECT_FALSE(panel.stale);
+  EXPECT_EQ(panel.ambient, "");
+  EXPECT_EQ(panel.cloud.text, "");
+  EXPECT_EQ(weather.cloud.text, "Cloudy");
+  Tick(44);
+  EXPECT_EQ(panel.ambient, "-5.0");
+  EXPECT_EQ(panel.cloud.text, "Cloudy");
+}
+
+TEST_F(PollCycleTest, DemoValuesDoNotLeakIntoReadings) {
+  settings.TempsAvgCount = 10;
+  settings.DemoMode = 1;
+  Connect(100);
+  EXPECT_EQ(panel.wind_gust, "90.0");
+  settings.DemoMode = 0;
+  Measure("WND=0000", 4);
+  EXPECT_FALSE(panel.demo);
+  EXPECT_EQ(panel.ambient, "");
+  EXPECT_EQ(panel.wind_gust, "0.0");
+}
+
+TEST_F(PollCycleTest, LeavingDemoModeLeavesNoVerdict) {
+  settings.DemoMode = 1;
+  Tick(4);
+  EXPECT_EQ(weather.unsafe_indicator, 0);
+  settings.DemoMode = 0;
+  Tick(2);
+  EXPECT_EQ(weather.unsafe_indicator, -1);
+  EXPECT_FALSE(panel.safe.has_value());
+}
+
+TEST_F(PollCycleTest, AnAmbientSensorThatDiedIsNotShownAsFresh) {
+  Connect(4);
+  Measure("TA=+19999", 4);
+  EXPECT_EQ(panel.ambient, "5.0") << "a missing reading or two repeat the average";
+  Tick(20);
+  EXPECT_EQ(panel.ambient, "");
+  EXPECT_EQ(panel.cloud.text, "");
+  EXPECT_EQ(weather.cloud.text, "Cloudy") << "in doubt, for who acts on clouds";
+  EXPECT_DOUBLE_EQ(weather.ambient_celsius, 5);
+  Measure("", 2);
+  EXPECT_EQ(panel.ambient, "5.0");
+}
+
+TEST_F(PollCycleTest, TheSilenceOfANewConnectionIsNewsAgain) {
+  Connect(4);
+  Silence(14);
+  connector.Disconnect();
+  port.silent = false;
+  connector.Connect();
+  loop.Advance(milliseconds(500));
+  Silence(20);
+  EXPECT_TRUE(LastEvent().starts_with("stale: ")) << LastEvent();
+}
+
+TEST_F(PollCycleTest, TwoStandingErrorsAreListedOnceEach) {
+  for (int i = 0; i < 10; ++i) {
+    boundary.Run("polling the unit", [] { throw RunTimeError(RunTimeError::kOverflow, "one"); });
+    boundary.Run("reconnecting", [] { throw std::runtime_error("two"); });
+  }
+  EXPECT_EQ(events.events().size(), 2u);
+  boundary.RunWhole("reconnecting", [] {});
+  EXPECT_EQ(panel.status, "");
+  boundary.RunWhole("reconnecting", [] { throw std::runtime_error("two"); });
+  EXPECT_EQ(events.events().size(), 3u) << "it had gone well in between";
+}
+
+// Answers that piled up while the unit was stuck are old: none may be shown as the answer to a new request.
+TEST_F(PollCycleTest, LateAnswersAreDroppedBeforeTheNextRequest) {
+  Connect(4);
+  const std::string old = LiveFrame("TA=+01100");
+  port.next_frames = {port.frame + old + old + old};
+  Tick(2);
+  EXPECT_EQ(panel.ambient, "5.0");
+  Measure("TA=+00600", 2);
+  EXPECT_EQ(panel.ambient, "6.0");
+}
+
+TEST_F(PollCycleTest, ASleepingMachineAgesTheValues) {
+  Connect(4);
+  EXPECT_FALSE(panel.stale);
+  loop.Sleep(std::chrono::hours(3));
+  port.silent = true;
+  poll.Poll();
+  EXPECT_TRUE(panel.stale);
+}
+
+// The answer came before the machine fell asleep, and is taken up behind it.
+TEST_F(PollCycleTest, AnAnswerFromBeforeASleepIsNotOfNow) {
+  Connect(5);
+  std::string verdicts;
+  poll.Listen([&](const SensorFrame& frame) { verdicts += frame.text()[83]; });
+  poll.Poll();
+  loop.Advance(milliseconds(50));
+  port.frame[83] = '1';
+  loop.Sleep(milliseconds(14'000));
+  loop.Advance(milliseconds(1000));
+  EXPECT_EQ(verdicts, "1");
+}
+
+TEST_F(PollCycleTest, ATickDuringAWorkingCycleOnlyCounts) {
+  Connect(4);
+  port.answer_delay = milliseconds(3500);
+  const auto before = poll.sample_count();
+  Tick(20);
+  EXPECT_LE(poll.sample_count(), before + 6) << "one in four seconds, and perhaps the one under way";
+  EXPECT_FALSE(panel.stale);
+  EXPECT_TRUE(LastEvent().starts_with("connected")) << LastEvent();
+}
+
+TEST_F(PollCycleTest, WithoutAPortThereIsNoFrameAndNoTraffic) {
+  Tick(40);
+  EXPECT_EQ(frames, 0);
+  EXPECT_TRUE(port.calls.empty());
+  EXPECT_EQ(poll.sample_count(), 20);
+  EXPECT_TRUE(panel.stale);
+}
+
+// 15 ticks a line, compared on every second tick: the dry line first, then wet and dry in turn for eight frames each.
+TEST_F(PollCycleTest, DemoModeAlternatesItsLinesWithoutTraffic) {
+  Connect();
+  settings.DemoMode = 1;
+  std::string course;
+  poll.Listen([&](const SensorFrame& frame) { course += frame.text() == kDryDemoLine ? 'd' : 'w'; });
+  Tick(96);
+  EXPECT_EQ(course, std::string(15, 'd') + "wwwwwwww" + "dddddddd" + "wwwwwwww" + "dddddddd" + "w");
+  EXPECT_TRUE(port.calls.empty());
+  EXPECT_EQ(panel.demo, true);
+  EXPECT_FALSE(panel.stale);
+}
+
+TEST_F(PollCycleTest, WhatCannotBeConvertedIsReportedOnceAndKeepsTheVerdict) {
+  settings.g_bchkEnableSounds = settings.g_bchkRainSounds = 1;
+  settings.g_sRainSounds = "rain.wav";
+  Connect(4);
+  EXPECT_TRUE(alerted.given.empty());
+  Measure("TA=-24312 R=0900 RB=1", 20);  // the pole of the dew point formula
+  EXPECT_EQ(panel.safe, false);
+  EXPECT_TRUE(panel.stale);
+  EXPECT_TRUE(weather.raining);
+  EXPECT_EQ(alerted.given, "rain.wav ");
+  EXPECT_TRUE(LastEvent().starts_with("stale: no reading that makes sense since ")) << LastEvent();
+  const auto errors = [](const std::string& text) { return text.starts_with("Error while polling the unit"); };
+  EXPECT_EQ(std::ranges::count_if(EventTexts(), errors), 1);
+  Measure("", 2);
+  EXPECT_FALSE(panel.stale);
+  EXPECT_EQ(panel.ambient, "5.0");
+}
+
+TEST_F(PollCycleTest, AveragingSaysHowFarItIs) {
+  settings.TempsAvgCount = 3;
+  Connect(3);
+  EXPECT_EQ(panel.averaging, "Averageing 1 of 3");
+  EXPECT_EQ(panel.ambient, "") << "the start value is no temperature";
+  Tick(4);
+  EXPECT_EQ(panel.averaging, "Final Average 5.0");
+}
+
+TEST_F(PollCycleTest, TheGustForgetsAfterFiveMinutes) {
+  Connect(4);
+  Measure("WND=0100", 2);
+  Measure("WND=0010", 200);
+  EXPECT_EQ(panel.wind_gust, "90.0");
+  EXPECT_EQ(panel.wind, "9.0");
+  Tick(110);
+  EXPECT_EQ(panel.wind_gust, "9.0");
+}
+
+}  // namespace
+}  // namespace orvalis

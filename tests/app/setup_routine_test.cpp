@@ -1,0 +1,287 @@
+#include "app/setup_routine.h"
+
+#include <algorithm>
+#include <deque>
+#include <functional>
+#include <map>
+
+#include "tests/support/link_fixture.h"
+
+namespace orvalis {
+namespace {
+
+using test::Strings;
+
+std::size_t FieldIndex(std::string_view name) {
+  const auto fields = SetupFields();
+  return static_cast<std::size_t>(
+      std::find_if(fields.begin(), fields.end(), [&](const SetupField& f) { return f.name == name; }) - fields.begin());
+}
+
+/// What bad text and text out of range give, field by field.
+TEST(SetupFields, BadInputGetsItsMessageAndReplacement) {
+  const std::tuple<const char*, const char*, const char*, double> rows[] = {
+      {"Lpt_addr", "x", "invalid input in LPT address", -9999},
+      {"WindSpeedCloseD", "-0.1", "invalid input in WindSpeedCloseD, must be >= 0", 0},
+      {"WindSpeedCloseD", "x", "invalid input in WindSpeedCloseD, must be >= 0", 0},
+      {"WindSpeedWarn", "-1", "invalid input in WindSpeedWarn, must be >= 0", 9999},
+      {"WindSpeedWarn", "x", "invalid input in WindSpeedWarn, must be >=0 ", 9999},
+      {"StepTime", "0", "invalid input in Step Time, must be > 0", -9999},
+      {"StepTime", "x", "invalid input in Step Time", -9999},
+      {"MaxInc", "-1", "invalid input in Max Increment, must be > 0", -9999},
+      {"MaxInc", "x", "invalid input in Max Increment", -9999},
+      {"TempCur", "x", "invalid input in Current Temp", 9999},
+      {"TempMax", "0", "invalid input in Delta T, must be > 0", 9999},
+      {"TempMax", "x", "invalid input in Delta T", 9999},
+      {"TempAvgCnt", "301", "invalid input in Temp Avg Count, must be 1 through 300", 9999},
+      {"TempAvgCnt", "0", "invalid input in Temp Avg Count, must be 1 through 300", 9999},
+      {"TempAvgCnt", "x", "invalid input in Temp Avg Count", 9999},
+      {"BacklashComp", "x", "invalid input in Backlash steps", 9999},
+      {"TempSteps", "0", "invalid input in Steps/DeltaT, must be > 0", -9999},
+      {"TempSteps", "x", "invalid input in Steps/DeltaT", -9999},
+      {"TPTempHysteresis", "x", "invalid input in Temp hysteresis value, 9.9 to 0.1", -9999},
+      {"RainThreshold", "x", "invalid input in RainThreshold, 1 to 1000, defaulted to 400", 400},
+      {"WindThreshold", "x", "invalid input in WindThreshold, 1 to 1000, defaulted to 300", 300},
+      {"LightThreshold", "x", "invalid input in LightThreshold, 1 to 1000, defaulted to 950", 300},
+      {"WindTimerL", "x", "invalid input in LightThreshold, 1 to 1000, defaulted to 122", 122},
+      {"RainOnTimeL", "x", "invalid input in LightThreshold, 1 to 1000, defaulted to 122", 60},
+      {"PartCloudyDegCL", "x", "invalid input in PartCloudyDegC, 1 to 40, defaulted to 22", 0},
+      {"FullCloudyDegCL", "x", "invalid input in FullCloudyDegC, 1 to 40, defaulted to 19", 0},
+      {"CloudThreshCL", "x", "invalid input in CloudThreshC, defaulted to -5.0", -5},
+      {"WindMultiplierL", "x", "invalid input in WindMultiplier, 1 to 9, defaulted to 3", 3},
+      {"TPTempOffset", "x", "invalid input in Joystick Intercept", 9999},
+      {"Thermistor_A", "x", "invalid input in Steinhart A value", 9999},
+      {"Thermistor_B", "x", "invalid input in Steinhart B value", 9999},
+      {"Thermistor_C", "x", "invalid input in Steinhart C value", 9999},
+      {"Joystick_slopeR", "x", "invalid input in Joystick m2 value", 9999},
+      {"Joystick_interceptR", "x", "invalid input in Joystick Intercept", 9999},
+      {"ThermistorR_A", "x", "invalid input in Steinhart A2 value", 9999},
+      {"ThermistorR_B", "x", "invalid input in Steinhart B2 value", 9999},
+      {"ThermistorR_C", "x", "invalid input in Steinhart C2 value", 9999},
+      // Good, or at least accepted as typed.
+      {"RainThreshold", "2000", "", 2000},
+      {"WindMultiplierL", "-3", "", -3},
+      {"TempAvgCnt", "300", "", 300},
+      {"CloudThreshCL", "-5.5", "", -6},
+      {"CloudThreshCL", "-4.5", "", -4},
+      {"WindSpeedWarn", "0", "", 0},
+      {"TPTempHysteresis", "50.5", "", 50.5},
+  };
+  for (const auto& [field, text, message, value] : rows) {
+    const SetupReading reading = ReadSetupField(SetupFields()[FieldIndex(field)], text, {});
+    EXPECT_EQ(reading.message, message) << field << " " << text;
+    EXPECT_EQ(reading.value, value) << field << " " << text;
+  }
+  for (const char* text : {"", " ", "99999999999", "1,5"}) {
+    EXPECT_EQ(ReadSetupField(SetupFields()[FieldIndex("RainThreshold")], text, {}).value, 400) << text;
+  }
+}
+
+/// A user who does, each time the dialog is shown, the next thing on a list.
+class ScriptedDialog : public SetupDialog {
+ public:
+  using Visit = std::function<bool(SetupForm&)>;
+
+  bool Exec(SetupForm& form) override {
+    shown.push_back(form);
+    if (visits.empty()) return false;
+    const Visit visit = visits.front();
+    visits.pop_front();
+    return visit(form);
+  }
+  void ShowUnit(const UnitOptions& unit, bool known) override {
+    unit_shown = known ? std::optional(unit) : std::nullopt;
+  }
+  void ShowMessage(std::string_view text) override {
+    messages.emplace_back(text);
+    if (behind_message) behind_message();
+  }
+  void BringToFront() override { ++brought_to_front; }
+
+  std::deque<Visit> visits;
+  std::vector<SetupForm> shown;
+  Strings messages;
+  std::optional<UnitOptions> unit_shown;
+  std::function<void()> behind_message;
+  int brought_to_front = 0;
+};
+
+class SetupRoutineTest : public test::LinkFixture {
+ protected:
+  SetupRoutineTest() {
+    settings = store.LoadSettings();
+    profile.log.clear();
+    poll_timer.enabled = true;
+  }
+  /// Types these texts into the fields of these names, and confirms.
+  static ScriptedDialog::Visit Type(std::map<std::string, std::string> texts) {
+    return [texts = std::move(texts)](SetupForm& form) {
+      for (const auto& [field, text] : texts) form.texts[FieldIndex(field)] = text;
+      return true;
+    };
+  }
+  void Run(std::deque<ScriptedDialog::Visit> visits) {
+    dialog.visits = std::move(visits);
+    routine.Run();
+    EXPECT_TRUE(poll_timer.enabled) << "afterwards, whatever happened";
+  }
+
+  bool unit_known = true;
+  test::FakeTimer poll_timer;
+  Leftovers leftovers;
+  ScriptedDialog dialog;
+  SetupRoutine routine{{.store = store,
+                        .settings = settings,
+                        .unit = options,
+                        .unit_known = [this] { return unit_known; },
+                        .poll_timer = poll_timer,
+                        .dialog = dialog,
+                        .leftovers = leftovers,
+                        .window = nullptr}};
+};
+
+TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
+  Run({[this](SetupForm& form) {
+    EXPECT_FALSE(poll_timer.enabled);
+    EXPECT_EQ(form.port, "/dev/ttyUSB0");
+    EXPECT_EQ(form.texts[FieldIndex("WindSpeedCloseD")], "12");
+    form.port = "/dev/ttyACM1";
+    form.texts[FieldIndex("RainThreshold")] = "360";
+    form.files[0] = "/home/a b/rain.wav";
+    form.unit.allow_wind = true;
+    return true;
+  }});
+  ASSERT_EQ(profile.log.size(), 65u);
+  EXPECT_EQ(profile.log[0] + ", " + profile.log[1], "write /COM Port, write /WindSpeedCloseD");
+  EXPECT_EQ(profile.At("COM Port"), "/dev/ttyACM1");
+  EXPECT_EQ(profile.At("RainThreshold"), "360");
+  EXPECT_EQ(profile.At("g_sRainSounds"), "/home/a b/rain.wav");
+  EXPECT_EQ(settings.RainThreshold, 360);
+  EXPECT_TRUE(options.allow_wind);
+  EXPECT_TRUE(dialog.messages.empty());
+}
+
+// A unit that is connected while the dialog is open keeps its switches: OK changes those that the user changed.
+TEST_F(SetupRoutineTest, OkDoesNotSwitchOffAUnitThatCameMeanwhile) {
+  unit_known = false;
+  options.allow_rain = true;  // of an earlier connection
+  dialog.visits = {[this](SetupForm& form) {
+    EXPECT_FALSE(form.unit_known);
+    form.unit = {};
+    options = {.allow_relay = true, .allow_wind = true};
+    unit_known = true;
+    return true;
+  }};
+  routine.Run();
+  EXPECT_EQ(options, (UnitOptions{.allow_relay = true, .allow_wind = true}));
+
+  dialog.visits = {[this](SetupForm& form) {
+    routine.FollowUnit();
+    EXPECT_FALSE(dialog.unit_shown);  // nothing new
+    options.allow_light = true;
+    routine.FollowUnit();
+    EXPECT_EQ(dialog.unit_shown, options);
+    form.unit = options;
+    form.unit.allow_wind = false;
+    options.allow_heater = true;  // nobody has told the dialog yet
+    return true;
+  }};
+  routine.Run();
+  EXPECT_EQ(options, (UnitOptions{.allow_heater = true, .allow_relay = true, .allow_light = true}));
+}
+
+// It comes while the dialog is open, is seen there, and bad input brings the dialog back; another one comes behind the
+// message.
+TEST_F(SetupRoutineTest, BadInputDoesNotSwitchOffAUnitEither) {
+  unit_known = false;
+  const UnitOptions came{.allow_relay = true, .allow_wind = true};
+  dialog.visits = {[&](SetupForm& form) {
+                     options = came;
+                     unit_known = true;
+                     routine.FollowUnit();
+                     form.unit = came;
+                     form.texts[FieldIndex("StepTime")] = "0";
+                     dialog.behind_message = [&] {
+                       options.allow_heater = true;
+                       routine.FollowUnit();
+                     };
+                     return true;
+                   },
+                   [&](SetupForm& form) {
+                     EXPECT_TRUE(form.unit_known);
+                     EXPECT_EQ(form.unit, came);
+                     dialog.behind_message = {};
+                     routine.FollowUnit();
+                     EXPECT_EQ(dialog.unit_shown, options) << "told anew";
+                     form.unit = options;
+                     form.texts[FieldIndex("StepTime")] = "0.5";
+                     return true;
+                   }};
+  routine.Run();
+  EXPECT_EQ(options, (UnitOptions{.allow_heater = true, .allow_relay = true, .allow_wind = true}));
+}
+
+TEST_F(SetupRoutineTest, CancelLeavesEverythingAsItWas) {
+  const auto before = profile.values;
+  Run({[](SetupForm& form) {
+    form.texts.assign(form.texts.size(), "7");
+    form.flags.flip();
+    form.unit.force_relay = true;
+    return false;
+  }});
+  EXPECT_EQ(profile.values, before);
+  EXPECT_EQ(settings.RainThreshold, 350);
+  EXPECT_FALSE(options.force_relay);
+}
+
+// The sentinel shows the dialog again with what the user typed; other replacements are stored as they are.
+TEST_F(SetupRoutineTest, TheRoundTripKeepsTheUsersText) {
+  Run({Type({{"StepTime", "0"}, {"RainThreshold", "77"}}), Type({{"StepTime", "0.5"}})});
+  EXPECT_EQ(dialog.messages, Strings{"invalid input in Step Time, must be > 0"});
+  ASSERT_EQ(dialog.shown.size(), 2u);
+  EXPECT_EQ(dialog.shown[1].texts[FieldIndex("StepTime")], "0");
+  EXPECT_EQ(dialog.shown[1].texts[FieldIndex("RainThreshold")], "77");
+  EXPECT_EQ(settings.StepTime, 0.5);
+  EXPECT_EQ(settings.RainThreshold, 77);
+}
+
+TEST_F(SetupRoutineTest, ReplacementsAreStoredAsReturned) {
+  Run({Type({{"RainThreshold", "abc"}, {"LightThreshold", "abc"}, {"PartCloudyDegCL", "abc"}, {"TempAvgCnt", "301"}})});
+  EXPECT_EQ(dialog.messages.size(), 4u);
+  EXPECT_EQ(profile.At("RainThreshold"), "400");
+  EXPECT_EQ(profile.At("LightThreshold"), "300");
+  EXPECT_EQ(profile.At("PartCloudyDegC"), "0");
+  EXPECT_EQ(profile.At("TempsAvgCount", "Capabilities"), "9999");
+}
+
+TEST_F(SetupRoutineTest, AStoreThatFailsKeepsTheDialogOpenAndNothingIsTaken) {
+  profile.fails = true;
+  Run({Type({{"RainThreshold", "77"}}), [](SetupForm&) { return false; }});
+  EXPECT_EQ(dialog.messages, Strings{"cannot write the settings to memory: full"});
+  EXPECT_EQ(dialog.shown.size(), 2u);
+  EXPECT_EQ(settings.RainThreshold, 350);
+}
+
+TEST_F(SetupRoutineTest, ASecondRequestBringsTheOpenDialogToTheFront) {
+  Run({[this](SetupForm&) {
+    routine.Run();
+    return false;
+  }});
+  EXPECT_EQ(dialog.brought_to_front, 1);
+  EXPECT_EQ(dialog.shown.size(), 1u);
+}
+
+TEST_F(SetupRoutineTest, LeftoversAreClampedAfterwards) {
+  settings.Position = 500;
+  routine.Run();
+  EXPECT_EQ(settings.Position, 12);  // the wind limit stands where the template had its maximum step
+  EXPECT_EQ(leftovers.compensation_state, 1);
+  settings.CanTemp = false;
+  settings.Position = -3;
+  routine.Run();
+  EXPECT_EQ(leftovers.compensation_state, 2);
+  EXPECT_EQ(settings.Position, 0);
+}
+
+}  // namespace
+}  // namespace orvalis

@@ -1,0 +1,69 @@
+#include "logs/log_writer.h"
+
+#include <fstream>
+
+#include "reading/frame_interpreter.h"
+#include "tests/support/log_fixture.h"
+
+namespace orvalis {
+namespace {
+
+namespace fs = std::filesystem;
+
+class LogWriterTest : public test::LogFixture {
+ protected:
+  LogEntry Entry(std::string_view line) {
+    frame = SensorFrame(line);
+    FrameInterpreter interpreter;
+    FrameInterpreter::ReadSwitches(frame, weather);
+    interpreter.ReadRainLightAndWind(frame, settings, weather);
+    interpreter.Interpret(frame, settings, 200, weather);
+    return {.time = clock.LocalNow(), .weather = weather, .frame = frame};
+  }
+
+  SensorFrame frame;
+};
+
+// Worked by hand: the wet line's figures with bc, the day count with Python's calendar.
+TEST_F(LogWriterTest, TheRecordStandsInItsColumns) {
+  RainMemory rain;
+  const LogEntry wet = Entry(kWetDemoLine);
+  rain.Note(weather, 0);
+  EXPECT_EQ(OneLineRecord(wet, rain),
+            "2026-11-21 21:04.05.00 C M   -5.0   15.0   10.0   90.0  76     11 100 2 2     0 046347.87784 3 3 3 3 1");
+  const LogEntry dry = Entry(kDryDemoLine);
+  rain.Note(weather, 60'000);
+  EXPECT_EQ(OneLineRecord(dry, rain),
+            "2026-11-21 21:04.05.00 C M  -15.0    5.0    1.0    9.0 -29      5   0 1 1     0 046347.87784 3 2 2 1 0");
+  rain.Note(weather, 60'001);
+  EXPECT_TRUE(OneLineRecord(dry, rain).ends_with(" 0 0     0 046347.87784 3 2 1 1 0"));
+  weather.ambient_known = false;
+  EXPECT_TRUE(OneLineRecord(dry, rain).ends_with(" 046347.87784 0 2 1 1 0"));
+}
+
+TEST_F(LogWriterTest, TheFullLineHasEveryLabelInOrder) {
+  EXPECT_EQ(FullLogLine(Entry(test::LiveFrame())),
+            "2026-11-21 21:04:05 WingAvg = 18.0 Gusts = 18.0 Rain = 120 TpT = 6.0 AmbT = 5.0 DpT = -4.9 RH = 49 "
+            "MeasSky = -20.0 CalcSky = -20.2 Diff = 25.0 TPraw = -2000 Hraw = 520 Brght = 1000 HTRaL = 1 HTRoN = 0 "
+            "RLYaL = 1 RLYoN = 0 ALght = 0 AWnd = 1");
+}
+
+TEST_F(LogWriterTest, TheFullLogAppendsAndMendsAHalfLine) {
+  std::ofstream(folder / "Orvalis.txt", std::ios::binary) << "old\nhalf a li";
+  RotatingLog log = OpenFullLog();
+  log.Write("new");
+  EXPECT_EQ(Content("Orvalis.txt"), "old\nhalf a li\nnew\n");
+}
+
+TEST_F(LogWriterTest, TheFullLogIsBoundedAndKeepsFiveFormerOnes) {
+  RotatingLog log = OpenFullLog(10);
+  for (int i = 0; i < 9; ++i) log.Write("line " + std::to_string(i));
+  EXPECT_EQ(Content("Orvalis.txt"), "line 8\n");
+  EXPECT_EQ(Content("Orvalis.txt.1"), "line 7\n");
+  EXPECT_EQ(Content("Orvalis.txt.5"), "line 3\n");
+  EXPECT_FALSE(fs::exists(folder / "Orvalis.txt.6"));
+  EXPECT_TRUE(events.events().empty());
+}
+
+}  // namespace
+}  // namespace orvalis

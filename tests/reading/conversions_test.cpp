@@ -1,0 +1,131 @@
+#include "reading/conversions.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+#include "base/run_time_error.h"
+#include "base/text.h"
+#include "tests/support/fake_serial_port.h"
+
+namespace orvalis {
+namespace {
+
+// Each expected value was read off the line by eye.
+TEST(SensorFrame, CutsEveryFieldOfBothDemoLinesAndALiveOne) {
+  using F = SensorFrame::Field;
+  const SensorFrame dry(kDryDemoLine);
+  const SensorFrame wet(kWetDemoLine);
+  EXPECT_EQ(dry.text().size(), 111u);
+  EXPECT_FALSE(dry.IsComplete());
+  const std::tuple<F, const char*, const char*> rows[] = {
+      {F::kHum, "0000", "0700"},    {F::kLgt, "1023", "0001"},    {F::kR, "0100", "0500"},
+      {F::kWnd, "0010", "0100"},    {F::kTp, "-00999", "+01000"}, {F::kTtp, "+00100", "+01000"},
+      {F::kTa, "+00500", "+01500"}, {F::kAh, "0", "1"},           {F::kHb, "0", "1"},
+      {F::kAr, "1", "1"},           {F::kRb, "0", "1"},           {F::kAw, "1", "1"},
+      {F::kAl, "1", "1"},           {F::kAc, "1", "1"},
+  };
+  for (const auto& [field, in_dry, in_wet] : rows) {
+    EXPECT_EQ(dry.Cut(field), in_dry);
+    EXPECT_EQ(wet.Cut(field), in_wet);
+  }
+  EXPECT_DOUBLE_EQ(dry.Celsius(F::kTp), -9.99);
+  EXPECT_TRUE(SensorFrame(test::LiveFrame()).IsComplete());
+}
+
+TEST(SensorFrame, CompleteMeansTheTerminatorAtItsPlaceAndNothingElse) {
+  const std::string live = test::LiveFrame();
+  EXPECT_FALSE(SensorFrame("").IsComplete());
+  EXPECT_FALSE(SensorFrame(live.substr(0, 116)).IsComplete());
+  EXPECT_FALSE(SensorFrame(live.substr(1)).IsComplete());
+  std::string garbage(116, '\0');
+  garbage[3] = '\xff';
+  EXPECT_TRUE(SensorFrame(garbage + "#").IsComplete());
+  EXPECT_EQ(SensorFrame(garbage + "#").Number(SensorFrame::Field::kTa), 0);
+  EXPECT_EQ(SensorFrame("HUM=07").Cut(SensorFrame::Field::kHum), "07");
+  EXPECT_EQ(SensorFrame("HUM=07").Cut(SensorFrame::Field::kAc), "");
+}
+
+class BlockAveragesTest : public testing::Test {
+ protected:
+  /// Adds a frame to a block of `size`: whether the block is complete.
+  bool Add(const std::string& measured, int size) {
+    return averages.Add(SensorFrame(test::LiveFrame(measured)), size, state);
+  }
+  /// The averages of body, ambient and rain; a question mark is before what is not known.
+  [[nodiscard]] std::string Known() const {
+    const auto text = [](double value, bool known) { return (known ? "" : "?") + FormatFixed(value, 2) + " "; };
+    return text(state.body_celsius, state.body_known) + text(state.ambient_celsius, state.ambient_known) +
+           FormatFixed(state.rain_average, 2);
+  }
+
+  BlockAverages averages;
+  WeatherState state;
+};
+
+TEST_F(BlockAveragesTest, ChangeOnceABlockAndRepeatTheAverageForMissingReadings) {
+  EXPECT_FALSE(Add("TA=+00600", 3));
+  EXPECT_FALSE(Add("TA=+00700", 3));
+  EXPECT_EQ(averages.samples_taken(), 2);
+  EXPECT_EQ(Known(), "?-99.00 ?-99.00 0.00");
+  EXPECT_TRUE(Add("TA=+00950", 3));
+  EXPECT_EQ(Known(), "6.00 7.50 120.00");  // (6 + 7 + 9.5) / 3
+  for (int i = 0; i < 3; ++i) Add("TA=+19999", 3);
+  EXPECT_EQ(Known(), "6.00 7.50 120.00");
+}
+
+// Before any reading the substitute is the start value; it must not pass for a temperature.
+TEST_F(BlockAveragesTest, AMissingFirstReadingLeavesTheTemperatureUnknown) {
+  EXPECT_TRUE(Add("TA=+19999", 1));
+  EXPECT_EQ(Known(), "6.00 ?-99.00 120.00");
+  Add("TA=-00150", 1);
+  EXPECT_EQ(Known(), "6.00 -1.50 120.00");
+}
+
+TEST_F(BlockAveragesTest, ABlockWithoutAnEndIsAnErrorAndAChangedOneBeginsAnew) {
+  for (int i = 0; i < 300; ++i) EXPECT_FALSE(Add("", 9999));
+  try {
+    Add("", 9999);
+    FAIL();
+  } catch (const RunTimeError& error) {
+    EXPECT_EQ(error.number(), RunTimeError::kSubscriptOutOfRange);
+  }
+  EXPECT_FALSE(Add("", 9999));
+  // Fewer samples asked for than were taken: the new block must still find its end.
+  for (int i = 0; i < 5; ++i) Add("", 10);
+  EXPECT_FALSE(Add("", 2));
+  EXPECT_TRUE(Add("", 2));
+}
+
+// Expected values from bc with 12 decimals.
+TEST(Conversions, MatchValuesWorkedByHand) {
+  constexpr double kTolerance = 1e-6;
+  EXPECT_NEAR(RelativeHumidity(520, 5, 200), 48.866653110772, kTolerance);
+  EXPECT_NEAR(RelativeHumidity(520, 5, 1.9), 44.246652393118, kTolerance);
+  EXPECT_NEAR(RelativeHumidity(520, 5, 2.0), 48.866653110772, kTolerance);
+  EXPECT_NEAR(RelativeHumidity(0, 5, 200), -29.420375847205, kTolerance);
+  EXPECT_NEAR(DewPoint(50, 20), 9.255305544815, kTolerance);
+  EXPECT_NEAR(DewPoint(99, 10), 9.849774533536, kTolerance);
+  EXPECT_EQ(DewPoint(99.0001, 10), 10);
+  EXPECT_EQ(DewPoint(-0.1, 10), 10);
+  EXPECT_NEAR(ClearSkyTemperature(10, 20), 1.191675591659, kTolerance);
+  EXPECT_NEAR(ClearSkyTemperature(-5, -2.5), -27.103029830344, kTolerance);
+  EXPECT_DOUBLE_EQ(ToFahrenheit(-40), -40);
+  EXPECT_DOUBLE_EQ(ToFahrenheit(100), 212);
+}
+
+TEST(Conversions, WithoutAResultTheyRaiseInsteadOfReturningNoNumber) {
+  EXPECT_THROW(static_cast<void>(DewPoint(0, 10)), RunTimeError);
+  EXPECT_THROW(static_cast<void>(DewPoint(50, -243.12)), RunTimeError);
+  EXPECT_THROW(static_cast<void>(ClearSkyTemperature(-200, 5)), RunTimeError);
+  for (double celsius = -60; celsius <= 60; celsius += 0.5) {
+    for (double count = 0; count <= 1023; count += 11) {
+      const double humidity = RelativeHumidity(count, celsius, 200);
+      EXPECT_TRUE(std::isfinite(ClearSkyTemperature(DewPoint(humidity, celsius), celsius)));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orvalis
