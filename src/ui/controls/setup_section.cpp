@@ -8,7 +8,7 @@
 #include <QLineEdit>
 
 #include "ui/controls/night_proof.h"
-#include "ui/setup/setup_controls.h"
+#include "ui/controls/setup_controls.h"
 
 namespace orvalis {
 namespace {

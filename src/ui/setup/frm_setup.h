@@ -13,7 +13,7 @@
 #include "app/setup_routine.h"
 #include "ui/controls/setup_pickers.h"
 #include "ui/controls/theme.h"
-#include "ui/setup/setup_controls.h"
+#include "ui/controls/setup_controls.h"
 #include "unit/serial_port_entry.h"
 
 class QBoxLayout;

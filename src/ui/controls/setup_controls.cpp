@@ -1,4 +1,4 @@
-#include "ui/setup/setup_controls.h"
+#include "ui/controls/setup_controls.h"
 
 #include <QLineEdit>
 #include <QPainter>
