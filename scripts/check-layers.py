@@ -20,7 +20,7 @@ LEVELS = [
 ]
 STANDARD_LIBRARY_ONLY = {folder for level in LEVELS[:-1] for folder in level}
 # The files of src/ itself, above all folders, in their own order.
-CONNECTING = [["core"], ["windows"], ["program"], ["main"]]
+CONNECTING = [["core"], ["program_windows", "launch"], ["main", "orvalisd"]]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 STANDARD_HEADER = re.compile(r"[a-z_]+")

@@ -15,8 +15,8 @@
 #include "unit/serial_port.h"
 #include "unit/serial_port_entry.h"
 
-/// What each operating system gives in its own way. The build chooses the implementation: linux/native.cpp or
-/// windows/native.cpp.
+/// What each operating system gives in its own way. The build chooses the implementation: native_linux.cpp or
+/// native_windows.cpp.
 namespace orvalis::native {
 
 /// The process as the system sees it. Made first, and held as long as the process runs.
@@ -57,7 +57,8 @@ void LeaveConsole();
 [[nodiscard]] std::unique_ptr<SerialPort> MakeSerialPort();
 /// The serial ports that the machine has now, with what is plugged in there.
 [[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
-/// `fail` is told of a file that turns out only while it is being loaded not to be a sound.
+/// `fail` is told of a file that turns out only while it is being loaded not to be a sound. On Linux the executable
+/// chooses by what it links: the desktop's sounds, or a player program where there is no desktop.
 [[nodiscard]] std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> fail);
 [[nodiscard]] std::unique_ptr<ProgramStarter> MakeProgramStarter();
 

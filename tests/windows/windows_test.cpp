@@ -21,8 +21,8 @@
 
 #include "base/path.h"
 #include "base/run_time_error.h"
-#include "platform/safe_file.h"
-#include "platform/stop_signals.h"
+#include "platform/system/safe_file.h"
+#include "platform/system/stop_signals.h"
 #include "platform/windows/com_port.h"
 #include "platform/windows/mci_sound_player.h"
 #include "platform/windows/panel_capture.h"

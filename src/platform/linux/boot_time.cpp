@@ -1,4 +1,4 @@
-#include "platform/boot_time.h"
+#include "platform/system/boot_time.h"
 
 #include <ctime>
 

@@ -1,4 +1,4 @@
-#include "platform/line_output.h"
+#include "platform/system/line_output.h"
 
 #include <poll.h>
 #include <unistd.h>

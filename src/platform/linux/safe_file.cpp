@@ -1,4 +1,4 @@
-#include "platform/safe_file.h"
+#include "platform/system/safe_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -39,7 +39,8 @@ std::string ReadProfileCommand(const QStringList& words, ProfileCommand& profile
 
 }  // namespace
 
-std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<std::string>& arguments) {
+std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<std::string>& arguments,
+                                                             bool has_windows) {
   QStringList list;
   for (const std::string& argument : arguments) list << QString::fromStdString(argument);
   CommandLine line;
@@ -91,10 +92,11 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
     return line;
   }
   if (line.profile.subkey) return CommandLineError{"--subkey goes with \"profile\""};
-  if (line.json && !line.headless) return CommandLineError{"--json goes with --headless"};
+  if (line.json && !line.headless && has_windows) return CommandLineError{"--json goes with --headless"};
   if (line.automation && (line.headless || line.picture)) {
     return CommandLineError{"--automation is how the session bus starts the program; leave out the other"};
   }
+  if (!has_windows) line.headless = true;
   if (line.picture && line.headless) return CommandLineError{"there is no picture without a window"};
   if (line.demo && line.port) return CommandLineError{"--demo uses no serial port; leave out --port"};
   if (line.port && line.port->empty()) return CommandLineError{"--port needs the path of a device"};
@@ -102,22 +104,35 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   return line;
 }
 
-std::string Usage() {
-  return R"(usage: orvalis [--port PATH | --demo] [--profile DIR] [--picture FILE]
+std::string Usage(bool has_windows) {
+  std::string usage = has_windows ? R"(usage: orvalis [--port PATH | --demo] [--profile DIR] [--picture FILE]
        orvalis --automation [--port PATH | --demo] [--profile DIR]
        orvalis --headless [--json] [--port PATH | --demo] [--profile DIR]
        orvalis profile list|get KEY|set KEY VALUE [--subkey NAME] [--profile DIR]
        orvalis --version | --help
 
-  --automation    for the session bus, which starts the program when a client asks for it; it ends with its last client
-  --headless      no window: a line a working cycle on standard output; connects and reconnects by itself
-  --json          the same as JSON objects, one a line
+)"
+                                  : R"(usage: orvalisd [--json] [--port PATH | --demo] [--profile DIR]
+       orvalisd --automation [--port PATH | --demo] [--profile DIR]
+       orvalisd profile list|get KEY|set KEY VALUE [--subkey NAME] [--profile DIR]
+       orvalisd --version | --help
+
+)";
+  usage +=
+      "  --automation    for the session bus, which starts the program when a client asks for it; it ends with its "
+      "last "
+      "client\n";
+  if (has_windows) {
+    usage += "  --headless      no window: one line per cycle on standard output; connects and reconnects by itself\n";
+  }
+  usage += R"(  --json          the same as JSON objects, one per line
   --port PATH     this serial port, for this run, connected at start and again when it is lost
   --demo          demo mode, for this run: made-up values, no serial line
   --profile DIR   the settings in DIR (also: ORVALIS_PROFILE_DIR)
-  --picture FILE  write a picture of the panel to FILE after the first values, and end
-  profile         show or change the settings; the value "-" is read from standard input
 )";
+  if (has_windows) usage += "  --picture FILE  write a picture of the panel to FILE after the first values, and end\n";
+  usage += "  profile         show or change the settings; the value \"-\" is read from standard input\n";
+  return usage;
 }
 
 }  // namespace orvalis

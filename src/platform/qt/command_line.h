@@ -29,9 +29,10 @@ struct CommandLineError {
   std::string text;
 };
 
-/// `arguments` begin with the program's name.
-[[nodiscard]] std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<std::string>& arguments);
+/// `arguments` begin with the program's name. An executable without windows is always headless.
+[[nodiscard]] std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<std::string>& arguments,
+                                                                           bool has_windows);
 
-[[nodiscard]] std::string Usage();
+[[nodiscard]] std::string Usage(bool has_windows);
 
 }  // namespace orvalis

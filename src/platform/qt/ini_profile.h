@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "config/profile.h"
-#include "platform/safe_file.h"
+#include "platform/system/safe_file.h"
 
 namespace orvalis {
 

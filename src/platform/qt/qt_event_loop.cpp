@@ -4,7 +4,7 @@
 #include <limits>
 #include <utility>
 
-#include "platform/boot_time.h"
+#include "platform/system/boot_time.h"
 
 namespace orvalis {
 

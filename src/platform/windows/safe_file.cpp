@@ -1,4 +1,4 @@
-#include "platform/safe_file.h"
+#include "platform/system/safe_file.h"
 
 #include "platform/windows/handle.h"
 #include "platform/windows/windows_error.h"

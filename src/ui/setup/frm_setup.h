@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "app/setup_routine.h"
+#include "ui/controls/setup_controls.h"
 #include "ui/controls/setup_pickers.h"
 #include "ui/controls/theme.h"
-#include "ui/controls/setup_controls.h"
 #include "unit/serial_port_entry.h"
 
 class QBoxLayout;

@@ -1,16 +1,15 @@
 #pragma once
 
-#include <QPointer>
 #include <QString>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "app/alerts.h"
+#include "app/leftovers.h"
+#include "app/panel_window.h"
 #include "app/poll_cycle.h"
 #include "app/program_flags.h"
 #include "app/setup_routine.h"
@@ -20,26 +19,20 @@
 #include "config/settings.h"
 #include "config/settings_store.h"
 #include "history/history_recorder.h"
-#include "logs/log_files.h"
+#include "logs/error_log.h"
 #include "logs/log_writer.h"
 #include "panel/panel_model.h"
-#include "platform/line_output.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_http_socket.h"
 #include "platform/sqlite/sqlite_history.h"
+#include "platform/system/line_output.h"
 #include "publish/web_publisher.h"
 #include "reading/weather_state.h"
 #include "server/traffic.h"
 #include "server/weather.h"
-#include "ui/controls/theme.h"
-#include "ui/graphs/graph_windows.h"
-#include "ui/panel/frm_hand_box.h"
-#include "ui/publishing/frm_form_submit.h"
-#include "ui/setup/frm_setup.h"
-#include "ui/traffic/frm_show.h"
 #include "unit/auto_reconnect.h"
 #include "unit/connector.h"
 #include "unit/sensor_link.h"
@@ -54,26 +47,67 @@ namespace orvalis {
 /// Where logs and pictures go unless the user chooses: beside the executable where that is allowed, as it is for a
 /// program unpacked into a folder of its own, otherwise in the user's data folder.
 [[nodiscard]] std::string ProgramFolder();
-/// Where the history is kept: with the profile when that has a place of its own, otherwise in the user's data folder.
-[[nodiscard]] std::filesystem::path HistoryFile(const CommandLine& line);
 
-/// The running program: every part, in the order in which they need each other, and the connections between them.
-class Program {
+/// The windows, as the core sees them.
+class Front {
  public:
-  explicit Program(const CommandLine& line);
-  Program(const Program&) = delete;
-  Program& operator=(const Program&) = delete;
-  ~Program();
+  virtual ~Front() = default;
 
-  /// Starts up, runs until the program is to end, and shuts down. Returns the exit code. Throws what keeps the program
-  /// from starting.
-  int Run();
+  /// The panel's window, which start-up places and shows.
+  [[nodiscard]] virtual PanelWindow& panel_window() = 0;
+  /// The settings have been loaded.
+  virtual void ShowSettings() = 0;
+  /// The models may have changed.
+  virtual void Refresh() = 0;
+  /// Runs the setup dialog for a client, or brings the one that is open to the front.
+  virtual void RunSetup(Weather::Done closed) = 0;
+  /// Everything that the start had to say has been said.
+  virtual void Started() = 0;
+  virtual void BringToFront() = 0;
+};
 
-  /// Whether there is a panel to bring.
-  bool BringToFront();
+/// The program without its windows: every part, in the order in which they need each other, and the connections between
+/// them.
+class Core {
+ public:
+  /// What the windows show and work on.
+  struct Parts {
+    const CommandLine& line;
+    EventLoop& loop;
+    SettingsStore& store;
+    ProgramFlags& flags;
+    Settings& settings;
+    PanelModel& panel;
+    UnitOptions& options;
+    EventList& events;
+    ErrorBoundary& boundary;
+    SensorLink& link;
+    Connector& connector;
+    WebPublisher& publisher;
+    PollCycle& poll;
+    HistoryRecorder& history;
+    ImmediateSwitches& switches;
+    Leftovers& leftovers;
+    IntervalTimer& poll_timer;
+    Traffic*& traffic;  ///< the text of the traffic window while that is open
+  };
+
+  explicit Core(const CommandLine& line);
+  Core(const Core&) = delete;
+  Core& operator=(const Core&) = delete;
+  ~Core();
+
+  [[nodiscard]] Parts parts();
+
+  /// Starts up, runs until the program is to end, and shuts down. `front` is null in a program without windows. Returns
+  /// the exit code. Throws what keeps the program from starting.
+  int Run(Front* front);
 
   /// Keeps what is to be kept and closes the link, for a system that ends without waiting for `Run` to return.
   void ShutDown() noexcept;
+
+  /// Shows what the models hold now.
+  void Refresh();
 
   /// Whether a name look-up goes on that the end of the application would wait for.
   [[nodiscard]] bool LeavesLookUp() const { return http_.LeavesLookUp(); }
@@ -85,35 +119,13 @@ class Program {
     boundary_.Run(doing, work);
     Refresh();
   }
-  /// A click's work, which is done then.
-  template <typename Work>
-  void Click(std::string_view doing, Work work) {
-    boundary_.RunWhole(doing, work);
-    Refresh();
-  }
-  void Refresh();
-  /// Says what goes wrong in the background where a person looks.
+  void StartUp(Front* front);
+  /// Shows what goes wrong in the background where a person looks.
   void Report(const std::string& text);
-  /// What happened, in a file, for whoever comes to look after the night.
-  void KeepErrorLog();
-  void SpeakOnStandardOutput();
-  void OpenPanel();
-  /// The setup dialog, hidden until it is asked for.
-  void OpenSetup();
-  /// Runs it, or brings it to the front, for the panel's button and for clients.
-  void RunSetup();
-  /// The same for a client. Throws RunTimeError when there is no dialog.
-  void RunSetupFor(Weather::Done closed);
-  void OpenTraffic();
+  /// A line for each working cycle and each event on standard output; messages on standard error.
+  void PrintReadings();
   /// Offers the automation object. Throws RunTimeError when that fails in a program that is there for clients alone.
   void ServeClients();
-  void ApplyTheme();
-  /// The web publishing window, hidden until it is asked for.
-  void OpenWebPublishing();
-  /// The buttons for the graphs; their windows are made when they are pressed.
-  void OpenGraphs();
-  [[nodiscard]] Theme PanelTheme() const;
-  void TakePicture();
 
   CommandLine line_;
   QtEventLoop loop_;
@@ -149,19 +161,10 @@ class Program {
   QtIntervalTimer second_timer_;
   LineOutput output_{LineOutput::Stream::kOutput};
   LineOutput error_output_{LineOutput::Stream::kError};
-  RotatingLog error_log_{
-      {.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .former_kept = 2},
-      [this](const std::string& text) { error_output_.Write("orvalis: " + text); }};
-  std::unique_ptr<frmHandBox> form_;
-  std::unique_ptr<PanelWindow> window_;
-  std::unique_ptr<frmSetup> setup_;
-  std::unique_ptr<GraphWindows> graphs_;
-  std::optional<SetupRoutine> setup_routine_;
-  std::vector<Weather::Done> setup_waiters_;  ///< clients that wait for the dialog to be closed
-  QPointer<frmShow> show_;
-  Traffic* traffic_ = nullptr;  ///< the text of `show_` while that is open
-  std::unique_ptr<frmFormSubmit> submit_;
+  ErrorLog error_log_;
   std::optional<Startup> startup_;
+  Front* front_ = nullptr;      ///< none without windows
+  Traffic* traffic_ = nullptr;  ///< none while the traffic window is closed
   Weather::Parts weather_parts_;
   std::unique_ptr<WeatherServer> server_;  ///< none where clients cannot come
 };

@@ -1,6 +1,6 @@
-#include "platform/native.h"
-
 #include <windows.h>
+
+#include "platform/native.h"
 
 // Behind the types of windows.h.
 #include <io.h>
@@ -13,7 +13,7 @@
 #include <utility>
 
 #include "platform/qt/ini_profile.h"
-#include "platform/safe_file.h"
+#include "platform/system/safe_file.h"
 #include "platform/windows/com/com_server.h"
 #include "platform/windows/com/weather_registration.h"
 #include "platform/windows/com_port.h"

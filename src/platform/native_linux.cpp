@@ -1,5 +1,3 @@
-#include "platform/native.h"
-
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -13,8 +11,8 @@
 #include "platform/linux/private_file.h"
 #include "platform/linux/qt_program_starter.h"
 #include "platform/linux/qt_serial_port.h"
-#include "platform/linux/qt_sound_player.h"
 #include "platform/linux/serial_port_list.h"
+#include "platform/native.h"
 #include "platform/qt/curl_ftp_sender.h"
 #include "platform/qt/ini_profile.h"
 
@@ -58,10 +56,6 @@ std::unique_ptr<UtilityObject> MakeUtilityObject() { return std::make_unique<NoU
 std::unique_ptr<SerialPort> MakeSerialPort() { return std::make_unique<QtSerialPort>(); }
 
 std::vector<SerialPortEntry> ListSerialPorts() { return orvalis::ListSerialPorts(); }
-
-std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> fail) {
-  return std::make_unique<QtSoundPlayer>(std::move(fail));
-}
 
 std::unique_ptr<ProgramStarter> MakeProgramStarter() { return std::make_unique<QtProgramStarter>(); }
 

@@ -1,0 +1,26 @@
+#include "app/setup_requests.h"
+
+#include <utility>
+
+namespace orvalis {
+
+void SetupRequests::Run() {
+  std::exception_ptr failure;
+  boundary_.RunWhole("running the setup", [&] {
+    try {
+      routine_.Run();
+    } catch (...) {
+      failure = std::current_exception();  // the clients that wait for the dialog are told too
+      throw;
+    }
+  });
+  if (routine_.open()) return;  // it was, and came to the front
+  for (const Closed& closed : std::exchange(waiting_, {})) closed(failure);
+}
+
+void SetupRequests::RunFor(Closed closed) {
+  waiting_.push_back(std::move(closed));
+  loop_.CallAfter({}, [this] { Run(); });
+}
+
+}  // namespace orvalis

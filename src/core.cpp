@@ -1,0 +1,241 @@
+#include "core.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QLocale>
+#include <QStandardPaths>
+#include <chrono>
+#include <utility>
+
+#include "app/reading_lines.h"
+#include "base/path.h"
+#include "base/run_time_error.h"
+#include "platform/system/safe_file.h"
+
+namespace orvalis {
+namespace {
+
+/// Where the history is kept: with the profile when that has a place of its own, otherwise in the user's data folder.
+std::filesystem::path HistoryFile(const CommandLine& line) {
+  const QString folder = ChosenProfileFolder(line).value_or(
+      QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/orvalis");
+  return (folder + "/history.sqlite").toStdU16String();
+}
+
+}  // namespace
+
+NumberLocale UserLocale() {
+  const QString separator = QLocale::system().decimalPoint();
+  return {.decimal_separator = separator == "," ? ',' : '.'};
+}
+
+std::optional<QString> ChosenProfileFolder(const CommandLine& line) {
+  if (line.profile_folder) return QString::fromStdString(*line.profile_folder);
+  if (QString folder = qEnvironmentVariable("ORVALIS_PROFILE_DIR"); !folder.isEmpty()) return folder;
+  return std::nullopt;
+}
+
+std::string ProgramFolder() {
+  const QString beside = QCoreApplication::applicationDirPath();
+  const QString folder = safe_file::MayWrite(beside)
+                             ? beside
+                             : QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/orvalis";
+  return QDir::toNativeSeparators(folder).toStdString();
+}
+
+Core::Core(const CommandLine& line)
+    : line_(line),
+      port_(native::MakeSerialPort()),
+      profile_(native::MakeProfile(ChosenProfileFolder(line))),
+      utility_(native::MakeUtilityObject()),
+      store_(*profile_, ProgramFolder(), UserLocale()),
+      events_(clock_),
+      boundary_(panel_.status, events_),
+      sounds_(native::MakeSoundPlayer([this](const std::string& failure) { events_.Record(failure); })),
+      programs_(native::MakeProgramStarter()),
+      alerts_(*sounds_, *programs_, events_),
+      logs_([this](const std::string& text) { Report(text); }),
+      link_({.port = *port_, .loop = loop_, .store = store_, .panel = panel_, .events = events_, .options = options_},
+            line.port),
+      connector_(link_, boundary_),
+      reconnect_({.link = link_, .connector = connector_, .panel = panel_, .events = events_, .clock = clock_}),
+      ftp_(native::MakeFtpSender()),
+      commands_(native::MakeCommandStarter()),
+      publisher_({.store = store_,
+                  .settings = settings_,
+                  .weather = weather_,
+                  .panel = panel_,
+                  .loop = loop_,
+                  .clock = clock_,
+                  .events = events_,
+                  .boundary = boundary_,
+                  .socket = http_,
+                  .ftp = *ftp_,
+                  .commands = *commands_,
+                  .write_private = native::WritePrivateFile,
+                  .folder = native::FolderOfPictures(store_.program_folder())}),
+      poll_({.loop = loop_,
+             .clock = clock_,
+             .link = link_,
+             .settings = settings_,
+             .weather = weather_,
+             .panel = panel_,
+             .events = events_,
+             .boundary = boundary_,
+             .alerts = alerts_,
+             .logs = logs_,
+             .locale = store_.locale(),
+             .demo_override = line.demo,
+             .uploads = {&publisher_.webcam_schedule(), &publisher_.readings_schedule()}}),
+      history_store_(HistoryFile(line), clock_, [this](const std::string& text) { Report(text); }),
+      history_({.loop = loop_,
+                .clock = clock_,
+                .store = history_store_,
+                .report = [this](const std::string& text) { Report(text); },
+                .remember = !line.headless}),
+      switches_({.store = store_,
+                 .settings = settings_,
+                 .link = link_,
+                 .connector = connector_,
+                 .logs = logs_,
+                 .demo_mode = [this] { return poll_.InDemoMode(); }}),
+      poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
+      second_timer_([this] {
+        Tick("reconnecting", [this] {
+          reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
+          poll_.WatchStaleness();
+        });
+      }),
+      error_log_(events_, [this](const std::string& text) { error_output_.Write("orvalis: " + text); }),
+      weather_parts_{.flags = flags_,
+                     .settings = settings_,
+                     .weather = weather_,
+                     .panel = panel_,
+                     .link = link_,
+                     .connector = connector_,
+                     .logs = logs_,
+                     .traffic = traffic_,
+                     .locale = store_.locale(),
+                     .demo_mode = [this] { return poll_.InDemoMode(); },
+                     .run_setup =
+                         [this](Weather::Done closed) {
+                           if (front_ == nullptr) {
+                             throw RunTimeError(RunTimeError::kDeviceUnavailable,
+                                                "There is no setup dialog: Orvalis runs without windows");
+                           }
+                           front_->RunSetup(std::move(closed));
+                         },
+                     .end_program = [] { QCoreApplication::exit(0); }},
+      server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
+                                         .record = [this](const std::string& text) { events_.Record(text); },
+                                         .ends_with_last_client = line.automation})) {
+  error_log_.Open(PathFromText(store_.program_folder()));
+  poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
+}
+
+Core::~Core() = default;
+
+Core::Parts Core::parts() {
+  return {.line = line_,
+          .loop = loop_,
+          .store = store_,
+          .flags = flags_,
+          .settings = settings_,
+          .panel = panel_,
+          .options = options_,
+          .events = events_,
+          .boundary = boundary_,
+          .link = link_,
+          .connector = connector_,
+          .publisher = publisher_,
+          .poll = poll_,
+          .history = history_,
+          .switches = switches_,
+          .leftovers = leftovers_,
+          .poll_timer = poll_timer_,
+          .traffic = traffic_};
+}
+
+int Core::Run(Front* front) {
+  front_ = front;
+  if (line_.headless && line_.automation) {
+    events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
+  } else if (line_.headless) {
+    PrintReadings();
+  }
+  StartUp(front);
+  publisher_.Load();
+  if (front_ != nullptr) front_->ShowSettings();
+  ServeClients();
+  if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
+  Refresh();
+  history_.LoadSoon();
+  if (front_ != nullptr) front_->Started();
+  const int code = QCoreApplication::exec();
+  ShutDown();
+  return code;
+}
+
+void Core::StartUp(Front* front) {
+  startup_.emplace(
+      Startup::Parts{.flags = flags_,
+                     .utility = *utility_,
+                     .store = store_,
+                     .settings = settings_,
+                     .window = front != nullptr ? &front->panel_window() : nullptr,
+                     .switches = switches_,
+                     .poll_timer = poll_timer_,
+                     .second_timer = second_timer_,
+                     .connector = connector_,
+                     .logs = logs_,
+                     .leftovers = leftovers_,
+                     .started_by_user = !line_.automation,
+                     .auto_connect_override = (line_.headless && !line_.automation) || line_.port.has_value(),
+                     .demo_mode = [this] { return poll_.InDemoMode(); }});
+  startup_->Main();
+}
+
+void Core::ShutDown() noexcept {
+  if (!startup_) return;
+  startup_->Shutdown();  // first: the link is closed and the panel's place kept, whatever the history's disk does
+  history_.Flush();
+}
+
+void Core::Refresh() {
+  if (front_ != nullptr) front_->Refresh();
+}
+
+void Core::Report(const std::string& text) {
+  panel_.status = text;
+  events_.Record(text);
+}
+
+void Core::PrintReadings() {
+  poll_.Listen([this](const SensorFrame& frame) {
+    const Reading reading{
+        .time = clock_.LocalNow(), .weather = weather_, .frame = frame, .connected = link_.Connected()};
+    output_.Write(line_.json ? ReadingJson(reading) : ReadingText(reading));
+  });
+  const bool say_twice = !native::StandardErrorIsStandardOutput();
+  events_.Listen([this, say_twice](const Event& event) {
+    output_.Write(line_.json ? EventJson(event) : EventText(event));
+    if (say_twice) error_output_.Write("orvalis: " + event.text);
+  });
+}
+
+void Core::ServeClients() {
+  const bool offered = server_ && server_->Start();
+  if (!line_.automation) return;
+  if (!offered) {
+    throw RunTimeError(RunTimeError::kDeviceUnavailable,
+                       "it was started for a client and cannot be reached by one; start it without --automation");
+  }
+  constexpr std::chrono::seconds kFirstClient{30};
+  loop_.CallAfter(kFirstClient, [this] {
+    if (server_->had_clients()) return;
+    events_.Record("it was started for a client, and none came");
+    QCoreApplication::exit(0);
+  });
+}
+
+}  // namespace orvalis

@@ -1,0 +1,30 @@
+#include "logs/error_log.h"
+
+#include <system_error>
+#include <utility>
+
+#include "base/clock.h"
+
+namespace orvalis {
+namespace {
+
+constexpr std::size_t kDateLength = 10;  ///< of "2026-11-21"
+
+}  // namespace
+
+ErrorLog::ErrorLog(EventList& events, LogReport report)
+    : file_({.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .former_kept = 2},
+            std::move(report)) {
+  events.Listen([this](const Event& event) {
+    file_.Write(FormatIso8601(event.time).substr(0, kDateLength) + " " + FormatTimeOfDay(event.time) + "  " +
+                event.text);
+  });
+}
+
+void ErrorLog::Open(const std::filesystem::path& folder) {
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);  // a failure shows when the log is opened
+  file_.Open(folder);
+}
+
+}  // namespace orvalis

@@ -1,0 +1,178 @@
+#include "program_windows.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QPixmap>
+#include <QPushButton>
+#include <chrono>
+#include <iostream>
+
+#include "platform/native.h"
+#include "ui/desktop.h"
+
+namespace orvalis {
+namespace {
+
+constexpr std::string_view kChanging = "changing a setting";
+
+/// The panel's window for start-up and shutdown.
+class PlacedPanel : public PanelWindow {
+ public:
+  explicit PlacedPanel(frmHandBox& form) : form_(form) {}
+  void Place(int left, int top) override { form_.move(left, top); }
+  void SetAlwaysOnTop(bool on) override { form_.SetAlwaysOnTop(on); }
+  void Show() override { form_.show(); }
+  [[nodiscard]] int Left() const override { return form_.x(); }
+  [[nodiscard]] int Top() const override { return form_.y(); }
+
+ private:
+  frmHandBox& form_;
+};
+
+}  // namespace
+
+ProgramWindows::ProgramWindows(Core& core) : core_(core), parts_(core.parts()) {
+  BuildPanel();
+  BuildSetup();
+  BuildWebPublishing();
+  BuildGraphs();
+  if (parts_.line.picture) TakePictureSoon();
+}
+
+ProgramWindows::~ProgramWindows() = default;
+
+void ProgramWindows::BuildPanel() {
+  panel_ = std::make_unique<frmHandBox>(parts_.panel);
+  panel_window_ = std::make_unique<PlacedPanel>(*panel_);
+  QObject::connect(panel_.get(), &frmHandBox::ConnectToggled, panel_.get(), [this](bool on) {
+    if (on) {
+      parts_.connector.Connect([this](bool) { core_.Refresh(); });
+    } else {
+      parts_.flags.connected = false;
+      parts_.connector.Disconnect();
+    }
+    core_.Refresh();
+  });
+  QObject::connect(panel_.get(), &frmHandBox::NightThemeToggled, panel_.get(), [this](bool on) {
+    parts_.settings.NightTheme = on ? 1 : 0;
+    ApplyTheme();
+    Click("keeping the night theme", [this] { parts_.store.Write("NightTheme", parts_.settings); });
+  });
+  QObject::connect(panel_.get(), &frmHandBox::Closing, panel_.get(), [] { QCoreApplication::exit(0); });
+  // The core may have something to say when the panel has gone.
+  parts_.events.Listen([panel = QPointer(panel_.get())](const Event& event) {
+    if (panel) panel->AppendEvent(event);
+  });
+  parts_.poll.Listen([this](const SensorFrame&) { core_.Refresh(); });
+}
+
+void ProgramWindows::BuildSetup() {
+  setup_ = std::make_unique<frmSetup>(
+      frmSetup::Parts{.switches = parts_.switches,
+                      .ports = native::ListSerialPorts,
+                      .report = [this](const std::exception_ptr& error) { parts_.boundary.Report(kChanging, error); },
+                      .succeeded = [this] { parts_.boundary.Succeeded(kChanging); },
+                      .version = ORVALIS_VERSION},
+      panel_.get());
+  routine_.emplace(SetupRoutine::Parts{.store = parts_.store,
+                                       .settings = parts_.settings,
+                                       .unit = parts_.options,
+                                       .unit_known = [this] { return parts_.link.Ready(); },
+                                       .poll_timer = parts_.poll_timer,
+                                       .dialog = *setup_,
+                                       .leftovers = parts_.leftovers,
+                                       .window = panel_window_.get()});
+  requests_.emplace(*routine_, parts_.loop, parts_.boundary);
+  QObject::connect(panel_->AddToolButton("&Traffic…"), &QPushButton::clicked, panel_.get(), [this] { OpenTraffic(); });
+  QObject::connect(panel_->AddToolButton("&Setup…"), &QPushButton::clicked, panel_.get(), [this] {
+    requests_->Run();
+    core_.Refresh();
+  });
+}
+
+void ProgramWindows::BuildWebPublishing() {
+  submit_ = std::make_unique<frmFormSubmit>(
+      parts_.publisher, [this] { return desktop::PictureOf(*panel_); }, panel_.get());
+  if (!native::SendsPictures()) submit_->HideBuiltIn();
+  QObject::connect(panel_->AddToolButton("&Web…"), &QPushButton::clicked, submit_.get(), &frmFormSubmit::ShowInFront);
+}
+
+void ProgramWindows::BuildGraphs() {
+  graphs_ = std::make_unique<GraphWindows>(
+      frmGraph::Parts{.recorder = parts_.history,
+                      .centigrade = [this] { return parts_.settings.Centigrade; },
+                      .on_top = [this] { return parts_.settings.AlwaysOnTop; },
+                      .report = [this](const std::string& text) { parts_.events.Record(text); }});
+  parts_.history.OnReplaced([this] { graphs_->ShowAnew(); });
+  QObject::connect(panel_->AddToolButton("Temperature &graph…"), &QPushButton::clicked, panel_.get(),
+                   [this] { graphs_->OpenTemperatures(); });
+  QObject::connect(panel_->AddToolButton("Wind grap&h…"), &QPushButton::clicked, panel_.get(),
+                   [this] { graphs_->OpenWind(); });
+}
+
+void ProgramWindows::ShowSettings() {
+  panel_->SetNightTheme(parts_.settings.NightTheme == 1);
+  ApplyTheme();
+  setup_->SyncSwitches();
+  submit_->Load();
+}
+
+void ProgramWindows::Started() {
+  // A panel whose picture is asked for tells why there is none.
+  if (!parts_.line.picture) native::LeaveConsole();
+}
+
+void ProgramWindows::Refresh() {
+  panel_->Refresh();
+  routine_->FollowUnit();
+  submit_->RefreshPreview();
+  graphs_->FollowSettings();
+}
+
+void ProgramWindows::BringToFront() {
+  panel_->showNormal();
+  panel_->raise();
+  panel_->activateWindow();
+}
+
+void ProgramWindows::OpenTraffic() {
+  if (show_) {
+    show_->raise();
+    show_->activateWindow();
+    return;
+  }
+  show_ = new frmShow(panel_.get());  // it deletes itself when it is closed
+  parts_.traffic = &show_->traffic();
+  QObject::connect(show_, &QObject::destroyed, panel_.get(), [this] { parts_.traffic = nullptr; });
+  ApplyTheme();
+  show_->show();
+}
+
+void ProgramWindows::ApplyTheme() {
+  const Theme theme = CurrentTheme();
+  setup_->SetTheme(theme);
+  submit_->SetTheme(theme);
+  graphs_->SetTheme(theme);
+  if (show_) show_->SetTheme(theme);
+}
+
+Theme ProgramWindows::CurrentTheme() const {
+  return parts_.settings.NightTheme == 1 ? Theme::Night() : Theme::ForDesktop(QApplication::palette());
+}
+
+void ProgramWindows::TakePictureSoon() {
+  parts_.poll.Listen([this](const SensorFrame&) { TakePicture(); });
+  constexpr std::chrono::seconds kLongestWait{30};
+  parts_.loop.CallAfter(kLongestWait, [] {
+    std::cerr << "orvalis: no values came within 30 seconds, so there is no picture\n";
+    QCoreApplication::exit(1);
+  });
+}
+
+void ProgramWindows::TakePicture() {
+  const bool saved = panel_->grab().save(QString::fromStdString(*parts_.line.picture));
+  if (!saved) std::cerr << "orvalis: cannot write the picture " << *parts_.line.picture << '\n';
+  QCoreApplication::exit(saved ? 0 : 1);
+}
+
+}  // namespace orvalis

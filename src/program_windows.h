@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QPointer>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "app/setup_requests.h"
+#include "app/setup_routine.h"
+#include "base/error_boundary.h"
+#include "core.h"
+#include "ui/controls/theme.h"
+#include "ui/graphs/graph_windows.h"
+#include "ui/panel/frm_hand_box.h"
+#include "ui/publishing/frm_form_submit.h"
+#include "ui/setup/frm_setup.h"
+#include "ui/traffic/frm_show.h"
+
+namespace orvalis {
+
+/// Every window, connected to the core.
+class ProgramWindows : public Front {
+ public:
+  /// `core` must outlive the windows. They are built hidden.
+  explicit ProgramWindows(Core& core);
+  ~ProgramWindows() override;
+
+  [[nodiscard]] PanelWindow& panel_window() override { return *panel_window_; }
+  void ShowSettings() override;
+  void Refresh() override;
+  void RunSetup(Weather::Done closed) override { requests_->RunFor(std::move(closed)); }
+  void Started() override;
+  void BringToFront() override;
+
+ private:
+  /// A click's work, which is done then.
+  template <typename Work>
+  void Click(std::string_view doing, Work work) {
+    parts_.boundary.RunWhole(doing, work);
+    core_.Refresh();
+  }
+  void BuildPanel();
+  void BuildSetup();
+  void BuildWebPublishing();
+  /// The graphs' buttons; their windows are made when they are pressed.
+  void BuildGraphs();
+  void OpenTraffic();
+  void ApplyTheme();
+  [[nodiscard]] Theme CurrentTheme() const;
+  /// Ends the program with a picture of the panel, once there are values, or without one after a while.
+  void TakePictureSoon();
+  void TakePicture();
+
+  Core& core_;
+  Core::Parts parts_;
+  std::unique_ptr<frmHandBox> panel_;
+  std::unique_ptr<PanelWindow> panel_window_;
+  std::unique_ptr<frmSetup> setup_;
+  std::optional<SetupRoutine> routine_;
+  std::optional<SetupRequests> requests_;
+  std::unique_ptr<GraphWindows> graphs_;
+  std::unique_ptr<frmFormSubmit> submit_;
+  QPointer<frmShow> show_;
+};
+
+}  // namespace orvalis
