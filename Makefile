@@ -1,5 +1,5 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: run demo build install package test asan lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
+.PHONY: check release run demo build install package test asan lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
@@ -21,6 +21,10 @@ install: build  ## put the program where all users find it, and clients' calls s
 package: build  ## a Debian package, in build/release/
 	@scripts/install-deps.sh package
 	@cd build/release && cpack
+
+check:          ## the quick tier: format, direction of the includes, tests of the logic; under a minute when built
+	@scripts/install-deps.sh build test lint
+	@scripts/check.sh
 
 test:           ## build and run every test
 	@scripts/install-deps.sh build test
@@ -69,6 +73,10 @@ bench-windows: windows  ## measure what of Windows has a budget, under Wine
 
 installer: windows  ## the Windows installer, in build/windows/
 	@scripts/windows-installer.sh
+
+release:        ## the packages, the installer and their checksums, from a clean clone, in build/release-VERSION/
+	@scripts/install-deps.sh build package windows
+	@scripts/release.sh
 
 clean:          ## remove what was built
 	rm -rf build

@@ -3,11 +3,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-echo "format"
-scripts/sources.sh | xargs -0 clang-format --dry-run --Werror
-
-echo "layers"
-scripts/check-layers.py
+echo "format, layers"
+scripts/check-sources.sh
 
 echo "clang-tidy"
 scripts/build.sh dev >/dev/null
