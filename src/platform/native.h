@@ -58,7 +58,7 @@ void LeaveConsole();
 /// The serial ports that the machine has now, with what is plugged in there.
 [[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
 /// `fail` is told of a file that turns out only while it is being loaded not to be a sound. On Linux the executable
-/// chooses by what it links: the desktop's sounds, or a player program where there is no desktop.
+/// chooses by what it links: the desktop's sounds (native_desktop.cpp), or a player program (native_headless.cpp).
 [[nodiscard]] std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> fail);
 [[nodiscard]] std::unique_ptr<ProgramStarter> MakeProgramStarter();
 

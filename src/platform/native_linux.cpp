@@ -13,7 +13,6 @@
 #include "platform/linux/qt_serial_port.h"
 #include "platform/linux/serial_port_list.h"
 #include "platform/native.h"
-#include "platform/qt/curl_ftp_sender.h"
 #include "platform/qt/ini_profile.h"
 
 namespace orvalis::native {
@@ -66,10 +65,6 @@ std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts parts) {
 PictureFolder FolderOfPictures(const std::string& folder) { return {.path = folder}; }
 
 std::unique_ptr<CommandStarter> MakeCommandStarter() { return std::make_unique<PathCommandStarter>(); }
-
-bool SendsPictures() { return true; }
-
-std::unique_ptr<FtpSender> MakeFtpSender() { return std::make_unique<CurlFtpSender>(); }
 
 void WritePrivateFile(const std::string& path, const std::string& text) { orvalis::WritePrivateFile(path, text); }
 

@@ -1,0 +1,28 @@
+#include <utility>
+
+#include "base/run_time_error.h"
+#include "platform/linux/player_process.h"
+#include "platform/native.h"
+
+namespace orvalis::native {
+namespace {
+
+class NoFtpSender : public FtpSender {
+ public:
+  void Send(const FtpUpload& /*upload*/, Done /*done*/) override {
+    throw RunTimeError(RunTimeError::kDeviceUnavailable, "without windows there is no picture to send");
+  }
+  void Abandon() override {}
+};
+
+}  // namespace
+
+std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> fail) {
+  return std::make_unique<PlayerProcess>(std::move(fail));
+}
+
+bool SendsPictures() { return false; }
+
+std::unique_ptr<FtpSender> MakeFtpSender() { return std::make_unique<NoFtpSender>(); }
+
+}  // namespace orvalis::native
