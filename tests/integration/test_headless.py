@@ -120,7 +120,7 @@ class SecondStart(Case):
         self.reading(first)
         second = self.run_program("--headless", "--demo")
         self.assertEqual(second.returncode, 1)
-        self.assertIn("runs already", second.stderr)
+        self.assertIn("already running", second.stderr)
         self.assertIsNone(first.process.poll())
         first.process.kill()
         first.process.wait()
