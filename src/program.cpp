@@ -111,7 +111,11 @@ Program::Program(const CommandLine& line)
              .logs = logs_,
              .locale = store_.locale(),
              .demo_override = line.demo,
-             .uploads = {&publisher_.webcam_schedule(), &publisher_.readings_schedule()}}),
+             .uploads = {&publisher_.webcam_schedule(), &publisher_.readings_schedule()},
+             .draw =
+                 [this] {
+                   if (form_) form_->Refresh();
+                 }}),
       history_store_(HistoryFile(line), clock_, [this](const std::string& text) { Report(text); }),
       history_({.loop = loop_,
                 .clock = clock_,
@@ -124,7 +128,8 @@ Program::Program(const CommandLine& line)
                  .connector = connector_,
                  .logs = logs_,
                  .demo_mode = [this] { return poll_.InDemoMode(); }}),
-      poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
+      poll_timer_([this] { Poll(); }),
+      setup_timer_([this] { Poll(); }),
       second_timer_([this] {
         Tick("reconnecting", [this] {
           reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
@@ -141,6 +146,7 @@ Program::Program(const CommandLine& line)
                      .traffic = traffic_,
                      .locale = store_.locale(),
                      .demo_mode = [this] { return poll_.InDemoMode(); },
+                     .judge_age = [this] { poll_.WatchStaleness(); },
                      .run_setup = [this](Weather::Done closed) { RunSetupFor(std::move(closed)); },
                      .end_program = [] { QCoreApplication::exit(kExitOk); }},
       server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
@@ -194,6 +200,7 @@ int Program::Run() {
 }
 
 void Program::ShutDown() noexcept {
+  setup_timer_.SetEnabled(false);
   startup_->Shutdown();  // first: the link is closed and the panel's place kept, whatever the history's disk does
   history_.Flush();
 }
@@ -211,6 +218,10 @@ void Program::Refresh() {
   if (setup_routine_) setup_routine_->FollowUnit();
   if (submit_) submit_->RefreshPreview();
   if (graphs_) graphs_->FollowSettings();
+}
+
+void Program::Poll() {
+  Tick("polling the unit", [this] { poll_.Poll(); });
 }
 
 void Program::Report(const std::string& text) {
@@ -289,6 +300,7 @@ void Program::OpenSetup() {
                                              .unit = options_,
                                              .unit_known = [this] { return link_.Ready(); },
                                              .poll_timer = poll_timer_,
+                                             .dialog_timer = setup_timer_,
                                              .dialog = *setup_,
                                              .leftovers = leftovers_,
                                              .window = window_.get()});

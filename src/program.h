@@ -92,6 +92,8 @@ class Program {
     Refresh();
   }
   void Refresh();
+  /// A second has passed.
+  void Poll();
   /// Says what goes wrong in the background where a person looks.
   void Report(const std::string& text);
   /// What happened, in a file, for whoever comes to look after the night.
@@ -146,6 +148,7 @@ class Program {
   HistoryRecorder history_;
   ImmediateSwitches switches_;
   QtIntervalTimer poll_timer_;
+  QtIntervalTimer setup_timer_;  ///< the setup dialog's own, while that is open
   QtIntervalTimer second_timer_;
   LineOutput output_{LineOutput::Stream::kOutput};
   LineOutput error_output_{LineOutput::Stream::kError};
