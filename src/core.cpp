@@ -86,7 +86,8 @@ Core::Core(const CommandLine& line)
              .logs = logs_,
              .locale = store_.locale(),
              .demo_override = line.demo,
-             .uploads = {&publisher_.webcam_schedule(), &publisher_.readings_schedule()}}),
+             .uploads = {&publisher_.webcam_schedule(), &publisher_.readings_schedule()},
+             .draw = [this] { Refresh(); }}),
       history_store_(HistoryFile(line), clock_, [this](const std::string& text) { Report(text); }),
       history_({.loop = loop_,
                 .clock = clock_,
@@ -99,7 +100,8 @@ Core::Core(const CommandLine& line)
                  .connector = connector_,
                  .logs = logs_,
                  .demo_mode = [this] { return poll_.InDemoMode(); }}),
-      poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
+      poll_timer_([this] { Poll(); }),
+      setup_timer_([this] { Poll(); }),
       second_timer_([this] {
         Tick("reconnecting", [this] {
           reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
@@ -117,6 +119,7 @@ Core::Core(const CommandLine& line)
                      .traffic = traffic_,
                      .locale = store_.locale(),
                      .demo_mode = [this] { return poll_.InDemoMode(); },
+                     .judge_age = [this] { poll_.WatchStaleness(); },
                      .run_setup =
                          [this](Weather::Done closed) {
                            if (front_ == nullptr) {
@@ -153,6 +156,7 @@ Core::Parts Core::parts() {
           .switches = switches_,
           .leftovers = leftovers_,
           .poll_timer = poll_timer_,
+          .setup_timer = setup_timer_,
           .traffic = traffic_};
 }
 
@@ -197,12 +201,17 @@ void Core::StartUp(Front* front) {
 
 void Core::ShutDown() noexcept {
   if (!startup_) return;
+  setup_timer_.SetEnabled(false);
   startup_->Shutdown();  // first: the link is closed and the panel's place kept, whatever the history's disk does
   history_.Flush();
 }
 
 void Core::Refresh() {
   if (front_ != nullptr) front_->Refresh();
+}
+
+void Core::Poll() {
+  Tick("polling the unit", [this] { poll_.Poll(); });
 }
 
 void Core::Report(const std::string& text) {

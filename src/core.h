@@ -89,6 +89,7 @@ class Core {
     ImmediateSwitches& switches;
     Leftovers& leftovers;
     IntervalTimer& poll_timer;
+    IntervalTimer& setup_timer;
     Traffic*& traffic;  ///< the text of the traffic window while that is open
   };
 
@@ -120,6 +121,8 @@ class Core {
     Refresh();
   }
   void StartUp(Front* front);
+  /// A second has passed.
+  void Poll();
   /// Shows what goes wrong in the background where a person looks.
   void Report(const std::string& text);
   /// A line for each working cycle and each event on standard output; messages on standard error.
@@ -158,6 +161,7 @@ class Core {
   HistoryRecorder history_;
   ImmediateSwitches switches_;
   QtIntervalTimer poll_timer_;
+  QtIntervalTimer setup_timer_;  ///< the setup dialog's own, while that is open
   QtIntervalTimer second_timer_;
   LineOutput output_{LineOutput::Stream::kOutput};
   LineOutput error_output_{LineOutput::Stream::kError};

@@ -63,7 +63,6 @@ void ProgramWindows::BuildPanel() {
   parts_.events.Listen([panel = QPointer(panel_.get())](const Event& event) {
     if (panel) panel->AppendEvent(event);
   });
-  parts_.poll.Listen([this](const SensorFrame&) { core_.Refresh(); });
 }
 
 void ProgramWindows::BuildSetup() {
@@ -79,6 +78,7 @@ void ProgramWindows::BuildSetup() {
                                        .unit = parts_.options,
                                        .unit_known = [this] { return parts_.link.Ready(); },
                                        .poll_timer = parts_.poll_timer,
+                                       .dialog_timer = parts_.setup_timer,
                                        .dialog = *setup_,
                                        .leftovers = parts_.leftovers,
                                        .window = panel_window_.get()});

@@ -15,8 +15,10 @@ struct AlertRow {
   std::string Settings::*sound_file;
   std::int32_t Settings::*program_switch;
   std::string Settings::*program_file;
-  /// The relay's counters go on when it is released: without repeating it sounds once per enabling of the alerts.
-  bool counts_on;
+  /// The relay's sound counts on when it is released: without repeating it sounds once per enabling of the alerts.
+  bool sound_counts_on = false;
+  /// Whether the condition can be told at all; while it cannot, it neither begins nor ends.
+  bool WeatherState::*known = nullptr;
 };
 
 // In the order of Alerts::Kind.
@@ -24,13 +26,13 @@ constexpr std::array<AlertRow, Alerts::kKinds> kRows{{
     {"relay", [](const WeatherState& w) { return w.relay.text == "Y"; }, &Settings::g_bchkRelaySounds,
      &Settings::g_sRelaySounds, &Settings::g_bchkRelayApp, &Settings::g_sRelayApp, true},
     {"rain", [](const WeatherState& w) { return w.raining; }, &Settings::g_bchkRainSounds, &Settings::g_sRainSounds,
-     &Settings::g_bchkRainApp, &Settings::g_sRainApp, false},
+     &Settings::g_bchkRainApp, &Settings::g_sRainApp},
     {"wind", [](const WeatherState& w) { return w.wind_word.text == "Windy"; }, &Settings::g_bchkWindSounds,
-     &Settings::g_sWindSounds, &Settings::g_bchkWindApp, &Settings::g_sWindApp, false},
+     &Settings::g_sWindSounds, &Settings::g_bchkWindApp, &Settings::g_sWindApp},
     {"light", [](const WeatherState& w) { return w.light_word.text == "Day"; }, &Settings::g_bchkLightSounds,
-     &Settings::g_sLightSounds, &Settings::g_bchkLightApp, &Settings::g_sLightApp, false},
+     &Settings::g_sLightSounds, &Settings::g_bchkLightApp, &Settings::g_sLightApp},
     {"cloud", [](const WeatherState& w) { return w.cloud.text == "Cloudy"; }, &Settings::g_bchkCloudSounds,
-     &Settings::g_sCloudSounds, &Settings::g_bchkCloudApp, &Settings::g_sCloudApp, false},
+     &Settings::g_sCloudSounds, &Settings::g_bchkCloudApp, &Settings::g_sCloudApp, false, &WeatherState::ambient_known},
 }};
 
 /// Counts one occurrence; whether it is one to act on.
@@ -58,16 +60,18 @@ void Try(const AlertRow& row, const char* what, std::string& last_failure, Event
 void Alerts::Check(Kind kind, const Settings& settings, const WeatherState& weather) {
   const AlertRow& row = kRows[static_cast<std::size_t>(kind)];
   Counters& counters = counters_[static_cast<std::size_t>(kind)];
+  if (row.known != nullptr && !(weather.*row.known)) return;
   const bool enabled = settings.g_bchkEnableSounds == 1;
   const bool holds = row.holds(weather);
-  if (row.counts_on ? !enabled : !holds) counters = {};
+  if (row.sound_counts_on ? !enabled : !holds) counters.sound = {};
+  if (!holds || (row.sound_counts_on && !enabled)) counters.program = {};
   if (!enabled || !holds) return;
 
-  if (settings.*row.sound_switch == 1 && Count(counters.sound, settings.g_bchkRepeatSounds == 1)) {
-    Try(row, "sound", counters.sound_failure, events_, [&] { sounds_.Play(settings.*row.sound_file); });
+  if (settings.*row.sound_switch == 1 && Count(counters.sound.times, settings.g_bchkRepeatSounds == 1)) {
+    Try(row, "sound", counters.sound.failure, events_, [&] { sounds_.Play(settings.*row.sound_file); });
   }
-  if (settings.*row.program_switch == 1 && Count(counters.program, settings.g_bchkRepeatApp == 1)) {
-    Try(row, "program", counters.program_failure, events_, [&] { programs_.Start(settings.*row.program_file); });
+  if (settings.*row.program_switch == 1 && Count(counters.program.times, settings.g_bchkRepeatApp == 1)) {
+    Try(row, "program", counters.program.failure, events_, [&] { programs_.Start(settings.*row.program_file); });
   }
 }
 

@@ -30,7 +30,8 @@ class ProgramStarter {
 };
 
 /// A sound and a program for each of five conditions, each as often as the user wants: once when the condition begins,
-/// or in every working cycle as long as it holds.
+/// or in every working cycle as long as it holds. The relay's sound alone is given once per enabling of the alerts; its
+/// program, which may close a roof, each time the relay goes on.
 class Alerts {
  public:
   enum class Kind { kRelay, kRain, kWind, kLight, kCloud };
@@ -43,11 +44,13 @@ class Alerts {
   void Check(Kind kind, const Settings& settings, const WeatherState& weather);
 
  private:
+  struct Counter {
+    std::int32_t times = 0;
+    std::string failure;  ///< as listed last: one that comes again each cycle is listed once
+  };
   struct Counters {
-    std::int32_t sound = 0;
-    std::int32_t program = 0;
-    std::string sound_failure;  ///< as listed last: one that comes again each cycle is listed once
-    std::string program_failure;
+    Counter sound;
+    Counter program;
   };
 
   SoundPlayer& sounds_;

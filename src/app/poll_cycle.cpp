@@ -1,6 +1,7 @@
 #include "app/poll_cycle.h"
 
 #include <algorithm>
+#include <chrono>
 #include <limits>
 #include <utility>
 
@@ -10,6 +11,10 @@ namespace {
 constexpr std::int16_t kTicksPerCycle = 2;
 constexpr std::int16_t kLongestCount = std::numeric_limits<std::int16_t>::max();
 constexpr std::string_view kPolling = "polling the unit";
+constexpr std::int64_t kFreshForMs = std::chrono::milliseconds(kFreshFor).count();
+constexpr std::string_view kFreshAgain = "Complete frames are coming in again";
+/// For so long that is news.
+constexpr std::int64_t kNewsForMs = 60'000;
 
 }  // namespace
 
@@ -18,10 +23,13 @@ PollCycle::PollCycle(const Parts& parts) : parts_(parts), last_frame_tick_(parts
 void PollCycle::Poll() {
   RaiseCounters();
   WatchStaleness();
+  WatchAveragingCount();
   if (counters_.divider.ticks() < kTicksPerCycle || cycle_.running()) return;
   counters_.divider.Reset();
   cycle_.Start(WorkingCycle(), [this](const std::exception_ptr& error) {
-    if (error) parts_.boundary.Report(kPolling, error);
+    if (!error) return;
+    parts_.boundary.Report(kPolling, error);
+    WatchStaleness();  // the verdict of such a frame stands no longer than that of the last one with a meaning
   });
 }
 
@@ -37,6 +45,7 @@ Task<> PollCycle::WorkingCycle() {
   Convert();
   ShowFresh();
   parts_.alerts.Check(Alerts::Kind::kCloud, parts_.settings, parts_.weather);
+  if (parts_.draw) parts_.draw();
   StartUploads();
   WriteLogs();
   for (const Listener& listener : listeners_) listener(frame_);
@@ -61,17 +70,28 @@ Task<PollCycle::Source> PollCycle::NextFrame() {
 void PollCycle::TakeBackDemoVerdict() {
   if (InDemoMode() || source_ != Source::kDemo) return;
   source_ = Source::kNone;
+  TakeBackVerdict();
+}
+
+void PollCycle::TakeBackVerdict() {
+  const bool was_safe = parts_.weather.unsafe_indicator == 0;
   parts_.weather.unsafe_indicator = WeatherState::kNoVerdict;
   parts_.panel.safe.reset();
+  if (!was_safe || !parts_.panel.fresh_at) return;
+  parts_.logs.TakeBack({.time = *parts_.panel.fresh_at,
+                        .weather = parts_.weather,
+                        .frame = frame_,
+                        .seconds_since_frame = seconds_since_frame()},
+                       parts_.settings);
 }
 
 void PollCycle::BeginAnewAfterAGap(Source source) {
   // Averages of last evening, or of made-up values, mixed with readings of now would look fresh and be wrong.
   // The clock is asked too: the machine may have slept since the last tick.
-  const bool on_time = parts_.loop.TickCount() - last_frame_tick_ < std::int64_t{kStaleSeconds} * 1000;
+  const bool on_time = parts_.loop.TickCount() - last_frame_tick_ < kFreshForMs;
   const bool continues = source == source_ && !parts_.panel.stale && on_time;
   source_ = source;
-  if (continues) return;
+  if (!std::exchange(any_frame_, true) || continues) return;
   interpreter_ = {};
   parts_.weather.ForgetAverages();
 }
@@ -107,7 +127,12 @@ void PollCycle::ShowFresh() {
   if (stale_reported_) {
     stale_reported_ = false;
     parts_.events.Record("fresh again: complete frames are coming in");
-    parts_.panel.status = "Complete frames are coming in again";
+    parts_.panel.status = kFreshAgain;
+    fresh_again_since_ = parts_.loop.TickCount();
+  }
+  if (fresh_again_since_ && parts_.loop.TickCount() - *fresh_again_since_ >= kNewsForMs) {
+    if (parts_.panel.status == kFreshAgain) parts_.panel.status.clear();
+    fresh_again_since_.reset();
   }
   counters_.since_frame.Reset();
   last_frame_tick_ = parts_.loop.TickCount();
@@ -139,7 +164,15 @@ void PollCycle::RaiseCounters() {
   }
 }
 
+void PollCycle::WatchAveragingCount() {
+  const std::string complaint = AveragingCountComplaint(parts_.settings.TempsAvgCount);
+  if (complaint == parts_.panel.notice) return;
+  parts_.panel.notice = complaint;
+  parts_.events.Record(complaint.empty() ? "the setting \"TempsAvgCount\" is between its limits again" : complaint);
+}
+
 void PollCycle::WatchStaleness() {
+  TakeBackDemoVerdict();
   // Ticks are not delivered while the machine sleeps or the timer is paused; the values age all the same.
   const std::int64_t now = parts_.loop.TickCount();
   const std::int64_t elapsed = (now - last_frame_tick_) / 1000;
@@ -151,10 +184,12 @@ void PollCycle::WatchStaleness() {
     session_ = parts_.link.session();
     stale_reported_ = false;  // a new connection's silence is news again
   }
-  if (counters_.since_frame.ticks() < kStaleSeconds) return;
+  if (counters_.since_frame.ticks() < kFreshFor.count()) return;
   parts_.panel.stale = true;
+  const bool keeps = parts_.settings.KeepVerdict == 1;
+  if (!keeps && parts_.weather.unsafe_indicator != WeatherState::kNoVerdict) TakeBackVerdict();
   // A link that was opened a moment ago gets its time first.
-  const bool answer_due = ready_since_ && now - *ready_since_ >= std::int64_t{kStaleSeconds} * 1000;
+  const bool answer_due = ready_since_ && now - *ready_since_ >= kFreshForMs;
   if (stale_reported_ || !answer_due) return;
   stale_reported_ = true;
   const std::string since =

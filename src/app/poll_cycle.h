@@ -30,9 +30,6 @@ namespace orvalis {
 /// and shows them.
 class PollCycle {
  public:
-  /// Values older than this are shown as stale.
-  static constexpr std::int16_t kStaleSeconds = 10;
-
   struct Parts {
     EventLoop& loop;
     const Clock& clock;
@@ -47,6 +44,7 @@ class PollCycle {
     NumberLocale locale;
     bool demo_override = false;                ///< demo mode for this run, whatever the setting says
     std::array<UploadSchedule*, 2> uploads{};  ///< in the order in which they are started; may be none
+    std::function<void()> draw{};              ///< draws the panel, before the uploads take its picture; may be none
   };
   /// Told after each working cycle that got a frame, with the frame.
   using Listener = std::function<void(const SensorFrame& frame)>;
@@ -57,8 +55,8 @@ class PollCycle {
   /// counts.
   void Poll();
 
-  /// Turns the panel's values grey when they are too old. `Poll` does it; while the poll timer is paused somebody else
-  /// has to, once a second.
+  /// Turns the panel's values grey and takes the verdict back when they are older than `kFreshFor`. `Poll` does it;
+  /// who serves the verdict at any other time asks for it first, because no tick may have come for hours.
   void WatchStaleness();
 
   void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
@@ -85,6 +83,10 @@ class PollCycle {
   Task<Source> NextFrame();
   /// After demo mode: what is made up says nothing about the sky.
   void TakeBackDemoVerdict();
+  /// From now on nobody knows whether it is safe.
+  void TakeBackVerdict();
+  /// Says so for as long as the setting allows no averages.
+  void WatchAveragingCount();
   /// Forgets what earlier frames left in averages and gusts when this one does not continue them.
   void BeginAnewAfterAGap(Source source);
   /// The verdict and the relay's alert, before anything that can fail.
@@ -106,7 +108,9 @@ class PollCycle {
   std::uint64_t session_ = 0;                ///< the connection that `ready_since_` belongs to
   std::optional<std::int64_t> ready_since_;  ///< TickCount since when the unit can be asked
   bool stale_reported_ = false;
-  bool frame_without_meaning_ = false;  ///< the last frame was complete and could not be converted
+  bool frame_without_meaning_ = false;             ///< the last frame was complete and could not be converted
+  std::optional<std::int64_t> fresh_again_since_;  ///< TickCount of the first frame after a silence that was reported
+  bool any_frame_ = false;                         ///< since the start
   SensorFrame frame_;
   Source source_ = Source::kNone;  ///< of the last frame
   DemoFeed demo_;

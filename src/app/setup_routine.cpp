@@ -1,6 +1,7 @@
 #include "app/setup_routine.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include "base/run_time_error.h"
 
@@ -9,6 +10,7 @@ namespace {
 
 constexpr const char* kPortKey = "COM Port";
 constexpr const char* kDefaultPort = "2";
+constexpr std::chrono::seconds kDialogTick{1};
 
 }  // namespace
 
@@ -17,16 +19,19 @@ void SetupRoutine::Run() {
     parts_.dialog.BringToFront();
     return;
   }
-  // Whatever happens below, the polling goes on afterwards.
+  // Whatever happens below, the poll timer goes on afterwards.
   struct Paused {
     SetupRoutine& routine;
     explicit Paused(SetupRoutine& r) : routine(r) {
       routine.open_ = true;
       routine.parts_.poll_timer.SetEnabled(false);
+      routine.parts_.dialog_timer.SetInterval(kDialogTick);
+      routine.parts_.dialog_timer.SetEnabled(true);
     }
     Paused(const Paused&) = delete;
     Paused& operator=(const Paused&) = delete;
     ~Paused() {
+      routine.parts_.dialog_timer.SetEnabled(false);
       routine.parts_.poll_timer.SetEnabled(true);
       routine.open_ = false;
     }

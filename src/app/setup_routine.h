@@ -53,6 +53,7 @@ class SetupRoutine {
     UnitOptions& unit;
     std::function<bool()> unit_known;  ///< whether a unit is connected
     IntervalTimer& poll_timer;
+    IntervalTimer& dialog_timer;  ///< runs the working cycle while the dialog is open
     SetupDialog& dialog;
     Leftovers& leftovers;
     PanelWindow* window;  ///< none when headless
@@ -60,7 +61,8 @@ class SetupRoutine {
 
   explicit SetupRoutine(const Parts& parts) : parts_(parts) {}
 
-  /// Returns when the dialog is closed. The polling pauses meanwhile. Bad input is answered in the dialog; a store that
+  /// Returns when the dialog is closed. The poll timer is off meanwhile and the dialog's own is on, so that verdict,
+  /// alerts and logs stay those of now, by the settings in force. Bad input is answered in the dialog; a store that
   /// cannot be written shows its reason and leaves the dialog open with nothing stored.
   void Run();
   /// Keeps the open dialog's switches of the unit those of the unit that is connected. To be called now and then.

@@ -97,6 +97,7 @@ struct Settings {
 
   // Outside the stamped layout: a store without them is complete, and they are 0 then.
   std::int32_t NightTheme = 0;     ///< 1: the panel in red on black
+  std::int32_t KeepVerdict = 0;    ///< 1: the verdict of the last frame stands, however old it is
   std::int32_t WebcamBuiltIn = 0;  ///< 1: the program sends the panel's picture itself
 };
 

@@ -12,7 +12,7 @@ constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
 
 // clang-format off
-constexpr std::array<SettingKey, 93> kKeys{{
+constexpr std::array<SettingKey, 94> kKeys{{
     {"RegVer", kRoot, KeyType::kText, kLayoutVersion, kStoreOnly},
     {"Absolute", kRoot, KeyType::kBoolean, "True", &Settings::Absolute},
     {"Synchronous", kRoot, KeyType::kBoolean, "False", &Settings::Synchronous},
@@ -105,6 +105,7 @@ constexpr std::array<SettingKey, 93> kKeys{{
     {"g_sWEBUpdate_interval_index", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"g_sWEBUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"NightTheme", kRoot, KeyType::kInteger, kNoDefault, &Settings::NightTheme},
+    {"KeepVerdict", kRoot, KeyType::kInteger, kNoDefault, &Settings::KeepVerdict},
     {"WebcamBuiltIn", kRoot, KeyType::kInteger, kNoDefault, &Settings::WebcamBuiltIn},
 }};
 // clang-format on

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -76,7 +77,7 @@ struct Span {
 };
 
 /// Between samples that are further apart nothing is known: the panel counts values as old after the same time.
-inline constexpr std::int64_t kLongestStepMs = 10'000;
+inline constexpr std::int64_t kLongestStepMs = std::chrono::milliseconds(kFreshFor).count();
 /// Old samples are put together into spans of less than this.
 inline constexpr std::int64_t kSpanMs = 60'000;
 

@@ -11,10 +11,15 @@ void LogWriter::OpenFullLog(const Settings& settings) {
 
 void LogWriter::Write(const LogEntry& entry, const Settings& settings, std::int64_t tick_count) {
   rain_.Note(entry.weather, tick_count);
-  if (settings.g_lOneLineLog == 1) {
-    one_line_.Write(PathFromText(settings.g_sOneLineLogPath), OneLineRecord(entry, rain_));
-  }
+  WriteOneLine(entry, settings);
   if (settings.g_lFullLog == 1) full_.Write(FullLogLine(entry));
+}
+
+void LogWriter::TakeBack(const LogEntry& entry, const Settings& settings) { WriteOneLine(entry, settings); }
+
+void LogWriter::WriteOneLine(const LogEntry& entry, const Settings& settings) {
+  if (settings.g_lOneLineLog != 1) return;
+  one_line_.Write(PathFromText(settings.g_sOneLineLogPath), OneLineRecord(entry, rain_));
 }
 
 }  // namespace orvalis

@@ -22,8 +22,12 @@ class LogWriter {
 
   /// Writes what is enabled. `tick_count` in ms tells how long ago it rained.
   void Write(const LogEntry& entry, const Settings& settings, std::int64_t tick_count);
+  /// The verdict of the last record does not hold any more: `entry` takes its place where only the latest one is kept.
+  void TakeBack(const LogEntry& entry, const Settings& settings);
 
  private:
+  void WriteOneLine(const LogEntry& entry, const Settings& settings);
+
   RotatingLog full_;
   OneLineLog one_line_;
   RainMemory rain_;

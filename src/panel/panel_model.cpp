@@ -1,5 +1,7 @@
 #include "panel/panel_model.h"
 
+#include <cmath>
+
 namespace orvalis {
 
 void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale locale, PanelModel& panel) {
@@ -38,7 +40,7 @@ void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale local
 
 std::string AveragingText(bool completed, std::int32_t samples_taken, std::int32_t block_size,
                           const std::string& ambient) {
-  if (block_size == 1) return "";
+  if (block_size == 1 || !BlockAverages::Allows(block_size)) return "";
   if (completed) return "Final Average " + ambient;
   return "Averageing " + std::to_string(samples_taken) + " of " + std::to_string(block_size);
 }
@@ -48,7 +50,7 @@ double TakeHumiditySelector(PanelModel& panel) {
     panel.humidity_selector = "200";
     return 0;
   }
-  return ValInteger(panel.humidity_selector);
+  return std::nearbyint(Val(panel.humidity_selector));
 }
 
 }  // namespace orvalis

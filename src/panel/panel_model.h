@@ -51,6 +51,7 @@ struct PanelModel {
 
   ConnectControl connect;
   std::string status;                 ///< what the program is doing, or what went wrong
+  std::string notice;                 ///< what stands until it is mended; usually empty
   bool demo = false;                  ///< the values are made up
   bool stale = true;                  ///< the values are not of now: shown grey
   std::optional<CivilTime> fresh_at;  ///< when the values were last fresh
@@ -62,11 +63,13 @@ struct PanelModel {
 /// Brings the values, words and colours of `panel` up to `state`.
 void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale locale, PanelModel& panel);
 
-/// The averaging line after one frame: how far the block is, or its value when it was completed.
+/// The averaging line after one frame: how far the block is, or its value when it was completed; empty where there is
+/// nothing to average.
 [[nodiscard]] std::string AveragingText(bool completed, std::int32_t samples_taken, std::int32_t block_size,
                                         const std::string& ambient);
 
-/// The value of the humidity selector for one pass. An empty field is filled with "200" and counts as 0 once.
+/// The value of the humidity selector for one pass, rounded to a whole number, halves to the even neighbour. An empty
+/// field is filled with "200" and counts as 0 once.
 [[nodiscard]] double TakeHumiditySelector(PanelModel& panel);
 
 }  // namespace orvalis

@@ -14,38 +14,64 @@ bool BlockAverages::Add(const SensorFrame& frame, std::int32_t block_size, Weath
     block_size_ = block_size;
     index_ = 1;
   }
-  if (index_ > kMaxSamples) {
-    index_ = 1;
-    throw RunTimeError(RunTimeError::kSubscriptOutOfRange,
-                       "the averages take up to 300 samples, and TempsAvgCount asks for " + std::to_string(block_size));
+  if (!Allows(block_size)) {
+    // An average that never changes again would look fresh for as long as the frames come.
+    state.body_known = state.ambient_known = false;
+    return false;
   }
   const auto slot = static_cast<std::size_t>(index_ - 1);
-  const auto take = [&](SensorFrame::Field field, Samples& samples, double average, bool& known) {
-    if (slot == 0) samples.all_read = true;
-    const bool missing = frame.Cut(field) == kNoTemperature;
-    samples.values[slot] = missing ? average : frame.Celsius(field);
-    samples.missing_in_a_row = missing ? std::min(samples.missing_in_a_row + 1, kMissingUntilUnknown) : 0;
-    if (samples.missing_in_a_row == kMissingUntilUnknown) known = false;
-    if (missing && !known) samples.all_read = false;
-  };
-  take(SensorFrame::Field::kTtp, body_, state.body_celsius, state.body_known);
-  take(SensorFrame::Field::kTa, ambient_, state.ambient_celsius, state.ambient_known);
-  rain_.values[slot] = frame.Integer(SensorFrame::Field::kR);
+  const bool body_at_once = Take(frame, slot, body_, state);
+  const bool ambient_at_once = Take(frame, slot, ambient_, state);
+  rain_[slot] = frame.Integer(SensorFrame::Field::kR);
 
+  if (slot == 0 && (body_at_once || ambient_at_once)) {
+    state.rain_average = rain_[slot];
+    return true;
+  }
   if (index_ != block_size) {
     ++index_;
     return false;
   }
-  const auto average = [&](const Samples& samples) {
-    return std::accumulate(samples.values.begin(), samples.values.begin() + block_size, 0.0) / block_size;
+  const auto average = [&](const auto& values) {
+    return std::accumulate(values.begin(), values.begin() + block_size, 0.0) / block_size;
   };
-  state.body_celsius = average(body_);
-  state.ambient_celsius = average(ambient_);
+  for (const Samples* samples : {&body_, &ambient_}) {
+    state.*samples->average = average(samples->values);
+    state.*samples->known = samples->all_read;
+  }
   state.rain_average = average(rain_);
-  state.body_known = body_.all_read;
-  state.ambient_known = ambient_.all_read;
+  state.first_pass = false;
   index_ = 1;
   return true;
+}
+
+bool BlockAverages::Take(const SensorFrame& frame, std::size_t slot, Samples& samples, WeatherState& state) {
+  double& average = state.*samples.average;
+  bool& known = state.*samples.known;
+  if (slot == 0) samples.all_read = true;
+  if (frame.Cut(samples.field) == kNoTemperature) {
+    samples.values[slot] = average;
+    samples.missing_in_a_row = std::min(samples.missing_in_a_row + 1, kMissingUntilUnknown);
+    if (samples.missing_in_a_row == kMissingUntilUnknown) known = false;
+    if (!known) samples.all_read = false;
+    return false;
+  }
+  const double reading = frame.Celsius(samples.field);
+  samples.values[slot] = reading;
+  samples.missing_in_a_row = 0;
+  if (known || state.first_pass) return false;
+  // What stands in this block from before is not of now.
+  std::fill_n(samples.values.begin(), slot, reading);
+  samples.all_read = true;
+  average = reading;
+  known = true;
+  return true;
+}
+
+std::string AveragingCountComplaint(std::int32_t count) {
+  if (BlockAverages::Allows(count)) return "";
+  return "The setting \"TempsAvgCount\" is " + std::to_string(count) + " and must be 1 to " +
+         std::to_string(BlockAverages::kMaxSamples) + ": until then the ambient temperature is not known";
 }
 
 double RelativeHumidity(double count, double ambient_celsius, double selector) {

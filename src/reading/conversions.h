@@ -1,8 +1,10 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "reading/sensor_frame.h"
 #include "reading/weather_state.h"
@@ -13,13 +15,21 @@ namespace orvalis {
 class BlockAverages {
  public:
   static constexpr std::int32_t kMaxSamples = 300;
-  /// After so many frames without a reading (ten seconds) the average is not known any more, though it stays.
-  static constexpr std::int32_t kMissingUntilUnknown = 5;
+  /// After so many frames without a reading, one every two seconds, the average is not known any more, though it stays.
+  static constexpr std::int32_t kMissingUntilUnknown = kFreshFor / std::chrono::seconds{2};
+
+  /// Whether a block of so many samples has an end.
+  [[nodiscard]] static constexpr bool Allows(std::int32_t block_size) {
+    return block_size >= 1 && block_size <= kMaxSamples;
+  }
 
   /// Takes one sample of each from `frame`; when it completes the block of `block_size`, stores the three averages in
   /// `state`. A temperature that the unit could not read repeats the current average. A change of `block_size`
   /// begins a new block. Returns whether a block was completed.
-  /// Throws RunTimeError kSubscriptOutOfRange when the block has no end within 300 samples; the next one begins anew.
+  ///
+  /// A temperature that is not known any more, after a gap or a fault of its sensor, does not wait for the end of a
+  /// block: its first reading is the average at once. As the first of a block it is a block of its own.
+  /// Without a `block_size` that is allowed no temperature is known.
   bool Add(const SensorFrame& frame, std::int32_t block_size, WeatherState& state);
 
   /// The number of samples taken of the block under way, 0 right after one was completed.
@@ -27,17 +37,26 @@ class BlockAverages {
 
  private:
   struct Samples {
+    SensorFrame::Field field;
+    double WeatherState::*average;
+    bool WeatherState::*known;
     std::array<double, kMaxSamples> values{};
     bool all_read = true;  ///< no sample repeats the value from before the first reading
     std::int32_t missing_in_a_row = 0;
   };
 
+  /// Takes one sample of a temperature. Returns whether it is the average at once.
+  static bool Take(const SensorFrame& frame, std::size_t slot, Samples& samples, WeatherState& state);
+
   std::int32_t index_ = 1;  ///< counted from 1
   std::int32_t block_size_ = 0;
-  Samples body_;
-  Samples ambient_;
-  Samples rain_;
+  Samples body_{SensorFrame::Field::kTtp, &WeatherState::body_celsius, &WeatherState::body_known};
+  Samples ambient_{SensorFrame::Field::kTa, &WeatherState::ambient_celsius, &WeatherState::ambient_known};
+  std::array<double, kMaxSamples> rain_{};
 };
+
+/// What is wrong with `count` as the setting "TempsAvgCount", for a person; empty when nothing is.
+[[nodiscard]] std::string AveragingCountComplaint(std::int32_t count);
 
 [[nodiscard]] constexpr double ToFahrenheit(double celsius) { return celsius * 1.8 + 32; }
 

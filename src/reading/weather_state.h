@@ -1,11 +1,16 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string_view>
 
 #include "base/colour.h"
 
 namespace orvalis {
+
+/// What is older than this is not of now: the panel shows it grey, the verdict is taken back, averages begin anew and
+/// curves have a gap.
+inline constexpr std::chrono::seconds kFreshFor{10};
 
 /// A condition as the panel shows it.
 struct Word {
@@ -26,8 +31,9 @@ struct WeatherState {
   double body_celsius = kNoAverage;     ///< thermopile body, block average
   double ambient_celsius = kNoAverage;  ///< block average
   double rain_average = 0;              ///< counts, block average
-  bool ambient_known = false;           ///< whether the averages stem from readings alone
+  bool ambient_known = false;           ///< whether the averages stem from readings of now alone
   bool body_known = false;
+  bool first_pass = true;  ///< since the start no block was completed: the averages may be `kNoAverage`
 
   double humidity_percent = 0;  ///< relative humidity as computed, not clamped
   double dew_point_celsius = 0;
@@ -51,18 +57,14 @@ struct WeatherState {
   Word heater;     ///< "Y", "?", "N"
   Word relay;      ///< "Y", "?", "N"
 
-  /// The relay digit of the frame; safe exactly when it is 0. Until the first frame, and when there is anything but a
-  /// digit in the frame, it is -1: in doubt, unsafe.
+  /// The relay digit of the frame; safe exactly when it is 0. Until the first frame, when there is anything but a
+  /// digit in the frame, and when the last frame is older than `kFreshFor`, it is -1: in doubt, unsafe.
   std::int32_t unsafe_indicator = kNoVerdict;
 
   bool from_demo = false;  ///< the last frame was a demonstration line
 
-  /// Back to what the averages hold before the first block: with it the sky counts as cloudy.
-  void ForgetAverages() {
-    body_celsius = ambient_celsius = kNoAverage;
-    rain_average = 0;
-    body_known = ambient_known = false;
-  }
+  /// The averages are not of now any more. Their numbers stay until a reading takes their place.
+  void ForgetAverages() { body_known = ambient_known = first_pass = false; }
 };
 
 }  // namespace orvalis

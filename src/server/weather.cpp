@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "reading/conversions.h"
 #include "base/run_time_error.h"
 
 namespace orvalis {
@@ -50,6 +51,13 @@ Outcome OutcomeOf(bool wish, const ProgramFlags& flags) {
 constexpr std::array<std::string_view, 4> kOutcomeTexts = {" Connected True (done)", " (ignored, not auto launch)",
                                                            " (ignored, not last user)", "Connected False (done)"};
 
+/// As the last cycle left it. Without a sensible averaging count there is none, and never will be.
+double AmbientCelsius(const Weather::Parts& parts) {
+  const std::string complaint = AveragingCountComplaint(parts.settings.TempsAvgCount);
+  if (!complaint.empty()) throw RunTimeError(RunTimeError::kSubscriptOutOfRange, complaint);
+  return parts.weather.ambient_celsius;
+}
+
 float Narrow(double value) { return static_cast<float>(value); }
 
 using M = WeatherMember;
@@ -67,11 +75,14 @@ const std::array kRows = {
     Row{.info = {M::kSafe, "Safe", T::kBoolean},
         .call = "COM .Safe invoked",
         .answer = "Safe: ",
-        .read = [](const Parts& p) -> WeatherValue { return p.weather.unsafe_indicator == 0; }},
+        .read = [](const Parts& p) -> WeatherValue {
+          p.judge_age();
+          return p.weather.unsafe_indicator == 0;
+        }},
     Row{.info = {M::kAmbientTemperature, "AmbientTemperature", T::kSingle},
         .call = "AmbientTemperature invoked",
         .answer = "AmbientTemperature: ",
-        .read = [](const Parts& p) -> WeatherValue { return Narrow(p.weather.ambient_celsius); }},
+        .read = [](const Parts& p) -> WeatherValue { return Narrow(AmbientCelsius(p)); }},
     Row{.info = {M::kBarometricPressure, "BarometricPressure", T::kSingle},
         .style = kNotImplemented,
         .call = "COM .BarometricPressure invoked(not implemented)"},
@@ -129,7 +140,7 @@ const std::array kRows = {
         .call = "Temperature: ",
         .gate = &Settings::CanTempComp,
         .label = "Property Temperature",
-        .read = [](const Parts& p) -> WeatherValue { return p.weather.ambient_celsius; }},
+        .read = [](const Parts& p) -> WeatherValue { return AmbientCelsius(p); }},
     Row{.info = {M::kHalt, "Halt", T::kNone},
         .traffic = kMove,
         .style = kStartAndEnd,

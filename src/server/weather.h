@@ -83,6 +83,9 @@ class Weather {
     Traffic* const& traffic;  ///< the traffic window's text; null while that window is closed
     NumberLocale locale;
     std::function<bool()> demo_mode;
+    /// Takes the verdict in `weather` back when it is too old. Asked for before each answer to `Safe`: after the
+    /// machine slept, the first call may come before the first tick.
+    std::function<void()> judge_age;
     /// Runs the setup dialog, or brings the one that is open to the front; `closed` is called when it is closed, or
     /// with the reason why it could not be shown.
     std::function<void(Done closed)> run_setup;

@@ -11,6 +11,7 @@ class AlertsTest : public test::LinkFixture {
  protected:
   AlertsTest() {
     using S = Settings;
+    weather.ambient_known = true;
     settings.g_bchkEnableSounds = 1;
     const auto set = [&](const std::string& name, auto sound, auto sound_file, auto program, auto program_file) {
       settings.*sound = settings.*program = 1;
@@ -51,13 +52,14 @@ TEST_F(AlertsTest, OnceWhenTheConditionBeginsOrEveryCycle) {
 }
 
 // A relay that opens and closes all night must not wake the owner each time.
-TEST_F(AlertsTest, TheRelaySoundsOncePerEnablingOfTheAlerts) {
+// Its program closes the roof, and has to.
+TEST_F(AlertsTest, TheRelaySoundsOncePerEnablingAndItsProgramStartsEachTime) {
   std::string course;
   for (const char* relay : {"Y", "N", "Y"}) {
     weather.relay.text = relay;
     course += Given({Kind::kRelay}, 3) + "| ";
   }
-  EXPECT_EQ(course, "relay.wav relay.sh | | | ");
+  EXPECT_EQ(course, "relay.wav relay.sh | | relay.sh | ");
   settings.g_bchkEnableSounds = 0;
   Given({Kind::kRelay}, 1);
   settings.g_bchkEnableSounds = 1;
@@ -73,6 +75,11 @@ TEST_F(AlertsTest, EachKindHasItsOwnConditionAndFiles) {
   };
   EXPECT_EQ(given_at("Breeze", "Dusk", "PCloudy"), "");
   EXPECT_EQ(given_at("Windy", "Day", "Cloudy"), "wind.wav wind.sh light.wav light.sh cloud.wav cloud.sh ");
+  // Without a temperature nobody knows whether the sky has changed: no alert now, and none again afterwards.
+  weather.ambient_known = false;
+  EXPECT_EQ(given_at("Calm", "Dark", "Cloudy"), "");
+  weather.ambient_known = true;
+  EXPECT_EQ(given_at("Calm", "Dark", "Cloudy"), "");
   settings.g_bchkWindApp = settings.g_bchkLightSounds = settings.g_bchkCloudApp = 0;
   EXPECT_EQ(given_at("Calm", "Dark", "Clear"), "");
   EXPECT_EQ(given_at("Windy", "Day", "Cloudy"), "wind.wav light.sh cloud.wav ");

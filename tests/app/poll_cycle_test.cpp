@@ -63,13 +63,16 @@ TEST_F(PollCycleTest, TheFaultMarkReddensTheHumidity) {
   EXPECT_EQ(panel.sky_background, Colour::kWhite);
 }
 
-TEST_F(PollCycleTest, AnEmptySelectorCountsAsZeroOnce) {
+TEST_F(PollCycleTest, TheSelectorIsAWholeNumberAndAnEmptyOneCountsAsZeroOnce) {
   panel.humidity_selector = "";
   Connect(3);
   EXPECT_NEAR(weather.humidity_percent, 44.246652, 1e-5);
   EXPECT_EQ(panel.humidity_selector, "200");
-  Tick(2);
-  EXPECT_NEAR(weather.humidity_percent, 48.866653, 1e-5);
+  for (const auto& [typed, humidity] : {std::pair{"200", 48.866653}, {"1.4", 44.246652}, {"1.6", 48.866653}}) {
+    panel.humidity_selector = typed;
+    Tick(2);
+    EXPECT_NEAR(weather.humidity_percent, humidity, 1e-5) << typed;
+  }
 }
 
 TEST_F(PollCycleTest, BrokenFramesAreAskedForAgainAndNeverUsed) {
@@ -105,29 +108,71 @@ TEST_F(PollCycleTest, ADayOfSilenceIsShownAsStaleAndEndsWithTheFirstGoodFrame) {
   EXPECT_TRUE(link.Connected());
   EXPECT_EQ(panel.ambient, "5.0") << "the last values stay";
   EXPECT_EQ(poll.seconds_since_frame(), 32767);
+  EXPECT_EQ(weather.unsafe_indicator, -1);
   frames = 0;
   port.silent = false;
   Tick(6);
   EXPECT_GE(frames, 1);
   EXPECT_FALSE(panel.stale);
   EXPECT_EQ(LastEvent(), "fresh again: complete frames are coming in");
+  EXPECT_EQ(weather.unsafe_indicator, 0);
+  EXPECT_EQ(panel.status, "Complete frames are coming in again");
+  Tick(66);
+  EXPECT_EQ(panel.status, "") << "no news any more";
+}
+
+TEST_F(PollCycleTest, AKeptVerdictOutlivesASilenceButNotDemoMode) {
+  settings.KeepVerdict = 1;
+  Connect(4);
+  Silence(60);
+  EXPECT_TRUE(panel.stale);
+  EXPECT_EQ(weather.unsafe_indicator, 0);
+  settings.DemoMode = 1;
+  Tick(8);
+  settings.DemoMode = 0;
+  poll.WatchStaleness();
+  EXPECT_EQ(weather.unsafe_indicator, -1);
+}
+
+// 9999 is what the setup stores for a typing error.
+TEST_F(PollCycleTest, ACountWithoutAveragesIsSaidForAsLongAsItStands) {
+  Connect(4);
+  settings.TempsAvgCount = 9999;
+  Measure("TA=+02500", 2);
+  EXPECT_NE(panel.notice.find("\"TempsAvgCount\" is 9999"), std::string::npos) << panel.notice;
+  EXPECT_EQ(LastEvent(), panel.notice);
+  EXPECT_EQ((Strings{panel.ambient, panel.humidity, panel.averaging, panel.sky}), (Strings{"", "", "", "-20.0"}));
+  EXPECT_EQ(panel.cloud.text, "");
+  Silence(20);
+  EXPECT_NE(panel.notice, "");
+  settings.TempsAvgCount = 10;
+  Measure("TA=+02500", 6);
+  EXPECT_EQ(panel.notice, "");
+  EXPECT_EQ(panel.ambient, "25.0");
 }
 
 // A warm evening before the outage must not make a cold, cloudy night look clear.
 TEST_F(PollCycleTest, AveragesBeginAnewAfterAGap) {
+  settings.g_bchkEnableSounds = settings.g_bchkCloudSounds = 1;
+  settings.g_sCloudSounds = "cloud.wav";
   settings.TempsAvgCount = 20;
   port.frame = LiveFrame("TA=+02500");
-  Connect(60);
+  Connect(20);
+  EXPECT_EQ(panel.ambient, "") << "the first pass after the start";
+  EXPECT_EQ(alerted.given, "") << "the sky is clear, and nobody can tell";
+  Tick(40);
   EXPECT_EQ(panel.ambient, "25.0");
   Silence(3600);
-  Measure("TA=-00500 TP=-00600", 6);
-  EXPECT_FALSE(panel.stale);
-  EXPECT_EQ(panel.ambient, "");
-  EXPECT_EQ(panel.cloud.text, "");
-  EXPECT_EQ(weather.cloud.text, "Cloudy");
-  Tick(44);
+  Measure("TA=+00100 TP=-02200", 5);
+  EXPECT_EQ((Strings{panel.ambient, std::string(panel.cloud.text), panel.averaging.substr(0, 10)}),
+            (Strings{"1.0", "Clear", "Averageing"}));
+  EXPECT_DOUBLE_EQ(weather.ambient_celsius, 1);
+  EXPECT_EQ(alerted.given, "");
+  Silence(14);
+  Measure("TA=-00500 TP=-00600", 5);
   EXPECT_EQ(panel.ambient, "-5.0");
   EXPECT_EQ(panel.cloud.text, "Cloudy");
+  EXPECT_EQ(alerted.given, "cloud.wav ");
 }
 
 TEST_F(PollCycleTest, DemoValuesDoNotLeakIntoReadings) {
@@ -136,9 +181,9 @@ TEST_F(PollCycleTest, DemoValuesDoNotLeakIntoReadings) {
   Connect(100);
   EXPECT_EQ(panel.wind_gust, "90.0");
   settings.DemoMode = 0;
-  Measure("WND=0000", 4);
+  Measure("WND=0000 TA=+00700", 4);
   EXPECT_FALSE(panel.demo);
-  EXPECT_EQ(panel.ambient, "");
+  EXPECT_EQ(panel.ambient, "7.0");
   EXPECT_EQ(panel.wind_gust, "0.0");
 }
 
@@ -257,8 +302,17 @@ TEST_F(PollCycleTest, WhatCannotBeConvertedIsReportedOnceAndKeepsTheVerdict) {
   settings.g_sRainSounds = "rain.wav";
   Connect(4);
   EXPECT_TRUE(alerted.given.empty());
-  Measure("TA=-24312 R=0900 RB=1", 20);  // the pole of the dew point formula
-  EXPECT_EQ(panel.safe, false);
+  std::string verdicts;  // the pole of the dew point formula, with a relay that is on and one that is off
+  Measure("TA=-24312 R=0900 RB=1", 4);
+  verdicts += std::to_string(weather.unsafe_indicator);
+  Measure("TA=-24312 R=0900 RB=0", 2);
+  verdicts += std::to_string(weather.unsafe_indicator);
+  for (int i = 0; i < 20; ++i) {
+    Tick(1);
+    if (i >= 6) verdicts += std::to_string(weather.unsafe_indicator);
+  }
+  EXPECT_EQ(verdicts.substr(0, 6), "10-1-1") << "taken back with the rest, and for good";
+  EXPECT_EQ(verdicts.find('0', 2), std::string::npos) << verdicts;
   EXPECT_TRUE(panel.stale);
   EXPECT_TRUE(weather.raining);
   EXPECT_EQ(alerted.given, "rain.wav ");

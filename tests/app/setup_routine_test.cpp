@@ -123,11 +123,12 @@ class SetupRoutineTest : public test::LinkFixture {
   void Run(std::deque<ScriptedDialog::Visit> visits) {
     dialog.visits = std::move(visits);
     routine.Run();
-    EXPECT_TRUE(poll_timer.enabled) << "afterwards, whatever happened";
+    EXPECT_TRUE(poll_timer.enabled && !dialog_timer.enabled) << "afterwards, whatever happened";
   }
 
   bool unit_known = true;
   test::FakeTimer poll_timer;
+  test::FakeTimer dialog_timer;
   Leftovers leftovers;
   ScriptedDialog dialog;
   SetupRoutine routine{{.store = store,
@@ -135,6 +136,7 @@ class SetupRoutineTest : public test::LinkFixture {
                         .unit = options,
                         .unit_known = [this] { return unit_known; },
                         .poll_timer = poll_timer,
+                        .dialog_timer = dialog_timer,
                         .dialog = dialog,
                         .leftovers = leftovers,
                         .window = nullptr}};
@@ -143,6 +145,8 @@ class SetupRoutineTest : public test::LinkFixture {
 TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
   Run({[this](SetupForm& form) {
     EXPECT_FALSE(poll_timer.enabled);
+    EXPECT_TRUE(dialog_timer.enabled) << "the readings go on";
+    EXPECT_EQ(dialog_timer.interval, std::chrono::seconds(1));
     EXPECT_EQ(form.port, "/dev/ttyUSB0");
     EXPECT_EQ(form.texts[FieldIndex("WindSpeedCloseD")], "12");
     form.port = "/dev/ttyACM1";

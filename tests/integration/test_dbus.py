@@ -4,6 +4,7 @@ import os
 import re
 import signal
 import subprocess
+import time
 import unittest
 
 from harness import BIN, PATIENCE, Case, Process
@@ -109,6 +110,26 @@ class StartedByAPerson(BusCase):
         self.assertEqual(client.ask("get Connected"), "Connected = true")
         client.stop(signal.SIGKILL)
         self.reading(program)
+
+    def test_safe_is_of_now_while_the_setup_is_open_and_never_old(self):
+        unit = self.unit("--fast")
+        unit.measure({"RB": "0"})
+        program = self.program("--port", self.link)
+        client = self.client()
+        self.wait_until(lambda: client.ask("get Safe") == "Safe = true", "it never was safe")
+        self.addCleanup(Process(["gdbus", "call", "--session", "-d", SERVICE, "-o", PATH, "-m",
+                                 SERVICE + ".SetupDialog"], env=self.env).kill)
+        time.sleep(13)
+        self.assertEqual(client.ask("get Safe"), "Safe = true")
+        # The first answer after a sleep: no tick has come, and no frame.
+        program.process.send_signal(signal.SIGSTOP)
+        time.sleep(11)
+        client.send("get Safe")
+        program.process.send_signal(signal.SIGCONT)
+        self.assertEqual(client.line(lambda line: True), "Safe = false")
+        self.wait_until(lambda: client.ask("get Safe") == "Safe = true", "it is not safe again")
+        unit.process.send_signal(signal.SIGSTOP)
+        self.wait_until(lambda: client.ask("get Safe") == "Safe = false", "the silence was not noticed")
 
     def test_a_dialog_that_cannot_be_shown_is_an_error_of_the_call(self):
         self.program("--demo")

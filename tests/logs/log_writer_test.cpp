@@ -41,6 +41,23 @@ TEST_F(LogWriterTest, TheRecordStandsInItsColumns) {
   EXPECT_TRUE(OneLineRecord(dry, rain).ends_with(" 046347.87784 0 2 1 1 0"));
 }
 
+// A reader of the last value alone learns of a silence, and one of the time does not take the record for a new one.
+TEST_F(LogWriterTest, ASilenceClosesTheRoofInTheRecordOfTheLastFrame) {
+  settings.g_lOneLineLog = 1;
+  settings.g_sOneLineLogPath = folder.string();
+  Connect(4);
+  const auto record = [this] {
+    const std::string content = Content("orvalis_single.txt");
+    return content.substr(0, content.find_first_of("\r\n"));
+  };
+  const std::string fresh = record();
+  EXPECT_TRUE(fresh.ends_with(" 0 0     0 046347.87784 1 3 1 1 0")) << fresh;
+  clock.now.minute = 5;
+  Silence(30);
+  EXPECT_EQ(record().substr(0, 60), fresh.substr(0, 60));
+  EXPECT_TRUE(record().ends_with(" 0 0    10 046347.87784 1 3 1 1 1")) << record();
+}
+
 TEST_F(LogWriterTest, TheFullLineHasEveryLabelInOrder) {
   EXPECT_EQ(FullLogLine(Entry(test::LiveFrame())),
             "2026-11-21 21:04:05 WingAvg = 18.0 Gusts = 18.0 Rain = 120 TpT = 6.0 AmbT = 5.0 DpT = -4.9 RH = 49 "

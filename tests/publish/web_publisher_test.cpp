@@ -88,6 +88,26 @@ TEST_F(WebPublisherTest, TheCountersStopAndRestartAsTheyShould) {
   EXPECT_EQ(socket.requests.size(), 2u) << "due as soon as there is a frame";
 }
 
+// SAFE must not go out in the cycle that found UNSAFE, nor "NO DATA" in the one that ended a silence.
+TEST_F(WebPublisherTest, ThePictureIsOfThePanelAsThisCycleLeftIt) {
+  PollCycle::Parts drawing = PublishingParts();
+  drawing.draw = [this] {
+    outside.Note(panel.stale || !panel.safe ? "drawn NO DATA" : *panel.safe ? "drawn SAFE" : "drawn UNSAFE");
+  };
+  PollCycle cycle(drawing);
+  settings.g_bAllow_WEB = 1;
+  publisher.SetInterval(kSubmitIntervals[1], 0);
+  Connect();
+  for (int i = 0; i < 6; ++i) {
+    cycle.Poll();
+    loop.Advance(seconds(1));
+    if (i == 2) port.frame = LiveFrame("RB=1");
+  }
+  ASSERT_GE(outside.calls.size(), 4u);
+  EXPECT_EQ(Strings(outside.calls.begin(), outside.calls.begin() + 4),
+            (Strings{"drawn SAFE", "drawn UNSAFE", "drawn UNSAFE", "capture"}));
+}
+
 TEST_F(WebPublisherTest, AnotherIntervalIsKeptByTheWindowAndByTheCycle) {
   Connect(2);
   (void)profile.TakeLog();

@@ -83,19 +83,36 @@ TEST_F(BlockAveragesTest, AMissingFirstReadingLeavesTheTemperatureUnknown) {
   EXPECT_EQ(Known(), "6.00 -1.50 120.00");
 }
 
-TEST_F(BlockAveragesTest, ABlockWithoutAnEndIsAnErrorAndAChangedOneBeginsAnew) {
-  for (int i = 0; i < 300; ++i) EXPECT_FALSE(Add("", 9999));
-  try {
-    Add("", 9999);
-    FAIL();
-  } catch (const RunTimeError& error) {
-    EXPECT_EQ(error.number(), RunTimeError::kSubscriptOutOfRange);
+// An average that cannot change any more would look fresh for as long as the frames come.
+TEST_F(BlockAveragesTest, WithoutAnEndNothingIsKnownAndAChangedBlockBeginsAnew) {
+  Add("TA=+00700", 1);
+  for (const int size : {0, -1, 301, 9999}) {
+    EXPECT_FALSE(Add("TA=-01000", size));
+    EXPECT_EQ(Known(), "?6.00 ?7.00 120.00") << size;
+    EXPECT_NE(AveragingCountComplaint(size).find(" is " + std::to_string(size) + " "), std::string::npos);
   }
-  EXPECT_FALSE(Add("", 9999));
+  EXPECT_EQ(AveragingCountComplaint(300) + AveragingCountComplaint(1), "");
+  EXPECT_TRUE(Add("TA=-01000", 300));
+  EXPECT_EQ(Known(), "6.00 -10.00 120.00");
   // Fewer samples asked for than were taken: the new block must still find its end.
   for (int i = 0; i < 5; ++i) Add("", 10);
   EXPECT_FALSE(Add("", 2));
   EXPECT_TRUE(Add("", 2));
+}
+
+TEST_F(BlockAveragesTest, AfterAGapTheFirstReadingIsTheAverageAndThenComeBlocks) {
+  for (const char* ambient : {"TA=+01000", "TA=+02000"}) Add(ambient, 2);
+  EXPECT_EQ(Known(), "6.00 15.00 120.00");
+  averages = {};
+  state.ForgetAverages();
+  EXPECT_TRUE(Add("TA=+19999 TTP=+00300", 4));  // the ambient sensor is a frame late
+  EXPECT_EQ(Known(), "3.00 ?15.00 120.00");
+  EXPECT_FALSE(Add("TA=+19999 TTP=+00300", 4));
+  EXPECT_FALSE(Add("TA=-00400 TTP=+00300", 4));
+  EXPECT_EQ(Known(), "3.00 -4.00 120.00");
+  EXPECT_FALSE(Add("TA=-00600 TTP=+00500", 4));
+  EXPECT_TRUE(Add("TA=-00600 TTP=+00500", 4));
+  EXPECT_EQ(Known(), "4.00 -5.00 120.00");  // (3 + 3 + 5 + 5) / 4, and (-4 - 4 - 6 - 6) / 4
 }
 
 // Expected values from bc with 12 decimals.

@@ -23,6 +23,7 @@ class WeatherTest : public test::LinkFixture {
             .traffic = traffic,
             .locale = {},
             .demo_mode = [this] { return settings.DemoMode == 1; },
+            .judge_age = [this] { poll.WatchStaleness(); },
             .run_setup = [this](Weather::Done closed) { setup_closed = std::move(closed); },
             .end_program = [this] { ++ended; }};
   }
@@ -133,6 +134,19 @@ TEST_F(WeatherTest, WhatCannotServeRaisesAndLeavesItsLineOpen) {
   object.Halt();
   EXPECT_FALSE(flags.moving);
   EXPECT_EQ(TakeTraffic(), "Halt (done)\r\n");
+}
+
+// The machine slept for ten seconds: the first call after it comes before the first tick.
+TEST_F(WeatherTest, AnOldVerdictIsNotServedBetweenTicks) {
+  Connect(4);
+  Weather object(parts);
+  EXPECT_EQ(object.Get(WeatherMember::kSafe), WeatherValue(true));
+  loop.Sleep(seconds(10));
+  EXPECT_EQ(object.Get(WeatherMember::kSafe), WeatherValue(false));
+  settings.TempsAvgCount = 301;
+  for (const WeatherMember member : {WeatherMember::kAmbientTemperature, WeatherMember::kTemperature}) {
+    EXPECT_THROW(static_cast<void>(object.Get(member)), RunTimeError);
+  }
 }
 
 TEST_F(WeatherTest, WritesWhatIsTickedWhileTheWindowIsOpen) {

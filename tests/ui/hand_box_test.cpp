@@ -51,6 +51,7 @@ PanelModel BadNight() {
   model.humidity_background = model.sky_background = Colour::kRed;
   model.safe = false;
   model.demo = true;
+  model.notice = "The setting \"TempsAvgCount\" is 9999";
   model.connect = {kCountdown, false, true, Colour::kYellow};
   return model;
 }

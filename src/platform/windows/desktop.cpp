@@ -77,6 +77,9 @@ void KeepOnTop(QWidget& window, bool on) {
 QPixmap PictureOf(QWidget& window) {
   // What is not on the screen has nothing there to be copied.
   if (!window.isVisible() || window.isMinimized()) return window.grab();
+  // What was changed a moment ago is painted later; the copy is to show it.
+  QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+  window.repaint();
   try {
     return QPixmap::fromImage(ImageOf(*CaptureForm(HandleOf(window))));
   } catch (const RunTimeError&) {

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDate>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
@@ -91,8 +92,20 @@ void frmHandBox::ShowControls() {
   demo_->Show({"DEMO — values are made up", {}, {}, theme_.Strong(Colour::kYellow)});
   if (demo_->isHidden() == model_.demo) demo_->setVisible(model_.demo);
 
+  ShowNotice();
+
   const QString selector = ToQString(model_.humidity_selector);
   if (!typing_ && humidity_selector_->text() != selector) humidity_selector_->setText(selector);
+}
+
+void frmHandBox::ShowNotice() {
+  const QString notice = ToQString(model_.notice);
+  if (notice_->text() != notice) notice_->setText(notice);
+  if (notice_->isHidden() != notice.isEmpty()) notice_->setHidden(notice.isEmpty());
+  const Tone tone = theme_.Strong(Colour::kYellow);
+  const QString style = QStringLiteral("QLabel { color: %1; background: %2; border: 1px solid %1; }")
+                            .arg(tone.ink.name(), (tone.fill.isValid() ? tone.fill : theme_.window()).name());
+  if (notice_->styleSheet() != style) notice_->setStyleSheet(style);
 }
 
 void frmHandBox::AppendEvent(const Event& event) { events_->Append(event); }

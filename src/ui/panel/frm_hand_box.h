@@ -72,6 +72,7 @@ class frmHandBox : public QWidget {
   void ShowWords();
   void ShowValues();
   void ShowControls();
+  void ShowNotice();
   void ShowTile(WordCard* tile, const Word& word, const std::string& value, const QString& unit,
                 const QString& meaning);
   void ShowSwitch(WordCard* strip, const Word& sign);
@@ -92,6 +93,7 @@ class frmHandBox : public QWidget {
 
   QWidget* content_ = nullptr;  ///< everything; its font is the window's, grown
   WordCard* demo_ = nullptr;
+  QLabel* notice_ = nullptr;
   QBoxLayout* main_ = nullptr;  ///< the hero and the body
   QWidget* hero_ = nullptr;
   QBoxLayout* hero_layout_ = nullptr;

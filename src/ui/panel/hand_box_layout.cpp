@@ -69,6 +69,14 @@ frmHandBox::frmHandBox(PanelModel& model, QWidget* parent)
   auto* column = new QVBoxLayout(content_);
   demo_ = Named(new WordCard(WordCard::Form::kStrip, {}, {}, content_), "lblDemo");
   column->addWidget(demo_);
+  notice_ = Named(new QLabel(content_), "lblNotice");
+  notice_->setTextFormat(Qt::PlainText);
+  notice_->setWordWrap(true);
+  notice_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  notice_->setAutoFillBackground(true);
+  notice_->setMargin(static_cast<int>(PixelSize(font()) / 2));
+  notice_->hide();
+  column->addWidget(notice_);
   main_ = new QBoxLayout(QBoxLayout::TopToBottom);
   column->addLayout(main_, 1);
   BuildHero();
