@@ -84,7 +84,7 @@ void ExplainNoDisplay(QtMsgType type, const QMessageLogContext& /*context*/, con
 /// How the program has ended.
 struct Ending {
   int exit_code;
-  bool leaves_look_up = false;
+  bool leaves_thread = false;
 };
 
 Ending RunProgram(const CommandLine& line, bool windowed) {
@@ -113,7 +113,7 @@ Ending RunProgram(const CommandLine& line, bool windowed) {
   running = &program;
   instance.OnAsked([&program] { return program.BringToFront(); });
   const int code = program.Run();
-  return {code, program.LeavesLookUp()};
+  return {code, program.LeavesThread()};
 }
 
 /// Ends the process where it stands. Nothing is left to do but what the system does anyway.
@@ -165,8 +165,9 @@ int Run(int argc, char** argv) {
   try {
     if (line.action == CommandLine::Action::kProfile) return RunProfile(line);
     const Ending ending = RunProgram(line, windowed);
-    // The end of the application object, and of Qt's own ones, would wait until the name servers answer.
-    if (ending.leaves_look_up) EndHere(ending.exit_code);
+    // The end of the application object, and of Qt's own ones, would wait until the name servers answer; that of the
+    // libraries would take from a transfer's thread what it works with.
+    if (ending.leaves_thread) EndHere(ending.exit_code);
     return ending.exit_code;
   } catch (const std::exception& error) {
     return FailToStart(error, line);

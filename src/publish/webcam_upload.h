@@ -64,8 +64,10 @@ class FtpSender {
   virtual ~FtpSender() = default;
   /// Returns at once; `done` is called later, from the event loop. Not while another one is under way.
   virtual void Send(const FtpUpload& upload, Done done) = 0;
-  /// Ends the transfer under way, without a call of its `done`.
+  /// Ends the transfer under way, without a call of its `done`. Does not wait for it.
   virtual void Abandon() = 0;
+  /// Whether a thread waits for a server that only the end of the process would stop.
+  [[nodiscard]] virtual bool LeavesThread() const { return false; }
 };
 
 /// Writes a file that its owner alone may read, in one step. Throws RunTimeError kPathFileAccess.
