@@ -77,6 +77,8 @@ bool SendsPictures() { return true; }
 
 std::unique_ptr<FtpSender> MakeFtpSender() { return std::make_unique<CurlFtpSender>(); }
 
+std::string ToCodePage(std::string_view utf8) { return std::string(utf8); }
+
 void WritePrivateFile(const std::string& path, const std::string& text) { orvalis::WritePrivateFile(path, text); }
 
 }  // namespace orvalis::native
