@@ -32,7 +32,7 @@ inline constexpr std::array<SubmitText, 6> kSubmitTexts{{
 
 /// What a person has to know of the text in `box`: that it is a prompt, or that it breaks the query. "" when it is
 /// well. The text itself is not repeated, as it may be a password.
-[[nodiscard]] std::string Remark(const SubmitText& box, std::string_view text);
+[[nodiscard]] std::string_view Remark(const SubmitText& box, std::string_view text);
 
 /// A check box of it.
 struct SubmitSwitch {

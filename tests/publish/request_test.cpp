@@ -212,15 +212,19 @@ TEST(ServiceObjection, TheTextDecidesWhereTheStatusIsGood) {
   EXPECT_EQ(ServiceObjection("HTTP/1.0 500 Failed\r\n\r\nsuccess"), "the server refuses (status 500)");
 }
 
-TEST(Remark, NamesWhatBreaksTheQueryAndWhatIsAPrompt) {
-  const auto remark = [](std::size_t box, const char* text) { return Remark(kSubmitTexts[box], text); };
-  EXPECT_EQ(remark(0, "KTEST1"), "");
-  EXPECT_EQ(remark(2, "a+b &c"), "Sent as it stands; the service may misread it because of a blank, \"&\", \"+\"");
-  EXPECT_NE(remark(0, "100%").find("\"%\""), std::string::npos);
-  EXPECT_NE(remark(2, "#").find("\"#\""), std::string::npos);
-  EXPECT_EQ(remark(1, "a b&c"), "") << "no query has it";
-  for (const std::size_t box : {0u, 1u, 2u, 5u}) {
-    EXPECT_NE(Remark(kSubmitTexts[box], *FindSettingKey(kSubmitTexts[box].key)->default_text), "") << box;
+TEST(Remark, TellsWhatBreaksTheQueryAndWhatIsAPrompt) {
+  constexpr std::size_t station = 0;
+  constexpr std::size_t webcam = 1;
+  constexpr std::size_t password = 2;
+  EXPECT_EQ(Remark(kSubmitTexts[station], "KTEST1/-x"), "");
+  EXPECT_EQ(Remark(kSubmitTexts[webcam], "a b&c"), "") << "no query has it";
+  for (const char* text : {"a b", "a&b", "100%", "+", "#"}) {
+    EXPECT_NE(Remark(kSubmitTexts[station], text), "") << text;
+    EXPECT_NE(Remark(kSubmitTexts[password], text), "") << text;
+  }
+  for (const SubmitText& box : kSubmitTexts) {
+    const bool prompts = box.key != "g_sPWS_site" && box.key != "g_sWEBcam_site";
+    EXPECT_EQ(!Remark(box, *FindSettingKey(box.key)->default_text).empty(), prompts) << box.control;
   }
 }
 
