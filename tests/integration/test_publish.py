@@ -18,6 +18,7 @@ QUERY = (rb"ID=KTEST1&PASSWORD=s3cr%t/x y&dateutc=20\d\d%2D\d\d%2D\d\d%2B\d\d%3A
          rb"&windspeedmph=%2018%2E0&windgustmph=%20%2018%2E0&humidity=%2048%2E9&clouds=SKC"
          rb"&softwaretype=orvalis%20v01&action=updateraw&realtime=1&rtfreq=5\.0")
 PASSWORD = "s3cr%t/x y"
+END = 2  # seconds that an end may take: one, and one for a busy machine
 
 
 class PublishCase(Case):
@@ -216,8 +217,9 @@ class Window(PublishCase):
             with open(record, encoding="utf-8") as file:
                 return file.read().count(" frame")
 
-        for server in (StuckFtpServer("USER"), StuckFtpServer("STOR"), StuckFtpServer("QUIT"),
-                       StuckFtpServer("PASS", dribbles=True), StuckFtpServer("QUIT", dribbles=True)):
+        for server in (StuckFtpServer("USER"), StuckFtpServer("STOR"), StuckFtpServer("226"),
+                       StuckFtpServer("QUIT"), StuckFtpServer("PASS", dribbles=True),
+                       StuckFtpServer("QUIT", dribbles=True)):
             with self.subTest(at=server.at, dribbles=server.dribbles):
                 self.addCleanup(server.close)
                 self.set("g_sWEBcam_site", "127.0.0.1:%d" % server.port)
@@ -227,7 +229,7 @@ class Window(PublishCase):
                 self.wait_until(lambda: frames() >= before + 2, "the polling goes on")
                 code, seconds = program.stop()
                 self.assertEqual(code, 0)
-                self.assertLess(seconds, 1)
+                self.assertLess(seconds, END)
 
     def test_name_servers_that_say_nothing_do_not_hold_up_the_end(self):
         self.quiet_night()
@@ -250,7 +252,7 @@ class Window(PublishCase):
         self.eventually(lambda: len(names()) == 2, "both names are asked for")
         code, seconds = program.stop()
         self.assertEqual(code, 0)
-        self.assertLess(seconds, 1)
+        self.assertLess(seconds, END)
 
 
 if __name__ == "__main__":

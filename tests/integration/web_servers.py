@@ -100,7 +100,8 @@ def flood(connection, _):
 
 
 class StuckFtpServer:
-    """Takes a file and stops answering at the word `at`, or dribbles its answer to it, a byte in half a second."""
+    """Takes a file and stops answering at the word `at`, or dribbles its answer to it, a byte in half a second. At
+    "226" it has the file and does not say so."""
 
     ANSWERS = {"USER": "331 password", "PASS": "230 in", "PWD": '257 "/" here', "CWD": "250 there", "TYPE": "200 binary",
                "STOR": "150 go on", "QUIT": "221 bye"}
@@ -133,17 +134,21 @@ class StuckFtpServer:
             if word == "EPSV":
                 answer = "229 passive (|||%d|)" % data.getsockname()[1]
             if word == self.at:
-                self.stuck.set()
-                while self.dribbles and not self.ended.wait(0.5):
-                    connection.sendall(b"2")
-                self.ended.wait(120)
-                return
+                return self._stick(connection)
             connection.sendall((answer + "\r\n").encode())
             if word == "STOR":
                 with data.accept()[0] as upload:
                     while upload.recv(65536):
                         pass
+                if self.at == "226":
+                    return self._stick(connection)
                 connection.sendall(b"226 got it\r\n")
+
+    def _stick(self, connection):
+        self.stuck.set()
+        while self.dribbles and not self.ended.wait(0.5):
+            connection.sendall(b"2")
+        self.ended.wait(120)
 
 
 class FtpServer:
