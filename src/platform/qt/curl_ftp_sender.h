@@ -13,7 +13,7 @@ namespace orvalis {
 
 /// FTP by libcurl, in a thread of its own for each transfer: libcurl holds its caller up while it waits for the
 /// server's word at the end of a transfer and for its good-bye, also where everything else is done without waiting, and
-/// cannot be told to stop there. So nobody waits for such a thread. It gets a copy of all it needs and gives back one
+/// cannot be told to stop there. So nothing waits for such a thread. It gets a copy of all it needs and gives back one
 /// text through the event loop; nothing else is shared.
 class CurlFtpSender : public QObject, public FtpSender {
   Q_OBJECT
