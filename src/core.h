@@ -110,8 +110,9 @@ class Core {
   /// Shows what the models hold now.
   void Refresh();
 
-  /// Whether a name look-up goes on that the end of the application would wait for.
-  [[nodiscard]] bool LeavesLookUp() const { return http_.LeavesLookUp(); }
+  /// Whether a name look-up or a picture's transfer goes on, which an orderly end of the application would wait for or
+  /// collide with.
+  [[nodiscard]] bool LeavesThread() const { return http_.LeavesLookUp() || ftp_->LeavesThread(); }
 
  private:
   /// A timer's work, which may go on afterwards.

@@ -77,7 +77,7 @@ void ExplainNoDisplay(QtMsgType type, const QMessageLogContext& /*context*/, con
 /// How the program has ended.
 struct Ending {
   int exit_code;
-  bool leaves_look_up = false;
+  bool leaves_thread = false;
 };
 
 Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
@@ -105,7 +105,7 @@ Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
     return front != nullptr;
   });
   const int code = core.Run(front.get());
-  return {code, core.LeavesLookUp()};
+  return {code, core.LeavesThread()};
 }
 
 /// Ends the process where it stands. Nothing is left to do but what the system does anyway.
@@ -170,8 +170,9 @@ int DoLaunch(int argc, char** argv, WindowSystem* windows) {
   try {
     if (line.action == CommandLine::Action::kProfile) return RunProfile(line);
     const Ending ending = RunProgram(line, windows);
-    // The end of the application object, and of Qt's own ones, would wait until the name servers answer.
-    if (ending.leaves_look_up) EndHere(ending.exit_code);
+    // The end of the application object, and of Qt's own ones, would wait until the name servers answer; that of the
+    // libraries would take from a transfer's thread what it works with.
+    if (ending.leaves_thread) EndHere(ending.exit_code);
     return ending.exit_code;
   } catch (const std::exception& error) {
     return FailToStart(error, line, windows);

@@ -160,7 +160,7 @@ void PollCycle::RaiseCounters() {
   counters_.gust_block.RaiseUpTo(WindFigures::kGustBlockTicks);
   counters_.since_frame.RaiseUpTo(kLongestCount);
   for (UploadSchedule* upload : parts_.uploads) {
-    if (upload != nullptr) upload->Tick();
+    if (upload != nullptr) upload->Tick(parts_.boundary);
   }
 }
 

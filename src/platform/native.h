@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/alerts.h"
@@ -71,6 +72,8 @@ void LeaveConsole();
 /// Whether the program sends pictures itself. Where it does not, its sender refuses.
 [[nodiscard]] bool SendsPictures();
 [[nodiscard]] std::unique_ptr<FtpSender> MakeFtpSender();
+/// A text in UTF-8 in the system's code page for letters of one byte, with "?" for what it lacks. Linux has UTF-8.
+[[nodiscard]] std::string ToCodePage(std::string_view utf8);
 /// Writes `text` into a file that its owner alone may read, at no moment anybody else. A reader finds the whole file,
 /// old or new. Throws RunTimeError kPathFileAccess.
 void WritePrivateFile(const std::string& path, const std::string& text);

@@ -10,8 +10,6 @@ std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::strin
   return std::make_unique<QtSoundPlayer>(std::move(fail));
 }
 
-bool SendsPictures() { return true; }
-
 std::unique_ptr<FtpSender> MakeFtpSender() { return std::make_unique<CurlFtpSender>(); }
 
 }  // namespace orvalis::native

@@ -21,8 +21,6 @@ std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::strin
   return std::make_unique<PlayerProcess>(std::move(fail));
 }
 
-bool SendsPictures() { return false; }
-
 std::unique_ptr<FtpSender> MakeFtpSender() { return std::make_unique<NoFtpSender>(); }
 
 }  // namespace orvalis::native

@@ -66,6 +66,10 @@ PictureFolder FolderOfPictures(const std::string& folder) { return {.path = fold
 
 std::unique_ptr<CommandStarter> MakeCommandStarter() { return std::make_unique<PathCommandStarter>(); }
 
+bool SendsPictures() { return true; }
+
+std::string ToCodePage(std::string_view utf8) { return std::string(utf8); }
+
 void WritePrivateFile(const std::string& path, const std::string& text) { orvalis::WritePrivateFile(path, text); }
 
 }  // namespace orvalis::native

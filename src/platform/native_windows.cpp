@@ -179,6 +179,20 @@ bool SendsPictures() { return false; }
 
 std::unique_ptr<FtpSender> MakeFtpSender() { return std::make_unique<NoFtpSender>(); }
 
+std::string ToCodePage(std::string_view utf8) {
+  // The system's: the process's own is UTF-8, by its manifest.
+  UINT code_page = CP_ACP;
+  GetLocaleInfoEx(LOCALE_NAME_SYSTEM_DEFAULT, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
+                  reinterpret_cast<wchar_t*>(&code_page), sizeof(code_page) / sizeof(wchar_t));
+  const std::wstring wide = Wide(utf8);
+  const int size = static_cast<int>(wide.size());
+  std::string bytes(
+      static_cast<std::size_t>(WideCharToMultiByte(code_page, 0, wide.data(), size, nullptr, 0, nullptr, nullptr)),
+      '\0');
+  WideCharToMultiByte(code_page, 0, wide.data(), size, bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr);
+  return bytes;
+}
+
 void WritePrivateFile(const std::string& path, const std::string& text) {
   const QString name = QString::fromStdString(path);
   const QString fresh = name + ".new";

@@ -34,6 +34,41 @@ bool SameName(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char x, char y) { return lower(x) == lower(y); });
 }
 
+/// The request with `query` in the place of its own, whose length stays.
+std::string Text(const HttpRequest& request, std::string_view query) {
+  const bool in_path = request.method == "GET";
+  std::string target = request.url.path;
+  if (!request.url.query.empty()) target += '?' + request.url.query;
+  if (in_path) target.append(request.url.query.empty() ? "?" : "&").append(query);
+  RefuseControlCharacters(request.method, "the method");
+  RefuseControlCharacters(request.url.host, "the host");
+  RefuseControlCharacters(target, in_path ? "the URL, the station's ID or the password" : "the URL");
+  if (!in_path) RefuseControlCharacters(query, "the station's ID, the password or a variable");
+
+  std::string text;
+  const auto line = [&text](std::string_view name, std::string_view value) {
+    text.append(name).append(": ").append(value).append(kLineEnd);
+  };
+  text.append(request.method).append(" ").append(target).append(" HTTP/1.0").append(kLineEnd);
+  line("Host", request.url.host);
+  if (!in_path) {
+    line("Content-Type", "application/x-www-form-urlencoded");
+    line("Content-Length", std::to_string(request.query.size()));
+  }
+  bool names_connection = false;
+  for (const RequestRow& header : request.headers) {
+    if (header.name.empty() && header.value.empty()) continue;
+    if (!IsHeaderName(header.name)) Refuse("the name of a header is empty or has a character that none may have");
+    RefuseControlCharacters(header.value, "the value of a header");
+    names_connection = names_connection || SameName(header.name, "Connection");
+    line(header.name, header.value);
+  }
+  if (!names_connection) line("Connection", "close");
+  text.append(kLineEnd);
+  if (!in_path) text.append(query);
+  return text;
+}
+
 }  // namespace
 
 UrlComplaint Complaint(const UrlRecord& url) {
@@ -58,39 +93,9 @@ void CheckUrl(std::string_view text, const UrlRecord& url) {
 
 std::uint16_t PortOf(const UrlRecord& url) { return url.port == 0 ? kWebPort : static_cast<std::uint16_t>(url.port); }
 
-std::string RequestText(const HttpRequest& request) {
-  const bool in_path = request.method == "GET";
-  std::string target = request.url.path;
-  if (!request.url.query.empty()) target += '?' + request.url.query;
-  if (in_path) target += (request.url.query.empty() ? '?' : '&') + request.query;
-  RefuseControlCharacters(request.method, "the method");
-  RefuseControlCharacters(request.url.host, "the host");
-  RefuseControlCharacters(target, in_path ? "the URL, the station's ID or the password" : "the URL");
-  if (!in_path) RefuseControlCharacters(request.query, "the station's ID, the password or a variable");
+std::string RequestText(const HttpRequest& request) { return Text(request, request.query); }
 
-  std::string text;
-  const auto line = [&text](std::string_view name, std::string_view value) {
-    text.append(name).append(": ").append(value).append(kLineEnd);
-  };
-  text.append(request.method).append(" ").append(target).append(" HTTP/1.0").append(kLineEnd);
-  line("Host", request.url.host);
-  if (!in_path) {
-    line("Content-Type", "application/x-www-form-urlencoded");
-    line("Content-Length", std::to_string(request.query.size()));
-  }
-  bool names_connection = false;
-  for (const RequestRow& header : request.headers) {
-    if (header.name.empty() && header.value.empty()) continue;
-    if (!IsHeaderName(header.name)) Refuse("the name of a header is empty or has a character that none may have");
-    RefuseControlCharacters(header.value, "the value of a header");
-    names_connection = names_connection || SameName(header.name, "Connection");
-    line(header.name, header.value);
-  }
-  if (!names_connection) line("Connection", "close");
-  text.append(kLineEnd);
-  if (!in_path) text.append(request.query);
-  return text;
-}
+std::string ShownText(const HttpRequest& request, std::string_view shown) { return Text(request, shown); }
 
 bool HasControlCharacter(std::string_view text) {
   constexpr unsigned char kDelete = 127;

@@ -45,6 +45,8 @@ void CheckUrl(std::string_view text, const UrlRecord& url);
 /// otherwise, "Connection: close". Throws RunTimeError kInvalidCall where a control character, or a header's name that
 /// is none, would make something else of the request than what it seems.
 [[nodiscard]] std::string RequestText(const HttpRequest& request);
+/// The same with `shown` in the place of the query, for somebody's eyes: the length is that of what is sent.
+[[nodiscard]] std::string ShownText(const HttpRequest& request, std::string_view shown);
 
 /// Whether `text` holds a byte below 32, or 127.
 [[nodiscard]] bool HasControlCharacter(std::string_view text);

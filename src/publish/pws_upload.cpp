@@ -43,7 +43,8 @@ std::string UploadTime(const CivilTime& utc) {
 }
 
 std::string UploadQuery(std::string_view station, std::string_view password, const CivilTime& utc,
-                        const WeatherState& weather, const Settings& settings, const std::vector<RequestRow>& further) {
+                        const WeatherState& weather, const Settings& settings, const std::vector<RequestRow>& further,
+                        const ToCodePage& to_code_page) {
   const std::string_view clouds =
       CloudCode(RoundToDecimals(weather.sky_celsius, 1), RoundToDecimals(weather.ambient_celsius, 1),
                 weather.rain > settings.RainThreshold, settings);
@@ -58,7 +59,7 @@ std::string UploadQuery(std::string_view station, std::string_view password, con
   query.append("&softwaretype=orvalis%20v01&action=updateraw&realtime=1&rtfreq=5.0");
   for (const RequestRow& row : further) {
     if (row.name.empty() && row.value.empty()) continue;
-    query.append("&").append(UrlEncode(row.name)).append("=").append(UrlEncode(row.value));
+    query.append("&").append(UrlEncode(row.name, to_code_page)).append("=").append(UrlEncode(row.value, to_code_page));
   }
   return query;
 }

@@ -23,9 +23,9 @@ namespace orvalis {
 [[nodiscard]] std::string UploadTime(const CivilTime& utc);
 
 /// The query that tells the service `weather` at `utc`. The station's ID and the password go in as they stand, the
-/// values encoded; `further` variables of the user's, names and values encoded, follow at the end.
+/// values encoded; `further` variables of the user's, names and values encoded in the code page, follow at the end.
 [[nodiscard]] std::string UploadQuery(std::string_view station, std::string_view password, const CivilTime& utc,
                                       const WeatherState& weather, const Settings& settings,
-                                      const std::vector<RequestRow>& further = {});
+                                      const std::vector<RequestRow>& further, const ToCodePage& to_code_page);
 
 }  // namespace orvalis

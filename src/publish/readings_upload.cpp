@@ -1,17 +1,15 @@
 #include "publish/readings_upload.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "base/run_time_error.h"
 #include "publish/pws_upload.h"
+#include "publish/service_answer.h"
+#include "publish/submit_fields.h"
 
 namespace orvalis {
 namespace {
-
-/// As much of an answer's first line as is looked at.
-constexpr std::size_t kLongestFirstLine = 120;
 
 bool AllFinite(const WeatherState& weather) {
   for (const double value : {weather.ambient_celsius, weather.sky_celsius, weather.humidity_percent,
@@ -21,36 +19,32 @@ bool AllFinite(const WeatherState& weather) {
   return true;
 }
 
-/// The three digits of an answer's status, or "" when its first line has none.
-std::string_view Status(std::string_view first_line) {
-  constexpr std::size_t kDigits = 3;
-  const auto blank = first_line.find(' ');
-  if (!first_line.starts_with("HTTP/") || blank == std::string_view::npos) return "";
-  std::string_view status = first_line.substr(blank + 1);
-  const auto end = std::min(status.find_first_not_of("0123456789"), status.size());
-  if (end != kDigits || (end < status.size() && status[end] != ' ')) return "";
-  return status.substr(0, end);
-}
-
 std::string Seconds(std::chrono::seconds duration) { return std::to_string(duration.count()) + " seconds"; }
 
 }  // namespace
 
-void ReadingsUpload::Send(AskedBy asked_by) {
-  if (parts_.settings.g_bAllow_PWS != 1) return;
+UploadTurn ReadingsUpload::Send(AskedBy asked_by) {
+  if (parts_.settings.g_bAllow_PWS != 1) return UploadTurn::kTaken;
   if (asked_by == AskedBy::kUser) report_.Forget();
-  const auto prepared = Prepare(asked_by);
+  auto prepared = Prepare(asked_by);
   if (const auto* refusal = std::get_if<Refusal>(&prepared)) {
     Show(*refusal, asked_by);
-    return;
+    return refusal->lacks_reading ? UploadTurn::kStillDue : UploadTurn::kTaken;
   }
+  if (LacksAccount()) {
+    Show({.text = "the station's ID or the password is the text that asks for it; enter yours"}, asked_by);
+    return UploadTurn::kTaken;
+  }
+  Begin(std::get<Prepared>(std::move(prepared)));
+  return UploadTurn::kTaken;
+}
+
+void ReadingsUpload::Begin(const Prepared& request) {
   if (under_way_) GiveUp("the former upload was ended unfinished: the next one is due");
-  const auto& request = std::get<Prepared>(prepared);
   parts_.boxes.BeginExchange("Request, sent " + FormatTimeOfDay(parts_.clock.LocalNow()), request.shown);
   shows_sent_ = true;
   under_way_ = true;
-  first_line_.clear();
-  first_line_complete_ = false;
+  answer_.clear();
   received_ = 0;
   AwaitAnswer();
   deadline_ = parts_.loop.CallAfter(kLongestExchange, [this] {
@@ -83,30 +77,37 @@ std::variant<ReadingsUpload::Prepared, ReadingsUpload::Refusal> ReadingsUpload::
       return Refusal{.text = std::string(complaint.text), .title = complaint.title};
     }
     CheckUrl(settings.g_sPWS_site, request.url);
-    if (const std::string_view why = Unfit(asked_by); !why.empty()) return Refusal{.text = std::string(why)};
+    if (const std::string_view why = LackOfReading(); !why.empty()) {
+      return Refusal{.text = std::string(why), .lacks_reading = true};
+    }
+    if (parts_.weather.from_demo && asked_by == AskedBy::kSchedule) {
+      return Refusal{.text = "the values are made up in demo mode; \"Test Server\" sends them all the same"};
+    }
     const CivilTime now = parts_.clock.UtcNow();
-    const auto with_password = [&](std::string_view password) {
-      request.query =
-          UploadQuery(settings.g_sPWS_name, password, now, parts_.weather, settings, composition_.variables);
-      return RequestText(request);
+    const auto query = [&](std::string_view password) {
+      return UploadQuery(settings.g_sPWS_name, password, now, parts_.weather, settings, composition_.variables,
+                         parts_.to_code_page);
     };
-    Prepared prepared{.host = request.url.host, .port = PortOf(request.url)};
-    prepared.bytes = with_password(settings.g_sPWS_password);
-    prepared.shown = with_password(kMask);
-    return prepared;
+    request.query = query(settings.g_sPWS_password);
+    return Prepared{.host = request.url.host,
+                    .port = PortOf(request.url),
+                    .bytes = RequestText(request),
+                    .shown = ShownText(request, query(kMask))};
   } catch (const RunTimeError& error) {
     return Refusal{.text = error.what()};
   }
 }
 
-std::string_view ReadingsUpload::Unfit(AskedBy asked_by) const {
+std::string_view ReadingsUpload::LackOfReading() const {
   if (parts_.panel.stale) return "there is no reading of now";
   if (!parts_.weather.ambient_known) return "the ambient temperature is not known";
   if (!AllFinite(parts_.weather)) return "a value is no number";
-  if (parts_.weather.from_demo && asked_by == AskedBy::kSchedule) {
-    return "the values are made up in demo mode; \"Test Server\" sends them all the same";
-  }
   return "";
+}
+
+bool ReadingsUpload::LacksAccount() const {
+  return IsPrompt("g_sPWS_name", parts_.settings.g_sPWS_name) ||
+         IsPrompt("g_sPWS_password", parts_.settings.g_sPWS_password);
 }
 
 void ReadingsUpload::Preview() {
@@ -120,6 +121,7 @@ void ReadingsUpload::Preview() {
   }
   std::string caption = "Request, as it would be sent now";
   if (!allowed) caption += " if uploads were allowed";
+  if (LacksAccount()) caption += ", once the ID and the password are yours";
   if (parts_.weather.from_demo) caption += ", by \"Test Server\" alone: the values are made up";
   parts_.boxes.ShowRequest(std::move(caption), std::get<Prepared>(prepared).shown);
 }
@@ -132,15 +134,7 @@ void ReadingsUpload::Edited() {
 
 void ReadingsUpload::Receive(std::string_view bytes) {
   AwaitAnswer();
-  if (!first_line_complete_) {
-    const auto end = bytes.find_first_of("\r\n");
-    first_line_complete_ = end != std::string_view::npos;
-    first_line_ += bytes.substr(0, end);
-    if (first_line_.size() > kLongestFirstLine) {
-      first_line_.resize(kLongestFirstLine);
-      first_line_complete_ = true;
-    }
-  }
+  if (answer_.size() < kLongestJudged) answer_ += bytes.substr(0, kLongestJudged - answer_.size());
   if (received_ <= TailText::kShown && received_ + bytes.size() > TailText::kShown) {
     parts_.boxes.AddError("the answer is longer than " + std::to_string(TailText::kShown / 1024) +
                           " KB; its end alone is kept");
@@ -155,26 +149,16 @@ void ReadingsUpload::Closed() {
 }
 
 void ReadingsUpload::Judge() {
-  if (received_ == 0) {
-    report_.Failed("the server closed the connection without an answer");
-    return;
-  }
-  // Of the server's own words none but the status is repeated: it may send back what it was sent, in any writing.
-  const std::string status(Status(first_line_));
-  if (status.empty()) {
-    report_.Failed("what answers is not a web server");
-  } else if (status.front() == '2') {
-    report_.Succeeded();
-  } else if (status.front() == '3') {
-    report_.Failed("the server sends elsewhere (status " + status + "), where nothing is sent");
+  if (const std::string objection = ServiceObjection(answer_); !objection.empty()) {
+    report_.Failed(objection);
   } else {
-    report_.Failed("the server refuses (status " + status + ")");
+    report_.Succeeded();
   }
 }
 
 void ReadingsUpload::GiveUp(const std::string& why) {
   End();
-  if (first_line_complete_) {
+  if (HasStatusLine(answer_)) {
     Judge();
   } else {
     report_.Failed(why);

@@ -44,6 +44,8 @@ class ReadingsUpload : public ScheduledUpload {
   static constexpr std::chrono::seconds kPatience{30};
   /// No exchange lasts longer, however slowly the answer drips in.
   static constexpr std::chrono::seconds kLongestExchange{60};
+  /// As much of an answer as it is judged by, in bytes.
+  static constexpr std::size_t kLongestJudged = 8192;
 
   struct Parts {
     HttpSocket& socket;
@@ -54,6 +56,7 @@ class ReadingsUpload : public ScheduledUpload {
     const PanelModel& panel;
     SubmitBoxes& boxes;
     EventList& events;
+    ToCodePage to_code_page;
   };
 
   explicit ReadingsUpload(const Parts& parts) : parts_(parts), report_("readings upload", parts.boxes, parts.events) {}
@@ -65,11 +68,11 @@ class ReadingsUpload : public ScheduledUpload {
   void SetMessageBoxes(MessageBoxes* boxes) { message_boxes_ = boxes; }
 
   /// Sends the current readings, unless uploads are switched off. Returns at once: what comes of it is seen in the
-  /// boxes. An exchange that is still under way is ended.
-  void Send(AskedBy asked_by);
+  /// boxes. An exchange that is still under way is ended. Still due is what lacks nothing but a reading.
+  UploadTurn Send(AskedBy asked_by);
 
   [[nodiscard]] std::int32_t IntervalRow() const override { return parts_.settings.g_lPWSUpdate_interval_index; }
-  void Start() override { Send(AskedBy::kSchedule); }
+  [[nodiscard]] UploadTurn Start() override { return Send(AskedBy::kSchedule); }
 
   /// Shows in the request box what would be sent now, switched on or not; the request that was sent stays there until
   /// `Edited` or the next one.
@@ -83,7 +86,8 @@ class ReadingsUpload : public ScheduledUpload {
   /// Why nothing can be sent.
   struct Refusal {
     std::string text;
-    std::string_view title{};  ///< of a message box; empty where there is none
+    std::string_view title{};    ///< of a message box; empty where there is none
+    bool lacks_reading = false;  ///< and nothing else
   };
   struct Prepared {
     std::string host;
@@ -94,7 +98,10 @@ class ReadingsUpload : public ScheduledUpload {
 
   [[nodiscard]] std::variant<Prepared, Refusal> Prepare(AskedBy asked_by) const;
   /// What keeps the values from being told as those of now, or "".
-  [[nodiscard]] std::string_view Unfit(AskedBy asked_by) const;
+  [[nodiscard]] std::string_view LackOfReading() const;
+  /// Whether the ID or the password is still the text that asks for it.
+  [[nodiscard]] bool LacksAccount() const;
+  void Begin(const Prepared& request);
   void Show(const Refusal& refusal, AskedBy asked_by);
 
   void Receive(std::string_view bytes);
@@ -105,7 +112,6 @@ class ReadingsUpload : public ScheduledUpload {
   void AwaitAnswer();
   /// Ends the exchange, without a word.
   void End();
-  /// Judges an answer by its first line.
   void Judge();
 
   Parts parts_;
@@ -115,8 +121,7 @@ class ReadingsUpload : public ScheduledUpload {
   bool shows_sent_ = false;  ///< the request box shows what was sent, not what would be
 
   bool under_way_ = false;
-  std::string first_line_;  ///< of the answer, as much of it as is looked at
-  bool first_line_complete_ = false;
+  std::string answer_;  ///< the beginning of it, as much as is judged
   std::size_t received_ = 0;
   EventLoop::TimerId patience_ = 0;
   EventLoop::TimerId deadline_ = 0;

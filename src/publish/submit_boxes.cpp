@@ -25,8 +25,12 @@ void SubmitBoxes::ShowRequest(std::string caption, std::string_view text) {
 }
 
 void SubmitBoxes::BeginExchange(std::string caption, std::string_view request) {
-  sent_password_ = settings_.g_sPWS_password;
-  response_.Clear();
+  if (sent_password_ != settings_.g_sPWS_password) {
+    // The answers so far may hold the one that is forgotten here.
+    response_.Replace(Masked(response_.All()));
+    sent_password_ = settings_.g_sPWS_password;
+  }
+  new_answer_ = true;
   after_return_ = false;
   ShowRequest(std::move(caption), request);
   Changed();
@@ -35,6 +39,10 @@ void SubmitBoxes::BeginExchange(std::string caption, std::string_view request) {
 void SubmitBoxes::AddResponse(std::string_view bytes) {
   std::string normalised;
   normalised.reserve(bytes.size());
+  if (std::exchange(new_answer_, false) && !response_.All().empty()) {
+    if (!response_.All().ends_with(kLineEnd)) normalised += kLineEnd;
+    normalised += kLineEnd;
+  }
   for (const char c : bytes) {
     const bool second_half = c == '\n' && after_return_;
     after_return_ = c == '\r';

@@ -26,7 +26,8 @@ class SubmitBoxes {
 
   /// Shows a request, or why there is none, under a caption.
   void ShowRequest(std::string caption, std::string_view text);
-  /// An exchange begins, with the password of now: shows its request and clears the response.
+  /// An exchange begins, with the password of now: shows its request. What servers said before stays; the next answer
+  /// stands below it.
   void BeginExchange(std::string caption, std::string_view request);
 
   /// Adds what a server sent, with every kind of line end made carriage return and line feed.
@@ -58,6 +59,7 @@ class SubmitBoxes {
   std::string sent_password_;  ///< of the last exchange: its answer is still shown when the setting is another one
   TailText response_;
   bool after_return_ = false;  ///< the last byte of the response was a carriage return
+  bool new_answer_ = false;    ///< nothing of the present exchange's answer has come
   TailText errors_;
 };
 

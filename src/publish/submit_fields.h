@@ -14,15 +14,25 @@ struct SubmitText {
   std::string_view control;  ///< the box's object name
   std::string Settings::*member;
   std::string_view key;
+  bool in_query;   ///< the query holds it as it stands
   bool in_script;  ///< the transfer script holds it too
 };
-inline constexpr std::array<SubmitText, 5> kSubmitTexts{{
-    {"txtVariableName0", &Settings::g_sPWS_name, "g_sPWS_name", false},
-    {"txtVariableName1", &Settings::g_sWEBcam_name, "g_sWEBcam_name", true},
-    {"txtVariableValue0", &Settings::g_sPWS_password, "g_sPWS_password", true},
-    {"txtUrl", &Settings::g_sPWS_site, "g_sPWS_site", false},
-    {"webcamUrl", &Settings::g_sWEBcam_site, "g_sWEBcam_site", true},
+/// Two of them hold the one password: one beside the station's ID, one beside the webcam's name.
+inline constexpr std::array<SubmitText, 6> kSubmitTexts{{
+    {"txtVariableName0", &Settings::g_sPWS_name, "g_sPWS_name", true, false},
+    {"txtVariableName1", &Settings::g_sWEBcam_name, "g_sWEBcam_name", false, true},
+    {"txtVariableValue0", &Settings::g_sPWS_password, "g_sPWS_password", true, true},
+    {"txtUrl", &Settings::g_sPWS_site, "g_sPWS_site", false, false},
+    {"webcamUrl", &Settings::g_sWEBcam_site, "g_sWEBcam_site", false, true},
+    {"txtVariableValue1", &Settings::g_sPWS_password, "g_sPWS_password", false, true},
 }};
+
+/// Whether `text` is what the setting `key` asks for itself with, as in "Your … Password", until there is one.
+[[nodiscard]] bool IsPrompt(std::string_view key, std::string_view text);
+
+/// What a person has to know of the text in `box`: that it is a prompt, or that it breaks the query. "" when it is
+/// well. The text itself is not repeated, as it may be a password.
+[[nodiscard]] std::string_view Remark(const SubmitText& box, std::string_view text);
 
 /// A check box of it.
 struct SubmitSwitch {

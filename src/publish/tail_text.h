@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace orvalis {
 
@@ -21,9 +22,9 @@ class TailText {
     // In large steps: shifting the text for every few bytes would cost more than receiving them.
     if (text_.size() > kKept + kShown) text_.erase(0, text_.size() - kKept);
   }
-  void Clear() {
+  void Replace(std::string text) {
     ++version_;
-    text_.clear();
+    text_ = std::move(text);
   }
 
   /// The last 64 KB at most.

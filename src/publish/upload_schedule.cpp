@@ -20,18 +20,23 @@ void UploadSchedule::Load() {
   interval_ = UploadIntervalTicks(stored_row_);
 }
 
-void UploadSchedule::Work(ErrorBoundary& boundary) {
-  // A store that fails is tried again in the next cycle and keeps nothing from being sent.
+void UploadSchedule::Tick(ErrorBoundary& boundary) {
+  // A store that fails is tried again at the next tick and keeps nothing from being sent.
   boundary.Run(names_.keeping, [&] {
     FollowRow();
     boundary.Succeeded(names_.keeping);
   });
-  if (counter_.ticks() < interval_) return;
-  counter_.Reset();
+  counter_.RaiseUpTo(interval_);
+}
+
+void UploadSchedule::Work(ErrorBoundary& boundary) {
+  if (counter_.ticks() < interval_ || held_()) return;
+  UploadTurn turn = UploadTurn::kTaken;
   boundary.Run(names_.doing, [&] {
-    upload_.Start();
+    turn = upload_.Start();
     boundary.Succeeded(names_.doing);
   });
+  if (turn == UploadTurn::kTaken) counter_.Reset();
 }
 
 void UploadSchedule::FollowRow() {

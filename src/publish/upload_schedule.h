@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string_view>
+#include <utility>
 
 #include "base/error_boundary.h"
 #include "base/tick_counter.h"
@@ -22,6 +24,9 @@ inline constexpr std::array<UploadInterval, 8> kUploadIntervals{
 [[nodiscard]] std::string_view UploadIntervalText(std::int32_t row);
 [[nodiscard]] std::int16_t UploadIntervalTicks(std::int32_t row);
 
+/// What becomes of an upload that is due: it has had its turn, whatever came of it, or it waits for the next frame.
+enum class UploadTurn { kTaken, kStillDue };
+
 /// Something that is uploaded again and again.
 class ScheduledUpload {
  public:
@@ -29,10 +34,11 @@ class ScheduledUpload {
   /// The row chosen in its list of intervals.
   [[nodiscard]] virtual std::int32_t IntervalRow() const = 0;
   /// Begins an upload, without waiting for its end.
-  virtual void Start() = 0;
+  [[nodiscard]] virtual UploadTurn Start() = 0;
 };
 
-/// Starts an upload in the working cycle in which its interval is over.
+/// Starts an upload in the working cycle in which its interval is over, or in the first one after that in which it can
+/// be done.
 class UploadSchedule {
  public:
   struct Names {
@@ -42,14 +48,18 @@ class UploadSchedule {
     std::string_view interval_key;  ///< where the row's text is kept
   };
 
-  UploadSchedule(ScheduledUpload& upload, SettingsStore& store, const Names& names)
-      : upload_(upload), store_(store), names_(names) {}
+  /// Says whether what is due has to wait.
+  using Held = std::function<bool()>;
+
+  UploadSchedule(ScheduledUpload& upload, SettingsStore& store, const Names& names, Held held)
+      : upload_(upload), store_(store), names_(names), held_(std::move(held)) {}
 
   /// Takes the row over that the settings were loaded with.
   void Load();
 
-  /// One tick of the poll timer. The count stops at the interval: after an outage the upload is due at once.
-  void Tick() { counter_.RaiseUpTo(interval_); }
+  /// One tick of the poll timer, with a frame or without: counts, and keeps another choice of the interval. The count
+  /// stops at the interval: after an outage the upload is due at once. What fails is reported to `boundary`.
+  void Tick(ErrorBoundary& boundary);
   /// In a working cycle that got a frame. What fails is reported to `boundary`.
   void Work(ErrorBoundary& boundary);
 
@@ -60,6 +70,7 @@ class UploadSchedule {
   ScheduledUpload& upload_;
   SettingsStore& store_;
   Names names_;
+  Held held_;
   TickCounter counter_;
   std::int32_t stored_row_ = -1;
   std::int16_t interval_ = UploadIntervalTicks(-1);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -21,8 +22,16 @@ struct UrlRecord {
 /// RunTimeError kOverflow.
 [[nodiscard]] UrlRecord SplitUrl(std::string_view url);
 
+/// A text in UTF-8 as the bytes of the system's single-byte code page, with "?" for what it does not have; on a system
+/// whose code page is UTF-8, the same text.
+using ToCodePage = std::function<std::string(std::string_view utf8)>;
+
 /// `text` as it may stand in a query: digits and the letters A to Z stay, every other byte becomes "%" and its number
 /// in upper-case hexadecimal, without a leading zero.
 [[nodiscard]] std::string UrlEncode(std::string_view text);
+/// The same for a text that may have letters beyond ASCII: the numbers are those of the code page.
+[[nodiscard]] inline std::string UrlEncode(std::string_view utf8, const ToCodePage& to_code_page) {
+  return UrlEncode(to_code_page(utf8));
+}
 
 }  // namespace orvalis

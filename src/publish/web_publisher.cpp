@@ -12,24 +12,28 @@ WebPublisher::WebPublisher(const Parts& parts)
                  .weather = parts.weather,
                  .panel = parts.panel,
                  .boxes = boxes_,
-                 .events = parts.events}),
+                 .events = parts.events,
+                 .to_code_page = parts.to_code_page}),
       webcam_({.settings = parts.settings,
                .folder = parts.folder,
                .commands = parts.commands,
                .ftp = parts.ftp,
                .write_private = parts.write_private,
                .boxes = boxes_,
-               .events = parts.events}),
+               .events = parts.events,
+               .other_programs = parts.other_programs}),
       readings_schedule_(readings_, parts.store,
                          {.doing = "publishing the readings",
                           .keeping = "keeping the interval of the readings",
                           .index_key = "g_lPWSUpdate_interval_index",
-                          .interval_key = "g_lPWSUpdate_interval"}),
+                          .interval_key = "g_lPWSUpdate_interval"},
+                         [this] { return BeingEdited(); }),
       webcam_schedule_(webcam_, parts.store,
                        {.doing = "publishing the picture",
                         .keeping = "keeping the interval of the picture",
                         .index_key = "g_lWEBUpdate_interval_index",
-                        .interval_key = "g_lWEBUpdate_interval"}) {}
+                        .interval_key = "g_lWEBUpdate_interval"},
+                       [this] { return BeingEdited(); }) {}
 
 void WebPublisher::Load() {
   readings_schedule_.Load();
@@ -46,6 +50,7 @@ void WebPublisher::Keep(Write write) {
 }
 
 void WebPublisher::SetText(const SubmitText& box, const std::string& text) {
+  edited_until_ = parts_.loop.TickCount() + std::chrono::milliseconds(kLongestEdit).count();
   parts_.settings.*box.member = text;
   Keep([&] { parts_.store.Write(box.key, parts_.settings); });
   if (box.in_script) webcam_.WriteScript();
@@ -73,7 +78,7 @@ void WebPublisher::TestServer() {
 }
 
 void WebPublisher::Capture() {
-  parts_.boundary.Run("capturing the panel", [&] { webcam_.SaveScreen1(kScreenshotFile); });
+  parts_.boundary.Run("capturing the panel", [&] { webcam_.Capture(); });
 }
 
 }  // namespace orvalis

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <string>
 
 #include "base/error_boundary.h"
@@ -30,7 +32,11 @@ class WebPublisher {
     CommandStarter& commands;
     PrivateFileWriter write_private;
     PictureFolder folder;
+    bool other_programs;  ///< whether the two programs for pictures can run on this system
+    ToCodePage to_code_page;
   };
+  /// So long after the last letter a box that is left as it is counts as finished.
+  static constexpr std::chrono::seconds kLongestEdit{30};
 
   explicit WebPublisher(const Parts& parts);
 
@@ -39,6 +45,8 @@ class WebPublisher {
 
   // What the user does in the window. The settings follow at once; a store that fails is reported.
   void SetText(const SubmitText& box, const std::string& text);
+  /// The user leaves a text box. Until then what was typed may be half of it, and the schedules wait.
+  void EndEdit() { edited_until_ = 0; }
   void SetSwitch(const SubmitSwitch& box, bool on);
   void SetInterval(const SubmitInterval& list, std::int32_t row);
   /// "&Test Server" and "Capture".
@@ -55,6 +63,7 @@ class WebPublisher {
  private:
   template <typename Write>
   void Keep(Write write);
+  [[nodiscard]] bool BeingEdited() const { return parts_.loop.TickCount() < edited_until_; }
 
   Parts parts_;
   SubmitBoxes boxes_;
@@ -62,6 +71,7 @@ class WebPublisher {
   WebcamUpload webcam_;
   UploadSchedule readings_schedule_;
   UploadSchedule webcam_schedule_;
+  std::int64_t edited_until_ = 0;  ///< TickCount; 0 when no box is being edited
 };
 
 }  // namespace orvalis

@@ -6,6 +6,7 @@
 #include "base/run_time_error.h"
 #include "publish/http_request.h"
 #include "publish/secret_mask.h"
+#include "publish/submit_fields.h"
 #include "publish/url_helper.h"
 
 namespace orvalis {
@@ -62,12 +63,16 @@ std::string TransferCommand(const PictureFolder& folder) {
 
 std::string TransferScript(const PictureFolder& folder, const Settings& settings) {
   RefuseControlCharacters(settings);
+  constexpr std::string_view kScheme = "ftp://";
+  std::string_view site = settings.g_sWEBcam_site;
+  if (site.starts_with(kScheme)) site.remove_prefix(kScheme.size());
   std::string script;
   const auto line = [&](const std::string& text) { script.append(text).append(folder.line_end); };
   line("option batch on");
   line("option confirm off");
   line("option reconnecttime off");
-  line("open ftp://" + settings.g_sWEBcam_name + ":" + settings.g_sPWS_password + "@" + settings.g_sWEBcam_site);
+  line("open " + std::string(kScheme) + settings.g_sWEBcam_name + ":" + settings.g_sPWS_password + "@" +
+       std::string(site));
   line("option transfer binary");
   line("put \"" + InFolder(folder, kPicture) + "\"");
   line("exit");
@@ -76,12 +81,14 @@ std::string TransferScript(const PictureFolder& folder, const Settings& settings
 
 FtpUpload OwnUpload(const PictureFolder& folder, const Settings& settings) {
   RefuseControlCharacters(settings);
+  const auto refuse = [](const char* why) { throw RunTimeError(RunTimeError::kInvalidCall, why); };
+  if (IsPrompt("g_sWEBcam_name", settings.g_sWEBcam_name) || IsPrompt("g_sPWS_password", settings.g_sPWS_password))
+    refuse("the webcam's name or the password is the text that asks for it; enter yours");
   std::string server = settings.g_sWEBcam_site;
   const std::size_t host_begin = server.find("://") == std::string::npos ? 0 : server.find("://") + 3;
   // Without a "/" at its end a port would be taken for a part of the host.
   if (server.find('/', host_begin) == std::string::npos) server += '/';
   const UrlRecord url = SplitUrl(server);
-  const auto refuse = [](const char* why) { throw RunTimeError(RunTimeError::kInvalidCall, why); };
   if (!url.scheme.empty() && url.scheme != "ftp")
     refuse("the webcam server is no FTP server: it begins with another scheme");
   if (url.host.empty()) refuse("the webcam server is missing");
@@ -101,12 +108,19 @@ FtpUpload OwnUpload(const PictureFolder& folder, const Settings& settings) {
 
 bool WebcamUpload::SaveScreen1(std::string_view file) {
   if (parts_.settings.g_bAllow_WEB != 1) return true;
-  if (picture_ != nullptr) {
-    Try([&] { picture_->Capture(); });
-    Try([&] { picture_->SaveBitmap(PicturePath(parts_.folder, file)); });
+  if (picture_ == nullptr) {
+    // The file may hold a picture of some other day.
+    report_.Refused("there is no panel to take a picture of");
+    return true;
   }
+  Try([&] { picture_->Capture(); });
+  Try([&] { picture_->SaveBitmap(PicturePath(parts_.folder, file)); });
   if (parts_.settings.WebcamBuiltIn == 1) {
     SendItself();
+    return true;
+  }
+  if (!parts_.other_programs) {
+    report_.Refused("the programs that would do it are made for Windows; tick \"Send it by the program itself\"");
     return true;
   }
   Try([&] { parts_.commands.Start(ConverterCommand(parts_.folder, file)); });
@@ -114,11 +128,12 @@ bool WebcamUpload::SaveScreen1(std::string_view file) {
   return true;
 }
 
+void WebcamUpload::Capture() {
+  report_.Forget();
+  SaveScreen1(kScreenshotFile);
+}
+
 void WebcamUpload::SendItself() {
-  if (picture_ == nullptr) {
-    report_.Refused("there is no panel to take a picture of");
-    return;
-  }
   if (sending_) {
     report_.Failed("the former picture is still on its way, so this one is left out");
     return;

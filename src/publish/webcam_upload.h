@@ -64,8 +64,10 @@ class FtpSender {
   virtual ~FtpSender() = default;
   /// Returns at once; `done` is called later, from the event loop. Not while another one is under way.
   virtual void Send(const FtpUpload& upload, Done done) = 0;
-  /// Ends the transfer under way, without a call of its `done`.
+  /// Ends the transfer under way, without a call of its `done`. Does not wait for it.
   virtual void Abandon() = 0;
+  /// Whether a thread waits for a server that only the end of the process would stop.
+  [[nodiscard]] virtual bool LeavesThread() const { return false; }
 };
 
 /// Writes a file that its owner alone may read, in one step. Throws RunTimeError kPathFileAccess.
@@ -78,7 +80,8 @@ using PrivateFileWriter = std::function<void(const std::string& path, const std:
 [[nodiscard]] std::string ConverterCommand(const PictureFolder& folder, std::string_view file);
 /// The command line that transfers what the user's own script says.
 [[nodiscard]] std::string TransferCommand(const PictureFolder& folder);
-/// A script for the transfer program. User, password and host go in as they stand. Throws RunTimeError kInvalidCall
+/// A script for the transfer program. User, password and host go in as they stand, but for a scheme, which the line
+/// has already. Throws RunTimeError kInvalidCall
 /// for a control character in one of them, which would begin another line.
 [[nodiscard]] std::string TransferScript(const PictureFolder& folder, const Settings& settings);
 /// Where the picture goes when the program sends it itself. Throws RunTimeError kInvalidCall, or kOverflow for the
@@ -96,6 +99,7 @@ class WebcamUpload : public ScheduledUpload {
     PrivateFileWriter write_private;
     SubmitBoxes& boxes;
     EventList& events;
+    bool other_programs;  ///< whether the two programs can run on this system at all
   };
 
   explicit WebcamUpload(const Parts& parts) : parts_(parts), report_("webcam upload", parts.boxes, parts.events) {}
@@ -107,14 +111,20 @@ class WebcamUpload : public ScheduledUpload {
   void SetPicture(PanelPicture* picture) { picture_ = picture; }
 
   /// Captures the panel into `file`, and has it converted and sent. Returns at once, and true in any case. What the
-  /// other programs make of it is not seen; what the program's own way makes of it is a line in the error box.
+  /// other programs make of it is not seen; what the program's own way makes of it is a line in the error box, and so
+  /// is why nothing can be sent.
   bool SaveScreen1(std::string_view file);
+  /// The user asks for it: what was said before is said again.
+  void Capture();
 
   /// Writes the script file anew; a failure is a line in the error box.
   void WriteScript();
 
   [[nodiscard]] std::int32_t IntervalRow() const override { return parts_.settings.g_lWEBUpdate_interval_index; }
-  void Start() override { SaveScreen1(kScreenshotFile); }
+  [[nodiscard]] UploadTurn Start() override {
+    SaveScreen1(kScreenshotFile);
+    return UploadTurn::kTaken;
+  }
 
  private:
   void SendItself();

@@ -7,9 +7,12 @@
 #include <vector>
 
 #include "base/run_time_error.h"
+#include "config/settings_table.h"
 #include "publish/http_request.h"
 #include "publish/pws_upload.h"
 #include "publish/secret_mask.h"
+#include "publish/service_answer.h"
+#include "publish/submit_fields.h"
 #include "publish/url_helper.h"
 #include "publish/webcam_upload.h"
 
@@ -95,10 +98,12 @@ TEST(UploadQuery, IsTheServicesToTheByte) {
   weather.wind_gust_mph = -10;
   weather.humidity_percent = 7.25;
   weather.rain = 351;
-  EXPECT_EQ(UploadQuery("K 1", "p&w+d", {2024, 1, 2, 13, 45, 30}, weather, settings, {{"", ""}, {"a b", "1&2"}}),
+  const auto western = [](std::string_view utf8) { return utf8 == "\xc3\xa9" ? "\xe9" : std::string(utf8); };
+  EXPECT_EQ(UploadQuery("K 1", "p&w+d", {2024, 1, 2, 13, 45, 30}, weather, settings,
+                        {{"", ""}, {"a b", "1&2"}, {"\xc3\xa9", "\xc3\xa9"}}, western),
             "ID=K 1&PASSWORD=p&w+d&dateutc=2024%2D01%2D02%2B13%3A45%2E30%2E00&tempf=%20%2032%2E0"
             "&windspeedmph=123%2E5&windgustmph=%20%2D10%2E0&humidity=%20%207%2E3&clouds=OVC"
-            "&softwaretype=orvalis%20v01&action=updateraw&realtime=1&rtfreq=5.0&a%20b=1%262");
+            "&softwaretype=orvalis%20v01&action=updateraw&realtime=1&rtfreq=5.0&a%20b=1%262&%E9=%E9");
 }
 
 TEST(RequestText, IsFramedByMethodAndRows) {
@@ -109,6 +114,9 @@ TEST(RequestText, IsFramedByMethodAndRows) {
   EXPECT_EQ(RequestText(request),
             "POST /p?k=v HTTP/1.0\r\nHost: h.example\r\nContent-Type: application/x-www-form-urlencoded\r\n"
             "Content-Length: 3\r\nconnection: keep-alive\r\nX-A: b: c\r\n\r\na=1");
+  EXPECT_EQ(ShownText(request, "a=********"),
+            "POST /p?k=v HTTP/1.0\r\nHost: h.example\r\nContent-Type: application/x-www-form-urlencoded\r\n"
+            "Content-Length: 3\r\nconnection: keep-alive\r\nX-A: b: c\r\n\r\na=********");
   request = {.method = "HEAD", .url = SplitUrl("http://h"), .query = ""};
   EXPECT_TRUE(RequestText(request).starts_with("HEAD / HTTP/1.0\r\nHost: h\r\nContent-Type: "));
   EXPECT_EQ(PortOf(SplitUrl("http://h/")), 80);
@@ -179,6 +187,47 @@ TEST(CheckUrl, RefusesWhatCannotBeReached) {
   for (const auto& [url, complaint] : cases) EXPECT_EQ(verdict(url), complaint) << url.substr(0, 40);
 }
 
+TEST(ServiceObjection, TheTextDecidesWhereTheStatusIsGood) {
+  const std::string account = "the server refuses (status 200): its text says that the ID or the password is wrong";
+  const std::string failed = "the server refuses (status 200): its text says that this failed";
+  const std::pair<const char*, std::string> texts[] = {
+      {"", ""},
+      {"success\n", ""},
+      {"8\r\n<b>Success</b>\r\n0\r\n", ""},
+      {"stored without errors", ""},
+      {"accepted", ""},
+      {"success, no invalid values", ""},
+      {R"({"success": true, "error": null})", ""},
+      {"INVALIDPASSWORDID|Password or key and/or id are incorrect", account},
+      {"Unauthorized", account},
+      {R"({"success":true,"note":"Invalid password"})", account},
+      {R"({"success" : false})", failed},
+      {"unsuccessful", failed},
+      {"ERROR: Not a station", failed},
+  };
+  for (const auto& [text, objection] : texts) {
+    EXPECT_EQ(ServiceObjection(std::string("HTTP/1.0 200 OK\r\nX-Error: invalid\r\n\r\n") + text), objection) << text;
+  }
+  EXPECT_EQ(ServiceObjection("HTTP/1.0 200 OK\n\nunauthorized"), account);
+  EXPECT_EQ(ServiceObjection("HTTP/1.0 500 Failed\r\n\r\nsuccess"), "the server refuses (status 500)");
+}
+
+TEST(Remark, TellsWhatBreaksTheQueryAndWhatIsAPrompt) {
+  constexpr std::size_t station = 0;
+  constexpr std::size_t webcam = 1;
+  constexpr std::size_t password = 2;
+  EXPECT_EQ(Remark(kSubmitTexts[station], "KTEST1/-x"), "");
+  EXPECT_EQ(Remark(kSubmitTexts[webcam], "a b&c"), "") << "no query has it";
+  for (const char* text : {"a b", "a&b", "100%", "+", "#"}) {
+    EXPECT_NE(Remark(kSubmitTexts[station], text), "") << text;
+    EXPECT_NE(Remark(kSubmitTexts[password], text), "") << text;
+  }
+  for (const SubmitText& box : kSubmitTexts) {
+    const bool prompts = box.key != "g_sPWS_site" && box.key != "g_sWEBcam_site";
+    EXPECT_EQ(!Remark(box, *FindSettingKey(box.key)->default_text).empty(), prompts) << box.control;
+  }
+}
+
 TEST(WebcamTexts, AreThoseOfTheOtherPrograms) {
   const PictureFolder windows{.path = R"(D:\My Orvalis)", .separator = '\\', .line_end = "\r\n"};
   const PictureFolder linux_folder{.path = "/opt/orvalis"};
@@ -197,6 +246,9 @@ TEST(WebcamTexts, AreThoseOfTheOtherPrograms) {
   EXPECT_EQ(TransferScript(windows, settings),
             "option batch on\r\noption confirm off\r\noption reconnecttime off\r\nopen ftp://cam 1:p@:w@ftp.example\r\n"
             "option transfer binary\r\nput \"D:\\My Orvalis\\image.jpg\"\r\nexit\r\n");
+  const std::string script = TransferScript(windows, settings);
+  settings.g_sWEBcam_site = "ftp://ftp.example";
+  EXPECT_EQ(TransferScript(windows, settings), script);
   settings.g_sPWS_password = "p\nexit";
   EXPECT_THROW((void)TransferScript(windows, settings), RunTimeError);
 

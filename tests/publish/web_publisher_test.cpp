@@ -48,6 +48,31 @@ class WebPublisherTest : public PublishFixture {
   PollCycle publishing_poll{PublishingParts()};
 };
 
+TEST(WebcamUpload, SaysWhyNothingIsSentWhereTheProgramsCannotRun) {
+  Settings settings;
+  settings.g_bAllow_WEB = 1;
+  FakeClock clock;
+  FakeOutside outside;
+  EventList events(clock);
+  SubmitBoxes boxes(settings, clock);
+  WebcamUpload upload({.settings = settings,
+                       .folder = {.path = "/opt/orvalis"},
+                       .commands = outside,
+                       .ftp = outside,
+                       .write_private = {},
+                       .boxes = boxes,
+                       .events = events,
+                       .other_programs = false});
+  upload.SetPicture(&outside);
+  for (const auto& ask : {+[](WebcamUpload& it) { it.Capture(); }, +[](WebcamUpload& it) { (void)it.Start(); }}) {
+    ask(upload);
+    EXPECT_EQ(outside.calls, (Strings{"capture", "bitmap /opt/orvalis/screenshot.bmp"}));
+    outside.calls.clear();
+    EXPECT_EQ(events.events().size(), 1u) << "said once on schedule";
+    EXPECT_NE(boxes.Errors().find("tick \"Send it by the program itself\""), std::string::npos);
+  }
+}
+
 // Worked by hand from the frame HUM=0520 TP=-02000 TA=+00500 WND=0020 R=0120 and the clock's 2026-11-21 21:04:05.
 TEST_F(WebPublisherTest, TheReadingsGoOutEverySixSecondsAtAnIntervalOfFive) {
   Connect(5);
@@ -73,8 +98,13 @@ TEST_F(WebPublisherTest, TheReadingsGoOutEverySixSecondsAtAnIntervalOfFive) {
   socket.handlers.closed();
   EXPECT_EQ(publisher.boxes().Response(), "HTTP/1.0 200 OK\r\n\r\n******** ********\r\nend");
   EXPECT_EQ(NewErrors(), "");
-  settings.g_sPWS_password = "s3cr3t/x";
   EXPECT_EQ(Sent(60), 10u);
+  // What was answered stays when nothing more comes, and what comes is added; the first password is still hidden.
+  socket.handlers.failed("Connection refused");
+  EXPECT_TRUE(NewErrors().ends_with(ErrorLine("Connection refused")));
+  EXPECT_EQ(Sent(6), 1u);
+  socket.handlers.received("HTTP/1.0 204");
+  EXPECT_EQ(publisher.boxes().Response(), "HTTP/1.0 200 OK\r\n\r\n******** ********\r\nend\r\n\r\nHTTP/1.0 204");
 }
 
 TEST_F(WebPublisherTest, TheCountersStopAndRestartAsTheyShould) {
@@ -108,6 +138,28 @@ TEST_F(WebPublisherTest, ThePictureIsOfThePanelAsThisCycleLeftIt) {
             (Strings{"drawn SAFE", "drawn UNSAFE", "drawn UNSAFE", "capture"}));
 }
 
+TEST_F(WebPublisherTest, WhatIsDueWaitsForAReadingAndForTheEndOfAnEdit) {
+  Connect(6);
+  Measure("TA=+19999", 20);
+  ASSERT_EQ(Sent(6), 0u);
+  port.frame = LiveFrame("");
+  EXPECT_EQ(Sent(2), 1u) << "not an interval later";
+
+  settings.g_lWEBUpdate_interval_index = 0;
+  settings.g_bAllow_WEB = 1;
+  publisher.SetText(kSubmitTexts[3], "http://half");
+  EXPECT_EQ(Sent(12), 0u);
+  EXPECT_TRUE(outside.calls.empty());
+  publisher.SetText(kSubmitTexts[3], "http://whole.example/");
+  publisher.EndEdit();
+  EXPECT_EQ(Sent(2), 1u);
+  EXPECT_EQ(socket.host, "whole.example");
+  EXPECT_FALSE(outside.calls.empty());
+  publisher.SetText(kSubmitTexts[3], "http://left.example/");
+  EXPECT_EQ(Sent(28), 0u);
+  EXPECT_EQ(Sent(4), 1u) << "somebody went away in the middle of it";
+}
+
 TEST_F(WebPublisherTest, AnotherIntervalIsKeptByTheWindowAndByTheCycle) {
   Connect(2);
   (void)profile.TakeLog();
@@ -115,7 +167,9 @@ TEST_F(WebPublisherTest, AnotherIntervalIsKeptByTheWindowAndByTheCycle) {
   publisher.SetInterval(kSubmitIntervals[1], 0);
   EXPECT_EQ(profile.TakeLog(), (Strings{"write /g_sPWSUpdate_interval_index", "write /g_sPWSUpdate_interval",
                                         "write /g_sWEBUpdate_interval_index", "write /g_sWEBUpdate_interval"}));
-  Tick(2);
+  Silence(1);  // also while no frame comes
+  port.silent = false;
+  Tick(1);
   EXPECT_EQ(profile.TakeLog(), (Strings{"write /g_lWEBUpdate_interval_index", "write /g_lWEBUpdate_interval",
                                         "write /g_lPWSUpdate_interval_index", "write /g_lPWSUpdate_interval"}));
   EXPECT_EQ(profile.At("g_lPWSUpdate_interval_index") + " " + profile.At("g_lPWSUpdate_interval"), "2 15");
@@ -233,6 +287,8 @@ TEST_F(WebPublisherTest, NothingIsSentThatIsNotKnownOrCannotBe) {
        "there is a control character in the URL, the station's ID or the password"},
       {[](auto& t) { t.settings.DemoMode = 1; },
        "the values are made up in demo mode; \"Test Server\" sends them all the same"},
+      {[](auto& t) { t.settings.g_sPWS_name = "Your Wunderground Site ID"; },
+       "the station's ID or the password is the text that asks for it; enter yours"},
       {[](auto& t) { t.port.frame = LiveFrame("TA=+19999"); }, "the ambient temperature is not known"},
   };
   Connect(2);
@@ -349,9 +405,18 @@ TEST_F(WebPublisherTest, ThePictureIsTakenConvertedAndSentWhateverFails) {
   outside.ftp_done("");
   EXPECT_EQ(NewErrors(), ErrorLine("the picture was sent"));
   EXPECT_EQ(LastEvent(), "webcam upload: works again");
-  publisher.webcam().SetPicture(nullptr);
+  settings.g_sPWS_password = "Your Wunderground Password";
   publisher.Capture();
-  EXPECT_EQ(NewErrors(), ErrorLine("not sent: there is no panel to take a picture of"));
+  EXPECT_EQ(NewErrors(),
+            ErrorLine("not sent: the webcam's name or the password is the text that asks for it; enter yours"));
+  outside.calls.clear();
+  publisher.webcam().SetPicture(nullptr);
+  for (const std::int32_t built_in : {1, 0}) {
+    settings.WebcamBuiltIn = built_in;
+    publisher.Capture();
+    EXPECT_EQ(NewErrors(), ErrorLine("not sent: there is no panel to take a picture of"));
+    EXPECT_TRUE(outside.calls.empty()) << "not the picture of some other day either";
+  }
 }
 
 }  // namespace

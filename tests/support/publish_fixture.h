@@ -88,7 +88,9 @@ class PublishFixture : public LinkFixture {
        .ftp = outside,
        .commands = outside,
        .write_private = [this](const std::string& path, const std::string& text) { script = path + "\n" + text; },
-       .folder = {.path = "/opt/orvalis"}}};
+       .folder = {.path = "/opt/orvalis"},
+       .other_programs = true,
+       .to_code_page = [](std::string_view utf8) { return std::string(utf8); }}};
 };
 
 }  // namespace orvalis::test

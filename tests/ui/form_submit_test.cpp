@@ -77,6 +77,12 @@ TEST_F(FormSubmitTest, ShowsTheSettingsAndTakesWhatIsTyped) {
     Type(box.control, "typed");
     EXPECT_EQ(settings.*box.member, "typed") << box.control;
   }
+  EXPECT_EQ(Get<QLineEdit>("txtVariableValue0")->text(), Get<QLineEdit>("txtVariableValue1")->text())
+      << "one password, whichever box it is typed into";
+  const auto* remark = Get<QLabel>("lblRemark0");
+  EXPECT_TRUE(remark->isHidden());
+  Type("txtVariableName0", "a b");
+  EXPECT_TRUE(remark->isVisible());
   EXPECT_FALSE(Get<QPushButton>("Command1")->isEnabled());
   Click("chk_AllowWEB");
   Click("Command1");
@@ -97,7 +103,9 @@ TEST_F(FormSubmitTest, ThePasswordIsSeenNowhere) {
   EXPECT_EQ(Text("txtResponse"),
             QString("HTTP/1.0 302 ********\nLocation: http://h/?PASSWORD=********\n\nend") + QChar(0xfffd));
   EXPECT_TRUE(Text("errsWinsock").contains("(status 302)"));
-  EXPECT_EQ(Get<QLineEdit>("txtVariableValue0")->echoMode(), QLineEdit::Password);
+  for (const char* box : {"txtVariableValue0", "txtVariableValue1"}) {
+    EXPECT_EQ(Get<QLineEdit>(box)->echoMode(), QLineEdit::Password);
+  }
 }
 
 TEST_F(FormSubmitTest, RowsAreAddedToTheRequestAndTakenOut) {

@@ -8,6 +8,7 @@
 #include <array>
 #include <memory>
 #include <string_view>
+#include <thread>
 #include <utility>
 
 #include "base/run_time_error.h"
@@ -44,10 +45,10 @@ Url MakeUrl(const FtpUpload& upload) {
   return url;
 }
 
-/// Sends `picture` and waits for the end of it. Returns why it failed, or "".
-std::string Transfer(const FtpUpload& upload, std::string_view picture, std::atomic<bool>& abandoned) {
+/// Sends `picture` by `easy` and waits until the server has it. Returns why it failed, or "".
+std::string Transfer(const Easy& easy, const FtpUpload& upload, std::string_view picture,
+                     std::atomic<bool>& abandoned) {
   const Url url = MakeUrl(upload);
-  const Easy easy(curl_easy_init(), curl_easy_cleanup);
   if (!url || !easy) return "the webcam server cannot be used";
   const auto set = [&](CURLoption option, auto value) { curl_easy_setopt(easy.get(), option, value); };
   constexpr long kYes = 1;
@@ -79,6 +80,18 @@ std::string Transfer(const FtpUpload& upload, std::string_view picture, std::ato
 
 }  // namespace
 
+void CurlFtpSender::Desk::Tell(std::uint64_t transfer, const std::string& failure) {
+  const std::lock_guard lock(mutex_);
+  if (sender_ == nullptr) return;
+  const auto finish = [sender = sender_, transfer, failure] { sender->Finish(transfer, failure); };
+  QMetaObject::invokeMethod(sender_, finish, Qt::QueuedConnection);
+}
+
+void CurlFtpSender::Desk::Close() {
+  const std::lock_guard lock(mutex_);
+  sender_ = nullptr;
+}
+
 void CurlFtpSender::Send(const FtpUpload& upload, Done done) {
   Abandon();
   // Before there is a second thread; safe to do more than once.
@@ -89,26 +102,24 @@ void CurlFtpSender::Send(const FtpUpload& upload, Done done) {
     throw RunTimeError(RunTimeError::kFileNotFound,
                        "cannot read " + upload.path + ": " + file.errorString().toStdString());
   }
+  const auto abandoned = std::make_shared<std::atomic<bool>>(false);
+  std::thread([desk = desk_, abandoned, upload, transfer = transfer_, picture = file.readAll().toStdString()] {
+    const Easy easy(curl_easy_init(), curl_easy_cleanup);
+    // Told before the good-bye, which libcurl says when `easy` goes: a server may keep it waiting for two minutes.
+    desk->Tell(transfer, Transfer(easy, upload, picture, *abandoned));
+  }).detach();
+  abandoned_ = abandoned;
   done_ = std::move(done);
-  abandoned_ = false;
-  worker_ = std::thread([this, upload, transfer = transfer_, picture = file.readAll().toStdString()] {
-    std::string failure = Transfer(upload, picture, abandoned_);
-    const auto finish = [this, transfer, failure = std::move(failure)] { Finish(transfer, failure); };
-    QMetaObject::invokeMethod(this, finish, Qt::QueuedConnection);
-  });
 }
 
 void CurlFtpSender::Abandon() {
   ++transfer_;
   done_ = {};
-  if (!worker_.joinable()) return;
-  abandoned_ = true;
-  worker_.join();
+  if (abandoned_) *abandoned_ = true;
 }
 
 void CurlFtpSender::Finish(std::uint64_t transfer, const std::string& failure) {
   if (transfer != transfer_) return;
-  worker_.join();
   if (const Done done = std::exchange(done_, {})) done(failure);
 }
 

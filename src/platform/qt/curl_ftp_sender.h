@@ -3,33 +3,50 @@
 #include <QObject>
 #include <atomic>
 #include <cstdint>
+#include <memory>
+#include <mutex>
 #include <string>
-#include <thread>
 
 #include "publish/webcam_upload.h"
 
 namespace orvalis {
 
-/// FTP by libcurl, in a thread of its own: libcurl holds its caller up while it waits for the server's word at the end
-/// of a transfer and for its good-bye, also where everything else is done without waiting. The thread gets a copy of
-/// all it needs and gives back one text through the event loop; nothing else is shared.
+/// FTP by libcurl, in a thread of its own for each transfer: libcurl holds its caller up while it waits for the
+/// server's word at the end of a transfer and for its good-bye, also where everything else is done without waiting, and
+/// cannot be told to stop there. So nothing waits for such a thread. It gets a copy of all it needs and gives back one
+/// text through the event loop; nothing else is shared.
 class CurlFtpSender : public QObject, public FtpSender {
   Q_OBJECT
  public:
   CurlFtpSender() = default;
-  ~CurlFtpSender() override { Abandon(); }
+  CurlFtpSender(const CurlFtpSender&) = delete;
+  CurlFtpSender& operator=(const CurlFtpSender&) = delete;
+  ~CurlFtpSender() override { desk_->Close(); }
 
   void Send(const FtpUpload& upload, Done done) override;
-  /// Waits for the thread, which notices within a second.
   void Abandon() override;
+  [[nodiscard]] bool LeavesThread() const override { return desk_.use_count() > 1; }
 
  private:
+  /// Where a thread hands in how its transfer went. Each thread holds a share of it, and may outlive the sender.
+  class Desk {
+   public:
+    explicit Desk(CurlFtpSender* sender) : sender_(sender) {}
+    void Tell(std::uint64_t transfer, const std::string& failure);
+    /// The sender goes: what is handed in from now on is dropped.
+    void Close();
+
+   private:
+    std::mutex mutex_;
+    CurlFtpSender* sender_;
+  };
+
   void Finish(std::uint64_t transfer, const std::string& failure);
 
   Done done_;
   std::uint64_t transfer_ = 0;  ///< counts them: the end of an abandoned one may still be in the event loop
-  std::atomic<bool> abandoned_ = false;
-  std::thread worker_;
+  std::shared_ptr<std::atomic<bool>> abandoned_;  ///< of the last transfer
+  std::shared_ptr<Desk> desk_ = std::make_shared<Desk>(this);
 };
 
 }  // namespace orvalis

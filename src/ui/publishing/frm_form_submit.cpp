@@ -33,6 +33,7 @@ constexpr std::size_t kWebcamText = 1;
 constexpr std::size_t kPasswordText = 2;
 constexpr std::size_t kUrlText = 3;
 constexpr std::size_t kServerText = 4;
+constexpr std::size_t kWebcamPasswordText = 5;
 constexpr std::size_t kReadings = 0;  ///< of the switches and of the intervals
 constexpr std::size_t kPicture = 1;
 constexpr std::size_t kBuiltInSwitch = 2;
@@ -125,10 +126,19 @@ QWidget* frmFormSubmit::BuildSettings() {
   auto* column = new QVBoxLayout(page);
 
   SetupSection account("Station ID and Password", column);
-  account.Control("Station &ID:", MakeText(kStationText), {});
-  account.Control("&Password:", MakeText(kPasswordText), "For the readings and for the picture");
-  account.Control("Webcam &name:", MakeText(kWebcamText), {});
-  texts_[kPasswordText]->setEchoMode(QLineEdit::Password);
+  const auto row = [&](const QString& label, std::size_t index, const QString& tip) {
+    account.Control(label, MakeText(index), tip);
+    remarks_[index] = account.Note({});
+    remarks_[index]->setObjectName("lblRemark" + QString::number(index));
+    remarks_[index]->setWordWrap(true);
+    remarks_[index]->setTextFormat(Qt::PlainText);
+    remarks_[index]->hide();
+  };
+  row("Station &ID:", kStationText, {});
+  row("&Password:", kPasswordText, "For the readings and for the picture");
+  row("Webcam &name:", kWebcamText, {});
+  row("Webcam pass&word:", kWebcamPasswordText, "The same as the one above");
+  for (const std::size_t index : {kPasswordText, kWebcamPasswordText}) texts_[index]->setEchoMode(QLineEdit::Password);
 
   SetupSection readings("Readings", column);
   readings.Control("&URL:", MakeText(kUrlText), {});
@@ -144,7 +154,7 @@ QWidget* frmFormSubmit::BuildSettings() {
   picture.Row({BuildInterval(kPicture, "Allow Web   Upload Interval =")});
   switches_[kBuiltInSwitch] =
       picture.Check("chkWebcamBuiltIn", "Send it &by the program itself",
-                    "Otherwise two other programs, made for Windows, are started to convert and to send it");
+                    "Otherwise two other programs convert and send it, and they are made for Windows");
   connect(switches_[kBuiltInSwitch], &QCheckBox::clicked, this,
           [this](bool on) { publisher_.SetSwitch(kSubmitSwitches[kBuiltInSwitch], on); });
   capture_ = new QPushButton("Capture");
@@ -165,10 +175,28 @@ QWidget* frmFormSubmit::BuildSettings() {
 QLineEdit* frmFormSubmit::MakeText(std::size_t index) {
   auto* box = new NightProof<QLineEdit>;
   box->setObjectName(ToQString(kSubmitTexts[index].control));
-  connect(box, &QLineEdit::textEdited, this,
-          [this, index](const QString& text) { publisher_.SetText(kSubmitTexts[index], text.toStdString()); });
+  connect(box, &QLineEdit::textEdited, this, [this, index](const QString& text) { TakeText(index, text); });
+  connect(box, &QLineEdit::editingFinished, this, [this] { publisher_.EndEdit(); });
   texts_[index] = box;
   return box;
+}
+
+void frmFormSubmit::TakeText(std::size_t index, const QString& text) {
+  publisher_.SetText(kSubmitTexts[index], text.toStdString());
+  for (std::size_t i = 0; i < texts_.size(); ++i) {
+    if (i != index && kSubmitTexts[i].member == kSubmitTexts[index].member) texts_[i]->setText(text);
+  }
+  ShowRemarks();
+}
+
+void frmFormSubmit::ShowRemarks() {
+  for (std::size_t i = 0; i < texts_.size(); ++i) {
+    if (remarks_[i] == nullptr) continue;
+    const QString remark = ToQString(Remark(kSubmitTexts[i], texts_[i]->text().toStdString()));
+    remarks_[i]->setText(remark);
+    remarks_[i]->setVisible(!remark.isEmpty());
+    texts_[i]->setAccessibleDescription(remark);
+  }
 }
 
 QWidget* frmFormSubmit::BuildInterval(std::size_t index, const QString& text) {
@@ -233,7 +261,7 @@ QWidget* frmFormSubmit::BuildExchange() {
   request_ = MakeBox("txtRequest");
   request_->setAccessibleName("Request");
   response_ = MakeBox("txtResponse");
-  response_->setPlaceholderText("Nothing was sent yet.");
+  response_->setPlaceholderText("No answer yet.");
   auto* parts = new QSplitter(Qt::Vertical);
   parts->setChildrenCollapsible(false);
   parts->addWidget(titled(request_caption_, request_));
@@ -291,6 +319,7 @@ void frmFormSubmit::Load() {
     texts_[i]->setText(ToQString(settings.*kSubmitTexts[i].member));
     texts_[i]->setCursorPosition(0);
   }
+  ShowRemarks();
   for (std::size_t i = 0; i < switches_.size(); ++i) {
     switches_[i]->setChecked(settings.*kSubmitSwitches[i].member == 1);
   }
@@ -348,6 +377,7 @@ void frmFormSubmit::Refresh() {
   static_cast<void>(ShowText(request_, Readable(boxes.request())));
   if (boxes.response_version() != response_shown_ && ShowText(response_, Readable(boxes.Response()))) {
     response_shown_ = boxes.response_version();
+    response_->verticalScrollBar()->setValue(response_->verticalScrollBar()->maximum());
   }
   if (boxes.errors_version() != errors_shown_ && ShowText(errors_, Readable(boxes.Errors()).trimmed())) {
     errors_shown_ = boxes.errors_version();

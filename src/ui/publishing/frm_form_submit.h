@@ -65,6 +65,9 @@ class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
   QWidget* BuildComposer();
   QWidget* BuildErrors();
   QLineEdit* MakeText(std::size_t index);
+  /// The user typed into a box: stores it, shows it in the box of the same setting, and what is to be said of it.
+  void TakeText(std::size_t index, const QString& text);
+  void ShowRemarks();
   /// A check box with its list of intervals behind it.
   QWidget* BuildInterval(std::size_t index, const QString& text);
   NightProof<QPlainTextEdit>* MakeBox(const char* name);
@@ -85,6 +88,7 @@ class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
 
   // In the order of the tables in submit_fields.h.
   std::array<NightProof<QLineEdit>*, kSubmitTexts.size()> texts_{};
+  std::array<QLabel*, kSubmitTexts.size()> remarks_{};  ///< below the boxes of the account; none for the others
   std::array<QCheckBox*, kSubmitSwitches.size()> switches_{};
   std::array<QComboBox*, kSubmitIntervals.size()> intervals_{};
   QPushButton* send_ = nullptr;
