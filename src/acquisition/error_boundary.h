@@ -8,6 +8,7 @@
 
 #include "acquisition/panel_model.h"
 #include "base/event_list.h"
+#include "base/once_until_mended.h"
 
 namespace orvalis {
 
@@ -43,7 +44,7 @@ class ErrorBoundary {
  private:
   PanelModel& panel_;
   EventList& events_;
-  std::map<std::string, std::string, std::less<>> standing_;  ///< the last error of each kind of work
+  std::map<std::string, OnceUntilMended, std::less<>> standing_;  ///< the last error of each kind of work
 };
 
 }  // namespace orvalis
