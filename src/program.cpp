@@ -279,7 +279,7 @@ void Program::OpenPanel() {
 void Program::OpenSetup() {
   setup_ = std::make_unique<frmSetup>(
       frmSetup::Parts{.switches = switches_,
-                      .ports = native::ListSerialPorts,
+                      .ports = [this] { return ListPorts(); },
                       .report = [this](const std::exception_ptr& error) { boundary_.Report(kChanging, error); },
                       .succeeded = [this] { boundary_.Succeeded(kChanging); },
                       .version = ORVALIS_VERSION},
@@ -294,6 +294,20 @@ void Program::OpenSetup() {
                                              .window = window_.get()});
   QObject::connect(form_->AddToolButton("&Traffic…"), &QPushButton::clicked, form_.get(), [this] { OpenTraffic(); });
   QObject::connect(form_->AddToolButton("&Setup…"), &QPushButton::clicked, form_.get(), [this] { RunSetup(); });
+}
+
+std::vector<SerialPortEntry> Program::ListPorts() {
+  const auto is_connected = [this](const std::string& name) {
+    try {
+      if (!port_->Connected()) return false;
+      const std::string device = native::SystemPortName(name);
+      std::error_code no_file;  // where ports are no files, or there is none of that name
+      return device == port_->Port() || std::filesystem::equivalent(device, port_->Port(), no_file);
+    } catch (const RunTimeError&) {
+      return false;  // no port has that name
+    }
+  };
+  return WithConnected(native::ListSerialPorts(), store_.Get(*FindSettingKey("COM Port")), port_->Port(), is_connected);
 }
 
 void Program::RunSetup() {

@@ -100,6 +100,8 @@ class Program {
   void OpenPanel();
   /// The setup dialog, hidden until it is asked for.
   void OpenSetup();
+  /// What there is to choose from, with the one that is connected.
+  [[nodiscard]] std::vector<SerialPortEntry> ListPorts();
   /// Runs it, or brings it to the front, for the panel's button and for clients.
   void RunSetup();
   /// The same for a client. Throws RunTimeError when there is no dialog.

@@ -57,6 +57,9 @@ void LeaveConsole();
 [[nodiscard]] std::unique_ptr<SerialPort> MakeSerialPort();
 /// The serial ports that the machine has now, with what is plugged in there.
 [[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
+/// The system's own name of the port that the key "COM Port" calls `name`, as `SerialPort::Port` gives it. Throws
+/// RunTimeError kFileNotFound for a name that no port can have.
+[[nodiscard]] std::string SystemPortName(const std::string& name);
 /// `fail` is told of a file that turns out only while it is being loaded not to be a sound.
 [[nodiscard]] std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> fail);
 [[nodiscard]] std::unique_ptr<ProgramStarter> MakeProgramStarter();

@@ -14,6 +14,7 @@
 #include "platform/linux/qt_serial_port.h"
 #include "platform/linux/qt_sound_player.h"
 #include "platform/linux/serial_port_list.h"
+#include "platform/linux/serial_ports.h"
 #include "platform/qt/curl_ftp_sender.h"
 #include "platform/qt/ini_profile.h"
 #include "server/dbus/weather_service.h"
@@ -58,6 +59,8 @@ std::unique_ptr<UtilityObject> MakeUtilityObject() { return std::make_unique<NoU
 std::unique_ptr<SerialPort> MakeSerialPort() { return std::make_unique<QtSerialPort>(); }
 
 std::vector<SerialPortEntry> ListSerialPorts() { return orvalis::ListSerialPorts(); }
+
+std::string SystemPortName(const std::string& name) { return DevicePath(name); }
 
 std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> fail) {
   return std::make_unique<QtSoundPlayer>(std::move(fail));
