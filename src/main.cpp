@@ -44,6 +44,7 @@ int RunProfile(const CommandLine& line) {
 /// would see it otherwise. A client waits for the end of a program that was started for it, and nobody may be there to
 /// close a window.
 int FailToStart(const std::exception& error, const CommandLine& line) {
+  StopSignals::EndAtOnce(kExitFailed);
   std::cerr << "orvalis: " << error.what() << '\n';
   const bool has_window = qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr &&
                           QGuiApplication::platformName() != "offscreen";
@@ -60,6 +61,10 @@ int LeaveToTheOther(SingleInstance::Start start) {
       return kExitOk;
     case SingleInstance::Start::kOtherHasNoPanel:
       std::cerr << "orvalis: it runs already, headless, with the same settings; stop that one, or use --profile\n";
+      return kExitFailed;
+    case SingleInstance::Start::kNameIsTaken:
+      std::cerr << "orvalis: it runs already with the same settings and cannot be asked for its panel, because another "
+                   "user of this machine has the name that it would answer at; stop that one, or use --profile\n";
       return kExitFailed;
     default:
       std::cerr << "orvalis: it runs already with the same settings and does not answer; stop that one, or use "
@@ -111,6 +116,7 @@ Ending RunProgram(const CommandLine& line, bool windowed) {
   }
   Program program(line);
   running = &program;
+  if (!instance.problem().isEmpty()) program.Note(instance.problem().toStdString());
   instance.OnAsked([&program] { return program.BringToFront(); });
   const int code = program.Run();
   return {code, program.LeavesLookUp()};
@@ -128,6 +134,12 @@ int Run(int argc, char** argv) {
   const native::Process process(argc, argv);
   if (const auto code = native::RunService(process.arguments())) return *code;
   const auto parsed = ParseCommandLine(process.arguments());
+  const auto* wanted = std::get_if<CommandLine>(&parsed);
+  if (wanted != nullptr && wanted->action == CommandLine::Action::kRun) {
+    StopSignals::EndAtOnce(kExitOk);
+  } else {
+    StopSignals::LeaveToSystem();
+  }
   if (const auto* error = std::get_if<CommandLineError>(&parsed)) {
     std::cerr << "orvalis: " << error->text << '\n' << Usage();
     return kExitUsage;

@@ -69,6 +69,9 @@ class Program {
   /// from starting.
   int Run();
 
+  /// Adds a line to the event list and whatever follows it.
+  void Note(const std::string& text) { events_.Record(text); }
+
   /// Whether there is a panel to bring.
   bool BringToFront();
 

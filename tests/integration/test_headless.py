@@ -88,6 +88,10 @@ class Headless(Case):
             code, seconds = program.stop()
             self.assertEqual(code, 0, name)
             self.assertLess(seconds, 3, name)
+        for delay in (0.1, 0.15, 0.2, 0.3):  # in the middle of the start; the system itself needs the first moment
+            program = self.headless()
+            time.sleep(delay)
+            self.assertEqual(program.stop()[0], 0, delay)
 
     def test_a_reader_that_stops_reading_or_goes_does_not_hold_it_up(self):
         record = self.folder + "/record"
@@ -124,7 +128,14 @@ class SecondStart(Case):
         self.assertIsNone(first.process.poll())
         first.process.kill()
         first.process.wait()
-        self.reading(self.program("--headless", "--json", "--demo"))
+        left = os.path.join(self.profile, "Orvalis.Weather.running.rmlock")  # of one that was killed as it took over
+        open(left, "w").close()
+        self.env["TMPDIR"] = os.path.join(self.folder, "long" * 30)  # no name for a second start fits behind it
+        os.mkdir(self.env["TMPDIR"])
+        third = self.headless("--demo")
+        self.reading(third)
+        self.assertFalse(os.path.exists(left))
+        self.assertIn("a second start cannot bring this program to the front", "\n".join(third.all_lines))
 
 
 class CannotConnect(Case):
