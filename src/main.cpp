@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QIcon>
+#include <QLocale>
 #include <QMessageBox>
 #include <QStandardPaths>
 #include <chrono>
@@ -15,11 +16,13 @@
 #include <variant>
 #include <vector>
 
+#include "base/clock.h"
 #include "config/profile_command.h"
 #include "config/settings_store.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
 #include "platform/qt/single_instance.h"
+#include "platform/qt/user_time.h"
 #include "platform/stop_signals.h"
 #include "program.h"
 #include "ui/desktop.h"
@@ -172,6 +175,7 @@ int Run(int argc, char** argv) {
                : std::make_unique<QCoreApplication>(qt_argc, qt_argv.data());
   qInstallMessageHandler(former_handler);
   if (windowed) desktop::Prepare();
+  UseTimeStyle(TimeStyleOf(QLocale::system()));
   QCoreApplication::setApplicationName("orvalis");
   QCoreApplication::setApplicationVersion(ORVALIS_VERSION);
   try {

@@ -223,9 +223,7 @@ void Program::KeepErrorLog() {
   std::error_code error;
   std::filesystem::create_directories(folder, error);  // a failure shows when the log is opened
   error_log_.Open(folder);
-  events_.Listen([this](const Event& event) {
-    error_log_.Write(FormatIso8601(event.time).substr(0, 10) + " " + EventText(event));
-  });
+  events_.Listen([this](const Event& event) { error_log_.Write(FormatDate(event.time) + " " + EventText(event)); });
 }
 
 void Program::SpeakOnStandardOutput() {
