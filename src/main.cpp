@@ -26,6 +26,7 @@
 #include "platform/stop_signals.h"
 #include "program.h"
 #include "ui/desktop.h"
+#include "ui/picker_process.h"
 
 namespace orvalis {
 namespace {
@@ -92,7 +93,7 @@ void ExplainNoDisplay(QtMsgType type, const QMessageLogContext& /*context*/, con
 /// How the program has ended.
 struct Ending {
   int exit_code;
-  bool leaves_look_up = false;
+  bool leaves_thread = false;  ///< in a wait that cannot be stopped: a name look-up, or a disk
 };
 
 Ending RunProgram(const CommandLine& line, bool windowed) {
@@ -122,7 +123,7 @@ Ending RunProgram(const CommandLine& line, bool windowed) {
   if (!instance.problem().isEmpty()) program.Note(instance.problem().toStdString());
   instance.OnAsked([&program] { return program.BringToFront(); });
   const int code = program.Run();
-  return {code, program.LeavesLookUp()};
+  return {code, program.LeavesThread()};
 }
 
 /// Ends the process where it stands. Nothing is left to do but what the system does anyway.
@@ -136,6 +137,10 @@ Ending RunProgram(const CommandLine& line, bool windowed) {
 int Run(int argc, char** argv) {
   const native::Process process(argc, argv);
   if (const auto code = native::RunService(process.arguments())) return *code;
+  if (IsPicker(process.arguments())) {
+    StopSignals::LeaveToSystem();
+    ServePicker(process.arguments());
+  }
   const auto parsed = ParseCommandLine(process.arguments());
   const auto* wanted = std::get_if<CommandLine>(&parsed);
   if (wanted != nullptr && wanted->action == CommandLine::Action::kRun) {
@@ -174,15 +179,19 @@ int Run(int argc, char** argv) {
       windowed ? std::make_unique<QApplication>(qt_argc, qt_argv.data())
                : std::make_unique<QCoreApplication>(qt_argc, qt_argv.data());
   qInstallMessageHandler(former_handler);
-  if (windowed) desktop::Prepare();
+  if (windowed) {
+    desktop::Prepare();
+    if (desktop::PickersHoldUp()) UsePickerProcess(QCoreApplication::applicationFilePath());
+  }
   UseTimeStyle(TimeStyleOf(QLocale::system()));
   QCoreApplication::setApplicationName("orvalis");
   QCoreApplication::setApplicationVersion(ORVALIS_VERSION);
   try {
     if (line.action == CommandLine::Action::kProfile) return RunProfile(line);
     const Ending ending = RunProgram(line, windowed);
-    // The end of the application object, and of Qt's own ones, would wait until the name servers answer.
-    if (ending.leaves_look_up) EndHere(ending.exit_code);
+    // The end of the application object, and of Qt's own ones, would wait until the name servers answer, and take away
+    // what a thread that waits for a disk needs when it goes on.
+    if (ending.leaves_thread) EndHere(ending.exit_code);
     return ending.exit_code;
   } catch (const std::exception& error) {
     return FailToStart(error, line);

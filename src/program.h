@@ -42,6 +42,7 @@
 #include "ui/frm_hand_box.h"
 #include "ui/frm_setup.h"
 #include "ui/frm_show.h"
+#include "ui/graph_files.h"
 #include "ui/graph_windows.h"
 #include "ui/theme.h"
 
@@ -78,8 +79,8 @@ class Program {
   /// Keeps what is to be kept and closes the link, for a system that ends without waiting for `Run` to return.
   void ShutDown() noexcept;
 
-  /// Whether a name look-up goes on that the end of the application would wait for.
-  [[nodiscard]] bool LeavesLookUp() const { return http_.LeavesLookUp(); }
+  /// Whether a thread goes on that the end of the application would wait for or pull the floor away from.
+  [[nodiscard]] bool LeavesThread() const { return http_.LeavesLookUp() || SavingGoesOn(); }
 
  private:
   /// A timer's work, which may go on afterwards.
