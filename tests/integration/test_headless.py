@@ -88,10 +88,10 @@ class Headless(Case):
             code, seconds = program.stop()
             self.assertEqual(code, 0, name)
             self.assertLess(seconds, 3, name)
-        for delay in (0.1, 0.15, 0.2, 0.3):  # in the middle of the start; the system itself needs the first moment
-            program = self.headless()
-            time.sleep(delay)
-            self.assertEqual(program.stop()[0], 0, delay)
+        early = dict(self.env, LD_PRELOAD=os.path.join(BIN, "early_signal.so"))
+        self.assertEqual(self.run_program("--headless", env=early).returncode, 0)
+        # What was asked to do a single thing and did not must not look as if it had.
+        self.assertEqual(self.run_program("profile", "set", "Left", "7", env=early).returncode, -signal.SIGTERM)
 
     def test_a_reader_that_stops_reading_or_goes_does_not_hold_it_up(self):
         record = self.folder + "/record"
@@ -132,7 +132,7 @@ class SecondStart(Case):
         open(left, "w").close()
         self.env["TMPDIR"] = os.path.join(self.folder, "long" * 30)  # no name for a second start fits behind it
         os.mkdir(self.env["TMPDIR"])
-        third = self.headless("--demo")
+        third = self.program("--headless", "--json", "--demo")
         self.reading(third)
         self.assertFalse(os.path.exists(left))
         self.assertIn("a second start cannot bring this program to the front", "\n".join(third.all_lines))
