@@ -4,6 +4,7 @@ import datetime
 import fcntl
 import json
 import os
+import shutil
 import signal
 import subprocess
 import time
@@ -128,8 +129,9 @@ class SecondStart(Case):
         self.assertIsNone(first.process.poll())
         first.process.kill()
         first.process.wait()
-        left = os.path.join(self.profile, "Orvalis.Weather.running.rmlock")  # of one that was killed as it took over
-        open(left, "w").close()
+        running = os.path.join(self.profile, "Orvalis.Weather.running")
+        left = running + ".rmlock"  # of one that was killed as it took over
+        shutil.copy(running, left)
         self.env["TMPDIR"] = os.path.join(self.folder, "long" * 30)  # no name for a second start fits behind it
         os.mkdir(self.env["TMPDIR"])
         third = self.program("--headless", "--json", "--demo")
