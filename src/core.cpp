@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QStandardPaths>
 #include <chrono>
+#include <system_error>
 #include <utility>
 
 #include "app/reading_lines.h"
@@ -214,6 +215,20 @@ void Core::Refresh() {
 
 void Core::Poll() {
   Tick("polling the unit", [this] { poll_.Poll(); });
+}
+
+std::vector<SerialPortEntry> Core::ListPorts() {
+  const auto is_connected = [this](const std::string& name) {
+    try {
+      if (!port_->Connected()) return false;
+      const std::string device = native::SystemPortName(name);
+      std::error_code no_file;  // where ports are no files, or there is none of that name
+      return device == port_->Port() || std::filesystem::equivalent(device, port_->Port(), no_file);
+    } catch (const RunTimeError&) {
+      return false;  // no port has that name
+    }
+  };
+  return WithConnected(native::ListSerialPorts(), store_.Get(*FindSettingKey("COM Port")), port_->Port(), is_connected);
 }
 
 void Core::Report(const std::string& text) {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/alerts.h"
 #include "app/leftovers.h"
@@ -64,6 +65,8 @@ class Front {
   /// Everything that the start had to say has been said.
   virtual void Started() = 0;
   virtual void BringToFront() = 0;
+  /// Whether a thread waits for a disk that only the end of the process would stop.
+  [[nodiscard]] virtual bool LeavesThread() const = 0;
 };
 
 /// The program without its windows: every part, in the order in which they need each other, and the connections between
@@ -109,10 +112,16 @@ class Core {
 
   /// Shows what the models hold now.
   void Refresh();
+  /// Adds a line to the event list and whatever follows it.
+  void Note(const std::string& text) { events_.Record(text); }
+  /// The serial ports to choose from, with the one that is connected.
+  [[nodiscard]] std::vector<SerialPortEntry> ListPorts();
 
-  /// Whether a name look-up or a picture's transfer goes on, which an orderly end of the application would wait for or
-  /// collide with.
-  [[nodiscard]] bool LeavesThread() const { return http_.LeavesLookUp() || ftp_->LeavesThread(); }
+  /// Whether a name look-up, a transfer or a write goes on in a thread, which an orderly end of the application would
+  /// wait for or collide with.
+  [[nodiscard]] bool LeavesThread() const {
+    return http_.LeavesLookUp() || ftp_->LeavesThread() || (front_ != nullptr && front_->LeavesThread());
+  }
 
  private:
   /// A timer's work, which may go on afterwards.

@@ -1,5 +1,6 @@
 #include "launch.h"
 
+#include <QLocale>
 #include <QStandardPaths>
 #include <chrono>
 #include <cstdio>
@@ -11,11 +12,13 @@
 #include <variant>
 #include <vector>
 
+#include "base/clock.h"
 #include "config/profile_command.h"
 #include "config/settings_store.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
 #include "platform/qt/single_instance.h"
+#include "platform/qt/user_time.h"
 #include "platform/system/stop_signals.h"
 
 namespace orvalis {
@@ -38,6 +41,7 @@ int RunProfile(const CommandLine& line) {
 /// would see it otherwise. A client waits for the end of a program that was started for it, and nobody may be there to
 /// close a window.
 int FailToStart(const std::exception& error, const CommandLine& line, WindowSystem* windows) {
+  StopSignals::EndAtOnce(kExitFailed);
   std::cerr << "orvalis: " << error.what() << '\n';
   if (windows != nullptr && !line.automation && !native::StandardErrorIsRead()) {
     windows->ShowError(QString::fromUtf8(error.what()));
@@ -53,6 +57,11 @@ int DeferToRunningInstance(SingleInstance::Start start) {
       return kExitOk;
     case SingleInstance::Start::kOtherHasNoPanel:
       std::cerr << "orvalis: already running, headless, with the same settings; stop that one, or use --profile\n";
+      return kExitFailed;
+    case SingleInstance::Start::kNameIsTaken:
+      std::cerr << "orvalis: already running with the same settings, and cannot be asked for its panel, because "
+                   "another user of this machine has the name that it would answer at; stop that one, or use "
+                   "--profile\n";
       return kExitFailed;
     default:
       std::cerr << "orvalis: already running with the same settings and does not answer; stop that one, or use "
@@ -99,6 +108,7 @@ Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
   }
   Core core(line);
   running = &core;
+  if (!instance.problem().isEmpty()) core.Note(instance.problem().toStdString());
   const std::unique_ptr<Front> front = windows != nullptr ? windows->MakeWindows(core) : nullptr;
   instance.OnAsked([&front] {
     if (front) front->BringToFront();
@@ -146,7 +156,14 @@ std::optional<int> AnswerAtOnce(const std::variant<CommandLine, CommandLineError
 int DoLaunch(int argc, char** argv, WindowSystem* windows) {
   const native::Process process(argc, argv);
   if (const auto code = native::RunService(process.arguments())) return *code;
+  if (windows != nullptr) windows->Serve(process.arguments());
   const auto parsed = ParseCommandLine(process.arguments(), windows != nullptr);
+  const auto* wanted = std::get_if<CommandLine>(&parsed);
+  if (wanted != nullptr && wanted->action == CommandLine::Action::kRun) {
+    StopSignals::EndAtOnce(kExitOk);
+  } else {
+    StopSignals::LeaveToSystem();
+  }
   if (const auto code = AnswerAtOnce(parsed, windows != nullptr)) return *code;
   auto line = std::get<CommandLine>(parsed);
   const bool shows_windows = windows != nullptr && line.action == CommandLine::Action::kRun && !line.headless;
@@ -165,13 +182,14 @@ int DoLaunch(int argc, char** argv, WindowSystem* windows) {
   int qt_argc = windows != nullptr ? static_cast<int>(qt_argv.size()) : 1;
   qt_argv.push_back(nullptr);
   const std::unique_ptr<QCoreApplication> application = MakeApplication(qt_argc, qt_argv.data(), windows);
+  UseTimeStyle(TimeStyleOf(QLocale::system()));
   QCoreApplication::setApplicationName("orvalis");
   QCoreApplication::setApplicationVersion(ORVALIS_VERSION);
   try {
     if (line.action == CommandLine::Action::kProfile) return RunProfile(line);
     const Ending ending = RunProgram(line, windows);
     // The end of the application object, and of Qt's own ones, would wait until the name servers answer; that of the
-    // libraries would take from a transfer's thread what it works with.
+    // libraries would take from a thread that waits for a server or a disk what it works with.
     if (ending.leaves_thread) EndHere(ending.exit_code);
     return ending.exit_code;
   } catch (const std::exception& error) {

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QString>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "core.h"
 
@@ -15,6 +17,9 @@ class WindowSystem {
   /// The application object of a program that shows windows. `argc` and `argv` stay valid as long as it lives.
   [[nodiscard]] virtual std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) = 0;
   [[nodiscard]] virtual std::unique_ptr<Front> MakeWindows(Core& core) = 0;
+  /// Does what another process of the program asks this one for by words that no person types, and ends it then.
+  /// Returns where the words are none of those.
+  virtual void Serve(const std::vector<std::string>& arguments) = 0;
   /// Shows `text` to whoever started the program; returns when it was read.
   virtual void ShowError(const QString& text) = 0;
 };

@@ -6,7 +6,9 @@
 #include <memory>
 
 #include "launch.h"
+#include "platform/system/stop_signals.h"
 #include "program_windows.h"
+#include "ui/controls/picker_process.h"
 #include "ui/desktop.h"
 
 namespace {
@@ -16,6 +18,7 @@ class QtWindowSystem : public orvalis::WindowSystem {
   std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) override {
     auto application = std::make_unique<QApplication>(argc, argv);
     orvalis::desktop::Prepare();
+    if (orvalis::desktop::PickersHoldUp()) orvalis::UsePickerProcess(QCoreApplication::applicationFilePath());
     QApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setDesktopFileName("orvalis");
     QApplication::setWindowIcon(QIcon::fromTheme("orvalis"));
@@ -24,6 +27,12 @@ class QtWindowSystem : public orvalis::WindowSystem {
 
   std::unique_ptr<orvalis::Front> MakeWindows(orvalis::Core& core) override {
     return std::make_unique<orvalis::ProgramWindows>(core);
+  }
+
+  void Serve(const std::vector<std::string>& arguments) override {
+    if (!orvalis::IsPicker(arguments)) return;
+    orvalis::StopSignals::LeaveToSystem();
+    orvalis::ServePicker(arguments);
   }
 
   void ShowError(const QString& text) override {

@@ -68,7 +68,7 @@ void ProgramWindows::BuildPanel() {
 void ProgramWindows::BuildSetup() {
   setup_ = std::make_unique<frmSetup>(
       frmSetup::Parts{.switches = parts_.switches,
-                      .ports = native::ListSerialPorts,
+                      .ports = [this] { return core_.ListPorts(); },
                       .report = [this](const std::exception_ptr& error) { parts_.boundary.Report(kChanging, error); },
                       .succeeded = [this] { parts_.boundary.Succeeded(kChanging); },
                       .version = ORVALIS_VERSION},

@@ -10,6 +10,7 @@
 #include "base/error_boundary.h"
 #include "core.h"
 #include "ui/controls/theme.h"
+#include "ui/graphs/graph_files.h"
 #include "ui/graphs/graph_windows.h"
 #include "ui/panel/frm_hand_box.h"
 #include "ui/publishing/frm_form_submit.h"
@@ -31,6 +32,7 @@ class ProgramWindows : public Front {
   void RunSetup(Weather::Done closed) override { requests_->RunFor(std::move(closed)); }
   void Started() override;
   void BringToFront() override;
+  [[nodiscard]] bool LeavesThread() const override { return SavingGoesOn(); }
 
  private:
   /// A click's work, which is done then.

@@ -2,45 +2,89 @@
 
 #include <array>
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace orvalis {
 namespace {
 
-template <typename... Numbers>
-std::string Print(const char* format, Numbers... numbers) {
-  std::array<char, 96> buffer;
-  const int length = std::snprintf(buffer.data(), buffer.size(), format, numbers...);
-  return {buffer.data(), static_cast<std::size_t>(length > 0 ? length : 0)};
+std::string Digits(int number, std::size_t width) {
+  std::string digits = std::to_string(number);
+  if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
+  return digits;
+}
+
+int HourOfTwelve(const CivilTime& time) { return time.hour % 12 == 0 ? 12 : time.hour % 12; }
+
+std::chrono::sys_days DateOf(const CivilTime& time) { return std::chrono::year(time.year) / time.month / time.day; }
+
+struct Piece {
+  std::string_view mark;
+  std::string (*text)(const CivilTime& time, bool of_twelve);
+};
+constexpr std::array kPieces{
+    Piece{"YYYY", [](const CivilTime& t, bool) { return Digits(t.year, 4); }},
+    Piece{"MM", [](const CivilTime& t, bool) { return Digits(t.month, 2); }},
+    Piece{"DD", [](const CivilTime& t, bool) { return Digits(t.day, 2); }},
+    Piece{"hh", [](const CivilTime& t, bool of_twelve) { return Digits(of_twelve ? HourOfTwelve(t) : t.hour, 2); }},
+    Piece{"nn", [](const CivilTime& t, bool) { return Digits(t.minute, 2); }},
+    Piece{"ss", [](const CivilTime& t, bool) { return Digits(t.second, 2); }},
+    Piece{"zzz", [](const CivilTime& t, bool) { return Digits(t.millisecond, 3); }},
+    Piece{"AM/PM", [](const CivilTime& t, bool) { return std::string(t.hour < 12 ? "AM" : "PM"); }},
+};
+
+TimeStyle& Style() {
+  static TimeStyle style{.date = FormatIsoDate,
+                         .time = [](const CivilTime& time) { return FormatTime(time, "hh:nn:ss"); },
+                         .hour_and_minute = [](const CivilTime& time) { return FormatTime(time, "hh:nn"); }};
+  return style;
 }
 
 }  // namespace
 
+std::int64_t DayNumber(const CivilTime& time) { return DateOf(time).time_since_epoch().count(); }
+
 std::int64_t UtcMilliseconds(const CivilTime& time) {
   using std::chrono::hours, std::chrono::minutes, std::chrono::seconds, std::chrono::milliseconds;
-  const std::chrono::sys_days date = std::chrono::year(time.year) / time.month / time.day;
-  const milliseconds since_epoch = date.time_since_epoch() + hours(time.hour) + minutes(time.minute) +
+  const milliseconds since_epoch = DateOf(time).time_since_epoch() + hours(time.hour) + minutes(time.minute) +
                                    seconds(time.second) + milliseconds(time.millisecond) -
                                    minutes(time.utc_offset_minutes);
   return since_epoch.count();
 }
 
-std::string FormatEventTime(const CivilTime& time) {
-  const int hour = time.hour % 12 == 0 ? 12 : time.hour % 12;
-  return Print("%02d/%02d/%04d %02d:%02d ", time.month, time.day, time.year, hour, time.minute) +
-         (time.hour < 12 ? "AM" : "PM");
+std::string FormatTime(const CivilTime& time, std::string_view pattern) {
+  const bool of_twelve = pattern.find("AM/PM") != std::string_view::npos;
+  std::string text;
+  while (!pattern.empty()) {
+    std::size_t used = 0;
+    for (const Piece& piece : kPieces) {
+      if (!pattern.starts_with(piece.mark)) continue;
+      text += piece.text(time, of_twelve);
+      used = piece.mark.size();
+      break;
+    }
+    if (used == 0) text += pattern[used++];
+    pattern.remove_prefix(used);
+  }
+  return text;
 }
+
+std::string FormatEventTime(const CivilTime& time) { return FormatTime(time, "MM/DD/YYYY hh:nn AM/PM"); }
 
 std::string FormatIso8601(const CivilTime& time) {
   const int offset = std::abs(time.utc_offset_minutes);
-  return Print("%04d-%02d-%02dT%02d:%02d:%02d.%03d", time.year, time.month, time.day, time.hour, time.minute,
-               time.second, time.millisecond) +
-         (time.utc_offset_minutes < 0 ? "-" : "+") + Print("%02d:%02d", offset / 60, offset % 60);
+  return FormatTime(time, "YYYY-MM-DDThh:nn:ss.zzz") + (time.utc_offset_minutes < 0 ? '-' : '+') +
+         Digits(offset / 60, 2) + ':' + Digits(offset % 60, 2);
 }
 
-std::string FormatTimeOfDay(const CivilTime& time) {
-  return Print("%02d:%02d:%02d", time.hour, time.minute, time.second);
-}
+std::string FormatIsoDate(const CivilTime& time) { return FormatTime(time, "YYYY-MM-DD"); }
+
+void UseTimeStyle(TimeStyle style) { Style() = std::move(style); }
+
+std::string FormatDate(const CivilTime& time) { return Style().date(time); }
+
+std::string FormatTimeOfDay(const CivilTime& time) { return Style().time(time); }
+
+std::string FormatHourAndMinute(const CivilTime& time) { return Style().hour_and_minute(time); }
 
 }  // namespace orvalis

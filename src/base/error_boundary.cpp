@@ -22,16 +22,13 @@ std::string Describe(const std::exception_ptr& error) {
 void ErrorBoundary::Report(std::string_view doing, const std::exception_ptr& error) {
   const std::string text = "Error while " + std::string(doing) + ": " + Describe(error);
   status_ = text;
-  std::string& standing = standing_[std::string(doing)];
-  if (text == standing) return;
-  standing = text;
-  events_.Record(text);
+  if (standing_[std::string(doing)].IsNews(text)) events_.Record(text);
 }
 
 void ErrorBoundary::Succeeded(std::string_view doing) {
   const auto standing = standing_.find(doing);
   if (standing == standing_.end()) return;
-  if (status_ == standing->second) status_.clear();
+  if (status_ == standing->second.standing()) status_.clear();
   standing_.erase(standing);
 }
 

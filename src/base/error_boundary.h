@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/event_list.h"
+#include "base/once_until_mended.h"
 
 namespace orvalis {
 
@@ -43,7 +44,7 @@ class ErrorBoundary {
  private:
   std::string& status_;
   EventList& events_;
-  std::map<std::string, std::string, std::less<>> standing_;  ///< the last error of each kind of work
+  std::map<std::string, OnceUntilMended, std::less<>> standing_;  ///< the last error of each kind of work
 };
 
 }  // namespace orvalis

@@ -113,13 +113,10 @@ bool HistoryRecorder::Try(Work work) {
   try {
     work();
   } catch (const RunTimeError& error) {
-    if (error.what() != reported_) {
-      reported_ = error.what();
-      parts_.report(reported_);
-    }
+    if (trouble_.IsNews(error.what())) parts_.report(error.what());
     return false;
   }
-  if (!std::exchange(reported_, {}).empty()) parts_.report("the history is stored again");
+  if (trouble_.Mended()) parts_.report("the history is stored again");
   return true;
 }
 

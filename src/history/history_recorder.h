@@ -9,6 +9,7 @@
 
 #include "base/clock.h"
 #include "base/event_loop.h"
+#include "base/once_until_mended.h"
 #include "history/history.h"
 #include "history/history_store.h"
 #include "reading/sensor_frame.h"
@@ -79,7 +80,7 @@ class HistoryRecorder {
   std::optional<Span> open_span_;          ///< not complete yet; it is written all the same and replaced later
   std::optional<std::int64_t> last_time_;  ///< of the last sample for the store
   std::optional<Instant> forgotten_at_;    ///< the last clearing, or the first sample
-  std::string reported_;
+  OnceUntilMended trouble_;
   EventLoop::TimerId batch_timer_ = 0;
   EventLoop::TimerId load_timer_ = 0;
 };

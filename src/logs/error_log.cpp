@@ -6,18 +6,11 @@
 #include "base/clock.h"
 
 namespace orvalis {
-namespace {
-
-constexpr std::size_t kDateLength = 10;  ///< of "2026-11-21"
-
-}  // namespace
-
 ErrorLog::ErrorLog(EventList& events, LogReport report)
     : file_({.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .former_kept = 2},
             std::move(report)) {
   events.Listen([this](const Event& event) {
-    file_.Write(FormatIso8601(event.time).substr(0, kDateLength) + " " + FormatTimeOfDay(event.time) + "  " +
-                event.text);
+    file_.Write(FormatDate(event.time) + " " + FormatTimeOfDay(event.time) + "  " + event.text);
   });
 }
 

@@ -1,7 +1,6 @@
 #include "logs/log_files.h"
 
 #include <system_error>
-#include <utility>
 
 #include "base/path.h"
 
@@ -21,7 +20,7 @@ void RotatingLog::Open(const fs::path& folder) {
 void RotatingLog::Close() {
   file_.close();
   file_.clear();
-  reported_.clear();
+  trouble_.Mended();
   rotate_at_ = kind_.max_bytes;
 }
 
@@ -64,7 +63,7 @@ void RotatingLog::Write(const std::string& line) {
     return;
   }
   size_ += line.size() + 1;
-  if (!std::exchange(reported_, {}).empty()) report_("the " + std::string(kind_.name) + " is written again");
+  if (trouble_.Mended()) report_("the " + std::string(kind_.name) + " is written again");
 }
 
 void RotatingLog::Rotate() {
@@ -83,9 +82,7 @@ void RotatingLog::Rotate() {
 }
 
 void RotatingLog::Fail(const std::string& failure) {
-  if (failure == reported_) return;
-  reported_ = failure;
-  report_(failure);
+  if (trouble_.IsNews(failure)) report_(failure);
 }
 
 void OneLineLog::Write(const fs::path& folder, const std::string& record) {
@@ -103,15 +100,13 @@ void OneLineLog::Write(const fs::path& folder, const std::string& record) {
   // follows.
   if (error && written && ++held_ < kHeldQuietly) return;
   if (error) {
-    std::string failure = "cannot write the one-line log " + TextOfPath(path) +
-                          "; is its folder there, may it be written, and is there room on the disk?";
-    if (failure == reported_) return;
-    reported_ = std::move(failure);
-    report_(reported_);
+    const std::string failure = "cannot write the one-line log " + TextOfPath(path) +
+                                "; is its folder there, may it be written, and is there room on the disk?";
+    if (trouble_.IsNews(failure)) report_(failure);
     return;
   }
   held_ = 0;
-  if (!std::exchange(reported_, {}).empty()) report_("the one-line log is written again");
+  if (trouble_.Mended()) report_("the one-line log is written again");
 }
 
 }  // namespace orvalis

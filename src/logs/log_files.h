@@ -7,6 +7,8 @@
 #include <string>
 #include <utility>
 
+#include "base/once_until_mended.h"
+
 namespace orvalis {
 
 /// Who is told what goes wrong with a log, and that it was mended.
@@ -41,7 +43,7 @@ class RotatingLog {
   std::filesystem::path path_;
   std::ofstream file_;
   std::uintmax_t size_ = 0;
-  std::string reported_;
+  OnceUntilMended trouble_;
   std::uintmax_t rotate_at_ = 0;  ///< the size at which a new file is begun, or tried to
 };
 
@@ -60,7 +62,7 @@ class OneLineLog {
   static constexpr int kHeldQuietly = 5;
 
   LogReport report_;
-  std::string reported_;
+  OnceUntilMended trouble_;
   int held_ = 0;
 };
 

@@ -1,7 +1,6 @@
 #include "logs/log_lines.h"
 
 #include <array>
-#include <chrono>
 #include <string_view>
 #include <utility>
 
@@ -12,19 +11,13 @@ namespace {
 
 /// Days since 1899-12-30 with the time as a fraction, local time.
 double DayCount(const CivilTime& time) {
-  using namespace std::chrono;
-  const auto date =
-      sys_days{year{time.year} / month{static_cast<unsigned>(time.month)} / day{static_cast<unsigned>(time.day)}};
-  constexpr auto kBegin = sys_days{year{1899} / December / 30};
+  constexpr CivilTime kBegin{.year = 1899, .month = 12, .day = 30};
   const double seconds = time.hour * 3600 + time.minute * 60 + time.second + time.millisecond / 1000.0;
-  return static_cast<double>((date - kBegin).count()) + seconds / 86400;
+  return static_cast<double>(DayNumber(time) - DayNumber(kBegin)) + seconds / 86400;
 }
 
 /// "YYYY-MM-DD hh:nn.ss.00"; the dot between minutes and seconds is what its readers expect.
-std::string RecordTime(const CivilTime& time) {
-  const std::string iso = FormatIso8601(time);
-  return iso.substr(0, 10) + ' ' + iso.substr(11, 5) + '.' + iso.substr(17, 2) + ".00";
-}
+std::string RecordTime(const CivilTime& time) { return FormatTime(time, "YYYY-MM-DD hh:nn.ss.00"); }
 
 /// One row of a table of words and codes.
 struct Code {
@@ -69,8 +62,7 @@ void RainMemory::Note(const WeatherState& weather, std::int64_t tick_count) {
 std::string FullLogLine(const LogEntry& entry) {
   using Field = SensorFrame::Field;
   const WeatherState& w = entry.weather;
-  const std::string iso = FormatIso8601(entry.time);
-  std::string line = iso.substr(0, 10) + ' ' + FormatTimeOfDay(entry.time);
+  std::string line = FormatTime(entry.time, "YYYY-MM-DD hh:nn:ss");
   const auto add = [&](const char* label, double value, int decimals) {
     line += label;
     line += FormatFixed(value, decimals);

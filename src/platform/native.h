@@ -58,6 +58,9 @@ void LeaveConsole();
 [[nodiscard]] std::unique_ptr<SerialPort> MakeSerialPort();
 /// The serial ports that the machine has now, with what is plugged in there.
 [[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
+/// The system's own name of the port that the key "COM Port" calls `name`, as `SerialPort::Port` gives it. Throws
+/// RunTimeError kFileNotFound for a name that no port can have.
+[[nodiscard]] std::string SystemPortName(const std::string& name);
 /// `fail` is told of a file that turns out only while it is being loaded not to be a sound. On Linux the executable
 /// chooses by what it links: the desktop's sounds (native_desktop.cpp), or a player program (native_headless.cpp).
 [[nodiscard]] std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> fail);

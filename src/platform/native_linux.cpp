@@ -12,6 +12,7 @@
 #include "platform/linux/qt_program_starter.h"
 #include "platform/linux/qt_serial_port.h"
 #include "platform/linux/serial_port_list.h"
+#include "platform/linux/serial_ports.h"
 #include "platform/native.h"
 #include "platform/qt/ini_profile.h"
 
@@ -55,6 +56,8 @@ std::unique_ptr<UtilityObject> MakeUtilityObject() { return std::make_unique<NoU
 std::unique_ptr<SerialPort> MakeSerialPort() { return std::make_unique<QtSerialPort>(); }
 
 std::vector<SerialPortEntry> ListSerialPorts() { return orvalis::ListSerialPorts(); }
+
+std::string SystemPortName(const std::string& name) { return DevicePath(name); }
 
 std::unique_ptr<ProgramStarter> MakeProgramStarter() { return std::make_unique<QtProgramStarter>(); }
 

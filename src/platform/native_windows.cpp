@@ -159,6 +159,8 @@ std::vector<SerialPortEntry> ListSerialPorts() { return orvalis::ListSerialPorts
 
 // What is wrong with a file shows when it is opened.
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the other system keeps it
+std::string SystemPortName(const std::string& name) { return ComPortName(name); }
+
 std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> /*fail*/) {
   return std::make_unique<MciSoundPlayer>();
 }

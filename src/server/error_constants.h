@@ -18,6 +18,8 @@ constexpr auto ErrNotConnected = static_cast<std::int32_t>(kObjectError + 0x402)
 /// Behind the member's label, or alone: it begins with a blank in either case.
 constexpr std::string_view kNotImplementedText = " is not implemented by this Orvalis server.";
 constexpr std::string_view kNotConnectedText = "The Orvalis unit is not connected";
+/// Nothing is out of range yet: no member takes a value that can be.
+constexpr std::string_view kOutOfRangeText = "The value is out of range";
 constexpr std::string_view kErrorSource = "Orvalis";
 
 /// An error of the `Weather` object itself. What else fails in a member reaches the client as a RunTimeError.

@@ -5,7 +5,9 @@
 #include <limits>
 #include <string>
 
+#include "unit/serial_port_entry.h"
 #include "base/clock.h"
+#include "base/once_until_mended.h"
 #include "base/run_time_error.h"
 #include "base/tick_counter.h"
 #include "tests/support/fake_event_loop.h"
@@ -87,6 +89,35 @@ TEST(Clock, WritesDatesAsEachReaderExpects) {
   noon.utc_offset_minutes = 60;
   EXPECT_EQ(FormatEventTime(noon), "01/02/2026 11:05 PM");
   EXPECT_EQ(FormatIso8601(noon), "2026-01-02T23:05:09.007+01:00");
+  EXPECT_EQ(FormatTime(noon, "YYYY-MM-DD+hh:nn.ss.00"), "2026-01-02+23:05.09.00");
+}
+
+TEST(OnceUntilMended, SaysEachTroubleOnceAndItsEndOnce) {
+  OnceUntilMended trouble;
+  EXPECT_FALSE(trouble.Mended());
+  EXPECT_TRUE(trouble.IsNews("full"));
+  EXPECT_FALSE(trouble.IsNews("full"));
+  EXPECT_TRUE(trouble.IsNews("gone"));
+  EXPECT_EQ(trouble.standing(), "gone");
+  EXPECT_TRUE(trouble.Mended());
+  EXPECT_FALSE(trouble.Mended());
+  EXPECT_TRUE(trouble.IsNews("gone"));
+}
+
+TEST(SerialPortEntries, TheConnectedOneIsSaidToBeUnderEachOfItsNames) {
+  const auto listed = [](const std::string& chosen, const std::string& device) {
+    const auto same = [&](const std::string& name) {
+      return name == device || (name == "2" && device == "/dev/ttyS1");
+    };
+    std::string all;
+    for (const auto& port : WithConnected({{"/dev/ttyS1", ""}, {"/dev/ttyUSB0", "FTDI"}}, chosen, device, same)) {
+      all += port.name + " " + port.description + "; ";
+    }
+    return all;
+  };
+  EXPECT_EQ(listed("/dev/ttyUSB0", "/dev/ttyUSB0"), "/dev/ttyS1 ; /dev/ttyUSB0 FTDI, connected; ");
+  EXPECT_EQ(listed("2", "/dev/ttyS1"), "/dev/ttyS1 Connected; /dev/ttyUSB0 FTDI; 2 Connected; ");
+  EXPECT_EQ(listed("2", "/dev/pts/7"), "/dev/ttyS1 ; /dev/ttyUSB0 FTDI; /dev/pts/7 Connected; ");  // by --port
 }
 
 }  // namespace

@@ -4,6 +4,7 @@ import datetime
 import fcntl
 import json
 import os
+import shutil
 import signal
 import subprocess
 import time
@@ -88,6 +89,10 @@ class Headless(Case):
             code, seconds = program.stop()
             self.assertEqual(code, 0, name)
             self.assertLess(seconds, 3, name)
+        early = dict(self.env, LD_PRELOAD=os.path.join(BIN, "early_signal.so"))
+        self.assertEqual(self.run_program("--headless", env=early).returncode, 0)
+        # What was asked to do a single thing and did not must not look as if it had.
+        self.assertEqual(self.run_program("profile", "set", "Left", "7", env=early).returncode, -signal.SIGTERM)
 
     def test_a_reader_that_stops_reading_or_goes_does_not_hold_it_up(self):
         record = self.folder + "/record"
@@ -124,7 +129,15 @@ class SecondStart(Case):
         self.assertIsNone(first.process.poll())
         first.process.kill()
         first.process.wait()
-        self.reading(self.program("--headless", "--json", "--demo"))
+        running = os.path.join(self.profile, "Orvalis.Weather.running")
+        left = running + ".rmlock"  # of one that was killed as it took over
+        shutil.copy(running, left)
+        self.env["TMPDIR"] = os.path.join(self.folder, "long" * 30)  # no name for a second start fits behind it
+        os.mkdir(self.env["TMPDIR"])
+        third = self.program("--headless", "--json", "--demo")
+        self.reading(third)
+        self.assertFalse(os.path.exists(left))
+        self.assertIn("a second start cannot bring this program to the front", "\n".join(third.all_lines))
 
 
 class CannotConnect(Case):

@@ -1,5 +1,6 @@
 #include <QCheckBox>
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,6 +14,7 @@
 #include "app/setup_fields.h"
 #include "tests/support/link_fixture.h"
 #include "tests/support/window_tools.h"
+#include "ui/controls/picker_process.h"
 #include "ui/controls/setup_pickers.h"
 #include "ui/setup/frm_setup.h"
 
@@ -272,6 +274,43 @@ TEST(SetupPickers, FilterBecomesTheToolkits) {
   };
   for (const auto& [stored, expected] : cases) EXPECT_EQ(ToQtFilter(stored).toStdString(), expected) << stored;
 }
+
+#ifndef _WIN32
+/// Stands in for the program as the process of a file dialog.
+QString PickerScript(const QTemporaryDir& folder, const char* commands) {
+  QFile script(folder.filePath("picker"));
+  script.open(QIODevice::WriteOnly);
+  script.write(QByteArray("#!/bin/sh\n") + commands + "\n");
+  script.close();
+  script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+  return script.fileName();
+}
+
+TEST(SetupPickers, AFolderThatDoesNotAnswerHoldsNothingUp) {
+  const QTemporaryDir folder;
+  QWidget window;
+  window.show();
+  const PickerRequest request{.title = "Open", .filter = {}, .start = {}};
+  UsePickerProcess(PickerScript(folder, "echo .; exec sleep 100"));
+  int ticks = 0;
+  QTimer cycle;
+  cycle.callOnTimeout([&] {
+    ++ticks;
+    for (QWidget* top : QApplication::topLevelWidgets()) {
+      if (auto* box = qobject_cast<QMessageBox*>(top); box != nullptr && box->isVisible()) box->buttons()[0]->click();
+    }
+  });
+  cycle.start(100);
+  EXPECT_EQ(PickInProcess(&window, request), std::nullopt);
+  EXPECT_GT(ticks, 30);  // in the five seconds until it could be given up
+  UsePickerProcess(PickerScript(folder, "echo =/tmp/a%20%C3%A4.wav; exec sleep 100"));
+  EXPECT_EQ(PickInProcess(&window, request), "/tmp/a ä.wav");
+  EXPECT_LT(ticks, 80);  // an answer counts at once
+  UsePickerProcess(PickerScript(folder, "exit 0"));
+  EXPECT_EQ(PickInProcess(&window, request), std::nullopt);
+  UsePickerProcess({});
+}
+#endif
 
 }  // namespace
 }  // namespace orvalis::test

@@ -9,6 +9,8 @@ namespace orvalis::desktop {
 // The desktop's own style follows its palette.
 void Prepare() {}
 
+bool PickersHoldUp() { return true; }
+
 void KeepOnTop(QWidget& window, bool on) {
   if (window.windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on) return;
   // A change of flags hides the window and may let the window manager place it anew.

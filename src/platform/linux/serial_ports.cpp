@@ -9,14 +9,36 @@
 #include <cctype>
 #include <cerrno>
 #include <charconv>
+#include <filesystem>
 #include <system_error>
 
 namespace orvalis {
 namespace {
 
-std::string GroupName(gid_t group) {
-  const ::group* entry = getgrgid(group);
-  return entry == nullptr ? std::to_string(group) : entry->gr_name;
+/// The device itself, which a name such as /dev/serial/by-id/… only points to.
+std::string RealName(const std::string& device) {
+  std::error_code error;
+  const std::filesystem::path real = std::filesystem::canonical(device, error);
+  return error ? device : real.string();
+}
+
+/// What opens a port that this user may not use.
+std::string PermissionHelp(const std::string& device, const struct stat& status) {
+  const auto join = [](const std::string& group) {
+    return "join the group \"" + group + "\" (sudo usermod -aG " + group + " $USER) and log in again";
+  };
+  const ::group* owner = getgrgid(status.st_gid);
+  constexpr mode_t kGroupMayUse = S_IRGRP | S_IWGRP;
+  // Being in the administrator's group is a danger, and no group helps that has no rights itself.
+  if (status.st_gid != 0 && owner != nullptr && (status.st_mode & kGroupMayUse) == kGroupMayUse) {
+    return join(owner->gr_name);
+  }
+  if (device.starts_with("/dev/pts/")) return "it belongs to the program of another user; run that one as this user";
+  const std::string group = getgrnam("dialout") == nullptr && getgrnam("uucp") != nullptr ? "uucp" : "dialout";
+  return "give it to the group \"" + group +
+         "\" by a file /etc/udev/rules.d/99-serial.rules with the line SUBSYSTEM==\"tty\", KERNEL==\"" +
+         device.substr(device.rfind('/') + 1) + "\", GROUP=\"" + group +
+         R"(", MODE="0660", plug the adapter in again, and )" + join(group);
 }
 
 }  // namespace
@@ -48,9 +70,8 @@ RunTimeError OpenFailure(const std::string& device, bool refused, const std::str
     return {RunTimeError::kDeviceUnavailable, device + " is not a serial port"};
   }
   if (access(device.c_str(), R_OK | W_OK) != 0) {
-    return {RunTimeError::kPermissionDenied, "no permission for the port " + device + "; join the group \"" +
-                                                 GroupName(status.st_gid) + "\" (sudo usermod -aG " +
-                                                 GroupName(status.st_gid) + " $USER) and log in again"};
+    return {RunTimeError::kPermissionDenied,
+            "no permission for the port " + device + "; " + PermissionHelp(RealName(device), status)};
   }
   // Character devices that are no terminals, such as /dev/null, open and then refuse every setting.
   const int descriptor = open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);

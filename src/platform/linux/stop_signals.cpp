@@ -27,12 +27,29 @@ void TellEventLoop(int /*signal*/) {
   errno = saved;
 }
 
+volatile int g_exit_code = 0;
+
+void EndProcess(int /*signal*/) { _exit(g_exit_code); }
+
 void Install(void (*handler)(int)) {
   struct sigaction action {};
   action.sa_handler = handler;
   action.sa_flags = SA_RESTART;
   for (const int signal : kStopSignals) sigaction(signal, &action, nullptr);
 }
+
+void Mask(int how) {
+  sigset_t set;
+  sigemptyset(&set);
+  for (const int signal : kStopSignals) sigaddset(&set, signal);
+  sigprocmask(how, &set, nullptr);
+}
+
+/// Until `main` knows what the program is to do, the signals wait.
+void HoldBack(int /*argc*/, char** /*argv*/, char** /*environment*/) { Mask(SIG_BLOCK); }
+
+// The system calls this before it prepares the libraries, which takes most of the time until `main`.
+[[gnu::section(".preinit_array"), gnu::used]] void (*const g_hold_back)(int, char**, char**) = HoldBack;
 
 }  // namespace
 
@@ -52,7 +69,7 @@ class StopSignals::Watch : public QObject {
     Install(TellEventLoop);
   }
   ~Watch() override {
-    Install(SIG_DFL);
+    Install(EndProcess);
     close(std::exchange(g_read_end, -1));
     close(g_write_end);
     g_write_end = -1;
@@ -66,5 +83,16 @@ class StopSignals::Watch : public QObject {
 StopSignals::StopSignals(Calls calls) : watch_(std::make_unique<Watch>(std::move(calls.stop))) {}
 
 StopSignals::~StopSignals() = default;
+
+void StopSignals::EndAtOnce(int exit_code) {
+  g_exit_code = exit_code;
+  Install(EndProcess);
+  Mask(SIG_UNBLOCK);
+}
+
+void StopSignals::LeaveToSystem() {
+  Install(SIG_DFL);
+  Mask(SIG_UNBLOCK);
+}
 
 }  // namespace orvalis

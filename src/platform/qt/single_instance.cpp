@@ -25,6 +25,15 @@ QString SocketName(const QString& folder) {
   return "orvalis-" + QCryptographicHash::hash(key, QCryptographicHash::Sha256).toHex().left(24);
 }
 
+/// Where the system keeps a name that programs listen at, if it is a file there. The folder is one for all users.
+QString FileOf(const QString& socket_name) { return QDir::cleanPath(QDir::tempPath()) + "/" + socket_name; }
+
+/// Whether `name` belongs to somebody else than `ours`, a file that this user made.
+bool BelongsToAnother(const QString& name, const QString& ours) {
+  const QFileInfo file(name);
+  return file.exists() && file.ownerId() != QFileInfo(ours).ownerId();
+}
+
 /// The folder must be there for the lock in it; a folder that cannot be made is reported when settings are written.
 QString Prepared(const QString& folder) {
   QDir().mkpath(folder);
@@ -66,12 +75,33 @@ bool SingleInstance::Lock(std::chrono::milliseconds patience) {
 bool SingleInstance::ClaimWithin(std::chrono::milliseconds patience) {
   // Where no lock can be made the profile cannot be written either, and a second program does no harm to it.
   if (!Lock(patience) && lock_.error() == QLockFile::LockFailedError) return false;
-  QLocalServer::removeServer(socket_name_);  // of a program that was killed
-  server_.listen(socket_name_);
+  RemoveLeftovers();
+  Listen();
   return true;
 }
 
+// Who takes over the lock of a program that was killed makes a second file for that moment, and may be killed in it.
+// Nobody needs that file while the lock is held.
+void SingleInstance::RemoveLeftovers() const {
+  if (!lock_.isLocked()) return;
+  const QFileInfo lock(lock_.fileName());
+  for (const QString& name : lock.dir().entryList({lock.fileName() + ".rmlock*"}, QDir::Files)) {
+    QFile::remove(lock.dir().filePath(name));
+  }
+}
+
+void SingleInstance::Listen() {
+  QLocalServer::removeServer(socket_name_);  // of a program that was killed
+  if (server_.listen(socket_name_)) return;
+  problem_ = "a second start cannot bring this program to the front: ";
+  problem_ += BelongsToAnother(FileOf(socket_name_), lock_.fileName())
+                  ? "another user of this machine has the name " + FileOf(socket_name_)
+                  : server_.errorString();
+}
+
 SingleInstance::Start SingleInstance::AskTheOther() const {
+  // Whoever has the profile answers as its user; another one could say anything.
+  if (BelongsToAnother(FileOf(socket_name_), lock_.fileName())) return Start::kNameIsTaken;
   QLocalSocket socket;
   socket.connectToServer(socket_name_);
   char answer = 0;

@@ -16,6 +16,7 @@ class SingleInstance {
     kPanelBroughtUp,   ///< another one runs and has brought its panel to the front
     kOtherHasNoPanel,  ///< another one runs headless
     kOtherIsSilent,    ///< another one runs and did not answer
+    kNameIsTaken,      ///< another one runs and cannot be asked: another user has the name that it would answer at
   };
 
   explicit SingleInstance(const QString& profile_folder);
@@ -25,17 +26,24 @@ class SingleInstance {
   /// Takes the place as soon as it is free. Returns whether that was within `patience`; nobody is asked for anything.
   [[nodiscard]] bool ClaimWithin(std::chrono::milliseconds patience);
 
+  /// Why a second start will not be able to ask for the panel, for a person; empty when it can. To be asked after the
+  /// place was taken.
+  [[nodiscard]] const QString& problem() const { return problem_; }
+
   /// What to do when a second start asks; it returns whether there is a panel.
   void OnAsked(std::function<bool()> bring_to_front) { bring_to_front_ = std::move(bring_to_front); }
 
  private:
   [[nodiscard]] bool Lock(std::chrono::milliseconds patience);
   [[nodiscard]] Start AskTheOther() const;
+  void RemoveLeftovers() const;
+  void Listen();
   void Answer();
 
   QString socket_name_;
   QLockFile lock_;
   QLocalServer server_;
+  QString problem_;
   std::function<bool()> bring_to_front_;
 };
 

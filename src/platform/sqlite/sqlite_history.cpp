@@ -114,7 +114,7 @@ std::string Shown(const fs::path& path) {
 fs::path NameAside(const fs::path& file, const CivilTime& today) {
   for (int number = 1;; ++number) {
     fs::path name = file.parent_path() / file.stem();
-    name += "-damaged-" + FormatIso8601(today).substr(0, 10);
+    name += "-damaged-" + FormatIsoDate(today);
     if (number > 1) name += "-" + std::to_string(number);
     name += file.extension();
     std::error_code error;

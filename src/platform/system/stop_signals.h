@@ -7,6 +7,9 @@ namespace orvalis {
 
 /// Turns the system's ways of asking a program to end into calls from the event loop, as long as it lives. One at a
 /// time. Implemented once per operating system.
+///
+/// A program that holds this class loses no signal from its first moment on: where the system can be told so early,
+/// what comes before `EndAtOnce` or `LeaveToSystem` waits for them.
 class StopSignals {
  public:
   struct Calls {
@@ -18,7 +21,15 @@ class StopSignals {
   explicit StopSignals(Calls calls);
   StopSignals(const StopSignals&) = delete;
   StopSignals& operator=(const StopSignals&) = delete;
+  /// What comes afterwards ends the process at once: there is nothing left to keep.
   ~StopSignals();
+
+  /// To be called first of all. While no `StopSignals` lives, being asked to end ends the process at once with
+  /// `exit_code`, which is in order as long as nothing has been begun.
+  static void EndAtOnce(int exit_code);
+  /// The other choice: what the system does to every program. For one that does a single thing and must not be taken
+  /// to have done it.
+  static void LeaveToSystem();
 
  private:
   class Watch;

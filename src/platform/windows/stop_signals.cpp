@@ -34,6 +34,13 @@ BOOL WINAPI HandleConsole(DWORD event) {
   return TRUE;
 }
 
+int g_exit_code = 0;
+
+BOOL WINAPI EndProcess(DWORD /*event*/) {
+  TerminateProcess(GetCurrentProcess(), static_cast<UINT>(g_exit_code));
+  return TRUE;
+}
+
 LRESULT CALLBACK HandleMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
   switch (message) {
     case WM_CLOSE:  // somebody asks the process to end, who does not see its other windows
@@ -89,5 +96,12 @@ class StopSignals::Watch {
 StopSignals::StopSignals(Calls calls) : watch_(std::make_unique<Watch>(std::move(calls))) {}
 
 StopSignals::~StopSignals() = default;
+
+void StopSignals::EndAtOnce(int exit_code) {
+  g_exit_code = exit_code;
+  SetConsoleCtrlHandler(EndProcess, TRUE);  // of several handlers the last one is asked first
+}
+
+void StopSignals::LeaveToSystem() { SetConsoleCtrlHandler(EndProcess, FALSE); }
 
 }  // namespace orvalis

@@ -7,7 +7,7 @@ namespace {
 
 QDate DateOf(const CivilTime& time) { return {time.year, time.month, time.day}; }
 
-QString TimeOfDay(const CivilTime& time) { return QString::fromStdString(FormatTimeOfDay(time)); }
+QString TimeOfDay(const CivilTime& time) { return ToQString(FormatTimeOfDay(time)); }
 
 }  // namespace
 
@@ -54,6 +54,19 @@ QString ToQString(std::string_view text) { return QString::fromUtf8(text.data(),
 
 QString OrDash(const QString& text) { return text.isEmpty() ? QStringLiteral("–") : text; }
 
-QString DateText(const CivilTime& time) { return DateOf(time).toString(Qt::ISODate); }
+QString DateText(const CivilTime& time) { return ToQString(FormatDate(time)); }
+
+CivilTime CivilTimeOf(const QDateTime& moment) {
+  const QDate date = moment.date();
+  const QTime time = moment.time();
+  return {.year = date.year(),
+          .month = date.month(),
+          .day = date.day(),
+          .hour = time.hour(),
+          .minute = time.minute(),
+          .second = time.second(),
+          .millisecond = time.msec(),
+          .utc_offset_minutes = moment.offsetFromUtc() / 60};
+}
 
 }  // namespace orvalis

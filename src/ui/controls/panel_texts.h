@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDate>
+#include <QDateTime>
 #include <QString>
 #include <optional>
 #include <string_view>
@@ -37,7 +38,9 @@ struct BigWordText {
 [[nodiscard]] QString ToQString(std::string_view text);
 /// A dash for a text that is not there yet.
 [[nodiscard]] QString OrDash(const QString& text);
-/// "2026-11-21"
+/// As the user writes a date.
 [[nodiscard]] QString DateText(const CivilTime& time);
+/// `moment` in its own zone.
+[[nodiscard]] CivilTime CivilTimeOf(const QDateTime& moment);
 
 }  // namespace orvalis

@@ -12,9 +12,12 @@
 #include <QRegularExpression>
 #include <QStringList>
 #include <QToolButton>
+#include <QWindow>
+#include <utility>
 
 #include "ui/controls/panel_texts.h"
 #include "ui/desktop.h"
+#include "ui/controls/picker_process.h"
 
 namespace orvalis {
 namespace {
@@ -81,10 +84,90 @@ void Dress(QFileDialog& dialog, PickerLook look) {
   for (QLineEdit* edit : dialog.findChildren<QLineEdit*>()) edit->installEventFilter(red_over);
 }
 
-std::optional<std::string> Ask(QFileDialog& dialog) {
+/// Puts the dialog in front of `owner`, a window of another process.
+void GiveOwner(QFileDialog& dialog, QWindow* owner) {
+  if (owner == nullptr) return;
+  static_cast<void>(dialog.winId());  // from then on it has a window
+  dialog.windowHandle()->setTransientParent(owner);
+}
+
+std::optional<std::string> Ask(QFileDialog& dialog, QWindow* owner) {
+  GiveOwner(dialog, owner);
   const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
   if (!chosen) return std::nullopt;
   return StoredPath(dialog.selectedFiles().constFirst());
+}
+
+std::optional<std::string> Finish(std::optional<std::string> chosen, const PickerFrame& frame) {
+  if (frame.answer) frame.answer(chosen);
+  return chosen;
+}
+
+std::optional<std::string> ShowOpen(QWidget* parent, const PickerRequest& request, const PickerFrame& frame) {
+  QFileDialog dialog(parent, request.title, {}, request.filter);
+  Dress(dialog, request.look);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  if (const QFileInfo file(request.start); !request.start.isEmpty() && file.absoluteDir().exists()) {
+    dialog.setDirectory(file.absolutePath());
+    if (file.exists()) dialog.selectFile(file.fileName());
+  }
+  return Finish(Ask(dialog, frame.owner), frame);
+}
+
+std::optional<std::string> ShowFolder(QWidget* parent, const PickerRequest& request, const PickerFrame& frame) {
+  if (request.look == PickerLook::kDesktop && !frame.answer) {
+    const std::optional<QString> folder = desktop::AskForFolder(parent, request.title, request.start);
+    return folder ? std::optional(StoredPath(*folder)) : std::nullopt;
+  }
+  QFileDialog dialog(parent, request.title);
+  Dress(dialog, request.look);
+  dialog.setDirectory(request.start);
+  dialog.setFileMode(QFileDialog::Directory);
+  dialog.setOption(QFileDialog::ShowDirsOnly);
+  return Finish(Ask(dialog, frame.owner), frame);
+}
+
+/// The ending of the files that a filter shows.
+QString SuffixOf(const QString& name_filter) {
+  return QRegularExpression("[*]([.][a-z]+)").match(name_filter).captured(1);
+}
+
+bool MayReplace(QWidget* parent, const QString& title, const std::string& path) {
+  QMessageBox box(QMessageBox::NoIcon, title, ToQString(path) + " already exists.\nDo you want to replace it?",
+                  QMessageBox::Yes | QMessageBox::No, parent);
+  if (parent != nullptr) box.setPalette(parent->palette());
+  for (QAbstractButton* button : box.buttons()) button->setIcon({});
+  box.setDefaultButton(QMessageBox::No);
+  return box.exec() == QMessageBox::Yes;
+}
+
+std::optional<std::string> ShowSave(QWidget* parent, const PickerRequest& request, const PickerFrame& frame) {
+  const QFileInfo file(request.start);
+  QFileDialog dialog(parent, request.title, {}, request.filter);
+  Dress(dialog, request.look);
+  dialog.setDirectory(file.absoluteDir().exists() ? file.absolutePath() : QDir::homePath());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setDefaultSuffix(SuffixOf(dialog.selectedNameFilter()));
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& chosen) {
+    dialog.setDefaultSuffix(SuffixOf(chosen));
+    // The name follows, because the ending decides what is written.
+    const QFileInfo typed(dialog.selectedFiles().value(0));
+    dialog.selectFile(typed.completeBaseName() + SuffixOf(chosen));
+  });
+  dialog.selectFile(file.fileName());
+  // The toolkit's own question has a coloured picture in it.
+  const bool ask_ourselves = request.look == PickerLook::kNight;
+  if (ask_ourselves) dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  std::optional<std::string> path = Ask(dialog, frame.owner);
+  while (path && ask_ourselves && QFileInfo::exists(ToQString(*path)) && !MayReplace(parent, request.title, *path)) {
+    path = Ask(dialog, frame.owner);
+  }
+  return Finish(std::move(path), frame);
+}
+
+std::optional<std::string> Pick(QWidget* parent, const PickerRequest& request) {
+  return PickersHaveProcess() ? PickInProcess(parent, request) : ShowPicker(parent, request);
 }
 
 }  // namespace
@@ -103,63 +186,41 @@ QString ToQtFilter(std::string_view filter) {
   return filters.join(";;");
 }
 
+std::optional<std::string> ShowPicker(QWidget* parent, const PickerRequest& request, const PickerFrame& frame) {
+  switch (request.kind) {
+    case PickerRequest::Kind::kFolder:
+      return ShowFolder(parent, request, frame);
+    case PickerRequest::Kind::kSave:
+      return ShowSave(parent, request, frame);
+    default:
+      return ShowOpen(parent, request, frame);
+  }
+}
+
 std::optional<std::string> PickFile(QWidget* parent, std::string_view filter, const std::string& current,
                                     PickerLook look) {
-  QFileDialog dialog(parent, "Open", {}, ToQtFilter(filter));
-  Dress(dialog, look);
-  dialog.setFileMode(QFileDialog::ExistingFile);
-  if (const QFileInfo file(ToQString(current)); !current.empty() && file.absoluteDir().exists()) {
-    dialog.setDirectory(file.absolutePath());
-    if (file.exists()) dialog.selectFile(file.fileName());
-  }
-  return Ask(dialog);
+  return Pick(parent, {.kind = PickerRequest::Kind::kFile,
+                       .look = look,
+                       .title = "Open",
+                       .filter = ToQtFilter(filter),
+                       .start = ToQString(current)});
 }
 
 std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& current, PickerLook look) {
-  const QString title = "Please select a Server folder.";
-  if (look == PickerLook::kDesktop) {
-    const std::optional<QString> folder = desktop::AskForFolder(parent, title, ToQString(current));
-    return folder ? std::optional(StoredPath(*folder)) : std::nullopt;
-  }
-  QFileDialog dialog(parent, title);
-  Dress(dialog, look);
-  dialog.setDirectory(ToQString(current));
-  dialog.setFileMode(QFileDialog::Directory);
-  dialog.setOption(QFileDialog::ShowDirsOnly);
-  return Ask(dialog);
+  return Pick(parent, {.kind = PickerRequest::Kind::kFolder,
+                       .look = look,
+                       .title = "Please select a Server folder.",
+                       .filter = {},
+                       .start = ToQString(current)});
 }
 
 std::optional<std::string> PickSaveFile(QWidget* parent, const QString& title, std::string_view filter,
                                         const QString& suggested, PickerLook look) {
-  const QFileInfo file(suggested);
-  QFileDialog dialog(parent, title, {}, ToQtFilter(filter));
-  Dress(dialog, look);
-  dialog.setDirectory(file.absolutePath());
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setFileMode(QFileDialog::AnyFile);
-  const auto suffix_of = [](const QString& name_filter) {
-    return QRegularExpression("[*]([.][a-z]+)").match(name_filter).captured(1);
-  };
-  dialog.setDefaultSuffix(suffix_of(dialog.selectedNameFilter()));
-  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& chosen) {
-    dialog.setDefaultSuffix(suffix_of(chosen));
-    // The name follows, because the ending decides what is written.
-    const QFileInfo typed(dialog.selectedFiles().value(0));
-    dialog.selectFile(typed.completeBaseName() + suffix_of(chosen));
-  });
-  dialog.selectFile(file.fileName());
-  // The toolkit's own question has a coloured picture in it.
-  if (look == PickerLook::kNight) dialog.setOption(QFileDialog::DontConfirmOverwrite);
-  while (std::optional<std::string> path = Ask(dialog)) {
-    if (look != PickerLook::kNight || !QFileInfo::exists(ToQString(*path))) return path;
-    QMessageBox box(QMessageBox::NoIcon, title, ToQString(*path) + " already exists.\nDo you want to replace it?",
-                    QMessageBox::Yes | QMessageBox::No, parent);
-    if (parent != nullptr) box.setPalette(parent->palette());
-    for (QAbstractButton* button : box.buttons()) button->setIcon({});
-    box.setDefaultButton(QMessageBox::No);
-    if (box.exec() == QMessageBox::Yes) return path;
-  }
-  return std::nullopt;
+  return Pick(parent, {.kind = PickerRequest::Kind::kSave,
+                       .look = look,
+                       .title = title,
+                       .filter = ToQtFilter(filter),
+                       .start = suggested});
 }
 
 }  // namespace orvalis

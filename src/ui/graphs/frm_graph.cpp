@@ -219,7 +219,6 @@ void frmGraph::keyPressEvent(QKeyEvent* event) {
 QString frmGraph::AskForFile(const QString& title, const char* filter, const char* suffix) {
   message_->hide();
   if (folder_.isEmpty()) folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  if (!QFileInfo(folder_).isDir()) folder_ = QDir::homePath();
   const QDateTime from = QDateTime::fromMSecsSinceEpoch(plot_->Shown().from, parts_.zone);
   const QString name = QString("orvalis-") +
                        (kind_.curves.front().quantity == Quantity::kWind ? "wind-" : "temperatures-") +
@@ -231,38 +230,35 @@ QString frmGraph::AskForFile(const QString& title, const char* filter, const cha
   return ToQString(*path);
 }
 
-bool frmGraph::SavePicture(const QString& path) {
-  return Save(path, path.endsWith(".pdf", Qt::CaseInsensitive) ? PdfOf(*plot_) : PngOf(*plot_));
-}
-
-bool frmGraph::SaveValues(const QString& path) {
-  const std::vector<Quantity> quantities = kind_.Quantities();
-  const auto local_time = [this](std::int64_t moment) {
-    const QDateTime time = QDateTime::fromMSecsSinceEpoch(moment, parts_.zone);
-    return CivilTime{.year = time.date().year(),
-                     .month = time.date().month(),
-                     .day = time.date().day(),
-                     .hour = time.time().hour(),
-                     .minute = time.time().minute(),
-                     .second = time.time().second(),
-                     .millisecond = time.time().msec(),
-                     .utc_offset_minutes = time.offsetFromUtc() / 60};
-  };
-  const std::string csv = HistoryCsv(parts_.recorder.Shown(), plot_->Shown(), quantities, parts_.centigrade(),
-                                     parts_.recorder.demo_shown() ? "demo" : "unit", local_time);
-  return Save(path, QByteArray::fromStdString(csv));
-}
-
-bool frmGraph::Save(const QString& path, const QByteArray& content) {
-  const QString failure = WriteWholeFile(path, content);
-  if (failure.isEmpty()) {
-    Say("Saved as " + path, Colour::kGreen);
-    return true;
+void frmGraph::SavePicture(const QString& path) {
+  if (path.endsWith(".pdf", Qt::CaseInsensitive)) {
+    Save(path, [content = PdfOf(*plot_)] { return content; });
+  } else {
+    Save(path, [image = ImageOf(*plot_)] { return PngOf(image); });
   }
-  const QString text = "Cannot save " + path + ": " + failure;
-  Say(text, Colour::kRed);
-  parts_.report(text.toStdString());
-  return false;
+}
+
+void frmGraph::SaveValues(const QString& path) {
+  const auto local_time = [zone = parts_.zone](std::int64_t moment) {
+    return CivilTimeOf(QDateTime::fromMSecsSinceEpoch(moment, zone));
+  };
+  Save(path, [local_time, history = parts_.recorder.Shown(), range = plot_->Shown(), quantities = kind_.Quantities(),
+              centigrade = parts_.centigrade(), source = parts_.recorder.demo_shown() ? "demo" : "unit"] {
+    return QByteArray::fromStdString(HistoryCsv(history, range, quantities, centigrade, source, local_time));
+  });
+}
+
+void frmGraph::Save(const QString& path, FileContent content) {
+  Say("Saving " + path + "…", Colour::kGreen);
+  SaveInBackground(this, path, std::move(content), [this, path](const QString& failure) {
+    if (failure.isEmpty()) {
+      Say("Saved as " + path, Colour::kGreen);
+      return;
+    }
+    const QString text = "Cannot save " + path + ": " + failure;
+    Say(text, Colour::kRed);
+    parts_.report(text.toStdString());
+  });
 }
 
 void frmGraph::Say(const QString& text, Colour colour) {

@@ -9,6 +9,7 @@
 #include "history/history_recorder.h"
 #include "ui/controls/theme.h"
 #include "ui/graphs/graph_kind.h"
+#include "ui/graphs/graph_files.h"
 
 class QLabel;
 class QScrollBar;
@@ -41,9 +42,10 @@ class frmGraph : public QWidget {
   [[nodiscard]] bool updating() const { return update_timer_.isActive(); }
   [[nodiscard]] HistoryPlot& plot() const { return *plot_; }
 
-  /// Saves what is seen as `path` says: ".png", ".pdf", or values. Says in the window what came of it.
-  bool SavePicture(const QString& path);
-  bool SaveValues(const QString& path);
+  /// Saves what is seen as `path` says: ".png", ".pdf", or values. Says in the window what comes of it, a moment
+  /// later: writing holds up nothing.
+  void SavePicture(const QString& path);
+  void SaveValues(const QString& path);
 
  protected:
   void showEvent(QShowEvent* event) override;
@@ -58,7 +60,7 @@ class frmGraph : public QWidget {
   /// The timer runs only while there is somebody to see it.
   void RunTimer();
   [[nodiscard]] QString AskForFile(const QString& title, const char* filter, const char* suffix);
-  bool Save(const QString& path, const QByteArray& content);
+  void Save(const QString& path, FileContent content);
   void Say(const QString& text, Colour colour);
 
   const GraphKind& kind_;

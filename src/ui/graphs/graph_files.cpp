@@ -6,15 +6,44 @@
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QSaveFile>
+#include <QTimer>
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <thread>
+#include <utility>
 
 namespace orvalis {
+namespace {
 
-QByteArray PngOf(QCustomPlot& plot) {
+/// What a thread leaves for the event loop.
+struct Saving {
+  QString failure;  ///< to be read when it has ended
+  std::atomic<bool> ended = false;
+};
+
+std::atomic<int> g_running = 0;
+
+/// Returns why it failed, or an empty text.
+QString WriteWholeFile(const QString& path, const QByteArray& content) {
+  QSaveFile file(path);
+  const bool written =
+      !content.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit();
+  return written ? QString() : file.errorString();
+}
+
+}  // namespace
+
+QImage ImageOf(QCustomPlot& plot) {
   constexpr double kScale = 2;
+  return plot.toPixmap(plot.width(), plot.height(), kScale).toImage();
+}
+
+QByteArray PngOf(const QImage& image) {
   QByteArray content;
   QBuffer buffer(&content);
   buffer.open(QIODevice::WriteOnly);
-  plot.toPixmap(plot.width(), plot.height(), kScale).save(&buffer, "PNG");
+  image.save(&buffer, "PNG");
   return content;
 }
 
@@ -40,11 +69,27 @@ QByteArray PdfOf(QCustomPlot& plot) {
   return content;
 }
 
-QString WriteWholeFile(const QString& path, const QByteArray& content) {
-  QSaveFile file(path);
-  const bool written =
-      !content.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit();
-  return written ? QString() : file.errorString();
+void SaveInBackground(QObject* context, const QString& path, FileContent content, FileSaved saved) {
+  const auto saving = std::make_shared<Saving>();
+  ++g_running;
+  // Nothing waits for this thread: the system may hold it up for as long as it likes.
+  std::thread([saving, path, content = std::move(content)] {
+    saving->failure = WriteWholeFile(path, content());
+    --g_running;
+    saving->ended = true;
+  }).detach();
+  // Asked for rather than told: the event loop may have ended when the thread comes back.
+  constexpr std::chrono::milliseconds kGlance{20};
+  auto* glance = new QTimer(context);
+  QObject::connect(glance, &QTimer::timeout, glance, [saving, saved = std::move(saved), glance] {
+    if (!saving->ended) return;
+    glance->stop();
+    glance->deleteLater();
+    saved(saving->failure);
+  });
+  glance->start(kGlance);
 }
+
+bool SavingGoesOn() { return g_running > 0; }
 
 }  // namespace orvalis

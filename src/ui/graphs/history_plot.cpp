@@ -21,8 +21,13 @@ constexpr double kShortestRange = 60;
 constexpr double kUsualRange = 12 * 3600;
 constexpr double kRangeWithoutValues = 3600;
 
-QDateTime LocalTime(double seconds, const QTimeZone& zone) {
-  return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(seconds * kMsPerSecond), zone);
+CivilTime LocalTime(double seconds, const QTimeZone& zone) {
+  return CivilTimeOf(QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(seconds * kMsPerSecond), zone));
+}
+
+/// A date and the time of the day in it.
+QString Moment(const CivilTime& time, const std::string& time_of_day) {
+  return DateText(time) + " " + ToQString(time_of_day);
 }
 
 }  // namespace
@@ -310,10 +315,11 @@ void HistoryPlot::FitValueAxis(QCPAxis* axis) {
 }
 
 void HistoryPlot::ShowTitle() {
-  const QDateTime from = LocalTime(xAxis->range().lower, zone_);
-  const QDateTime to = LocalTime(xAxis->range().upper, zone_);
-  const QString end = to.toString(to.date() == from.date() ? "HH:mm" : "yyyy-MM-dd HH:mm");
-  QString title = QString(kind_.title) + ", " + from.toString("yyyy-MM-dd HH:mm") + " to " + end;
+  const CivilTime from = LocalTime(xAxis->range().lower, zone_);
+  const CivilTime to = LocalTime(xAxis->range().upper, zone_);
+  const std::string end = FormatHourAndMinute(to);
+  QString title = QString(kind_.title) + ", " + Moment(from, FormatHourAndMinute(from)) + " to " +
+                  (DayNumber(to) == DayNumber(from) ? ToQString(end) : Moment(to, end));
   if (!source_.history().Extent()) title = QString(kind_.title) + ": no values yet";
   if (source_.made_up()) title += " · DEMO — values are made up";
   title_->setText(title);
@@ -372,9 +378,10 @@ void HistoryPlot::ShowReadout() {
   if (!span) return;
   const double middle = (static_cast<double>(span->first) + static_cast<double>(span->last)) / 2 / kMsPerSecond;
   const double x = xAxis->coordToPixel(middle);
-  QString when = LocalTime(static_cast<double>(span->first) / kMsPerSecond, zone_).toString("yyyy-MM-dd HH:mm:ss");
+  const CivilTime first = LocalTime(static_cast<double>(span->first) / kMsPerSecond, zone_);
+  QString when = Moment(first, FormatTimeOfDay(first));
   if (span->last != span->first) {
-    when += " to " + LocalTime(static_cast<double>(span->last) / kMsPerSecond, zone_).toString("HH:mm:ss");
+    when += " to " + ToQString(FormatTimeOfDay(LocalTime(static_cast<double>(span->last) / kMsPerSecond, zone_)));
   }
   std::vector<Readout::Row> rows{{when, nullptr, std::nullopt}};
   for (const CurveGraph* curve : curves_) {

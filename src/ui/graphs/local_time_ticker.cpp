@@ -5,6 +5,8 @@
 #include <array>
 #include <cmath>
 
+#include "ui/controls/panel_texts.h"
+
 namespace orvalis {
 namespace {
 
@@ -82,12 +84,13 @@ QVector<QString> LocalTimeTicker::createLabelVector(const QVector<double>& ticks
     const int offset = Offset(tick);
     const QDateTime local =
         QDateTime::fromSecsSinceEpoch(static_cast<qint64>(std::llround(tick)), Qt::OffsetFromUTC, offset);
-    const QString date = local.date().toString(Qt::ISODate);
+    const CivilTime civil = CivilTimeOf(local);
+    const QString date = DateText(civil);
     if (step_ >= kDay) {
       labels.append(date);
       continue;
     }
-    QString label = local.time().toString(step_ < kMinute ? "HH:mm:ss" : "HH:mm");
+    QString label = ToQString(step_ < kMinute ? FormatTimeOfDay(civil) : FormatHourAndMinute(civil));
     if (changes) {
       const int minutes = std::abs(offset) / 60;
       label += (offset < 0 ? "-" : "+") + QString("%1").arg(minutes / 60, 2, 10, QChar('0'));

@@ -106,7 +106,7 @@ WeatherService::~WeatherService() {
 bool WeatherService::Start() {
   const std::string problem = TakeName();
   if (problem.empty()) {
-    if (!std::exchange(standing_problem_, {}).empty()) parts_.record("programs can read the weather over D-Bus again");
+    if (trouble_.Mended()) parts_.record("programs can read the weather over D-Bus again");
     return true;
   }
   TryAgain(problem);
@@ -136,8 +136,7 @@ std::string WeatherService::TakeName() {
 }
 
 void WeatherService::TryAgain(const std::string& reason) {
-  if (reason != standing_problem_) parts_.record("no program can read the weather over D-Bus: " + reason);
-  standing_problem_ = reason;
+  if (trouble_.IsNews(reason)) parts_.record("no program can read the weather over D-Bus: " + reason);
   retry_.start();
 }
 

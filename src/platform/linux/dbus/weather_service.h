@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "base/once_until_mended.h"
 #include "server/weather_server.h"
 
 namespace orvalis {
@@ -58,7 +59,7 @@ class WeatherService : public QDBusVirtualObject, public WeatherServer {
   std::map<QString, std::unique_ptr<Weather>> clients_;  ///< by the client's own name on the bus
   bool had_clients_ = false;
   QTimer retry_;
-  std::string standing_problem_;
+  OnceUntilMended trouble_;
 };
 
 }  // namespace orvalis

@@ -1,0 +1,188 @@
+#include "ui/controls/picker_process.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QEventLoop>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QSocketNotifier>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "ui/controls/panel_texts.h"
+#include "ui/controls/setup_night.h"
+#include "ui/controls/theme.h"
+
+namespace orvalis {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char* kWord = "--file-dialog";
+// What the dialog's process writes, each a line.
+constexpr char kAlive = '.';
+constexpr char kChosen = '=';
+constexpr auto kBeat = 1s;
+/// Long enough for a slow machine to start a process.
+constexpr auto kHeldUp = 5s;
+
+// The arguments behind the word, in this order.
+enum Argument { kKind, kLook, kOwner, kTitle, kFilter, kStart, kArguments };
+
+QString g_program;
+
+/// The window that a dialog of another process belongs to, where the desktop can be told that: 0 elsewhere.
+WId OwnerOf(const QWidget* parent) {
+  if (parent == nullptr || QGuiApplication::platformName() != "xcb") return 0;
+  return parent->window()->winId();
+}
+
+QStringList PickerArguments(const QWidget* parent, const PickerRequest& request) {
+  QStringList arguments;
+  arguments.resize(kArguments);
+  arguments[kKind] = QString::number(static_cast<int>(request.kind));
+  arguments[kLook] = QString::number(static_cast<int>(request.look));
+  arguments[kOwner] = QString::number(OwnerOf(parent));
+  arguments[kTitle] = request.title;
+  arguments[kFilter] = request.filter;
+  arguments[kStart] = request.start;
+  return QStringList(kWord) + arguments;
+}
+
+/// Keeps the other windows from taking input, without a window of its own to be seen.
+class Blocker : public QDialog {
+ public:
+  explicit Blocker(QWidget* parent) : QDialog(parent) {
+    setAttribute(Qt::WA_DontShowOnScreen);
+    setModal(true);
+    show();
+  }
+};
+
+/// Says that the dialog is held up, while it is.
+class HeldUpMessage {
+ public:
+  HeldUpMessage(QWidget* parent, PickerLook look, QEventLoop& loop)
+      : box_(look == PickerLook::kNight ? QMessageBox::NoIcon : QMessageBox::Warning, "Orvalis",
+             "The folder does not answer, as when it is on a network that is gone.", QMessageBox::NoButton, parent) {
+    QAbstractButton* give_up = box_.addButton("&Give up", QMessageBox::RejectRole);
+    box_.setModal(true);  // or it would take no input either
+    if (look == PickerLook::kNight && parent != nullptr) {
+      box_.setPalette(parent->palette());
+      give_up->setIcon({});
+    }
+    QObject::connect(&box_, &QDialog::finished, &loop, &QEventLoop::quit);
+    wait_.setSingleShot(true);
+    wait_.callOnTimeout(&box_, [this] { box_.show(); });
+    wait_.start(kHeldUp);
+  }
+  void NoteAlive() {
+    box_.hide();
+    wait_.start(kHeldUp);
+  }
+
+ private:
+  QMessageBox box_;
+  QTimer wait_;
+};
+
+/// Lets go of a process that may not even be stopped before its folder answers.
+void Abandon(std::unique_ptr<QProcess> process) {
+  process->disconnect();
+  if (process->state() == QProcess::NotRunning) return;
+  QProcess* left = process.release();
+  QObject::connect(left, &QProcess::finished, left, &QObject::deleteLater);
+  left->kill();
+}
+
+void WriteLine(const QByteArray& line) {
+  std::fputs((line + '\n').constData(), stdout);
+  std::fflush(stdout);
+}
+
+/// Without tidying up, which would wait for a folder that does not answer.
+[[noreturn]] void EndPicker() {
+  std::fflush(stdout);
+  std::_Exit(EXIT_SUCCESS);
+}
+
+}  // namespace
+
+void UsePickerProcess(const QString& program) { g_program = program; }
+
+bool PickersHaveProcess() { return !g_program.isEmpty(); }
+
+std::optional<std::string> PickInProcess(QWidget* parent, const PickerRequest& request) {
+  const Blocker blocker(parent);
+  QEventLoop loop;
+  HeldUpMessage message(parent, request.look, loop);
+  std::optional<std::string> chosen;
+  auto process = std::make_unique<QProcess>();
+  process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  QObject::connect(process.get(), &QProcess::readyReadStandardOutput, &loop, [&] {
+    while (process->canReadLine()) {
+      const QByteArray line = process->readLine().chopped(1);
+      message.NoteAlive();
+      if (!line.startsWith(kChosen)) continue;
+      chosen = QByteArray::fromPercentEncoding(line.mid(1)).toStdString();
+      loop.quit();
+    }
+  });
+  QObject::connect(process.get(), &QProcess::finished, &loop, &QEventLoop::quit);
+  bool started = true;
+  QObject::connect(process.get(), &QProcess::errorOccurred, &loop, [&](QProcess::ProcessError error) {
+    started = error != QProcess::FailedToStart;
+    loop.quit();
+  });
+  process->start(g_program, PickerArguments(parent, request));
+  if (started) loop.exec();
+  Abandon(std::move(process));
+  if (!started) return ShowPicker(parent, request);
+  return chosen;
+}
+
+bool IsPicker(const std::vector<std::string>& arguments) {
+  return arguments.size() == 2 + kArguments && arguments[1] == kWord;
+}
+
+void ServePicker(const std::vector<std::string>& arguments) {
+  const auto argument = [&](Argument which) { return QString::fromStdString(arguments[2 + which]); };
+  int count = 1;
+  std::string name = arguments[0];
+  std::array<char*, 2> words{name.data(), nullptr};
+  const QApplication application(count, words.data());
+  QCoreApplication::setApplicationName("orvalis");
+  QGuiApplication::setDesktopFileName("orvalis");
+  // Nothing is ever sent on standard input: it becomes readable when the program is gone.
+  const QSocketNotifier program_gone(0, QSocketNotifier::Read);
+  QObject::connect(&program_gone, &QSocketNotifier::activated, qApp, [] { EndPicker(); });
+  QTimer beat;
+  beat.callOnTimeout(qApp, [] { WriteLine(QByteArray(1, kAlive)); });
+  beat.start(kBeat);
+
+  const PickerRequest request{.kind = static_cast<PickerRequest::Kind>(argument(kKind).toInt()),
+                              .look = static_cast<PickerLook>(argument(kLook).toInt()),
+                              .title = argument(kTitle),
+                              .filter = argument(kFilter),
+                              .start = argument(kStart)};
+  QWidget wardrobe;  // never shown: the dialog wears what it does
+  if (request.look == PickerLook::kNight) DressWindow(wardrobe, Theme::Night());
+  const auto owner = static_cast<WId>(argument(kOwner).toULongLong());
+  const PickerFrame frame{.owner = owner == 0 ? nullptr : QWindow::fromWinId(owner),
+                          .answer = [](const std::optional<std::string>& chosen) {
+                            if (chosen) WriteLine(kChosen + QByteArray::fromStdString(*chosen).toPercentEncoding());
+                            EndPicker();
+                          }};
+  static_cast<void>(ShowPicker(&wardrobe, request, frame));
+  EndPicker();
+}
+
+}  // namespace orvalis
