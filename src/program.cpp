@@ -44,8 +44,9 @@ class PlacedPanel : public PanelWindow {
 }  // namespace
 
 NumberLocale UserLocale() {
-  const QString separator = QLocale::system().decimalPoint();
-  return {.decimal_separator = separator == "," ? ',' : '.'};
+  const QLocale locale = QLocale::system();
+  static const std::string name = locale.name().toStdString();
+  return {.decimal_separator = locale.decimalPoint() == "," ? ',' : '.', .name = name.c_str()};
 }
 
 std::optional<QString> ChosenProfileFolder(const CommandLine& line) {
@@ -126,6 +127,7 @@ Program::Program(const CommandLine& line)
                  .demo_mode = [this] { return poll_.InDemoMode(); }}),
       poll_timer_([this] { Tick("polling the unit", [this] { poll_.Poll(); }); }),
       second_timer_([this] {
+        boundary_.RunWhole("watching the settings", [this] { WatchSettings(); });
         Tick("reconnecting", [this] {
           reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
           poll_.WatchStaleness();
@@ -175,6 +177,7 @@ Program::~Program() = default;
 
 int Program::Run() {
   startup_->Main();
+  WatchSettings();
   publisher_.Load();
   if (form_) {
     form_->SetNightTheme(settings_.NightTheme == 1);
@@ -211,6 +214,23 @@ void Program::Refresh() {
   if (setup_routine_) setup_routine_->FollowUnit();
   if (submit_) submit_->RefreshPreview();
   if (graphs_) graphs_->FollowSettings();
+}
+
+void Program::WatchSettings() {
+  std::string notice = store_.LossNotice();
+  if (notice == acknowledged_) notice.clear();
+  if (notice == loss_notice_) return;
+  events_.Record(notice.empty() ? "the loss of the settings was acknowledged" : notice);
+  loss_notice_ = notice;
+  panel_.Stand({.cause = StandingMessage::Cause::kSettingsLost, .text = notice, .to_acknowledge = true});
+}
+
+void Program::AcknowledgeLostSettings() {
+  acknowledged_ = loss_notice_;  // for this run at least, should the disk be full
+  Click("acknowledging the loss of the settings", [this] {
+    WatchSettings();
+    store_.AcknowledgeLoss();
+  });
 }
 
 void Program::Report(const std::string& text) {
@@ -261,6 +281,7 @@ void Program::OpenPanel() {
     ApplyTheme();
     Click("keeping the night theme", [this] { store_.Write("NightTheme", settings_); });
   });
+  QObject::connect(form_.get(), &frmHandBox::Acknowledged, form_.get(), [this] { AcknowledgeLostSettings(); });
   QObject::connect(form_.get(), &frmHandBox::Closing, form_.get(), [] { QCoreApplication::exit(kExitOk); });
   events_.Listen([this](const Event& event) { form_->AppendEvent(event); });
   poll_.Listen([this](const SensorFrame&) {
@@ -282,7 +303,8 @@ void Program::OpenSetup() {
                       .ports = native::ListSerialPorts,
                       .report = [this](const std::exception_ptr& error) { boundary_.Report(kChanging, error); },
                       .succeeded = [this] { boundary_.Succeeded(kChanging); },
-                      .version = ORVALIS_VERSION},
+                      .version = ORVALIS_VERSION,
+                      .locale = store_.locale()},
       form_.get());
   setup_routine_.emplace(SetupRoutine::Parts{.store = store_,
                                              .settings = settings_,

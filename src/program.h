@@ -92,6 +92,10 @@ class Program {
     Refresh();
   }
   void Refresh();
+  /// Says on the panel and in the event list that the settings were lost, until a person has acknowledged it, here or
+  /// from a terminal.
+  void WatchSettings();
+  void AcknowledgeLostSettings();
   /// Says what goes wrong in the background where a person looks.
   void Report(const std::string& text);
   /// What happened, in a file, for whoever comes to look after the night.
@@ -126,6 +130,8 @@ class Program {
   Settings settings_;
   WeatherState weather_;
   PanelModel panel_;
+  std::string loss_notice_;   ///< of settings that were destroyed; "" when there is nothing to acknowledge
+  std::string acknowledged_;  ///< the notice that was acknowledged on the panel
   UnitOptions options_;
   EventList events_;
   ErrorBoundary boundary_;

@@ -1,6 +1,20 @@
 #include "acquisition/panel_model.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace orvalis {
+
+void PanelModel::Stand(StandingMessage message) {
+  const auto found = std::ranges::find(standing, message.cause, &StandingMessage::cause);
+  if (message.text.empty()) {
+    if (found != standing.end()) standing.erase(found);
+  } else if (found != standing.end()) {
+    *found = std::move(message);
+  } else {
+    standing.push_back(std::move(message));
+  }
+}
 
 void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale locale, PanelModel& panel) {
   const auto temperature = [&](double celsius) {

@@ -4,13 +4,17 @@
 #include <ostream>
 
 #include "base/run_time_error.h"
+#include "config/setup_advice.h"
 
 namespace orvalis {
 namespace {
 
-/// What the program would find: a store of another layout is reset at the next start.
+/// What the program would use: of a store with another layout the next start resets what has a default.
 std::string EffectiveText(const SettingKey& key, const SettingsStore& store) {
-  return store.HasCurrentLayout() ? store.Get(key) : DefaultText(key, store.program_folder(), store.locale());
+  if (key.default_text && !store.HasCurrentLayout()) return DefaultText(key, store.program_folder(), store.locale());
+  std::string text = store.Get(key);
+  if (key.name == kPortKey && text.empty()) text = kDefaultPort;
+  return text;
 }
 
 void List(const SettingsStore& store, std::ostream& out) {
@@ -23,14 +27,41 @@ void List(const SettingsStore& store, std::ostream& out) {
   }
 }
 
-void Set(const SettingKey& key, std::string value, SettingsStore& store, std::istream& in) {
+/// False when `value` is refused, with the reason in `error`.
+bool Set(const SettingKey& key, std::string value, SettingsStore& store, std::istream& in, std::ostream& error) {
   if (value == "-") {
     value.clear();
     std::getline(in, value);
   }
-  CheckText(key, value, store.locale());
+  try {
+    CheckText(key, value, store.locale());
+  } catch (const RunTimeError& refused) {
+    error << "orvalis: the setting \"" << key.name << "\" is of the type " << Name(key.type) << ": " << refused.what()
+          << '\n';
+    return false;
+  }
+  if (const std::string why = RefusalOf(key, value, store.locale()); !why.empty()) {
+    error << "orvalis: the setting \"" << key.name << "\" cannot be " << value << ": " << why << '\n';
+    return false;
+  }
   store.EnsureLayout();
   store.WriteText(key.name, value);
+  if (const std::string cut = CutForUnit(key, value, store.locale()); !cut.empty()) {
+    error << "orvalis: note: " << cut << '\n';
+  }
+  if (const std::string loss = store.LossNotice(); !loss.empty()) error << "orvalis: note: " << loss << '\n';
+  return true;
+}
+
+void Acknowledge(SettingsStore& store, std::ostream& out) {
+  store.CheckWhole();
+  const std::string loss = store.LossNotice();
+  if (loss.empty()) {
+    out << "There is nothing to acknowledge.\n";
+    return;
+  }
+  store.AcknowledgeLoss();
+  out << "Acknowledged: " << loss << '\n';
 }
 
 }  // namespace
@@ -41,7 +72,12 @@ int RunProfileCommand(const ProfileCommand& command, SettingsStore& store, std::
   constexpr int kNoSuchKey = 2;
   try {
     store.Register();
+    if (command.verb == ProfileCommand::Verb::kAcknowledge) {
+      Acknowledge(store, out);
+      return 0;
+    }
     if (command.verb == ProfileCommand::Verb::kList) {
+      store.CheckWhole();
       List(store, out);
       return 0;
     }
@@ -53,18 +89,11 @@ int RunProfileCommand(const ProfileCommand& command, SettingsStore& store, std::
       return kNoSuchKey;
     }
     if (command.verb == ProfileCommand::Verb::kGet) {
+      store.CheckWhole();
       out << EffectiveText(*key, store) << '\n';
       return 0;
     }
-    try {
-      Set(*key, command.value, store, in);
-    } catch (const RunTimeError& refused) {
-      if (refused.number() != RunTimeError::kTypeMismatch && refused.number() != RunTimeError::kOverflow) throw;
-      error << "orvalis: the setting \"" << key->name << "\" is of the type " << Name(key->type) << ": "
-            << refused.what() << '\n';
-      return kFailed;
-    }
-    return 0;
+    return Set(*key, command.value, store, in, error) ? 0 : kFailed;
   } catch (const RunTimeError& failure) {
     error << "orvalis: " << failure.what() << '\n';
     return kFailed;

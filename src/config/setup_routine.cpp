@@ -5,12 +5,6 @@
 #include "base/run_time_error.h"
 
 namespace orvalis {
-namespace {
-
-constexpr const char* kPortKey = "COM Port";
-constexpr const char* kDefaultPort = "2";
-
-}  // namespace
 
 void SetupRoutine::Run() {
   if (open_) {

@@ -14,6 +14,7 @@
 #include "ui/event_view.h"
 #include "ui/night_proof.h"
 #include "ui/panel_texts.h"
+#include "ui/standing_notices.h"
 #include "ui/status_text.h"
 
 namespace orvalis {
@@ -88,6 +89,7 @@ void frmHandBox::ShowControls() {
                   theme_.Quiet(model_.connect.background)});
   status_->Show(ToQString(model_.status));
 
+  notices_->Show(model_.standing, theme_.Strong(Colour::kYellow));
   demo_->Show({"DEMO — values are made up", {}, {}, theme_.Strong(Colour::kYellow)});
   if (demo_->isHidden() == model_.demo) demo_->setVisible(model_.demo);
 

@@ -20,6 +20,7 @@
 #include "ui/frm_hand_box.h"
 #include "ui/logo_button.h"
 #include "ui/night_proof.h"
+#include "ui/standing_notices.h"
 #include "ui/status_text.h"
 #include "ui/text_fit.h"
 
@@ -69,6 +70,9 @@ frmHandBox::frmHandBox(PanelModel& model, QWidget* parent)
   auto* column = new QVBoxLayout(content_);
   demo_ = Named(new WordCard(WordCard::Form::kStrip, {}, {}, content_), "lblDemo");
   column->addWidget(demo_);
+  notices_ = new StandingNotices(content_);
+  column->addWidget(notices_);
+  connect(notices_, &StandingNotices::Acknowledged, this, &frmHandBox::Acknowledged);
   main_ = new QBoxLayout(QBoxLayout::TopToBottom);
   column->addLayout(main_, 1);
   BuildHero();

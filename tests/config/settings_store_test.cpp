@@ -119,7 +119,7 @@ TEST_F(SettingsStoreTest, TheProfileCommandRefusesWhatATypeCannotHold) {
 
   const std::tuple<const char*, const char*, int> rows[] = {
       {"RainThreshold", "abc", 1},     {"RainThreshold", "99999999999", 1},
-      {"Centigrade", "maybe", 1},      {"WindSpeedWarn", "1,5", 1},
+      {"Centigrade", "maybe", 1},      {"WindSpeedWarn", "1,5,5", 1},
       {"NoSuchKey", "1", 2},           {"WindSpeedWarn", "7.5", 0},
       {"COM Port", "/dev/ttyUSB1", 0}, {"g_sRainApp", "", 0}};
   for (const auto& [key, value, code] : rows) {

@@ -72,7 +72,7 @@ TEST(SetupFields, BadInputGetsItsMessageAndReplacement) {
     EXPECT_EQ(reading.message, message) << field << " " << text;
     EXPECT_EQ(reading.value, value) << field << " " << text;
   }
-  for (const char* text : {"", " ", "99999999999", "1,5"}) {
+  for (const char* text : {"", " ", "99999999999", "1,000"}) {
     EXPECT_EQ(ReadSetupField(SetupFields()[FieldIndex("RainThreshold")], text, {}).value, 400) << text;
   }
 }

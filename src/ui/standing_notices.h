@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "acquisition/panel_model.h"
+#include "ui/theme.h"
+
+class QVBoxLayout;
+
+namespace orvalis {
+
+/// The panel's standing messages, one row each, some with a button; no room at all while there are none.
+class StandingNotices : public QWidget {
+  Q_OBJECT
+ public:
+  explicit StandingNotices(QWidget* parent);
+
+  /// Does nothing when that is what it shows already, so that a button is not taken away under the pointer.
+  void Show(const std::vector<StandingMessage>& messages, const Tone& tone);
+
+ signals:
+  void Acknowledged(StandingMessage::Cause cause);
+
+ private:
+  void AddRow(const StandingMessage& message, const Tone& tone);
+
+  QVBoxLayout* column_;
+  std::vector<StandingMessage> shown_;
+  Tone tone_;
+};
+
+}  // namespace orvalis
