@@ -53,7 +53,7 @@ StoreRules RulesForSettings(NumberLocale locale) {
 
 std::string LossNotice(const StoreLoss& loss) {
   std::string text = "The settings were destroyed: " + loss.location + " " + loss.fault + ". ";
-  if (!loss.kept_as.empty()) text += "What was found is kept as " + loss.kept_as + ". ";
+  if (!loss.kept_as.empty()) text += "What was found is kept beside it as " + loss.kept_as + ". ";
   text += loss.copy_of.empty() ? "There was no good copy: all settings are the defaults. Set them"
                                : "The copy of " + loss.copy_of + " took its place. Check the settings";
   return text + ", then acknowledge.";

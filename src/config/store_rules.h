@@ -31,7 +31,7 @@ inline constexpr std::string_view kLossNoticeKey = "SettingsLost";
 struct StoreLoss {
   std::string location;  ///< of the store
   std::string fault;     ///< as the rules have it
-  std::string kept_as;   ///< "" where there was nothing to keep
+  std::string kept_as;   ///< a name beside it, "" where there was nothing to keep
   std::string copy_of;   ///< when the copy was made that took its place, "" without a good one
 };
 /// The notice, for the panel and the event list.

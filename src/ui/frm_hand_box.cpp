@@ -89,7 +89,7 @@ void frmHandBox::ShowControls() {
                   theme_.Quiet(model_.connect.background)});
   status_->Show(ToQString(model_.status));
 
-  notices_->Show(model_.standing, theme_.Strong(Colour::kYellow));
+  notices_->Show(model_.standing, theme_);
   demo_->Show({"DEMO — values are made up", {}, {}, theme_.Strong(Colour::kYellow)});
   if (demo_->isHidden() == model_.demo) demo_->setVisible(model_.demo);
 

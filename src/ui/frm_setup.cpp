@@ -197,8 +197,8 @@ void frmSetup::ShowAdvice() {
   const std::vector<std::string> advice = AdviceOnSetup(texts, parts_.locale);
   for (std::size_t i = 0; i < advice_.size(); ++i) {
     const QString text = ToQString(advice[i]);
-    if (advice_[i]->text() == text) continue;
-    advice_[i]->setText(text);
+    if (fields_[i]->accessibleDescription() == text) continue;
+    advice_[i]->setText("↑ " + text);
     advice_[i]->setVisible(!text.isEmpty());
     fields_[i]->setAccessibleDescription(text);
   }

@@ -56,6 +56,9 @@ QLabel* SetupSection::Field(const char* name, const QString& label, const QStrin
   advice->setObjectName(QString(name) + kAdviceEnd);
   advice->setTextFormat(Qt::PlainText);
   advice->setWordWrap(true);
+  QFont slanted = advice->font();
+  slanted.setItalic(true);
+  advice->setFont(slanted);
   advice->hide();
   grid_->addWidget(advice, row_++, kControlColumn, 1, kColumns - kControlColumn);
   return title;

@@ -2,30 +2,22 @@
 
 #include <QFrame>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPalette>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "ui/panel_texts.h"
+#include "ui/status_text.h"
 
 namespace orvalis {
-namespace {
-
-/// A path has no blanks to break it at, and the window must stay as narrow as the user makes it.
-QString Breakable(QString text) {
-  const QChar break_here(0x200B);
-  return text.replace("/", QString("/") + break_here).replace("\\", QString("\\") + break_here);
-}
-
-}  // namespace
 
 StandingNotices::StandingNotices(QWidget* parent) : QWidget(parent), column_(new QVBoxLayout(this)) {
   column_->setContentsMargins(0, 0, 0, 0);
   hide();
 }
 
-void StandingNotices::Show(const std::vector<StandingMessage>& messages, const Tone& tone) {
+void StandingNotices::Show(const std::vector<StandingMessage>& messages, const Theme& theme) {
+  const Tone tone = theme.Strong(Colour::kYellow);
   if (messages == shown_ && tone == tone_) return;
   shown_ = messages;
   tone_ = tone;
@@ -34,29 +26,30 @@ void StandingNotices::Show(const std::vector<StandingMessage>& messages, const T
     item->widget()->deleteLater();  // the click on its button may be under way
     delete item;
   }
-  for (const StandingMessage& message : messages) AddRow(message, tone);
+  for (const StandingMessage& message : messages) AddRow(message, theme);
   setVisible(!messages.empty());
 }
 
-void StandingNotices::AddRow(const StandingMessage& message, const Tone& tone) {
+void StandingNotices::AddRow(const StandingMessage& message, const Theme& theme) {
   auto* row = new QFrame(this);
-  row->setObjectName("standingNotice");
   row->setAutoFillBackground(true);
-  QPalette colours = row->palette();
-  colours.setColor(QPalette::Window, tone.fill.isValid() ? tone.fill : colours.color(QPalette::Window));
-  colours.setColor(QPalette::WindowText, tone.ink);
-  row->setPalette(colours);
   row->setFrameShape(QFrame::Box);
+  QPalette colours = row->palette();
+  if (tone_.fill.isValid()) colours.setColor(QPalette::Window, tone_.fill);
+  colours.setColor(QPalette::WindowText, tone_.ink);
+  row->setPalette(colours);
 
-  auto* text = new QLabel(Breakable(ToQString(message.text)), row);
-  text->setTextFormat(Qt::PlainText);
-  text->setWordWrap(true);
-  text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  text->setAccessibleName(ToQString(message.text));
+  auto* text = new StatusText(row);
+  colours.setColor(QPalette::Text, tone_.ink);
+  text->setPalette(colours);
+  text->SetNight(theme.kind() == Theme::Kind::kNight);
+  text->setAccessibleName("Notice");
+  text->Show(ToQString(message.text));
   auto* line = new QHBoxLayout(row);
   line->addWidget(text, 1);
   if (message.to_acknowledge) {
     auto* button = new QPushButton("&Acknowledge", row);
+    button->setObjectName("cmdAcknowledge");
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [this, cause = message.cause] { emit Acknowledged(cause); });
     line->addWidget(button, 0, Qt::AlignTop);

@@ -236,6 +236,27 @@ TEST_F(HandBox, LongTextsNeitherWidenTheWindowNorGetLost) {
   EXPECT_GE(button->height(), button->heightForWidth(button->width()));
 }
 
+TEST_F(HandBox, AStandingMessageStaysUntilTheModelLetsItGo) {
+  model.Stand({.cause = StandingMessage::Cause::kSettingsLost,
+               .text = "Lost: /home/" + std::string(600, 'x'),  // nowhere to break
+               .to_acknowledge = true});
+  box.resize(360, 480);
+  box.show();
+  Refresh();
+  EXPECT_EQ(box.size(), QSize(360, 480));
+  auto* button = Get<QAbstractButton>("cmdAcknowledge");
+  EXPECT_TRUE(box.rect().contains(QRect(button->mapTo(&box, QPoint()), button->size())));
+  int asked = 0;
+  QObject::connect(&box, &frmHandBox::Acknowledged, &box, [&] { ++asked; });
+  button->click();
+  Refresh();
+  EXPECT_EQ(asked, 1);
+  EXPECT_TRUE(button->isVisible());
+  model.Stand({.cause = StandingMessage::Cause::kSettingsLost, .text = ""});
+  Refresh();
+  EXPECT_FALSE(button->isVisible());
+}
+
 /// Counts what costs processor time.
 class PaintCounter : public QObject {
  public:

@@ -43,8 +43,8 @@ std::string ReadProfileCommand(const QStringList& words, ProfileCommand& profile
 }
 
 /// `arguments` with the words of "profile set KEY VALUE" at the end, behind "--", when VALUE begins with a minus sign
-/// and would be taken for an option. It may stand anywhere among the options that `parser` knows, `with_value` those of
-/// them that take the next argument.
+/// and would be taken for an option. It may stand anywhere among the `options`, of which those `with_value` take
+/// the next argument.
 QStringList ValueLast(const QStringList& arguments, const QStringList& options, const QStringList& with_value) {
   constexpr qsizetype kBeforeValue = 3;  // "profile", "set" and the key
   QStringList words;
@@ -64,6 +64,7 @@ QStringList ValueLast(const QStringList& arguments, const QStringList& options, 
       words << argument;
     }
   }
+  if (words.size() <= kBeforeValue || !words[kBeforeValue].startsWith('-')) return arguments;
   return others + QStringList{"--"} + words;
 }
 

@@ -152,7 +152,8 @@ void IniProfile::Restore() {
   if (QFileInfo(copy_path_).isFile()) static_cast<void>(safe_file::KeepForOwner(copy_path_));
   std::optional<Values> copy = ReadFile(copy_path_);
   if (copy && !rules_->good(AsTexts(*copy))) copy.reset();
-  StoreLoss loss{.location = Location(), .fault = fault, .kept_as = aside_.toStdString(), .copy_of = {}};
+  StoreLoss loss{
+      .location = Location(), .fault = fault, .kept_as = QFileInfo(aside_).fileName().toStdString(), .copy_of = {}};
   if (copy) loss.copy_of = QFileInfo(copy_path_).lastModified().toString("yyyy-MM-dd hh:mm").toStdString();
   Values restored = copy.value_or(Values{});
   QString& notice = restored[ToQString(rules_->notice_key)];

@@ -262,7 +262,7 @@ void RegistryProfile::Restore() {
   if (copy && !rules_->good(AsTexts(*copy))) copy.reset();
   const StoreLoss loss{.location = Location(),
                        .fault = fault,
-                       .kept_as = exists ? Shown(aside) : std::string(),
+                       .kept_as = Narrow(aside.substr(aside.rfind(L'\\') + 1)),
                        .copy_of = copy ? TimeOf(CopyKey()) : std::string()};
   Values restored = copy.value_or(Values{});
   std::wstring& notice = restored[{L"", Wide(rules_->notice_key)}];
