@@ -52,11 +52,14 @@ StoreRules RulesForSettings(NumberLocale locale) {
 }
 
 std::string LossNotice(const StoreLoss& loss) {
-  std::string text = "The settings were destroyed: " + loss.location + " " + loss.fault + ". ";
-  if (!loss.kept_as.empty()) text += "What was found is kept beside it as " + loss.kept_as + ". ";
-  text += loss.copy_of.empty() ? "There was no good copy: all settings are the defaults. Set them"
-                               : "The copy of " + loss.copy_of + " took its place. Check the settings";
-  return text + ", then acknowledge.";
+  // What a person has to do first: the panel shows the first lines.
+  std::string text =
+      loss.copy_of.empty()
+          ? std::string("The settings were destroyed, and there was no good copy: all are the defaults. Set")
+          : "The settings were destroyed. The copy of " + loss.copy_of + " took their place. Check";
+  text += " them, then acknowledge. " + loss.location + " " + loss.fault;
+  if (!loss.kept_as.empty()) text += "; what was found is kept beside it as " + loss.kept_as;
+  return text + ".";
 }
 
 }  // namespace orvalis
