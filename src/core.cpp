@@ -26,8 +26,9 @@ std::filesystem::path HistoryFile(const CommandLine& line) {
 }  // namespace
 
 NumberLocale UserLocale() {
-  const QString separator = QLocale::system().decimalPoint();
-  return {.decimal_separator = separator == "," ? ',' : '.'};
+  const QLocale locale = QLocale::system();
+  static const std::string name = locale.name().toStdString();
+  return {.decimal_separator = locale.decimalPoint() == "," ? ',' : '.', .name = name.c_str()};
 }
 
 std::optional<QString> ChosenProfileFolder(const CommandLine& line) {
@@ -52,6 +53,7 @@ Core::Core(const CommandLine& line)
       store_(*profile_, ProgramFolder(), UserLocale()),
       events_(clock_),
       boundary_(panel_.status, events_),
+      settings_loss_({.store = store_, .panel = panel_, .events = events_}),
       sounds_(native::MakeSoundPlayer([this](const std::string& failure) { events_.Record(failure); })),
       programs_(native::MakeProgramStarter()),
       alerts_(*sounds_, *programs_, events_),
@@ -106,6 +108,7 @@ Core::Core(const CommandLine& line)
       poll_timer_([this] { Poll(); }),
       setup_timer_([this] { Poll(); }),
       second_timer_([this] {
+        boundary_.RunWhole("watching the settings", [this] { settings_loss_.Watch(); });
         Tick("reconnecting", [this] {
           reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
           poll_.WatchStaleness();
@@ -151,6 +154,7 @@ Core::Parts Core::parts() {
           .options = options_,
           .events = events_,
           .boundary = boundary_,
+          .settings_loss = settings_loss_,
           .link = link_,
           .connector = connector_,
           .publisher = publisher_,
@@ -171,6 +175,7 @@ int Core::Run(Front* front) {
     PrintReadings();
   }
   StartUp(front);
+  settings_loss_.Watch();
   publisher_.Load();
   if (front_ != nullptr) front_->ShowSettings();
   ServeClients();

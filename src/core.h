@@ -13,6 +13,7 @@
 #include "app/panel_window.h"
 #include "app/poll_cycle.h"
 #include "app/program_flags.h"
+#include "app/settings_loss.h"
 #include "app/setup_routine.h"
 #include "app/startup.h"
 #include "base/error_boundary.h"
@@ -84,6 +85,7 @@ class Core {
     UnitOptions& options;
     EventList& events;
     ErrorBoundary& boundary;
+    SettingsLoss& settings_loss;
     SensorLink& link;
     Connector& connector;
     WebPublisher& publisher;
@@ -154,6 +156,7 @@ class Core {
   UnitOptions options_;
   EventList events_;
   ErrorBoundary boundary_;
+  SettingsLoss settings_loss_;
   std::unique_ptr<SoundPlayer> sounds_;
   std::unique_ptr<ProgramStarter> programs_;
   Alerts alerts_;

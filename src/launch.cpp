@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "base/clock.h"
-#include "config/profile_command.h"
+#include "app/profile_command.h"
 #include "config/settings_store.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"

@@ -58,6 +58,9 @@ void ProgramWindows::BuildPanel() {
     ApplyTheme();
     Click("keeping the night theme", [this] { parts_.store.Write("NightTheme", parts_.settings); });
   });
+  QObject::connect(panel_.get(), &frmHandBox::Acknowledged, panel_.get(), [this] {
+    Click("acknowledging the loss of the settings", [this] { parts_.settings_loss.Acknowledge(); });
+  });
   QObject::connect(panel_.get(), &frmHandBox::Closing, panel_.get(), [] { QCoreApplication::exit(0); });
   // The core may have something to say when the panel has gone.
   parts_.events.Listen([panel = QPointer(panel_.get())](const Event& event) {
@@ -71,7 +74,8 @@ void ProgramWindows::BuildSetup() {
                       .ports = [this] { return core_.ListPorts(); },
                       .report = [this](const std::exception_ptr& error) { parts_.boundary.Report(kChanging, error); },
                       .succeeded = [this] { parts_.boundary.Succeeded(kChanging); },
-                      .version = ORVALIS_VERSION},
+                      .version = ORVALIS_VERSION,
+                      .locale = parts_.store.locale()},
       panel_.get());
   routine_.emplace(SetupRoutine::Parts{.store = parts_.store,
                                        .settings = parts_.settings,

@@ -166,8 +166,8 @@ void PollCycle::RaiseCounters() {
 
 void PollCycle::WatchAveragingCount() {
   const std::string complaint = AveragingCountComplaint(parts_.settings.TempsAvgCount);
-  if (complaint == parts_.panel.notice) return;
-  parts_.panel.notice = complaint;
+  if (complaint == parts_.panel.StandingText(StandingMessage::Cause::kAveragingCount)) return;
+  parts_.panel.Stand({.cause = StandingMessage::Cause::kAveragingCount, .text = complaint});
   parts_.events.Record(complaint.empty() ? "the setting \"TempsAvgCount\" is between its limits again" : complaint);
 }
 

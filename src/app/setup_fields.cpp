@@ -146,6 +146,20 @@ std::span<const SetupFlag> SetupFlags() { return kFlags; }
 std::span<const SetupFile> SetupFiles() { return kFiles; }
 std::span<const SetupUnitOption> SetupUnitOptions() { return kUnitOptions; }
 
+std::string_view RangeText(Range range) {
+  switch (range) {
+    case Range::kAny:
+      return "";
+    case Range::kNotBelowZero:
+      return "must be 0 or more";
+    case Range::kAboveZero:
+      return "must be above 0";
+    case Range::k1To300:
+      return "must be 1 through 300";
+  }
+  return "";
+}
+
 SetupReading ReadSetupField(const SetupField& field, std::string_view text, NumberLocale locale) {
   const auto bad = [&](std::string_view message) {
     return SetupReading{field.replacement, message, field.replacement_text};

@@ -43,6 +43,9 @@ struct SetupReading {
 /// The text boxes, in the order in which they are read back.
 [[nodiscard]] std::span<const SetupField> SetupFields();
 
+/// "must be above 0"; "" for a field that takes any number.
+[[nodiscard]] std::string_view RangeText(SetupField::Range range);
+
 /// Converts and checks `text`. Never throws.
 [[nodiscard]] SetupReading ReadSetupField(const SetupField& field, std::string_view text, NumberLocale locale);
 /// The text box's text for `settings`; "0" for fields without a setting.

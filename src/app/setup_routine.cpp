@@ -8,8 +8,6 @@
 namespace orvalis {
 namespace {
 
-constexpr const char* kPortKey = "COM Port";
-constexpr const char* kDefaultPort = "2";
 constexpr std::chrono::seconds kDialogTick{1};
 
 }  // namespace

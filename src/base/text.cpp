@@ -24,17 +24,16 @@ std::string_view Trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-[[noreturn]] void ThrowMismatch(std::string_view text, const char* wanted) {
-  throw RunTimeError(RunTimeError::kTypeMismatch, "\"" + std::string(text) + "\" is not " + wanted);
+[[noreturn]] void ThrowMismatch(std::string_view text, const char* wanted, NumberLocale locale) {
+  throw RunTimeError(RunTimeError::kTypeMismatch, "\"" + std::string(text) + "\" is not " + wanted +
+                                                      " (the locale is " + locale.name +
+                                                      ", numbers are written like 1" + locale.decimal_separator + "5)");
 }
 
 /// The whole of `text` as a number, or false. from_chars alone would take "inf" and "nan", and no leading "+".
-bool ParseWhole(std::string_view text, NumberLocale locale, double& value, bool& too_large) {
+bool ParseWhole(std::string_view text, double& value, bool& too_large) {
   std::string plain(Trim(text));
-  if (locale.decimal_separator != '.') {
-    if (plain.find('.') != std::string::npos) return false;
-    std::replace(plain.begin(), plain.end(), locale.decimal_separator, '.');
-  }
+  std::replace(plain.begin(), plain.end(), ',', '.');  // a second one is refused below
   const char* begin = plain.data();
   const char* end = begin + plain.size();
   if (begin != end && *begin == '+') {
@@ -46,6 +45,14 @@ bool ParseWhole(std::string_view text, NumberLocale locale, double& value, bool&
   const auto [stop, error] = std::from_chars(begin, end, value);
   too_large = error == std::errc::result_out_of_range;
   return stop == end && (error == std::errc{} || too_large);
+}
+
+/// Whether `text` looks like a whole number whose thousands are set apart as this locale does not write fractions.
+bool LooksGrouped(std::string_view text, NumberLocale locale) {
+  constexpr std::size_t kGroup = 3;
+  const std::string_view plain = Trim(text);
+  const auto separator = plain.find(locale.decimal_separator == ',' ? '.' : ',');
+  return separator != std::string_view::npos && plain.size() - separator - 1 == kGroup;
 }
 
 /// The digits that a person sees of a double, and of one narrowed to single precision.
@@ -218,14 +225,14 @@ bool TextToBoolean(std::string_view text, NumberLocale locale) {
   if (is("False")) return false;
   double number = 0;
   bool too_large = false;
-  if (!ParseWhole(text, locale, number, too_large)) ThrowMismatch(text, "\"True\", \"False\" or a number");
+  if (!ParseWhole(text, number, too_large)) ThrowMismatch(text, "\"True\", \"False\" or a number", locale);
   return too_large || number != 0;
 }
 
 std::int32_t TextToInteger(std::string_view text, NumberLocale locale) {
   double number = 0;
   bool too_large = false;
-  if (!ParseWhole(text, locale, number, too_large)) ThrowMismatch(text, "a whole number");
+  if (!ParseWhole(text, number, too_large) || LooksGrouped(text, locale)) ThrowMismatch(text, "a whole number", locale);
   if (too_large) number = std::numeric_limits<double>::infinity();
   return RoundToInteger(number);
 }
@@ -233,7 +240,7 @@ std::int32_t TextToInteger(std::string_view text, NumberLocale locale) {
 double TextToReal(std::string_view text, NumberLocale locale) {
   double number = 0;
   bool too_large = false;
-  if (!ParseWhole(text, locale, number, too_large)) ThrowMismatch(text, "a number");
+  if (!ParseWhole(text, number, too_large)) ThrowMismatch(text, "a number", locale);
   if (too_large) throw RunTimeError(RunTimeError::kOverflow, "\"" + std::string(text) + "\" is beyond all numbers");
   return number;
 }

@@ -11,6 +11,7 @@ namespace orvalis {
 /// or in a log has a point.
 struct NumberLocale {
   char decimal_separator = '.';
+  const char* name = "C";  ///< for a person; the text lives as long as the program
 };
 
 /// The number at the start of `text`: leading blanks, a sign, digits and one point, as far as they go. What follows is
@@ -49,9 +50,10 @@ struct NumberLocale {
 
 /// "True" and "False" in any case, or a number: 0 is false, any other true.
 [[nodiscard]] bool TextToBoolean(std::string_view text, NumberLocale locale = {});
-/// A whole number; a fraction is rounded, halves to the even neighbour.
+/// A whole number; a fraction is rounded, halves to the even neighbour. Three digits after the separator that is not
+/// the locale's are refused: whoever wrote "1,000" there meant a thousand.
 [[nodiscard]] std::int32_t TextToInteger(std::string_view text, NumberLocale locale = {});
-/// A number with the locale's separator, an exponent allowed.
+/// A number, an exponent allowed.
 [[nodiscard]] double TextToReal(std::string_view text, NumberLocale locale = {});
 
 [[nodiscard]] std::string_view BooleanToText(bool value);

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "config/store_rules.h"
+
 namespace orvalis {
 
 /// The platform's store of settings: a text for each (driver ID, name, subkey). Every operation throws RunTimeError
@@ -20,6 +22,14 @@ class Profile {
   /// The value is safe in the store when this returns.
   virtual void WriteValue(std::string_view driver_id, std::string_view name, std::string_view value,
                           std::string_view subkey) = 0;
+
+  /// What shows that the store was destroyed, "" when nothing does. Changes nothing.
+  [[nodiscard]] virtual std::string Fault(const StoreRules& /*rules*/) { return {}; }
+  /// From now on the store keeps a copy of itself, renewed at each write. One that was destroyed is put aside, and its
+  /// copy takes its place, or nothing at all where there is no good one, in either case with a notice under
+  /// `notice_key`. Where that cannot be written it is so in memory until it can be. False for a platform's own store,
+  /// which does nothing of this.
+  virtual bool KeepSafe(const StoreRules& /*rules*/) { return false; }
 
   /// Writes that belong together. Where the store can, they reach it in one step at `Commit`, or not at all; elsewhere
   /// each of them is written at once.

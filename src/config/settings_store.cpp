@@ -93,6 +93,7 @@ void SettingsStore::Register() {
 bool SettingsStore::HasCurrentLayout() const { return Get(Require(kLayoutKey)) == kLayoutVersion; }
 
 void SettingsStore::EnsureLayout() {
+  kept_safe_ = profile_.KeepSafe(RulesForSettings(locale_));
   if (HasCurrentLayout()) return;
   // The stamp goes first and must not be found without its keys after a crash: all or nothing.
   Profile::Batch batch(profile_);
@@ -102,6 +103,19 @@ void SettingsStore::EnsureLayout() {
   }
   batch.Commit();
 }
+
+void SettingsStore::CheckWhole() const {
+  const std::string fault = profile_.Fault(RulesForSettings(locale_));
+  if (fault.empty()) return;
+  throw RunTimeError(RunTimeError::kPathFileAccess, profile_.Location() + " " + fault +
+                                                        "; the next start keeps it aside and takes the copy beside it");
+}
+
+std::string SettingsStore::LossNotice() const {
+  return kept_safe_ ? profile_.GetValue(kDriverId, kLossNoticeKey, "") : std::string();
+}
+
+void SettingsStore::AcknowledgeLoss() { profile_.WriteValue(kDriverId, kLossNoticeKey, "", ""); }
 
 Settings SettingsStore::LoadSettings() {
   EnsureLayout();

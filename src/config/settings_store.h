@@ -23,7 +23,15 @@ class SettingsStore {
   /// Whether the store carries the current layout; one that does not is reset as a whole.
   [[nodiscard]] bool HasCurrentLayout() const;
   /// Gives a store with another layout, or none, the stamp and every default. All former values are lost, by design.
+  /// One that was destroyed gets its copy back first, see `Profile::KeepSafe`.
   void EnsureLayout();
+
+  /// Throws RunTimeError when the store was destroyed, and says what the next start will do about it.
+  void CheckWhole() const;
+  /// What became of a store that was destroyed, "" when nothing did or a person has acknowledged it. Known when the
+  /// layout was made sure of; cheap enough to be asked each second.
+  [[nodiscard]] std::string LossNotice() const;
+  void AcknowledgeLoss();
 
   /// Makes sure of the layout and reads every key that has a member, except "Left" and "Top", which are read when the
   /// panel is placed. Throws RunTimeError, naming store, key and text, for a text that its type cannot hold;
@@ -53,6 +61,7 @@ class SettingsStore {
   Profile& profile_;
   std::string program_folder_;
   NumberLocale locale_;
+  bool kept_safe_ = true;  ///< the profile may have a notice; false when it does not look after itself
 };
 
 }  // namespace orvalis

@@ -32,6 +32,9 @@ struct SettingKey {
 /// The layout that the store must carry under "RegVer".
 inline constexpr std::string_view kLayoutVersion = "2.18";
 inline constexpr std::string_view kLayoutKey = "RegVer";
+/// The serial port, and which one an empty text stands for.
+inline constexpr std::string_view kPortKey = "COM Port";
+inline constexpr std::string_view kDefaultPort = "2";
 /// Stands for the program's own folder as a default.
 inline constexpr std::string_view kProgramFolder = "<program folder>";
 /// The key that holds a password; it is never listed.

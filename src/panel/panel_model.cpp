@@ -1,8 +1,26 @@
 #include "panel/panel_model.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace orvalis {
+
+void PanelModel::Stand(StandingMessage message) {
+  const auto found = std::ranges::find(standing, message.cause, &StandingMessage::cause);
+  if (message.text.empty()) {
+    if (found != standing.end()) standing.erase(found);
+  } else if (found != standing.end()) {
+    *found = std::move(message);
+  } else {
+    standing.push_back(std::move(message));
+  }
+}
+
+std::string_view PanelModel::StandingText(StandingMessage::Cause cause) const {
+  const auto found = std::ranges::find(standing, cause, &StandingMessage::cause);
+  return found != standing.end() ? std::string_view(found->text) : std::string_view();
+}
 
 void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale locale, PanelModel& panel) {
   const auto temperature = [&](double celsius) {

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/clock.h"
 #include "base/colour.h"
@@ -11,6 +12,16 @@
 #include "reading/weather_state.h"
 
 namespace orvalis {
+
+/// What the panel goes on saying until its cause is gone, one message for each cause.
+struct StandingMessage {
+  enum class Cause { kSettingsLost, kAveragingCount };
+  Cause cause;
+  std::string text;
+  bool to_acknowledge = false;  ///< it stands until a person has acknowledged it
+
+  [[nodiscard]] bool operator==(const StandingMessage& other) const = default;
+};
 
 /// What the panel shows, as texts and colours. The window draws it; clients and uploads read it too.
 struct PanelModel {
@@ -50,14 +61,19 @@ struct PanelModel {
   std::optional<bool> safe;  ///< nothing before the first frame
 
   ConnectControl connect;
-  std::string status;                 ///< what the program is doing, or what went wrong
-  std::string notice;                 ///< what stands until it is mended; usually empty
+  std::string status;  ///< what the program is doing, or what went wrong
+  std::vector<StandingMessage> standing;
   bool demo = false;                  ///< the values are made up
   bool stale = true;                  ///< the values are not of now: shown grey
   std::optional<CivilTime> fresh_at;  ///< when the values were last fresh
 
   /// A numeric field of the panel: below 2.0 it chooses the humidity's other temperature curve.
   std::string humidity_selector = "200";
+
+  /// Shows `message` in the place of the one with the same cause; with an empty text there is none.
+  void Stand(StandingMessage message);
+  /// The text that stands for `cause`, or "".
+  [[nodiscard]] std::string_view StandingText(StandingMessage::Cause cause) const;
 };
 
 /// Brings the values, words and colours of `panel` up to `state`.

@@ -5,8 +5,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "reading/conversions.h"
 #include "base/run_time_error.h"
+#include "reading/conversions.h"
 
 namespace orvalis {
 namespace {

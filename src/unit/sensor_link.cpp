@@ -27,9 +27,6 @@ constexpr std::string_view kProceed = "p";
 constexpr std::string_view kCommandMark = ":";
 constexpr std::string_view kFrameRequest = "F";
 
-constexpr std::string_view kPortKey = "COM Port";
-constexpr std::string_view kDefaultPort = "2";
-
 }  // namespace
 
 SensorLink::SensorLink(const Parts& parts, std::optional<std::string> port_override)
@@ -165,6 +162,9 @@ Task<> SensorLink::Send(const UnitCommand& command, std::size_t index, std::int3
     if (Over(session)) co_return;
   }
   last_sent_.Store(index, value);
+  if (const std::string cut = command.CutText(value); !cut.empty()) {
+    events_.Record(std::string(command.key) + " is " + std::to_string(value) + ": " + cut);
+  }
 }
 
 std::string SensorLink::PortName() {

@@ -20,8 +20,9 @@ std::int32_t Whole(double value) {
 constexpr UnitCommand OnOff(const char* letters, bool UnitOptions::*option) {
   return {letters, Form::kOnOff, option, nullptr};
 }
-constexpr UnitCommand Number(const char* letters, Form form, std::int32_t (*setting)(const Settings&)) {
-  return {letters, form, nullptr, setting};
+constexpr UnitCommand Number(const char* letters, Form form, std::string_view key, std::string_view takes,
+                             std::int32_t (*setting)(const Settings&)) {
+  return {letters, form, nullptr, setting, key, takes};
 }
 
 constexpr std::array<UnitCommand, kUnitCommandCount> kCommands{{
@@ -33,15 +34,20 @@ constexpr std::array<UnitCommand, kUnitCommandCount> kCommands{{
     OnOff("AX", &UnitOptions::allow_clouds),
     OnOff("AL", &UnitOptions::allow_light),
     OnOff("AW", &UnitOptions::allow_wind),
-    Number("Sh", Form::kThreeDigits, [](const Settings& s) { return Whole(s.TPTempHysteresis * 10); }),
-    Number("ST", Form::kThreeDigits, [](const Settings& s) { return s.RainOnTime; }),
-    Number("SW", Form::kThreeDigits, [](const Settings& s) { return s.WindThreshold; }),
-    Number("SR", Form::kThreeDigits, [](const Settings& s) { return s.RainThreshold; }),
-    Number("SX", Form::kSignAndThreeDigits, [](const Settings& s) { return Whole(s.CloudsThreshold); }),
-    Number("SL", Form::kThreeDigits, [](const Settings& s) { return s.LightThreshold; }),
-    Number("SC", Form::kTwoDigits, [](const Settings& s) { return s.FullCloudyDegC; }),
-    Number("SM", Form::kOneDigit, [](const Settings& s) { return s.WindMultiplier; }),
-    Number("Sd", Form::kThreeDigits, [](const Settings& s) { return s.WindTimer; }),
+    Number("Sh", Form::kThreeDigits, "TPTempHysteresis", "three digits, of tenths",
+           [](const Settings& s) { return Whole(s.TPTempHysteresis * 10); }),
+    Number("ST", Form::kThreeDigits, "RainOnTime", "three digits", [](const Settings& s) { return s.RainOnTime; }),
+    Number("SW", Form::kThreeDigits, "WindThreshold", "three digits",
+           [](const Settings& s) { return s.WindThreshold; }),
+    Number("SR", Form::kThreeDigits, "RainThreshold", "three digits",
+           [](const Settings& s) { return s.RainThreshold; }),
+    Number("SX", Form::kSignAndThreeDigits, "CloudsThreshold", "a sign and three digits",
+           [](const Settings& s) { return Whole(s.CloudsThreshold); }),
+    Number("SL", Form::kThreeDigits, "LightThreshold", "three digits",
+           [](const Settings& s) { return s.LightThreshold; }),
+    Number("SC", Form::kTwoDigits, "FullCloudyDegC", "two digits", [](const Settings& s) { return s.FullCloudyDegC; }),
+    Number("SM", Form::kOneDigit, "WindMultiplier", "one digit", [](const Settings& s) { return s.WindMultiplier; }),
+    Number("Sd", Form::kThreeDigits, "WindTimer", "three digits", [](const Settings& s) { return s.WindTimer; }),
 }};
 
 }  // namespace
@@ -76,7 +82,19 @@ std::string UnitCommand::Encode(std::int32_t value) const {
   return text;
 }
 
+std::string UnitCommand::CutText(std::int32_t value) const {
+  if (form == Form::kOnOff) return {};
+  constexpr std::size_t kMarkAndLetters = 3;
+  const std::string sent = Encode(value).substr(kMarkAndLetters);
+  return std::stoi(sent) == value ? std::string() : "the unit gets " + sent + " (it takes " + std::string(takes) + ")";
+}
+
 std::span<const UnitCommand, kUnitCommandCount> UnitCommands() { return kCommands; }
+
+const UnitCommand* FindUnitCommand(std::string_view key) {
+  const auto found = std::ranges::find(kCommands, key, &UnitCommand::key);
+  return key.empty() || found == kCommands.end() ? nullptr : &*found;
+}
 
 void LastSent::BeginConnection(const UnitOptions& reported) {
   for (std::size_t i = 0; i < kCommands.size(); ++i) {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "config/settings.h"
 #include "reading/sensor_frame.h"
@@ -38,16 +39,25 @@ struct UnitCommand {
   Form form;
   bool UnitOptions::*option;                          ///< for kOnOff
   std::int32_t (*setting)(const Settings& settings);  ///< for the numbers
+  std::string_view key = {};                          ///< the setting's name
+  std::string_view takes = {};                        ///< what the unit can be sent, for a person: "three digits"
 
   [[nodiscard]] std::int32_t Value(const Settings& settings, const UnitOptions& options) const;
   /// What goes over the line for `value`, one character a transmission. Digits beyond the form's are cut off.
   [[nodiscard]] std::string Encode(std::int32_t value) const;
+  /// Says what the unit gets in the place of `value`, "" when it gets that.
+  [[nodiscard]] std::string CutText(std::int32_t value) const;
+  /// Whether there is no sign in the command's form.
+  [[nodiscard]] bool Unsigned() const { return form != Form::kOnOff && form != Form::kSignAndThreeDigits; }
 };
 
 inline constexpr std::size_t kUnitCommandCount = 17;
 
 /// All commands, in the order in which a working cycle sends what changed.
 [[nodiscard]] std::span<const UnitCommand, kUnitCommandCount> UnitCommands();
+
+/// The command that sends the setting `key`, or nullptr.
+[[nodiscard]] const UnitCommand* FindUnitCommand(std::string_view key);
 
 /// For every command the value last sent, none where the unit's is not known.
 class LastSent {

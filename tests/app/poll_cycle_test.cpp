@@ -139,15 +139,16 @@ TEST_F(PollCycleTest, ACountWithoutAveragesIsSaidForAsLongAsItStands) {
   Connect(4);
   settings.TempsAvgCount = 9999;
   Measure("TA=+02500", 2);
-  EXPECT_NE(panel.notice.find("\"TempsAvgCount\" is 9999"), std::string::npos) << panel.notice;
-  EXPECT_EQ(LastEvent(), panel.notice);
+  const auto notice = [this] { return std::string(panel.StandingText(StandingMessage::Cause::kAveragingCount)); };
+  EXPECT_NE(notice().find("\"TempsAvgCount\" is 9999"), std::string::npos) << notice();
+  EXPECT_EQ(LastEvent(), notice());
   EXPECT_EQ((Strings{panel.ambient, panel.humidity, panel.averaging, panel.sky}), (Strings{"", "", "", "-20.0"}));
   EXPECT_EQ(panel.cloud.text, "");
   Silence(20);
-  EXPECT_NE(panel.notice, "");
+  EXPECT_NE(notice(), "");
   settings.TempsAvgCount = 10;
   Measure("TA=+02500", 6);
-  EXPECT_EQ(panel.notice, "");
+  EXPECT_EQ(notice(), "");
   EXPECT_EQ(panel.ambient, "25.0");
 }
 

@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 
+#include "app/setup_advice.h"
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {
@@ -72,8 +73,42 @@ TEST(SetupFields, BadInputGetsItsMessageAndReplacement) {
     EXPECT_EQ(reading.message, message) << field << " " << text;
     EXPECT_EQ(reading.value, value) << field << " " << text;
   }
-  for (const char* text : {"", " ", "99999999999", "1,5"}) {
+  for (const char* text : {"", " ", "99999999999", "1,000"}) {
     EXPECT_EQ(ReadSetupField(SetupFields()[FieldIndex("RainThreshold")], text, {}).value, 400) << text;
+  }
+}
+
+// Before OK, at the box: what would be stored, what the unit would get, and limits that cross each other.
+TEST(SetupFields, TheAdviceSaysWhatOkWouldStore) {
+  Settings settings;
+  settings.WindSpeedWarn = 8;
+  settings.WindSpeedCloseD = 12;
+  settings.FullCloudyDegC = 19;
+  settings.PartCloudyDegC = 22;
+  for (const char* above_zero : {"StepTime", "MaxInc", "TempMax", "TempsAvgCount", "TempSteps"}) {
+    SetFromText(*FindSettingKey(above_zero), "1", {}, settings);
+  }
+  Strings good;
+  for (const SetupField& field : SetupFields()) good.push_back(SetupFieldText(field, settings, {}));
+  EXPECT_EQ(AdviceOnSetup(good, {}), Strings(good.size()));
+  const std::tuple<const char*, const char*, const char*> rows[] = {
+      {"PartCloudyDegCL", "x", "stores 0: not a whole number; \"Clear\" is below \"Cloudy\""},
+      {"LightThreshold", "", "stores 300: nothing is typed"},
+      {"TempAvgCnt", "301", "stores 9999: must be 1 through 300"},
+      {"StepTime", "0", "must be above 0: OK comes back here"},
+      {"Lpt_addr", "-9999", "-9999 cannot be stored: OK comes back here"},
+      {"RainThreshold", "1000", "the unit gets 000 (it takes three digits)"},
+      {"RainOnTimeL", "-5", "the unit gets 005 (it takes three digits)"},
+      {"TPTempHysteresis", "120", "the unit gets 200 (it takes three digits, of tenths)"},
+      {"CloudThreshCL", "-5.4", "stores -5: a whole number is needed"},
+      {"WindSpeedCloseD", "12,5", "stores 12.5"},
+      {"WindSpeedCloseD", "7", "\"Windy\" is below \"Breeze\""},
+      {"RainThreshold", "99999999999", "stores 400: too large"},
+  };
+  for (const auto& [field, text, advice] : rows) {
+    Strings texts = good;
+    texts[FieldIndex(field)] = text;
+    EXPECT_EQ(AdviceOnSetup(texts, {})[FieldIndex(field)], advice) << field;
   }
 }
 

@@ -5,12 +5,12 @@
 #include <limits>
 #include <string>
 
-#include "unit/serial_port_entry.h"
 #include "base/clock.h"
 #include "base/once_until_mended.h"
 #include "base/run_time_error.h"
 #include "base/tick_counter.h"
 #include "tests/support/fake_event_loop.h"
+#include "unit/serial_port_entry.h"
 
 namespace orvalis {
 namespace {

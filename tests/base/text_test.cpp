@@ -61,9 +61,10 @@ TEST(SettingTexts, WholeTextConvertsOrNothing) {
 
   const std::pair<const char*, std::int32_t> integers[] = {{"350", 350}, {"-7", -7},   {"+7", 7},
                                                            {"2.5", 2},   {"3.5", 4},   {"-2.5", -2},
-                                                           {" 5 ", 5},   {"1e2", 100}, {"2147483647.4", 2147483647}};
+                                                           {" 5 ", 5},   {"1e2", 100}, {"2147483647.4", 2147483647},
+                                                           {"1,6", 2},   {"1.000", 1}};
   for (const auto& [text, value] : integers) EXPECT_EQ(TextToInteger(text), value) << text;
-  for (const char* bad : {"abc", "", " ", "12a", "1.2.3", "inf", "nan", "0x10", "+-1", "1,5"}) {
+  for (const char* bad : {"abc", "", " ", "12a", "1.2.3", "inf", "nan", "0x10", "+-1", "1,000", "1,5,1"}) {
     EXPECT_EQ(ErrorOf([&] { return TextToInteger(bad); }), RunTimeError::kTypeMismatch) << bad;
   }
   for (const char* large : {"2147483648", "-2147483649", "1e10", "1e999"}) {
@@ -72,14 +73,23 @@ TEST(SettingTexts, WholeTextConvertsOrNothing) {
   EXPECT_EQ(ErrorOf([] { return RoundToInteger(std::nan("")); }), RunTimeError::kOverflow);
 }
 
-// A number must never be read a hundred times too large because the point was taken for something else.
-TEST(SettingTexts, RealsFollowTheLocale) {
-  const NumberLocale comma{.decimal_separator = ','};
-  EXPECT_DOUBLE_EQ(TextToReal("0.278"), 0.278);
-  EXPECT_DOUBLE_EQ(TextToReal("0,278", comma), 0.278);
+// A store that was written under another locale is read; what may be a thousand is not taken for one.
+TEST(SettingTexts, RealsAreReadWithEitherSeparatorAndWrittenWithTheLocales) {
+  const NumberLocale comma{.decimal_separator = ',', .name = "de_DE"};
+  for (const NumberLocale& locale : {NumberLocale{}, comma}) {
+    EXPECT_DOUBLE_EQ(TextToReal("0.278", locale), 0.278);
+    EXPECT_DOUBLE_EQ(TextToReal("0,278", locale), 0.278);
+    for (const char* bad : {"1.000,5", "1,000.5", "1 000,5", "1,2,3", ",", "12;0"}) {
+      EXPECT_EQ(ErrorOf([&] { return TextToReal(bad, locale); }), RunTimeError::kTypeMismatch) << bad;
+    }
+  }
+  EXPECT_EQ(ErrorOf([&] { return TextToInteger("1.000", comma); }), RunTimeError::kTypeMismatch);
   EXPECT_DOUBLE_EQ(TextToReal("-7.13329E-07"), -7.13329e-07);
-  EXPECT_EQ(ErrorOf([&] { return TextToReal("12.0", comma); }), RunTimeError::kTypeMismatch);
-  EXPECT_EQ(ErrorOf([&] { return TextToReal("12,0"); }), RunTimeError::kTypeMismatch);
+  try {
+    static_cast<void>(TextToReal("12;0", comma));
+  } catch (const RunTimeError& error) {
+    EXPECT_NE(std::string(error.what()).find("de_DE"), std::string::npos) << error.what();
+  }
   const std::pair<double, const char*> rows[] = {
       {12.0, "12"}, {0.1, "0.1"}, {-0.000000713329, "-0.000000713329"}, {1e21, "1000000000000000000000"}};
   for (const auto& [value, text] : rows) EXPECT_EQ(RealToText(value), text);

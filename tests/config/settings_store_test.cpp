@@ -6,7 +6,7 @@
 
 #include "app/startup.h"
 #include "base/run_time_error.h"
-#include "config/profile_command.h"
+#include "app/profile_command.h"
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {
@@ -102,6 +102,34 @@ TEST_F(SettingsStoreTest, SetupSavesItsKeysInOrderEachInItsForm) {
   EXPECT_EQ(profile.At("WindSpeedCloseD"), "30.5");
 }
 
+// What shows that a store was destroyed, and what is worth a copy.
+TEST_F(SettingsStoreTest, TellsADestroyedStoreFromAnotherVersionsAndFromAnEditedOne) {
+  static_cast<void>(store.LoadSettings());
+  ProfileValues whole;
+  for (const auto& [place, text] : profile.values) {
+    whole[place.first.empty() ? place.second : place.first + "/" + place.second] = text;
+  }
+  const StoreRules rules = RulesForSettings({});
+  const auto check = [&](const char* key, const char* text, const std::string& fault, bool good) {
+    ProfileValues values = whole;
+    if (text == nullptr) {
+      values.erase(key);
+    } else {
+      values[key] = text;
+    }
+    EXPECT_EQ(rules.fault(values), fault) << key;
+    EXPECT_EQ(rules.good(values), good) << key;
+  };
+  check("RegVer", "2.18", "", true);
+  check("RegVer", nullptr, "has lost its version stamp", false);
+  check("RegVer", "2.17", "", false);
+  check("Capabilities/TempMax", nullptr, "lacks \"TempMax\"", false);
+  check("RainThreshold", "abc", "", false);
+  check("AutoConnect", nullptr, "", true);
+  EXPECT_EQ(rules.fault({}), "is empty");
+  EXPECT_EQ(rules.fault({{"SettingsLost", "…"}}), "") << "the defaults follow";
+}
+
 TEST_F(SettingsStoreTest, TheProfileCommandRefusesWhatATypeCannotHold) {
   const auto run = [&](ProfileCommand command, const std::string& in, std::string& out) {
     std::istringstream input(in);
@@ -119,13 +147,20 @@ TEST_F(SettingsStoreTest, TheProfileCommandRefusesWhatATypeCannotHold) {
 
   const std::tuple<const char*, const char*, int> rows[] = {
       {"RainThreshold", "abc", 1},     {"RainThreshold", "99999999999", 1},
-      {"Centigrade", "maybe", 1},      {"WindSpeedWarn", "1,5", 1},
+      {"Centigrade", "maybe", 1},      {"WindSpeedWarn", "1,5,5", 1},
       {"NoSuchKey", "1", 2},           {"WindSpeedWarn", "7.5", 0},
-      {"COM Port", "/dev/ttyUSB1", 0}, {"g_sRainApp", "", 0}};
+      {"COM Port", "/dev/ttyUSB1", 0}, {"g_sRainApp", "", 0},
+      {"TempsAvgCount", "0", 1},       {"TempsAvgCount", "301", 1},
+      {"RainThreshold", "-1", 1},      {"StepTime", "-9999", 1},
+      {"CloudsThreshold", "-9", 0},    {"WindSpeedWarn", "7,5", 0}};
   for (const auto& [key, value, code] : rows) {
     EXPECT_EQ(run({.verb = kSet, .key = key, .value = value, .subkey = {}}, "", out), code) << key;
     EXPECT_EQ(out.empty(), code == 0) << out;
   }
+  profile.values[{"", "RegVer"}] = "2.17";  // the next start keeps what has no default
+  EXPECT_EQ(run({.verb = kGet, .key = "COM Port", .value = {}, .subkey = {}}, "", out), 0);
+  EXPECT_EQ(out, "/dev/ttyUSB1\n");
+  profile.values[{"", "RegVer"}] = "2.18";
   // The stamp is there, so that the next start does not reset what was set.
   EXPECT_DOUBLE_EQ(store.LoadSettings().WindSpeedWarn, 7.5);
   EXPECT_EQ(run({.verb = kSet, .key = "TempMax", .value = "3", .subkey = ""}, "", out), 2) << "another subkey";

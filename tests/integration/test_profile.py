@@ -10,7 +10,7 @@ import subprocess
 import time
 import unittest
 
-from harness import BIN, Case
+from harness import BIN, Case, Process
 
 
 class ProfileStore(Case):
@@ -86,12 +86,6 @@ class ProfileStore(Case):
         self.assertEqual(result.returncode, 1)
         for part in (self.file, "RainThreshold", "abc"):
             self.assertIn(part, result.stderr)
-        # Cut off in the middle: the keys that are gone have no text.
-        with open(self.file, "w", encoding="utf-8") as file:
-            file.write(text[:text.index("RegVer") + len("RegVer=2.18\n")])
-        result = self.run_program("--headless", "--demo")
-        self.assertEqual(result.returncode, 1)
-        self.assertIn(self.file, result.stderr)
         # Another stamp: everything is reset, without a word.
         with open(self.file, "w", encoding="utf-8") as file:
             file.write(text.replace("RegVer=2.18", "RegVer=2.17").replace("RainThreshold=400", "RainThreshold=abc"))
@@ -99,6 +93,81 @@ class ProfileStore(Case):
         self.reading(program)
         program.stop()
         self.assertEqual(self.parsed()["General"]["RainThreshold"], "350")
+
+    def rain_after_a_start(self):
+        """What is in force for rain, and what is said of lost settings."""
+        program = self.program("--headless", "--json", "--demo")
+        self.reading(program)
+        program.stop()
+        lost = [line for line in program.all_lines if "The settings were destroyed" in line]
+        return self.run_program("profile", "get", "RainThreshold").stdout.strip(), lost
+
+    def destroyed_stores(self):
+        """Each way to destroy the file, with what was there afterwards; the good copy is beside it."""
+        def write(data):
+            with open(self.file, "wb") as file:
+                file.write(data)
+
+        def make_folder():
+            os.unlink(self.file)
+            os.mkdir(self.file)
+
+        self.set("RainThreshold", "200")
+        with open(self.file, "rb") as file:
+            whole = file.read()
+        destroy = {"empty": lambda: write(b""), "zeros": lambda: write(bytes(len(whole))),
+                   "garbage": lambda: write(random.Random(3).randbytes(2000)), "cut": lambda: write(whole[:1500]),
+                   "no stamp": lambda: write(whole.replace(b"RegVer=2.18\n", b"")), "a folder": make_folder,
+                   "gone": lambda: os.unlink(self.file)}
+        for name, act in destroy.items():
+            act()
+            yield name
+            self.assertEqual(self.run_program("profile", "acknowledge").returncode, 0)
+
+    def test_a_destroyed_file_gets_its_copy_back_and_says_so_until_acknowledged(self):
+        kept = 0
+        for name in self.destroyed_stores():
+            self.assertEqual(self.run_program("profile", "get", "RainThreshold").returncode, 1, name)
+            for start in ("first", "second"):
+                self.assertIn("The settings were destroyed",
+                              self.run_program("profile", "set", "Left", "7").stderr, (name, start))
+            self.assertEqual(self.run_program("profile", "get", "RainThreshold").stdout, "200\n", name)
+            kept += name != "gone"
+            aside = [entry for entry in os.listdir(self.profile) if ".damaged-" in entry]
+            self.assertEqual(len(aside), kept, name)
+            for entry in os.scandir(self.profile):
+                if entry.is_file() and entry.name.endswith(".ini"):
+                    self.assertEqual(stat.S_IMODE(entry.stat().st_mode), 0o600, entry.name)
+        self.assertEqual(self.rain_after_a_start(), ("200", []))
+
+    def test_without_a_good_copy_the_defaults_are_said_as_loudly(self):
+        self.set("RainThreshold", "200")
+        for name in (self.file, os.path.join(self.profile, "Orvalis.Weather.good.ini")):
+            with open(name, "w", encoding="utf-8") as file:
+                file.write("[General]\nRainThreshold=200\n")
+        rain, lost = self.rain_after_a_start()
+        self.assertEqual(rain, "350")
+        self.assertIn("no good copy", lost[0])
+
+    def test_a_full_disk_does_not_keep_the_copy_from_standing_in(self):
+        self.set("RainThreshold", "200")
+        open(self.file, "w").close()
+        program = Process(["sh", "-c", 'trap "" XFSZ; ulimit -f 0; exec "$0" --headless --json --demo',
+                           BIN + "/orvalis"], env=self.env)
+        self.addCleanup(program.kill)
+        self.assertIn("not on the disk yet", self.event(program, "The settings were destroyed")["event"])
+        self.reading(program)
+        program.stop()
+        self.assertEqual(os.path.getsize(self.file), 0, "what was destroyed is not lost before it is replaced")
+        self.assertEqual(self.rain_after_a_start()[0], "200")
+
+    def test_a_running_program_hears_of_the_acknowledgement(self):
+        self.set("RainThreshold", "200")
+        open(self.file, "w").close()
+        program = self.program("--headless", "--json", "--demo")
+        self.event(program, "The settings were destroyed")
+        self.assertIn("Acknowledged", self.run_program("profile", "acknowledge").stdout)
+        self.event(program, "the loss of the settings was acknowledged")
 
     def test_a_folder_that_cannot_be_written_is_named(self):
         blocked = os.path.join(self.folder, "file")
@@ -129,7 +198,7 @@ class ProfileStore(Case):
         os.mkdir(self.file + ".1-1.new")  # of a program that was killed
         open(self.file + ".1-1.new/written", "w").close()
         self.set("Top", "1")
-        self.assertEqual(sorted(os.listdir(self.profile)), ["Orvalis.Weather.ini"])
+        self.assertEqual(sorted(os.listdir(self.profile)), ["Orvalis.Weather.good.ini", "Orvalis.Weather.ini"])
 
     def test_a_lock_that_nobody_lets_go_holds_nothing_up(self):
         self.set("Left", "100")
@@ -162,6 +231,18 @@ class ProfileStore(Case):
 
 
 class CommandLine(Case):
+    def test_a_value_with_a_minus_sign_may_stand_anywhere_among_the_options(self):
+        other = ["--profile", os.path.join(self.folder, "other")]
+        for number, order in enumerate([["profile", "set", "Left", "-7", *other], ["profile", "set", "Left", *other, "-8"],
+                                        [*other, "profile", "set", "Left", "-9"],
+                                        ["profile", *other, "set", "Left", "-10"]]):
+            result = self.run_program(*order)
+            self.assertEqual((result.returncode, result.stderr), (0, ""), order)
+            self.assertEqual(self.run_program("profile", "get", "Left", *other).stdout, "%d\n" % (-7 - number))
+        for order in (["g_sPWS_password", "-", *other], ["g_sPWS_password", *other, "-"]):
+            self.assertEqual(self.run_program("profile", "set", *order, given="p4ss\n").returncode, 0, order)
+        self.assertEqual(self.run_program("profile", "set", "Left", "-1", "--hedless").returncode, 2)
+
     def test_nonsense_says_why_and_how(self):
         rows = [(["--hedless"], "hedless"), (["--port"], "port"), (["frobnicate"], "frobnicate"),
                 (["--json"], "--headless"), (["--demo", "--port", "/dev/x"], "--demo"), (["profile"], "list"),

@@ -51,7 +51,7 @@ PanelModel BadNight() {
   model.humidity_background = model.sky_background = Colour::kRed;
   model.safe = false;
   model.demo = true;
-  model.notice = "The setting \"TempsAvgCount\" is 9999";
+  model.Stand({.cause = StandingMessage::Cause::kAveragingCount, .text = "The setting \"TempsAvgCount\" is 9999"});
   model.connect = {kCountdown, false, true, Colour::kYellow};
   return model;
 }
@@ -235,6 +235,27 @@ TEST_F(HandBox, LongTextsNeitherWidenTheWindowNorGetLost) {
   }
   auto* button = Get<ConnectButton>("cmdConnect");
   EXPECT_GE(button->height(), button->heightForWidth(button->width()));
+}
+
+TEST_F(HandBox, AStandingMessageStaysUntilTheModelLetsItGo) {
+  model.Stand({.cause = StandingMessage::Cause::kSettingsLost,
+               .text = "Lost: /home/" + std::string(600, 'x'),  // nowhere to break
+               .to_acknowledge = true});
+  box.resize(360, 480);
+  box.show();
+  Refresh();
+  EXPECT_EQ(box.size(), QSize(360, 480));
+  auto* button = Get<QAbstractButton>("cmdAcknowledge");
+  EXPECT_TRUE(box.rect().contains(QRect(button->mapTo(&box, QPoint()), button->size())));
+  int asked = 0;
+  QObject::connect(&box, &frmHandBox::Acknowledged, &box, [&] { ++asked; });
+  button->click();
+  Refresh();
+  EXPECT_EQ(asked, 1);
+  EXPECT_TRUE(button->isVisible());
+  model.Stand({.cause = StandingMessage::Cause::kSettingsLost, .text = ""});
+  Refresh();
+  EXPECT_FALSE(button->isVisible());
 }
 
 /// Counts what costs processor time.

@@ -135,6 +135,18 @@ TEST_F(SetupDialogTest, BadInputComesBackAsItWasTypedAndInFocus) {
   Exec([&] { EXPECT_FALSE(Get<QLineEdit>("StepTime")->isVisible()); });
 }
 
+TEST_F(SetupDialogTest, WhatOkWouldStoreStandsAtTheBoxWhileOneTypes) {
+  Exec([&] {
+    Get<QTabWidget>("pages")->setCurrentIndex(1);
+    auto* advice = Get<QLabel>("RainThresholdAdvice");
+    Get<QLineEdit>("RainThreshold")->setText("1000");
+    EXPECT_TRUE(advice->isVisible());
+    EXPECT_TRUE(advice->text().contains("the unit gets 000")) << advice->text().toStdString();
+    Get<QLineEdit>("RainThreshold")->setText("999");
+    EXPECT_FALSE(advice->isVisible());
+  });
+}
+
 TEST_F(SetupDialogTest, AdvancedShowsTheLeftovers) {
   form.flags[advanced_mode] = false;
   Exec([&] {

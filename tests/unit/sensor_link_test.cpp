@@ -117,6 +117,7 @@ TEST_F(SensorLinkTest, PushesWhatDiffersFromTheCopyLastSent) {
   options.allow_wind = false;
   options.allow_rain = true;
   EXPECT_EQ(Sent(2), ":Ar1:AW0:Sh001:SR234:SX+002:F");
+  EXPECT_EQ(LastEvent(), "RainThreshold is 1234: the unit gets 234 (it takes three digits)");
   Tick(2);
   settings.LightThreshold = -7;
   settings.CloudsThreshold = 1e300;

@@ -7,6 +7,7 @@
 #include <olectl.h>
 
 #include <QApplication>
+#include <QDate>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -21,6 +22,7 @@
 
 #include "base/path.h"
 #include "base/run_time_error.h"
+#include "config/settings_store.h"
 #include "platform/system/safe_file.h"
 #include "platform/system/stop_signals.h"
 #include "platform/windows/com_port.h"
@@ -101,7 +103,10 @@ class RegistryProfileTest : public testing::Test {
   ~RegistryProfileTest() override { RemoveAll(); }
   static void RemoveAll() {
     RegDeleteTreeW(HKEY_CURRENT_USER, kTestKey);
-    RegDeleteTreeW(HKEY_CURRENT_USER, (std::wstring(kTestKey) + L".pending").c_str());
+    const std::wstring damaged = L".damaged-" + QDate::currentDate().toString(Qt::ISODate).toStdWString();
+    for (const std::wstring& end : {std::wstring(L".pending"), std::wstring(L".good"), damaged}) {
+      RegDeleteTreeW(HKEY_CURRENT_USER, (kTestKey + end).c_str());
+    }
   }
   /// Writes a text into the registry as another program would.
   static void Put(const std::wstring& below, const wchar_t* name, const wchar_t* text) {
@@ -162,6 +167,24 @@ TEST_F(RegistryProfileTest, ACrashLeavesAllOfABatchOrNothing) {
   EXPECT_EQ(profile.GetValue("", "TempMax", "Capabilities"), "5.0");
   EXPECT_EQ(profile.GetValue("", "RegVer", ""), "2.18");
   EXPECT_FALSE(Exists(L".pending"));
+}
+
+// Its stamp is gone: the copy takes its place, what was found is kept, and the notice stays until it is acknowledged.
+TEST_F(RegistryProfileTest, ADestroyedStoreGetsItsCopyBack) {
+  SettingsStore(profile, "C:\\Orvalis", {}).EnsureLayout();
+  profile.WriteValue("", "RainThreshold", "200", "");
+  RegDeleteKeyValueW(HKEY_CURRENT_USER, kTestKey, L"RegVer");
+  RegistryProfile again(kTestKey);
+  SettingsStore store(again, "C:\\Orvalis", {});
+  EXPECT_EQ(store.LoadSettings().RainThreshold, 200);
+  EXPECT_NE(store.LossNotice().find("version stamp"), std::string::npos) << store.LossNotice();
+  EXPECT_TRUE(Exists(L".damaged-" + QDate::currentDate().toString(Qt::ISODate).toStdWString()));
+  store.AcknowledgeLoss();
+  RegDeleteTreeW(HKEY_CURRENT_USER, kTestKey);
+  RegistryProfile gone(kTestKey);
+  SettingsStore last(gone, "C:\\Orvalis", {});
+  EXPECT_EQ(last.LoadSettings().RainThreshold, 200);
+  EXPECT_NE(last.LossNotice().find("is gone"), std::string::npos) << last.LossNotice();
 }
 
 // The store names itself and the reason; what was stored stays.

@@ -2,6 +2,7 @@
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
+#include <QRegularExpression>
 #include <QStringList>
 
 namespace orvalis {
@@ -33,8 +34,38 @@ std::string ReadProfileCommand(const QStringList& words, ProfileCommand& profile
     profile.value = words.value(2).toStdString();
     return expect(3, "set KEY VALUE");
   }
-  return "expected list, get or set after \"profile\"" +
+  if (verb == "acknowledge") {
+    profile.verb = ProfileCommand::Verb::kAcknowledge;
+    return expect(1, "acknowledge");
+  }
+  return "expected list, get, set or acknowledge after \"profile\"" +
          (verb.isEmpty() ? std::string() : ", not \"" + verb.toStdString() + "\"");
+}
+
+/// `arguments` with the words of "profile set KEY VALUE" at the end, behind "--", when VALUE begins with a minus sign
+/// and would be taken for an option. It may stand anywhere among the `options`, of which those `with_value` take
+/// the next argument.
+QStringList ValueLast(const QStringList& arguments, const QStringList& options, const QStringList& with_value) {
+  constexpr qsizetype kBeforeValue = 3;  // "profile", "set" and the key
+  QStringList words;
+  QStringList others{arguments.value(0)};
+  for (qsizetype i = 1; i < arguments.size(); ++i) {
+    const QString& argument = arguments[i];
+    if (argument == "--") return arguments;  // the user took care of it
+    const QString name = argument.section('=', 0, 0).remove(QRegularExpression("^--?"));
+    const bool option = argument.startsWith('-') && options.contains(name);
+    const bool value = words.size() == kBeforeValue && words.startsWith("profile") && words[1] == "set";
+    if (option) {
+      others << argument;
+      if (with_value.contains(name) && !argument.contains('=') && i + 1 < arguments.size()) others << arguments[++i];
+    } else if (argument.startsWith('-') && !value) {
+      others << argument;  // unknown, and told so
+    } else {
+      words << argument;
+    }
+  }
+  if (words.size() <= kBeforeValue || !words[kBeforeValue].startsWith('-')) return arguments;
+  return others + QStringList{"--"} + words;
 }
 
 }  // namespace
@@ -44,9 +75,6 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   QStringList list;
   for (const std::string& argument : arguments) list << QString::fromStdString(argument);
   CommandLine line;
-  // A value may begin with a minus sign, so the words of "profile set" are taken before options are looked for.
-  if (list.size() > 4 && list[1] == "profile" && list[2] == "set" && list[4].startsWith('-')) list.insert(3, "--");
-
   const QCommandLineOption help(QStringList{"h", "help"});
   const QCommandLineOption version(QStringList{"v", "version"});
   const QCommandLineOption headless("headless");
@@ -59,8 +87,16 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   const QCommandLineOption subkey("subkey", {}, "NAME");
   QCommandLineParser parser;
   parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-  parser.addOptions({help, version, automation, headless, json, demo, port, profile, picture, subkey});
-  if (!parser.parse(list)) return CommandLineError{parser.errorText().toStdString()};
+  const QList<QCommandLineOption> options{help, version, automation, headless, json,
+                                          demo, port,    profile,    picture,  subkey};
+  parser.addOptions(options);
+  QStringList names;
+  QStringList with_value;
+  for (const QCommandLineOption& option : options) {
+    names << option.names();
+    if (!option.valueName().isEmpty()) with_value << option.names();
+  }
+  if (!parser.parse(ValueLast(list, names, with_value))) return CommandLineError{parser.errorText().toStdString()};
 
   if (parser.isSet(help)) {
     line.action = CommandLine::Action::kHelp;
@@ -108,20 +144,19 @@ std::string Usage(bool has_windows) {
   std::string usage = has_windows ? R"(usage: orvalis [--port PATH | --demo] [--profile DIR] [--picture FILE]
        orvalis --automation [--port PATH | --demo] [--profile DIR]
        orvalis --headless [--json] [--port PATH | --demo] [--profile DIR]
-       orvalis profile list|get KEY|set KEY VALUE [--subkey NAME] [--profile DIR]
+       orvalis profile list|get KEY|set KEY VALUE|acknowledge [--subkey NAME] [--profile DIR]
        orvalis --version | --help
 
 )"
                                   : R"(usage: orvalisd [--json] [--port PATH | --demo] [--profile DIR]
        orvalisd --automation [--port PATH | --demo] [--profile DIR]
-       orvalisd profile list|get KEY|set KEY VALUE [--subkey NAME] [--profile DIR]
+       orvalisd profile list|get KEY|set KEY VALUE|acknowledge [--subkey NAME] [--profile DIR]
        orvalisd --version | --help
 
 )";
   usage +=
-      "  --automation    for the session bus, which starts the program when a client asks for it; it ends with its "
-      "last "
-      "client\n";
+      R"(  --automation    for the session bus, which starts the program when a client asks for it; it ends with its last client
+)";
   if (has_windows) {
     usage += "  --headless      no window: one line per cycle on standard output; connects and reconnects by itself\n";
   }
@@ -131,7 +166,10 @@ std::string Usage(bool has_windows) {
   --profile DIR   the settings in DIR (also: ORVALIS_PROFILE_DIR)
 )";
   if (has_windows) usage += "  --picture FILE  write a picture of the panel to FILE after the first values, and end\n";
-  usage += "  profile         show or change the settings; the value \"-\" is read from standard input\n";
+  usage +=
+      R"(  profile         show or change the settings; the value "-" is read from standard input; "acknowledge" that settings
+                  were lost
+)";
   return usage;
 }
 

@@ -5,7 +5,7 @@
 #include <variant>
 #include <vector>
 
-#include "config/profile_command.h"
+#include "app/profile_command.h"
 
 namespace orvalis {
 

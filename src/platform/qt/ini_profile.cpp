@@ -1,6 +1,8 @@
 #include "platform/qt/ini_profile.h"
 
 #include <QCoreApplication>
+#include <QDate>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -23,6 +25,8 @@ constexpr std::chrono::milliseconds kPatience{500};
 
 /// Ends the name of the folder that a write takes place in.
 constexpr const char* kWorkshopEnd = ".new";
+
+constexpr const char* kAsideNames = "Orvalis.Weather.damaged-*.ini";
 
 QString ToQString(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
@@ -47,9 +51,16 @@ std::optional<std::map<QString, QString>> ReadFile(const QString& path) {
   return values;
 }
 
+ProfileValues AsTexts(const std::map<QString, QString>& values) {
+  ProfileValues texts;
+  for (const auto& [key, value] : values) texts[key.toStdString()] = value.toStdString();
+  return texts;
+}
+
 }  // namespace
 
-IniProfile::IniProfile(const QString& folder) : folder_(folder), path_(folder + "/Orvalis.Weather.ini") {}
+IniProfile::IniProfile(const QString& folder)
+    : folder_(folder), path_(folder + "/Orvalis.Weather.ini"), copy_path_(folder + "/Orvalis.Weather.good.ini") {}
 
 // The file is this one driver's and of this one type, so there is nothing to register it with.
 void IniProfile::SetDeviceType(std::string_view /*type*/) {}
@@ -86,20 +97,118 @@ void IniProfile::AbandonBatch() noexcept {
 void IniProfile::Reload() {
   const safe_file::Stamp stamp = safe_file::StampOf(path_);
   if (loaded_ == stamp) return;
+  // Destroyed while the program runs: what was read last counts until the next write restores it.
+  if (rules_ && loaded_ && !Fault(*rules_).empty()) return;
   if (stamp != safe_file::Stamp{} && !safe_file::MayRead(path_)) {
     throw RunTimeError(RunTimeError::kPathFileAccess, "cannot read the settings in " + Location() + ": " +
                                                           safe_file::ErrorText(safe_file::LastError()));
   }
   std::optional<Values> values = ReadFile(path_);
   if (!values) {
-    throw RunTimeError(RunTimeError::kPathFileAccess,
-                       Location() + " is damaged: it is not an INI file; repair or remove it");
+    throw RunTimeError(RunTimeError::kPathFileAccess, Location() + " is damaged: it is not an INI file");
   }
   values_ = std::move(*values);
   loaded_ = stamp;
+  aside_.clear();  // it is another file now
+}
+
+std::string IniProfile::Fault(const StoreRules& rules) {
+  const safe_file::Stamp stamp = safe_file::StampOf(path_);
+  if (stamp == safe_file::Stamp{}) {
+    const bool first_start =
+        !QFileInfo::exists(copy_path_) && QDir(folder_).entryList({kAsideNames}, QDir::AllEntries).isEmpty();
+    return first_start ? "" : "is gone";
+  }
+  if (!safe_file::MayRead(path_)) return "cannot be read: " + safe_file::ErrorText(safe_file::LastError());
+  const std::optional<Values> values = ReadFile(path_);
+  return values ? rules.fault(AsTexts(*values)) : "is not an INI file";
+}
+
+bool IniProfile::KeepSafe(const StoreRules& rules) {
+  rules_ = rules;
+  // What is only closed to everybody is opened again; nothing is lost.
+  if (QFileInfo(path_).isFile() && !safe_file::MayRead(path_)) static_cast<void>(safe_file::KeepForOwner(path_));
+  if (Fault(rules).empty()) {
+    RenewCopy();
+  } else {
+    Restore();
+  }
+  return true;
+}
+
+void IniProfile::Restore() {
+  std::unique_ptr<QLockFile> lock;
+  std::string failure;
+  try {
+    PrepareFolder();
+    lock = Lock();
+  } catch (const RunTimeError& error) {
+    failure = error.what();
+  }
+  const std::string fault = Fault(*rules_);
+  if (fault.empty()) return;  // another program was faster
+  const bool exists = safe_file::StampOf(path_) != safe_file::Stamp{};
+  aside_ = exists ? NameAside() : QString();
+  if (QFileInfo(copy_path_).isFile()) static_cast<void>(safe_file::KeepForOwner(copy_path_));
+  std::optional<Values> copy = ReadFile(copy_path_);
+  if (copy && !rules_->good(AsTexts(*copy))) copy.reset();
+  StoreLoss loss{
+      .location = Location(), .fault = fault, .kept_as = QFileInfo(aside_).fileName().toStdString(), .copy_of = {}};
+  if (copy) loss.copy_of = QFileInfo(copy_path_).lastModified().toString("yyyy-MM-dd hh:mm").toStdString();
+  Values restored = copy.value_or(Values{});
+  QString& notice = restored[ToQString(rules_->notice_key)];
+  notice = QString::fromStdString(LossNotice(loss));
+  if (failure.empty()) {
+    try {
+      Replace(restored);
+    } catch (const RunTimeError& error) {
+      failure = error.what();
+    }
+  }
+  // The next write that succeeds puts all of this into the file.
+  if (!failure.empty()) notice = QString::fromStdString(LossNotice(loss) + " This is not on the disk yet: " + failure);
+  values_ = std::move(restored);
+  loaded_ = safe_file::StampOf(path_);
+}
+
+bool IniProfile::PutAside(const QString& file) {
+  if (aside_.isEmpty()) return true;
+  if (!safe_file::Replace(file, aside_)) return false;
+  if (QFileInfo(aside_).isFile()) static_cast<void>(safe_file::KeepForOwner(aside_));  // it may hold the password
+  aside_.clear();
+  return true;
+}
+
+QString IniProfile::NameAside() const {
+  const QString begin =
+      QFileInfo(Target()).path() + "/Orvalis.Weather.damaged-" + QDate::currentDate().toString(Qt::ISODate);
+  QString name = begin + ".ini";
+  for (int i = 2; QFileInfo::exists(name); ++i) name = begin + "-" + QString::number(i) + ".ini";
+  return name;
+}
+
+void IniProfile::RenewCopy() {
+  if (safe_file::StampOf(path_) == safe_file::Stamp{}) return;
+  Reload();
+  if (!rules_->good(AsTexts(values_)) || ReadFile(copy_path_) == values_) return;
+  try {
+    PrepareFolder();
+    const std::unique_ptr<QLockFile> lock = Lock();
+    Reload();
+    Replace(values_);
+    loaded_ = safe_file::StampOf(path_);
+  } catch (const RunTimeError&) {
+    // The settings are well; the next write tries again.
+  }
+}
+
+QString IniProfile::Target() const {
+  const QFileInfo file(path_);
+  return file.isSymLink() ? file.symLinkTarget() : path_;
 }
 
 void IniProfile::Write(const Values& changes) {
+  if (rules_ && !Fault(*rules_).empty()) Restore();
   Reload();
   const auto stored = [this](const Values::value_type& change) {
     const auto found = values_.find(change.first);
@@ -111,15 +220,7 @@ void IniProfile::Write(const Values& changes) {
     return;
   }
   PrepareFolder();
-  QLockFile lock(path_ + ".lock");
-  // Stale when its process is gone; and, when a power failure left it empty, by its age. It is never held for long.
-  lock.setStaleLockTime(std::chrono::minutes(1));
-  if (!lock.tryLock(kPatience)) {
-    if (lock.error() != QLockFile::LockFailedError) FailToWrite(safe_file::LastError());
-    throw RunTimeError(RunTimeError::kPathFileAccess, "cannot write the settings to " + Location() +
-                                                          ": another program has held " +
-                                                          lock.fileName().toStdString() + " for half a second");
-  }
+  const std::unique_ptr<QLockFile> lock = Lock();
   RemoveLeftovers();
   Reload();
   Values values = values_;
@@ -139,6 +240,17 @@ void IniProfile::PrepareFolder() const {
   if (!safe_file::MayWrite(folder_)) FailToWrite(safe_file::LastError());
 }
 
+std::unique_ptr<QLockFile> IniProfile::Lock() const {
+  auto lock = std::make_unique<QLockFile>(path_ + ".lock");
+  // Stale when its process is gone; and, when a power failure left it empty, by its age. It is never held for long.
+  lock->setStaleLockTime(std::chrono::minutes(1));
+  if (lock->tryLock(kPatience)) return lock;
+  if (lock->error() != QLockFile::LockFailedError) FailToWrite(safe_file::LastError());
+  throw RunTimeError(RunTimeError::kPathFileAccess, "cannot write the settings to " + Location() +
+                                                        ": another program has held " + lock->fileName().toStdString() +
+                                                        " for half a second");
+}
+
 void IniProfile::Replace(const Values& values) {
   // Names of their own for each write: whatever Qt remembers of a file is never met again. Qt gives a new file to all
   // readers, and its own temporary ones too, so they are written where nobody else gets in.
@@ -146,6 +258,7 @@ void IniProfile::Replace(const Values& values) {
                            QString::number(++writes_) + kWorkshopEnd;
   const QString written = workshop + "/written";
   const QString checked = workshop + "/checked";
+  const QString copied = workshop + "/copied";
   safe_file::ForgetLastError();
   bool good = QDir().mkdir(workshop, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   int error = safe_file::LastError();
@@ -157,12 +270,16 @@ void IniProfile::Replace(const Values& values) {
   }
   // Qt does not notice every write that a full disk cut short, so what is on the disk is read back before it counts.
   good = good && safe_file::Replace(written, checked) && ReadFile(checked) == values;
+  // A copy that there is no room for leaves the one before, which is worth more than no setting stored.
+  const bool copy = good && rules_ && rules_->good(AsTexts(values)) && QFile::copy(checked, copied) &&
+                    ReadFile(copied) == values && safe_file::Flush(copied) && safe_file::KeepForOwner(copied);
   if (good) {
-    const QFileInfo target(path_);
-    const QString name = target.isSymLink() ? target.symLinkTarget() : path_;
-    good = safe_file::Flush(checked) && safe_file::KeepForOwner(checked) && safe_file::Replace(checked, name);
+    const QString target = Target();
+    good = safe_file::Flush(checked) && safe_file::KeepForOwner(checked) && PutAside(target) &&
+           safe_file::Replace(checked, target);
     error = safe_file::LastError();
   }
+  if (good && copy) static_cast<void>(safe_file::Replace(copied, copy_path_));
   RemoveLeftovers();
   if (!good) FailToWrite(error);
   safe_file::FlushNames(folder_);  // the new name is part of the folder

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "base/clock.h"
 #include "platform/windows/handle.h"
 
 namespace orvalis {
@@ -68,6 +69,26 @@ std::vector<std::wstring> NamesIn(HKEY key, bool keys) {
   }
 }
 
+/// When something in `path` was written last, for a person.
+std::string TimeOf(const std::wstring& path) {
+  const Key key = OpenKey(path, KEY_READ);
+  FILETIME written{};
+  if (!key || RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                               nullptr, nullptr, &written) != ERROR_SUCCESS) {
+    return "an unknown time";
+  }
+  SYSTEMTIME universal{};
+  SYSTEMTIME local{};
+  FileTimeToSystemTime(&written, &universal);
+  SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local);
+  std::string text = FormatIso8601(
+      {.year = local.wYear, .month = local.wMonth, .day = local.wDay, .hour = local.wHour, .minute = local.wMinute});
+  constexpr std::size_t kMinutes = 16;
+  text.resize(kMinutes);
+  text[10] = ' ';
+  return text;
+}
+
 /// Keeps other programs from the store while it lives.
 class StoreLock {
  public:
@@ -97,6 +118,10 @@ std::string RegistryProfile::GetValue(std::string_view /*driver_id*/, std::strin
     const StoreLock lock;
     if (lock.held()) FinishNotes();
   }
+  if (in_memory_) {
+    const auto found = in_memory_->find(place);
+    return found == in_memory_->end() ? std::string() : Narrow(found->second);
+  }
   std::wstring text;
   const DWORD error = ReadText(PathOf(key_, place.first), place.second, text);
   if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return {};
@@ -114,23 +139,31 @@ void RegistryProfile::WriteValue(std::string_view /*driver_id*/, std::string_vie
     batch_[place] = Wide(value);
     return;
   }
+  RestoreBeforeWrite();
   const StoreLock lock;
   if (!lock.held()) FailToWrite(ERROR_BUSY);
   FinishNotes();
   Write(key_, {{place, Wide(value)}});
+  RenewCopy();
 }
 
 void RegistryProfile::CommitBatch() {
+  RestoreBeforeWrite();
   const StoreLock lock;
   if (!lock.held()) FailToWrite(ERROR_BUSY);
   FinishNotes();
-  Write(NotesKey() + kNotes, batch_);
+  Note(batch_);
+  FinishNotes();
+  RenewCopy();
+  AbandonBatch();
+}
+
+void RegistryProfile::Note(const Values& values) const {
+  Write(NotesKey() + kNotes, values);
   const Key notes = MakeKey(NotesKey());
   const LSTATUS marked = RegSetValueExW(notes.get(), kNotesComplete, 0, REG_SZ, nullptr, 0);
   if (marked != ERROR_SUCCESS) FailToWrite(static_cast<DWORD>(marked));
   RegFlushKey(notes.get());
-  FinishNotes();
-  AbandonBatch();
 }
 
 void RegistryProfile::AbandonBatch() noexcept {
@@ -160,22 +193,126 @@ void RegistryProfile::FinishNotes() const {
   if (!mark) return;
   const bool complete =
       RegQueryValueExW(mark.get(), kNotesComplete, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
-  const std::wstring root = NotesKey() + kNotes;
-  if (const Key notes = OpenKey(root, KEY_READ); complete && notes) {
-    Values values;
-    std::vector<std::wstring> subkeys = NamesIn(notes.get(), true);
-    subkeys.emplace_back();
-    for (const std::wstring& subkey : subkeys) {
-      const Key key = OpenKey(PathOf(root, subkey), KEY_READ);
-      for (const std::wstring& name : NamesIn(key.get(), false)) {
-        std::wstring text;
-        if (const DWORD error = ReadText(PathOf(root, subkey), name, text); error != ERROR_SUCCESS) FailToWrite(error);
-        values[{subkey, name}] = std::move(text);
-      }
-    }
-    Write(key_, values);
+  if (complete) {
+    if (const std::optional<Values> values = ReadAll(NotesKey() + kNotes)) Write(key_, *values);
   }
   RegDeleteTreeW(HKEY_CURRENT_USER, NotesKey().c_str());
+}
+
+std::optional<RegistryProfile::Values> RegistryProfile::ReadAll(const std::wstring& root) const {
+  const Key store = OpenKey(root, KEY_READ);
+  if (!store) return std::nullopt;
+  Values values;
+  std::vector<std::wstring> subkeys = NamesIn(store.get(), true);
+  subkeys.emplace_back();
+  for (const std::wstring& subkey : subkeys) {
+    const Key key = OpenKey(PathOf(root, subkey), KEY_READ);
+    if (!key) continue;
+    for (const std::wstring& name : NamesIn(key.get(), false)) {
+      std::wstring text;
+      // What is no text is as good as missing.
+      if (ReadText(PathOf(root, subkey), name, text) == ERROR_SUCCESS) values[{subkey, name}] = std::move(text);
+    }
+  }
+  return values;
+}
+
+ProfileValues RegistryProfile::AsTexts(const Values& values) {
+  ProfileValues texts;
+  for (const auto& [place, text] : values) {
+    const std::string subkey = Narrow(place.first);
+    texts[subkey.empty() ? Narrow(place.second) : subkey + "/" + Narrow(place.second)] = Narrow(text);
+  }
+  return texts;
+}
+
+std::string RegistryProfile::Fault(const StoreRules& rules) {
+  if (OpenKey(NotesKey(), KEY_READ)) return {};  // the next read carries them out
+  if (const std::optional<Values> values = ReadAll(key_)) return rules.fault(AsTexts(*values));
+  if (const DWORD error = GetLastError(); error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND) {
+    return "cannot be read: " + SystemText(error);
+  }
+  return OpenKey(CopyKey(), KEY_READ) ? "is gone" : "";
+}
+
+bool RegistryProfile::KeepSafe(const StoreRules& rules) {
+  rules_ = rules;
+  if (OpenKey(NotesKey(), KEY_READ)) {
+    const StoreLock lock;
+    if (lock.held()) FinishNotes();
+  }
+  if (!Fault(rules).empty()) {
+    Restore();
+  } else if (const StoreLock lock; lock.held()) {
+    RenewCopy();
+  }
+  return true;
+}
+
+void RegistryProfile::Restore() {
+  const StoreLock lock;
+  const std::string fault = Fault(*rules_);
+  if (fault.empty()) {  // another program was faster
+    in_memory_.reset();
+    return;
+  }
+  const bool exists = static_cast<bool>(OpenKey(key_, KEY_READ)) || GetLastError() == ERROR_ACCESS_DENIED;
+  const std::wstring aside = exists ? NameAside() : std::wstring();
+  std::optional<Values> copy = ReadAll(CopyKey());
+  if (copy && !rules_->good(AsTexts(*copy))) copy.reset();
+  const StoreLoss loss{.location = Location(),
+                       .fault = fault,
+                       .kept_as = Narrow(aside.substr(aside.rfind(L'\\') + 1)),
+                       .copy_of = copy ? TimeOf(CopyKey()) : std::string()};
+  Values restored = copy.value_or(Values{});
+  std::wstring& notice = restored[{L"", Wide(rules_->notice_key)}];
+  notice = Wide(LossNotice(loss));
+  try {
+    if (!lock.held()) FailToWrite(ERROR_BUSY);
+    if (exists) CopyAside(aside);
+    // Once it is noted, a crash cannot keep it from being carried out.
+    Note(restored);
+    RegDeleteTreeW(HKEY_CURRENT_USER, key_.c_str());
+    FinishNotes();
+    in_memory_.reset();
+  } catch (const RunTimeError& error) {
+    notice = Wide(LossNotice(loss) + " This is not on the disk yet: " + error.what());
+    in_memory_ = std::move(restored);
+  }
+}
+
+void RegistryProfile::CopyAside(const std::wstring& aside) const {
+  const Key kept = MakeKey(aside);
+  if (!kept) FailToWrite(GetLastError());
+  const LSTATUS copied = RegCopyTreeW(HKEY_CURRENT_USER, key_.c_str(), kept.get());
+  if (copied != ERROR_SUCCESS) FailToWrite(static_cast<DWORD>(copied));
+  RegFlushKey(kept.get());
+}
+
+std::wstring RegistryProfile::NameAside() const {
+  SYSTEMTIME now{};
+  GetLocalTime(&now);
+  const CivilTime date{.year = now.wYear, .month = now.wMonth, .day = now.wDay};
+  const std::wstring begin = key_ + L".damaged-" + Wide(FormatIso8601(date).substr(0, 10));
+  std::wstring name = begin;
+  for (int i = 2; OpenKey(name, KEY_READ); ++i) name = begin + L"-" + std::to_wstring(i);
+  return name;
+}
+
+void RegistryProfile::RenewCopy() const {
+  if (!rules_) return;
+  const std::optional<Values> values = ReadAll(key_);
+  if (!values || !rules_->good(AsTexts(*values)) || ReadAll(CopyKey()) == values) return;
+  try {
+    Write(CopyKey(), *values);
+  } catch (const RunTimeError&) {
+    // The settings are well; the next write tries again.
+  }
+}
+
+void RegistryProfile::RestoreBeforeWrite() {
+  if (rules_ && !Fault(*rules_).empty()) Restore();
+  if (in_memory_) FailToWrite(ERROR_WRITE_FAULT);
 }
 
 void RegistryProfile::FailToWrite(DWORD error) const {

@@ -16,8 +16,8 @@
 #include <utility>
 
 #include "ui/controls/panel_texts.h"
-#include "ui/desktop.h"
 #include "ui/controls/picker_process.h"
+#include "ui/desktop.h"
 
 namespace orvalis {
 namespace {

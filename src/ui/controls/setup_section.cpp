@@ -52,6 +52,15 @@ QLabel* SetupSection::Field(const char* name, const QString& label, const QStrin
   grid_->addWidget(field, row_, kControlColumn);
   if (!unit.isEmpty()) grid_->addWidget(new QLabel(unit), row_, kUnitColumn);
   ++row_;
+  auto* advice = new QLabel;
+  advice->setObjectName(QString(name) + kAdviceEnd);
+  advice->setTextFormat(Qt::PlainText);
+  advice->setWordWrap(true);
+  QFont slanted = advice->font();
+  slanted.setItalic(true);
+  advice->setFont(slanted);
+  advice->hide();
+  grid_->addWidget(advice, row_++, kControlColumn, 1, kColumns - kControlColumn);
   return title;
 }
 

@@ -27,7 +27,10 @@ class SetupSection {
 
   SetupSection(const QString& title, QBoxLayout* column);
 
-  /// A text box for a number; returns its label.
+  /// Ends the object name of a text box's label for advice.
+  static constexpr const char* kAdviceEnd = "Advice";
+
+  /// A text box for a number, with a hidden label below it for advice; returns the label in front of it.
   QLabel* Field(const char* name, const QString& label, const QString& unit, const QString& tip,
                 Width width = Width::kNumber);
   QCheckBox* Check(const char* name, const QString& text, const QString& tip);

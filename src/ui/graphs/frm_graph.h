@@ -8,8 +8,8 @@
 
 #include "history/history_recorder.h"
 #include "ui/controls/theme.h"
-#include "ui/graphs/graph_kind.h"
 #include "ui/graphs/graph_files.h"
+#include "ui/graphs/graph_kind.h"
 
 class QLabel;
 class QScrollBar;

@@ -15,6 +15,7 @@
 #include "ui/desktop.h"
 #include "ui/panel/connect_button.h"
 #include "ui/panel/event_view.h"
+#include "ui/panel/standing_notices.h"
 #include "ui/panel/status_text.h"
 
 namespace orvalis {
@@ -89,23 +90,12 @@ void frmHandBox::ShowControls() {
                   theme_.Quiet(model_.connect.background)});
   status_->Show(ToQString(model_.status));
 
+  notices_->Show(model_.standing, theme_);
   demo_->Show({"DEMO — values are made up", {}, {}, theme_.Strong(Colour::kYellow)});
   if (demo_->isHidden() == model_.demo) demo_->setVisible(model_.demo);
 
-  ShowNotice();
-
   const QString selector = ToQString(model_.humidity_selector);
   if (!typing_ && humidity_selector_->text() != selector) humidity_selector_->setText(selector);
-}
-
-void frmHandBox::ShowNotice() {
-  const QString notice = ToQString(model_.notice);
-  if (notice_->text() != notice) notice_->setText(notice);
-  if (notice_->isHidden() != notice.isEmpty()) notice_->setHidden(notice.isEmpty());
-  const Tone tone = theme_.Strong(Colour::kYellow);
-  const QString style = QStringLiteral("QLabel { color: %1; background: %2; border: 1px solid %1; }")
-                            .arg(tone.ink.name(), (tone.fill.isValid() ? tone.fill : theme_.window()).name());
-  if (notice_->styleSheet() != style) notice_->setStyleSheet(style);
 }
 
 void frmHandBox::AppendEvent(const Event& event) { events_->Append(event); }

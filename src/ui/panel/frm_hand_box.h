@@ -22,6 +22,7 @@ class ConnectButton;
 class EventView;
 class FlowLayout;
 class LogoButton;
+class StandingNotices;
 class StatusText;
 template <typename Control>
 class NightProof;
@@ -52,6 +53,8 @@ class frmHandBox : public QWidget {
   void ConnectToggled(bool on);
   /// The user chose a theme, which is in force already.
   void NightThemeToggled(bool on);
+  /// The user acknowledged a standing message, which stays until the model says otherwise.
+  void Acknowledged(StandingMessage::Cause cause);
   /// The window is being closed.
   void Closing();
 
@@ -72,7 +75,6 @@ class frmHandBox : public QWidget {
   void ShowWords();
   void ShowValues();
   void ShowControls();
-  void ShowNotice();
   void ShowTile(WordCard* tile, const Word& word, const std::string& value, const QString& unit,
                 const QString& meaning);
   void ShowSwitch(WordCard* strip, const Word& sign);
@@ -93,7 +95,7 @@ class frmHandBox : public QWidget {
 
   QWidget* content_ = nullptr;  ///< everything; its font is the window's, grown
   WordCard* demo_ = nullptr;
-  QLabel* notice_ = nullptr;
+  StandingNotices* notices_ = nullptr;
   QBoxLayout* main_ = nullptr;  ///< the hero and the body
   QWidget* hero_ = nullptr;
   QBoxLayout* hero_layout_ = nullptr;

@@ -21,6 +21,7 @@
 #include "ui/panel/connect_button.h"
 #include "ui/panel/event_view.h"
 #include "ui/panel/frm_hand_box.h"
+#include "ui/panel/standing_notices.h"
 #include "ui/panel/status_text.h"
 
 namespace orvalis {
@@ -69,14 +70,9 @@ frmHandBox::frmHandBox(PanelModel& model, QWidget* parent)
   auto* column = new QVBoxLayout(content_);
   demo_ = Named(new WordCard(WordCard::Form::kStrip, {}, {}, content_), "lblDemo");
   column->addWidget(demo_);
-  notice_ = Named(new QLabel(content_), "lblNotice");
-  notice_->setTextFormat(Qt::PlainText);
-  notice_->setWordWrap(true);
-  notice_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  notice_->setAutoFillBackground(true);
-  notice_->setMargin(static_cast<int>(PixelSize(font()) / 2));
-  notice_->hide();
-  column->addWidget(notice_);
+  notices_ = new StandingNotices(content_);
+  column->addWidget(notices_);
+  connect(notices_, &StandingNotices::Acknowledged, this, &frmHandBox::Acknowledged);
   main_ = new QBoxLayout(QBoxLayout::TopToBottom);
   column->addLayout(main_, 1);
   BuildHero();

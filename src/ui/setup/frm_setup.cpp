@@ -15,10 +15,12 @@
 #include <stdexcept>
 #include <utility>
 
+#include "app/setup_advice.h"
 #include "ui/controls/logo_button.h"
 #include "ui/controls/night_proof.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/setup_night.h"
+#include "ui/controls/setup_section.h"
 
 namespace orvalis {
 
@@ -82,7 +84,10 @@ Control* frmSetup::Find(std::string_view name) const {
 }
 
 void frmSetup::CollectControls() {
-  for (const SetupField& field : SetupFields()) fields_.push_back(Find<QLineEdit>(field.name));
+  for (const SetupField& field : SetupFields()) {
+    fields_.push_back(Find<QLineEdit>(field.name));
+    advice_.push_back(Find<QLabel>(std::string(field.name) + SetupSection::kAdviceEnd));
+  }
   for (const SetupFlag& flag : SetupFlags()) {
     flags_.push_back(flag.name == "AdvancedMode" ? nullptr : Find<QAbstractButton>(flag.name));
   }
@@ -95,6 +100,7 @@ void frmSetup::ConnectControls() {
        {"chkCanTempComp", "chkCanTemp", "chkCanStepSize", "chkSynchronous", "chkBacklashDir", "chkCentigrade"}) {
     connect(Find<QCheckBox>(name), &QCheckBox::toggled, this, &frmSetup::UpdateControls);
   }
+  for (QLineEdit* field : fields_) connect(field, &QLineEdit::textChanged, this, &frmSetup::ShowAdvice);
   connect(port_, &QComboBox::editTextChanged, this, &frmSetup::ShowPortNote);
   for (std::size_t i = 0; i < files_.size(); ++i) {
     // Not "toggled": only the user's own click asks for a file.
@@ -183,6 +189,19 @@ void frmSetup::UpdateControls() {
 void frmSetup::ShowPortNote() {
   const QString description = port_->Description();
   port_note_->setText(description.isEmpty() ? QString("Nothing is known to be plugged in there") : description);
+}
+
+void frmSetup::ShowAdvice() {
+  std::vector<std::string> texts;
+  for (const QLineEdit* field : fields_) texts.push_back(field->text().toStdString());
+  const std::vector<std::string> advice = AdviceOnSetup(texts, parts_.locale);
+  for (std::size_t i = 0; i < advice_.size(); ++i) {
+    const QString text = ToQString(advice[i]);
+    if (fields_[i]->accessibleDescription() == text) continue;
+    advice_[i]->setText("↑ " + text);
+    advice_[i]->setVisible(!text.isEmpty());
+    fields_[i]->setAccessibleDescription(text);
+  }
 }
 
 void frmSetup::ReturnToBadInput() {

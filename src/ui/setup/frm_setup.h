@@ -38,6 +38,7 @@ class frmSetup : public QDialog, public SetupDialog {
     std::function<void(const std::exception_ptr&)> report;
     std::function<void()> succeeded;  ///< told when a switch did what it is for
     QString version;
+    NumberLocale locale = {};  ///< how the numbers in the boxes are written
   };
   explicit frmSetup(Parts parts, QWidget* parent = nullptr);
 
@@ -74,6 +75,8 @@ class frmSetup : public QDialog, public SetupDialog {
   /// Which boxes may be edited, and in which unit temperatures are. What a disabled box holds is read all the same.
   void UpdateControls();
   void ShowPortNote();
+  /// What OK would make of the boxes, beside each.
+  void ShowAdvice();
   /// Puts the focus where the bad input is, if that is what brings the user back.
   void ReturnToBadInput();
 
@@ -111,6 +114,7 @@ class frmSetup : public QDialog, public SetupDialog {
 
   // In the order of the tables.
   std::vector<QLineEdit*> fields_;
+  std::vector<QLabel*> advice_;
   std::vector<QAbstractButton*> flags_;  ///< none for the layout, which is no box
   std::vector<PathButton*> files_;
   std::vector<QCheckBox*> unit_options_;

@@ -92,12 +92,12 @@ QWidget* frmSetup::BuildThresholdsPage() {
   wind.Field("WindSpeedCloseD", "\"&Windy\" above:", "mph",
              "The panel's word turns red above this speed; only the unit's own wind alarm makes it unsafe");
   wind.Field("WindMultiplierL", "&Multiplier:", "÷ 10", "Miles per hour for a count, in tenths: 1 to 9");
-  wind.Field("WindThreshold", "Alarm abo&ve:", "counts", "Kept by the unit: its own wind alarm, 1 to 1000");
-  wind.Field("WindTimerL", "Alarm t&ime:", "s", "Kept by the unit: how long its wind alarm lasts, 1 to 1000");
+  wind.Field("WindThreshold", "Alarm abo&ve:", "counts", "Kept by the unit: its own wind alarm, 1 to 999");
+  wind.Field("WindTimerL", "Alarm t&ime:", "s", "Kept by the unit: how long its wind alarm lasts, 1 to 999");
   wind.Check("AllowWind", "The unit alarms at win&d", {});
 
   SetupSection light("Light", page.left);
-  light.Field("LightThreshold", "\"Dar&k\" above:", "counts", "A high count is dark; 1 to 1000");
+  light.Field("LightThreshold", "\"Dar&k\" above:", "counts", "A high count is dark; 1 to 999");
   light.Check("AllowLight", "The unit alarms at li&ght", {});
 
   SetupSection averaging("Averaging", page.left);
@@ -107,13 +107,14 @@ QWidget* frmSetup::BuildThresholdsPage() {
   clouds.Field("FullCloudyDegCL", "\"Clo&udy\" up to:", "°C",
                "Ambient less sky temperature; 1 to 40. What lies between is \"partly cloudy\"");
   clouds.Field("PartCloudyDegCL", "\"Clea&r\" from:", "°C", "Ambient less sky temperature; 1 to 40");
-  clouds.Field("CloudThreshCL", "Sk&y above:", "°C", "Kept by the unit: its own cloud alarm, a whole number");
+  clouds.Field("CloudThreshCL", "Sk&y above:", "°C",
+               "Kept by the unit: its own cloud alarm, a whole number, -999 to 999");
   clouds.Field("TPTempHysteresis", "&Hysteresis:", "°C", "Kept by the unit: 0.1 to 9.9");
   clouds.Check("AllowClouds", "The unit alarms at cloud&s", {});
 
   SetupSection rain("Rain", page.right);
-  rain.Field("RainThreshold", "\"W&et\" above:", "counts", "The word is \"Rain\" above 20 counts more; 1 to 1000");
-  rain.Field("RainOnTimeL", "&On for:", "s", "Kept by the unit: how long its rain alarm lasts, 1 to 1000");
+  rain.Field("RainThreshold", "\"W&et\" above:", "counts", "The word is \"Rain\" above 20 counts more; 1 to 999");
+  rain.Field("RainOnTimeL", "&On for:", "s", "Kept by the unit: how long its rain alarm lasts, 1 to 999");
   rain.Check("AllowRain", "The unit alarms at rai&n", {});
 
   SetupSection outputs("Heater and relay", page.right);

@@ -1,0 +1,133 @@
+#include "app/setup_advice.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <variant>
+
+#include "app/setup_fields.h"
+#include "base/run_time_error.h"
+#include "unit/unit_commands.h"
+
+namespace orvalis {
+namespace {
+
+/// Two limits of which the second is meant to be the higher one.
+struct LimitPair {
+  double Settings::*low_real;
+  double Settings::*high_real;
+  std::int32_t Settings::*low_whole;
+  std::int32_t Settings::*high_whole;
+  std::string_view text;
+
+  [[nodiscard]] bool Crossed(const Settings& settings) const {
+    return low_real != nullptr ? settings.*high_real < settings.*low_real : settings.*high_whole < settings.*low_whole;
+  }
+  [[nodiscard]] bool Has(const SetupField& field) const {
+    if (low_real != nullptr)
+      return field.member == SetupField::Member(low_real) || field.member == SetupField::Member(high_real);
+    return field.member == SetupField::Member(low_whole) || field.member == SetupField::Member(high_whole);
+  }
+};
+
+constexpr LimitPair kLimits[] = {
+    {&Settings::WindSpeedWarn, &Settings::WindSpeedCloseD, nullptr, nullptr, "\"Windy\" is below \"Breeze\""},
+    {nullptr, nullptr, &Settings::FullCloudyDegC, &Settings::PartCloudyDegC, "\"Clear\" is below \"Cloudy\""},
+};
+
+bool IsOf(const SettingKey& key, const SetupField& field) {
+  if (const auto* whole = std::get_if<std::int32_t Settings::*>(&field.member)) {
+    return key.member == SettingMember(*whole);
+  }
+  const auto* real = std::get_if<double Settings::*>(&field.member);
+  return real != nullptr && key.member == SettingMember(*real);
+}
+
+const UnitCommand* CommandOf(const SetupField& field) {
+  const auto keys = SettingKeys();
+  const auto key = std::ranges::find_if(keys, [&](const SettingKey& k) { return IsOf(k, field); });
+  return key == keys.end() ? nullptr : FindUnitCommand(key->name);
+}
+
+/// Why a field's text is no good.
+std::string Reason(const SetupField& field, std::string_view text, NumberLocale locale) {
+  try {
+    static_cast<void>(field.whole_number ? TextToInteger(text, locale) : TextToReal(text, locale));
+  } catch (const RunTimeError& error) {
+    if (text.find_first_not_of(" \t") == std::string_view::npos) return "nothing is typed";
+    if (error.number() == RunTimeError::kOverflow) return "too large";
+    return field.whole_number ? "not a whole number" : "not a number";
+  }
+  return std::string(RangeText(field.range));
+}
+
+/// What would be stored, and why, when it is not the number as it was typed.
+std::string Stored(const SetupField& field, const SetupReading& reading, std::string_view text, NumberLocale locale) {
+  if (!reading.message.empty()) {
+    const std::string reason = Reason(field, text, locale);
+    return reading.IsSentinel() ? reason + ": OK comes back here"
+                                : "stores " + RealToText(reading.value, locale) + ": " + reason;
+  }
+  if (reading.IsSentinel()) return "-9999 cannot be stored: OK comes back here";
+  const char other_separator = locale.decimal_separator == ',' ? '.' : ',';
+  if (TextToReal(text, locale) != reading.value) {
+    return "stores " + RealToText(reading.value, locale) + ": a whole number is needed";
+  }
+  if (text.find(other_separator) != std::string_view::npos) return "stores " + RealToText(reading.value, locale);
+  return {};
+}
+
+void Append(std::string& advice, const std::string& more) {
+  if (more.empty()) return;
+  if (!advice.empty()) advice += "; ";
+  advice += more;
+}
+
+}  // namespace
+
+std::vector<std::string> AdviceOnSetup(std::span<const std::string> texts, NumberLocale locale) {
+  const auto fields = SetupFields();
+  Settings settings;
+  std::vector<SetupReading> readings;
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    readings.push_back(ReadSetupField(fields[i], texts[i], locale));
+    StoreSetupField(fields[i], readings.back().value, settings);
+  }
+  std::vector<std::string> advice(fields.size());
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    advice[i] = Stored(fields[i], readings[i], texts[i], locale);
+    if (readings[i].IsSentinel()) continue;  // it gets no further
+    if (const UnitCommand* command = CommandOf(fields[i])) {
+      Append(advice[i], command->CutText(command->setting(settings)));
+    }
+    for (const LimitPair& limits : kLimits) {
+      if (limits.Has(fields[i]) && limits.Crossed(settings)) Append(advice[i], std::string(limits.text));
+    }
+  }
+  return advice;
+}
+
+std::string RefusalOf(const SettingKey& key, std::string_view text, NumberLocale locale) {
+  const auto fields = SetupFields();
+  const auto field = std::ranges::find_if(fields, [&](const SetupField& f) { return IsOf(key, f); });
+  if (field != fields.end()) {
+    const SetupReading reading = ReadSetupField(*field, text, locale);
+    if (!reading.message.empty()) return Reason(*field, text, locale);
+    if (reading.IsSentinel()) return "the setup dialog takes -9999 for a typing error";
+  }
+  const UnitCommand* command = FindUnitCommand(key.name);
+  if (command == nullptr || !command->Unsigned()) return {};
+  Settings settings;
+  SetFromText(key, text, locale, settings);
+  return command->setting(settings) < 0 ? "must not be negative: the unit is sent no sign" : "";
+}
+
+std::string CutForUnit(const SettingKey& key, std::string_view text, NumberLocale locale) {
+  const UnitCommand* command = FindUnitCommand(key.name);
+  if (command == nullptr) return {};
+  Settings settings;
+  SetFromText(key, text, locale, settings);
+  return command->CutText(command->setting(settings));
+}
+
+}  // namespace orvalis

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "panel/panel_model.h"
+#include "ui/controls/theme.h"
+
+class QVBoxLayout;
+
+namespace orvalis {
+
+/// The panel's standing messages, one row each, some with a button; no room at all while there are none. A long one
+/// scrolls.
+class StandingNotices : public QWidget {
+  Q_OBJECT
+ public:
+  explicit StandingNotices(QWidget* parent);
+
+  /// Does nothing when that is what it shows already, so that a button is not taken away under the pointer.
+  void Show(const std::vector<StandingMessage>& messages, const Theme& theme);
+
+ signals:
+  void Acknowledged(StandingMessage::Cause cause);
+
+ private:
+  void AddRow(const StandingMessage& message, const Theme& theme);
+
+  QVBoxLayout* column_;
+  std::vector<StandingMessage> shown_;
+  Tone tone_;
+};
+
+}  // namespace orvalis
