@@ -27,8 +27,9 @@ TEST_F(SensorLinkTest, ConnectsInItsFixedOrderAndPace) {
   EXPECT_EQ(link.state(), SensorLink::State::kConnecting);
   loop.Advance(milliseconds(1));
   EXPECT_EQ(link.state(), SensorLink::State::kIdle);
-  EXPECT_EQ(port.calls, (Strings{"port /dev/ttyUSB0", "speed 9600", "time-out 4", "open", "clear", "send #",
-                                 "send \x06", "receive 1", "send p", "send p", "send :", "send F", "receive until #"}));
+  EXPECT_EQ(port.calls,
+            (Strings{"port /dev/ttyUSB0", "speed 9600", "time-out 4", "open", "clear", "send #", "send \x06",
+                     "receive 1", "send p", "send p", "clear", "send :", "send F", "receive until #"}));
   EXPECT_TRUE(panel.connect.checked);
   EXPECT_EQ(panel.connect.background, Colour::kGreen);
   // From the frame: AH=1 AR=1 RB=0 AW=1 AL=0 AC=1
@@ -181,7 +182,7 @@ TEST_F(SensorLinkTest, AWaitOfAnOlderConnectionDoesNotDisturbTheNewOne) {
   connector.Connect();
   port.calls.clear();
   loop.Advance(milliseconds(175));
-  EXPECT_EQ(port.calls, (Strings{"send p", "send p", "send :", "send F", "receive until #"}));
+  EXPECT_EQ(port.calls, (Strings{"send p", "send p", "clear", "send :", "send F", "receive until #"}));
 }
 
 }  // namespace
