@@ -230,8 +230,7 @@ Task<SensorLink::FrameResult> SensorLink::GreetAgain(SensorFrame& frame) {
       if (!questions_.GreetingCame()) co_return FrameResult::kIncomplete;
       asked_at_.reset();
       if (!co_await Proceed()) co_return FrameResult::kEnded;
-      if (std::exchange(silence_, false)) last_sent_.BeginAfterSilence();
-      answered_at_ = loop_.TickCount();
+      BeginAfterSilence();
       co_return FrameResult::kIncomplete;
     }
     line += received.text;
@@ -242,6 +241,14 @@ Task<SensorLink::FrameResult> SensorLink::GreetAgain(SensorFrame& frame) {
   if (!line.empty()) questions_.AnswerBrokeOff();
   silence_ = true;
   co_return FrameResult::kIncomplete;
+}
+
+void SensorLink::BeginAfterSilence() {
+  const std::int64_t now = loop_.TickCount();
+  const bool long_one = now - std::exchange(answered_at_, now) > milliseconds(kLongestGap).count();
+  if (!std::exchange(silence_, false)) return;
+  last_sent_.BeginAfterSilence();
+  if (long_one && late_answers_ == 0) events_.Record("the unit answers again: its settings are sent again");
 }
 
 bool SensorLink::TakeLateLine(const std::string& line, SensorFrame& frame) {

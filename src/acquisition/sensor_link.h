@@ -72,6 +72,8 @@ class SensorLink {
   /// Greets in the middle of a connection, so that what was asked before is over. Complete when meanwhile an answer
   /// came that is still of now, otherwise incomplete.
   Task<FrameResult> GreetAgain(SensorFrame& frame);
+  /// The unit was greeted: what it may have lost is due again.
+  void BeginAfterSilence();
   /// A line that came while a greeting was waited for; true when it is a frame of now.
   bool TakeLateLine(const std::string& line, SensorFrame& frame);
   void TakeInTime();
