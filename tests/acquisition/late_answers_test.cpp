@@ -120,7 +120,7 @@ TEST_F(LateAnswersTest, NorWhatAnEarlierProgramLeftInTheLine) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.outcome);
     for (const auto& [after, text] : row.left) {
-      port.line_delay = [&] { return milliseconds(after); };
+      port.line_delay = [late = after] { return milliseconds(late); };
       port.Send(text);
     }
     port.line_delay = [&] { return milliseconds(row.delay); };
