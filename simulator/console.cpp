@@ -42,7 +42,31 @@ void DoFault(const Arguments& words, SensorUnit& unit, Time now, ConsoleReply& r
   }
 }
 
+// The commands that take a number of seconds, and nothing more than the unit.
+struct TimedCommand {
+  std::string_view verb;
+  void (*apply)(SensorUnit& unit, Time seconds, Time now);
+};
+
+constexpr TimedCommand kTimedCommands[] = {
+    {"delay", [](SensorUnit& unit, Time seconds, Time) { unit.Way().SetDelay(seconds); }},
+    {"bursts", [](SensorUnit& unit, Time seconds, Time) { unit.Way().SetBursts(seconds); }},
+    {"stall", [](SensorUnit& unit, Time seconds, Time now) { unit.Way().StallUntil(now + seconds); }},
+    {"power", [](SensorUnit& unit, Time seconds, Time now) { unit.SwitchOff(now + seconds); }},
+};
+
+bool DoTimed(const Arguments& words, SensorUnit& unit, Time now) {
+  for (const TimedCommand& command : kTimedCommands) {
+    if (words[0] != command.verb) continue;
+    Expect(words.size() == 2, "a number of seconds");
+    command.apply(unit, FromSeconds(SecondsOf(words[1])), now);
+    return true;
+  }
+  return false;
+}
+
 void Do(const Arguments& words, SensorUnit& unit, Time now, ConsoleReply& reply) {
+  if (DoTimed(words, unit, now)) return;
   const std::string_view verb = words[0];
   if (verb == "set") {
     Expect(words.size() == 3, "set FIELD VALUE");
@@ -65,7 +89,9 @@ void Do(const Arguments& words, SensorUnit& unit, Time now, ConsoleReply& reply)
     Expect(words.size() == 1, "quit");
     reply.quit = true;
   } else {
-    throw std::invalid_argument("there is no command " + Quoted(verb) + "; there are set release fault drop time quit");
+    throw std::invalid_argument("there is no command " + Quoted(verb) +
+                                "; there are set release fault drop time delay bursts "
+                                "stall power quit");
   }
 }
 

@@ -25,6 +25,12 @@ std::uint32_t SeedOf(std::string_view text) {
   return seed;
 }
 
+double SecondsOf(std::string_view option, std::string_view text) {
+  const auto seconds = ParseSeconds(text);
+  if (!seconds) throw UsageError(std::string(option) + " takes a number of seconds, not " + Quoted(text));
+  return *seconds;
+}
+
 FaultRule FaultOf(std::string_view text) {
   try {
     return ParseFaultRule(text);
@@ -56,6 +62,10 @@ Options ParseOptions(std::span<const std::string_view> arguments) {
       options.record = FileOf(option, value());
     } else if (option == "--fault") {
       options.unit.faults.push_back(FaultOf(value()));
+    } else if (option == "--delay") {
+      options.unit.delay = SecondsOf(option, value());
+    } else if (option == "--bursts") {
+      options.unit.bursts = SecondsOf(option, value());
     } else if (option == "--speed") {
       options.unit.speed = SpeedOf(value());
     } else if (option == "--seed") {
@@ -89,10 +99,15 @@ It prints the path of the serial line that it makes, and answers there until it 
   --fault KIND[:PROBABILITY[:SECONDS]]
                     let answers go wrong; may be given more than once. KIND is one of
                     silent wrong-answer short cut garbage slow late drop
+  --delay SECONDS   the line keeps every answer for so long
+  --bursts SECONDS  the line hands out what has gathered in it once in so long
   --seed N          where the faults' chance begins; 1 without it
   --record FILE     write down what happens on the line
   --commands        take commands from standard input: set FIELD VALUE, release FIELD,
-                    fault KIND [SECONDS], fault none, drop SECONDS, time H:MM:SS, quit
+                    fault KIND [SECONDS], fault none, drop SECONDS, time H:MM:SS,
+                    delay SECONDS, bursts SECONDS, stall SECONDS (nothing comes out of the
+                    line, then everything at once), power SECONDS (the unit is off for so
+                    long and forgets its settings), quit
   --help            print this
   --version         print the version
 )";

@@ -49,7 +49,7 @@ void Runner::Run(const StopSignals& signals) {
 Time Runner::WaitingTime() const {
   Time until = next_sample_;
   if (!line_) until = std::min(until, back_at_);
-  if (const auto due = unit_.Line().NextDue()) until = std::min(until, *due);
+  if (const auto due = unit_.NextDue()) until = std::min(until, *due);
   return std::max(until - Now(), Time::zero());
 }
 
@@ -99,7 +99,7 @@ void Runner::ReceiveData() {
 }
 
 void Runner::SendDue() {
-  const std::string bytes = unit_.Line().TakeDue(Now());
+  const std::string bytes = unit_.TakeDue(Now());
   if (line_ && !bytes.empty()) line_->Write(bytes);
 }
 

@@ -30,10 +30,14 @@ SensorUnit::SensorUnit(Scenario scenario, const Configuration& configuration, Re
       speed_(configuration.speed),
       recorder_(recorder),
       faults_(configuration.faults, configuration.seed),
-      line_(configuration.is_fast ? 0 : Transmitter::kLineSpeed) {}
+      line_(configuration.is_fast ? 0 : Transmitter::kLineSpeed) {
+  bridge_.SetDelay(FromSeconds(configuration.delay));
+  bridge_.SetBursts(FromSeconds(configuration.bursts));
+}
 
 void SensorUnit::Receive(std::string_view bytes, Time now) {
   recorder_.Write(now, "rx " + Quoted(bytes));
+  if (now < off_until_) return;
   for (const char byte : bytes) {
     const auto request = parser_.Feed(byte);
     if (request) Handle(*request, now);
@@ -113,10 +117,31 @@ double SensorUnit::ScenarioTime(Time now) const {
   return scenario_.Fold(std::max(0.0, offset_ + ToSeconds(now) * speed_));
 }
 
+std::string SensorUnit::TakeDue(Time now) {
+  bridge_.Put(line_.TakeDue(now), now);
+  return bridge_.TakeDue(now);
+}
+
+std::optional<Time> SensorUnit::NextDue() const {
+  const auto sent = line_.NextDue();
+  const auto kept = bridge_.NextDue();
+  if (!sent || !kept) return sent ? sent : kept;
+  return std::min(*sent, *kept);
+}
+
+void SensorUnit::SwitchOff(Time until) {
+  off_until_ = until;
+  line_.Clear();
+  parser_.Reset();
+  settings_ = PowerUpSettings();
+  logic_ = AlarmLogic();
+}
+
 std::optional<double> SensorUnit::TakeDrop() { return std::exchange(drop_, std::nullopt); }
 
 void SensorUnit::LineLost() {
   line_.Clear();
+  bridge_.Clear();
   parser_.Reset();
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "alarm_logic.h"
+#include "bridge.h"
 #include "command_parser.h"
 #include "fault.h"
 #include "field.h"
@@ -17,7 +18,7 @@
 
 namespace orvalis_unit {
 
-// The unit itself, without the wire: bytes go in with Receive, bytes come out of Line(). All times are given from
+// The unit itself, without the wire: bytes go in with Receive, bytes come out with TakeDue. All times are given from
 // outside and must not go back.
 class SensorUnit {
  public:
@@ -26,6 +27,8 @@ class SensorUnit {
     bool is_fast = false;  // bytes take no time on the line
     std::vector<FaultRule> faults{};
     std::uint32_t seed = 1;
+    double delay = 0.0;   // seconds that the line keeps the answers
+    double bursts = 0.0;  // seconds from one delivery of what gathered in the line to the next; 0: no bursts
   };
 
   // `recorder` must outlive the unit.
@@ -36,7 +39,13 @@ class SensorUnit {
 
   // Looks at the sensors, as the unit does by itself. Call it once a second, so that rain between two requests is
   // not missed.
-  void Sample(Time now) { (void)CurrentReadings(now); }
+  void Sample(Time now) {
+    if (now >= off_until_) (void)CurrentReadings(now);
+  }
+
+  // What comes out of the line by `now`, and when more will; nothing when all is out.
+  std::string TakeDue(Time now);
+  std::optional<Time> NextDue() const;
 
   Transmitter& Line() { return line_; }
   const Transmitter& Line() const { return line_; }
@@ -47,6 +56,9 @@ class SensorUnit {
   // Holds a field at a value, whatever the scenario and the unit's own logic say; nothing lets it go again.
   void Pin(Field field, std::optional<double> value) { pinned_[Index(field)] = value; }
 
+  // Takes the unit's power away until then: it hears and says nothing, and comes back with its power-up settings.
+  void SwitchOff(Time until);
+
   // Goes to `seconds` in the scenario. The unit forgets the weather before the jump, so that what it does after it
   // depends on that place alone.
   void JumpTo(double seconds, Time now);
@@ -55,6 +67,7 @@ class SensorUnit {
   double ScenarioTime(Time now) const;
 
   FaultBox& Faults() { return faults_; }
+  Bridge& Way() { return bridge_; }
 
   // How long the line shall be away, when a drop fault has struck since the last call. The owner of the line takes
   // it down and calls LineLost.
@@ -78,6 +91,8 @@ class SensorUnit {
   AlarmLogic logic_;
   FaultBox faults_;
   Transmitter line_;
+  Bridge bridge_;
+  Time off_until_{};
   std::optional<double> drop_;
 };
 

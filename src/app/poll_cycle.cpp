@@ -36,7 +36,6 @@ void PollCycle::Poll() {
 Task<> PollCycle::WorkingCycle() {
   ++sample_count_;
   TakeBackDemoVerdict();
-  if (!InDemoMode() && parts_.link.Ready()) co_await parts_.link.PushSettings(parts_.settings);
   const Source source = co_await NextFrame();
   if (source == Source::kNone) co_return;
   BeginAnewAfterAGap(source);
@@ -60,6 +59,9 @@ Task<PollCycle::Source> PollCycle::NextFrame() {
   counters_.demo_line.Reset();
   // A unit that was switched off may answer again at any moment, so there is no limit to the asking.
   while (parts_.link.Ready() && !InDemoMode()) {
+    // Before each request: a unit that was greeted again may have lost its settings, and its verdict with them.
+    co_await parts_.link.PushSettings(parts_.settings);
+    if (!parts_.link.Ready() || InDemoMode()) break;
     const SensorLink::FrameResult result = co_await parts_.link.RequestFrame(frame_);
     if (result == SensorLink::FrameResult::kComplete) co_return Source::kUnit;
     if (result == SensorLink::FrameResult::kEnded) break;

@@ -7,28 +7,29 @@
 namespace orvalis {
 namespace {
 
-/// Where a field stands: position counted from 1, and width in characters.
+/// Where a field stands: position counted from 1, and width in characters; and what the unit writes before it.
 struct Place {
   std::size_t position;
   std::size_t width;
+  std::string_view name;
 };
 
 // In the order of SensorFrame::Field.
 constexpr std::array<Place, 14> kPlaces{{
-    {5, 4},   // HUM
-    {14, 4},  // LGT
-    {21, 4},  // R
-    {30, 4},  // WND
-    {38, 6},  // TP
-    {49, 6},  // TTP
-    {59, 6},  // TA
-    {69, 1},  // AH
-    {74, 1},  // HB
-    {79, 1},  // AR
-    {84, 1},  // RB
-    {89, 1},  // AW
-    {94, 1},  // AL
-    {99, 1},  // AC
+    {5, 4, "HUM="},
+    {14, 4, " LGT="},
+    {21, 4, " R="},
+    {30, 4, " WND="},
+    {38, 6, " TP="},
+    {49, 6, " TTP="},
+    {59, 6, " TA="},
+    {69, 1, " AH="},
+    {74, 1, " HB="},
+    {79, 1, " AR="},
+    {84, 1, " RB="},
+    {89, 1, " AW="},
+    {94, 1, " AL="},
+    {99, 1, " AC="},
 }};
 
 }  // namespace
@@ -42,6 +43,12 @@ std::string_view SensorFrame::Cut(Field field) const {
   const std::string_view line = text_;
   if (place.position > line.size()) return {};
   return line.substr(place.position - 1, place.width);
+}
+
+bool SensorFrame::NameStandsBefore(Field field) const {
+  const Place& place = kPlaces[static_cast<std::size_t>(field)];
+  const std::string_view before = text().substr(0, place.position - 1);
+  return before.size() == place.position - 1 && before.ends_with(place.name);
 }
 
 std::int32_t SensorFrame::Integer(Field field) const { return ValInteger(Cut(field)); }

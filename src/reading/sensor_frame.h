@@ -8,7 +8,7 @@
 namespace orvalis {
 
 /// One text line from the sensor unit. Every reader cuts its field by position; nothing is ever split on blanks or
-/// names. docs/serial-protocol.md draws the line.
+/// names, and only the verdict asks for its name. docs/serial-protocol.md draws the line.
 class SensorFrame {
  public:
   /// The fields that the program reads, named as in the line.
@@ -43,6 +43,9 @@ class SensorFrame {
 
   /// The characters of `field`; fewer, or none, where the line is too short.
   [[nodiscard]] std::string_view Cut(Field field) const;
+
+  /// Whether `field` has its blank, name and "=" before it: " RB=". The first field has no blank.
+  [[nodiscard]] bool NameStandsBefore(Field field) const;
 
   /// A field as a whole number, by `Val`: garbage reads as far as it is a number.
   [[nodiscard]] std::int32_t Integer(Field field) const;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/run_time_error.h"
+#include "base/text.h"
 
 namespace orvalis {
 namespace {
@@ -15,8 +16,14 @@ constexpr int kBitsPerSecond = 9600;
 constexpr seconds kReceiveTimeout{4};
 /// The unit reads its line slowly: every character gets this much time.
 constexpr milliseconds kCharacterPause{20};
-/// An answer that took longer than this was slept over by the machine, and is not of now.
+/// An answer that took longer than this is not of now: the line kept it, or the machine slept over it.
 constexpr milliseconds kLongestAnswer = kReceiveTimeout + seconds{1};
+/// After so long without a frame, for whatever reason, the unit may have lost power unnoticed.
+constexpr seconds kLongestGap{10};
+/// A greeting and a first frame take a quarter of a second. What took longer than this may be older answers, which come
+/// by chance when they are waited for.
+constexpr seconds kPromptConnect{1};
+constexpr seconds kLongestRunDry{60};
 /// The unit takes a reading before it answers.
 constexpr milliseconds kAnswerPause{80};
 
@@ -72,39 +79,80 @@ Task<std::string> SensorLink::Greet() {
   port_.SetSpeed(kBitsPerSecond);
   port_.SetReceiveTimeout(kReceiveTimeout);
   const std::uint64_t session = ++session_;
+  questions_.BeginSession();
+  asked_at_.reset();
+  silence_ = false;
+  late_answers_ = 0;
   port_.SetConnected(true);
   port_.ClearBuffers();
 
-  port_.Transmit(kWake);
-  port_.Transmit(kAcknowledge);
-  const SerialPort::Received answer = co_await ReceiveCounted(port_, kGreeting.size());
-  if (Over(session)) co_return "the port was closed";
-  if (answer.outcome != SerialPort::Outcome::kComplete) {
-    co_return "no answer from the unit on " + port_.Port() + " within 4 seconds; check its power and the cable";
-  }
-  if (answer.text != kGreeting) {
-    co_return "what answers on " + port_.Port() + " is not the unit; check the port in the setup";
-  }
-
-  for (int i = 0; i < 2; ++i) {
-    co_await Pause(loop_, kCharacterPause);
+  std::int64_t greeted_at = 0;
+  do {  // more than once where an earlier connection was closed over a question
+    greeted_at = loop_.TickCount();
+    SendGreeting();
+    const SerialPort::Received answer = co_await ReceiveCounted(port_, kGreeting.size());
     if (Over(session)) co_return "the port was closed";
-    port_.Transmit(kProceed);
-  }
-  co_await Pause(loop_, kCharacterPause);
-  if (Over(session)) co_return "the port was closed";
+    if (answer.outcome != SerialPort::Outcome::kComplete) {
+      co_return "no answer from the unit on " + port_.Port() +
+          " within 4 seconds; check its power, the cable, and whatever may delay the line";
+    }
+    if (answer.text != kGreeting) {
+      co_return "what answers on " + port_.Port() + " is not the unit; check the port in the setup";
+    }
+  } while (!questions_.GreetingCame());
+  if (!co_await Proceed()) co_return "the port was closed";
   panel_.connect.checked = true;
   panel_.connect.background = Colour::kGreen;
 
   SensorFrame frame;
-  const FrameResult result = co_await AskForFrame(frame, kCharacterPause);
+  // A bridge may hand out what was left in it when it is opened.
+  port_.ClearBuffers();
+  FrameResult result = co_await AskForFrame(frame, kCharacterPause);
+  const bool prompt = loop_.TickCount() - greeted_at <= milliseconds(kPromptConnect).count();
+  if (result == FrameResult::kComplete && !prompt) {
+    if (!co_await LineRunsDry()) {
+      co_return Over(session) ? "the port was closed" : "old answers keep coming on " + port_.Port();
+    }
+    result = co_await AskForFrame(frame, kCharacterPause);
+    if (result == FrameResult::kIncomplete) co_return "the line to " + port_.Port() + " delays the unit's answers";
+  }
   if (result == FrameResult::kEnded) co_return "the port was closed";
   if (result == FrameResult::kIncomplete) {
     co_return "the unit on " + port_.Port() + " greeted, but its first frame was not complete";
   }
+  questions_.BeginSession();  // the polling has yet to prove the line
   options_.TakeFrom(frame);
   last_sent_.BeginConnection(options_);
   co_return "";
+}
+
+void SensorLink::SendGreeting() {
+  port_.Transmit(kWake);
+  port_.Transmit(kAcknowledge);
+  questions_.GreetingSent();
+}
+
+Task<bool> SensorLink::Proceed() {
+  const std::uint64_t session = session_;
+  for (int i = 0; i < 2; ++i) {
+    co_await Pause(loop_, kCharacterPause);
+    if (Over(session)) co_return false;
+    port_.Transmit(kProceed);
+  }
+  co_await Pause(loop_, kCharacterPause);
+  co_return !Over(session);
+}
+
+Task<bool> SensorLink::LineRunsDry() {
+  const std::uint64_t session = session_;
+  const std::int64_t end = loop_.TickCount() + milliseconds(kLongestRunDry).count();
+  // Twice the time-out, because that is as far apart as questions may have been.
+  for (int silent = 0; silent < 2;) {
+    const SerialPort::Received received = co_await ReceiveTerminated(port_, SensorFrame::kTerminator);
+    if (Over(session) || loop_.TickCount() > end) co_return false;
+    silent = received.text.empty() ? silent + 1 : 0;
+  }
+  co_return true;
 }
 
 void SensorLink::Disconnect() {
@@ -117,8 +165,11 @@ void SensorLink::Disconnect() {
 }
 
 Task<SensorLink::FrameResult> SensorLink::RequestFrame(SensorFrame& frame) {
-  // An answer that comes late, to an older request, would be taken for the answer to this one, and every later frame
-  // would be older than it seems.
+  if (!questions_.FrameOpen() && loop_.TickCount() - answered_at_ > milliseconds(kLongestGap).count()) {
+    questions_.FrameAsked();
+    silence_ = true;
+  }
+  if (questions_.FrameOpen()) co_return co_await GreetAgain(frame);
   port_.ClearBuffers();
   co_return co_await AskForFrame(frame, 2 * kCharacterPause);
 }
@@ -126,6 +177,8 @@ Task<SensorLink::FrameResult> SensorLink::RequestFrame(SensorFrame& frame) {
 Task<SensorLink::FrameResult> SensorLink::AskForFrame(SensorFrame& frame, milliseconds pause_after) {
   const std::uint64_t session = session_;
   const std::int64_t asked_at = loop_.TickCount();
+  asked_at_ = asked_at;
+  questions_.FrameAsked();
   port_.Transmit(kCommandMark);
   co_await Pause(loop_, kCharacterPause);
   if (Over(session)) co_return FrameResult::kEnded;
@@ -134,16 +187,103 @@ Task<SensorLink::FrameResult> SensorLink::AskForFrame(SensorFrame& frame, millis
   if (Over(session)) co_return FrameResult::kEnded;
   // A time-out leaves what came, and the completeness of the line decides.
   const SerialPort::Received received = co_await ReceiveTerminated(port_, SensorFrame::kTerminator);
-  frame = SensorFrame(received.text);
+  std::string_view text = received.text;
+  while (text.starts_with(kGreeting) && questions_.GreetingOpenBeforeFrame()) {
+    questions_.GreetingCame();
+    text.remove_prefix(kGreeting.size());
+  }
+  frame = SensorFrame(text);
   if (Over(session)) co_return FrameResult::kEnded;
+  if (frame.IsComplete()) {
+    asked_at_.reset();
+    questions_.FrameAnswered();
+  } else {
+    questions_.FrameMissing();
+    if (!text.empty() && !text.ends_with(SensorFrame::kTerminator)) questions_.AnswerBrokeOff();
+    silence_ = silence_ || received.outcome != SerialPort::Outcome::kComplete;
+  }
   co_await Pause(loop_, pause_after);
   if (Over(session)) co_return FrameResult::kEnded;
   const bool in_time = loop_.TickCount() - asked_at <= kLongestAnswer.count();
-  co_return frame.IsComplete() && in_time ? FrameResult::kComplete : FrameResult::kIncomplete;
+  if (!frame.IsComplete() || !in_time) co_return FrameResult::kIncomplete;
+  TakeInTime();
+  co_return FrameResult::kComplete;
+}
+
+Task<SensorLink::FrameResult> SensorLink::GreetAgain(SensorFrame& frame) {
+  const std::uint64_t session = session_;
+  co_await Pause(loop_, kCharacterPause);  // for whom every greeting is answered at once
+  if (Over(session)) co_return FrameResult::kEnded;
+  const std::int64_t end = loop_.TickCount() + milliseconds(kReceiveTimeout).count();
+  SendGreeting();
+  // Nothing is dropped here: each "W" counts, and one inside of a frame must not.
+  std::string line;
+  while (loop_.TickCount() <= end) {
+    const SerialPort::Received received = co_await ReceiveCounted(port_, 1);
+    if (Over(session)) co_return FrameResult::kEnded;
+    if (received.outcome != SerialPort::Outcome::kComplete) break;
+    if (line.empty() && received.text == kGreeting) {
+      // With older greetings open the next one goes out at once, until their number is made up for.
+      if (!questions_.GreetingCame()) co_return FrameResult::kIncomplete;
+      asked_at_.reset();
+      if (!co_await Proceed()) co_return FrameResult::kEnded;
+      BeginAfterSilence();
+      co_return FrameResult::kIncomplete;
+    }
+    line += received.text;
+    if (!line.ends_with(SensorFrame::kTerminator)) continue;
+    if (TakeLateLine(line, frame)) co_return FrameResult::kComplete;
+    line.clear();
+  }
+  if (!line.empty()) questions_.AnswerBrokeOff();
+  silence_ = true;
+  co_return FrameResult::kIncomplete;
+}
+
+void SensorLink::BeginAfterSilence() {
+  const std::int64_t now = loop_.TickCount();
+  const bool long_one = now - std::exchange(answered_at_, now) > milliseconds(kLongestGap).count();
+  if (!std::exchange(silence_, false)) return;
+  last_sent_.BeginAfterSilence();
+  if (long_one && late_answers_ == 0) events_.Record("the unit answers again: its settings are sent again");
+}
+
+bool SensorLink::TakeLateLine(const std::string& line, SensorFrame& frame) {
+  const SensorFrame late(line);
+  if (!late.IsComplete() || !asked_at_) return false;
+  const std::int64_t took = loop_.TickCount() - *asked_at_;
+  asked_at_.reset();
+  if (took > kLongestAnswer.count()) {
+    questions_.FrameCameLate();
+    ReportLate(took);
+    return false;
+  }
+  // Only its greeting came first: the unit is there, and was all the time.
+  frame = late;
+  questions_.FrameAnswered();
+  silence_ = false;
+  TakeInTime();
+  return true;
+}
+
+void SensorLink::TakeInTime() {
+  answered_at_ = loop_.TickCount();
+  questions_.LineProven();
+  if (std::exchange(late_answers_, 0) > 0 && panel_.status == late_status_) panel_.status.clear();
+}
+
+void SensorLink::ReportLate(std::int64_t took) {
+  const std::string delay = FormatFixed(static_cast<double>(took) / 1000, 1) + " seconds";
+  const bool again = late_answers_ > 0;
+  late_status_ = again ? "The line delays the unit's answers by " + delay + ": none is used"
+                       : "An answer of the unit came " + delay + " after its question, and was not used";
+  panel_.status = late_status_;
+  if (++late_answers_ <= 2) events_.Record("late: " + late_status_);
 }
 
 Task<> SensorLink::PushSettings(const Settings& settings) {
   const std::uint64_t session = session_;
+  if (questions_.FrameOpen()) co_return;
   for (std::size_t i = 0; i < kUnitCommandCount; ++i) {
     const UnitCommand& command = UnitCommands()[i];
     const std::int32_t value = command.Value(settings, options_);

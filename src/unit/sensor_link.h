@@ -10,6 +10,7 @@
 #include "config/settings_store.h"
 #include "panel/panel_model.h"
 #include "reading/sensor_frame.h"
+#include "unit/open_questions.h"
 #include "unit/serial_port.h"
 #include "unit/unit_commands.h"
 
@@ -43,9 +44,12 @@ class SensorLink {
   /// Closes the port and ends whatever is under way on it, at once. A running `Connect` must be destroyed before.
   void Disconnect();
 
-  /// Asks for one frame into `frame`, which then holds whatever came. Only while `Ready`.
+  /// Asks for one frame into `frame`, which then holds whatever came. A complete one was measured at most five seconds
+  /// ago. While an answer to an older request may still come it greets the unit instead, and is incomplete. Only while
+  /// `Ready`.
   Task<FrameResult> RequestFrame(SensorFrame& frame);
-  /// Sends every command whose value differs from the copy last sent. Only while `Ready`.
+  /// Sends every command whose value differs from the copy last sent; nothing while the unit has to be greeted first.
+  /// Only while `Ready`.
   Task<> PushSettings(const Settings& settings);
 
   /// Whether the port is open; asked of the port each time.
@@ -59,7 +63,21 @@ class SensorLink {
  private:
   /// Returns why it failed, or "".
   Task<std::string> Greet();
+  void SendGreeting();
+  /// The end of a greeting that was answered; false when the link was closed.
+  Task<bool> Proceed();
+  /// Waits until nothing has come for eight seconds; false when that takes too long or the link was closed.
+  Task<bool> LineRunsDry();
   Task<FrameResult> AskForFrame(SensorFrame& frame, std::chrono::milliseconds pause_after);
+  /// Greets in the middle of a connection, so that what was asked before is over. Complete when meanwhile an answer
+  /// came that is still of now, otherwise incomplete.
+  Task<FrameResult> GreetAgain(SensorFrame& frame);
+  /// The unit was greeted: what it may have lost is due again.
+  void BeginAfterSilence();
+  /// A line that came while a greeting was waited for; true when it is a frame of now.
+  bool TakeLateLine(const std::string& line, SensorFrame& frame);
+  void TakeInTime();
+  void ReportLate(std::int64_t milliseconds);
   Task<> Send(const UnitCommand& command, std::size_t index, std::int32_t value);
   [[nodiscard]] std::string PortName();
   void ShowNotConnected(const std::string& status);
@@ -80,6 +98,13 @@ class SensorLink {
   std::uint64_t session_ = 0;  ///< counts the openings of the port: a wait may outlive its connection
   std::string lost_reason_;    ///< why the port vanished in the connect under way
   LastSent last_sent_;
+
+  OpenQuestions questions_;
+  std::optional<std::int64_t> asked_at_;  ///< TickCount of the request for a frame whose answer is still to come
+  std::int64_t answered_at_ = 0;          ///< TickCount of the last frame that came in time
+  bool silence_ = false;                  ///< the unit did not answer, and may have lost power
+  int late_answers_ = 0;                  ///< since then
+  std::string late_status_;
 };
 
 }  // namespace orvalis

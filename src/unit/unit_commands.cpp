@@ -17,20 +17,24 @@ std::int32_t Whole(double value) {
   return static_cast<std::int32_t>(std::clamp(std::nearbyint(value), kLowest, kHighest));
 }
 
-constexpr UnitCommand OnOff(const char* letters, bool UnitOptions::*option) {
-  return {letters, Form::kOnOff, option, nullptr};
+constexpr bool Always(const UnitOptions&) { return true; }
+constexpr bool Never(const UnitOptions&) { return false; }
+
+constexpr UnitCommand OnOff(const char* letters, bool UnitOptions::*option,
+                            bool (*reported)(const UnitOptions&) = Always) {
+  return {letters, Form::kOnOff, option, reported, nullptr};
 }
 constexpr UnitCommand Number(const char* letters, Form form, std::string_view key, std::string_view takes,
                              std::int32_t (*setting)(const Settings&)) {
-  return {letters, form, nullptr, setting, key, takes};
+  return {letters, form, nullptr, nullptr, setting, key, takes};
 }
 
 constexpr std::array<UnitCommand, kUnitCommandCount> kCommands{{
     OnOff("AH", &UnitOptions::allow_heater),
-    OnOff("SH", &UnitOptions::force_heater),
+    OnOff("SH", &UnitOptions::force_heater, [](const UnitOptions& o) { return !o.allow_heater; }),
     OnOff("AR", &UnitOptions::allow_relay),
-    OnOff("Sr", &UnitOptions::force_relay),
-    OnOff("Ar", &UnitOptions::allow_rain),
+    OnOff("Sr", &UnitOptions::force_relay, [](const UnitOptions& o) { return !o.allow_relay; }),
+    OnOff("Ar", &UnitOptions::allow_rain, Never),
     OnOff("AX", &UnitOptions::allow_clouds),
     OnOff("AL", &UnitOptions::allow_light),
     OnOff("AW", &UnitOptions::allow_wind),
@@ -57,7 +61,7 @@ void UnitOptions::TakeFrom(const SensorFrame& frame) {
   allow_light = frame.Integer(Field::kAl) == 1;
   allow_wind = frame.Integer(Field::kAw) == 1;
   allow_clouds = frame.Integer(Field::kAc) == 1;
-  // A device that is allowed to switch itself says nothing about being forced.
+  // A device that is allowed to switch itself says nothing about being forced; the table of commands knows it too.
   allow_relay = frame.Integer(Field::kAr) == 1;
   force_relay = !allow_relay && frame.Integer(Field::kRb) == 1;
   allow_heater = frame.Integer(Field::kAh) == 1;
@@ -99,7 +103,14 @@ const UnitCommand* FindUnitCommand(std::string_view key) {
 void LastSent::BeginConnection(const UnitOptions& reported) {
   for (std::size_t i = 0; i < kCommands.size(); ++i) {
     values_[i].reset();
+    known_[i] = kCommands[i].form != Form::kOnOff || kCommands[i].reported(reported);
     if (kCommands[i].form == Form::kOnOff) values_[i] = kCommands[i].Value({}, reported);
+  }
+}
+
+void LastSent::BeginAfterSilence() {
+  for (std::size_t i = 0; i < kCommands.size(); ++i) {
+    if (known_[i]) values_[i].reset();
   }
 }
 

@@ -38,6 +38,7 @@ struct UnitCommand {
   const char* letters;
   Form form;
   bool UnitOptions::*option;                          ///< for kOnOff
+  bool (*reported)(const UnitOptions& options);       ///< for kOnOff: whether a frame tells how the switch stands
   std::int32_t (*setting)(const Settings& settings);  ///< for the numbers
   std::string_view key = {};                          ///< the setting's name
   std::string_view takes = {};                        ///< what the unit can be sent, for a person: "three digits"
@@ -65,12 +66,19 @@ class LastSent {
   /// After a connection: the unit may be another one or have lost power, so every number is due, while the switches
   /// start from what the unit reports and connecting changes none of them.
   void BeginConnection(const UnitOptions& reported);
+  /// After a silence: the unit may have lost power, so everything is due, the switches as they were before it. Only a
+  /// switch that the unit does not report and that nobody has set is left to the unit: how it stood is not known.
+  void BeginAfterSilence();
 
   [[nodiscard]] bool IsDue(std::size_t command, std::int32_t value) const { return values_[command] != value; }
-  void Store(std::size_t command, std::int32_t value) { values_[command] = value; }
+  void Store(std::size_t command, std::int32_t value) {
+    values_[command] = value;
+    known_[command] = true;
+  }
 
  private:
   std::array<std::optional<std::int32_t>, kUnitCommandCount> values_;
+  std::array<bool, kUnitCommandCount> known_{};  ///< whether the unit's value was reported or sent
 };
 
 }  // namespace orvalis

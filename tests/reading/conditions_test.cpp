@@ -56,6 +56,13 @@ TEST(Conditions, OnlyTheDigitZeroIsSafe) {
     EXPECT_EQ(UnsafeIndicator(SensorFrame(line)), indicator) << digit;
   }
   EXPECT_EQ(UnsafeIndicator(SensorFrame("short")), -1);
+  line[83] = '0';
+  for (const std::size_t i : {79u, 80u, 81u, 82u}) {  // " RB="
+    std::string noise = line;
+    noise[i] = '0';
+    EXPECT_EQ(UnsafeIndicator(SensorFrame(noise)), -1) << noise;
+  }
+  EXPECT_EQ(UnsafeIndicator(SensorFrame(kDryDemoLine)), 0);
 }
 
 TEST(WindFigures, AverageSpansTheLastCyclesAndTheGustItsBlock) {

@@ -41,6 +41,33 @@ TEST_F(SensorUnitTest, KeepsWhatItIsSentAndReportsIt) {
   EXPECT_EQ(Cut(66, 20, seconds(4)), "AH=0 HB=1 AR=0 RB=1 ") << "a pulled cable is no power cut";
 }
 
+TEST_F(SensorUnitTest, TheLineKeepsAnswersAndAPowerCutTakesTheSettings) {
+  const auto out = [&](Time now) { return unit_->TakeDue(now).size(); };
+  Restart({.delay = 5.0});
+  unit_->Receive("#\x06", seconds(1));
+  EXPECT_EQ(out(milliseconds(1000)) + out(milliseconds(5999)), 0U);
+  EXPECT_EQ(unit_->NextDue(), seconds(6));
+  Type("delay 0", seconds(3));
+  unit_->Receive(":F", seconds(3));
+  EXPECT_EQ(out(milliseconds(5999)), 0U) << "it does not overtake";
+  EXPECT_EQ(out(seconds(6)), 118U);
+  Type("stall 60", seconds(10));
+  unit_->Receive(":F:AL1:SR111", seconds(11));
+  unit_->Receive(":F", seconds(69));
+  EXPECT_EQ(out(milliseconds(69'999)), 0U);
+  EXPECT_EQ(out(seconds(70)), 234U);
+  Type("bursts 20", seconds(71));
+  unit_->Receive(":F", seconds(75));
+  EXPECT_EQ(out(milliseconds(79'999)), 0U);
+  EXPECT_EQ(out(seconds(80)), 117U);
+  Type("bursts 0", seconds(81));
+  EXPECT_EQ(Cut(91, 4, seconds(81)), "AL=1");
+  Type("power 4", seconds(82));
+  EXPECT_EQ(Ask("#\x06:F", milliseconds(85'999)), "");
+  EXPECT_EQ(Cut(91, 4, seconds(86)), "AL=0");
+  EXPECT_TRUE(Type("stall", seconds(87)).starts_with("error ") && Type("power x", seconds(87)).starts_with("error "));
+}
+
 TEST_F(SensorUnitTest, PlaysTheScenarioAtItsSpeed) {
   EXPECT_EQ(Cut(21, 4, seconds(600)), "0320");
   Restart({.speed = 60.0});

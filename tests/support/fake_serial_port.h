@@ -39,6 +39,10 @@ class FakeSerialPort : public SerialPort {
   bool silent = false;
   std::chrono::milliseconds answer_delay{0};
   std::optional<RunTimeError> open_failure;
+  std::function<std::string()> measure;  ///< makes each frame when it is asked for, instead of `frame`
+  /// How long what the unit sends now stays in the line; it never overtakes what was sent before. None: not at all.
+  std::function<std::chrono::milliseconds()> line_delay;
+  std::int64_t line_empty_at = 0;  ///< TickCount when the last of it comes out
 
   bool writes_down = true;  ///< off for runs of millions of operations
   std::vector<std::string> calls;
@@ -72,20 +76,19 @@ class FakeSerialPort : public SerialPort {
     last_sent_ = bytes;
     if (writes_down) sent += bytes;
     if (silent) return;
-    if (bytes == "\x06") arrived_ += greeting;
-    if (is_request) {
-      arrived_ += next_frames.empty() ? frame : next_frames.front();
-      if (!next_frames.empty()) next_frames.pop_front();
-    }
+    if (bytes == "\x06") Send(greeting);
+    if (!is_request) return;
+    if (measure) return Send(measure());
+    Send(next_frames.empty() ? frame : next_frames.front());
+    if (!next_frames.empty()) next_frames.pop_front();
   }
   void ReceiveCounted(std::size_t count, ReceiveDone done) override {
     WriteDown("receive " + std::to_string(count));
-    Begin(arrived_.size() >= count ? count : 0, std::move(done));
+    Begin([this, count] { return arrived_.size() >= count ? count : 0; }, std::move(done));
   }
   void ReceiveTerminated(char terminator, ReceiveDone done) override {
     WriteDown(std::string("receive until ") + terminator);
-    const auto end = arrived_.find(terminator);
-    Begin(end == std::string::npos ? 0 : end + 1, std::move(done));
+    Begin([this, terminator] { return arrived_.find(terminator) + 1; }, std::move(done));
   }
   void CancelReceive() override {
     done_ = {};
@@ -99,21 +102,35 @@ class FakeSerialPort : public SerialPort {
     if (lost_) lost_(reason);
     Finish(Outcome::kClosed, "");
   }
+  /// The unit's end of the line.
+  void Send(const std::string& text) {
+    if (!line_delay) {
+      arrived_ += text;
+      return;
+    }
+    line_empty_at = std::max(line_empty_at, loop_.TickCount() + line_delay().count());
+    loop_.CallAfter(std::chrono::milliseconds(line_empty_at - loop_.TickCount()), [this, text] {
+      if (open_) arrived_ += text;
+      if (done_ && satisfied_() != 0) End();
+    });
+  }
   [[nodiscard]] bool receiving() const { return static_cast<bool>(done_); }
 
  private:
   void WriteDown(std::string call) {
     if (writes_down) calls.push_back(std::move(call));
   }
-  void Begin(std::size_t satisfied, ReceiveDone done) {
+  void Begin(std::function<std::size_t()> satisfied, ReceiveDone done) {
     done_ = std::move(done);
-    const bool complete = satisfied != 0;
-    timer_ =
-        loop_.CallAfter(complete ? answer_delay : std::chrono::milliseconds(time_out_), [this, satisfied, complete] {
-          std::string text = arrived_.substr(0, complete ? satisfied : arrived_.size());
-          arrived_.erase(0, text.size());
-          Finish(complete ? Outcome::kComplete : Outcome::kTimedOut, std::move(text));
-        });
+    satisfied_ = std::move(satisfied);
+    const bool complete = satisfied_() != 0;
+    timer_ = loop_.CallAfter(complete ? answer_delay : std::chrono::milliseconds(time_out_), [this] { End(); });
+  }
+  void End() {
+    const std::size_t count = satisfied_();
+    std::string text = arrived_.substr(0, count != 0 ? count : arrived_.size());
+    arrived_.erase(0, text.size());
+    Finish(count != 0 ? Outcome::kComplete : Outcome::kTimedOut, std::move(text));
   }
   void Finish(Outcome outcome, std::string text) {
     if (!done_) return;
@@ -129,6 +146,7 @@ class FakeSerialPort : public SerialPort {
   std::string last_sent_;
   std::string arrived_;
   ReceiveDone done_;
+  std::function<std::size_t()> satisfied_;  ///< how much of what arrived the receive wants, 0 while it is not there
   EventLoop::TimerId timer_ = 0;
   Lost lost_;
 };

@@ -27,8 +27,9 @@ TEST_F(SensorLinkTest, ConnectsInItsFixedOrderAndPace) {
   EXPECT_EQ(link.state(), SensorLink::State::kConnecting);
   loop.Advance(milliseconds(1));
   EXPECT_EQ(link.state(), SensorLink::State::kIdle);
-  EXPECT_EQ(port.calls, (Strings{"port /dev/ttyUSB0", "speed 9600", "time-out 4", "open", "clear", "send #",
-                                 "send \x06", "receive 1", "send p", "send p", "send :", "send F", "receive until #"}));
+  EXPECT_EQ(port.calls,
+            (Strings{"port /dev/ttyUSB0", "speed 9600", "time-out 4", "open", "clear", "send #", "send \x06",
+                     "receive 1", "send p", "send p", "clear", "send :", "send F", "receive until #"}));
   EXPECT_TRUE(panel.connect.checked);
   EXPECT_EQ(panel.connect.background, Colour::kGreen);
   // From the frame: AH=1 AR=1 RB=0 AW=1 AL=0 AC=1
@@ -130,6 +131,27 @@ TEST_F(SensorLinkTest, PushesWhatDiffersFromTheCopyLastSent) {
   EXPECT_TRUE(port.sent.starts_with(":Sh001:ST060")) << port.sent;
 }
 
+// It lost power, and reports what it starts with. How its rain alarm stood, and whether it was forced while it may
+// switch by itself, is not known: that stays its own.
+TEST_F(SensorLinkTest, AUnitThatWasSwitchedOffGetsItsSettingsAndSwitchesAgain) {
+  Connect(4);
+  options.allow_light = true;
+  options.force_heater = true;
+  Tick(2);
+  Silence(9);
+  options.allow_clouds = false;  // by the user, meanwhile
+  port.frame = test::LiveFrame("AW=0 AL=0 RB=1");
+  port.silent = false;
+  std::string verdicts;
+  poll.Listen([&](const SensorFrame&) { verdicts += port.sent + "|"; });
+  EXPECT_TRUE(Sent(7).ends_with(":F"));
+  verdicts.resize(verdicts.find('|'));
+  EXPECT_EQ(verdicts.substr(verdicts.rfind('\x06') + 1),
+            "pp:AH1:SH1:AR1:AX0:AL1:AW1:Sh020:ST060:SW036:SR350:SX-005:SL950:SC19:SM9:Sd122:F")
+      << "before a verdict is taken";
+  EXPECT_EQ(Sent(2), ":F");
+}
+
 TEST_F(SensorLinkTest, CharactersOfACommandArePacedOneByOne) {
   Connect(4);
   port.calls.clear();
@@ -182,7 +204,7 @@ TEST_F(SensorLinkTest, AWaitOfAnOlderConnectionDoesNotDisturbTheNewOne) {
   connector.Connect();
   port.calls.clear();
   loop.Advance(milliseconds(175));
-  EXPECT_EQ(port.calls, (Strings{"send p", "send p", "send :", "send F", "receive until #"}));
+  EXPECT_EQ(port.calls, (Strings{"send p", "send p", "clear", "send :", "send F", "receive until #"}));
 }
 
 }  // namespace
