@@ -58,10 +58,15 @@ Core::Core(const CommandLine& line)
       programs_(native::MakeProgramStarter()),
       alerts_(*sounds_, *programs_, events_),
       logs_([this](const std::string& text) { Report(text); }),
-      link_({.port = *port_, .loop = loop_, .store = store_, .panel = panel_, .events = events_, .options = options_},
+      link_({.port = *port_,
+             .loop = loop_,
+             .store = store_,
+             .status = panel_.status,
+             .events = events_,
+             .options = options_},
             line.port),
       connector_(link_, boundary_),
-      reconnect_({.link = link_, .connector = connector_, .panel = panel_, .events = events_, .clock = clock_}),
+      reconnect_({.link = link_, .connector = connector_, .events = events_, .clock = clock_}),
       ftp_(native::MakeFtpSender()),
       commands_(native::MakeCommandStarter()),
       publisher_({.store = store_,
@@ -140,6 +145,11 @@ Core::Core(const CommandLine& line)
                                          .ends_with_last_client = line.automation})) {
   error_log_.Open(PathFromText(store_.program_folder()));
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
+  if (line_.headless && line_.automation) {
+    events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
+  } else if (line_.headless) {
+    PrintReadings();
+  }
 }
 
 Core::~Core() = default;
@@ -169,11 +179,6 @@ Core::Parts Core::parts() {
 
 int Core::Run(Front* front) {
   front_ = front;
-  if (line_.headless && line_.automation) {
-    events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
-  } else if (line_.headless) {
-    PrintReadings();
-  }
   StartUp(front);
   settings_loss_.Watch();
   publisher_.Load();
@@ -215,7 +220,9 @@ void Core::ShutDown() noexcept {
 }
 
 void Core::Refresh() {
-  if (front_ != nullptr) front_->Refresh();
+  if (front_ == nullptr) return;
+  ShowLink(link_.state(), reconnect_.seconds_left(), panel_);
+  front_->Refresh();
 }
 
 void Core::Poll() {

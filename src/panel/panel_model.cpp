@@ -22,6 +22,27 @@ std::string_view PanelModel::StandingText(StandingMessage::Cause cause) const {
   return found != standing.end() ? std::string_view(found->text) : std::string_view();
 }
 
+void ShowLink(LinkState state, std::optional<std::int16_t> seconds_left, PanelModel& panel) {
+  using enum LinkState;
+  PanelModel::ConnectControl& control = panel.connect;
+  control.checked = state == kGreeted || state == kConnected;
+  control.background = control.checked ? Colour::kGreen : Colour::kYellow;
+  switch (state) {
+    case kConnecting:
+    case kGreeted:
+      control.caption = "Attempting to connect";
+      break;
+    case kConnected:
+      control.caption = "Connected";
+      break;
+    case kDisconnected:
+      control.caption = seconds_left
+                            ? "AutoConnect Enabled Will attempt reconnect in " + std::to_string(*seconds_left) + " secs"
+                            : "Click to connect";
+      break;
+  }
+}
+
 void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale locale, PanelModel& panel) {
   const auto temperature = [&](double celsius) {
     return FormatFixed(centigrade ? celsius : ToFahrenheit(celsius), 1, locale);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,6 +11,7 @@
 #include "base/text.h"
 #include "reading/conversions.h"
 #include "reading/weather_state.h"
+#include "unit/link_state.h"
 
 namespace orvalis {
 
@@ -75,6 +77,10 @@ struct PanelModel {
   /// The text that stands for `cause`, or "".
   [[nodiscard]] std::string_view StandingText(StandingMessage::Cause cause) const;
 };
+
+/// Brings the connect control up to the state of the link. `seconds_left` is the time until the next attempt to
+/// reconnect, if one is waited for.
+void ShowLink(LinkState state, std::optional<std::int16_t> seconds_left, PanelModel& panel);
 
 /// Brings the values, words and colours of `panel` up to `state`.
 void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale locale, PanelModel& panel);

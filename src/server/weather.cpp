@@ -35,7 +35,7 @@ struct Row {
 
 /// The link as clients see it: open, or being opened for one of them. In demo mode there is nothing to open.
 bool Connected(const Weather::Parts& parts) {
-  const bool stands_in = parts.demo_mode() || parts.link.state() == SensorLink::State::kConnecting;
+  const bool stands_in = parts.demo_mode() || parts.link.connecting();
   return parts.link.Connected() || (parts.flags.connected && stands_in);
 }
 

@@ -6,24 +6,21 @@ namespace orvalis {
 
 void AutoReconnect::Tick(bool enabled) {
   if (parts_.connector.connecting()) return;
-  std::string& caption = parts_.panel.connect.caption;
-  if (parts_.link.Connected()) {
-    caption = "Connected";
-    waited_.Reset();
-    return;
-  }
-  if (!enabled) {
-    caption = "Click to connect";
+  if (parts_.link.Connected() || !enabled) {
     waited_.Reset();
     return;
   }
   if (waited_.ticks() == 0) Record("Not connected, AutoConnect enabled, starting wait to reconnect: ");
   waited_.Raise();
-  caption = "AutoConnect Enabled Will attempt reconnect in " + std::to_string(kWaitTicks - waited_.ticks()) + " secs";
   if (waited_.ticks() < kWaitTicks) return;
   waited_.Reset();
   parts_.connector.Connect(
       [this](bool connected) { Record(connected ? "Reconnect succeeded: " : "Reconnect failed: "); });
+}
+
+std::optional<std::int16_t> AutoReconnect::seconds_left() const {
+  if (waited_.ticks() == 0) return std::nullopt;
+  return static_cast<std::int16_t>(kWaitTicks - waited_.ticks());
 }
 
 void AutoReconnect::Record(const char* what) { parts_.events.Record(what + FormatEventTime(parts_.clock.LocalNow())); }

@@ -1,17 +1,16 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "base/clock.h"
 #include "base/event_list.h"
 #include "base/tick_counter.h"
-#include "panel/panel_model.h"
 #include "unit/connector.h"
 
 namespace orvalis {
 
-/// Brings a lost connection back: two minutes after the link is found closed it connects again, and so on. It also
-/// keeps the caption of the connect control.
+/// Brings a lost connection back: two minutes after the link is found closed it connects again, and so on.
 class AutoReconnect {
  public:
   /// How many ticks of one second a reconnect is waited for.
@@ -20,7 +19,6 @@ class AutoReconnect {
   struct Parts {
     SensorLink& link;
     Connector& connector;
-    PanelModel& panel;
     EventList& events;
     const Clock& clock;
   };
@@ -29,6 +27,9 @@ class AutoReconnect {
 
   /// One tick of the second timer. `enabled` is the setting "AutoConnect".
   void Tick(bool enabled);
+
+  /// Seconds until the next attempt, while one is waited for.
+  [[nodiscard]] std::optional<std::int16_t> seconds_left() const;
 
  private:
   void Record(const char* what);

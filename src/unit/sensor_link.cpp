@@ -40,16 +40,21 @@ SensorLink::SensorLink(const Parts& parts, std::optional<std::string> port_overr
     : port_(parts.port),
       loop_(parts.loop),
       store_(parts.store),
-      panel_(parts.panel),
+      status_(parts.status),
       events_(parts.events),
       options_(parts.options),
       port_override_(std::move(port_override)) {
   port_.OnLost([this](const std::string& reason) { HandleLost(reason); });
 }
 
+LinkState SensorLink::state() const {
+  if (connecting_) return *connecting_;
+  return port_.Connected() ? LinkState::kConnected : LinkState::kDisconnected;
+}
+
 Task<> SensorLink::Connect() {
-  if (state_ == State::kConnecting || port_.Connected()) co_return;
-  state_ = State::kConnecting;
+  if (connecting_ || port_.Connected()) co_return;
+  connecting_ = LinkState::kConnecting;
   halt_ = false;
   lost_reason_.clear();
   std::string failure;
@@ -58,23 +63,21 @@ Task<> SensorLink::Connect() {
   } catch (const std::exception& error) {
     failure = error.what();
   }
-  state_ = State::kIdle;
+  connecting_.reset();
   if (failure.empty()) {
-    panel_.connect.caption = "Connected";
-    panel_.status = "Connected to " + port_.Port();
+    status_ = "Connected to " + port_.Port();
     events_.Record("connected to " + port_.Port());
     co_return;
   }
   port_.SetConnected(false);
   if (!lost_reason_.empty()) failure = lost_reason_;
-  ShowNotConnected("Cannot connect: " + failure);
+  status_ = "Cannot connect: " + failure;
   events_.Record("connect failed: " + failure);
 }
 
 Task<std::string> SensorLink::Greet() {
   const std::string name = PortName();
-  panel_.connect.caption = "Attempting to connect";
-  panel_.status = "Attempting to connect";
+  status_ = "Attempting to connect";
   port_.SetPort(name);
   port_.SetSpeed(kBitsPerSecond);
   port_.SetReceiveTimeout(kReceiveTimeout);
@@ -101,8 +104,7 @@ Task<std::string> SensorLink::Greet() {
     }
   } while (!questions_.GreetingCame());
   if (!co_await Proceed()) co_return "the port was closed";
-  panel_.connect.checked = true;
-  panel_.connect.background = Colour::kGreen;
+  connecting_ = LinkState::kGreeted;
 
   SensorFrame frame;
   // A bridge may hand out what was left in it when it is opened.
@@ -157,10 +159,10 @@ Task<bool> SensorLink::LineRunsDry() {
 
 void SensorLink::Disconnect() {
   halt_ = true;
-  state_ = State::kIdle;  // a connect under way was abandoned
+  connecting_.reset();  // a connect under way was abandoned
   const bool was_connected = port_.Connected();
   port_.SetConnected(false);
-  ShowNotConnected("Disconnected");
+  status_ = "Disconnected";
   if (was_connected) events_.Record("disconnected");
 }
 
@@ -269,7 +271,7 @@ bool SensorLink::TakeLateLine(const std::string& line, SensorFrame& frame) {
 void SensorLink::TakeInTime() {
   answered_at_ = loop_.TickCount();
   questions_.LineProven();
-  if (std::exchange(late_answers_, 0) > 0 && panel_.status == late_status_) panel_.status.clear();
+  if (std::exchange(late_answers_, 0) > 0 && status_ == late_status_) status_.clear();
 }
 
 void SensorLink::ReportLate(std::int64_t took) {
@@ -277,7 +279,7 @@ void SensorLink::ReportLate(std::int64_t took) {
   const bool again = late_answers_ > 0;
   late_status_ = again ? "The line delays the unit's answers by " + delay + ": none is used"
                        : "An answer of the unit came " + delay + " after its question, and was not used";
-  panel_.status = late_status_;
+  status_ = late_status_;
   if (++late_answers_ <= 2) events_.Record("late: " + late_status_);
 }
 
@@ -321,19 +323,11 @@ std::string SensorLink::PortName() {
   return name;
 }
 
-void SensorLink::ShowNotConnected(const std::string& status) {
-  panel_.connect.caption = "Click to connect";
-  panel_.connect.checked = false;
-  panel_.connect.enabled = true;
-  panel_.connect.background = Colour::kYellow;
-  panel_.status = status;
-}
-
 void SensorLink::HandleLost(const std::string& reason) {
   lost_reason_ = reason;
   // A connect that is under way notices the closed port and reports the failure itself.
-  if (state_ == State::kConnecting) return;
-  ShowNotConnected("Connection lost: " + reason);
+  if (connecting_) return;
+  status_ = "Connection lost: " + reason;
   events_.Record("lost: " + reason);
 }
 

@@ -8,8 +8,8 @@
 #include "base/event_loop.h"
 #include "base/task.h"
 #include "config/settings_store.h"
-#include "panel/panel_model.h"
 #include "reading/sensor_frame.h"
+#include "unit/link_state.h"
 #include "unit/open_questions.h"
 #include "unit/serial_port.h"
 #include "unit/unit_commands.h"
@@ -20,7 +20,6 @@ namespace orvalis {
 /// docs/serial-protocol.md shows who says what when.
 class SensorLink {
  public:
-  enum class State { kIdle, kConnecting };
   enum class FrameResult {
     kComplete,
     kIncomplete,  ///< a short or broken line, or none in time: ask again
@@ -30,7 +29,7 @@ class SensorLink {
     SerialPort& port;
     EventLoop& loop;
     SettingsStore& store;
-    PanelModel& panel;
+    std::string& status;  ///< the line that a person reads, which others write too
     EventList& events;
     UnitOptions& options;
   };
@@ -54,11 +53,13 @@ class SensorLink {
 
   /// Whether the port is open; asked of the port each time.
   [[nodiscard]] bool Connected() const { return port_.Connected(); }
-  [[nodiscard]] State state() const { return state_; }
+  [[nodiscard]] LinkState state() const;
+  /// Whether a connect is under way.
+  [[nodiscard]] bool connecting() const { return connecting_.has_value(); }
   /// Tells one connection from another.
   [[nodiscard]] std::uint64_t session() const { return session_; }
   /// Whether frames can be asked for.
-  [[nodiscard]] bool Ready() const { return Connected() && state_ == State::kIdle && !halt_; }
+  [[nodiscard]] bool Ready() const { return state() == LinkState::kConnected && !halt_; }
 
  private:
   /// Returns why it failed, or "".
@@ -80,7 +81,6 @@ class SensorLink {
   void ReportLate(std::int64_t milliseconds);
   Task<> Send(const UnitCommand& command, std::size_t index, std::int32_t value);
   [[nodiscard]] std::string PortName();
-  void ShowNotConnected(const std::string& status);
   void HandleLost(const std::string& reason);
   /// Whether the connection that `session` began is over; to be asked after every wait.
   [[nodiscard]] bool Over(std::uint64_t session) const { return halt_ || session != session_ || !port_.Connected(); }
@@ -88,15 +88,15 @@ class SensorLink {
   SerialPort& port_;
   EventLoop& loop_;
   SettingsStore& store_;
-  PanelModel& panel_;
+  std::string& status_;
   EventList& events_;
   UnitOptions& options_;
   std::optional<std::string> port_override_;
 
-  State state_ = State::kIdle;
-  bool halt_ = false;          ///< switched off, by a person, a client or the shutdown; a connect clears it
-  std::uint64_t session_ = 0;  ///< counts the openings of the port: a wait may outlive its connection
-  std::string lost_reason_;    ///< why the port vanished in the connect under way
+  std::optional<LinkState> connecting_;  ///< kConnecting or kGreeted while a connect is under way
+  bool halt_ = false;                    ///< switched off, by a person, a client or the shutdown; a connect clears it
+  std::uint64_t session_ = 0;            ///< counts the openings of the port: a wait may outlive its connection
+  std::string lost_reason_;              ///< why the port vanished in the connect under way
   LastSent last_sent_;
 
   OpenQuestions questions_;

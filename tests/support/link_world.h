@@ -44,6 +44,12 @@ struct LinkWorld {
     loop.Advance(std::chrono::seconds(1));
   }
 
+  /// The connect control as the panel shows it now.
+  [[nodiscard]] const PanelModel::ConnectControl& ConnectControl() {
+    ShowLink(link.state(), reconnect.seconds_left(), panel);
+    return panel.connect;
+  }
+
   FakeEventLoop loop;
   FakeClock clock;
   FakeSerialPort port{loop};
@@ -55,9 +61,10 @@ struct LinkWorld {
   UnitOptions options;
   EventList events{clock};
   ErrorBoundary boundary{panel.status, events};
-  SensorLink link{{.port = port, .loop = loop, .store = store, .panel = panel, .events = events, .options = options}};
+  SensorLink link{
+      {.port = port, .loop = loop, .store = store, .status = panel.status, .events = events, .options = options}};
   Connector connector{link, boundary};
-  AutoReconnect reconnect{{.link = link, .connector = connector, .panel = panel, .events = events, .clock = clock}};
+  AutoReconnect reconnect{{.link = link, .connector = connector, .events = events, .clock = clock}};
   AlertRecorder alerted;
   Alerts alerts{alerted, alerted, events};
   LogWriter logs{[this](const std::string& text) { events.Record(text); }};

@@ -21,17 +21,17 @@ class SensorLinkTest : public test::LinkFixture {
 
 TEST_F(SensorLinkTest, ConnectsInItsFixedOrderAndPace) {
   connector.Connect();
-  EXPECT_EQ(panel.connect.caption, "Attempting to connect");
-  EXPECT_EQ(link.state(), SensorLink::State::kConnecting);
+  EXPECT_EQ(ConnectControl().caption, "Attempting to connect");
+  EXPECT_EQ(link.state(), LinkState::kConnecting);
   loop.Advance(milliseconds(179));  // 20 + 20 + 20, then 20 + 80 + 20
-  EXPECT_EQ(link.state(), SensorLink::State::kConnecting);
+  EXPECT_EQ(link.state(), LinkState::kGreeted);
   loop.Advance(milliseconds(1));
-  EXPECT_EQ(link.state(), SensorLink::State::kIdle);
+  EXPECT_EQ(link.state(), LinkState::kConnected);
   EXPECT_EQ(port.calls,
             (Strings{"port /dev/ttyUSB0", "speed 9600", "time-out 4", "open", "clear", "send #", "send \x06",
                      "receive 1", "send p", "send p", "clear", "send :", "send F", "receive until #"}));
-  EXPECT_TRUE(panel.connect.checked);
-  EXPECT_EQ(panel.connect.background, Colour::kGreen);
+  EXPECT_TRUE(ConnectControl().checked);
+  EXPECT_EQ(ConnectControl().background, Colour::kGreen);
   // From the frame: AH=1 AR=1 RB=0 AW=1 AL=0 AC=1
   EXPECT_TRUE(options.allow_heater && options.allow_relay && options.allow_wind && options.allow_clouds);
   EXPECT_FALSE(options.force_heater || options.force_relay || options.allow_light || options.allow_rain);
@@ -55,11 +55,11 @@ TEST_F(SensorLinkTest, EveryFailureClosesThePortAndSaysWhich) {
     spoil(port);
     connector.Connect();
     loop.Advance(seconds(10));
-    EXPECT_FALSE(link.Connected() || panel.connect.checked);
-    EXPECT_EQ(panel.connect.background, Colour::kYellow);
+    EXPECT_FALSE(link.Connected() || ConnectControl().checked);
+    EXPECT_EQ(ConnectControl().background, Colour::kYellow);
     EXPECT_NE(panel.status.find(status), std::string::npos) << panel.status;
     EXPECT_TRUE(LastEvent().starts_with("connect failed: "));
-    EXPECT_EQ(link.state(), SensorLink::State::kIdle);
+    EXPECT_EQ(link.state(), LinkState::kDisconnected);
   }
 }
 
@@ -93,7 +93,7 @@ TEST_F(SensorLinkTest, SwitchingOffEndsAnAttemptAtOnceAndTheNextIsAWholeOne) {
     connector.Connect([&](bool now) { second = now; });
     loop.Advance(seconds(1));
     EXPECT_TRUE(second);
-    EXPECT_EQ(panel.connect.caption, "Connected");
+    EXPECT_EQ(ConnectControl().caption, "Connected");
     connector.Disconnect();
   }
 }
@@ -168,19 +168,19 @@ TEST_F(SensorLinkTest, AVanishedPortIsShownAndCountedDownFrom) {
   Connect(3);
   port.PullOut("the adapter was pulled out");
   EXPECT_EQ(panel.status, "Connection lost: the adapter was pulled out");
-  EXPECT_FALSE(panel.connect.checked);
+  EXPECT_FALSE(ConnectControl().checked);
   EXPECT_EQ(LastEvent(), "lost: the adapter was pulled out");
   auto_connect = true;
   Tick(1);
   EXPECT_EQ(LastEvent(), "Not connected, AutoConnect enabled, starting wait to reconnect: 11/21/2026 09:04 PM");
-  EXPECT_EQ(panel.connect.caption, "AutoConnect Enabled Will attempt reconnect in 119 secs");
+  EXPECT_EQ(ConnectControl().caption, "AutoConnect Enabled Will attempt reconnect in 119 secs");
   Tick(118);
   EXPECT_FALSE(link.Connected());
   Tick(1);
   EXPECT_TRUE(link.Connected());
   Tick(1);
   EXPECT_EQ(LastEvent(), "Reconnect succeeded: 11/21/2026 09:04 PM");
-  EXPECT_EQ(panel.connect.caption, "Connected");
+  EXPECT_EQ(ConnectControl().caption, "Connected");
 }
 
 TEST_F(SensorLinkTest, AFailedReconnectBeginsTheNextWait) {
@@ -192,7 +192,7 @@ TEST_F(SensorLinkTest, AFailedReconnectBeginsTheNextWait) {
   EXPECT_EQ(course, "Not connected; connect failed; Reconnect failed; Not connected; ");
   auto_connect = false;
   Tick(1);
-  EXPECT_EQ(panel.connect.caption, "Click to connect");
+  EXPECT_EQ(ConnectControl().caption, "Click to connect");
 }
 
 // A pause of the old connection that ends in the new one must not speak on it.
