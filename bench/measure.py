@@ -71,8 +71,8 @@ class World:
             process.wait()
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    def start(self, *options, output=subprocess.DEVNULL):
-        return subprocess.Popen([BIN + "/orvalis", *options], env=self.env, stdout=output, stderr=subprocess.DEVNULL,
+    def start(self, *options, output=subprocess.DEVNULL, program="orvalis"):
+        return subprocess.Popen([os.path.join(BIN, program), *options], env=self.env, stdout=output, stderr=subprocess.DEVNULL,
                                 text=True)
 
 
@@ -171,8 +171,10 @@ def clients(world):
 
 def watch(world):
     # One line serves one program, so the two are watched one after the other.
-    for name, options, megabytes in (("headless", ["--headless"], 30), ("panel", [], 70)):
-        process = world.start("--port", world.link, *options)
+    for name, program, options, megabytes in (("orvalisd", "orvalisd", [], 20),
+                                              ("headless", "orvalis", ["--headless"], 30),
+                                              ("panel", "orvalis", [], 70)):
+        process = world.start("--port", world.link, *options, program=program)
         time.sleep(6)
         share = processor_share(process.pid, SECONDS)
         memory = resident_megabytes(process.pid)

@@ -4,9 +4,9 @@
 #include <map>
 #include <sstream>
 
+#include "app/profile_command.h"
 #include "app/startup.h"
 #include "base/run_time_error.h"
-#include "app/profile_command.h"
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {
