@@ -41,6 +41,19 @@ class PlacedPanel : public PanelWindow {
   frmHandBox& form_;
 };
 
+constexpr RotatingLog::Kind kErrorLog{
+    .name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .former_kept = 2};
+
+/// What happens goes into a file, for whoever comes to look after the night.
+void KeepErrorLog(EventList& events, RotatingLog& log) {
+  const std::filesystem::path folder = PathFromText(ProgramFolder());
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);  // a failure shows when the log is opened
+  log.Open(folder);
+  events.Listen(
+      [&log](const Event& event) { log.Write(FormatIso8601(event.time).substr(0, 10) + " " + EventText(event)); });
+}
+
 }  // namespace
 
 NumberLocale UserLocale() {
@@ -68,8 +81,17 @@ std::string ProgramFolder() {
   return QDir::toNativeSeparators(folder).toStdString();
 }
 
-Program::Program(const CommandLine& line)
+void LogFailedStart(const std::string& reason) {
+  const QtClock clock;
+  EventList events(clock);
+  RotatingLog log(kErrorLog, [](const std::string& text) { std::cerr << "orvalis: " << text << '\n'; });
+  KeepErrorLog(events, log);
+  events.Record("the program could not start: " + reason);
+}
+
+Program::Program(const CommandLine& line, std::chrono::seconds client_patience)
     : line_(line),
+      client_patience_(client_patience),
       port_(native::MakeSerialPort()),
       profile_(native::MakeProfile(ChosenProfileFolder(line))),
       utility_(native::MakeUtilityObject()),
@@ -131,6 +153,7 @@ Program::Program(const CommandLine& line)
           poll_.WatchStaleness();
         });
       }),
+      error_log_(kErrorLog, [this](const std::string& text) { error_output_.Write("orvalis: " + text); }),
       weather_parts_{.flags = flags_,
                      .settings = settings_,
                      .weather = weather_,
@@ -146,7 +169,7 @@ Program::Program(const CommandLine& line)
       server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
                                          .record = [this](const std::string& text) { events_.Record(text); },
                                          .ends_with_last_client = line.automation})) {
-  KeepErrorLog();
+  KeepErrorLog(events_, error_log_);
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
   if (!line.headless) {
     OpenPanel();
@@ -216,16 +239,6 @@ void Program::Refresh() {
 void Program::Report(const std::string& text) {
   panel_.status = text;
   events_.Record(text);
-}
-
-void Program::KeepErrorLog() {
-  const std::filesystem::path folder = PathFromText(store_.program_folder());
-  std::error_code error;
-  std::filesystem::create_directories(folder, error);  // a failure shows when the log is opened
-  error_log_.Open(folder);
-  events_.Listen([this](const Event& event) {
-    error_log_.Write(FormatIso8601(event.time).substr(0, 10) + " " + EventText(event));
-  });
 }
 
 void Program::SpeakOnStandardOutput() {
@@ -338,8 +351,7 @@ void Program::ServeClients() {
     throw RunTimeError(RunTimeError::kDeviceUnavailable,
                        "it was started for a client and cannot be reached by one; start it without --automation");
   }
-  constexpr std::chrono::seconds kFirstClient{30};
-  loop_.CallAfter(kFirstClient, [this] {
+  loop_.CallAfter(client_patience_, [this] {
     if (server_->had_clients()) return;
     events_.Record("it was started for a client, and none came");
     QCoreApplication::exit(kExitOk);

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QString>
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -57,10 +58,14 @@ namespace orvalis {
 /// Where the history is kept: with the profile when that has a place of its own, otherwise in the user's data folder.
 [[nodiscard]] std::filesystem::path HistoryFile(const CommandLine& line);
 
+/// Keeps why the program could not start in the error log, if that can be written.
+void LogFailedStart(const std::string& reason);
+
 /// The running program: every part, in the order in which they need each other, and the connections between them.
 class Program {
  public:
-  explicit Program(const CommandLine& line);
+  /// A program that is there for clients alone waits `client_patience` for the first.
+  Program(const CommandLine& line, std::chrono::seconds client_patience);
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
   ~Program();
@@ -94,8 +99,6 @@ class Program {
   void Refresh();
   /// Says what goes wrong in the background where a person looks.
   void Report(const std::string& text);
-  /// What happened, in a file, for whoever comes to look after the night.
-  void KeepErrorLog();
   void SpeakOnStandardOutput();
   void OpenPanel();
   /// The setup dialog, hidden until it is asked for.
@@ -116,6 +119,7 @@ class Program {
   void TakePicture();
 
   CommandLine line_;
+  std::chrono::seconds client_patience_;
   QtEventLoop loop_;
   QtClock clock_;
   std::unique_ptr<SerialPort> port_;
@@ -149,9 +153,7 @@ class Program {
   QtIntervalTimer second_timer_;
   LineOutput output_{LineOutput::Stream::kOutput};
   LineOutput error_output_{LineOutput::Stream::kError};
-  RotatingLog error_log_{
-      {.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .former_kept = 2},
-      [this](const std::string& text) { error_output_.Write("orvalis: " + text); }};
+  RotatingLog error_log_;
   std::unique_ptr<frmHandBox> form_;
   std::unique_ptr<PanelWindow> window_;
   std::unique_ptr<frmSetup> setup_;

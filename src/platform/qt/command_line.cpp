@@ -93,7 +93,7 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   if (line.profile.subkey) return CommandLineError{"--subkey goes with \"profile\""};
   if (line.json && !line.headless) return CommandLineError{"--json goes with --headless"};
   if (line.automation && (line.headless || line.picture)) {
-    return CommandLineError{"--automation is how the session bus starts the program; leave out the other"};
+    return CommandLineError{"--automation is how the program is started for a client; leave out the other"};
   }
   if (line.picture && line.headless) return CommandLineError{"there is no picture without a window"};
   if (line.demo && line.port) return CommandLineError{"--demo uses no serial port; leave out --port"};
@@ -102,17 +102,17 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   return line;
 }
 
-std::string Usage() {
-  return R"(usage: orvalis [--port PATH | --demo] [--profile DIR] [--picture FILE]
-       orvalis --automation [--port PATH | --demo] [--profile DIR]
-       orvalis --headless [--json] [--port PATH | --demo] [--profile DIR]
+std::string Usage(const ServiceUsage& service) {
+  return R"(usage: orvalis [--port PORT | --demo] [--profile DIR] [--picture FILE]
+)" + service.synopsis +
+         R"(       orvalis --headless [--json] [--port PORT | --demo] [--profile DIR]
        orvalis profile list|get KEY|set KEY VALUE [--subkey NAME] [--profile DIR]
        orvalis --version | --help
 
-  --automation    for the session bus, which starts the program when a client asks for it; it ends with its last client
-  --headless      no window: a line a working cycle on standard output; connects and reconnects by itself
+)" + service.options +
+         R"(  --headless      no window: a line a working cycle on standard output; connects and reconnects by itself
   --json          the same as JSON objects, one a line
-  --port PATH     this serial port, for this run, connected at start and again when it is lost
+  --port PORT     this serial port, as the setup lists them, for this run, connected at start and again when it is lost
   --demo          demo mode, for this run: made-up values, no serial line
   --profile DIR   the settings in DIR (also: ORVALIS_PROFILE_DIR)
   --picture FILE  write a picture of the panel to FILE after the first values, and end

@@ -32,6 +32,12 @@ struct CommandLineError {
 /// `arguments` begin with the program's name.
 [[nodiscard]] std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<std::string>& arguments);
 
-[[nodiscard]] std::string Usage();
+/// What the system's side of the program understands besides, as lines of the usage.
+struct ServiceUsage {
+  std::string synopsis;
+  std::string options;
+};
+
+[[nodiscard]] std::string Usage(const ServiceUsage& service);
 
 }  // namespace orvalis
