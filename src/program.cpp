@@ -7,6 +7,7 @@
 #include <QPixmap>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <filesystem>
@@ -208,6 +209,7 @@ int Program::Run() {
   ServeClients();
   if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
   Refresh();
+  if (form_) form_->ShowWhole();
   history_.LoadSoon();
   // What the start had to say is said. A panel whose picture is asked for tells why there is none.
   if (form_ && !line_.picture) native::LeaveConsole();
@@ -292,7 +294,7 @@ void Program::OpenPanel() {
 void Program::OpenSetup() {
   setup_ = std::make_unique<frmSetup>(
       frmSetup::Parts{.switches = switches_,
-                      .ports = native::ListSerialPorts,
+                      .ports = [this] { return ListPorts(); },
                       .report = [this](const std::exception_ptr& error) { boundary_.Report(kChanging, error); },
                       .succeeded = [this] { boundary_.Succeeded(kChanging); },
                       .version = ORVALIS_VERSION},
@@ -307,6 +309,16 @@ void Program::OpenSetup() {
                                              .window = window_.get()});
   QObject::connect(form_->AddToolButton("&Traffic…"), &QPushButton::clicked, form_.get(), [this] { OpenTraffic(); });
   QObject::connect(form_->AddToolButton("&Setup…"), &QPushButton::clicked, form_.get(), [this] { RunSetup(); });
+}
+
+std::vector<SerialPortEntry> Program::ListPorts() const {
+  std::vector<SerialPortEntry> ports = native::ListSerialPorts();
+  if (!link_.Connected()) return ports;
+  auto open = std::find_if(ports.begin(), ports.end(),
+                           [this](const SerialPortEntry& entry) { return entry.name == link_.port_name(); });
+  if (open == ports.end()) open = ports.insert(ports.begin(), {link_.port_name(), {}});
+  open->description += open->description.empty() ? "Connected" : ", connected";
+  return ports;
 }
 
 void Program::RunSetup() {

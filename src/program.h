@@ -103,6 +103,8 @@ class Program {
   void OpenPanel();
   /// The setup dialog, hidden until it is asked for.
   void OpenSetup();
+  /// The serial ports of the machine, and which one is open.
+  [[nodiscard]] std::vector<SerialPortEntry> ListPorts() const;
   /// Runs it, or brings it to the front, for the panel's button and for clients.
   void RunSetup();
   /// The same for a client. Throws RunTimeError when there is no dialog.

@@ -68,7 +68,7 @@ Task<> SensorLink::Connect() {
 }
 
 Task<std::string> SensorLink::Greet() {
-  const std::string name = PortName();
+  const std::string name = port_name_ = PortName();
   panel_.connect.caption = "Attempting to connect";
   panel_.status = "Attempting to connect";
   port_.SetPort(name);

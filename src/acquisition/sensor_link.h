@@ -50,6 +50,8 @@ class SensorLink {
 
   /// Whether the port is open; asked of the port each time.
   [[nodiscard]] bool Connected() const { return port_.Connected(); }
+  /// The name of the port of this connection, or of the last one.
+  [[nodiscard]] const std::string& port_name() const { return port_name_; }
   [[nodiscard]] State state() const { return state_; }
   /// Tells one connection from another.
   [[nodiscard]] std::uint64_t session() const { return session_; }
@@ -75,6 +77,7 @@ class SensorLink {
   UnitOptions& options_;
   std::optional<std::string> port_override_;
 
+  std::string port_name_;
   State state_ = State::kIdle;
   bool halt_ = false;          ///< switched off, by a person, a client or the shutdown; a connect clears it
   std::uint64_t session_ = 0;  ///< counts the openings of the port: a wait may outlive its connection

@@ -3,7 +3,6 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFontDatabase>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -23,6 +22,7 @@
 #include "ui/rows_editor.h"
 #include "ui/setup_night.h"
 #include "ui/setup_section.h"
+#include "ui/text_fit.h"
 
 namespace orvalis {
 namespace {
@@ -207,7 +207,7 @@ NightProof<QPlainTextEdit>* frmFormSubmit::MakeBox(const char* name) {
   box->setWordWrapMode(QTextOption::WrapAnywhere);
   box->setTabChangesFocus(true);
   box->setUndoRedoEnabled(false);
-  box->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  box->setFont(FixedPitchFont());
   constexpr int kLeastLines = 3;
   box->setMinimumHeight(box->fontMetrics().lineSpacing() * (kLeastLines + 1));
   connect(box, &QPlainTextEdit::selectionChanged, this, [this, box] {

@@ -39,6 +39,10 @@ class frmHandBox : public QWidget {
   /// Adds a line to the event list.
   void AppendEvent(const Event& event);
 
+  /// Grows until nothing has to be scrolled, as far as the screen allows. For a window that is shown, when all of its
+  /// buttons are there.
+  void ShowWhole();
+
   /// Black and red, or the desktop's colours. Does not signal.
   void SetNightTheme(bool on);
   /// Keeps the window's position and whether it is shown.

@@ -18,6 +18,7 @@
 #include "ui/logo_button.h"
 #include "ui/night_proof.h"
 #include "ui/panel_texts.h"
+#include "ui/screen_place.h"
 #include "ui/setup_night.h"
 
 namespace orvalis {
@@ -109,6 +110,8 @@ bool frmSetup::Exec(SetupForm& form) {
   ShowForm(form);
   SyncSwitches();
   if (position_) move(*position_);
+  // What the frame measures is known when the window is there.
+  QTimer::singleShot(0, this, [this] { MoveOntoScreen(*this); });
   ReturnToBadInput();
   const bool confirmed = exec() == QDialog::Accepted;
   position_ = pos();
@@ -146,6 +149,9 @@ void frmSetup::ShowUnit(const UnitOptions& unit, bool known) {
     unit_options_[i]->setToolTip(known ? QString()
                                        : "The unit's own switch: known, and to be changed, while it is connected");
   }
+  if (!isVisible()) return;
+  port_->Refill();
+  ShowPortNote();
 }
 
 void frmSetup::TakeForm(SetupForm& form) const {

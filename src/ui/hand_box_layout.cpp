@@ -20,6 +20,7 @@
 #include "ui/frm_hand_box.h"
 #include "ui/logo_button.h"
 #include "ui/night_proof.h"
+#include "ui/screen_place.h"
 #include "ui/status_text.h"
 #include "ui/text_fit.h"
 
@@ -260,6 +261,17 @@ void frmHandBox::ShowEvents(bool open) {
     scroll_->verticalScrollBar()->setValue(scroll_->verticalScrollBar()->maximum());
     events_->ScrollToNewest();
   });
+}
+
+void frmHandBox::ShowWhole() {
+  // A taller window gives the upper words more room as well, so that it takes a few steps.
+  constexpr int kMostSteps = 10;
+  for (int step = 0; step < kMostSteps; ++step) {
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    const int more = std::min(scroll_->verticalScrollBar()->maximum(), RoomBelow(*this));
+    if (more <= 0) return;
+    resize(width(), height() + more);
+  }
 }
 
 void frmHandBox::Arrange() {

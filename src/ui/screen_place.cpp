@@ -1,0 +1,24 @@
+#include "ui/screen_place.h"
+
+#include <QScreen>
+#include <QWidget>
+#include <algorithm>
+
+namespace orvalis {
+
+void MoveOntoScreen(QWidget& window) {
+  const QScreen* screen = window.screen();
+  if (screen == nullptr) return;
+  const QRect space = screen->availableGeometry();
+  const QRect frame = window.frameGeometry();
+  const QPoint place(std::max(space.left(), std::min(frame.left(), space.right() + 1 - frame.width())),
+                     std::max(space.top(), std::min(frame.top(), space.bottom() + 1 - frame.height())));
+  if (place != frame.topLeft()) window.move(place);
+}
+
+int RoomBelow(const QWidget& window) {
+  const QScreen* screen = window.screen();
+  return screen == nullptr ? 0 : std::max(0, screen->availableGeometry().bottom() - window.frameGeometry().bottom());
+}
+
+}  // namespace orvalis
