@@ -176,7 +176,12 @@ void RemoveKeys(const Scope& scope) {
   classes.Remove(TypesPath());
 }
 
+std::wstring EventSourcePath() {
+  return std::wstring(L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\Application\\") + kEventSource;
+}
+
 void Unregister(const Scope& scope) {
+  if (scope.hive == HKEY_LOCAL_MACHINE) RegDeleteTreeW(scope.hive, EventSourcePath().c_str());
   scope.unregister_types();  // one that is not there is none too many
   RemoveKeys(scope);
 }
@@ -184,8 +189,7 @@ void Unregister(const Scope& scope) {
 /// An event that is a text and nothing else needs a file with such messages; one of the system's own has them. Without
 /// this the event is kept all the same, among words that say that its description is missing.
 void RegisterEventSource() {
-  const std::wstring path =
-      std::wstring(L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\Application\\") + kEventSource;
+  const std::wstring path = EventSourcePath();
   constexpr std::wstring_view kMessages = L"%SystemRoot%\\System32\\EventCreate.exe";
   constexpr DWORD kTypes = EVENTLOG_ERROR_TYPE | EVENTLOG_WARNING_TYPE | EVENTLOG_INFORMATION_TYPE;
   RegSetKeyValueW(HKEY_LOCAL_MACHINE, path.c_str(), L"EventMessageFile", REG_EXPAND_SZ, kMessages.data(),
