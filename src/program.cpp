@@ -209,7 +209,12 @@ int Program::Run() {
   ServeClients();
   if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
   Refresh();
-  if (form_) form_->ShowWhole();
+  if (form_) {
+    form_->ShowWhole();
+    // The first values, or the banner of demo mode, may need more room.
+    constexpr std::chrono::seconds kFirstValues{3};
+    loop_.CallAfter(kFirstValues, [this] { form_->ShowWhole(); });
+  }
   history_.LoadSoon();
   // What the start had to say is said. A panel whose picture is asked for tells why there is none.
   if (form_ && !line_.picture) native::LeaveConsole();

@@ -40,7 +40,7 @@ class frmHandBox : public QWidget {
   void AppendEvent(const Event& event);
 
   /// Grows until nothing has to be scrolled, as far as the screen allows. For a window that is shown, when all of its
-  /// buttons are there.
+  /// buttons are there. The list of events may be scrolled: while that is open, nothing is done.
   void ShowWhole();
 
   /// Black and red, or the desktop's colours. Does not signal.

@@ -266,7 +266,7 @@ void frmHandBox::ShowEvents(bool open) {
 void frmHandBox::ShowWhole() {
   // A taller window gives the upper words more room as well, so that it takes a few steps.
   constexpr int kMostSteps = 10;
-  for (int step = 0; step < kMostSteps; ++step) {
+  for (int step = 0; step < kMostSteps && !events_->isVisible(); ++step) {
     QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     const int more = std::min(scroll_->verticalScrollBar()->maximum(), RoomBelow(*this));
     if (more <= 0) return;
