@@ -1,6 +1,10 @@
-; The Windows installer. `make installer` calls makensis with VERSION, EXECUTABLE (orvalis.exe), DOCS (a folder) and
-; OUTPUT defined. "/S" installs and uninstalls silently, "/D=FOLDER" chooses the folder. Exit codes: 0 done, 1 cancelled,
-; 2 not done, with the reason in a window unless it is silent.
+; The Windows installer. `make installer` calls makensis with VERSION, EXECUTABLE (orvalis.exe), DOCS (the folder of the
+; guide), LICENSE and OUTPUT defined. "/S" installs and uninstalls silently, "/D=FOLDER" chooses the folder, "/PURGE" lets
+; the uninstaller remove what is the user's too. Exit codes: 0 done, 1 cancelled, 2 not done, with the reason in a window
+; unless it is silent.
+;
+; Clients find one program. Installed into a second folder, it is that one; when the second is removed, it is the first
+; again, if that is still there.
 
 Target amd64-unicode
 Name "Orvalis"
@@ -20,12 +24,14 @@ VIAddVersionKey "LegalCopyright" "GPL-3.0-or-later"
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Orvalis"
 
 !include "MUI2.nsh"
+!include "FileFunc.nsh"
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !define MUI_FINISHPAGE_RUN "$INSTDIR\orvalis.exe"
 !define MUI_FINISHPAGE_RUN_NOTCHECKED
 !insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_COMPONENTS
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
@@ -47,6 +53,33 @@ VIAddVersionKey "LegalCopyright" "GPL-3.0-or-later"
   ends:
 !macroend
 
+; What the system knows of the program in `folder`, besides what the program registers itself.
+!macro MakeKnown folder version
+  CreateShortcut "$SMPROGRAMS\Orvalis.lnk" "${folder}\orvalis.exe"
+  WriteRegStr HKLM "Software\Orvalis" "InstallDir" "${folder}"
+  WriteRegStr HKLM "${UNINSTALL}" "DisplayName" "Orvalis"
+  WriteRegStr HKLM "${UNINSTALL}" "DisplayVersion" "${version}"
+  WriteRegStr HKLM "${UNINSTALL}" "DisplayIcon" "${folder}\orvalis.exe"
+  WriteRegStr HKLM "${UNINSTALL}" "InstallLocation" "${folder}"
+  WriteRegStr HKLM "${UNINSTALL}" "UninstallString" '"${folder}\uninstall.exe"'
+  WriteRegStr HKLM "${UNINSTALL}" "QuietUninstallString" '"${folder}\uninstall.exe" /S'
+  WriteRegDWORD HKLM "${UNINSTALL}" "NoModify" 1
+  WriteRegDWORD HKLM "${UNINSTALL}" "NoRepair" 1
+!macroend
+
+!macro RemoveLogs folder
+  Delete "${folder}\Orvalis.txt*"
+  Delete "${folder}\orvalis_single.txt"
+!macroend
+
+; What the program writes for its own use, the script with the password above all.
+!macro RemoveOwnFiles folder
+  Delete "${folder}\winscp.txt"
+  Delete "${folder}\screenshot.bmp"
+  Delete "${folder}\image.jpg"
+  Delete "${folder}\orvalis_errors*.txt*"
+!macroend
+
 Section "Orvalis"
   SetRegView 64
   SetShellVarContext all
@@ -55,6 +88,8 @@ Section "Orvalis"
   ClearErrors
   File "/oname=orvalis.exe" "${EXECUTABLE}"
   File "/oname=LICENSE.txt" "${LICENSE}"
+  RMDir /r "$INSTDIR\docs"
+  ClearErrors
   SetOutPath "$INSTDIR\docs"
   File /r "${DOCS}\*.*"
   SetOutPath "$INSTDIR"
@@ -66,21 +101,16 @@ Section "Orvalis"
   StrCmp $0 "0" registered
     !insertmacro Fail "Orvalis was copied, but other programs cannot be made to find it."
   registered:
-  CreateShortcut "$SMPROGRAMS\Orvalis.lnk" "$INSTDIR\orvalis.exe"
-  WriteRegStr HKLM "Software\Orvalis" "InstallDir" "$INSTDIR"
-  WriteRegStr HKLM "${UNINSTALL}" "DisplayName" "Orvalis"
-  WriteRegStr HKLM "${UNINSTALL}" "DisplayVersion" "${VERSION}"
-  WriteRegStr HKLM "${UNINSTALL}" "DisplayIcon" "$INSTDIR\orvalis.exe"
-  WriteRegStr HKLM "${UNINSTALL}" "InstallLocation" "$INSTDIR"
-  WriteRegStr HKLM "${UNINSTALL}" "UninstallString" '"$INSTDIR\uninstall.exe"'
-  WriteRegStr HKLM "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /S'
-  WriteRegDWORD HKLM "${UNINSTALL}" "NoModify" 1
-  WriteRegDWORD HKLM "${UNINSTALL}" "NoRepair" 1
+  ReadRegStr $2 HKLM "Software\Orvalis" "InstallDir"
+  StrCmp $2 "$INSTDIR" only
+  IfFileExists "$2\orvalis.exe" 0 only
+    WriteRegStr HKLM "Software\Orvalis" "Former" "$2"
+  only:
+  !insertmacro MakeKnown "$INSTDIR" "${VERSION}"
 SectionEnd
 
-; The settings and the logs of the weather are the user's, and stay. What the program writes beside itself for its own
-; use goes, the script with the password above all.
-Section "Uninstall"
+Section "un.Orvalis"
+  SectionIn RO
   SetRegView 64
   SetShellVarContext all
   !insertmacro FailWhileRunning
@@ -88,14 +118,58 @@ Section "Uninstall"
   Delete "$INSTDIR\orvalis.exe"
   RMDir /r "$INSTDIR\docs"
   Delete "$INSTDIR\LICENSE.txt"
-  Delete "$INSTDIR\winscp.txt"
-  Delete "$INSTDIR\screenshot.bmp"
-  Delete "$INSTDIR\image.jpg"
-  Delete "$INSTDIR\orvalis_errors*.txt"
+  !insertmacro RemoveOwnFiles "$INSTDIR"
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"
+
+  ReadRegStr $2 HKLM "Software\Orvalis" "InstallDir"
+  ReadRegStr $3 HKLM "Software\Orvalis" "Former"
+  DeleteRegValue HKLM "Software\Orvalis" "Former"
+  StrCmp $2 "$INSTDIR" known
+  IfFileExists "$2\orvalis.exe" done  ; the system knows another one, which stays
+  known:
   Delete "$SMPROGRAMS\Orvalis.lnk"
   DeleteRegKey HKLM "${UNINSTALL}"
   DeleteRegValue HKLM "Software\Orvalis" "InstallDir"
   DeleteRegKey /ifempty HKLM "Software\Orvalis"
+  IfFileExists "$3\orvalis.exe" 0 done
+    ExecWait '"$3\orvalis.exe" /RegServer' $0
+    ${GetFileVersion} "$3\orvalis.exe" $4
+    !insertmacro MakeKnown "$3" "$4"
+  done:
 SectionEnd
+
+; Of the user who removes it; others keep theirs.
+Section /o "un.My settings, logs, history and stored password" own_data
+  SetRegView 64
+  SetShellVarContext current
+  ReadRegStr $2 HKCU "Software\Orvalis\Orvalis.Weather" "g_sFullLogPath"
+  ReadRegStr $3 HKCU "Software\Orvalis\Orvalis.Weather" "g_sOneLineLogPath"
+  StrCmp $2 "" +2
+    Delete "$2\Orvalis.txt*"
+  StrCmp $3 "" +2
+    Delete "$3\orvalis_single.txt"
+  !insertmacro RemoveLogs "$INSTDIR"
+  RMDir "$INSTDIR"
+  !insertmacro RemoveLogs "$LOCALAPPDATA\orvalis"
+  !insertmacro RemoveOwnFiles "$LOCALAPPDATA\orvalis"
+  Delete "$LOCALAPPDATA\orvalis\history*.sqlite*"
+  RMDir "$LOCALAPPDATA\orvalis"
+  DeleteRegKey HKCU "Software\Orvalis"
+SectionEnd
+
+LangString own_data_text ${LANG_ENGLISH} "The settings in the registry with the password of the weather service, the two logs, \
+the history and the error log of the user who removes the program. What stands in a folder named by --profile stays, as \
+does what the driver platform keeps."
+!insertmacro MUI_UNFUNCTION_DESCRIPTION_BEGIN
+  !insertmacro MUI_DESCRIPTION_TEXT ${own_data} $(own_data_text)
+!insertmacro MUI_UNFUNCTION_DESCRIPTION_END
+
+Function un.onInit
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/PURGE" $1
+  IfErrors keep
+    SectionSetFlags ${own_data} 1
+  keep:
+FunctionEnd

@@ -45,8 +45,18 @@ std::string ProgramFolder() {
   return QDir::toNativeSeparators(folder).toStdString();
 }
 
-Core::Core(const CommandLine& line)
+void LogFailedStart(const std::string& reason) {
+  const QtClock clock;
+  EventList events(clock);
+  LineOutput errors(LineOutput::Stream::kError);
+  ErrorLog log(events, [&errors](const std::string& text) { errors.Write("orvalis: " + text); });
+  log.Open(PathFromText(ProgramFolder()));
+  events.Record("the program could not start: " + reason);
+}
+
+Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
     : line_(line),
+      client_patience_(client_patience),
       port_(native::MakeSerialPort()),
       profile_(native::MakeProfile(ChosenProfileFolder(line))),
       utility_(native::MakeUtilityObject()),
@@ -143,7 +153,7 @@ Core::Core(const CommandLine& line)
       server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
                                          .record = [this](const std::string& text) { events_.Record(text); },
                                          .ends_with_last_client = line.automation})) {
-  error_log_.Open(PathFromText(store_.program_folder()));
+  error_log_.Open(PathFromText(ProgramFolder()));
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
   if (line_.headless && line_.automation) {
     events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
@@ -268,8 +278,7 @@ void Core::ServeClients() {
     throw RunTimeError(RunTimeError::kDeviceUnavailable,
                        "it was started for a client and cannot be reached by one; start it without --automation");
   }
-  constexpr std::chrono::seconds kFirstClient{30};
-  loop_.CallAfter(kFirstClient, [this] {
+  loop_.CallAfter(client_patience_, [this] {
     if (server_->had_clients()) return;
     events_.Record("it was started for a client, and none came");
     QCoreApplication::exit(0);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -50,6 +51,9 @@ namespace orvalis {
 /// program unpacked into a folder of its own, otherwise in the user's data folder.
 [[nodiscard]] std::string ProgramFolder();
 
+/// Keeps why the program could not start in the error log, if that can be written.
+void LogFailedStart(const std::string& reason);
+
 /// The windows, as the core sees them.
 class Front {
  public:
@@ -98,7 +102,8 @@ class Core {
     Traffic*& traffic;  ///< the text of the traffic window while that is open
   };
 
-  explicit Core(const CommandLine& line);
+  /// A program that is there for clients alone waits `client_patience` for the first.
+  Core(const CommandLine& line, std::chrono::seconds client_patience);
   Core(const Core&) = delete;
   Core& operator=(const Core&) = delete;
   ~Core();
@@ -143,6 +148,7 @@ class Core {
   void ServeClients();
 
   CommandLine line_;
+  std::chrono::seconds client_patience_;
   QtEventLoop loop_;
   QtClock clock_;
   std::unique_ptr<SerialPort> port_;

@@ -14,6 +14,7 @@
 
 #include "app/profile_command.h"
 #include "base/clock.h"
+#include "base/run_time_error.h"
 #include "config/settings_store.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
@@ -28,8 +29,38 @@ constexpr int kExitOk = 0;
 constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
 
-/// A program whose last client has left may still be closing its link when the next client comes.
-constexpr std::chrono::milliseconds kPreviousEnds{5000};
+/// For the first client of a program that was started for one.
+constexpr std::chrono::seconds kClientPatience{30};
+/// The same where its client has probably been served by another program.
+constexpr std::chrono::seconds kInheritedPatience{2};
+
+/// How a program that was started for a client comes to the place of the one program, if at all.
+enum class Turn {
+  kFirst,      ///< its client waits for it
+  kInherited,  ///< another one served clients meanwhile and has ended; this one's is perhaps among them
+  kServed,     ///< another one serves clients, this one's among them
+  kTaken,      ///< another one has the place, and clients do not reach it
+};
+
+/// Several clients that come at once, with no program running, start one each, and the first to be ready serves them
+/// all. And a program whose last client has left may still be closing its link when the next client comes.
+Turn WaitForTurn(SingleInstance& instance) {
+  using std::chrono::steady_clock;
+  constexpr std::chrono::milliseconds kPatience{5000};
+  constexpr std::chrono::milliseconds kStep{50};
+  // A client that waits for its program finds another one within about a second.
+  constexpr std::chrono::milliseconds kAllFoundIt{2000};
+  const auto begin = steady_clock::now();
+  steady_clock::duration served{};
+  for (auto now = begin; now - begin < kPatience;) {
+    const bool other_serves = native::OtherServesClients();
+    if (instance.ClaimWithin(kStep)) return other_serves || served.count() > 0 ? Turn::kInherited : Turn::kFirst;
+    const auto before = std::exchange(now, steady_clock::now());
+    if (other_serves) served += now - before;
+    if (served >= kAllFoundIt) return Turn::kServed;
+  }
+  return Turn::kTaken;
+}
 
 int RunProfile(const CommandLine& line) {
   const std::unique_ptr<Profile> profile = native::MakeProfile(ChosenProfileFolder(line));
@@ -37,12 +68,14 @@ int RunProfile(const CommandLine& line) {
   return RunProfileCommand(line.profile, store, std::cin, std::cout, std::cerr);
 }
 
-/// Says why the program cannot run; in a window too when a person started it and not from a terminal, because nobody
-/// would see it otherwise. A client waits for the end of a program that was started for it, and nobody may be there to
-/// close a window.
+/// Says why the program cannot run, and keeps it in the error log; in a window too when a person started it and not
+/// from a terminal, because nobody would see it otherwise. A client waits for the end of a program that was started for
+/// it, and nobody may be there to close a window: the system's own log has it then.
 int FailToStart(const std::exception& error, const CommandLine& line, WindowSystem* windows) {
   StopSignals::EndAtOnce(kExitFailed);
   std::cerr << "orvalis: " << error.what() << '\n';
+  if (line.action == CommandLine::Action::kRun) LogFailedStart(error.what());
+  if (line.automation) native::WriteSystemLog(std::string("Orvalis cannot serve a client: ") + error.what());
   if (windows != nullptr && !line.automation && !native::StandardErrorIsRead()) {
     windows->ShowError(QString::fromUtf8(error.what()));
   }
@@ -98,15 +131,19 @@ Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
                                         if (running != nullptr) running->ShutDown();
                                       }});
   SingleInstance instance(FolderToMark(line));
+  std::chrono::seconds client_patience = kClientPatience;
   if (line.automation) {
-    if (!instance.ClaimWithin(kPreviousEnds)) {
-      std::cerr << "orvalis: already running with the same settings, and clients cannot reach it\n";
-      return {kExitFailed};
+    const Turn turn = WaitForTurn(instance);
+    if (turn == Turn::kServed) return {kExitOk};
+    if (turn == Turn::kTaken) {
+      throw RunTimeError(RunTimeError::kDeviceUnavailable,
+                         "already running with the same settings, and clients cannot reach it");
     }
+    if (turn == Turn::kInherited) client_patience = kInheritedPatience;
   } else if (const auto start = instance.Claim(); start != SingleInstance::Start::kFirst) {
     return {DeferToRunningInstance(start)};
   }
-  Core core(line);
+  Core core(line, client_patience);
   running = &core;
   if (!instance.problem().isEmpty()) core.Note(instance.problem().toStdString());
   const std::unique_ptr<Front> front = windows != nullptr ? windows->MakeWindows(core) : nullptr;
@@ -138,12 +175,12 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, Window
 /// What is answered without an application object: a mistake, the help, the version.
 std::optional<int> AnswerAtOnce(const std::variant<CommandLine, CommandLineError>& parsed, bool has_windows) {
   if (const auto* error = std::get_if<CommandLineError>(&parsed)) {
-    std::cerr << "orvalis: " << error->text << '\n' << Usage(has_windows);
+    std::cerr << "orvalis: " << error->text << '\n' << Usage(has_windows, native::UsageOfServices());
     return kExitUsage;
   }
   switch (std::get<CommandLine>(parsed).action) {
     case CommandLine::Action::kHelp:
-      std::cout << Usage(has_windows);
+      std::cout << Usage(has_windows, native::UsageOfServices());
       return kExitOk;
     case CommandLine::Action::kVersion:
       std::cout << "Orvalis " ORVALIS_VERSION "\n";

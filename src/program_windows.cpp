@@ -122,6 +122,10 @@ void ProgramWindows::ShowSettings() {
 }
 
 void ProgramWindows::Started() {
+  panel_->ShowWhole();
+  // The first values, or the banner of demo mode, may need more room.
+  constexpr std::chrono::seconds kFirstValues{3};
+  parts_.loop.CallAfter(kFirstValues, [this] { panel_->ShowWhole(); });
   // A panel whose picture is asked for tells why there is none.
   if (!parts_.line.picture) native::LeaveConsole();
 }

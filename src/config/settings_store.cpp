@@ -151,7 +151,8 @@ void SettingsStore::LoadKey(const SettingKey& key, Settings& settings) const {
     SetFromText(key, text, locale_, settings);
   } catch (const RunTimeError& error) {
     throw RunTimeError(error.number(), profile_.Location() + ": the setting \"" + std::string(key.name) +
-                                           "\" cannot be used: " + error.what());
+                                           "\" cannot be used: " + error.what() + "; set it right with: " +
+                                           "orvalis profile set \"" + std::string(key.name) + "\" VALUE");
   }
 }
 

@@ -11,6 +11,7 @@
 #include "app/alerts.h"
 #include "config/profile.h"
 #include "config/utility_object.h"
+#include "platform/qt/command_line.h"
 #include "publish/webcam_upload.h"
 #include "server/weather_server.h"
 #include "unit/serial_port.h"
@@ -39,6 +40,9 @@ class Process {
 /// knows, which it has rendered by then; otherwise nothing.
 [[nodiscard]] std::optional<int> RunService(const std::vector<std::string>& arguments);
 
+/// How the program is started for clients, and made known to them, for the usage.
+[[nodiscard]] ServiceUsage UsageOfServices();
+
 /// What Qt is told on the command line of a program with windows, its name left out.
 [[nodiscard]] std::vector<std::string> WindowArguments();
 /// Whether a display is to be expected, so that windows can be shown.
@@ -47,6 +51,10 @@ class Process {
 [[nodiscard]] bool StandardErrorIsRead();
 /// Whether standard output and standard error go to the same place, so that saying a thing on both says it twice.
 [[nodiscard]] bool StandardErrorIsStandardOutput();
+
+/// Keeps the text of an error where the system's administrator looks. On a system that keeps what programs of its own
+/// print on standard error, that is enough, and this does nothing.
+void WriteSystemLog(const std::string& text);
 
 /// Lets go of the terminal that the program was started from, where its end would be the program's too. From then on
 /// nothing is said there.
@@ -68,6 +76,10 @@ void LeaveConsole();
 
 /// The way for clients to come; none on a system that has no such way yet.
 [[nodiscard]] std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts parts);
+
+/// Whether another program serves clients now, while this one was started for one as well. A system that starts one
+/// program for all of them never says so.
+[[nodiscard]] bool OtherServesClients();
 
 /// How the system writes paths and lines in the program's `folder`.
 [[nodiscard]] PictureFolder FolderOfPictures(const std::string& folder);

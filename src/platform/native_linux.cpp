@@ -27,6 +27,13 @@ Process::~Process() = default;
 
 std::optional<int> RunService(const std::vector<std::string>& /*arguments*/) { return std::nullopt; }
 
+ServiceUsage UsageOfServices() {
+  return {.synopsis = {"--automation [--port PORT | --demo] [--profile DIR]"},
+          .options =
+              "  --automation    for the session bus, which starts the program when a client asks for it; it ends "
+              "with its last client\n"};
+}
+
 std::vector<std::string> WindowArguments() { return {}; }
 
 bool DisplayExpected() {
@@ -44,6 +51,8 @@ bool StandardErrorIsStandardOutput() {
 }
 
 // A terminal's processes are in jobs here, and who starts one in the background keeps it.
+void WriteSystemLog(const std::string& /*text*/) {}
+
 void LeaveConsole() {}
 
 std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder) {
@@ -64,6 +73,9 @@ std::unique_ptr<ProgramStarter> MakeProgramStarter() { return std::make_unique<Q
 std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts parts) {
   return std::make_unique<WeatherService>(std::move(parts));
 }
+
+// The bus starts one program for all who ask.
+bool OtherServesClients() { return false; }
 
 PictureFolder FolderOfPictures(const std::string& folder) { return {.path = folder}; }
 

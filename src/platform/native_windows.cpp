@@ -102,6 +102,17 @@ std::optional<int> RunService(const std::vector<std::string>& arguments) {
   return RunSerialObject(arguments[2]);
 }
 
+ServiceUsage UsageOfServices() {
+  return {.synopsis = {"-Embedding [--port PORT | --demo] [--profile DIR]", "/RegServer | /UnregServer"},
+          .options =
+              "  -Embedding      for Windows, which starts the program when a client asks for it; it ends with its "
+              "last client\n"
+              "  /RegServer      tells Windows where the program is, so that clients find it: for all users, or "
+              "for you alone\n"
+              "                  where more is not allowed\n"
+              "  /UnregServer    takes that back\n"};
+}
+
 std::vector<std::string> WindowArguments() {
   // A dark desktop is followed only when that is asked for.
   return {"-platform", "windows:darkmode=2"};
@@ -125,6 +136,15 @@ bool StandardErrorIsStandardOutput() {
   return GetFileInformationByHandle(out, &first) != 0 && GetFileInformationByHandle(error, &second) != 0 &&
          first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
          first.nFileIndexLow == second.nFileIndexLow;
+}
+
+void WriteSystemLog(const std::string& text) {
+  HANDLE const log = RegisterEventSourceW(nullptr, kEventSource);
+  if (log == nullptr) return;
+  const std::wstring wide = Wide(text);
+  const wchar_t* words = wide.c_str();
+  ReportEventW(log, EVENTLOG_ERROR_TYPE, 0, kEventNumber, nullptr, 1, 0, &words, nullptr);
+  DeregisterEventSource(log);
 }
 
 void LeaveConsole() {
@@ -170,6 +190,8 @@ std::unique_ptr<ProgramStarter> MakeProgramStarter() { return std::make_unique<S
 std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts parts) {
   return std::make_unique<ComServer>(std::move(parts));
 }
+
+bool OtherServesClients() { return ClassIsOffered(); }
 
 PictureFolder FolderOfPictures(const std::string& folder) {
   return {.path = folder, .separator = '\\', .line_end = "\r\n"};

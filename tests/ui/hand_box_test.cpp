@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <string>
@@ -11,6 +12,7 @@
 
 #include "tests/support/window_tools.h"
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/screen_place.h"
 #include "ui/controls/theme.h"
 #include "ui/panel/connect_button.h"
 #include "ui/panel/frm_hand_box.h"
@@ -327,6 +329,28 @@ TEST_F(HandBox, EventsAreBoundedAndKeepTheDateOfTheirDay) {
   box.AppendEvent({time, "last"});
   EXPECT_EQ(lines().mid(0, 2), (QStringList{"2026-11-22", "21:04:05  later"}));
   EXPECT_EQ(lines().back(), "21:04:05  last");
+}
+
+TEST_F(HandBox, BeginsAtTheSizeThatShowsEverythingAndEndsAtTheScreen) {
+  const auto* bar = box.findChild<QScrollArea*>()->verticalScrollBar();
+  const int whole = box.screen()->availableGeometry().height();
+  box.resize(box.width(), whole / 2);
+  for (const char* text : {"Traffic", "Setup", "Web", "Temperature graph", "Wind graph"}) box.AddToolButton(text);
+  box.SetNightTheme(true);
+  box.move(0, 0);
+  Settle();
+  EXPECT_GT(bar->maximum(), 0);
+  box.ShowWhole();
+  EXPECT_TRUE(bar->maximum() == 0 || box.frameGeometry().bottom() == whole - 1 - 8) << bar->maximum();
+
+  QWidget other;
+  other.resize(200, 100);
+  other.show();
+  for (const QPoint& place : {QPoint(-50, -50), QPoint(5000, 5000)}) {
+    other.move(place);
+    MoveOntoScreen(other);
+    EXPECT_TRUE(other.screen()->availableGeometry().contains(other.frameGeometry()));
+  }
 }
 
 TEST_F(HandBox, StaysWhereItIsWhenPutOnTop) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QFontInfo>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -54,6 +55,7 @@ TEST(TrafficWindow, KeepsItsWidthAndFitsTheText) {
   frmShow window(nullptr);
   window.show();
   auto* text = window.findChild<QPlainTextEdit*>("txtTraffic");
+  EXPECT_TRUE(QFontInfo(text->font()).fixedPitch()) << QFontInfo(text->font()).family().toStdString();
   window.resize(900, 500);
   EXPECT_EQ(window.width(), 361);  // 5415 twips at 96 pixels to the inch
   window.SetTextOffset(1500);

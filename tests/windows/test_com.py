@@ -1,7 +1,10 @@
 """The automation object on Windows, used by scripts and by a C++ program, each a process of its own."""
 
 import os
+import shutil
 import subprocess
+import tempfile
+import time
 import unittest
 
 from test_program import PATIENCE, PORT, PROGRAM, WINE, WINDOWS_BIN, Process, WindowsCase, windows_path
@@ -14,12 +17,16 @@ MEMBERS = ("Safe", "AmbientTemperature", "BarometricPressure", "Clouds", "DewPoi
 
 
 def servers():
-    """The processes of the program, whoever started them."""
+    """The processes of the program in this Windows, whoever started them. Others of the machine may run it too."""
+    own = ("WINEPREFIX=" + os.environ["WINEPREFIX"]).encode()
     found = []
     for name in os.listdir("/proc"):
         try:
             with open("/proc/%s/cmdline" % name, "rb") as file:
-                if b"orvalis.exe" in file.read().lower().split(b"\0")[0]:
+                if b"orvalis.exe" not in file.read().lower().split(b"\0")[0]:
+                    continue
+            with open("/proc/%s/environ" % name, "rb") as file:
+                if own in file.read().split(b"\0"):
                     found.append(int(name))
         except (OSError, ValueError):
             continue
@@ -131,11 +138,16 @@ class StartedForAClient(ComCase):
         self.wait_until(lambda: not servers(), "the program stayed without a client")
 
     def test_that_cannot_start_ends_at_once(self):
-        with open(os.path.join(self.profile, "Orvalis.Weather.ini"), "wb") as file:
-            file.write(b"no settings at all\n[")
+        path = os.path.join(self.profile, "Orvalis.Weather.ini")
+        with open(path, encoding="utf-8") as file:
+            text = file.read()
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(text.replace("WindSpeedCloseD=12", "WindSpeedCloseD=twelve"))
         # A client gets no object; a window that asks somebody to close it would keep the program.
         self.wine("cscript", "//nologo", SCRIPT, "Safe")
         self.wait_until(lambda: not servers(), "the program stayed without a client")
+        with open(os.path.join(WINDOWS_BIN, "orvalis_errors.txt"), encoding="utf-8") as file:
+            self.assertRegex(file.readlines()[-1], "could not start: .*\"WindSpeedCloseD\" cannot be used: ")
 
     def test_a_unit_that_is_silent_is_not_connected(self):
         self.unit("--fault", "silent:1:60")
@@ -150,6 +162,16 @@ class StartedForAClient(ComCase):
         self.wait_until(lambda: len(servers()) == 1, "there are %d programs" % len(servers()))
         for client in clients:
             self.let_go(client)
+
+    def test_several_who_leave_at_once_leave_no_program(self):
+        clients = [self.hold() for _ in range(3)]
+        for client in clients:
+            client.line(lambda line: line == "held")
+        for client in clients:
+            self.let_go(client)
+        left = time.monotonic()
+        self.wait_until(lambda: not servers(), "a program stayed")
+        self.assertLess(time.monotonic() - left, 8)
 
 
 class Registration(WindowsCase):
@@ -166,10 +188,23 @@ class Registration(WindowsCase):
         ComCase.register("/RegServer")
         for place in own:
             self.assertEqual(self.wine("reg", "query", place).returncode, 1, "it hides the one for all users")
+        # Programs of 32 bits have a part of the registry to themselves.
+        types = r"HKLM\Software\Classes\TypeLib\{68C10D0F-6203-4FDC-B903-9FC45F5749E2}\1.0\0\win32"
+        interface = r"HKLM\Software\Classes\Interface\{4F2EFF6B-E5B9-467A-84D3-8CBD65CF7BDD}"
+        self.assertIn("orvalis.exe\\2", self.wine("reg", "query", types, "/ve").stdout.lower())
+        self.assertIn("{00020424-0000-0000-C000-000000000046}",
+                      self.wine("reg", "query", interface + r"\ProxyStubClsid32", "/ve", "/reg:32").stdout)
+        # A copy in a second folder takes the registration over, and gives back none that is not its own.
+        second = tempfile.mkdtemp(prefix="orvalis-test-")
+        self.addCleanup(shutil.rmtree, second)
+        copy = shutil.copy(PROGRAM, second)
+        self.assertEqual(self.wine(copy, "/UnregServer").returncode, 0)
+        self.assertEqual(self.wine("reg", "query", key).returncode, 0, "another folder's registration is gone")
         ComCase.register("-unregserver")
-        self.assertEqual(self.wine("reg", "query", key).returncode, 1)
-        left = self.wine("reg", "query", r"HKLM\Software\Classes\CLSID\%s" % class_id)
-        self.assertEqual(left.returncode, 1, left.stdout)
+        for place in (key, r"HKLM\Software\Classes\CLSID\%s" % class_id, types, interface):
+            for view in ("/reg:32", "/reg:64"):
+                left = self.wine("reg", "query", place, view)
+                self.assertEqual(left.returncode, 1, left.stdout)
 
 
 if __name__ == "__main__":

@@ -82,6 +82,21 @@ class SerialLine(WindowsCase):
             self.end(program)
 
 
+    def test_its_lines_end_as_windows_lines_do(self):
+        self.unit("--fast")
+        with subprocess.Popen([WINE, PROGRAM, "--headless", "--json", "--port", str(PORT)], env=self.env,
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as program:
+            self.assertTrue(program.stdout.readline().endswith(b"}\r\n"))
+            self.wine("taskkill", "/IM", "orvalis.exe")
+            program.wait(PATIENCE)
+
+    def test_the_usage_names_what_windows_has(self):
+        usage = self.run_program("--help").stdout
+        for words in ("-Embedding", "/RegServer", "/UnregServer"):
+            self.assertIn(words, usage)
+        self.assertNotIn("bus", usage)
+
+
 class Settings(WindowsCase):
     def test_a_folder_of_ones_own_and_the_systems_store_are_apart(self):
         text = 'C:\\Töne Ω\\雨.wav'

@@ -130,7 +130,7 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   if (line.profile.subkey) return CommandLineError{"--subkey goes with \"profile\""};
   if (line.json && !line.headless && has_windows) return CommandLineError{"--json goes with --headless"};
   if (line.automation && (line.headless || line.picture)) {
-    return CommandLineError{"--automation is how the session bus starts the program; leave out the other"};
+    return CommandLineError{"--automation is how the program is started for a client; leave out the other"};
   }
   if (!has_windows) line.headless = true;
   if (line.picture && line.headless) return CommandLineError{"there is no picture without a window"};
@@ -140,28 +140,21 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   return line;
 }
 
-std::string Usage(bool has_windows) {
-  std::string usage = has_windows ? R"(usage: orvalis [--port PATH | --demo] [--profile DIR] [--picture FILE]
-       orvalis --automation [--port PATH | --demo] [--profile DIR]
-       orvalis --headless [--json] [--port PATH | --demo] [--profile DIR]
-       orvalis profile list|get KEY|set KEY VALUE|acknowledge [--subkey NAME] [--profile DIR]
-       orvalis --version | --help
-
-)"
-                                  : R"(usage: orvalisd [--json] [--port PATH | --demo] [--profile DIR]
-       orvalisd --automation [--port PATH | --demo] [--profile DIR]
-       orvalisd profile list|get KEY|set KEY VALUE|acknowledge [--subkey NAME] [--profile DIR]
-       orvalisd --version | --help
-
-)";
-  usage +=
-      R"(  --automation    for the session bus, which starts the program when a client asks for it; it ends with its last client
-)";
+std::string Usage(bool has_windows, const ServiceUsage& service) {
+  const std::string program = has_windows ? "orvalis" : "orvalisd";
+  std::string usage = "usage: " + program;
+  if (has_windows) {
+    usage += " [--port PORT | --demo] [--profile DIR] [--picture FILE]\n       " + program + " --headless";
+  }
+  usage += " [--json] [--port PORT | --demo] [--profile DIR]\n";
+  for (const std::string& synopsis : service.synopsis) usage += "       " + program + ' ' + synopsis + '\n';
+  usage += "       " + program + " profile list|get KEY|set KEY VALUE|acknowledge [--subkey NAME] [--profile DIR]\n";
+  usage += "       " + program + " --version | --help\n\n" + service.options;
   if (has_windows) {
     usage += "  --headless      no window: one line per cycle on standard output; connects and reconnects by itself\n";
   }
   usage += R"(  --json          the same as JSON objects, one per line
-  --port PATH     this serial port, for this run, connected at start and again when it is lost
+  --port PORT     this serial port, as the setup lists them, for this run, connected at start and again when it is lost
   --demo          demo mode, for this run: made-up values, no serial line
   --profile DIR   the settings in DIR (also: ORVALIS_PROFILE_DIR)
 )";

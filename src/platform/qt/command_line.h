@@ -33,6 +33,13 @@ struct CommandLineError {
 [[nodiscard]] std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<std::string>& arguments,
                                                                            bool has_windows);
 
-[[nodiscard]] std::string Usage(bool has_windows);
+/// What the system's side of the program understands besides.
+struct ServiceUsage {
+  std::vector<std::string> synopsis;  ///< what follows the program's name
+  std::string options;                ///< lines of the usage
+};
+
+/// `has_windows` tells which of the two executables it is.
+[[nodiscard]] std::string Usage(bool has_windows, const ServiceUsage& service);
 
 }  // namespace orvalis

@@ -8,8 +8,10 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFont>
 #include <QPainter>
 #include <QProxyStyle>
+#include <QStringList>
 #include <QStyleOption>
 #include <QUrl>
 #include <QWidget>
@@ -66,9 +68,37 @@ class DesktopStyle : public QProxyStyle {
   }
 };
 
+/// The name of the letters that Windows writes messages with. The setting may hold a name that stands for another, such
+/// as "MS Shell Dlg", which Qt does not look up; what is drawn with it has the real one.
+QString MessageFontFamily() {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof(metrics);
+  if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0) == FALSE) return {};
+  HDC const screen = GetDC(nullptr);
+  HFONT const font = CreateFontIndirectW(&metrics.lfMessageFont);
+  HGDIOBJ const former = SelectObject(screen, font);
+  std::array<wchar_t, LF_FACESIZE> name{};
+  GetTextFaceW(screen, static_cast<int>(name.size()), name.data());
+  SelectObject(screen, former);
+  DeleteObject(font);
+  ReleaseDC(nullptr, screen);
+  return QString::fromWCharArray(name.data());
+}
+
+void UseMessageFont() {
+  QFont font = QApplication::font();
+  font.setFamilies(QStringList{MessageFontFamily(), "Segoe UI", "Tahoma", "DejaVu Sans"});
+  QApplication::setFont(font);
+  // Qt has fonts of their own for these, by the same names.
+  for (const char* kind : {"QMenu", "QMessageBox", "QTipLabel", "QAbstractItemView"}) QApplication::setFont(font, kind);
+}
+
 }  // namespace
 
-void Prepare() { QApplication::setStyle(new DesktopStyle); }
+void Prepare() {
+  QApplication::setStyle(new DesktopStyle);
+  UseMessageFont();
+}
 
 // The shell looks into folders on threads of its own.
 bool PickersHoldUp() { return false; }

@@ -7,7 +7,7 @@ namespace orvalis {
 void LineOutput::Write(const std::string& line) {
   HANDLE const handle = GetStdHandle(stream_ == Stream::kOutput ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
   if (handle == nullptr || handle == INVALID_HANDLE_VALUE) return;
-  const std::string bytes = line + "\n";
+  const std::string bytes = line + "\r\n";
   DWORD written = 0;
   DWORD mode = 0;
   if (GetConsoleMode(handle, &mode) != 0) {

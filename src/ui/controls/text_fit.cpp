@@ -1,7 +1,9 @@
 #include "ui/controls/text_fit.h"
 
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetricsF>
+#include <QStringList>
 #include <algorithm>
 #include <cmath>
 
@@ -24,6 +26,14 @@ QFont ScaledFont(QFont font, double factor) {
   } else {
     font.setPointSizeF(font.pointSizeF() * factor);
   }
+  return font;
+}
+
+QFont FixedPitchFont() {
+  QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  font.setFamilies(QStringList{"Courier", "Courier New", "Liberation Mono", "DejaVu Sans Mono", font.family()});
+  font.setStyleHint(QFont::TypeWriter);
+  font.setFixedPitch(true);
   return font;
 }
 

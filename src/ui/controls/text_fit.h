@@ -12,6 +12,9 @@ namespace orvalis {
 /// `font`, `factor` times as large, whether its size is in points or in pixels.
 [[nodiscard]] QFont ScaledFont(QFont font, double factor);
 
+/// "Courier", or what the system has in its place: letters of one width in any case.
+[[nodiscard]] QFont FixedPitchFont();
+
 /// The pixel size of `font`.
 [[nodiscard]] double PixelSize(const QFont& font);
 

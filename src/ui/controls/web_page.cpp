@@ -10,10 +10,12 @@
 namespace orvalis {
 
 void OpenWebPage(const QUrl& url, QWidget* parent) {
-  if (desktop::Open(url)) return;
+  if (!url.isEmpty() && desktop::Open(url)) return;
   // The title is a leftover of the focuser template too.
-  QMessageBox box(QMessageBox::NoIcon, "Focus Simulator",
-                  "It doesn't appear that you have a web browser installed on your system.", QMessageBox::Ok, parent);
+  QMessageBox box(QMessageBox::NoIcon, url.isEmpty() ? "Orvalis" : "Focus Simulator",
+                  url.isEmpty() ? "The guide is not there: it belongs to the program's files. Install Orvalis again."
+                                : "It doesn't appear that you have a web browser installed on your system.",
+                  QMessageBox::Ok, parent);
   if (parent != nullptr) box.setPalette(parent->palette());  // dark at night, which windows do not inherit
   for (QAbstractButton* button : box.buttons()) button->setIcon({});
   box.exec();
@@ -22,9 +24,12 @@ void OpenWebPage(const QUrl& url, QWidget* parent) {
 QUrl StandardsPage() { return QUrl("https://ascom-standards.org"); }
 
 QUrl DocumentationPage() {
-  const QFileInfo installed(QCoreApplication::applicationDirPath() + "/../share/doc/orvalis/guide.md");
-  if (installed.isReadable()) return QUrl::fromLocalFile(installed.canonicalFilePath());
-  return QUrl("https://orvalis.example/guide");
+  // Where the Windows installer puts it, and where the package and the build do, as seen from the executable.
+  for (const char* place : {"docs", "../share/doc/orvalis"}) {
+    const QFileInfo guide(QCoreApplication::applicationDirPath() + "/" + place + "/guide.html");
+    if (guide.isReadable()) return QUrl::fromLocalFile(guide.canonicalFilePath());
+  }
+  return {};
 }
 
 }  // namespace orvalis

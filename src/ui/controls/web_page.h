@@ -7,12 +7,12 @@ class QWidget;
 
 namespace orvalis {
 
-/// Shows `url` in the user's browser. When there is none, a message over `parent` says so.
+/// Shows `url` in the user's browser. When there is none, or no address, a message over `parent` says so.
 void OpenWebPage(const QUrl& url, QWidget* parent);
 
 /// The standards body of the interface that clients see.
 [[nodiscard]] QUrl StandardsPage();
-/// The user's guide: the one installed with the program, otherwise the project's page.
+/// The user's guide, a file of the program's own. Empty when it is not where it belongs.
 [[nodiscard]] QUrl DocumentationPage();
 
 }  // namespace orvalis

@@ -40,6 +40,10 @@ class frmHandBox : public QWidget {
   /// Adds a line to the event list.
   void AppendEvent(const Event& event);
 
+  /// Grows until nothing has to be scrolled, as far as the screen allows. For a window that is shown, when all of its
+  /// buttons are there. The list of events may be scrolled: while that is open, nothing is done.
+  void ShowWhole();
+
   /// Black and red, or the desktop's colours. Does not signal.
   void SetNightTheme(bool on);
   /// Keeps the window's position and whether it is shown.

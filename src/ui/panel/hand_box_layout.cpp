@@ -17,6 +17,7 @@
 #include "ui/controls/flow_layout.h"
 #include "ui/controls/logo_button.h"
 #include "ui/controls/night_proof.h"
+#include "ui/controls/screen_place.h"
 #include "ui/controls/text_fit.h"
 #include "ui/panel/connect_button.h"
 #include "ui/panel/event_view.h"
@@ -264,6 +265,17 @@ void frmHandBox::ShowEvents(bool open) {
     scroll_->verticalScrollBar()->setValue(scroll_->verticalScrollBar()->maximum());
     events_->ScrollToNewest();
   });
+}
+
+void frmHandBox::ShowWhole() {
+  // A taller window gives the upper words more room as well, so that it takes a few steps.
+  constexpr int kMostSteps = 10;
+  for (int step = 0; step < kMostSteps && !events_->isVisible(); ++step) {
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    const int more = std::min(scroll_->verticalScrollBar()->maximum(), RoomBelow(*this));
+    if (more <= 0) return;
+    resize(width(), height() + more);
+  }
 }
 
 void frmHandBox::Arrange() {

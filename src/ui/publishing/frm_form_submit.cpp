@@ -3,7 +3,6 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFontDatabase>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -22,6 +21,7 @@
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/setup_night.h"
 #include "ui/controls/setup_section.h"
+#include "ui/controls/text_fit.h"
 #include "ui/publishing/rows_editor.h"
 
 namespace orvalis {
@@ -235,7 +235,7 @@ NightProof<QPlainTextEdit>* frmFormSubmit::MakeBox(const char* name) {
   box->setWordWrapMode(QTextOption::WrapAnywhere);
   box->setTabChangesFocus(true);
   box->setUndoRedoEnabled(false);
-  box->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  box->setFont(FixedPitchFont());
   constexpr int kLeastLines = 3;
   box->setMinimumHeight(box->fontMetrics().lineSpacing() * (kLeastLines + 1));
   connect(box, &QPlainTextEdit::selectionChanged, this, [this, box] {

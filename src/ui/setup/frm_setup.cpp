@@ -19,6 +19,7 @@
 #include "ui/controls/logo_button.h"
 #include "ui/controls/night_proof.h"
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/screen_place.h"
 #include "ui/controls/setup_night.h"
 #include "ui/controls/setup_section.h"
 
@@ -115,6 +116,8 @@ bool frmSetup::Exec(SetupForm& form) {
   ShowForm(form);
   SyncSwitches();
   if (position_) move(*position_);
+  // What the frame measures is known when the window is there.
+  QTimer::singleShot(0, this, [this] { MoveOntoScreen(*this); });
   ReturnToBadInput();
   const bool confirmed = exec() == QDialog::Accepted;
   position_ = pos();
@@ -152,6 +155,9 @@ void frmSetup::ShowUnit(const UnitOptions& unit, bool known) {
     unit_options_[i]->setToolTip(known ? QString()
                                        : "The unit's own switch: known, and to be changed, while it is connected");
   }
+  if (!isVisible()) return;
+  port_->Refill();
+  ShowPortNote();
 }
 
 void frmSetup::TakeForm(SetupForm& form) const {

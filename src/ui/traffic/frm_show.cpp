@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "ui/controls/setup_night.h"
+#include "ui/controls/text_fit.h"
 
 namespace orvalis {
 namespace {
@@ -43,9 +44,7 @@ frmShow::frmShow(QWidget* parent) : QWidget(parent, Qt::Tool) {
   text_->setTabChangesFocus(true);
   text_->setUndoRedoEnabled(false);
   text_->setPlaceholderText("No client has called yet.");
-  QFont fixed("Courier");
-  fixed.setStyleHint(QFont::TypeWriter);
-  text_->setFont(fixed);
+  text_->setFont(FixedPitchFont());
 
   refresh_.setSingleShot(true);
   refresh_.setInterval(kRefresh);

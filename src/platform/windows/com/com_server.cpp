@@ -6,9 +6,18 @@
 
 #include "platform/windows/com/weather_object.h"
 #include "platform/windows/com/weather_registration.h"
+#include "platform/windows/handle.h"
 #include "platform/windows/windows_error.h"
 
 namespace orvalis {
+namespace {
+
+/// A program has this event while its class is on offer; it is never set.
+constexpr const wchar_t* kOfferName = L"Local\\Orvalis.Weather.offered";
+
+}  // namespace
+
+bool ClassIsOffered() { return static_cast<bool>(Handle(OpenEventW(SYNCHRONIZE, FALSE, kOfferName))); }
 
 /// The class object. It outlives the server while a client still has a reference to it, and then makes nothing.
 class ComServer::Factory final : public IClassFactory {
@@ -23,12 +32,14 @@ class ComServer::Factory final : public IClassFactory {
                                                  REGCLS_MULTIPLEUSE | REGCLS_SUSPENDED, &registration_);
     if (FAILED(result)) return result;
     offered_ = true;
+    mark_ = Handle(CreateEventW(nullptr, TRUE, FALSE, kOfferName));
     return CoResumeClassObjects();
   }
 
   void Withdraw() {
     if (!std::exchange(offered_, false)) return;
     CoRevokeClassObject(registration_);
+    mark_ = {};
   }
 
   /// The program ends, perhaps while clients still hold objects.
@@ -99,6 +110,7 @@ class ComServer::Factory final : public IClassFactory {
   Parts parts_;
   ITypeInfo* type_;
   DWORD registration_ = 0;
+  Handle mark_;  ///< see kOfferName
   ULONG references_ = 1;
   std::vector<WeatherObject*> objects_;  ///< owned by their clients
   bool offered_ = false;

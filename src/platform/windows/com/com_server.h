@@ -4,6 +4,9 @@
 
 namespace orvalis {
 
+/// Whether a program of this session, this one included, gives objects to clients now.
+[[nodiscard]] bool ClassIsOffered();
+
 /// The class factory that the automation system calls for each client. Its objects end with their clients.
 class ComServer final : public WeatherServer {
  public:

@@ -5,6 +5,7 @@
 #include <array>
 #include <iostream>
 #include <string_view>
+#include <vector>
 
 #include "platform/windows/windows_error.h"
 #include "weather_idl.h"
@@ -25,8 +26,9 @@ struct TypeLibrary {
   }
 };
 
+constexpr std::size_t kLongestPath = 32768;
+
 std::wstring ExecutablePath() {
-  constexpr std::size_t kLongestPath = 32768;
   std::wstring path(kLongestPath, L'\0');
   path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
   return path;
@@ -44,37 +46,65 @@ void LoadLibraryInto(TypeLibrary& type_library) {
            LoadTypeLibEx(ExecutablePath().c_str(), REGKIND_NONE, &type_library.library));
 }
 
-void CheckWin32(const std::string& what, LSTATUS status) {
-  if (status != ERROR_SUCCESS) throw Win32Error(what, static_cast<DWORD>(status));
-}
-
-/// Where the classes of all users, or of this one, are registered.
+/// Where the classes of all users, or of this one, are registered. Programs of 32 bits have a part of it to themselves.
 class ClassesRoot {
  public:
-  explicit ClassesRoot(HKEY hive) {
-    CheckWin32("the registry cannot be written",
-               RegCreateKeyExW(hive, L"Software\\Classes", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr));
-  }
-  ClassesRoot(const ClassesRoot&) = delete;
-  ClassesRoot& operator=(const ClassesRoot&) = delete;
-  ~ClassesRoot() { RegCloseKey(key_); }
+  enum class View : REGSAM { k64Bits = KEY_WOW64_64KEY, k32Bits = KEY_WOW64_32KEY };
+  explicit ClassesRoot(HKEY hive, View view = View::k64Bits) : hive_(hive), view_(static_cast<REGSAM>(view)) {}
 
   void Set(const std::wstring& path, const std::wstring& name, const std::wstring& value) const {
+    const Key key(hive_, kClasses + path, KEY_WRITE | view_);
     const auto bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
-    CheckWin32(
-        "the registry cannot be written",
-        RegSetKeyValueW(key_, path.c_str(), name.empty() ? nullptr : name.c_str(), REG_SZ, value.c_str(), bytes));
+    CheckWritten(RegSetValueExW(key.get(), name.empty() ? nullptr : name.c_str(), 0, REG_SZ,
+                                reinterpret_cast<const BYTE*>(value.c_str()), bytes));
+  }
+  /// Empty where there is none.
+  [[nodiscard]] std::wstring Get(const std::wstring& path, const std::wstring& name) const {
+    std::wstring value(kLongestPath, L'\0');
+    auto bytes = static_cast<DWORD>(value.size() * sizeof(wchar_t));
+    const DWORD view = view_ == KEY_WOW64_32KEY ? RRF_SUBKEY_WOW6432KEY : RRF_SUBKEY_WOW6464KEY;
+    const LSTATUS status = RegGetValueW(hive_, (kClasses + path).c_str(), name.c_str(), RRF_RT_REG_SZ | view, nullptr,
+                                        value.data(), &bytes);
+    value.resize(status == ERROR_SUCCESS ? bytes / sizeof(wchar_t) - 1 : 0);
+    return value;
   }
   void Remove(const std::wstring& path) const {
-    const LSTATUS status = RegDeleteTreeW(key_, path.c_str());
-    if (status != ERROR_FILE_NOT_FOUND) CheckWin32("the registry cannot be written", status);
+    // The key is reached from the one above it: only there is it certain which part of the registry is meant.
+    const std::size_t last = path.rfind(L'\\');
+    const bool nested = last != std::wstring::npos;
+    const Key parent(hive_, kClasses + (nested ? path.substr(0, last) : L""), KEY_ALL_ACCESS | view_);
+    const LSTATUS status = RegDeleteTreeW(parent.get(), path.substr(nested ? last + 1 : 0).c_str());
+    if (status != ERROR_FILE_NOT_FOUND) CheckWritten(status);
   }
 
  private:
-  HKEY key_ = nullptr;
+  class Key {
+   public:
+    Key(HKEY hive, const std::wstring& path, REGSAM access) {
+      CheckWritten(RegCreateKeyExW(hive, path.c_str(), 0, nullptr, 0, access, nullptr, &key_, nullptr));
+    }
+    Key(const Key&) = delete;
+    Key& operator=(const Key&) = delete;
+    ~Key() { RegCloseKey(key_); }
+    [[nodiscard]] HKEY get() const { return key_; }
+
+   private:
+    HKEY key_ = nullptr;
+  };
+
+  static void CheckWritten(LSTATUS status) {
+    if (status != ERROR_SUCCESS) throw Win32Error("the registry cannot be written", static_cast<DWORD>(status));
+  }
+
+  static inline const std::wstring kClasses = L"Software\\Classes\\";
+
+  HKEY hive_;
+  REGSAM view_;
 };
 
 std::wstring ClassPath() { return L"CLSID\\" + GuidText(CLSID_Weather); }
+std::wstring InterfacePath() { return L"Interface\\" + GuidText(IID_IWeather); }
+std::wstring TypesPath() { return L"TypeLib\\" + GuidText(LIBID_Orvalis); }
 
 /// One of the two places: its hive, and the calls for the type library that go with it.
 struct Scope {
@@ -97,23 +127,17 @@ const std::array kScopes = {
           [] { return UnRegisterTypeLibForUser(LIBID_Orvalis, 1, 0, LOCALE_NEUTRAL, SYS_WIN64); }},
 };
 
-void Unregister(const Scope& scope) {
-  const ClassesRoot classes(scope.hive);
-  classes.Remove(ClassPath());
-  classes.Remove(std::wstring(kProgId));
-  scope.unregister_types();  // one that is not there is none too many
-}
+struct Row {
+  std::wstring path;
+  std::wstring name;
+  std::wstring value;
+};
 
-void Register(const Scope& scope) {
-  const ClassesRoot classes(scope.hive);
-  const std::wstring executable = ExecutablePath();
+/// What both kinds of programs look for.
+std::vector<Row> ClassRows(const std::wstring& executable) {
   const std::wstring prog_id(kProgId);
   const std::wstring class_path = ClassPath();
-  const struct {
-    std::wstring path;
-    std::wstring name;
-    std::wstring value;
-  } rows[] = {
+  return {
       {class_path, L"", kDescription},
       {class_path + L"\\LocalServer32", L"", L"\"" + executable + L"\""},
       {class_path + L"\\LocalServer32", L"ServerExecutable", executable},
@@ -125,36 +149,94 @@ void Register(const Scope& scope) {
       {prog_id, L"", kDescription},
       {prog_id + L"\\CLSID", L"", GuidText(CLSID_Weather)},
   };
+}
+
+/// What the system's registration of the type library writes for programs of the server's own kind alone.
+std::vector<Row> InterfaceRows32() {
+  // The class of the system that carries calls from process to process as the type library describes them.
+  constexpr const wchar_t* kMarshaler = L"{00020424-0000-0000-C000-000000000046}";
+  const std::wstring path = InterfacePath();
+  return {
+      {path, L"", L"IWeather"},
+      {path + L"\\ProxyStubClsid32", L"", kMarshaler},
+      {path + L"\\TypeLib", L"", GuidText(LIBID_Orvalis)},
+      {path + L"\\TypeLib", L"Version", L"1.0"},
+  };
+}
+
+/// Removes all that is registered, the system's own part of it excepted.
+void RemoveKeys(const Scope& scope) {
+  const ClassesRoot classes(scope.hive);
+  const ClassesRoot classes_32(scope.hive, ClassesRoot::View::k32Bits);
+  for (const ClassesRoot* const root : {&classes, &classes_32}) {
+    root->Remove(ClassPath());
+    root->Remove(InterfacePath());
+    root->Remove(std::wstring(kProgId));
+  }
+  classes.Remove(TypesPath());
+}
+
+std::wstring EventSourcePath() {
+  return std::wstring(L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\Application\\") + kEventSource;
+}
+
+void Unregister(const Scope& scope) {
+  if (scope.hive == HKEY_LOCAL_MACHINE) RegDeleteTreeW(scope.hive, EventSourcePath().c_str());
+  scope.unregister_types();  // one that is not there is none too many
+  RemoveKeys(scope);
+}
+
+/// An event that is a text and nothing else needs a file with such messages; one of the system's own has them. Without
+/// this the event is kept all the same, among words that say that its description is missing.
+void RegisterEventSource() {
+  const std::wstring path = EventSourcePath();
+  constexpr std::wstring_view kMessages = L"%SystemRoot%\\System32\\EventCreate.exe";
+  constexpr DWORD kTypes = EVENTLOG_ERROR_TYPE | EVENTLOG_WARNING_TYPE | EVENTLOG_INFORMATION_TYPE;
+  RegSetKeyValueW(HKEY_LOCAL_MACHINE, path.c_str(), L"EventMessageFile", REG_EXPAND_SZ, kMessages.data(),
+                  static_cast<DWORD>((kMessages.size() + 1) * sizeof(wchar_t)));
+  RegSetKeyValueW(HKEY_LOCAL_MACHINE, path.c_str(), L"TypesSupported", REG_DWORD, &kTypes, sizeof(kTypes));
+}
+
+void Register(const Scope& scope) {
+  const ClassesRoot classes(scope.hive);
+  const ClassesRoot classes_32(scope.hive, ClassesRoot::View::k32Bits);
+  const std::wstring executable = ExecutablePath();
   try {
-    for (const auto& row : rows) classes.Set(row.path, row.name, row.value);
+    for (const Row& row : ClassRows(executable)) {
+      classes.Set(row.path, row.name, row.value);
+      classes_32.Set(row.path, row.name, row.value);
+    }
     TypeLibrary types;
     LoadLibraryInto(types);
     CheckCom("the type library cannot be registered", scope.register_types(types.library, executable));
+    for (const Row& row : InterfaceRows32()) classes_32.Set(row.path, row.name, row.value);
+    // The second type library in the executable, see orvalis.rc.in.
+    classes.Set(TypesPath() + L"\\1.0\\0\\win32", L"", executable + L"\\2");
   } catch (const RunTimeError&) {
     Unregister(scope);
     throw;
   }
 }
 
-/// Removes what this user alone had registered and nothing of what all users have: the system's call for one user's
-/// type library is not known to leave theirs alone everywhere.
-void RemoveOwnKeys() {
-  const ClassesRoot classes(HKEY_CURRENT_USER);
-  classes.Remove(ClassPath());
-  classes.Remove(std::wstring(kProgId));
-  classes.Remove(L"TypeLib\\" + GuidText(LIBID_Orvalis));
-  classes.Remove(L"Interface\\" + GuidText(IID_IWeather));
-}
-
 /// A registration for all users must not be hidden by what this one had before.
 void RegisterInFront(const Scope& scope) {
   Register(scope);
   if (scope.hive != HKEY_LOCAL_MACHINE) return;
+  RegisterEventSource();
   try {
-    RemoveOwnKeys();
+    // The system's call for one user's type library is not known to leave that of all users alone everywhere.
+    RemoveKeys(kScopes[1]);
   } catch (const RunTimeError&) {
     // The registration for all stands, and this user perhaps never had one.
   }
+}
+
+/// Whether the registration leads to the same program in another folder, and is not for this one to remove.
+bool IsAnothers(const Scope& scope) {
+  const std::wstring registered = ClassesRoot(scope.hive).Get(ClassPath() + L"\\LocalServer32", L"ServerExecutable");
+  if (registered.empty()) return false;
+  return CompareStringOrdinal(registered.c_str(), -1, ExecutablePath().c_str(), -1, TRUE) != CSTR_EQUAL &&
+         GetFileAttributesW(registered.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 bool IsSwitch(std::string_view argument, std::string_view name) {
@@ -194,6 +276,11 @@ std::optional<int> RunRegistration(const std::vector<std::string>& arguments) {
     // In both places: an earlier version may have been registered with other rights.
     int code = 1;
     for (const Scope& scope : kScopes) {
+      if (IsAnothers(scope)) {
+        std::cerr << "orvalis: kept for " << scope.who << ": a program in another folder is registered\n";
+        code = 0;
+        continue;
+      }
       try {
         Unregister(scope);
         code = 0;

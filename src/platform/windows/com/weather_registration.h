@@ -11,6 +11,10 @@
 
 namespace orvalis {
 
+/// The program's name in the system's log of events, and the number of an event that is a text and nothing else.
+constexpr const wchar_t* kEventSource = L"Orvalis";
+constexpr unsigned kEventNumber = 1;
+
 /// What the type library in this executable says of the interface. Throws RunTimeError when it has none.
 [[nodiscard]] ITypeInfo* LoadWeatherType();
 

@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# Makes the pages of docs/ that users read into HTML, for one system: scripts/guide.sh linux|windows FOLDER
+# What stands between the lines "<!-- linux -->" or "<!-- windows -->" and "<!-- end -->" is for that system alone.
+set -euo pipefail
+cd "$(dirname "$0")/../docs"
+system=$1
+out=$2
+pages=(guide profile history logs dbus serial-protocol simulator)
+
+rm -rf "$out"
+mkdir -p "$out/images"
+cp images/*.png "$out/images/"
+for page in "${pages[@]}"; do
+  title=$(sed -n '1s/^# //p' "$page.md")
+  {
+    cat <<HEAD
+<!DOCTYPE html>
+<html lang="en">
+<head>
+<meta charset="utf-8">
+<meta name="viewport" content="width=device-width">
+<title>$title - Orvalis</title>
+<style>
+body { max-width: 52em; margin: 2em auto; padding: 0 1em; font: 16px/1.5 system-ui, sans-serif; }
+table { border-collapse: collapse; }
+th:empty { padding: 0; border: none; }
+th, td { border: 1px solid #8888; padding: 0.2em 0.6em; text-align: left; vertical-align: top; }
+img { max-width: 100%; }
+pre { overflow: auto; padding: 0.6em; background: #8882; }
+:root { color-scheme: light dark; }
+</style>
+</head>
+<body>
+HEAD
+    [[ $page == guide ]] || echo '<p><a href="guide.html">The guide</a></p>'
+    awk -v wanted="$system" '
+      BEGIN { shown = 1 }
+      /^<!-- (linux|windows) -->$/ { shown = $2 == wanted; next }
+      /^<!-- end -->$/ { shown = 1; next }
+      shown' "$page.md" |
+      sed -E 's/\[([a-z-]+)\.md\]\(/[\1](/g; s/\]\(([a-z-]+)\.md\)/](\1.html)/g' |
+      cmark-gfm --extension table
+    echo '</body></html>'
+  } >"$out/$page.html"
+done
