@@ -108,15 +108,23 @@ class ProfileStore(Case):
             with open(self.file, "wb") as file:
                 file.write(data)
 
+        def cut_behind(text):
+            with open(self.file, "rb") as file:
+                data = file.read()
+            write(data[:data.index(text) + len(text)])
+
         def make_folder():
             os.unlink(self.file)
             os.mkdir(self.file)
 
         self.set("RainThreshold", "200")
+        self.set("WindsAvgCnt", "15")
         with open(self.file, "rb") as file:
             whole = file.read()
         destroy = {"empty": lambda: write(b""), "zeros": lambda: write(bytes(len(whole))),
                    "garbage": lambda: write(random.Random(3).randbytes(2000)), "cut": lambda: write(whole[:1500]),
+                   "cut in the stamp": lambda: cut_behind(b"RegVer=2.1"),
+                   "cut in the last value": lambda: cut_behind(b"WindsAvgCnt=1"),
                    "no stamp": lambda: write(whole.replace(b"RegVer=2.18\n", b"")), "a folder": make_folder,
                    "gone": lambda: os.unlink(self.file)}
         for name, act in destroy.items():

@@ -57,6 +57,15 @@ ProfileValues AsTexts(const std::map<QString, QString>& values) {
   return texts;
 }
 
+/// Whether the file is its copy without the end. The cut may leave every key, or make another version: "2.1" of "2.18".
+bool IsCutShort(const QString& path, const QString& copy_path) {
+  QFile file(path);
+  QFile copy(copy_path);
+  if (!file.open(QFile::ReadOnly) || !copy.open(QFile::ReadOnly)) return false;
+  const QByteArray whole = copy.readAll().trimmed();  // an editor may leave the last line without its end
+  return file.size() < whole.size() && whole.startsWith(file.readAll());
+}
+
 }  // namespace
 
 IniProfile::IniProfile(const QString& folder)
@@ -121,7 +130,9 @@ std::string IniProfile::Fault(const StoreRules& rules) {
   }
   if (!safe_file::MayRead(path_)) return "cannot be read: " + safe_file::ErrorText(safe_file::LastError());
   const std::optional<Values> values = ReadFile(path_);
-  return values ? rules.fault(AsTexts(*values)) : "is not an INI file";
+  if (!values) return "is not an INI file";
+  std::string fault = rules.fault(AsTexts(*values));
+  return fault.empty() && IsCutShort(path_, copy_path_) ? "is cut short" : fault;
 }
 
 bool IniProfile::KeepSafe(const StoreRules& rules) {
