@@ -57,13 +57,16 @@ ProfileValues AsTexts(const std::map<QString, QString>& values) {
   return texts;
 }
 
-/// Whether the file is its copy without the end. The cut may leave every key, or make another version: "2.1" of "2.18".
+/// Whether the file ends in the middle of a line of the copy: that may leave every key, or "2.1" of the stamp "2.18".
 bool IsCutShort(const QString& path, const QString& copy_path) {
   QFile file(path);
   QFile copy(copy_path);
   if (!file.open(QFile::ReadOnly) || !copy.open(QFile::ReadOnly)) return false;
-  const QByteArray whole = copy.readAll().trimmed();  // an editor may leave the last line without its end
-  return file.size() < whole.size() && whole.startsWith(file.readAll());
+  const QByteArray text = file.readAll();
+  const QByteArray last = text.mid(text.lastIndexOf('\n'));
+  const QByteArray whole = copy.readAll();
+  // An editor may leave the last line without its end.
+  return last.size() > 1 && whole.contains(last) && !whole.contains(last + '\n');
 }
 
 }  // namespace
