@@ -113,9 +113,9 @@ class ProfileStore(Case):
                 data = file.read()
             write(data[:data.index(text) + len(text)])
 
-        def make_folder():
+        def put_there(make):
             os.unlink(self.file)
-            os.mkdir(self.file)
+            make(self.file)
 
         self.set("RainThreshold", "200")
         self.set("WindsAvgCnt", "15")
@@ -125,8 +125,8 @@ class ProfileStore(Case):
                    "garbage": lambda: write(random.Random(3).randbytes(2000)), "cut": lambda: write(whole[:1500]),
                    "cut in the stamp": lambda: cut_behind(b"RegVer=2.1"),
                    "cut in the last value": lambda: cut_behind(b"WindsAvgCnt=1"),
-                   "no stamp": lambda: write(whole.replace(b"RegVer=2.18\n", b"")), "a folder": make_folder,
-                   "gone": lambda: os.unlink(self.file)}
+                   "no stamp": lambda: write(whole.replace(b"RegVer=2.18\n", b"")),
+                   "a folder": lambda: put_there(os.mkdir), "a pipe": lambda: put_there(os.mkfifo), "gone": lambda: os.unlink(self.file)}
         for name, act in destroy.items():
             act()
             yield name

@@ -132,6 +132,7 @@ std::string IniProfile::Fault(const StoreRules& rules) {
     return first_start ? "" : "is gone";
   }
   if (!safe_file::MayRead(path_)) return "cannot be read: " + safe_file::ErrorText(safe_file::LastError());
+  if (!QFileInfo(path_).isFile()) return "is not a file";  // reading a pipe would never end
   const std::optional<Values> values = ReadFile(path_);
   if (!values) return "is not an INI file";
   std::string fault = rules.fault(AsTexts(*values));
