@@ -10,7 +10,7 @@ import time
 import unittest
 
 import web_servers
-from harness import BIN, PATIENCE, Case, Process
+from harness import BIN, PATIENCE, Case, Process, ScreenCase
 from web_servers import FtpServer, StuckFtpServer, WebServer
 
 # Worked by hand and with bc from TA=5.00, TP=-20.00, HUM=520, WND=20, R=120.
@@ -101,51 +101,19 @@ class Readings(PublishCase):
         return int(hours) * 3600 + int(minutes) * 60 + float(seconds)
 
 
-class Window(PublishCase):
+class Window(PublishCase, ScreenCase):
     def setUp(self):
         super().setUp()
         # A folder of its own for the program: that is where pictures and the script go.
         self.bin = os.path.join(self.folder, "bin")
         os.mkdir(self.bin)
         shutil.copy(os.path.join(BIN, "orvalis"), self.bin)
-        screen = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24"], stdout=subprocess.PIPE,
-                                  stderr=subprocess.DEVNULL, text=True)
-        self.addCleanup(screen.wait)
-        self.addCleanup(screen.terminate)
-        self.env["DISPLAY"] = ":" + screen.stdout.readline().strip()
-        screen.stdout.close()
-        self.env.pop("QT_QPA_PLATFORM", None)
 
     def start(self):
         program = Process([os.path.join(self.bin, "orvalis"), "--port", self.link], env=self.env)
         self.addCleanup(program.kill)
         self.panel = self.window("Orvalis")
         return program
-
-    def xdotool(self, *words):
-        return subprocess.run(["xdotool", *words], env=self.env, capture_output=True, text=True,
-                              timeout=PATIENCE).stdout.split()
-
-    def window(self, name):
-        return self.eventually(lambda: self.xdotool("search", "--onlyvisible", "--name", "^%s$" % name), name)[-1]
-
-    def eventually(self, look, what):
-        end = time.monotonic() + PATIENCE
-        while True:
-            found = look()
-            if found:
-                return found
-            self.assertLess(time.monotonic(), end, "never: " + what)
-            time.sleep(0.2)
-
-    def keys(self, *keys):
-        for key in keys:
-            if key.startswith("="):
-                self.xdotool("key", "ctrl+a")
-                self.xdotool("type", key[1:])
-            else:
-                self.xdotool("key", key)
-            time.sleep(0.1)
 
     def in_bin(self, name):
         return os.path.join(self.bin, name)
@@ -157,10 +125,9 @@ class Window(PublishCase):
         self.addCleanup(ftp.close)
         program = self.start()
         time.sleep(6)  # until there are readings
-        self.xdotool("windowfocus", "--sync", self.panel)
+        self.focus("Orvalis")
         self.keys("alt+w")
-        web = self.window("Orvalis Web Publishing")
-        self.xdotool("windowfocus", "--sync", web)
+        self.focus("Orvalis Web Publishing")
         self.keys("alt+i", "=KTEST1", "alt+p", "=" + PASSWORD, "alt+n", "=anonymous",
                   "alt+v", "=ftp://127.0.0.1:%d/pictures" % ftp.port,
                   "alt+u", "=http://127.0.0.1:%d/u?k=v" % server.port, "Tab", "space", "alt+t")
@@ -177,8 +144,8 @@ class Window(PublishCase):
         self.assertFalse(os.path.exists(self.in_bin("screenshot.bmp")))
         self.keys("alt+v", "Tab", "space", "alt+b", "Tab", "space")
         sent = os.path.join(ftp.root, "pictures", "image.jpg")
-        self.eventually(lambda: os.path.exists(self.in_bin("image.jpg")), "image.jpg")
-        self.eventually(lambda: os.path.exists(sent) and os.path.getsize(sent) ==
+        self.wait_until(lambda: os.path.exists(self.in_bin("image.jpg")), "image.jpg")
+        self.wait_until(lambda: os.path.exists(sent) and os.path.getsize(sent) ==
                         os.path.getsize(self.in_bin("image.jpg")), "the picture at the server")
         with open(self.in_bin("screenshot.bmp"), "rb") as file:
             head = file.read(30)
@@ -195,7 +162,7 @@ class Window(PublishCase):
             return float(re.search(r"\(([\d.e-]+)\)", difference)[1]) < 0.1
 
         for picture in (sent, self.in_bin("screenshot.bmp")):
-            self.eventually(lambda: looks_as_seen(picture), picture + " is as the screen shows it")
+            self.wait_until(lambda: looks_as_seen(picture), picture + " is as the screen shows it")
         with open(ftp.log, encoding="utf-8") as file:
             self.assertIn('anon password "%s"' % PASSWORD.replace(" ", "_"), file.read())  # as this server writes it
 
@@ -249,7 +216,7 @@ class Window(PublishCase):
             with open(asked, encoding="utf-8") as file:
                 return set(file.read().split())
 
-        self.eventually(lambda: len(names()) == 2, "both names are asked for")
+        self.wait_until(lambda: len(names()) == 2, "both names are asked for")
         code, seconds = program.stop()
         self.assertEqual(code, 0)
         self.assertLess(seconds, END)
