@@ -238,15 +238,6 @@ TEST_F(PollCycleTest, LateAnswersAreDroppedBeforeTheNextRequest) {
   EXPECT_EQ(panel.ambient, "6.0");
 }
 
-TEST_F(PollCycleTest, ASleepingMachineAgesTheValues) {
-  Connect(4);
-  EXPECT_FALSE(panel.stale);
-  loop.Sleep(std::chrono::hours(3));
-  port.silent = true;
-  poll.Poll();
-  EXPECT_TRUE(panel.stale);
-}
-
 // The answer came before the machine fell asleep, and is taken up behind it.
 TEST_F(PollCycleTest, AnAnswerFromBeforeASleepIsNotOfNow) {
   Connect(5);
@@ -308,15 +299,6 @@ TEST_F(PollCycleTest, WhatCannotBeConvertedIsReportedOnceAndKeepsTheVerdict) {
   Measure("", 2);
   EXPECT_FALSE(panel.stale);
   EXPECT_EQ(panel.ambient, "5.0");
-}
-
-TEST_F(PollCycleTest, AveragingSaysHowFarItIs) {
-  settings.TempsAvgCount = 3;
-  Connect(3);
-  EXPECT_EQ(panel.averaging, "Averageing 1 of 3");
-  EXPECT_EQ(panel.ambient, "") << "the start value is no temperature";
-  Tick(4);
-  EXPECT_EQ(panel.averaging, "Final Average 5.0");
 }
 
 TEST_F(PollCycleTest, TheGustForgetsAfterFiveMinutes) {

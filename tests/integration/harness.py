@@ -102,12 +102,18 @@ class Case(unittest.TestCase):
         self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
         self.profile = os.path.join(self.folder, "profile")
         self.link = os.path.join(self.folder, "unit")
+        self.record = os.path.join(self.folder, "record")
         self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.profile, LC_ALL="C.UTF-8")
 
     def unit(self, *options):
-        unit = Unit(self.link, *options)
+        unit = Unit(self.link, "--record", self.record, *options)
         self.addCleanup(unit.kill)
         return unit
+
+    def recorded(self, text):
+        """The unit's records that have `text` in them."""
+        with open(self.record, encoding="utf-8") as file:
+            return [line for line in file if text in line]
 
     def program(self, *options):
         program = Process([os.path.join(BIN, "orvalis"), *options], env=self.env)
