@@ -107,7 +107,7 @@ class Client:
     """A client of the automation object, a process of its own."""
 
     def __init__(self, world):
-        self.process = subprocess.Popen([BIN + "/weather_client"], env=world.env, stdin=subprocess.PIPE,
+        self.process = subprocess.Popen([BIN + "/bus_load"], env=world.env, stdin=subprocess.PIPE,
                                         stdout=subprocess.PIPE, text=True, bufsize=1)
 
     def ask(self, command):
@@ -127,20 +127,19 @@ def clients(world):
         program = world.start("--port", world.link)
         time.sleep(6)
         client = Client(world)
-        client.ask("get Safe")
+        client.ask("read 1")
         times = {}
-        for what in ("Safe", "bus") * 5:  # side by side: the machine is as busy for the one as for the other
-            command = "measure Safe 4000" if what == "Safe" else "measure-bus - 4000"
-            times.setdefault(what, []).append([float(word) for word in client.ask(command).split()])
+        for what in ("read", "bus") * 5:  # side by side: the machine is as busy for the one as for the other
+            times.setdefault(what, []).append([float(word) for word in client.ask(what + " 4000").split()])
         for index, name, budget in ((0, "a property read, median", 200), (1, "  99th percentile", 1000)):
-            figure, bus_alone = (statistics.median(pair[index] for pair in times[what]) for what in ("Safe", "bus"))
+            figure, bus_alone = (statistics.median(pair[index] for pair in times[what]) for what in ("read", "bus"))
             row("%s (the bus alone: %.0f us)" % (name, bus_alone), "%.0f us" % figure, "< %d us" % budget,
                 figure < budget)
 
         def come_and_go(count):
             for _ in range(count):
                 guest = Client(world)
-                guest.ask("get Safe")
+                guest.ask("read 1")
                 guest.leave()
             return resident_megabytes(program.pid)
 
@@ -156,7 +155,7 @@ def clients(world):
         while "frame" not in program.stdout.readline():
             pass
         flooder = Client(world)
-        flooder.process.stdin.write("flood Safe 400000\n")
+        flooder.process.stdin.write("flood 400000\n")
         gaps, last = [], time.monotonic()
         for _ in range(8):
             program.stdout.readline()

@@ -13,7 +13,7 @@ import time
 from report import leave, megabytes, processor_share, resident_megabytes, row, start_to_window
 
 BIN, UNIT, SECONDS = sys.argv[1], sys.argv[2], float(sys.argv[3])
-PROGRAM, CLIENT = os.path.join(BIN, "orvalis.exe"), os.path.join(BIN, "com_client.exe")
+PROGRAM, LOAD = os.path.join(BIN, "orvalis.exe"), os.path.join(BIN, "com_load.exe")
 WINE = os.environ["WINELOADER"]
 PATIENCE = 60
 
@@ -40,7 +40,7 @@ def private_megabytes(pid):
 def watch(name, options, empty, limit):
     process = start(PROGRAM, "--port", "12", *options)
     time.sleep(8)
-    ours, theirs = map(float, run(CLIENT, "measure", "300").split())
+    ours, theirs = map(float, run(LOAD, "measure", "300").split())
     row("%s: a property read over an empty server's (%.0f us)" % (name, theirs), "%.2f" % (ours / theirs), "< 1.5",
         ours < 1.5 * theirs)
     share = processor_share(process.pid, SECONDS)
@@ -60,7 +60,7 @@ os.environ["ORVALIS_PROFILE_DIR"] = "Z:" + folder.replace("/", "\\")
 line = os.path.join(os.environ["WINEPREFIX"], "dosdevices", "com12")
 run(PROGRAM, "/RegServer")
 with subprocess.Popen([UNIT, "--link", folder + "/unit"], stdout=subprocess.PIPE) as unit, \
-        start(CLIENT, "serve", output=subprocess.PIPE) as server:
+        start(LOAD, "serve", output=subprocess.PIPE) as server:
     unit.stdout.readline()
     server.stdout.readline()
     if os.path.lexists(line):

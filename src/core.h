@@ -119,8 +119,10 @@ class Core {
 
   /// Shows what the models hold now.
   void Refresh();
-  /// Adds a line to the event list and whatever follows it.
-  void Note(const std::string& text) { events_.Record(text); }
+  /// Adds a line to the event list as soon as the program runs: then whatever shows the list listens.
+  void Note(const std::string& text) {
+    loop_.CallAfter(std::chrono::milliseconds(0), [this, text] { events_.Record(text); });
+  }
   /// The serial ports to choose from, with the one that is connected.
   [[nodiscard]] std::vector<SerialPortEntry> ListPorts();
 

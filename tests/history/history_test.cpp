@@ -10,7 +10,6 @@
 #include "history/condition_bands.h"
 #include "history/curve.h"
 #include "history/history_csv.h"
-#include "history/update_rate.h"
 
 namespace orvalis {
 namespace {
@@ -200,19 +199,6 @@ TEST(HistoryCsv, HasUnitsInItsHeaderAndLeavesBlankWhatIsNotKnown) {
       fahrenheit.ends_with("ambient_f,wind_mph\r\n2026-11-21T13:00:00.000+01:00,2026-11-21T13:00:00.000+01:00,"
                            "demo,reading,unsafe,Cloudy,1,ambient_f,46.85,\r\n"))
       << fahrenheit;
-}
-
-TEST(UpdateRate, RunsFromOffOverSecondsToMinutes) {
-  const std::tuple<int, long, const char*> rows[] = {{0, 0, "Update Off"},  // never
-                                                     {1, 1, "Update 1 Sec"},
-                                                     {59, 59, "Update 59 Sec"},
-                                                     {60, 60, "Update 1 Min "},
-                                                     {119, 3600, "Update 60 Min "}};
-  for (const auto& [position, seconds, label] : rows) {
-    const UpdateRate rate(position);
-    EXPECT_EQ(rate.Interval().value_or(std::chrono::seconds(0)).count(), seconds);
-    EXPECT_EQ(rate.Label(), label);
-  }
 }
 
 }  // namespace

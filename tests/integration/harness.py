@@ -102,12 +102,18 @@ class Case(unittest.TestCase):
         self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
         self.profile = os.path.join(self.folder, "profile")
         self.link = os.path.join(self.folder, "unit")
+        self.record = os.path.join(self.folder, "record")
         self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.profile, LC_ALL="C.UTF-8")
 
     def unit(self, *options):
-        unit = Unit(self.link, *options)
+        unit = Unit(self.link, "--record", self.record, *options)
         self.addCleanup(unit.kill)
         return unit
+
+    def recorded(self, text):
+        """The unit's records that have `text` in them."""
+        with open(self.record, encoding="utf-8") as file:
+            return [line for line in file if text in line]
 
     def program(self, *options):
         program = Process([os.path.join(BIN, "orvalis"), *options], env=self.env)
@@ -116,6 +122,12 @@ class Case(unittest.TestCase):
 
     def headless(self, *options):
         return self.program("--headless", "--json", "--port", self.link, *options)
+
+    def daemon(self):
+        """The executable without windows."""
+        program = Process([os.path.join(BIN, "orvalisd"), "--json", "--port", self.link], env=self.env)
+        self.addCleanup(program.kill)
+        return program
 
     def run_program(self, *options, given=None, env=None):
         return subprocess.run([os.path.join(BIN, "orvalis"), *options], env=env or self.env, input=given,
@@ -126,10 +138,12 @@ class Case(unittest.TestCase):
         self.assertEqual((result.returncode, result.stderr), (0, ""))
 
     def wait_until(self, condition, what):
+        """What `condition` returns when it is true at last."""
         end = time.monotonic() + PATIENCE
-        while not condition():
-            self.assertLess(time.monotonic(), end, what)
+        while not (result := condition()):
+            self.assertLess(time.monotonic(), end, "never: " + what)
             time.sleep(0.1)
+        return result
 
     @staticmethod
     def reading(program, matches=lambda reading: True, patience=PATIENCE):
@@ -141,3 +155,39 @@ class Case(unittest.TestCase):
     def event(program, text, patience=PATIENCE):
         """The next event that begins with `text`."""
         return json.loads(program.line(lambda line: json.loads(line).get("event", "").startswith(text), patience))
+
+
+class ScreenCase(Case):
+    """With a screen of its own."""
+
+    def setUp(self):
+        super().setUp()
+        screen = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24"], stdout=subprocess.PIPE,
+                                  stderr=subprocess.DEVNULL, text=True)
+        self.addCleanup(screen.wait)
+        self.addCleanup(screen.terminate)
+        self.env["DISPLAY"] = ":" + screen.stdout.readline().strip()
+        screen.stdout.close()
+        self.env.pop("QT_QPA_PLATFORM", None)
+
+    def xdotool(self, *words):
+        return subprocess.run(["xdotool", *words], env=self.env, capture_output=True, text=True,
+                              timeout=PATIENCE).stdout.split()
+
+    def window(self, name):
+        """The uppermost window of this name, when it is there."""
+        return self.wait_until(lambda: self.xdotool("search", "--onlyvisible", "--name", "^%s$" % name), name)[-1]
+
+    def focus(self, name):
+        window = self.window(name)
+        self.xdotool("windowfocus", "--sync", window)
+        return window
+
+    def keys(self, *keys):
+        for key in keys:
+            if key.startswith("="):
+                self.xdotool("key", "ctrl+a")
+                self.xdotool("type", key[1:])
+            else:
+                self.xdotool("key", key)
+            time.sleep(0.1)

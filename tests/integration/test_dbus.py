@@ -40,9 +40,14 @@ class BusCase(Case):
                        (SERVICE, os.path.join(BIN, "orvalis"), self.link))
         self.env["XDG_DATA_DIRS"] = os.path.join(self.folder, "share")
         self.env["QT_QPA_PLATFORM"] = "offscreen"
-        self.bus = Process(["dbus-daemon", "--session", "--nofork", "--print-address=1"], env=self.env)
+        self.env["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=%s/bus" % self.folder
+        self.start_bus()
+
+    def start_bus(self):
+        self.bus = Process(["dbus-daemon", "--session", "--nofork", "--print-address=1",
+                            "--address=" + self.env["DBUS_SESSION_BUS_ADDRESS"]], env=self.env)
         self.addCleanup(self.bus.kill)
-        self.env["DBUS_SESSION_BUS_ADDRESS"] = self.bus.line(lambda line: line.startswith("unix:"))
+        self.bus.line(lambda line: line.startswith("unix:"))
 
     def client(self):
         client = Client(self.env)
@@ -53,6 +58,13 @@ class BusCase(Case):
         result = subprocess.run(["gdbus", "call", "--session", "-d", SERVICE, "-o", path, "-m", method, *arguments],
                                 env=self.env, capture_output=True, text=True, timeout=PATIENCE)
         return (result.stdout or result.stderr).strip()
+
+    def call_setup(self):
+        """A client that asks for the setup and waits for its end."""
+        call = Process(["gdbus", "call", "--session", "-d", SERVICE, "-o", PATH, "-m", SERVICE + ".SetupDialog"],
+                       env=self.env)
+        self.addCleanup(call.kill)
+        return call
 
     def busctl(self, *arguments):
         result = subprocess.run(["busctl", "--user", *arguments], env=self.env, capture_output=True, text=True,
@@ -101,6 +113,18 @@ class StartedByAPerson(BusCase):
         self.assertIn("UnknownObject", self.gdbus(SERVICE + ".Halt", path="/org/nobody"))
         self.assertEqual(program.stop()[0], 0)
 
+    def test_a_lost_bus_is_said_and_served_again_when_it_is_back(self):
+        self.unit("--fast")
+        program = self.daemon()
+        self.wait_until(self.owner, "the name has an owner")
+        self.bus.kill()
+        os.remove(self.folder + "/bus")
+        self.event(program, "no program can read the weather over D-Bus")
+        self.reading(program)
+        self.start_bus()
+        self.event(program, "programs can read the weather over D-Bus again", patience=2 * PATIENCE)
+        self.assertEqual(self.client().ask("get Name"), "Name = Orvalis")
+
     def test_keeps_its_link_and_stays_when_clients_go(self):
         self.unit("--fast")
         program = self.headless()
@@ -117,8 +141,7 @@ class StartedByAPerson(BusCase):
         program = self.program("--port", self.link)
         client = self.client()
         self.wait_until(lambda: client.ask("get Safe") == "Safe = true", "it never was safe")
-        self.addCleanup(Process(["gdbus", "call", "--session", "-d", SERVICE, "-o", PATH, "-m",
-                                 SERVICE + ".SetupDialog"], env=self.env).kill)
+        self.call_setup()
         time.sleep(13)
         self.assertEqual(client.ask("get Safe"), "Safe = true")
         # The first answer after a sleep: no tick has come, and no frame.
@@ -130,11 +153,6 @@ class StartedByAPerson(BusCase):
         self.wait_until(lambda: client.ask("get Safe") == "Safe = true", "it is not safe again")
         unit.process.send_signal(signal.SIGSTOP)
         self.wait_until(lambda: client.ask("get Safe") == "Safe = false", "the silence was not noticed")
-
-    def test_a_dialog_that_cannot_be_shown_is_an_error_of_the_call(self):
-        self.program("--headless", "--demo")
-        self.wait_until(lambda: self.owner() is not None, "nobody has the name")
-        self.assertIn("Error.RunTime: There is no setup dialog", self.gdbus(SERVICE + ".SetupDialog"))
 
     def test_a_call_that_waits_holds_up_nobody(self):
         unit = self.unit("--fast")

@@ -30,8 +30,7 @@ class Line:
 class Unit(Case):
     def test_answers_in_time_vanishes_comes_back_and_tidies_up(self):
         os.symlink("/nowhere", self.link)  # left over by another run
-        record = os.path.join(self.folder, "record")
-        unit = self.unit("--record", record, "--scenario", os.path.join(SCENARIOS, "clear.scenario"))
+        unit = self.unit("--scenario", os.path.join(SCENARIOS, "clear.scenario"))
         line = Line(self.link)
         self.addCleanup(lambda: os.close(line.fd))
         modes = termios.tcgetattr(line.fd)[3]
@@ -55,7 +54,7 @@ class Unit(Case):
         self.assertEqual(line.ask(b":SX-012#\x06", b"W"), b"W")
         self.assertEqual(unit.stop()[0], 0)
         self.assertFalse(os.path.lexists(self.link))
-        with open(record, encoding="utf-8") as file:
+        with open(self.record, encoding="utf-8") as file:
             events = re.sub(r"(?m)^\S+ ", "", file.read())
         for event in ('rx "#\\x06"\nhandshake\nanswer "W"\n', "gone\n", "command SX -12\nhandshake\n"):
             self.assertIn(event, events)

@@ -5,9 +5,6 @@
 //   com_client hold           creates an object, prints "held", and keeps it until an empty line comes on standard
 //   input;
 //                             the lines "on" and "off" set its Connected, and what came of that is printed
-//   com_client measure N      "ORVALIS EMPTY": medians in microseconds of N reads each, side by side, of the program's
-//                             property and of an automation server that does nothing else
-//   com_client serve          is that server, until it is ended
 
 #include <windows.h>
 
@@ -15,11 +12,8 @@
 #include <initguid.h>
 #include <oleauto.h>
 
-#include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdio>
-#include <functional>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -28,9 +22,7 @@
 
 namespace {
 
-// The second is {b3f3c6de-5a3c-4f0e-9d4e-2f6a7d1c8e90}.
 constexpr IID kReserved{};
-constexpr CLSID kEmptyClass = {0xb3f3c6de, 0x5a3c, 0x4f0e, {0x9d, 0x4e, 0x2f, 0x6a, 0x7d, 0x1c, 0x8e, 0x90}};
 
 std::string Narrow(const wchar_t* text) {
   std::string narrow;
@@ -149,91 +141,6 @@ int Hold() {
   return 0;
 }
 
-/// Answers to "Safe" and to nothing else.
-class EmptyObject final : public IDispatch {
- public:
-  STDMETHODIMP QueryInterface(REFIID interface_id, void** object) override {
-    const bool known = interface_id == IID_IUnknown || interface_id == IID_IDispatch;
-    *object = known ? this : nullptr;
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* ids) override { return *ids = 1, S_OK; }
-  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override {
-    result->vt = VT_BOOL;
-    result->boolVal = VARIANT_TRUE;
-    return S_OK;
-  }
-};
-
-class EmptyFactory final : public IClassFactory {
- public:
-  STDMETHODIMP QueryInterface(REFIID interface_id, void** object) override {
-    const bool known = interface_id == IID_IUnknown || interface_id == IID_IClassFactory;
-    *object = known ? this : nullptr;
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
-  STDMETHODIMP CreateInstance(IUnknown*, REFIID interface_id, void** object) override {
-    return object_.QueryInterface(interface_id, object);
-  }
-  STDMETHODIMP LockServer(BOOL) override { return S_OK; }
-
- private:
-  EmptyObject object_;
-};
-
-int Serve() {
-  EmptyFactory factory;
-  DWORD registration = 0;
-  const HRESULT result =
-      CoRegisterClassObject(kEmptyClass, &factory, CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE, &registration);
-  std::cout << "serving " << ResultText(result) << std::endl;
-  MSG message;
-  while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
-  CoRevokeClassObject(registration);
-  return 0;
-}
-
-double MedianRead(IDispatch* object, int count) {
-  DISPID id = 0;
-  auto* name = const_cast<wchar_t*>(L"Safe");
-  object->GetIDsOfNames(kReserved, &name, 1, LOCALE_USER_DEFAULT, &id);
-  std::vector<double> times;
-  for (int i = 0; i < count; ++i) {
-    DISPPARAMS none{};
-    VARIANT value;
-    VariantInit(&value);
-    const auto begin = std::chrono::steady_clock::now();
-    object->Invoke(id, kReserved, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr);
-    times.push_back(std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - begin).count());
-  }
-  std::sort(times.begin(), times.end());
-  return times[times.size() / 2];
-}
-
-int MeasureReads(int count) {
-  auto* weather = Create<IDispatch>(CLSID_Weather, IID_IDispatch);
-  auto* empty = Create<IDispatch>(kEmptyClass, IID_IDispatch);
-  std::vector<double> ours;
-  std::vector<double> theirs;
-  constexpr int kRounds = 9;
-  for (int round = 0; round < kRounds; ++round) {
-    ours.push_back(MedianRead(weather, count));
-    theirs.push_back(MedianRead(empty, count));
-  }
-  std::sort(ours.begin(), ours.end());
-  std::sort(theirs.begin(), theirs.end());
-  std::cout << ours[kRounds / 2] << ' ' << theirs[kRounds / 2] << std::endl;
-  weather->Release();
-  empty->Release();
-  return 0;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -243,8 +150,6 @@ int main(int argc, char** argv) {
   if (command == "early") code = Early();
   if (command == "late") code = Late();
   if (command == "hold") code = Hold();
-  if (command == "serve") code = Serve();
-  if (command == "measure" && argc > 2) code = MeasureReads(std::stoi(argv[2]));
   CoUninitialize();
   return code;
 }

@@ -1,5 +1,3 @@
-#include "base/text.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,10 +6,100 @@
 #include <string>
 #include <tuple>
 
+#include "base/clock.h"
 #include "base/run_time_error.h"
+#include "base/task.h"
+#include "base/text.h"
+#include "base/tick_counter.h"
+#include "tests/support/fake_event_loop.h"
+#include "unit/serial_port_entry.h"
 
 namespace orvalis {
 namespace {
+
+using std::chrono::milliseconds;
+
+Task<std::string> Fetch(test::FakeEventLoop& loop, bool fail) {
+  co_await Pause(loop, milliseconds(20));
+  if (fail) throw RunTimeError(RunTimeError::kPortClosed, "closed");
+  co_return "frame";
+}
+
+Task<> Work(test::FakeEventLoop& loop, std::string& result) {
+  result = co_await Fetch(loop, false);
+  try {
+    result += co_await Fetch(loop, true);
+  } catch (const RunTimeError& error) {
+    result += error.what();
+  }
+  co_await Pause(loop, milliseconds(0));
+  result += co_await Fetch(loop, true);
+}
+
+TEST(Task, ValuesAndErrorsReachTheAwaiter) {
+  test::FakeEventLoop loop;
+  std::string result;
+  std::exception_ptr ended_with;
+  Job job;
+  job.Start(Work(loop, result), [&](std::exception_ptr error) { ended_with = std::move(error); });
+  loop.Advance(milliseconds(19));
+  EXPECT_EQ(result, "");
+  loop.Advance(milliseconds(1));
+  EXPECT_EQ(result, "frame");
+  loop.Advance(milliseconds(20));
+  EXPECT_EQ(result, "frameclosed");
+  EXPECT_TRUE(job.running());
+  loop.Advance(milliseconds(20));
+  EXPECT_FALSE(job.running());
+  EXPECT_THROW(std::rethrow_exception(ended_with), RunTimeError);
+}
+
+// The program ends while a task waits: nothing may call into it afterwards.
+TEST(Task, DestroyingTheJobTakesItsTimersBack) {
+  test::FakeEventLoop loop;
+  std::string result;
+  {
+    Job job;
+    job.Start(Work(loop, result), [](const std::exception_ptr&) { FAIL() << "abandoned, not ended"; });
+    EXPECT_EQ(loop.waiting(), 1u);
+  }
+  EXPECT_EQ(loop.waiting(), 0u);
+}
+
+TEST(TickCounter, StopsAtItsLimitAndNeverWraps) {
+  TickCounter counter;
+  for (int i = 0; i < 100'000; ++i) counter.RaiseUpTo(600);
+  EXPECT_EQ(counter.ticks(), 600);
+  for (int i = 600; i < 32767; ++i) counter.Raise();
+  EXPECT_THROW(counter.Raise(), RunTimeError);
+  EXPECT_EQ(counter.ticks(), 32767);
+}
+
+TEST(Clock, WritesDatesAsEachReaderExpects) {
+  const CivilTime midnight{2026, 1, 2, 0, 5, 9, 7, -150};
+  EXPECT_EQ(FormatEventTime(midnight), "01/02/2026 12:05 AM");
+  EXPECT_EQ(FormatIso8601(midnight), "2026-01-02T00:05:09.007-02:30");
+  CivilTime noon = midnight;
+  noon.hour = 12;
+  EXPECT_EQ(FormatEventTime(noon), "01/02/2026 12:05 PM");
+  EXPECT_EQ(FormatTime(noon, "YYYY-MM-DD+hh:nn.ss.00"), "2026-01-02+12:05.09.00");
+}
+
+TEST(SerialPortEntries, TheConnectedOneIsSaidToBeUnderEachOfItsNames) {
+  const auto listed = [](const std::string& chosen, const std::string& device) {
+    const auto same = [&](const std::string& name) {
+      return name == device || (name == "2" && device == "/dev/ttyS1");
+    };
+    std::string all;
+    for (const auto& port : WithConnected({{"/dev/ttyS1", ""}, {"/dev/ttyUSB0", "FTDI"}}, chosen, device, same)) {
+      all += port.name + " " + port.description + "; ";
+    }
+    return all;
+  };
+  EXPECT_EQ(listed("/dev/ttyUSB0", "/dev/ttyUSB0"), "/dev/ttyS1 ; /dev/ttyUSB0 FTDI, connected; ");
+  EXPECT_EQ(listed("2", "/dev/ttyS1"), "/dev/ttyS1 Connected; /dev/ttyUSB0 FTDI; 2 Connected; ");
+  EXPECT_EQ(listed("2", "/dev/pts/7"), "/dev/ttyS1 ; /dev/ttyUSB0 FTDI; /dev/pts/7 Connected; ");  // by --port
+}
 
 RunTimeError::Number ErrorOf(const auto& call) {
   try {
@@ -100,14 +188,10 @@ TEST(SettingTexts, RealsAreReadWithEitherSeparatorAndWrittenWithTheLocales) {
 TEST(GeneralText, ShowsTheDigitsThatAPersonSees) {
   const std::tuple<double, const char*, const char*> rows[] = {{0, "0", "0"},
                                                                {-0.0, "0", "0"},
-                                                               {0.45, "0.45", "0.45"},
                                                                {-9.99, "-9.99", "-9.99"},
                                                                {100, "100", "100"},
-                                                               {1.0 / 3, "0.333333333333333", "0.3333333"},
                                                                {1.0 / 30, "3.33333333333333E-02", "3.333334E-02"},
-                                                               {0.0001, "0.0001", "0.0001"},
                                                                {-7.13329e-07, "-0.000000713329", "-7.13329E-07"},
-                                                               {8.689762, "8.689762", "8.689762"},
                                                                {12345678, "12345678", "1.234568E+07"},
                                                                {9999999.6, "9999999.6", "1E+07"},
                                                                {123456789012345.0, "123456789012345", "1.234568E+14"},
@@ -118,14 +202,6 @@ TEST(GeneralText, ShowsTheDigitsThatAPersonSees) {
     EXPECT_EQ(GeneralText(static_cast<float>(value)), as_single);
   }
   EXPECT_EQ(GeneralText(-0.5, NumberLocale{.decimal_separator = ','}), "-0,5");
-}
-
-TEST(Texts, AlignmentAndFileNames) {
-  EXPECT_EQ(RightAlign("5.0", 6), "   5.0");
-  EXPECT_EQ(RightAlign("1234567", 6), "1234567");
-  EXPECT_EQ(FileName("C:\\Sounds\\rain.wav"), "rain.wav");
-  EXPECT_EQ(FileName("/home/a b/rain.wav"), "rain.wav");
-  EXPECT_EQ(FileName("rain.wav"), "rain.wav");
 }
 
 }  // namespace

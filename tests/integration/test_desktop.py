@@ -1,0 +1,76 @@
+"""What a person or another program on the desktop sees: alerts, the panel, the dialog, a port in use."""
+
+import os
+import unittest
+
+from harness import Case, ScreenCase
+from test_dbus import BusCase
+
+
+class Alerts(Case):
+    def script(self, name):
+        """A program that writes down what it is called with."""
+        path = os.path.join(self.folder, name)
+        with open(path, "w", encoding="utf-8") as file:
+            file.write('#!/bin/sh\necho "$0 $*" >> "%s/called"\n' % self.folder)
+        os.chmod(path, 0o755)
+        return path
+
+    def test_the_program_and_the_sound_of_rain_start(self):
+        player, close_roof, sound = self.script("pw-play"), self.script("close roof"), self.folder + "/rain sound.wav"
+        open(sound, "w").close()
+        self.env["PATH"] = self.folder + ":" + self.env["PATH"]
+        for key, value in {"g_bchkEnableSounds": "1", "g_bchkRainSounds": "1", "g_sRainSounds": sound,
+                           "g_bchkRainApp": "1", "g_sRainApp": close_roof}.items():
+            self.set(key, value)
+        unit = self.unit("--fast")
+        unit.measure({"R": "100"})
+        program = self.daemon()
+        self.reading(program, lambda r: r["rain_word"] == "Dry")
+        self.assertFalse(os.path.exists(self.folder + "/called"))
+        unit.measure({"R": "900"})
+
+
+        def called():
+            with open(self.folder + "/called", encoding="utf-8") as file:
+                return set(file.read().splitlines())
+
+        self.wait_until(lambda: os.path.exists(self.folder + "/called") and
+                        called() == {player + " " + sound, close_roof + " "}, "both are started")
+
+
+class Port(Case):
+    def test_a_port_in_use_is_said(self):
+        self.unit("--fast")
+        self.reading(self.daemon())
+        second = self.headless("--profile", self.folder + "/other")
+        self.assertIn("in use", self.event(second, "connect failed: ")["event"])
+
+
+class Panel(ScreenCase, BusCase):
+    def test_a_second_start_raises_the_panel(self):
+        self.program("--demo")
+        first = self.window("Orvalis")
+        self.program("--demo", "--profile", self.folder + "/other")
+        self.wait_until(lambda: self.window("Orvalis") != first, "another panel covers the first")
+        second = self.run_program("--demo")
+        self.assertEqual(second.returncode, 0, second.stderr)
+        self.wait_until(lambda: self.window("Orvalis") == first, "it is uppermost")
+
+    def test_a_picture_is_written(self):
+        picture = self.folder + "/panel.png"
+        self.assertEqual(self.run_program("--demo", "--picture", picture).returncode, 0)
+        with open(picture, "rb") as file:
+            self.assertTrue(file.read().startswith(b"\x89PNG"))
+
+    def test_a_clients_setup_ends_with_ok(self):
+        self.program("--demo")
+        self.wait_until(self.owner, "the name has an owner")
+        call = self.call_setup()
+        self.focus("Orvalis Setup")
+        self.keys("Return")
+        self.assertEqual((call.line(lambda line: True), call.process.wait(60)), ("()", 0))
+
+
+if __name__ == "__main__":
+    unittest.main()

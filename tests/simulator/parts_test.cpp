@@ -1,0 +1,241 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "alarm_logic.h"
+#include "command_parser.h"
+#include "fault.h"
+#include "field.h"
+#include "transmitter.h"
+
+namespace orvalis_unit {
+namespace {
+
+using std::chrono::microseconds;
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+Readings QuietNight() {
+  Readings readings{};
+  for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.at_rest;
+  return readings;
+}
+
+TEST(AlarmLogic, RelayAndHeater) {
+  // The readings on top of a quiet, clear night, and the settings on top of those at power-up.
+  using Measured = std::vector<std::pair<Field, double>>;
+  using Set = std::vector<std::pair<Setting, int>>;
+  const std::tuple<const char*, Measured, Set, bool, bool> cases[] = {
+      {"quiet", {}, {}, false, false},
+      {"rain", {{Field::kRain, 351}}, {}, true, true},
+      {"wind at its limit", {{Field::kWind, 36}}, {}, false, false},
+      {"wind", {{Field::kWind, 37}}, {}, false, true},
+      {"day", {{Field::kLight, 100}}, {{Setting::kLightAlarm, 1}}, false, true},
+      {"day at its limit", {{Field::kLight, 950}}, {{Setting::kLightAlarm, 1}}, false, true},
+      {"sky at its limit", {{Field::kSky, -5}}, {}, false, false},
+      {"warm sky", {{Field::kSky, -4.99}}, {}, false, true},
+      {"everything, relay not allowed",
+       {{Field::kRain, 900}, {Field::kWind, 90}, {Field::kSky, 3}},
+       {{Setting::kRelayAllowed, 0}},
+       true,
+       false},
+      {"forced", {}, {{Setting::kRelayForced, 1}, {Setting::kRelayAllowed, 0}}, false, true},
+      {"dew", {{Field::kHumidity, 757}}, {}, true, false},
+      {"heater forced", {}, {{Setting::kHeaterForced, 1}, {Setting::kHeaterAllowed, 0}}, true, false},
+  };
+  for (const auto& [name, measured, set, heater, relay] : cases) {
+    Readings readings = QuietNight();
+    for (const auto& [field, value] : measured) readings[Index(field)] = value;
+    Settings settings = PowerUpSettings();
+    for (const auto& [setting, value] : set) settings[Index(setting)] = value;
+    const auto outputs = AlarmLogic().Step(readings, settings, seconds(0));
+    EXPECT_EQ(outputs.heater, heater) << name;
+    EXPECT_EQ(outputs.relay, relay) << name;
+  }
+}
+
+TEST(AlarmLogic, RainHoldsTheRelayForItsTimeAfterItEnded) {
+  AlarmLogic logic;
+  const Settings settings = PowerUpSettings();
+  Readings wet = QuietNight();
+  wet[Index(Field::kRain)] = 500;
+  EXPECT_FALSE(logic.Step(QuietNight(), settings, seconds(1)).relay) << "no rain yet";
+  EXPECT_TRUE(logic.Step(wet, settings, seconds(100)).relay);
+  EXPECT_TRUE(logic.Step(QuietNight(), settings, seconds(159)).relay);
+  EXPECT_FALSE(logic.Step(QuietNight(), settings, seconds(160)).relay);
+}
+
+TEST(AlarmLogic, CloudsEndClearlyBelowTheirThreshold) {
+  AlarmLogic logic;
+  const auto relay_at = [&logic](double sky) {
+    Readings readings = QuietNight();
+    readings[Index(Field::kSky)] = sky;
+    return logic.Step(readings, PowerUpSettings(), seconds(0)).relay;
+  };
+  EXPECT_FALSE(relay_at(-6));
+  EXPECT_TRUE(relay_at(-4));
+  EXPECT_TRUE(relay_at(-6.9));
+  EXPECT_FALSE(relay_at(-7));
+  EXPECT_FALSE(relay_at(-6));
+}
+
+// What the bytes are understood as, in short: W handshake, F frame, p, "SR=350", and x for what was dropped.
+std::string Understood(std::string_view bytes) {
+  CommandParser parser;
+  std::string all;
+  for (const char byte : bytes) {
+    const auto request = parser.Feed(byte);
+    if (!request) continue;
+    const std::map<RequestKind, std::string> texts{{RequestKind::kHandshake, "W"},
+                                                   {RequestKind::kFrame, "F"},
+                                                   {RequestKind::kPace, "p"},
+                                                   {RequestKind::kDropped, "x"}};
+    all += all.empty() ? "" : " ";
+    if (request->kind == RequestKind::kCommand) {
+      all.append(SettingTable()[Index(request->setting)].code).append("=").append(std::to_string(request->value));
+    } else {
+      all += texts.at(request->kind);
+    }
+  }
+  return all;
+}
+
+TEST(CommandParser, UnderstandsWhatIsSentAndFindsBackAfterWhatIsNot) {
+  using namespace std::string_view_literals;
+  const std::pair<std::string_view, const char*> cases[] = {
+      {"#\x06pp:F:F", "W p p F F"},
+      {":AH1:SH0:AR0:Sr1:Ar0:AX1:AL1:AW0", "AH=1 SH=0 AR=0 Sr=1 Ar=0 AX=1 AL=1 AW=0"},
+      {":Sh020:ST060:SW036:SR350:SL950:Sd122", "Sh=20 ST=60 SW=36 SR=350 SL=950 Sd=122"},
+      {":SX-005:SX+010:SC19:SM9", "SX=-5 SX=10 SC=19 SM=9"},
+      // Cut short by the next request, which is served.
+      {":SR35:F", "x F"},
+      {":S#\x06", "x W"},
+      {"#:F", "x F"},
+      {"##\x06", "x W"},
+      {":SX-:SX-007", "x SX=-7"},
+      // Malformed: dropped at the first wrong byte, and the rest of it is not taken for anything.
+      {":SR3a0:SR400", "x SR=400"},
+      {":AH2:AH0", "x AH=0"},
+      {":SX005:F", "x F"},
+      {":Zz1:F", "x F"},
+      {":sr350:f:F", "x x F"},
+      {"#W\x06:F", "x F"},
+      {":SR3500", "SR=350"},
+      // Noise between requests.
+      {"\0\xFF\x06SR350 F:F"sv, "F"},
+      {":\0F:S\xFFR:F"sv, "x x F"},
+  };
+  for (const auto& [bytes, understood] : cases) EXPECT_EQ(Understood(bytes), understood) << bytes;
+}
+
+bool Befell(const std::optional<FaultRule>& fault, FaultKind kind) { return fault && fault->kind == kind; }
+
+TEST(Fault, LastsItsTimeOnceItStruck) {
+  FaultBox faults({{FaultKind::kSilent, 0.2, 10.0}}, 1);
+  Time now{};
+  while (!faults.Next(AnswerKind::kFrame, now)) now += seconds(1);
+  EXPECT_GT(now, seconds(0)) << "one in five does not strike at once with this seed";
+  for (int i = 0; i < 50; ++i) EXPECT_TRUE(faults.Next(AnswerKind::kFrame, now + seconds(9)));
+  int struck = 0;
+  for (int i = 1; i <= 1000; ++i) struck += faults.Next(AnswerKind::kFrame, now + seconds(20 * i)) ? 1 : 0;
+  EXPECT_NEAR(struck, 200, 60);
+}
+
+TEST(Fault, StruckByHandOnceOrForATime) {
+  FaultBox faults({}, 1);
+  faults.Strike(FaultKind::kShort, std::nullopt, seconds(0));
+  EXPECT_FALSE(faults.Next(AnswerKind::kHandshake, seconds(1))) << "there is nothing to shorten";
+  EXPECT_TRUE(Befell(faults.Next(AnswerKind::kFrame, seconds(2)), FaultKind::kShort));
+  EXPECT_FALSE(faults.Next(AnswerKind::kFrame, seconds(3)));
+
+  faults.Strike(FaultKind::kSilent, 10.0, seconds(10));
+  EXPECT_TRUE(Befell(faults.Next(AnswerKind::kHandshake, seconds(19)), FaultKind::kSilent));
+  EXPECT_FALSE(faults.Next(AnswerKind::kHandshake, seconds(20)));
+
+  faults.Strike(FaultKind::kSilent, 10.0, seconds(30));
+  faults.Clear();
+  EXPECT_FALSE(faults.Next(AnswerKind::kFrame, seconds(31)));
+}
+
+TEST(Fault, EachSpoilsInItsOwnWay) {
+  FaultBox faults({}, 7);
+  const std::string frame = FrameText({});
+  bool had_zero = false;
+  bool had_high = false;
+  for (int i = 0; i < 2000; ++i) {
+    const auto spoil = [&](FaultKind kind) { return faults.Spoil(kind, {AnswerKind::kFrame, frame}); };
+    const std::string cut = spoil(FaultKind::kCut).text;
+    ASSERT_TRUE(!cut.empty() && cut.size() < kFrameLength && cut.find('#') == std::string::npos);
+    const std::string shorter = spoil(FaultKind::kShort).text;
+    ASSERT_TRUE(shorter.size() < kFrameLength && shorter.find('#') == shorter.size() - 1);
+    const std::string garbage = spoil(FaultKind::kGarbage).text;
+    ASSERT_TRUE(garbage.size() == kFrameLength && garbage.find('#') == kFrameLength - 1);
+    had_zero = had_zero || garbage.find('\0') != std::string::npos;
+    had_high = had_high || std::ranges::any_of(garbage, [](char c) { return static_cast<unsigned char>(c) > 127; });
+    const std::string wrong = faults.Spoil(FaultKind::kWrongAnswer, {AnswerKind::kHandshake, "W"}).text;
+    ASSERT_TRUE(wrong.size() == 1 && wrong != "W" && wrong[0] > ' ' && wrong[0] <= '~');
+  }
+  EXPECT_TRUE(had_zero);
+  EXPECT_TRUE(had_high);
+}
+
+TEST(Frame, LinesWrittenByHand) {
+  // The readings in the order of the line: HUM LGT R WND TP TTP TA, AH HB AR RB AW AL AC, Trg.
+  const std::pair<Readings, const char*> cases[] = {
+      {{0, 1023, 100, 10, -9.99, 1, 5, 0, 0, 1, 0, 1, 1, 1, 36.91},
+       "HUM=0000 LGT=1023 R=0100 WND=0010 TP=-00999 TTP=+00100 TA=+00500 AH=0 HB=0 AR=1 RB=0 AW=1 AL=1 AC=1 "
+       "Trg=+03691 FW=21#"},
+      {{700, 1, 500, 100, 10, 10, 15, 1, 2, 1, 1, 1, 1, 1, 36.91},
+       "HUM=0700 LGT=0001 R=0500 WND=0100 TP=+01000 TTP=+01000 TA=+01500 AH=1 HB=2 AR=1 RB=1 AW=1 AL=1 AC=1 "
+       "Trg=+03691 FW=21#"},
+      // No reading, hundredths that are no exact binary fractions, a negative nothing, and values too big for their
+      // places, which must not push the rest of the line.
+      {{12345, -3, 219.6, 9.4, -0.004, kNoReading, -1234.5, 0, 0, 0, 0, 0, 0, 0, -0.29},
+       "HUM=1023 LGT=0000 R=0220 WND=0009 TP=+00000 TTP=+19999 TA=-99999 AH=0 HB=0 AR=0 RB=0 AW=0 AL=0 AC=0 "
+       "Trg=-00029 FW=21#"},
+  };
+  for (const auto& [readings, line] : cases) EXPECT_EQ(FrameText(readings), line);
+}
+
+TEST(FieldValue, TakesWhatTheFieldCanHold) {
+  EXPECT_EQ(ParseFieldValue(Field::kSky, "-12.34"), -12.34);
+  EXPECT_EQ(ParseFieldValue(Field::kBody, "none"), 199.99);
+  const std::pair<Field, const char*> wrong[] = {
+      {Field::kHumidity, "1024"}, {Field::kRain, "-1"},  {Field::kWind, "3.5"}, {Field::kRelay, "2"},
+      {Field::kSky, "none"},      {Field::kSky, "1000"}, {Field::kSky, "nan"},  {Field::kSky, "1e2"},
+      {Field::kSky, ""},          {Field::kSky, "+-5"},  {Field::kSky, "5C"}};
+  for (const auto& [field, text] : wrong) EXPECT_THROW(ParseFieldValue(field, text), std::invalid_argument) << text;
+}
+
+// Ten bits at 9600 bit/s are 1041.67 microseconds; 117 bytes are 121.875 milliseconds.
+TEST(Transmitter, NoByteIsEarlyAndErrorsDoNotAddUp) {
+  Transmitter line(9600);
+  const Time start = milliseconds(5000);
+  line.Queue(std::string(117, 'x'), start);
+  EXPECT_EQ(line.TakeDue(start + microseconds(1041)), "");
+  EXPECT_EQ(line.TakeDue(start + microseconds(1042)), "x");
+  EXPECT_EQ(line.TakeDue(start + microseconds(10416)).size(), 8U) << "nine in all: the tenth is not through";
+  EXPECT_EQ(line.TakeDue(start + microseconds(121874)).size(), 107U);
+  EXPECT_EQ(line.NextDue(), start + microseconds(121875));
+  EXPECT_EQ(line.TakeDue(start + microseconds(121875)), "x");
+  EXPECT_EQ(line.NextDue(), std::nullopt);
+}
+
+TEST(Transmitter, AnswersFollowEachOther) {
+  Transmitter line(9600);
+  line.Queue("abc", milliseconds(10));
+  line.Queue("d", milliseconds(11));  // while "abc" is on the line, up to 13.125 ms
+  EXPECT_EQ(line.TakeDue(microseconds(14166)), "abc");
+  EXPECT_EQ(line.TakeDue(microseconds(14167)), "d");
+  line.Queue("e", milliseconds(100));  // after a rest
+  EXPECT_EQ(line.TakeDue(microseconds(101041)), "");
+  EXPECT_EQ(line.TakeDue(microseconds(101042)), "e");
+}
+
+}  // namespace
+}  // namespace orvalis_unit
