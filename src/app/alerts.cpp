@@ -2,7 +2,6 @@
 
 #include <exception>
 #include <limits>
-#include <utility>
 
 namespace orvalis {
 namespace {
@@ -43,15 +42,13 @@ bool Count(std::int32_t& counter, bool repeats) {
 
 /// An alert that cannot be given is a line in the event list, and the next one is tried again.
 template <typename Give>
-void Try(const AlertRow& row, const char* what, std::string& last_failure, EventList& events, Give give) {
+void Try(const AlertRow& row, const char* what, OnceUntilMended& trouble, EventList& events, Give give) {
   try {
     give();
-    last_failure.clear();
+    trouble.Mended();
   } catch (const std::exception& error) {
-    std::string failure = std::string("the ") + row.name + " " + what + ": " + error.what();
-    if (failure == last_failure) return;
-    last_failure = std::move(failure);
-    events.Record(last_failure);
+    const std::string failure = std::string("the ") + row.name + " " + what + ": " + error.what();
+    if (trouble.IsNews(failure)) events.Record(failure);
   }
 }
 
@@ -68,10 +65,10 @@ void Alerts::Check(Kind kind, const Settings& settings, const WeatherState& weat
   if (!enabled || !holds) return;
 
   if (settings.*row.sound_switch == 1 && Count(counters.sound.times, settings.g_bchkRepeatSounds == 1)) {
-    Try(row, "sound", counters.sound.failure, events_, [&] { sounds_.Play(settings.*row.sound_file); });
+    Try(row, "sound", counters.sound.trouble, events_, [&] { sounds_.Play(settings.*row.sound_file); });
   }
   if (settings.*row.program_switch == 1 && Count(counters.program.times, settings.g_bchkRepeatApp == 1)) {
-    Try(row, "program", counters.program.failure, events_, [&] { programs_.Start(settings.*row.program_file); });
+    Try(row, "program", counters.program.trouble, events_, [&] { programs_.Start(settings.*row.program_file); });
   }
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/event_list.h"
+#include "base/once_until_mended.h"
 #include "config/settings.h"
 #include "reading/weather_state.h"
 
@@ -46,7 +47,7 @@ class Alerts {
  private:
   struct Counter {
     std::int32_t times = 0;
-    std::string failure;  ///< as listed last: one that comes again each cycle is listed once
+    OnceUntilMended trouble;
   };
   struct Counters {
     Counter sound;

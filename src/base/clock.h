@@ -31,6 +31,8 @@ class Clock {
 [[nodiscard]] std::int64_t DayNumber(const CivilTime& time);
 /// Milliseconds since 1970-01-01 UTC.
 [[nodiscard]] std::int64_t UtcMilliseconds(const CivilTime& time);
+/// The UTC time of `milliseconds` since 1970-01-01 UTC.
+[[nodiscard]] CivilTime UtcTime(std::int64_t milliseconds);
 
 /// `time` as `pattern` says: "YYYY", "MM", "DD", "hh", "nn" (minutes), "ss" and "zzz" (milliseconds) with all their
 /// digits; anything else stands for itself. With "AM/PM" in it the hours run from 01 to 12.

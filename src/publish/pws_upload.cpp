@@ -1,6 +1,6 @@
 #include "publish/pws_upload.h"
 
-#include <chrono>
+#include <cstdint>
 
 #include "base/text.h"
 #include "publish/url_helper.h"
@@ -25,21 +25,9 @@ std::string_view CloudCode(double sky, double ambient, bool raining, const Setti
 }
 
 std::string UploadTime(const CivilTime& utc) {
-  using namespace std::chrono;
-  const auto date =
-      sys_days{year{utc.year} / month{static_cast<unsigned>(utc.month)} / day{static_cast<unsigned>(utc.day)}};
-  const auto moment = round<seconds>(date + hours(utc.hour) + minutes(utc.minute) + seconds(utc.second) +
-                                     milliseconds(utc.millisecond));
-  const auto midnight = floor<days>(moment);
-  const year_month_day calendar{midnight};
-  const hh_mm_ss time{moment - midnight};
-  const std::string iso = FormatIso8601({.year = static_cast<int>(calendar.year()),
-                                         .month = static_cast<int>(static_cast<unsigned>(calendar.month())),
-                                         .day = static_cast<int>(static_cast<unsigned>(calendar.day())),
-                                         .hour = static_cast<int>(time.hours().count()),
-                                         .minute = static_cast<int>(time.minutes().count()),
-                                         .second = static_cast<int>(time.seconds().count())});
-  return iso.substr(0, 10) + '+' + iso.substr(11, 5) + '.' + iso.substr(17, 2) + ".00";
+  constexpr std::int64_t kMsPerSecond = 1000;
+  const std::int64_t second = (UtcMilliseconds(utc) + kMsPerSecond / 2) / kMsPerSecond;
+  return FormatTime(UtcTime(second * kMsPerSecond), "YYYY-MM-DD+hh:nn.ss.00");
 }
 
 std::string UploadQuery(std::string_view station, std::string_view password, const CivilTime& utc,

@@ -25,7 +25,7 @@ std::string Seconds(std::chrono::seconds duration) { return std::to_string(durat
 
 UploadTurn ReadingsUpload::Send(AskedBy asked_by) {
   if (parts_.settings.g_bAllow_PWS != 1) return UploadTurn::kTaken;
-  if (asked_by == AskedBy::kUser) report_.Forget();
+  if (asked_by == AskedBy::kUser) report_.Repeat();
   auto prepared = Prepare(asked_by);
   if (const auto* refusal = std::get_if<Refusal>(&prepared)) {
     Show(*refusal, asked_by);
@@ -128,7 +128,7 @@ void ReadingsUpload::Preview() {
 
 void ReadingsUpload::Edited() {
   shows_sent_ = false;
-  report_.Forget();
+  report_.Repeat();
   Preview();
 }
 

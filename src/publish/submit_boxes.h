@@ -9,6 +9,7 @@
 
 #include "base/clock.h"
 #include "base/event_list.h"
+#include "base/once_until_mended.h"
 #include "config/settings.h"
 #include "publish/secret_mask.h"
 #include "publish/tail_text.h"
@@ -75,8 +76,8 @@ class UploadReport {
   /// It was not tried. Said once, until something else happens.
   void Refused(const std::string& why);
   void Succeeded();
-  /// The user asks: what was said before is said again.
-  void Forget() { standing_.clear(); }
+  /// The user asked for the upload: its failure is reported even if it is the same as the last.
+  void Repeat() { trouble_.Repeat(); }
 
  private:
   bool Note(const std::string& why);
@@ -84,8 +85,7 @@ class UploadReport {
   std::string_view name_;
   SubmitBoxes& boxes_;
   EventList& events_;
-  std::string standing_;  ///< what keeps it from working
-  bool listed_ = false;   ///< the event list knows that it does not work
+  OnceUntilMended trouble_;
 };
 
 }  // namespace orvalis

@@ -129,7 +129,7 @@ bool WebcamUpload::SaveScreen1(std::string_view file) {
 }
 
 void WebcamUpload::Capture() {
-  report_.Forget();
+  report_.Repeat();
   SaveScreen1(kScreenshotFile);
 }
 

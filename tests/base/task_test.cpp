@@ -97,6 +97,9 @@ TEST(OnceUntilMended, SaysEachTroubleOnceAndItsEndOnce) {
   EXPECT_FALSE(trouble.Mended());
   EXPECT_TRUE(trouble.IsNews("full"));
   EXPECT_FALSE(trouble.IsNews("full"));
+  trouble.Repeat();
+  EXPECT_TRUE(trouble.IsNews("full"));
+  EXPECT_FALSE(trouble.IsNews("full"));
   EXPECT_TRUE(trouble.IsNews("gone"));
   EXPECT_EQ(trouble.standing(), "gone");
   EXPECT_TRUE(trouble.Mended());
