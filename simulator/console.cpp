@@ -49,9 +49,9 @@ struct TimedCommand {
 };
 
 constexpr TimedCommand kTimedCommands[] = {
-    {"delay", [](SensorUnit& unit, Time seconds, Time) { unit.Way().SetDelay(seconds); }},
-    {"bursts", [](SensorUnit& unit, Time seconds, Time) { unit.Way().SetBursts(seconds); }},
-    {"stall", [](SensorUnit& unit, Time seconds, Time now) { unit.Way().StallUntil(now + seconds); }},
+    {"delay", [](SensorUnit& unit, Time seconds, Time) { unit.LineBridge().SetDelay(seconds); }},
+    {"bursts", [](SensorUnit& unit, Time seconds, Time) { unit.LineBridge().SetBursts(seconds); }},
+    {"stall", [](SensorUnit& unit, Time seconds, Time now) { unit.LineBridge().StallUntil(now + seconds); }},
     {"power", [](SensorUnit& unit, Time seconds, Time now) { unit.SwitchOff(now + seconds); }},
 };
 

@@ -10,8 +10,8 @@ namespace {
 struct FaultRow {
   FaultKind kind;
   std::string_view name;
-  bool of_handshake;
-  bool of_frame;
+  bool hits_handshake;
+  bool hits_frame;
 };
 
 constexpr std::array<FaultRow, kFaultKindCount> kTable = {{
@@ -28,9 +28,9 @@ constexpr std::array<FaultRow, kFaultKindCount> kTable = {{
 // How many bytes of a garbled frame are wrong, at most.
 constexpr std::size_t kMostWrongBytes = 20;
 
-bool Befalls(FaultKind kind, AnswerKind answer) {
+bool Affects(FaultKind kind, AnswerKind answer) {
   const FaultRow& row = kTable[static_cast<std::size_t>(kind)];
-  return answer == AnswerKind::kHandshake ? row.of_handshake : row.of_frame;
+  return answer == AnswerKind::kHandshake ? row.hits_handshake : row.hits_frame;
 }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -92,7 +92,7 @@ void FaultBox::Strike(FaultKind kind, std::optional<double> seconds, Time now) {
 std::optional<FaultRule> FaultBox::Next(AnswerKind answer, Time now) {
   for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
     const FaultRule rule = entry->rule;
-    if (!Befalls(rule.kind, answer)) continue;
+    if (!Affects(rule.kind, answer)) continue;
     if (entry->once) {
       entries_.erase(entry);
       return rule;
@@ -107,7 +107,7 @@ std::optional<FaultRule> FaultBox::Next(AnswerKind answer, Time now) {
   return {};
 }
 
-Answer FaultBox::Spoil(FaultKind kind, Answer answer) {
+Answer FaultBox::Apply(FaultKind kind, Answer answer) {
   switch (kind) {
     case FaultKind::kSilent:
     case FaultKind::kDrop:

@@ -67,7 +67,7 @@ class FaultBox {
   std::optional<FaultRule> Next(AnswerKind answer, Time now);
 
   // The answer as it leaves the unit under the fault. kSilent and kDrop leave its text empty.
-  Answer Spoil(FaultKind kind, Answer answer);
+  Answer Apply(FaultKind kind, Answer answer);
 
  private:
   struct Entry {

@@ -41,7 +41,7 @@ struct FieldRow {
   FieldKind kind;
   double lowest;
   double highest;
-  double at_rest;  // a quiet, clear night; what a scenario that is silent about the field leaves there
+  double default_value;  // a quiet, clear night; what a scenario that is silent about the field leaves there
 };
 
 // One value a field, in its plain unit, indexed by Field.

@@ -76,7 +76,7 @@ void SensorUnit::Reply(AnswerKind kind, std::string text, Time now) {
   Answer answer{.kind = kind, .text = std::move(text)};
   if (const auto fault = faults_.Next(kind, now)) {
     recorder_.Write(now, "fault " + std::string(FaultName(fault->kind)));
-    answer = faults_.Spoil(fault->kind, std::move(answer));
+    answer = faults_.Apply(fault->kind, std::move(answer));
     if (fault->kind == FaultKind::kDrop) drop_ = fault->seconds;
   }
   if (answer.text.empty()) return;
@@ -86,7 +86,7 @@ void SensorUnit::Reply(AnswerKind kind, std::string text, Time now) {
 
 Readings SensorUnit::CurrentReadings(Time now) {
   Readings readings{};
-  for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.at_rest;
+  for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.default_value;
   for (const ReportedSetting& row : kReported) readings[Index(row.field)] = settings_[Index(row.setting)];
 
   const auto impose = [&](Field field) {

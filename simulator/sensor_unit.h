@@ -67,7 +67,7 @@ class SensorUnit {
   double ScenarioTime(Time now) const;
 
   FaultBox& Faults() { return faults_; }
-  Bridge& Way() { return bridge_; }
+  Bridge& LineBridge() { return bridge_; }
 
   // How long the line shall be away, when a drop fault has struck since the last call. The owner of the line takes
   // it down and calls LineLost.

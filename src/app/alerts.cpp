@@ -6,7 +6,7 @@
 namespace orvalis {
 namespace {
 
-/// What one kind of alert depends on.
+/// The inputs of one kind of alert.
 struct AlertRow {
   const char* name;  ///< for a person
   bool (*holds)(const WeatherState& weather);
@@ -14,9 +14,9 @@ struct AlertRow {
   std::string Settings::*sound_file;
   std::int32_t Settings::*program_switch;
   std::string Settings::*program_file;
-  /// The relay's sound counts on when it is released: without repeating it sounds once per enabling of the alerts.
-  bool sound_counts_on = false;
-  /// Whether the condition can be told at all; while it cannot, it neither begins nor ends.
+  /// The relay's sound is not reset when the relay releases: without repeat it plays once per enabling of the alerts.
+  bool sound_latches = false;
+  /// Whether the condition is known; while it is not, it neither begins nor ends.
   bool WeatherState::*known = nullptr;
 };
 
@@ -34,13 +34,13 @@ constexpr std::array<AlertRow, Alerts::kKinds> kRows{{
      &Settings::g_sCloudSounds, &Settings::g_bchkCloudApp, &Settings::g_sCloudApp, false, &WeatherState::ambient_known},
 }};
 
-/// Counts one occurrence; whether it is one to act on.
+/// Counts one occurrence. Returns whether to act on it.
 bool Count(std::int32_t& counter, bool repeats) {
   if (counter < std::numeric_limits<std::int32_t>::max()) ++counter;
   return repeats || counter == 1;
 }
 
-/// An alert that cannot be given is a line in the event list, and the next one is tried again.
+/// A failed alert is recorded in the event list, and the next one is tried again.
 template <typename Give>
 void Try(const AlertRow& row, const char* what, OnceUntilMended& trouble, EventList& events, Give give) {
   try {
@@ -60,8 +60,8 @@ void Alerts::Check(Kind kind, const Settings& settings, const WeatherState& weat
   if (row.known != nullptr && !(weather.*row.known)) return;
   const bool enabled = settings.g_bchkEnableSounds == 1;
   const bool holds = row.holds(weather);
-  if (row.sound_counts_on ? !enabled : !holds) counters.sound = {};
-  if (!holds || (row.sound_counts_on && !enabled)) counters.program = {};
+  if (row.sound_latches ? !enabled : !holds) counters.sound = {};
+  if (!holds || (row.sound_latches && !enabled)) counters.program = {};
   if (!enabled || !holds) return;
 
   if (settings.*row.sound_switch == 1 && Count(counters.sound.times, settings.g_bchkRepeatSounds == 1)) {

@@ -18,7 +18,7 @@ std::string_view CloudCode(double sky, double ambient, bool raining, const Setti
   constexpr double kSurelyClear = -5.0;
   if (sky <= kSurelyClear) return "SKC";
   if (raining) return "OVC";
-  // Both have one decimal, and so has their difference, but not in binary.
+  // Both have one decimal, so the difference does too; rounding removes the binary error.
   const double difference = RoundToDecimals(ambient - sky, 1);
   if (difference >= settings.PartCloudyDegC) return "SKC";
   return difference <= settings.FullCloudyDegC ? "OVC" : "SCT";
@@ -31,8 +31,8 @@ std::string UploadTime(const CivilTime& utc) {
 }
 
 std::string UploadQuery(std::string_view station, std::string_view password, const CivilTime& utc,
-                        const WeatherState& weather, const Settings& settings, const std::vector<RequestRow>& further,
-                        const ToCodePage& to_code_page) {
+                        const WeatherState& weather, const Settings& settings,
+                        const std::vector<RequestRow>& additional, const ToCodePage& to_code_page) {
   const std::string_view clouds =
       CloudCode(RoundToDecimals(weather.sky_celsius, 1), RoundToDecimals(weather.ambient_celsius, 1),
                 weather.rain > settings.RainThreshold, settings);
@@ -45,7 +45,7 @@ std::string UploadQuery(std::string_view station, std::string_view password, con
   query.append("&humidity=").append(Field(weather.humidity_percent, 5));
   query.append("&clouds=").append(clouds);
   query.append("&softwaretype=orvalis%20v01&action=updateraw&realtime=1&rtfreq=5.0");
-  for (const RequestRow& row : further) {
+  for (const RequestRow& row : additional) {
     if (row.name.empty() && row.value.empty()) continue;
     query.append("&").append(UrlEncode(row.name, to_code_page)).append("=").append(UrlEncode(row.value, to_code_page));
   }

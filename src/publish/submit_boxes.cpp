@@ -21,7 +21,7 @@ void SubmitBoxes::ShowRequest(std::string caption, std::string_view text) {
 
 void SubmitBoxes::BeginExchange(std::string caption, std::string_view request) {
   if (sent_password_ != settings_.g_sPWS_password) {
-    // The answers so far may hold the one that is forgotten here.
+    // Earlier responses may contain the old password.
     response_.Replace(Masked(response_.All()));
     sent_password_ = settings_.g_sPWS_password;
   }

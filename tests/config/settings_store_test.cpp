@@ -4,9 +4,9 @@
 #include <map>
 #include <sstream>
 
+#include "app/profile_command.h"
 #include "app/startup.h"
 #include "base/run_time_error.h"
-#include "app/profile_command.h"
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {
@@ -121,7 +121,7 @@ TEST_F(SettingsStoreTest, TellsADestroyedStoreFromAnotherVersionsAndFromAnEdited
     EXPECT_EQ(rules.good(values), good) << key;
   };
   check("RegVer", "2.18", "", true);
-  check("RegVer", nullptr, "has lost its version stamp", false);
+  check("RegVer", nullptr, "has no version stamp", false);
   check("RegVer", "2.17", "", false);
   check("Capabilities/TempMax", nullptr, "lacks \"TempMax\"", false);
   check("RainThreshold", "abc", "", false);

@@ -188,8 +188,8 @@ TEST(CheckUrl, RefusesWhatCannotBeReached) {
 }
 
 TEST(ServiceObjection, TheTextDecidesWhereTheStatusIsGood) {
-  const std::string account = "the server refuses (status 200): its text says that the ID or the password is wrong";
-  const std::string failed = "the server refuses (status 200): its text says that this failed";
+  const std::string account = "the server refused (status 200): its text says that the ID or the password is wrong";
+  const std::string failed = "the server refused (status 200): its text says that this failed";
   const std::pair<const char*, std::string> texts[] = {
       {"", ""},
       {"success\n", ""},
@@ -209,7 +209,7 @@ TEST(ServiceObjection, TheTextDecidesWhereTheStatusIsGood) {
     EXPECT_EQ(ServiceObjection(std::string("HTTP/1.0 200 OK\r\nX-Error: invalid\r\n\r\n") + text), objection) << text;
   }
   EXPECT_EQ(ServiceObjection("HTTP/1.0 200 OK\n\nunauthorized"), account);
-  EXPECT_EQ(ServiceObjection("HTTP/1.0 500 Failed\r\n\r\nsuccess"), "the server refuses (status 500)");
+  EXPECT_EQ(ServiceObjection("HTTP/1.0 500 Failed\r\n\r\nsuccess"), "the server refused (status 500)");
 }
 
 TEST(Remark, TellsWhatBreaksTheQueryAndWhatIsAPrompt) {
@@ -260,13 +260,13 @@ TEST(WebcamTexts, AreThoseOfTheOtherPrograms) {
                                                        {"h/a b/", "h 21 /a b/"}};
   for (const auto& [site, target] : sites) {
     settings.g_sWEBcam_site = site;
-    const FtpUpload upload = OwnUpload(linux_folder, settings);
+    const FtpUpload upload = BuiltInUpload(linux_folder, settings);
     EXPECT_EQ(upload.host + " " + std::to_string(upload.port) + " " + upload.folder, target);
     EXPECT_EQ(upload.path, "/opt/orvalis/image.jpg");
   }
   for (const char* site : {"", "ftps://h", "ftp://u@h", "h:x", "h:0/", "h:70000"}) {
     settings.g_sWEBcam_site = site;
-    EXPECT_THROW((void)OwnUpload(linux_folder, settings), RunTimeError) << site;
+    EXPECT_THROW((void)BuiltInUpload(linux_folder, settings), RunTimeError) << site;
   }
 }
 

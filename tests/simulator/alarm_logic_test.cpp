@@ -12,7 +12,7 @@ using std::chrono::seconds;
 
 Readings QuietNight() {
   Readings readings{};
-  for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.at_rest;
+  for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.default_value;
   return readings;
 }
 
