@@ -1,6 +1,6 @@
-"""Runs the benchmarks and watches the whole program; prints each figure beside its budget.
+"""Runs the benchmarks and measures the program; prints each figure with its budget.
 
-Exit code 1 when a budget is not kept. The machine is shared and noisy: figures are medians.
+Exit code 1 when a budget is exceeded. The machine is shared and noisy: figures are medians.
 """
 
 import json
@@ -49,7 +49,7 @@ def history():
 
 
 class World:
-    """A unit on a paced line, a fresh profile and, for the panel, a screen of its own."""
+    """A unit on a paced line, a fresh profile and, for the panel, a separate X server."""
 
     def __enter__(self):
         self.folder = tempfile.mkdtemp(prefix="orvalis-bench-")
@@ -104,7 +104,7 @@ def working_cycle(world):
 
 
 class Client:
-    """A client of the automation object, a process of its own."""
+    """A client of the automation object, as a separate process."""
 
     def __init__(self, world):
         self.process = subprocess.Popen([BIN + "/weather_client"], env=world.env, stdin=subprocess.PIPE,
@@ -129,7 +129,7 @@ def clients(world):
         client = Client(world)
         client.ask("get Safe")
         times = {}
-        for what in ("Safe", "bus") * 5:  # side by side: the machine is as busy for the one as for the other
+        for what in ("Safe", "bus") * 5:  # alternating, so that both see the same load
             command = "measure Safe 4000" if what == "Safe" else "measure-bus - 4000"
             times.setdefault(what, []).append([float(word) for word in client.ask(command).split()])
         for index, name, budget in ((0, "a property read, median", 200), (1, "  99th percentile", 1000)):
@@ -146,7 +146,7 @@ def clients(world):
 
         before = come_and_go(100)
         grown = 1024 * (come_and_go(100) - before)
-        row("memory left by 100 clients that came and went", "%.0f kB" % grown, "0 kB", grown < 200)
+        row("memory left by 100 past clients", "%.0f kB" % grown, "0 kB", grown < 200)
         share = processor_share(program.pid, 20)
         row("processor time with an idle client", "%.2f %%" % share, "< 0.3 %", share < 0.3)
         client.leave()
@@ -170,7 +170,7 @@ def clients(world):
 
 
 def watch(world):
-    # One line serves one program, so the two are watched one after the other.
+    # A line serves one program, so the two are measured one after the other.
     for name, options, megabytes in (("headless", ["--headless"], 30), ("panel", [], 70)):
         process = world.start("--port", world.link, *options)
         time.sleep(6)

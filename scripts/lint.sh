@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The checks that need no running program: format, direction of the includes, clang-tidy.
+# The static checks: format, direction of the includes, clang-tidy.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -12,4 +12,4 @@ run-clang-tidy -quiet -p build/dev '^(?!.*/build/).*/(src|simulator)/.*\.cpp$' >
   grep -E '(warning|error):' -A 3 build/dev/clang-tidy.log || tail -n 30 build/dev/clang-tidy.log
   exit 1
 }
-echo "lint: no complaints"
+echo "lint: no findings"

@@ -10,7 +10,7 @@ using Arguments = std::vector<std::string_view>;
 
 Field FieldOf(std::string_view word) {
   const auto field = FieldByName(word);
-  if (!field) throw std::invalid_argument("there is no field " + Quoted(word));
+  if (!field) throw std::invalid_argument("unknown field " + Quoted(word));
   return *field;
 }
 
@@ -42,7 +42,7 @@ void DoFault(const Arguments& words, SensorUnit& unit, Time now, ConsoleReply& r
   }
 }
 
-// The commands that take a number of seconds, and nothing more than the unit.
+// The commands whose only argument is a number of seconds.
 struct TimedCommand {
   std::string_view verb;
   void (*apply)(SensorUnit& unit, Time seconds, Time now);
@@ -89,8 +89,8 @@ void Do(const Arguments& words, SensorUnit& unit, Time now, ConsoleReply& reply)
     Expect(words.size() == 1, "quit");
     reply.quit = true;
   } else {
-    throw std::invalid_argument("there is no command " + Quoted(verb) +
-                                "; there are set release fault drop time delay bursts "
+    throw std::invalid_argument("unknown command " + Quoted(verb) +
+                                "; the commands are set release fault drop time delay bursts "
                                 "stall power quit");
   }
 }

@@ -25,7 +25,7 @@ constexpr std::array<FaultRow, kFaultKindCount> kTable = {{
     {FaultKind::kDrop, "drop", true, true},
 }};
 
-// How many bytes of a garbled frame are wrong, at most.
+// The most wrong bytes in a garbled frame.
 constexpr std::size_t kMostWrongBytes = 20;
 
 bool Affects(FaultKind kind, AnswerKind answer) {
@@ -55,7 +55,7 @@ FaultRule ParseFaultRule(std::string_view text) {
   }
   const auto kind = FaultByName(parts[0]);
   if (!kind) {
-    std::string message = "there is no fault " + Quoted(parts[0]) + "; there are";
+    std::string message = "unknown fault " + Quoted(parts[0]) + "; the faults are";
     for (const FaultRow& row : kTable) message.append(" ").append(row.name);
     throw std::invalid_argument(message);
   }
@@ -65,7 +65,7 @@ FaultRule ParseFaultRule(std::string_view text) {
   if (parts.size() > 1) {
     const auto probability = ParseNumber(parts[1]);
     if (!probability || *probability < 0.0 || *probability > 1.0) {
-      throw std::invalid_argument(Quoted(parts[1]) + " is not a probability; it goes from 0 to 1");
+      throw std::invalid_argument(Quoted(parts[1]) + " is not a probability from 0 to 1");
     }
     rule.probability = *probability;
   }
@@ -99,7 +99,7 @@ std::optional<FaultRule> FaultBox::Next(AnswerKind answer, Time now) {
     }
     if (now < entry->until) return rule;
     if (std::uniform_real_distribution<double>(0.0, 1.0)(random_) < rule.probability) {
-      // A drop lasts as long as the line is away; it must strike anew after that.
+      // A drop lasts while the line is gone; after that it must strike again.
       if (rule.kind != FaultKind::kDrop) entry->until = now + FromSeconds(rule.seconds);
       return rule;
     }
@@ -114,7 +114,7 @@ Answer FaultBox::Apply(FaultKind kind, Answer answer) {
       answer.text.clear();
       break;
     case FaultKind::kWrongAnswer:
-      // The printable characters but for "W", whose place the last of them takes.
+      // Any printable character except "W", which is replaced by the last one.
       answer.text = static_cast<char>('!' + Below('~' - '!'));
       if (answer.text == "W") answer.text = "~";
       break;
@@ -141,7 +141,7 @@ std::size_t FaultBox::Below(std::size_t limit) {
   return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random_);
 }
 
-// The terminator stays where it is, and no other "#" comes in: a frame of another length is a fault of its own.
+// The terminator stays in place and no other "#" is added: a frame of another length is a separate fault.
 std::string FaultBox::Garbled(std::string text) {
   const bool letters_only = Below(2) == 0;
   const std::size_t wrong_bytes = 1 + Below(kMostWrongBytes);

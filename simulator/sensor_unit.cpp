@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view kHandshakeAnswer = "W";
 
-// Requests that come while this many answers are waiting find the unit busy and are lost.
+// Requests that arrive while this many answers are queued find the unit busy and are lost.
 constexpr std::size_t kMostWaiting = 16;
 
 struct ReportedSetting {
@@ -16,7 +16,7 @@ struct ReportedSetting {
   Setting setting;
 };
 
-// The settings that stand in the frame.
+// The settings that the frame reports.
 constexpr ReportedSetting kReported[] = {{Field::kHeaterAllowed, Setting::kHeaterAllowed},
                                          {Field::kRelayAllowed, Setting::kRelayAllowed},
                                          {Field::kWindAlarm, Setting::kWindAlarm},
@@ -41,7 +41,7 @@ void SensorUnit::Receive(std::string_view bytes, Time now) {
   for (const char byte : bytes) {
     const auto request = parser_.Feed(byte);
     if (request) Handle(*request, now);
-    if (drop_) return;  // the rest is still in the cable that was pulled
+    if (drop_) return;  // the rest is lost with the pulled cable
   }
 }
 
@@ -96,7 +96,7 @@ Readings SensorUnit::CurrentReadings(Time now) {
   };
   for (const FieldRow& row : FieldTable()) impose(row.field);
 
-  // What is imposed on the flags counts for the logic too; its own two outputs can be overruled as well.
+  // Overridden flags apply to the logic too; its two outputs can also be overridden.
   Settings effective = settings_;
   for (const ReportedSetting& row : kReported) effective[Index(row.setting)] = readings[Index(row.field)] != 0.0;
   const auto outputs = logic_.Step(readings, effective, FromSeconds(ToSeconds(now) * speed_));
@@ -113,7 +113,7 @@ void SensorUnit::JumpTo(double seconds, Time now) {
 }
 
 double SensorUnit::ScenarioTime(Time now) const {
-  // Rounding must not put the moment of a jump to 0 before the start.
+  // Rounding must not put a jump to 0 before the start.
   return scenario_.Fold(std::max(0.0, offset_ + ToSeconds(now) * speed_));
 }
 
