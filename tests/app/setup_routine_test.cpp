@@ -93,7 +93,7 @@ TEST(SetupFields, TheAdviceSaysWhatOkWouldStore) {
   EXPECT_EQ(AdviceOnSetup(good, {}), Strings(good.size()));
   const std::tuple<const char*, const char*, const char*> rows[] = {
       {"PartCloudyDegCL", "x", "stores 0: not a whole number; \"Clear\" is below \"Cloudy\""},
-      {"LightThreshold", "", "stores 300: nothing is typed"},
+      {"LightThreshold", "", "stores 300: empty"},
       {"TempAvgCnt", "301", "stores 9999: must be 1 through 300"},
       {"StepTime", "0", "must be above 0: OK returns here"},
       {"Lpt_addr", "-9999", "-9999 cannot be stored: OK returns here"},

@@ -123,7 +123,7 @@ TEST_F(SettingsStoreTest, TellsADestroyedStoreFromAnotherVersionsAndFromAnEdited
   check("RegVer", "2.18", "", true);
   check("RegVer", nullptr, "has no version stamp", false);
   check("RegVer", "2.17", "", false);
-  check("Capabilities/TempMax", nullptr, "lacks \"TempMax\"", false);
+  check("Capabilities/TempMax", nullptr, "is missing \"TempMax\"", false);
   check("RainThreshold", "abc", "", false);
   check("AutoConnect", nullptr, "", true);
   EXPECT_EQ(rules.fault({}), "is empty");

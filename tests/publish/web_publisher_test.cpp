@@ -209,7 +209,7 @@ TEST_F(WebPublisherTest, WhatAServerDoesWrongIsOneLineAndTheNextUploadIsOnItsTic
       {a_byte_a_second, "the response took longer than 60 seconds"},
       {[](auto& t) { t.socket.handlers.closed(); }, "the server closed the connection without answering"},
       {receive("HTTP/1.1 302 Found s3cr3t/x\r\nLocation: http://elsewhere/"),
-       "the server sends elsewhere (status 302), where nothing is sent"},
+       "the server redirects (status 302), and redirects are not followed"},
       {receive("HTTP/1.1 401 No, s3cr3t\xe9x\r\n\r\n"), "the server refused (status 401)"},
       {receive("HTTP/1.1 2000 OK\r\n\r\n"), "the response is not from a web server"},
       {receive("220 welcome\r\n"), "the response is not from a web server"},
@@ -222,7 +222,7 @@ TEST_F(WebPublisherTest, WhatAServerDoesWrongIsOneLineAndTheNextUploadIsOnItsTic
     happens(*this);
     EXPECT_EQ(NewErrors(), ErrorLine(line));
     EXPECT_EQ(LastEvent(), "readings upload: " + line);
-    EXPECT_EQ(socket.open, line.starts_with("the former upload")) << line;
+    EXPECT_EQ(socket.open, line.starts_with("previous upload")) << line;
   }
   // The same failure at every interval fills no event list; that it works again is news.
   Tick(6);  // the readings are fresh again
