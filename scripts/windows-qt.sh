@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the libraries of the Windows program - Qt, QCustomPlot, SQLite and, for the tests, GoogleTest - from Debian's
-# sources into the user's cache. Done once: the folder is named after a hash of this script and of cmake/windows, and
-# build/windows-qt points to it. About ten minutes on two cores.
+# Builds what the Windows program is linked with - Qt, QCustomPlot, SQLite and, for the tests, GoogleTest - from the
+# sources of Debian's packages, into a folder of the user's cache. It does so once: the folder is named after the
+# contents of this script and of cmake/windows, and build/windows-qt points to it. About ten minutes on two cores.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -12,7 +12,7 @@ work=$cache/windows.work
 log=$cache/windows.log
 mkdir -p build "$cache"
 
-# One build at a time; the stamp is written last, so that an incomplete build is not used.
+# One at a time, and nothing half built is taken for the whole: the stamp comes last.
 exec 9>"$cache/windows.lock"
 flock 9
 if [[ -e $prefix/complete ]]; then
@@ -23,14 +23,14 @@ fi
 rm -rf "$work" "$prefix"
 mkdir -p "$work" "$prefix"
 : >"$log"
-# Copies: the libraries remember the paths and outlive this checkout.
+# Copies: what is built here remembers their places, and outlives this checkout.
 cp cmake/windows/toolchain.cmake "$prefix/toolchain.cmake"
 toolchain=$prefix/toolchain.cmake
 libraries=$PWD/cmake/windows
 echo "Building Qt and its companions for Windows, once; the log is $log"
 trap '(($?)) && tail -n 30 "$log" >&2' EXIT
 
-# Debian's sources, through separate package lists: the machine needs no deb-src lines and no root rights.
+# Debian's sources, by lists of our own: the machine's need not name any, and no rights are needed.
 apt=(-o "Dir::State::Lists=$work/lists" -o "Dir::Cache=$work/cache" -o "Dir::Etc::SourceList=$work/sources.list"
   -o Dir::Etc::SourceParts=/dev/null)
 get_sources() {
@@ -41,7 +41,7 @@ get_sources() {
   (cd "$work" && apt-get "${apt[@]}" update -q && apt-get "${apt[@]}" source -q "$@") >>"$log" 2>&1
 }
 
-# build FOLDER: with progress on a terminal
+# build FOLDER: with the count of steps where somebody is looking
 build() {
   if [[ -t 1 ]]; then
     NINJA_STATUS='  [%f/%t] ' nice cmake --build "$1" 2>>"$log" | tee -a "$log" | cut -c -100

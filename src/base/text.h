@@ -15,7 +15,7 @@ struct NumberLocale {
 };
 
 /// The number at the start of `text`: leading blanks, a sign, digits and one point. What follows is ignored; 0 if there
-/// is not a number. Always with a decimal point, as the unit writes it.
+/// is no number. Always with a decimal point, as the unit writes it.
 [[nodiscard]] double Val(std::string_view text);
 
 /// As `Val`, truncated to a whole number and clamped to 32 bits.
