@@ -1,4 +1,4 @@
-// How long a request for a frame takes on a real (pseudo) line, against what the line and the fixed pauses need.
+// Measures a frame request on a (pseudo) line, compared with the minimum that the line and the fixed pauses need.
 //   cycle_bench PORT COUNT
 
 #include <QCoreApplication>

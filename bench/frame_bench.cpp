@@ -1,4 +1,4 @@
-// From a line of the unit to values, words and verdict: the path that every frame takes.
+// The path of every frame, from the unit's line to values, words and verdict.
 
 #include <benchmark/benchmark.h>
 
@@ -15,7 +15,7 @@ std::size_t g_allocations = 0;
 
 }  // namespace
 
-// Not inlined: g++ would see a free() of what came from new.
+// Not inlined: g++ would warn about a free() of memory from new.
 [[gnu::noinline]] void* operator new(std::size_t size) {
   ++g_allocations;
   if (void* memory = std::malloc(size)) return memory;
@@ -45,7 +45,7 @@ void LineToWords(benchmark::State& state) {
   FrameInterpreter interpreter;
   WeatherState weather;
   for (const SensorFrame& frame : frames) interpreter.Interpret(frame, settings, 200, weather);
-  std::size_t most = 0;  // of one frame: the benchmark allocates too, between them
+  std::size_t most = 0;  // per frame: the benchmark itself allocates between frames
   std::size_t next = 0;
   for (auto _ : state) {
     const std::size_t before = g_allocations;

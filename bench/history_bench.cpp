@@ -1,6 +1,6 @@
-// How long a night's history takes to load from its file, and how long 48 hours take to draw.
-// Prints, in milliseconds, medians: loading 12 hours of rows, drawing both graphs with 48 hours, each; and the size in
-// megabytes of a history of 400 days and how long that takes to open, check and load.
+// Measures loading a night's history from its file and drawing 48 hours. Prints medians in milliseconds: loading 12
+// hours of rows and drawing each graph with 48 hours; then the size in megabytes of a history of 400 days, and the time
+// to open, check and load it.
 //   history_bench FOLDER
 
 #include <QApplication>
@@ -37,7 +37,7 @@ double Median(int times, Work work) {
   return taken[taken.size() / 2];
 }
 
-/// Restless weather: every value is another one each time.
+/// Restless weather: every value changes each time.
 Sample WeatherAt(std::int64_t time) {
   const double hours = static_cast<double>(time) / 3.6e6;
   const auto wave = [&](double middle, double size, double period) {
@@ -104,7 +104,7 @@ int Run(const std::filesystem::path& folder) {
     }));
   }
 
-  // 400 days of spans, as they are left by a year's nights, and two days of samples.
+  // 400 days of spans, as a year of operation leaves them, and two days of samples.
   const std::filesystem::path year = folder / "year.sqlite";
   {
     SqliteHistory filled(year, clock, report);

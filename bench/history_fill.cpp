@@ -1,5 +1,4 @@
-// Fills a history from frames as if the program had received them: a whole night in a moment, for benchmarks and
-// pictures.
+// Fills a history from frames as if the program had received them: a night in a moment, for benchmarks and screenshots.
 //   history_fill FILE <FRAMES    each line: milliseconds since 1970-01-01 UTC, a blank, the frame
 
 #include <cstdio>
@@ -19,7 +18,7 @@ class GivenClock : public Clock {
  public:
   [[nodiscard]] CivilTime LocalNow() const override { return UtcNow(); }
   [[nodiscard]] CivilTime UtcNow() const override {
-    // Seconds may be as many as there are: they are only added up.
+    // Any number of seconds is valid: they are only added up.
     return {.second = static_cast<int>(now / 1000), .millisecond = static_cast<int>(now % 1000)};
   }
   std::int64_t now = 0;

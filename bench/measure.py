@@ -1,6 +1,6 @@
-"""Runs the benchmarks and watches the whole program; prints each figure beside its budget.
+"""Runs the benchmarks and measures the program; prints each figure with its budget.
 
-Exit code 1 when a budget is not kept. The machine is shared and noisy: figures are medians.
+Exit code 1 when a budget is exceeded. The machine is shared and noisy: figures are medians.
 """
 
 import json
@@ -49,7 +49,7 @@ def history():
 
 
 class World:
-    """A unit on a paced line, a fresh profile and, for the panel, a screen of its own."""
+    """A unit on a paced line, a fresh profile and, for the panel, a separate X server."""
 
     def __enter__(self):
         self.folder = tempfile.mkdtemp(prefix="orvalis-bench-")
@@ -104,7 +104,7 @@ def working_cycle(world):
 
 
 class Client:
-    """A client of the automation object, a process of its own."""
+    """A client of the automation object, as a separate process."""
 
     def __init__(self, world):
         self.process = subprocess.Popen([BIN + "/bus_load"], env=world.env, stdin=subprocess.PIPE,
@@ -145,7 +145,7 @@ def clients(world):
 
         before = come_and_go(100)
         grown = 1024 * (come_and_go(100) - before)
-        row("memory left by 100 clients that came and went", "%.0f kB" % grown, "0 kB", grown < 200)
+        row("memory left by 100 past clients", "%.0f kB" % grown, "0 kB", grown < 200)
         share = processor_share(program.pid, 20)
         row("processor time with an idle client", "%.2f %%" % share, "< 0.3 %", share < 0.3)
         client.leave()

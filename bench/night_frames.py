@@ -1,4 +1,4 @@
-"""Asks the simulated unit for the frames of a whole night at two seconds' distance, as fast as it plays it.
+"""Reads a night's frames from the simulated unit, one every two seconds of its accelerated time.
 
   night_frames.py UNIT_PROGRAM END_MS [HOURS] >FRAMES
 

@@ -1,4 +1,4 @@
-"""What the measurements share: the table of figures beside their budgets, and what a process uses."""
+"""Shared by the measurements: the table of figures and budgets, and process statistics."""
 
 import os
 import statistics
@@ -12,11 +12,11 @@ rows = []
 
 def row(what, figure, budget, kept):
     rows.append(kept)
-    print("%-58s %14s   %-14s %s" % (what, figure, budget, "" if kept else "NOT KEPT"), flush=True)
+    print("%-58s %14s   %-14s %s" % (what, figure, budget, "" if kept else "EXCEEDED"), flush=True)
 
 
 def leave():
-    """Exit code 1 when a budget is not kept."""
+    """Exit code 1 when a budget is exceeded."""
     sys.exit(0 if all(rows) else 1)
 
 
@@ -34,7 +34,7 @@ def processor_share(pid, seconds):
 
 
 def megabytes(pid, *kinds):
-    """The sum of these lines of the kernel's account of the process's memory."""
+    """The sum of these lines in the process's smaps_rollup."""
     with open("/proc/%d/smaps_rollup" % pid) as file:
         return sum(int(line.split()[1]) for line in file if line.split(":")[0] in kinds) / 1024
 
@@ -48,7 +48,7 @@ def start_to_window(start, stop, env, budget):
     for _ in range(9):
         begin = time.monotonic()
         process = start()
-        # xdotool's own --sync looks twice a second, which is too seldom.
+        # xdotool's --sync polls twice a second, which is too coarse.
         while not subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Orvalis$"], env=env,
                                  capture_output=True, timeout=20).stdout:
             time.sleep(0.005)

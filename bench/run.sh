@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Measures everything that has a budget and prints the figures beside it.
-#   bench/run.sh [SECONDS]    how long the whole program is watched; 300 unless given
+# Measures everything that has a budget and prints figures and budgets.
+#   bench/run.sh [SECONDS]    how long the program is measured; default 300
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/build.sh bench >/dev/null

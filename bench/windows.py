@@ -1,6 +1,6 @@
-"""Watches the Windows program under Wine; prints each figure beside its budget.
+"""Measures the Windows program under Wine; prints each figure with its budget.
 
-Wine's own share is large: an automation server that does nothing else is measured beside the program.
+Wine's own share is large: an empty automation server is measured for comparison.
 """
 
 import os

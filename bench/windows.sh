@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Measures the Windows program under Wine and prints the figures beside its budgets.
-#   bench/windows.sh [SECONDS]    how long its processor time is watched; 60 unless given
+# Measures the Windows program under Wine and prints the figures with their budgets.
+#   bench/windows.sh [SECONDS]    how long processor time is measured; default 60
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/build.sh release >/dev/null

@@ -1,5 +1,5 @@
-// A year of ticks through the logic, with a unit that is sometimes off for hours and an adapter that is pulled out once
-// a month. Prints the seconds that it took and by how many kilobytes the resident memory grew after the first week.
+// Runs a year of ticks through the logic, with a unit that is sometimes off for hours and an adapter that is unplugged
+// once a month. Prints the seconds taken and the kilobytes by which resident memory grew after the first week.
 
 #include <chrono>
 #include <cstdio>
@@ -43,7 +43,7 @@ int Run() {
       return 1;
     }
   }
-  // Off for ten hours in five days: at least nine tenths of the cycles got a frame.
+  // Off for ten hours every five days: at least nine tenths of the cycles got a frame.
   return frames > kYear / 2 * 9 / 10 ? 0 : 1;
 }
 

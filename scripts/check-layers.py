@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Checks the direction of the includes between the folders of src/: downwards only, and no cycle among neighbours.
 
-Below `ui` and `platform` the C++ standard library is the only one there is: no Qt and no operating-system header.
+Below `ui` and `platform` only the C++ standard library is allowed: no Qt and no operating-system headers.
 """
 
 import pathlib
@@ -64,12 +64,12 @@ def main():
         name = path.relative_to(source)
         node = node_of(name)
         if level_of(node) is None:
-            complaints.append(f"src/{name}: a place that no level names")
+            complaints.append(f"src/{name}: not in any level")
             continue
         for quoted, system in INCLUDE.findall(path.read_text(encoding="utf-8")):
             if system:
                 if node.split("/")[0] in STANDARD_LIBRARY_ONLY and not STANDARD_HEADER.fullmatch(system):
-                    complaints.append(f"src/{name}: <{system}> is not of the standard library")
+                    complaints.append(f"src/{name}: <{system}> is not a standard library header")
                 continue
             if not (source / quoted).exists():
                 continue  # generated, or a library's

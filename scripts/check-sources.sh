@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Fails on sources that are not in the house format, and on includes that point upwards.
+# Fails on unformatted sources and on includes that point upwards.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/sources.sh | xargs -0 clang-format --dry-run --Werror

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The quick tier, for before every commit: no window, no process, no waiting.
+# The quick checks before every commit: no windows, no processes, no waiting.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/check-sources.sh

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing for the named purposes: build, test, package, lint, windows.
-# Asks nothing when nothing is missing; uses sudo only where the user is not root.
+# Installs the Debian packages that are missing for the named purposes: build, test, package, lint, windows. Does
+# nothing when nothing is missing; uses sudo only if the user is not root.
 set -euo pipefail
 
 declare -A packages=(

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The checks that need no running program: format, direction of the includes, clang-tidy.
+# The static checks: format, direction of the includes, clang-tidy.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -18,4 +18,4 @@ check() {
 }
 check dev 'src|simulator|tests'
 check bench bench
-echo "lint: no complaints"
+echo "lint: no findings"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds what is given to users from a clean clone of the commit that is checked out: the Debian packages, the Windows
-# installer and their checksums, in build/release-VERSION/. docs/releasing.md has the steps around it.
+# Builds a release from a clean clone of the checked-out commit: the Debian packages, the Windows installer and their
+# checksums, in build/release-VERSION/. docs/releasing.md lists the other steps.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 version=$(sed -nE 's/^project\(Orvalis VERSION ([0-9.]+).*/\1/p' CMakeLists.txt)

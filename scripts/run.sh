@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Starts the program: connected to a simulated unit that plays a night in ten minutes, or with --demo without any line.
-# The settings are kept apart from the user's own, in build/profile. Without a display it runs headless.
+# Starts the program, connected to a simulated unit that plays a night in ten minutes, or with --demo without a unit.
+# Settings are kept in build/profile, apart from the user's own. Without a display it runs headless.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bin=build/release/bin
 options=(--profile build/profile)
 if [[ -z ${DISPLAY:-} && -z ${WAYLAND_DISPLAY:-} ]]; then
-  echo "There is no display, so the program runs headless. Stop it with Ctrl-C."
+  echo "No display: running headless. Stop with Ctrl-C."
   options+=(--headless)
 fi
 if [[ ${1:-} == --demo ]]; then

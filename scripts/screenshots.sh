@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Makes the pictures of the documentation: the program itself writes them, on a screen of its own.
+# Takes the screenshots for the documentation, on a separate X server.
 set -euo pipefail
-# On a bus of its own: the traffic window shows calls of clients.
+# On a separate bus: the traffic window shows calls of clients.
 [[ ${OWN_BUS:-} ]] || OWN_BUS=1 exec dbus-run-session -- "$0"
 cd "$(dirname "$0")/.."
 bin=build/release/bin
@@ -34,7 +34,7 @@ picture panel-rain rain
 picture panel-night clear NightTheme 1
 "$bin/orvalis" profile set NightTheme 0
 
-# The pages of the setup dialog, opened and turned with the keyboard as a person would.
+# The pages of the setup dialog, opened with the keyboard.
 Xvfb -displayfd 3 -screen 0 1280x1024x24 3>"$folder/display" 2>/dev/null &
 screen=$!
 trap 'kill $screen; rm -rf "$folder"' EXIT
@@ -90,7 +90,7 @@ echo "$out/traffic.png"
 kill $program
 wait $program || true
 
-# The graphs, of a night that the simulated unit played.
+# The graphs, of a simulated night.
 python3 bench/night_frames.py "$bin/orvalis-unit" "$(date +%s%3N)" |
   build/bench/bin/history_fill "$folder/history.sqlite" >/dev/null
 "$bin/orvalis" profile set Centigrade True

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes build/windows/orvalis-VERSION-setup.exe from what `make windows` built.
+# Builds build/windows/orvalis-VERSION-setup.exe from the output of `make windows`.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 version=$(sed -nE 's/^project\(Orvalis VERSION ([0-9.]+).*/\1/p' CMakeLists.txt)

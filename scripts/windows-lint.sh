@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# clang-tidy for what only the Windows build compiles; after scripts/build.sh windows.
+# clang-tidy for the Windows-only sources; run after scripts/build.sh windows.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 mingw=/usr/lib/gcc/x86_64-w64-mingw32/12-posix/include/c++
@@ -10,4 +10,4 @@ for folder in "$mingw" "$mingw/x86_64-w64-mingw32" /usr/x86_64-w64-mingw32/inclu
 done
 printf '%s\0' src/platform/windows/*.cpp src/platform/windows/com/*.cpp |
   xargs -0 -P "$(nproc)" -n 4 clang-tidy -p build/windows --quiet "${options[@]}" 2>/dev/null
-echo "windows-lint: no complaints"
+echo "windows-lint: no findings"

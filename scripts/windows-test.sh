@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The tests of the Windows build, under Wine. The simulated unit stays a Linux program.
+# Runs the tests of the Windows build under Wine. The simulated unit remains a Linux program.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 cmake --preset dev >/dev/null

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs a Windows program of this build under Wine, in a Windows of its own below build/windows. Made at the first use.
+# Runs a Windows program of this build under Wine, with its own prefix in build/windows, created at first use.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 export WINEPREFIX=${WINEPREFIX:-$root/build/windows/wine} WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
@@ -11,7 +11,7 @@ if [[ ! -e $WINEPREFIX/orvalis-ready ]]; then
   if [[ ! -e $WINEPREFIX/orvalis-ready ]]; then
     {
       wineboot -i
-      # Without a window manager Wine's managed windows hold up the end of each program for two seconds.
+      # Without a window manager Wine's managed windows delay each exit by two seconds.
       "$WINELOADER" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
       wineserver -w
     } >/dev/null 2>&1 9>&-

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Runs a command with this build's Wine ready, on a screen of its own, and ends both behind it: scripts/with-wine.sh COMMAND...
+# Runs a command with this build's Wine on a separate X server, and stops both afterwards: scripts/with-wine.sh
+# COMMAND...
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export WINEPREFIX=$PWD/build/windows/wine WINEARCH=win64 WINEDEBUG=-all WINELOADER=/usr/lib/wine/wine64
@@ -11,8 +12,7 @@ trap 'wineserver -k >/dev/null 2>&1 || true; kill $screen $(jobs -p) 2>/dev/null
 while [[ ! -s $display ]]; do sleep 0.05; done
 DISPLAY=:$(cat "$display")
 export DISPLAY
-# A program that stays, and Wine's own services with it: they would start anew for each program otherwise, and hold on to
-# its output.
+# A program that keeps Wine's services running: otherwise they restart for each program and hold on to its output.
 scripts/wine.sh cmd /c exit >/dev/null 2>&1
 tail -f /dev/null | scripts/wine.sh cmd >/dev/null 2>&1 &
 scripts/wine.sh cmd /c exit >/dev/null 2>&1

@@ -21,7 +21,7 @@ AlarmLogic::Outputs AlarmLogic::Step(const Readings& readings, const Settings& s
           .relay = is_on(Setting::kRelayForced) || (is_on(Setting::kRelayAllowed) && alarm)};
 }
 
-// Every condition is followed whether its alarm is enabled or not, so that enabling one acts at once.
+// Every condition is tracked even if its alarm is disabled, so that enabling one takes effect at once.
 bool AlarmLogic::AnyAlarm(const Readings& readings, const Settings& settings, Time unit_time) {
   const auto reading = [&readings](Field field) { return readings[Index(field)]; };
   const auto setting = [&settings](Setting which) { return settings[Index(which)]; };
@@ -34,7 +34,7 @@ bool AlarmLogic::AnyAlarm(const Readings& readings, const Settings& settings, Ti
     wet = has_rained_ && unit_time - last_rain_ < std::chrono::seconds(setting(Setting::kRainOnTime));
   }
 
-  // Once cloudy, the sky has to get clearly colder before it counts as clear, or the relay would chatter.
+  // Hysteresis: once cloudy, the sky must get clearly colder to count as clear, or the relay would chatter.
   const double hysteresis = is_cloudy_ ? setting(Setting::kHysteresis) / kHysteresisPerDegree : 0.0;
   is_cloudy_ = reading(Field::kSky) > setting(Setting::kCloudsThreshold) - hysteresis;
 

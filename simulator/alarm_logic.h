@@ -6,8 +6,7 @@
 
 namespace orvalis_unit {
 
-// The part of the unit that works without being asked: what it does about its heater and its relay. A closed relay
-// means that it is not safe to observe.
+// The unit's autonomous control of its heater and relay. A closed relay means that it is not safe to observe.
 class AlarmLogic {
  public:
   struct Outputs {
@@ -15,8 +14,7 @@ class AlarmLogic {
     bool relay;
   };
 
-  // Looks at the sensors once. `unit_time` must not go back from one call to the next; the rain-on time is measured
-  // with it.
+  // Evaluates the sensors once. `unit_time`, used for the rain-on time, must not go back between calls.
   [[nodiscard]] Outputs Step(const Readings& readings, const Settings& settings, Time unit_time);
 
  private:

@@ -65,7 +65,7 @@ std::optional<Request> CommandParser::Finish(RequestKind kind) {
   return Request{kind, std::exchange(text_, std::string())};
 }
 
-// Looks at the request under way after one more byte.
+// Checks the partial request after one more byte.
 std::optional<Request> CommandParser::Extend() {
   if (text_.front() == '#') return Finish(text_[1] == kAcknowledge ? RequestKind::kHandshake : RequestKind::kDropped);
   if (text_ == ":F") return Finish(RequestKind::kFrame);

@@ -8,7 +8,7 @@
 
 namespace orvalis_unit {
 
-// What the unit lets itself be told, in the order of SettingTable().
+// The unit's settings, in the order of SettingTable().
 enum class Setting {
   kHeaterAllowed,
   kHeaterForced,
@@ -34,7 +34,7 @@ struct SettingRow {
   Setting setting;
   std::string_view code;  // class letter and command letter, as they follow ":"
   std::size_t digits;     // a single digit with highest == 1 is an on/off command
-  bool is_signed;         // a "+" or "-" stands before the digits, and must
+  bool is_signed;         // a "+" or "-" is required before the digits
   int highest;
   int at_power_up;
 };
@@ -52,32 +52,31 @@ enum class RequestKind {
   kFrame,      // ":F": one frame is due
   kCommand,    // `setting` takes `value`
   kPace,       // the "p" that a program sends between the handshake and its first request
-  kDropped     // `text` was begun as a request and is not one
+  kDropped     // `text` began like a request but is not one
 };
 
 struct Request {
   RequestKind kind;
-  std::string text;  // the bytes that made it
+  std::string text;  // the bytes of the request
   Setting setting{};
   int value = 0;
 };
 
-// Takes the line byte by byte. Nothing in it can put the parser out of step for longer than up to the next ":" or
-// "#", which always begin a new request.
+// Parses the line byte by byte. It resynchronises at the next ":" or "#", which always begin a new request.
 class CommandParser {
  public:
-  // What this byte completes, or ends in vain; nothing while a request is still under way, and nothing for a stray
-  // byte between requests.
+  // The request that this byte completes or breaks; nothing while a request is incomplete, or for a stray byte between
+  // requests.
   std::optional<Request> Feed(char byte);
 
-  // Forgets the request under way, as the unit does when the line has been away.
+  // Drops the partial request, as the unit does after the line was lost.
   void Reset() { text_.clear(); }
 
  private:
   std::optional<Request> Finish(RequestKind kind);
   std::optional<Request> Extend();
 
-  std::string text_;  // the request under way, with its ":" or "#"; empty between requests
+  std::string text_;  // the partial request, with its ":" or "#"; empty between requests
 };
 
 }  // namespace orvalis_unit

@@ -10,7 +10,7 @@ using Arguments = std::vector<std::string_view>;
 
 Field FieldOf(std::string_view word) {
   const auto field = FieldByName(word);
-  if (!field) throw std::invalid_argument("there is no field " + Quoted(word));
+  if (!field) throw std::invalid_argument("unknown field " + Quoted(word));
   return *field;
 }
 
@@ -42,16 +42,16 @@ void DoFault(const Arguments& words, SensorUnit& unit, Time now, ConsoleReply& r
   }
 }
 
-// The commands that take a number of seconds, and nothing more than the unit.
+// The commands whose only argument is a number of seconds.
 struct TimedCommand {
   std::string_view verb;
   void (*apply)(SensorUnit& unit, Time seconds, Time now);
 };
 
 constexpr TimedCommand kTimedCommands[] = {
-    {"delay", [](SensorUnit& unit, Time seconds, Time) { unit.Way().SetDelay(seconds); }},
-    {"bursts", [](SensorUnit& unit, Time seconds, Time) { unit.Way().SetBursts(seconds); }},
-    {"stall", [](SensorUnit& unit, Time seconds, Time now) { unit.Way().StallUntil(now + seconds); }},
+    {"delay", [](SensorUnit& unit, Time seconds, Time) { unit.LineBridge().SetDelay(seconds); }},
+    {"bursts", [](SensorUnit& unit, Time seconds, Time) { unit.LineBridge().SetBursts(seconds); }},
+    {"stall", [](SensorUnit& unit, Time seconds, Time now) { unit.LineBridge().StallUntil(now + seconds); }},
     {"power", [](SensorUnit& unit, Time seconds, Time now) { unit.SwitchOff(now + seconds); }},
 };
 
@@ -89,8 +89,8 @@ void Do(const Arguments& words, SensorUnit& unit, Time now, ConsoleReply& reply)
     Expect(words.size() == 1, "quit");
     reply.quit = true;
   } else {
-    throw std::invalid_argument("there is no command " + Quoted(verb) +
-                                "; there are set release fault drop time delay bursts "
+    throw std::invalid_argument("unknown command " + Quoted(verb) +
+                                "; the commands are set release fault drop time delay bursts "
                                 "stall power quit");
   }
 }

@@ -10,11 +10,11 @@ namespace orvalis_unit {
 
 struct ConsoleReply {
   std::string text;            // "ok ..." or "error ..."; empty for an empty line
-  std::optional<double> drop;  // seconds for which the line shall be taken away
+  std::optional<double> drop;  // seconds for which the line is to be dropped
   bool quit = false;
 };
 
-// Does what one line of standard input says. docs/simulator.md lists the commands.
+// Executes one line of standard input. docs/simulator.md lists the commands.
 ConsoleReply RunConsoleLine(std::string_view line, SensorUnit& unit, Time now);
 
 }  // namespace orvalis_unit

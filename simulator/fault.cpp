@@ -10,8 +10,8 @@ namespace {
 struct FaultRow {
   FaultKind kind;
   std::string_view name;
-  bool of_handshake;
-  bool of_frame;
+  bool hits_handshake;
+  bool hits_frame;
 };
 
 constexpr std::array<FaultRow, kFaultKindCount> kTable = {{
@@ -25,12 +25,12 @@ constexpr std::array<FaultRow, kFaultKindCount> kTable = {{
     {FaultKind::kDrop, "drop", true, true},
 }};
 
-// How many bytes of a garbled frame are wrong, at most.
+// The most wrong bytes in a garbled frame.
 constexpr std::size_t kMostWrongBytes = 20;
 
-bool Befalls(FaultKind kind, AnswerKind answer) {
+bool Affects(FaultKind kind, AnswerKind answer) {
   const FaultRow& row = kTable[static_cast<std::size_t>(kind)];
-  return answer == AnswerKind::kHandshake ? row.of_handshake : row.of_frame;
+  return answer == AnswerKind::kHandshake ? row.hits_handshake : row.hits_frame;
 }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -55,7 +55,7 @@ FaultRule ParseFaultRule(std::string_view text) {
   }
   const auto kind = FaultByName(parts[0]);
   if (!kind) {
-    std::string message = "there is no fault " + Quoted(parts[0]) + "; there are";
+    std::string message = "unknown fault " + Quoted(parts[0]) + "; the faults are";
     for (const FaultRow& row : kTable) message.append(" ").append(row.name);
     throw std::invalid_argument(message);
   }
@@ -65,7 +65,7 @@ FaultRule ParseFaultRule(std::string_view text) {
   if (parts.size() > 1) {
     const auto probability = ParseNumber(parts[1]);
     if (!probability || *probability < 0.0 || *probability > 1.0) {
-      throw std::invalid_argument(Quoted(parts[1]) + " is not a probability; it goes from 0 to 1");
+      throw std::invalid_argument(Quoted(parts[1]) + " is not a probability from 0 to 1");
     }
     rule.probability = *probability;
   }
@@ -92,14 +92,14 @@ void FaultBox::Strike(FaultKind kind, std::optional<double> seconds, Time now) {
 std::optional<FaultRule> FaultBox::Next(AnswerKind answer, Time now) {
   for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
     const FaultRule rule = entry->rule;
-    if (!Befalls(rule.kind, answer)) continue;
+    if (!Affects(rule.kind, answer)) continue;
     if (entry->once) {
       entries_.erase(entry);
       return rule;
     }
     if (now < entry->until) return rule;
     if (std::uniform_real_distribution<double>(0.0, 1.0)(random_) < rule.probability) {
-      // A drop lasts as long as the line is away; it must strike anew after that.
+      // A drop lasts while the line is gone; after that it must strike again.
       if (rule.kind != FaultKind::kDrop) entry->until = now + FromSeconds(rule.seconds);
       return rule;
     }
@@ -107,14 +107,14 @@ std::optional<FaultRule> FaultBox::Next(AnswerKind answer, Time now) {
   return {};
 }
 
-Answer FaultBox::Spoil(FaultKind kind, Answer answer) {
+Answer FaultBox::Apply(FaultKind kind, Answer answer) {
   switch (kind) {
     case FaultKind::kSilent:
     case FaultKind::kDrop:
       answer.text.clear();
       break;
     case FaultKind::kWrongAnswer:
-      // The printable characters but for "W", whose place the last of them takes.
+      // Any printable character except "W", which is replaced by the last one.
       answer.text = static_cast<char>('!' + Below('~' - '!'));
       if (answer.text == "W") answer.text = "~";
       break;
@@ -141,7 +141,7 @@ std::size_t FaultBox::Below(std::size_t limit) {
   return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random_);
 }
 
-// The terminator stays where it is, and no other "#" comes in: a frame of another length is a fault of its own.
+// The terminator stays in place and no other "#" is added: a frame of another length is a separate fault.
 std::string FaultBox::Garbled(std::string text) {
   const bool letters_only = Below(2) == 0;
   const std::size_t wrong_bytes = 1 + Below(kMostWrongBytes);

@@ -11,14 +11,14 @@
 
 namespace orvalis_unit {
 
-// What can go wrong between a question and its answer.
+// What can go wrong between a request and its answer.
 enum class FaultKind {
   kSilent,       // no answer
-  kWrongAnswer,  // the handshake answered with another printable character than "W"
-  kShort,        // a frame cut somewhere, its "#" sent right there
-  kCut,          // a frame cut somewhere, and no "#" at all
+  kWrongAnswer,  // the handshake is answered with a printable character other than "W"
+  kShort,        // a frame cut short, with "#" sent at the cut
+  kCut,          // a frame cut short, without "#"
   kGarbage,      // a frame of the right length with wrong bytes in it
-  kSlow,         // the bytes a tenth as fast
+  kSlow,         // bytes sent at a tenth of the speed
   kLate,         // the answer begins kLateBy after it should
   kDrop          // the line vanishes, as if the adapter were pulled out, and comes back
 };
@@ -26,16 +26,16 @@ inline constexpr std::size_t kFaultKindCount = 8;
 
 inline constexpr Time kLateBy = std::chrono::seconds(5);
 inline constexpr int kSlowFactor = 10;
-inline constexpr double kDropSeconds = 5.0;  // when a drop says nothing else
+inline constexpr double kDropSeconds = 5.0;  // the default
 
-// The word for it on the command line and on standard input.
+// Its name on the command line and on standard input.
 std::string_view FaultName(FaultKind kind);
 std::optional<FaultKind> FaultByName(std::string_view name);
 
 struct FaultRule {
   FaultKind kind;
-  double probability = 1.0;  // of striking at any one answer, 0..1
-  double seconds = 0.0;      // how long it lasts once it struck; 0: for that answer
+  double probability = 1.0;  // of striking each answer, 0..1
+  double seconds = 0.0;      // how long it lasts once it strikes; 0: for that answer only
 };
 
 // From "KIND[:PROBABILITY[:SECONDS]]". Throws std::invalid_argument with a text for the user.
@@ -48,38 +48,37 @@ struct Answer {
   AnswerKind kind;
   std::string text;
   Time delay{};      // before its first byte
-  int slowdown = 1;  // a byte takes this many times its proper time
+  int slowdown = 1;  // each byte takes this many times its normal time
 };
 
-// Decides which answers go wrong, and spoils them. The same seed gives the same faults for the same questions.
+// Decides which answers go wrong and applies the faults. The same seed gives the same faults for the same requests.
 class FaultBox {
  public:
   FaultBox(const std::vector<FaultRule>& rules, std::uint32_t seed);
 
-  // Brings a fault about: for `seconds` from `now`, or for the next answer that it can befall when there is no
-  // duration.
+  // Triggers a fault for `seconds` from `now`, or without a duration for the next answer that it can affect.
   void Strike(FaultKind kind, std::optional<double> seconds, Time now);
 
   // Ends every fault and forgets every rule.
   void Clear() { entries_.clear(); }
 
-  // The fault that befalls the answer due now, with its duration, if any does. Each call is one answer.
+  // The fault that affects the answer due now, with its duration, if any. Call once per answer.
   std::optional<FaultRule> Next(AnswerKind answer, Time now);
 
   // The answer as it leaves the unit under the fault. kSilent and kDrop leave its text empty.
-  Answer Spoil(FaultKind kind, Answer answer);
+  Answer Apply(FaultKind kind, Answer answer);
 
  private:
   struct Entry {
     FaultRule rule;
-    Time until{-1};     // under way up to here
-    bool once = false;  // strikes at the next answer and is gone
+    Time until{-1};     // active until this time
+    bool once = false;  // strikes the next answer only
   };
 
   std::size_t Below(std::size_t limit);
   std::string Garbled(std::string text);
 
-  std::vector<Entry> entries_;  // the first that strikes, wins
+  std::vector<Entry> entries_;  // the first that strikes wins
   std::mt19937 random_;
 };
 

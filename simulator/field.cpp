@@ -17,11 +17,11 @@ constexpr double kHighestTemperature = 999.99;  // five digits of hundredths
 constexpr std::string_view kFirmwareMark = " FW=21";
 constexpr std::size_t kFirmwarePosition = 111;
 
-constexpr FieldRow Count(Field field, std::string_view name, std::size_t position, double at_rest) {
-  return {field, name, position, FieldKind::kCount, 0.0, kHighestCount, at_rest};
+constexpr FieldRow Count(Field field, std::string_view name, std::size_t position, double default_value) {
+  return {field, name, position, FieldKind::kCount, 0.0, kHighestCount, default_value};
 }
-constexpr FieldRow Temperature(Field field, std::string_view name, std::size_t position, double at_rest) {
-  return {field, name, position, FieldKind::kTemperature, -kHighestTemperature, kHighestTemperature, at_rest};
+constexpr FieldRow Temperature(Field field, std::string_view name, std::size_t position, double default_value) {
+  return {field, name, position, FieldKind::kTemperature, -kHighestTemperature, kHighestTemperature, default_value};
 }
 constexpr FieldRow Flag(Field field, std::string_view name, std::size_t position, double highest = 1.0) {
   return {field, name, position, FieldKind::kFlag, 0.0, highest, 0.0};

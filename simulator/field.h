@@ -8,7 +8,7 @@
 
 namespace orvalis_unit {
 
-// The fields of a frame, in the order in which they stand in it. docs/simulator.md draws the line.
+// The fields of a frame, in frame order. docs/simulator.md shows the layout.
 enum class Field {
   kHumidity,
   kLight,
@@ -37,14 +37,14 @@ enum class FieldKind {
 struct FieldRow {
   Field field;
   std::string_view name;
-  std::size_t position;  // of the first character of the value, the first of the line being 1
+  std::size_t position;  // of the first character of the value, counted from 1
   FieldKind kind;
   double lowest;
   double highest;
-  double at_rest;  // a quiet, clear night; what a scenario that is silent about the field leaves there
+  double default_value;  // a quiet, clear night; used when the scenario does not mention the field
 };
 
-// One value a field, in its plain unit, indexed by Field.
+// One value per field, in its plain unit, indexed by Field.
 using Readings = std::array<double, kFieldCount>;
 
 // What the unit writes into TTP or TA when it has no reading, in degrees Celsius ("+19999").
@@ -57,15 +57,15 @@ constexpr std::size_t Index(Field field) { return static_cast<std::size_t>(field
 const std::array<FieldRow, kFieldCount>& FieldTable();
 const FieldRow& RowOf(Field field);
 
-// By the exact name in the frame ("TTP"); nothing when there is none such.
+// Looks up the exact name in the frame ("TTP").
 std::optional<Field> FieldByName(std::string_view name);
 
 // A value in the field's plain unit, or "none" for a TTP or TA without a reading.
 // Throws std::invalid_argument with a text that says what the field takes.
 double ParseFieldValue(Field field, std::string_view text);
 
-// The line that the unit sends: kFrameLength characters, the last one "#". Values outside a field's range are
-// brought to its nearer end, so that the positions always hold.
+// The frame: kFrameLength characters, the last one "#". Values are clamped to their field's range, so that the
+// positions always hold.
 std::string FrameText(const Readings& readings);
 
 }  // namespace orvalis_unit

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kStopped = 0;
 constexpr int kFailed = 1;
-constexpr int kWrongUse = 2;  // of the command line, or in the scenario
+constexpr int kWrongUse = 2;  // wrong command line or scenario
 
 int Run(const orvalis_unit::Options& options) {
   using orvalis_unit::Scenario;
@@ -33,7 +33,7 @@ int Run(const orvalis_unit::Options& options) {
   }
   Scenario scenario = options.scenario.empty() ? Scenario::Parse(orvalis_unit::NightScenario(), "night.scenario")
                                                : Scenario::Load(options.scenario);
-  // Whoever reads our standard output may go away; the line is to stay.
+  // The reader of standard output may exit; the line must stay.
   signal(SIGPIPE, SIG_IGN);
   const orvalis_unit::StopSignals signals;
   orvalis_unit::Runner runner(options, std::move(scenario));

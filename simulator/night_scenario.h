@@ -4,7 +4,7 @@
 
 namespace orvalis_unit {
 
-// The text of the night that is played when no scenario file is given.
+// The built-in night, played when no scenario file is given.
 std::string_view NightScenario();
 
 }  // namespace orvalis_unit

@@ -5,7 +5,7 @@
 namespace orvalis_unit {
 namespace {
 
-// A year of weather in five minutes; faster than that, a frame would hold nothing of what happened.
+// A year of weather in five minutes; at higher speeds a frame would miss most of it.
 constexpr double kHighestSpeed = 100000.0;
 
 double SpeedOf(std::string_view text) {
@@ -81,7 +81,7 @@ Options ParseOptions(std::span<const std::string_view> arguments) {
       options.shows_version = true;
       return options;
     } else {
-      throw UsageError("there is no option " + Quoted(option));
+      throw UsageError("unknown option " + Quoted(option));
     }
   }
   return options;
@@ -90,23 +90,23 @@ Options ParseOptions(std::span<const std::string_view> arguments) {
 std::string_view HelpText() {
   return R"(orvalis-unit: a weather sensor unit in software, on a pseudo terminal.
 
-It prints the path of the serial line that it makes, and answers there until it is stopped.
+It prints the path of its serial line and answers there until it is stopped.
 
-  --link PATH       make PATH a symbolic link to the line, as long as it is there
-  --scenario FILE   the weather to play, over and over; a night without it
-  --speed FACTOR    play the weather, and the unit's own clock, so many times as fast
-  --fast            do not take the time that the bytes take at 9600 bit/s
+  --link PATH       make PATH a symbolic link to the line while it exists
+  --scenario FILE   the weather to play, repeatedly; default: a night
+  --speed FACTOR    play the weather and the unit's clock this many times as fast
+  --fast            do not pace the bytes at 9600 bit/s
   --fault KIND[:PROBABILITY[:SECONDS]]
-                    let answers go wrong; may be given more than once. KIND is one of
+                    make answers go wrong; may be repeated. KIND is one of
                     silent wrong-answer short cut garbage slow late drop
-  --delay SECONDS   the line keeps every answer for so long
-  --bursts SECONDS  the line hands out what has gathered in it once in so long
-  --seed N          where the faults' chance begins; 1 without it
-  --record FILE     write down what happens on the line
-  --commands        take commands from standard input: set FIELD VALUE, release FIELD,
+  --delay SECONDS   delay every answer by this long
+  --bursts SECONDS  deliver gathered answers only once per interval
+  --seed N          random seed of the faults; default 1
+  --record FILE     record what happens on the line
+  --commands        read commands from standard input: set FIELD VALUE, release FIELD,
                     fault KIND [SECONDS], fault none, drop SECONDS, time H:MM:SS,
-                    delay SECONDS, bursts SECONDS, stall SECONDS (nothing comes out of the
-                    line, then everything at once), power SECONDS (the unit is off for so
+                    delay SECONDS, bursts SECONDS, stall SECONDS (nothing leaves the
+                    line, then everything at once), power SECONDS (the unit is off for that
                     long and forgets its settings), quit
   --help            print this
   --version         print the version

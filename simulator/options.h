@@ -19,13 +19,13 @@ struct Options {
   SensorUnit::Configuration unit;
 };
 
-// A command line that cannot be followed.
+// An invalid command line.
 class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-// `arguments` without the program's name. Throws UsageError. What follows a --help or --version is not looked at.
+// `arguments` without the program's name. Throws UsageError. Everything after --help or --version is ignored.
 Options ParseOptions(std::span<const std::string_view> arguments);
 
 std::string_view HelpText();

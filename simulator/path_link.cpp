@@ -23,7 +23,7 @@ PathLink::PathLink(std::string path, std::string target) : path_(std::move(path)
   } else if (type == fs::file_type::not_found) {
     fs::create_symlink(target_, path_, error);
   } else if (!error) {
-    throw std::runtime_error(path_ + " is there and is not a symbolic link");
+    throw std::runtime_error(path_ + " exists and is not a symbolic link");
   }
   if (error) throw std::runtime_error("cannot make the link " + path_ + ": " + error.message());
 }

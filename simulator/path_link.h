@@ -4,14 +4,14 @@
 
 namespace orvalis_unit {
 
-// A symbolic link that is there as long as the object is.
+// A symbolic link that exists as long as the object.
 class PathLink {
  public:
-  // Makes `path` a link to `target`, in the place of a link that is there already; that change is atomic. Throws
-  // std::runtime_error, among others when something else than a link is there.
+  // Makes `path` a link to `target`, atomically replacing an existing link. Throws std::runtime_error, for example if
+  // `path` exists and is not a link.
   PathLink(std::string path, std::string target);
 
-  // Leaves the path alone when somebody else has made it lead elsewhere meanwhile.
+  // Removes the link, unless it has been redirected meanwhile.
   ~PathLink();
 
   PathLink(const PathLink&) = delete;

@@ -39,7 +39,7 @@ PtyLine::PtyLine() : master_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONB
   if (slave_.Get() < 0) Fail("open");
   MakeRaw(slave_.Get());
 
-  // The line works without the watch, so a system that has none is no error.
+  // The line works without the watch, so a system without it is not an error.
   watch_ = UniqueFd(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
   if (inotify_add_watch(watch_.Get(), path_.c_str(), IN_OPEN | IN_CLOSE) < 0) watch_ = UniqueFd();
 }

@@ -8,14 +8,14 @@
 
 namespace orvalis_unit {
 
-// Writes down what happens on the line, one event a line and each at once, so that another program can follow it.
+// Records what happens on the line, one event per line, flushed at once so that another program can follow it.
 // docs/simulator.md lists the events.
 class Recorder {
  public:
   // Records nothing.
   Recorder() = default;
 
-  // Begins `path` anew. Throws std::runtime_error when it cannot be written.
+  // Truncates `path`. Throws std::runtime_error when it cannot be written.
   explicit Recorder(const std::string& path);
 
   void Write(Time now, std::string_view event);

@@ -54,7 +54,7 @@ Time Runner::WaitingTime() const {
 }
 
 void Runner::Wait(const StopSignals& signals) {
-  // poll ignores what is not there: descriptor -1.
+  // poll ignores descriptor -1.
   std::array<pollfd, 3> waits = {{{line_ ? line_->DataFd() : -1, POLLIN, 0},
                                   {line_ ? line_->UseFd() : -1, POLLIN, 0},
                                   {reads_commands_ ? STDIN_FILENO : -1, POLLIN, 0}}};
@@ -66,7 +66,7 @@ void Runner::Wait(const StopSignals& signals) {
     if (errno == EINTR) return;
     throw std::system_error(errno, std::generic_category(), "ppoll");
   }
-  // Bytes are recorded after the opening that they followed, and before the closing that followed them.
+  // Bytes are recorded after the open and before the close between which they arrived.
   std::vector<PtyLine::Use> uses;
   if (use.revents != 0) uses = line_->TakeUse();
   const bool others_left = !uses.empty() && uses.back() == PtyLine::Use::kClosed;
@@ -83,7 +83,7 @@ void Runner::BringUp() {
   Print(line_->Path());
 }
 
-// The link goes first: a program that is told of the hang-up must not find the dead line under the link.
+// The link is removed first: a program that sees the hang-up must not find the dead line under the link.
 void Runner::TakeDown(double seconds) {
   back_at_ = Now() + FromSeconds(seconds);
   if (!line_) return;

@@ -15,20 +15,20 @@
 
 namespace orvalis_unit {
 
-// Puts the unit on a line and keeps it there: one loop, asleep whenever nothing is due.
+// Runs the unit on a line: one loop, asleep whenever nothing is due.
 class Runner {
  public:
-  // Makes the line and the link, and prints the line's path. Throws std::exception.
+  // Creates the line and the link, and prints the line's path. Throws std::exception.
   Runner(const Options& options, Scenario scenario);
 
-  // Returns at a signal or at "quit". Throws std::exception when the line fails, or cannot be made again after it was
-  // taken away.
+  // Returns after a signal or "quit". Throws std::exception when the line fails, or cannot be created again after a
+  // drop.
   void Run(const StopSignals& signals);
 
  private:
   Time Now() const { return std::chrono::steady_clock::now() - start_; }
 
-  // Sleeps until something has come, is due, or a signal has arrived; takes what has come.
+  // Sleeps until there is input, something is due, or a signal arrives; reads the input.
   void Wait(const StopSignals& signals);
   Time WaitingTime() const;
 
@@ -45,10 +45,10 @@ class Runner {
   SensorUnit unit_;
   std::optional<PtyLine> line_;
   std::optional<PathLink> link_;
-  Time back_at_{};  // while there is no line: when it comes back
+  Time back_at_{};  // when a dropped line comes back
   Time next_sample_{};
   bool reads_commands_;
-  std::string typed_;  // of standard input, not yet a whole line
+  std::string typed_;  // incomplete line of standard input
   bool quit_ = false;
 };
 

@@ -12,7 +12,7 @@
 
 namespace orvalis_unit {
 
-// Reads the lines of one file, knowing where it is for the messages.
+// Reads the lines of one file, tracking the line number for messages.
 class Scenario::Reader {
  public:
   explicit Reader(std::string name) : name_(std::move(name)) {}
@@ -62,7 +62,7 @@ class Scenario::Reader {
     if (words.size() != 3) Fail(line, "expected: time field value");
     const double time = TimeOf(words[0], line);
     const auto field = FieldByName(words[1]);
-    if (!field) Fail(line, "there is no field " + Quoted(words[1]));
+    if (!field) Fail(line, "unknown field " + Quoted(words[1]));
     Point point{time, std::nullopt, line};
     const bool is_auto = RowOf(*field).kind == FieldKind::kFlag && words[2] == "auto";
     if (!is_auto) {
@@ -75,7 +75,7 @@ class Scenario::Reader {
     scenario_.tracks_[Index(*field)].push_back(point);
   }
 
-  // What can only be seen with all lines read.
+  // Checks that need all lines.
   void Complete() {
     double last_time = 0.0;
     for (const FieldRow& row : FieldTable()) {
@@ -123,7 +123,7 @@ std::optional<double> Scenario::At(Field field, double seconds) const {
   const Point& left = *std::prev(after);
   if (after == track.end() || is_flag) return left.value;
 
-  // A missing reading is no temperature to draw a line to or from.
+  // No interpolation to or from a missing reading.
   if (left.value == kNoReading || after->value == kNoReading) return left.value;
   const double share = (time - left.time) / (after->time - left.time);
   return *left.value + share * (*after->value - *left.value);

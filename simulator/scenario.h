@@ -11,26 +11,26 @@
 
 namespace orvalis_unit {
 
-// A scenario that cannot be read; what() begins with the file and the line.
+// An invalid scenario; what() begins with the file and the line.
 class ScenarioError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-// The weather over one period, played over and over. docs/simulator.md describes the file.
+// The weather over one period, which repeats. docs/simulator.md describes the file format.
 class Scenario {
  public:
-  // `name` stands for the text in messages. Throws ScenarioError.
+  // `name` identifies the text in messages. Throws ScenarioError.
   static Scenario Parse(std::string_view text, const std::string& name);
 
-  // As Parse, from a file; one that cannot be read is a ScenarioError too.
+  // As Parse, from a file; an unreadable file is also a ScenarioError.
   static Scenario Load(const std::string& path);
 
-  // The value of `field` at `seconds` (0 or more) from the start of the play, in the field's plain unit; nothing
-  // when the scenario leaves the field to the unit.
+  // The value of `field` at `seconds` (0 or more) from the start, in the field's plain unit; nothing when the scenario
+  // leaves the field to the unit.
   std::optional<double> At(Field field, double seconds) const;
 
-  // `seconds` within the period: at least 0 and less than Period(), or 0 when nothing in the scenario moves.
+  // `seconds` modulo the period: at least 0 and less than Period(), or 0 when the scenario is constant.
   double Fold(double seconds) const;
 
   // Seconds.

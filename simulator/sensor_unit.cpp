@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view kHandshakeAnswer = "W";
 
-// Requests that come while this many answers are waiting find the unit busy and are lost.
+// Requests that arrive while this many answers are queued find the unit busy and are lost.
 constexpr std::size_t kMostWaiting = 16;
 
 struct ReportedSetting {
@@ -16,7 +16,7 @@ struct ReportedSetting {
   Setting setting;
 };
 
-// The settings that stand in the frame.
+// The settings that the frame reports.
 constexpr ReportedSetting kReported[] = {{Field::kHeaterAllowed, Setting::kHeaterAllowed},
                                          {Field::kRelayAllowed, Setting::kRelayAllowed},
                                          {Field::kWindAlarm, Setting::kWindAlarm},
@@ -41,7 +41,7 @@ void SensorUnit::Receive(std::string_view bytes, Time now) {
   for (const char byte : bytes) {
     const auto request = parser_.Feed(byte);
     if (request) Handle(*request, now);
-    if (drop_) return;  // the rest is still in the cable that was pulled
+    if (drop_) return;  // the rest is lost with the pulled cable
   }
 }
 
@@ -76,7 +76,7 @@ void SensorUnit::Reply(AnswerKind kind, std::string text, Time now) {
   Answer answer{.kind = kind, .text = std::move(text)};
   if (const auto fault = faults_.Next(kind, now)) {
     recorder_.Write(now, "fault " + std::string(FaultName(fault->kind)));
-    answer = faults_.Spoil(fault->kind, std::move(answer));
+    answer = faults_.Apply(fault->kind, std::move(answer));
     if (fault->kind == FaultKind::kDrop) drop_ = fault->seconds;
   }
   if (answer.text.empty()) return;
@@ -86,7 +86,7 @@ void SensorUnit::Reply(AnswerKind kind, std::string text, Time now) {
 
 Readings SensorUnit::CurrentReadings(Time now) {
   Readings readings{};
-  for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.at_rest;
+  for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.default_value;
   for (const ReportedSetting& row : kReported) readings[Index(row.field)] = settings_[Index(row.setting)];
 
   const auto impose = [&](Field field) {
@@ -96,7 +96,7 @@ Readings SensorUnit::CurrentReadings(Time now) {
   };
   for (const FieldRow& row : FieldTable()) impose(row.field);
 
-  // What is imposed on the flags counts for the logic too; its own two outputs can be overruled as well.
+  // Overridden flags apply to the logic too; its two outputs can also be overridden.
   Settings effective = settings_;
   for (const ReportedSetting& row : kReported) effective[Index(row.setting)] = readings[Index(row.field)] != 0.0;
   const auto outputs = logic_.Step(readings, effective, FromSeconds(ToSeconds(now) * speed_));
@@ -113,7 +113,7 @@ void SensorUnit::JumpTo(double seconds, Time now) {
 }
 
 double SensorUnit::ScenarioTime(Time now) const {
-  // Rounding must not put the moment of a jump to 0 before the start.
+  // Rounding must not put a jump to 0 before the start.
   return scenario_.Fold(std::max(0.0, offset_ + ToSeconds(now) * speed_));
 }
 

@@ -24,7 +24,7 @@ StopSignals::StopSignals() {
     sigaction(number, &action, nullptr);
   }
   sigprocmask(SIG_BLOCK, &held, &outside_);
-  // Whoever starts the unit in the background may hand these down held back.
+  // A parent process may have passed these on blocked.
   for (const int number : kSignals) sigdelset(&outside_, number);
 }
 

@@ -4,8 +4,8 @@
 
 namespace orvalis_unit {
 
-// Turns SIGINT, SIGTERM and SIGHUP into a flag that a waiting loop sees: they are held back all the time but while
-// the loop sleeps, so that none slips in between a look at the flag and the sleep. One object a process.
+// Turns SIGINT, SIGTERM and SIGHUP into a flag for a waiting loop. They are blocked except while the loop sleeps, so
+// that none is lost between checking the flag and sleeping. One object per process.
 class StopSignals {
  public:
   StopSignals();

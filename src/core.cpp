@@ -123,10 +123,10 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
       poll_timer_([this] { Poll(); }),
       setup_timer_([this] { Poll(); }),
       second_timer_([this] {
-        boundary_.RunWhole("watching the settings", [this] { settings_loss_.Watch(); });
+        boundary_.RunToEnd("watching the settings", [this] { settings_loss_.Watch(); });
         Tick("reconnecting", [this] {
           reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
-          poll_.WatchStaleness();
+          poll_.CheckStaleness();
         });
       }),
       error_log_(events_, [this](const std::string& text) { error_output_.Write("orvalis: " + text); }),
@@ -140,7 +140,7 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                      .traffic = traffic_,
                      .locale = store_.locale(),
                      .demo_mode = [this] { return poll_.InDemoMode(); },
-                     .judge_age = [this] { poll_.WatchStaleness(); },
+                     .expire_verdict = [this] { poll_.CheckStaleness(); },
                      .run_setup =
                          [this](Weather::Done closed) {
                            if (front_ == nullptr) {

@@ -38,7 +38,7 @@ class ProgramWindows : public Front {
   /// A click's work, which is done then.
   template <typename Work>
   void Click(std::string_view doing, Work work) {
-    parts_.boundary.RunWhole(doing, work);
+    parts_.boundary.RunToEnd(doing, work);
     core_.Refresh();
   }
   void BuildPanel();

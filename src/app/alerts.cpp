@@ -2,12 +2,11 @@
 
 #include <exception>
 #include <limits>
-#include <utility>
 
 namespace orvalis {
 namespace {
 
-/// What one kind of alert depends on.
+/// The inputs of one kind of alert.
 struct AlertRow {
   const char* name;  ///< for a person
   bool (*holds)(const WeatherState& weather);
@@ -15,9 +14,9 @@ struct AlertRow {
   std::string Settings::*sound_file;
   std::int32_t Settings::*program_switch;
   std::string Settings::*program_file;
-  /// The relay's sound counts on when it is released: without repeating it sounds once per enabling of the alerts.
-  bool sound_counts_on = false;
-  /// Whether the condition can be told at all; while it cannot, it neither begins nor ends.
+  /// The relay's sound is not reset when the relay releases: without repeat it plays once per enabling of the alerts.
+  bool sound_latches = false;
+  /// Whether the condition is known; while it is not, it neither begins nor ends.
   bool WeatherState::*known = nullptr;
 };
 
@@ -35,23 +34,21 @@ constexpr std::array<AlertRow, Alerts::kKinds> kRows{{
      &Settings::g_sCloudSounds, &Settings::g_bchkCloudApp, &Settings::g_sCloudApp, false, &WeatherState::ambient_known},
 }};
 
-/// Counts one occurrence; whether it is one to act on.
+/// Counts one occurrence. Returns whether to act on it.
 bool Count(std::int32_t& counter, bool repeats) {
   if (counter < std::numeric_limits<std::int32_t>::max()) ++counter;
   return repeats || counter == 1;
 }
 
-/// An alert that cannot be given is a line in the event list, and the next one is tried again.
+/// A failed alert is recorded in the event list, and the next one is tried again.
 template <typename Give>
-void Try(const AlertRow& row, const char* what, std::string& last_failure, EventList& events, Give give) {
+void Try(const AlertRow& row, const char* what, OnceUntilMended& trouble, EventList& events, Give give) {
   try {
     give();
-    last_failure.clear();
+    trouble.Mended();
   } catch (const std::exception& error) {
-    std::string failure = std::string("the ") + row.name + " " + what + ": " + error.what();
-    if (failure == last_failure) return;
-    last_failure = std::move(failure);
-    events.Record(last_failure);
+    const std::string failure = std::string("the ") + row.name + " " + what + ": " + error.what();
+    if (trouble.IsNews(failure)) events.Record(failure);
   }
 }
 
@@ -63,15 +60,15 @@ void Alerts::Check(Kind kind, const Settings& settings, const WeatherState& weat
   if (row.known != nullptr && !(weather.*row.known)) return;
   const bool enabled = settings.g_bchkEnableSounds == 1;
   const bool holds = row.holds(weather);
-  if (row.sound_counts_on ? !enabled : !holds) counters.sound = {};
-  if (!holds || (row.sound_counts_on && !enabled)) counters.program = {};
+  if (row.sound_latches ? !enabled : !holds) counters.sound = {};
+  if (!holds || (row.sound_latches && !enabled)) counters.program = {};
   if (!enabled || !holds) return;
 
   if (settings.*row.sound_switch == 1 && Count(counters.sound.times, settings.g_bchkRepeatSounds == 1)) {
-    Try(row, "sound", counters.sound.failure, events_, [&] { sounds_.Play(settings.*row.sound_file); });
+    Try(row, "sound", counters.sound.trouble, events_, [&] { sounds_.Play(settings.*row.sound_file); });
   }
   if (settings.*row.program_switch == 1 && Count(counters.program.times, settings.g_bchkRepeatApp == 1)) {
-    Try(row, "program", counters.program.failure, events_, [&] { programs_.Start(settings.*row.program_file); });
+    Try(row, "program", counters.program.trouble, events_, [&] { programs_.Start(settings.*row.program_file); });
   }
 }
 

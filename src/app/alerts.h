@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/event_list.h"
+#include "base/once_until_mended.h"
 #include "config/settings.h"
 #include "reading/weather_state.h"
 
@@ -15,8 +16,8 @@ namespace orvalis {
 class SoundPlayer {
  public:
   virtual ~SoundPlayer() = default;
-  /// Stops what is playing and plays the file at `path`, without waiting for its end. Throws RunTimeError
-  /// kFileNotFound for a missing file and kDeviceUnavailable on a machine without sound.
+  /// Stops the current sound and plays the file at `path`, without waiting. Throws RunTimeError kFileNotFound for a
+  /// missing file and kDeviceUnavailable on a machine without sound.
   virtual void Play(const std::string& path) = 0;
 };
 
@@ -24,14 +25,14 @@ class SoundPlayer {
 class ProgramStarter {
  public:
   virtual ~ProgramStarter() = default;
-  /// Starts the program or script at `path`, with no shell in between, and forgets it. Throws RunTimeError
-  /// kFileNotFound or kPermissionDenied.
+  /// Starts the program or script at `path`, without a shell, as a detached process. Throws RunTimeError kFileNotFound
+  /// or kPermissionDenied.
   virtual void Start(const std::string& path) = 0;
 };
 
-/// A sound and a program for each of five conditions, each as often as the user wants: once when the condition begins,
-/// or in every working cycle as long as it holds. The relay's sound alone is given once per enabling of the alerts; its
-/// program, which may close a roof, each time the relay goes on.
+/// A sound and a program for each of five conditions: once when the condition begins, or in every working cycle while
+/// it holds. Only the relay's sound plays once per enabling of the alerts; its program, which may close a roof, starts
+/// each time the relay switches on.
 class Alerts {
  public:
   enum class Kind { kRelay, kRain, kWind, kLight, kCloud };
@@ -40,13 +41,13 @@ class Alerts {
   Alerts(SoundPlayer& sounds, ProgramStarter& programs, EventList& events)
       : sounds_(sounds), programs_(programs), events_(events) {}
 
-  /// Once in each working cycle, when the condition of `kind` has been found.
+  /// Call once in each working cycle, when the condition of `kind` has been determined.
   void Check(Kind kind, const Settings& settings, const WeatherState& weather);
 
  private:
   struct Counter {
     std::int32_t times = 0;
-    std::string failure;  ///< as listed last: one that comes again each cycle is listed once
+    OnceUntilMended trouble;
   };
   struct Counters {
     Counter sound;

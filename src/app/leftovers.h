@@ -4,15 +4,15 @@
 
 namespace orvalis {
 
-/// What is left of the focuser template: its compensation indicators and the clamp of its position. They have no effect
-/// on the weather.
+/// Leftovers of the focuser template: its compensation indicators and the clamp of its position. They do not affect the
+/// weather.
 struct Leftovers {
   bool temperature_compensation = true;
   bool second_indicator = true;
   int compensation_state = 0;  ///< 2 unavailable, 1 on, 0 off
   int second_state = 0;        ///< 1 on, 0 off
 
-  /// After the settings were loaded or changed.
+  /// Call after the settings were loaded or changed.
   void Refresh(Settings& settings);
 };
 

@@ -2,7 +2,7 @@
 
 namespace orvalis {
 
-/// The main panel's window as start-up and shutdown see it. Edges are in screen pixels.
+/// The main panel's window, as start-up and shutdown use it. Edges are in screen pixels.
 class PanelWindow {
  public:
   virtual ~PanelWindow() = default;

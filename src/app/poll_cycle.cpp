@@ -12,8 +12,8 @@ constexpr std::int16_t kTicksPerCycle = 2;
 constexpr std::int16_t kLongestCount = std::numeric_limits<std::int16_t>::max();
 constexpr std::string_view kPolling = "polling the unit";
 constexpr std::int64_t kFreshForMs = std::chrono::milliseconds(kFreshFor).count();
-constexpr std::string_view kFreshAgain = "Complete frames are coming in again";
-/// For so long that is news.
+constexpr std::string_view kFreshAgain = "Receiving complete frames again";
+/// How long that message stays.
 constexpr std::int64_t kNewsForMs = 60'000;
 
 }  // namespace
@@ -22,23 +22,23 @@ PollCycle::PollCycle(const Parts& parts) : parts_(parts), last_frame_tick_(parts
 
 void PollCycle::Poll() {
   RaiseCounters();
-  WatchStaleness();
-  WatchAveragingCount();
+  CheckStaleness();
+  CheckAveragingCount();
   if (counters_.divider.ticks() < kTicksPerCycle || cycle_.running()) return;
   counters_.divider.Reset();
   cycle_.Start(WorkingCycle(), [this](const std::exception_ptr& error) {
     if (!error) return;
     parts_.boundary.Report(kPolling, error);
-    WatchStaleness();  // the verdict of such a frame stands no longer than that of the last one with a meaning
+    CheckStaleness();  // the verdict of an unusable frame expires with the last usable one
   });
 }
 
 Task<> PollCycle::WorkingCycle() {
   ++sample_count_;
-  TakeBackDemoVerdict();
+  WithdrawDemoVerdict();
   const Source source = co_await NextFrame();
   if (source == Source::kNone) co_return;
-  BeginAnewAfterAGap(source);
+  ResetAfterGap(source);
   ReadSwitches();
   ReadRainLightAndWind();
   Convert();
@@ -57,9 +57,9 @@ Task<PollCycle::Source> PollCycle::NextFrame() {
     co_return Source::kDemo;
   }
   counters_.demo_line.Reset();
-  // A unit that was switched off may answer again at any moment, so there is no limit to the asking.
+  // A unit that was switched off may answer again at any moment, so requests are repeated without limit.
   while (parts_.link.Ready() && !InDemoMode()) {
-    // Before each request: a unit that was greeted again may have lost its settings, and its verdict with them.
+    // Before each request: after a new handshake the unit may have lost its settings, and its verdict depends on them.
     co_await parts_.link.PushSettings(parts_.settings);
     if (!parts_.link.Ready() || InDemoMode()) break;
     const SensorLink::FrameResult result = co_await parts_.link.RequestFrame(frame_);
@@ -69,27 +69,27 @@ Task<PollCycle::Source> PollCycle::NextFrame() {
   co_return Source::kNone;
 }
 
-void PollCycle::TakeBackDemoVerdict() {
+void PollCycle::WithdrawDemoVerdict() {
   if (InDemoMode() || source_ != Source::kDemo) return;
   source_ = Source::kNone;
-  TakeBackVerdict();
+  WithdrawVerdict();
 }
 
-void PollCycle::TakeBackVerdict() {
+void PollCycle::WithdrawVerdict() {
   const bool was_safe = parts_.weather.unsafe_indicator == 0;
   parts_.weather.unsafe_indicator = WeatherState::kNoVerdict;
   parts_.panel.safe.reset();
   if (!was_safe || !parts_.panel.fresh_at) return;
-  parts_.logs.TakeBack({.time = *parts_.panel.fresh_at,
+  parts_.logs.Withdraw({.time = *parts_.panel.fresh_at,
                         .weather = parts_.weather,
                         .frame = frame_,
                         .seconds_since_frame = seconds_since_frame()},
                        parts_.settings);
 }
 
-void PollCycle::BeginAnewAfterAGap(Source source) {
-  // Averages of last evening, or of made-up values, mixed with readings of now would look fresh and be wrong.
-  // The clock is asked too: the machine may have slept since the last tick.
+void PollCycle::ResetAfterGap(Source source) {
+  // Averages mixed from old or demo values and current readings would look fresh and be wrong. The clock is checked
+  // too: the machine may have slept since the last tick.
   const bool on_time = parts_.loop.TickCount() - last_frame_tick_ < kFreshForMs;
   const bool continues = source == source_ && !parts_.panel.stale && on_time;
   source_ = source;
@@ -116,10 +116,10 @@ void PollCycle::ReadRainLightAndWind() {
 }
 
 void PollCycle::Convert() {
-  frame_without_meaning_ = true;
+  last_frame_unusable_ = true;
   const bool averaged =
       interpreter_.Interpret(frame_, parts_.settings, TakeHumiditySelector(parts_.panel), parts_.weather);
-  frame_without_meaning_ = false;
+  last_frame_unusable_ = false;
   ShowReadings(parts_.weather, parts_.settings.Centigrade, parts_.locale, parts_.panel);
   parts_.panel.averaging =
       AveragingText(averaged, interpreter_.samples_taken(), parts_.settings.TempsAvgCount, parts_.panel.ambient);
@@ -128,7 +128,7 @@ void PollCycle::Convert() {
 void PollCycle::ShowFresh() {
   if (stale_reported_) {
     stale_reported_ = false;
-    parts_.events.Record("fresh again: complete frames are coming in");
+    parts_.events.Record("fresh again: receiving complete frames");
     parts_.panel.status = kFreshAgain;
     fresh_again_since_ = parts_.loop.TickCount();
   }
@@ -166,16 +166,16 @@ void PollCycle::RaiseCounters() {
   }
 }
 
-void PollCycle::WatchAveragingCount() {
+void PollCycle::CheckAveragingCount() {
   const std::string complaint = AveragingCountComplaint(parts_.settings.TempsAvgCount);
   if (complaint == parts_.panel.StandingText(StandingMessage::Cause::kAveragingCount)) return;
   parts_.panel.Stand({.cause = StandingMessage::Cause::kAveragingCount, .text = complaint});
-  parts_.events.Record(complaint.empty() ? "the setting \"TempsAvgCount\" is between its limits again" : complaint);
+  parts_.events.Record(complaint.empty() ? "the setting \"TempsAvgCount\" is within its limits again" : complaint);
 }
 
-void PollCycle::WatchStaleness() {
-  TakeBackDemoVerdict();
-  // Ticks are not delivered while the machine sleeps or the timer is paused; the values age all the same.
+void PollCycle::CheckStaleness() {
+  WithdrawDemoVerdict();
+  // Values age even while no ticks arrive because the machine sleeps or the timer is paused.
   const std::int64_t now = parts_.loop.TickCount();
   const std::int64_t elapsed = (now - last_frame_tick_) / 1000;
   while (counters_.since_frame.ticks() < std::min<std::int64_t>(elapsed, kLongestCount)) counters_.since_frame.Raise();
@@ -184,19 +184,19 @@ void PollCycle::WatchStaleness() {
   } else if (!ready_since_ || session_ != parts_.link.session()) {
     ready_since_ = now;
     session_ = parts_.link.session();
-    stale_reported_ = false;  // a new connection's silence is news again
+    stale_reported_ = false;  // silence of a new connection is reported again
   }
   if (counters_.since_frame.ticks() < kFreshFor.count()) return;
   parts_.panel.stale = true;
   const bool keeps = parts_.settings.KeepVerdict == 1;
-  if (!keeps && parts_.weather.unsafe_indicator != WeatherState::kNoVerdict) TakeBackVerdict();
-  // A link that was opened a moment ago gets its time first.
+  if (!keeps && parts_.weather.unsafe_indicator != WeatherState::kNoVerdict) WithdrawVerdict();
+  // A link that was just opened gets time to answer.
   const bool answer_due = ready_since_ && now - *ready_since_ >= kFreshForMs;
   if (stale_reported_ || !answer_due) return;
   stale_reported_ = true;
   const std::string since =
       parts_.panel.fresh_at ? "since " + FormatTimeOfDay(*parts_.panel.fresh_at) : "since the start";
-  const std::string lacking = frame_without_meaning_ ? "reading that makes sense" : "complete frame";
+  const std::string lacking = last_frame_unusable_ ? "valid reading" : "complete frame";
   parts_.events.Record("stale: no " + lacking + " " + since);
   parts_.panel.status = "No " + lacking + " from the unit " + since;
 }

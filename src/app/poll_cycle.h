@@ -26,8 +26,8 @@
 
 namespace orvalis {
 
-/// The program's main loop: on every second tick of the poll timer it takes one frame, turns it into the current values
-/// and shows them.
+/// The program's main loop: on every second tick of the poll timer it fetches one frame, turns it into the current
+/// values and shows them.
 class PollCycle {
  public:
   struct Parts {
@@ -42,33 +42,33 @@ class PollCycle {
     Alerts& alerts;
     LogWriter& logs;
     NumberLocale locale;
-    bool demo_override = false;                ///< demo mode for this run, whatever the setting says
-    std::array<UploadSchedule*, 2> uploads{};  ///< in the order in which they are started; may be none
-    std::function<void()> draw{};              ///< draws the panel, before the uploads take its picture; may be none
+    bool demo_override = false;                ///< demo mode for this run, regardless of the setting
+    std::array<UploadSchedule*, 2> uploads{};  ///< in starting order; may be null
+    std::function<void()> draw{};              ///< draws the panel before the uploads capture it; may be empty
   };
-  /// Told after each working cycle that got a frame, with the frame.
+  /// Called after each working cycle that got a frame.
   using Listener = std::function<void(const SensorFrame& frame)>;
 
   explicit PollCycle(const Parts& parts);
 
-  /// One tick of the poll timer, every 1000 ms. A tick that arrives while a working cycle waits for the unit only
-  /// counts.
+  /// One tick of the poll timer, every 1000 ms. A tick during a working cycle that waits for the unit only raises the
+  /// counters.
   void Poll();
 
-  /// Turns the panel's values grey and takes the verdict back when they are older than `kFreshFor`. `Poll` does it;
-  /// who serves the verdict at any other time asks for it first, because no tick may have come for hours.
-  void WatchStaleness();
+  /// Turns the panel's values grey and withdraws the verdict when they are older than `kFreshFor`. `Poll` calls it;
+  /// call it also before serving the verdict at any other time, because there may have been no tick for hours.
+  void CheckStaleness();
 
   void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
 
   [[nodiscard]] bool InDemoMode() const { return parts_.demo_override || parts_.settings.DemoMode == 1; }
-  /// How many working cycles there were, with a frame or without.
+  /// The number of working cycles, with or without a frame.
   [[nodiscard]] std::int64_t sample_count() const { return sample_count_; }
   /// Seconds since the last complete frame, or since the start; at most 32767.
   [[nodiscard]] std::int16_t seconds_since_frame() const { return counters_.since_frame.ticks(); }
 
  private:
-  /// Counted in ticks of one second. Each stops at the limit that it is waited for, see TickCounter.
+  /// Ticks of one second. Each counter stops at its limit, see TickCounter.
   struct Counters {
     TickCounter divider;
     TickCounter demo_line;
@@ -79,21 +79,21 @@ class PollCycle {
   enum class Source { kNone, kUnit, kDemo };
 
   Task<> WorkingCycle();
-  /// Fetches the frame of this cycle into `frame_` and tells where it comes from.
+  /// Fetches the frame of this cycle into `frame_` and returns its source.
   Task<Source> NextFrame();
-  /// After demo mode: what is made up says nothing about the sky.
-  void TakeBackDemoVerdict();
-  /// From now on nobody knows whether it is safe.
-  void TakeBackVerdict();
-  /// Says so for as long as the setting allows no averages.
-  void WatchAveragingCount();
-  /// Forgets what earlier frames left in averages and gusts when this one does not continue them.
-  void BeginAnewAfterAGap(Source source);
+  /// After demo mode: demo values say nothing about the sky.
+  void WithdrawDemoVerdict();
+  /// Makes the verdict unknown, and so unsafe.
+  void WithdrawVerdict();
+  /// Shows a notice while the averaging count is invalid.
+  void CheckAveragingCount();
+  /// Resets averages and gusts when this frame does not continue the earlier ones.
+  void ResetAfterGap(Source source);
   /// The verdict and the relay's alert, before anything that can fail.
   void ReadSwitches();
-  /// Rain, light and wind, with their alerts: no reading of them is without a meaning.
+  /// Rain, light and wind, with their alerts: every reading of these is valid.
   void ReadRainLightAndWind();
-  /// The temperatures and what follows from them.
+  /// The temperatures and the values derived from them.
   void Convert();
   void ShowFresh();
   void StartUploads();
@@ -105,11 +105,11 @@ class PollCycle {
   Counters counters_;
   std::int64_t sample_count_ = 0;
   std::int64_t last_frame_tick_;             ///< TickCount of the last complete frame, or of the start
-  std::uint64_t session_ = 0;                ///< the connection that `ready_since_` belongs to
-  std::optional<std::int64_t> ready_since_;  ///< TickCount since when the unit can be asked
+  std::uint64_t session_ = 0;                ///< the connection of `ready_since_`
+  std::optional<std::int64_t> ready_since_;  ///< TickCount when the unit became ready
   bool stale_reported_ = false;
-  bool frame_without_meaning_ = false;             ///< the last frame was complete and could not be converted
-  std::optional<std::int64_t> fresh_again_since_;  ///< TickCount of the first frame after a silence that was reported
+  bool last_frame_unusable_ = false;               ///< the last frame was complete but could not be converted
+  std::optional<std::int64_t> fresh_again_since_;  ///< TickCount of the first frame after a reported silence
   bool any_frame_ = false;                         ///< since the start
   SensorFrame frame_;
   Source source_ = Source::kNone;  ///< of the last frame

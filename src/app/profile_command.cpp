@@ -9,7 +9,7 @@
 namespace orvalis {
 namespace {
 
-/// What the program would use: of a store with another layout the next start resets what has a default.
+/// What the program would use: the next start resets a store with another layout to the defaults.
 std::string EffectiveText(const SettingKey& key, const SettingsStore& store) {
   if (key.default_text && !store.HasCurrentLayout()) return DefaultText(key, store.program_folder(), store.locale());
   std::string text = store.Get(key);
@@ -27,7 +27,7 @@ void List(const SettingsStore& store, std::ostream& out) {
   }
 }
 
-/// False when `value` is refused, with the reason in `error`.
+/// Returns false when `value` is refused, with the reason in `error`.
 bool Set(const SettingKey& key, std::string value, SettingsStore& store, std::istream& in, std::ostream& error) {
   if (value == "-") {
     value.clear();
@@ -54,7 +54,7 @@ bool Set(const SettingKey& key, std::string value, SettingsStore& store, std::is
 }
 
 void Acknowledge(SettingsStore& store, std::ostream& out) {
-  store.CheckWhole();
+  store.CheckIntact();
   const std::string loss = store.LossNotice();
   if (loss.empty()) {
     out << "There is nothing to acknowledge.\n";
@@ -77,7 +77,7 @@ int RunProfileCommand(const ProfileCommand& command, SettingsStore& store, std::
       return 0;
     }
     if (command.verb == ProfileCommand::Verb::kList) {
-      store.CheckWhole();
+      store.CheckIntact();
       List(store, out);
       return 0;
     }
@@ -89,7 +89,7 @@ int RunProfileCommand(const ProfileCommand& command, SettingsStore& store, std::
       return kNoSuchKey;
     }
     if (command.verb == ProfileCommand::Verb::kGet) {
-      store.CheckWhole();
+      store.CheckIntact();
       out << EffectiveText(*key, store) << '\n';
       return 0;
     }

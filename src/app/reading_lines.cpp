@@ -8,8 +8,8 @@
 namespace orvalis {
 namespace {
 
-/// Any bytes as a JSON string. A garbled frame may hold bytes that are no text at all; each stands for the character
-/// of its number then.
+/// Any bytes as a JSON string. A garbled frame may contain bytes that are not text; each becomes the character with its
+/// number.
 std::string Quoted(std::string_view bytes) {
   constexpr std::string_view kHex = "0123456789abcdef";
   std::string text = "\"";
@@ -35,7 +35,7 @@ class JsonObject {
   JsonObject& Text(std::string_view name, std::string_view value, bool known = true) {
     return Raw(name, known ? Quoted(value) : "null");
   }
-  /// UTF-8 as it stands, but for what JSON does not allow in a string.
+  /// UTF-8 unchanged, except for what JSON does not allow in a string.
   JsonObject& Utf8(std::string_view name, std::string_view value) {
     std::string text = "\"";
     for (const char c : value) {

@@ -9,7 +9,7 @@
 
 namespace orvalis {
 
-/// What the headless program says after one working cycle.
+/// The headless program's output after one working cycle.
 struct Reading {
   CivilTime time;
   const WeatherState& weather;
@@ -17,8 +17,8 @@ struct Reading {
   bool connected = false;
 };
 
-// One line each, without a line end. Numbers always have a point; a temperature that is not known yet is "-" in the
-// text and null in JSON. docs/guide.md lists the JSON fields.
+// One line each, without a line end. Numbers always have a decimal point; an unknown temperature is "-" in the text and
+// null in JSON. docs/guide.md lists the JSON fields.
 
 [[nodiscard]] std::string ReadingText(const Reading& reading);
 [[nodiscard]] std::string ReadingJson(const Reading& reading);

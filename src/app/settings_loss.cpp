@@ -12,7 +12,7 @@ void SettingsLoss::Watch() {
 }
 
 void SettingsLoss::Acknowledge() {
-  acknowledged_ = notice_;  // for this run at least, should the disk be full
+  acknowledged_ = notice_;  // at least for this run, should the disk be full
   Watch();
   parts_.store.AcknowledgeLoss();
 }

@@ -8,8 +8,8 @@
 
 namespace orvalis {
 
-/// Says on the panel and in the event list that the settings were destroyed, and what took their place, until a person
-/// has acknowledged it, here or from a terminal.
+/// Shows on the panel and in the event list that the settings were destroyed, and what replaced them, until a person
+/// acknowledges it here or from a terminal.
 class SettingsLoss {
  public:
   struct Parts {
@@ -20,9 +20,9 @@ class SettingsLoss {
 
   explicit SettingsLoss(const Parts& parts) : parts_(parts) {}
 
-  /// Once a second: the notice may be acknowledged from outside. Throws RunTimeError when the store fails.
+  /// Call once a second: the notice may be acknowledged from outside. Throws RunTimeError when the store fails.
   void Watch();
-  /// Throws RunTimeError when the store fails; then the acknowledgement holds for this run.
+  /// Throws RunTimeError when the store fails; the acknowledgement then holds for this run.
   void Acknowledge();
 
  private:

@@ -12,7 +12,7 @@
 namespace orvalis {
 namespace {
 
-/// Two limits of which the second is meant to be the higher one.
+/// Two limits, of which the second should be the higher one.
 struct LimitPair {
   double Settings::*low_real;
   double Settings::*high_real;
@@ -49,26 +49,26 @@ const UnitCommand* CommandOf(const SetupField& field) {
   return key == keys.end() ? nullptr : FindUnitCommand(key->name);
 }
 
-/// Why a field's text is no good.
+/// Why a field's text is invalid.
 std::string Reason(const SetupField& field, std::string_view text, NumberLocale locale) {
   try {
     static_cast<void>(field.whole_number ? TextToInteger(text, locale) : TextToReal(text, locale));
   } catch (const RunTimeError& error) {
-    if (text.find_first_not_of(" \t") == std::string_view::npos) return "nothing is typed";
+    if (text.find_first_not_of(" \t") == std::string_view::npos) return "empty";
     if (error.number() == RunTimeError::kOverflow) return "too large";
     return field.whole_number ? "not a whole number" : "not a number";
   }
   return std::string(RangeText(field.range));
 }
 
-/// What would be stored, and why, when it is not the number as it was typed.
+/// What would be stored, and why, if not the number as typed.
 std::string Stored(const SetupField& field, const SetupReading& reading, std::string_view text, NumberLocale locale) {
   if (!reading.message.empty()) {
     const std::string reason = Reason(field, text, locale);
-    return reading.IsSentinel() ? reason + ": OK comes back here"
+    return reading.IsSentinel() ? reason + ": OK returns here"
                                 : "stores " + RealToText(reading.value, locale) + ": " + reason;
   }
-  if (reading.IsSentinel()) return "-9999 cannot be stored: OK comes back here";
+  if (reading.IsSentinel()) return "-9999 cannot be stored: OK returns here";
   const char other_separator = locale.decimal_separator == ',' ? '.' : ',';
   if (TextToReal(text, locale) != reading.value) {
     return "stores " + RealToText(reading.value, locale) + ": a whole number is needed";
@@ -96,7 +96,7 @@ std::vector<std::string> AdviceOnSetup(std::span<const std::string> texts, Numbe
   std::vector<std::string> advice(fields.size());
   for (std::size_t i = 0; i < fields.size(); ++i) {
     advice[i] = Stored(fields[i], readings[i], texts[i], locale);
-    if (readings[i].IsSentinel()) continue;  // it gets no further
+    if (readings[i].IsSentinel()) continue;  // it is not stored
     if (const UnitCommand* command = CommandOf(fields[i])) {
       Append(advice[i], command->CutText(command->setting(settings)));
     }
@@ -113,13 +113,13 @@ std::string RefusalOf(const SettingKey& key, std::string_view text, NumberLocale
   if (field != fields.end()) {
     const SetupReading reading = ReadSetupField(*field, text, locale);
     if (!reading.message.empty()) return Reason(*field, text, locale);
-    if (reading.IsSentinel()) return "the setup dialog takes -9999 for a typing error";
+    if (reading.IsSentinel()) return "the setup dialog reserves -9999 for invalid input";
   }
   const UnitCommand* command = FindUnitCommand(key.name);
   if (command == nullptr || !command->Unsigned()) return {};
   Settings settings;
   SetFromText(key, text, locale, settings);
-  return command->setting(settings) < 0 ? "must not be negative: the unit is sent no sign" : "";
+  return command->setting(settings) < 0 ? "must not be negative: the command to the unit has no sign" : "";
 }
 
 std::string CutForUnit(const SettingKey& key, std::string_view text, NumberLocale locale) {

@@ -13,8 +13,8 @@
 
 namespace orvalis {
 
-/// One text box of the setup dialog: the setting behind it, what it accepts, what it says, and what it stands for when
-/// it was filled in badly. Messages and replacement values are the system's own, also where they name another field.
+/// One text box of the setup dialog: its setting, valid range, messages, and replacement value for bad input. Messages
+/// and replacement values are fixed, even where they name another field.
 struct SetupField {
   enum class Range { kAny, kNotBelowZero, kAboveZero, k1To300 };
   /// None for fields without a setting.
@@ -27,20 +27,20 @@ struct SetupField {
   std::string_view range_message;
   std::string_view conversion_message;
   double replacement;
-  std::string_view replacement_text;  ///< put into the text box on bad input; "" leaves the user's text
+  std::string_view replacement_text;  ///< put into the text box on bad input; "" keeps the user's text
 };
 
-/// What reading a text box gave.
+/// The result of reading a text box.
 struct SetupReading {
   double value = 0;
   std::string_view message;           ///< "" when the text was good
-  std::string_view replacement_text;  ///< for the text box; "" leaves it as it is
-  /// The dialog has to be shown again: the value is the sentinel -9999.
+  std::string_view replacement_text;  ///< for the text box; "" leaves it unchanged
+  /// Whether the value is the sentinel -9999, so that the dialog must be shown again.
   [[nodiscard]] bool IsSentinel() const { return value == kSentinel; }
   static constexpr double kSentinel = -9999;
 };
 
-/// The text boxes, in the order in which they are read back.
+/// The text boxes, in reading order.
 [[nodiscard]] std::span<const SetupField> SetupFields();
 
 /// "must be above 0"; "" for a field that takes any number.
@@ -50,10 +50,10 @@ struct SetupReading {
 [[nodiscard]] SetupReading ReadSetupField(const SetupField& field, std::string_view text, NumberLocale locale);
 /// The text box's text for `settings`; "0" for fields without a setting.
 [[nodiscard]] std::string SetupFieldText(const SetupField& field, const Settings& settings, NumberLocale locale);
-/// Puts a value that was read into `settings`. Throws RunTimeError kOverflow beyond the member's type.
+/// Stores a value in `settings`. Throws RunTimeError kOverflow if it does not fit the member's type.
 void StoreSetupField(const SetupField& field, double value, Settings& settings);
 
-/// One check box that is taken over on OK. Some settings are Boolean, others 0 and 1.
+/// One check box that is applied on OK. Some settings are Boolean, others 0 and 1.
 struct SetupFlag {
   std::string_view name;  ///< the check box's object name
   std::variant<bool Settings::*, std::int32_t Settings::*> member;
@@ -63,10 +63,10 @@ struct SetupFlag {
 };
 [[nodiscard]] std::span<const SetupFlag> SetupFlags();
 
-/// One file of an alert: its switch is one of the flags.
+/// The file of an alert; its check box is one of the flags.
 struct SetupFile {
   std::string_view name;       ///< the file field's object name
-  std::string_view check_box;  ///< the switch that asks for the file when it is checked
+  std::string_view check_box;  ///< checking it asks for the file
   bool is_sound;               ///< otherwise a program
   std::string Settings::*path;
 };

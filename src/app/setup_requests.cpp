@@ -6,15 +6,15 @@ namespace orvalis {
 
 void SetupRequests::Run() {
   std::exception_ptr failure;
-  boundary_.RunWhole("running the setup", [&] {
+  boundary_.RunToEnd("running the setup", [&] {
     try {
       routine_.Run();
     } catch (...) {
-      failure = std::current_exception();  // the clients that wait for the dialog are told too
+      failure = std::current_exception();  // the waiting clients get the error too
       throw;
     }
   });
-  if (routine_.open()) return;  // it was, and came to the front
+  if (routine_.open()) return;  // it was open already and came to the front
   for (const Closed& closed : std::exchange(waiting_, {})) closed(failure);
 }
 

@@ -10,18 +10,18 @@
 
 namespace orvalis {
 
-/// Everyone who asks for the setup dialog: the panel's button, and clients, who are answered when it is closed.
+/// Requests for the setup dialog from the panel's button and from clients, which are answered when it is closed.
 class SetupRequests {
  public:
-  /// Gets what kept the dialog from being shown, or nothing.
+  /// Receives why the dialog could not be shown, or null.
   using Closed = std::function<void(const std::exception_ptr& failure)>;
 
   SetupRequests(SetupRoutine& routine, EventLoop& loop, ErrorBoundary& boundary)
       : routine_(routine), loop_(loop), boundary_(boundary) {}
 
-  /// Runs the dialog, or brings the one that is open to the front. Returns when it is closed, or open already.
+  /// Runs the dialog and returns when it is closed; if it is already open, brings it to the front and returns.
   void Run();
-  /// The same for a client, as soon as its call has been taken.
+  /// The same for a client, right after its call returned to the event loop.
   void RunFor(Closed closed);
 
  private:

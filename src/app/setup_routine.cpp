@@ -17,7 +17,7 @@ void SetupRoutine::Run() {
     parts_.dialog.BringToFront();
     return;
   }
-  // Whatever happens below, the poll timer goes on afterwards.
+  // Whatever happens below, the poll timer is started again afterwards.
   struct Paused {
     SetupRoutine& routine;
     explicit Paused(SetupRoutine& r) : routine(r) {
@@ -38,8 +38,8 @@ void SetupRoutine::Run() {
   SetupForm form = CopyIn();
   shown_ = {form.unit, form.unit_known};
   while (parts_.dialog.Exec(form)) {
-    // A unit may be connected behind a message: the boxes were not about that one, and are told of it when they are
-    // shown again.
+    // A unit may be connected while a message is open. The boxes are not that unit's, and are updated when the dialog
+    // is shown again.
     const ShownUnit confirmed = shown_;
     if (Accept(form, confirmed)) break;
     shown_ = confirmed;
@@ -97,8 +97,7 @@ bool SetupRoutine::Accept(SetupForm& form, const ShownUnit& shown) {
     return false;
   }
   if (!shown.known) return true;
-  // Only what the user changed: the unit may have been connected meanwhile, and is not to be switched off by boxes that
-  // were empty before it was.
+  // Only what the user changed: a unit connected meanwhile must not be switched off by boxes that were empty before.
   for (const SetupUnitOption& option : SetupUnitOptions()) {
     const bool wanted = form.unit.*option.member;
     if (wanted != shown.options.*option.member) parts_.unit.*option.member = wanted;
@@ -116,7 +115,7 @@ void ImmediateSwitches::SetAutoConnect(bool on) {
   Settings changed = parts_.settings;
   changed.AutoConnect = on ? 1 : 0;
   Store(changed, {"AutoConnect"});
-  // Demo mode makes no traffic by itself.
+  // Demo mode does not open the link on its own.
   if (on && !parts_.link.Connected() && !parts_.demo_mode()) parts_.connector.Connect();
 }
 

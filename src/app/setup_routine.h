@@ -19,13 +19,13 @@
 
 namespace orvalis {
 
-/// What the setup dialog shows and lets the user change. Indices are those of the tables in setup_fields.h.
+/// The contents of the setup dialog. Indices are those of the tables in setup_fields.h.
 struct SetupForm {
   std::vector<std::string> texts;
   std::vector<bool> flags;
-  std::vector<std::string> files;  ///< full paths; the dialog shows the names
+  std::vector<std::string> files;  ///< full paths; the dialog shows only the names
   UnitOptions unit;
-  bool unit_known = false;  ///< whether a unit is connected that `unit` is of
+  bool unit_known = false;  ///< whether `unit` is that of a connected unit
   std::string port;
 };
 
@@ -33,18 +33,18 @@ struct SetupForm {
 class SetupDialog {
  public:
   virtual ~SetupDialog() = default;
-  /// Shows the dialog until the user is done, with `form` as it stands; then `form` holds what the user made of it.
-  /// True after OK, false after Cancel.
+  /// Shows the dialog with `form` until the user closes it; `form` then holds the user's input. True after OK, false
+  /// after Cancel.
   virtual bool Exec(SetupForm& form) = 0;
-  /// A unit was connected, or left, while the dialog is open: these are its switches.
+  /// A unit was connected or disconnected while the dialog is open: these are its switches.
   virtual void ShowUnit(const UnitOptions& unit, bool known) = 0;
   /// A message box.
   virtual void ShowMessage(std::string_view text) = 0;
-  /// The user asked for a dialog that is open already.
+  /// The user asked for the dialog while it is open.
   virtual void BringToFront() = 0;
 };
 
-/// Runs the dialog for the panel's button and for clients: takes the settings there and, after OK, back.
+/// Runs the setup dialog: copies the settings into it and, after OK, back.
 class SetupRoutine {
  public:
   struct Parts {
@@ -61,17 +61,17 @@ class SetupRoutine {
 
   explicit SetupRoutine(const Parts& parts) : parts_(parts) {}
 
-  /// Returns when the dialog is closed. The poll timer is off meanwhile and the dialog's own is on, so that verdict,
-  /// alerts and logs stay those of now, by the settings in force. Bad input is answered in the dialog; a store that
-  /// cannot be written shows its reason and leaves the dialog open with nothing stored.
+  /// Returns when the dialog is closed. Meanwhile the dialog's timer replaces the poll timer, so that verdict, alerts
+  /// and logs stay current under the settings in force. Bad input is reported in the dialog; if the store cannot be
+  /// written, the dialog shows why and stays open with nothing stored.
   void Run();
-  /// Keeps the open dialog's switches of the unit those of the unit that is connected. To be called now and then.
+  /// Updates the unit switches in the open dialog from the connected unit. To be called regularly.
   void FollowUnit();
   /// Whether the dialog is open.
   [[nodiscard]] bool open() const { return open_; }
 
  private:
-  /// The unit's switches as the dialog got them.
+  /// The unit's switches as shown in the dialog.
   struct ShownUnit {
     UnitOptions options;
     bool known = false;
@@ -79,10 +79,10 @@ class SetupRoutine {
   };
 
   [[nodiscard]] SetupForm CopyIn() const;
-  /// Reads the form into `settings`; false when the dialog has to be shown again. Replacement texts go into the form.
+  /// Reads the form into `settings`; false if the dialog must be shown again. Replacement texts go into the form.
   bool ReadBack(SetupForm& form, Settings& settings) const;
-  /// Stores a confirmed form, whose switches of the unit were `shown` before the user changed them; false when the
-  /// dialog has to be shown again.
+  /// Stores a confirmed form; `shown` are the unit's switches before the user changed them. False if the dialog must be
+  /// shown again.
   bool Accept(SetupForm& form, const ShownUnit& shown);
 
   Parts parts_;
@@ -90,8 +90,8 @@ class SetupRoutine {
   bool open_ = false;
 };
 
-/// The check boxes of the dialog that act at once, whatever becomes of the dialog. Each writes its key and throws
-/// RunTimeError when the store fails, with the setting left as it was.
+/// The check boxes of the dialog that act at once, even if the dialog is cancelled. Each writes its key and throws
+/// RunTimeError when the store fails, leaving the setting unchanged.
 class ImmediateSwitches {
  public:
   struct Parts {
@@ -100,15 +100,15 @@ class ImmediateSwitches {
     SensorLink& link;
     Connector& connector;
     LogWriter& logs;
-    std::function<bool()> demo_mode;  ///< whether the run makes its values up, for whatever reason
+    std::function<bool()> demo_mode;  ///< whether this run is in demo mode, for any reason
   };
 
   explicit ImmediateSwitches(const Parts& parts) : parts_(parts) {}
 
   void SetDemoMode(bool on);
-  /// Connects at once when it is switched on and the port is not open.
+  /// When switched on while the port is closed, connects at once.
   void SetAutoConnect(bool on);
-  /// `folder` is the one chosen when switching on.
+  /// `folder` is the folder chosen when switching on.
   void SetFullLog(bool on, const std::string& folder);
   void SetOneLineLog(bool on, const std::string& folder);
 
@@ -124,7 +124,7 @@ class ImmediateSwitches {
   };
 
   void SetLog(const LogSettings& log, bool on, const std::string& folder);
-  /// Writes `keys` of `changed`, all or none, and takes it over when they are in the store.
+  /// Writes `keys` of `changed`, all or none, and then applies `changed`.
   void Store(const Settings& changed, std::initializer_list<std::string_view> keys);
 
   Parts parts_;

@@ -7,7 +7,7 @@ namespace orvalis {
 namespace {
 
 constexpr std::chrono::milliseconds kTick{1000};
-/// Where a panel goes that was left beyond the left or upper edge of the screen.
+/// The position for a panel beyond the left or upper edge of the screen.
 constexpr std::int32_t kFallbackEdge = 100;
 
 }  // namespace
@@ -23,7 +23,7 @@ void Startup::Main() {
   parts_.second_timer.SetInterval(kTick);
   parts_.logs.OpenFullLog(parts_.settings);
   parts_.poll_timer.SetEnabled(true);
-  // The dialog's check box is set from the setting, and what it does at once happens here as well.
+  // Sets the dialog's check box from the setting, with the same immediate effect as a click.
   if (parts_.window != nullptr) parts_.switches.SetAutoConnect(parts_.settings.AutoConnect == 1);
   if (AutoConnect() && !parts_.demo_mode()) parts_.connector.Connect();
   parts_.second_timer.SetEnabled(true);
@@ -32,7 +32,7 @@ void Startup::Main() {
 void Startup::PlacePanel() {
   parts_.store.Load("Left", parts_.settings);
   parts_.store.Load("Top", parts_.settings);
-  // Only an edge beyond the left or the top is corrected: a second screen may be off today and back tomorrow.
+  // Only positions beyond the left or top edge are corrected: a second screen may be off today and back tomorrow.
   const auto correct = [&](std::int32_t& edge, const char* key) {
     if (edge >= 0) return;
     edge = kFallbackEdge;
@@ -53,7 +53,7 @@ void Startup::Shutdown() noexcept {
   try {
     SaveState();
   } catch (const std::exception&) {
-    // The place of the panel is not worth keeping an ending program alive for.
+    // Failing to save the panel's position must not stop the shutdown.
   }
   parts_.utility.Release();
   parts_.connector.Disconnect();

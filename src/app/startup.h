@@ -16,7 +16,7 @@
 
 namespace orvalis {
 
-/// Brings the program up and down, in fixed orders.
+/// Starts and stops the program in a fixed order.
 class Startup {
  public:
   struct Parts {
@@ -31,21 +31,22 @@ class Startup {
     Connector& connector;
     LogWriter& logs;
     Leftovers& leftovers;
-    bool started_by_user = true;         ///< the platform's start mode
-    bool auto_connect_override = false;  ///< connect and reconnect in this run, whatever the setting says
-    std::function<bool()> demo_mode;     ///< whether the run makes its values up, for whatever reason
+    bool started_by_user = true;         ///< from the platform's start mode
+    bool auto_connect_override = false;  ///< connect and reconnect in this run, regardless of the setting
+    std::function<bool()> demo_mode;     ///< whether this run is in demo mode, for any reason
   };
 
   explicit Startup(const Parts& parts) : parts_(parts) {}
 
-  /// Registers the driver, loads the settings, places and shows the panel, arms the timers and connects where that is
-  /// wanted. Throws RunTimeError when the profile fails or holds a value that cannot be used: the program must not run.
+  /// Registers the driver, loads the settings, places and shows the panel, starts the timers and connects if
+  /// configured. Throws RunTimeError when the profile fails or contains an unusable value: the program must then not
+  /// run.
   void Main();
 
-  /// Stops the work, keeps the panel's place and closes the link. Never throws: the program ends in any case.
+  /// Stops the timers, saves the panel's position and closes the link. Never throws: the program ends in any case.
   void Shutdown() noexcept;
 
-  /// Whether the link is to be connected again when it is lost.
+  /// Whether a lost link is reconnected automatically.
   [[nodiscard]] bool AutoConnect() const { return parts_.auto_connect_override || parts_.settings.AutoConnect == 1; }
 
  private:

@@ -52,6 +52,20 @@ std::int64_t UtcMilliseconds(const CivilTime& time) {
   return since_epoch.count();
 }
 
+CivilTime UtcTime(std::int64_t milliseconds) {
+  const std::chrono::sys_time<std::chrono::milliseconds> moment{std::chrono::milliseconds(milliseconds)};
+  const auto midnight = std::chrono::floor<std::chrono::days>(moment);
+  const std::chrono::year_month_day date{midnight};
+  const std::chrono::hh_mm_ss time{moment - midnight};
+  return {.year = static_cast<int>(date.year()),
+          .month = static_cast<int>(static_cast<unsigned>(date.month())),
+          .day = static_cast<int>(static_cast<unsigned>(date.day())),
+          .hour = static_cast<int>(time.hours().count()),
+          .minute = static_cast<int>(time.minutes().count()),
+          .second = static_cast<int>(time.seconds().count()),
+          .millisecond = static_cast<int>(time.subseconds().count())};
+}
+
 std::string FormatTime(const CivilTime& time, std::string_view pattern) {
   const bool of_twelve = pattern.find("AM/PM") != std::string_view::npos;
   std::string text;

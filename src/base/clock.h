@@ -7,7 +7,7 @@
 
 namespace orvalis {
 
-/// A moment in the civil calendar, in the zone that `utc_offset_minutes` tells.
+/// A date and time in the zone given by `utc_offset_minutes`.
 struct CivilTime {
   int year = 1970;
   int month = 1;   ///< 1 to 12
@@ -19,7 +19,7 @@ struct CivilTime {
   int utc_offset_minutes = 0;  ///< east of Greenwich is positive
 };
 
-/// The time of day. It may jump either way, so durations come from `EventLoop::TickCount`.
+/// The wall clock. It may jump either way, so durations are measured with `EventLoop::TickCount`.
 class Clock {
  public:
   virtual ~Clock() = default;
@@ -27,35 +27,36 @@ class Clock {
   [[nodiscard]] virtual CivilTime UtcNow() const = 0;
 };
 
-/// Days since 1970-01-01 of the date alone.
+/// Days since 1970-01-01, ignoring the time of day.
 [[nodiscard]] std::int64_t DayNumber(const CivilTime& time);
 /// Milliseconds since 1970-01-01 UTC.
 [[nodiscard]] std::int64_t UtcMilliseconds(const CivilTime& time);
+/// The UTC time of `milliseconds` since 1970-01-01 UTC.
+[[nodiscard]] CivilTime UtcTime(std::int64_t milliseconds);
 
-/// `time` as `pattern` says: "YYYY", "MM", "DD", "hh", "nn" (minutes), "ss" and "zzz" (milliseconds) with all their
-/// digits; anything else stands for itself. With "AM/PM" in it the hours run from 01 to 12.
+/// Formats `time`. "YYYY", "MM", "DD", "hh", "nn" (minutes), "ss" and "zzz" (milliseconds) in `pattern` are
+/// zero-padded; anything else is copied. With "AM/PM" the hours run from 01 to 12.
 [[nodiscard]] std::string FormatTime(const CivilTime& time, std::string_view pattern);
-/// "MM/DD/YYYY hh:nn AM", as the lines about reconnecting have it whatever the user's habits are.
+/// "MM/DD/YYYY hh:nn AM", the fixed format of the reconnect lines.
 [[nodiscard]] std::string FormatEventTime(const CivilTime& time);
 /// "2026-11-21T21:04:05.123+01:00"
 [[nodiscard]] std::string FormatIso8601(const CivilTime& time);
 /// "2026-11-21"
 [[nodiscard]] std::string FormatIsoDate(const CivilTime& time);
 
-/// How the user's desktop writes dates and times, for everything that a person reads. What other programs read has
-/// forms of its own.
+/// The desktop's date and time formats, for text that people read. What other programs read has fixed formats.
 struct TimeStyle {
   using Format = std::function<std::string(const CivilTime&)>;
   Format date;
   Format time;             ///< of the day, with seconds
   Format hour_and_minute;  ///< of the day
 };
-/// From now on, for the whole program; without it dates and times are written as by "YYYY-MM-DD" and "hh:nn:ss".
+/// Sets the formats for the whole program; the default is "YYYY-MM-DD" and "hh:nn:ss".
 void UseTimeStyle(TimeStyle style);
 
-/// As the user writes a date.
+/// A date in the desktop's format.
 [[nodiscard]] std::string FormatDate(const CivilTime& time);
-/// As the user writes a time of the day, with seconds.
+/// A time of day in the desktop's format, with seconds.
 [[nodiscard]] std::string FormatTimeOfDay(const CivilTime& time);
 /// The same without seconds.
 [[nodiscard]] std::string FormatHourAndMinute(const CivilTime& time);

@@ -13,7 +13,7 @@ std::string Describe(const std::exception_ptr& error) {
   } catch (const std::exception& other) {
     return other.what();
   } catch (...) {
-    return "an error without a description";
+    return "unknown error";
   }
 }
 

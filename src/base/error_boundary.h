@@ -11,27 +11,28 @@
 
 namespace orvalis {
 
-/// Where errors of timers and clicks end: on the status line and in the event list. The program goes on.
+/// The last stop for errors from timers and clicks: they go to the status line and the event list, and the program
+/// continues.
 class ErrorBoundary {
  public:
-  /// `status` is the line that a person reads, which others write too.
+  /// `status` is the panel's status line, which others write too.
   ErrorBoundary(std::string& status, EventList& events) : status_(status), events_(events) {}
 
-  /// Reports `error`, which happened while `doing` ("polling the unit"). An error that comes again each cycle is
-  /// listed once; `Succeeded` makes it news again.
+  /// Reports `error`, which happened while `doing` ("polling the unit"). An error that recurs each cycle is listed
+  /// once, until `Succeeded` is called.
   void Report(std::string_view doing, const std::exception_ptr& error);
-  /// The same work went well: a message of a former failure leaves the status line.
+  /// The same work succeeded: an earlier error message is cleared from the status line.
   void Succeeded(std::string_view doing);
 
-  /// Runs `work`, which is over when it returns: reports what it throws, and otherwise says that it succeeded.
+  /// Runs `work`, which is complete when it returns, and reports its failure or success.
   template <typename Work>
-  void RunWhole(std::string_view doing, Work work) {
+  void RunToEnd(std::string_view doing, Work work) {
     Run(doing, [&] {
       work();
       Succeeded(doing);
     });
   }
-  /// Runs `work`, which may go on after it returned, and reports what it throws.
+  /// Runs `work`, which may continue after it returns, and reports what it throws.
   template <typename Work>
   void Run(std::string_view doing, Work work) {
     try {

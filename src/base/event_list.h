@@ -11,13 +11,13 @@
 
 namespace orvalis {
 
-/// One thing that happened, for a person to read.
+/// One event, for a person to read.
 struct Event {
   CivilTime time;
   std::string text;
 };
 
-/// What happened lately: connections made and lost, errors, alerts. Bounded; the oldest go first.
+/// Recent events: connections made and lost, errors, alerts. Bounded; the oldest are dropped.
 class EventList {
  public:
   static constexpr std::size_t kKept = 500;
@@ -31,7 +31,7 @@ class EventList {
     for (const Listener& listener : listeners_) listener(events_.back());
   }
 
-  /// `listener` is told of every event from now on. It must not record another one.
+  /// `listener` is called for every later event. It must not record another one.
   void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
 
   [[nodiscard]] const std::deque<Event>& events() const { return events_; }

@@ -10,24 +10,24 @@
 
 namespace orvalis {
 
-/// The one thread's loop of timers and events, as the logic sees it.
+/// The event loop of the one thread, as the logic sees it.
 class EventLoop {
  public:
   using TimerId = std::uint64_t;  ///< 0 is no timer
 
   virtual ~EventLoop() = default;
 
-  /// Milliseconds since the system started, the time asleep included. It never goes back.
+  /// Milliseconds since the system started, including time asleep. Never goes back.
   [[nodiscard]] virtual std::int64_t TickCount() const = 0;
 
-  /// Calls `call` once from the loop, not earlier than after `delay`, unless it is cancelled before.
+  /// Calls `call` once from the loop, no earlier than after `delay`, unless cancelled.
   virtual TimerId CallAfter(std::chrono::milliseconds delay, std::function<void()> call) = 0;
-  /// Forgets a timer; one that has fired or was never made is ignored.
+  /// Cancels a timer; one that has fired or never existed is ignored.
   virtual void Cancel(TimerId timer) = 0;
 };
 
-/// What `co_await Pause(…)` waits on. The window and every other wait go on meanwhile; destroying the waiting
-/// coroutine takes the timer back.
+/// The awaiter of `co_await Pause(…)`. Everything else goes on meanwhile; destroying the waiting coroutine cancels the
+/// timer.
 class [[nodiscard]] PauseAwaiter {
  public:
   PauseAwaiter(EventLoop& loop, std::chrono::milliseconds duration) : loop_(loop), duration_(duration) {}
@@ -52,11 +52,11 @@ class [[nodiscard]] PauseAwaiter {
   EventLoop::TimerId timer_ = 0;
 };
 
-/// Waits `duration` without holding anything up. Throws RunTimeError kOverflow when the deadline is beyond the
-/// tick count's range.
+/// Waits for `duration` without blocking. Throws RunTimeError kOverflow when the deadline exceeds the range of the tick
+/// count.
 inline PauseAwaiter Pause(EventLoop& loop, std::chrono::milliseconds duration) {
   if (duration.count() > std::numeric_limits<std::int64_t>::max() - loop.TickCount()) {
-    throw RunTimeError(RunTimeError::kOverflow, "a pause ends beyond the tick count's range");
+    throw RunTimeError(RunTimeError::kOverflow, "the end of a pause exceeds the range of the tick count");
   }
   return {loop, duration};
 }

@@ -4,7 +4,7 @@
 
 namespace orvalis {
 
-/// A timer that ticks again and again while it is enabled and its interval is above 0.
+/// A periodic timer. It ticks while it is enabled and its interval is above 0.
 class IntervalTimer {
  public:
   virtual ~IntervalTimer() = default;

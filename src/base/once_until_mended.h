@@ -5,23 +5,29 @@
 
 namespace orvalis {
 
-/// A trouble that is met again and again, to be said once: what it is, until it is another one or is mended.
+/// Reports a recurring failure once, until it changes or is fixed.
 class OnceUntilMended {
  public:
-  /// Whether `trouble` is news.
-  [[nodiscard]] bool IsNews(const std::string& trouble) {
-    if (trouble == standing_) return false;
-    standing_ = trouble;
+  /// Whether `failure` differs from the last one reported.
+  [[nodiscard]] bool IsNews(const std::string& failure) {
+    if (!std::exchange(repeat_, false) && failure == standing_) return false;
+    standing_ = failure;
     return true;
   }
-  /// It is mended. Whether that is news: whether there was a trouble.
-  bool Mended() { return !std::exchange(standing_, {}).empty(); }
+  /// The work succeeded. Returns whether there was a failure to recover from.
+  bool Mended() {
+    repeat_ = false;
+    return !std::exchange(standing_, {}).empty();
+  }
+  /// The next failure is reported even if it is the same as the last.
+  void Repeat() { repeat_ = true; }
 
-  /// What was said last and is not mended; empty when all is well.
+  /// The failure reported last; empty when all is well.
   [[nodiscard]] const std::string& standing() const { return standing_; }
 
  private:
   std::string standing_;
+  bool repeat_ = false;
 };
 
 }  // namespace orvalis

@@ -6,8 +6,8 @@
 
 namespace orvalis {
 
-// Paths are UTF-8 in the settings and in texts, and whatever the system has in its calls. Converting them by these two
-// keeps every letter of them; the path's own conversions go by a code page on some systems.
+// Paths are UTF-8 in settings and texts, and in the system's own encoding in its calls. These two conversions are
+// lossless; those of std::filesystem use a code page on some systems.
 
 [[nodiscard]] inline std::filesystem::path PathFromText(std::string_view text) {
   return std::u8string(text.begin(), text.end());

@@ -5,9 +5,9 @@
 
 namespace orvalis {
 
-/// What a failed operation throws: a number that a program can test and a text for a person.
+/// Thrown by a failed operation: a number for programs and a text for people.
 ///
-/// It travels to the nearest boundary (a client's call, a timer, a click, start-up), which shows and records it.
+/// It propagates to the nearest boundary (a client's call, a timer, a click, start-up), which shows and records it.
 class RunTimeError : public std::runtime_error {
  public:
   enum Number : int {
@@ -15,17 +15,17 @@ class RunTimeError : public std::runtime_error {
     kOverflow = 6,              ///< a whole number that does not fit its type
     kSubscriptOutOfRange = 9,   ///< an index outside its array
     kDivisionByZero = 11,       ///< a quotient without a value
-    kTypeMismatch = 13,         ///< a text that does not convert to the type asked for
+    kTypeMismatch = 13,         ///< a text that does not convert to the requested type
     kFileNotFound = 53,         ///< a file or device that does not exist
-    kPermissionDenied = 70,     ///< a file or device that this user may not use
+    kPermissionDenied = 70,     ///< a file or device that this user may not access
     kPathFileAccess = 75,       ///< a file that cannot be written or read
-    kDeviceUnavailable = 68,    ///< a device that exists and cannot be used now
+    kDeviceUnavailable = 68,    ///< a device that exists but cannot be used now
     kCannotCreateObject = 429,  ///< an automation object that cannot be made
-    kNoSuchMember = 438,        ///< an automation object that lacks what was asked of it
+    kNoSuchMember = 438,        ///< a member that an automation object does not have
     kAutomationError = 440,     ///< an automation object's own failure
     kPortInUse = 8005,          ///< a serial port that another program has open
     kPortClosed = 8018,         ///< an operation on a serial port that is not open
-    kReceiveTimedOut = 8020,    ///< nothing, or too little, came on the serial port in time
+    kReceiveTimedOut = 8020,    ///< nothing, or too little, was received in time
   };
 
   RunTimeError(Number number, const std::string& description) : std::runtime_error(description), number_(number) {}

@@ -8,9 +8,9 @@
 
 namespace orvalis {
 
-// Everything that waits (serial pacing, answers of the unit) is a coroutine on the one thread's event loop: it reads
-// from top to bottom, holds nothing up while it waits, needs no nested event loop, and ends at any point by being
-// destroyed, which takes its timers and receives back.
+// Everything that waits (serial pacing, the unit's answers) is a coroutine on the one thread's event loop: it reads
+// from top to bottom, does not block, needs no nested event loop, and can be destroyed at any point, which cancels its
+// timers and receives.
 
 template <typename T>
 class Task;
@@ -68,8 +68,8 @@ class TaskPromise<void> : public TaskPromiseBase {
 
 }  // namespace internal
 
-/// A computation that may wait. It starts when it is awaited, hands its result or its exception to the awaiting
-/// coroutine, and dies with its owner: destroying a task that still waits abandons the wait.
+/// A computation that may wait. It starts when it is awaited and passes its result or exception to the awaiting
+/// coroutine. Destroying a waiting task abandons the wait.
 template <typename T = void>
 class [[nodiscard]] Task {
  public:
@@ -114,15 +114,15 @@ inline Task<void> internal::TaskPromise<void>::get_return_object() {
   return Task<void>(std::coroutine_handle<TaskPromise>::from_promise(*this));
 }
 
-/// Runs one task from code that is no coroutine, such as a timer's handler. Destroying the job abandons the task.
+/// Runs one task from code that is not a coroutine, such as a timer's handler. Destroying the job abandons the task.
 /// The job must not be destroyed, abandoned or started again from inside the task or from inside `done`, and `done`
 /// must not throw.
 class Job {
  public:
-  /// Gets the exception that ended the task, or nothing.
+  /// Receives the exception that ended the task, or null.
   using Done = std::function<void(std::exception_ptr)>;
 
-  /// Starts `task`, which runs until its first wait before this returns. Not while another one runs.
+  /// Starts `task`, which runs to its first wait before this returns. Must not be called while another one runs.
   void Start(Task<void> task, Done done) {
     running_ = true;
     root_.emplace(Run(std::move(task), std::move(done)));
@@ -130,7 +130,7 @@ class Job {
   }
   [[nodiscard]] bool running() const { return running_; }
 
-  /// Destroys the task where it waits; `done` is not called.
+  /// Destroys the waiting task; `done` is not called.
   void Abandon() {
     root_.reset();
     running_ = false;

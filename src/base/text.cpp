@@ -30,7 +30,7 @@ std::string_view Trim(std::string_view text) {
                                                       ", numbers are written like 1" + locale.decimal_separator + "5)");
 }
 
-/// The whole of `text` as a number, or false. from_chars alone would take "inf" and "nan", and no leading "+".
+/// Converts all of `text` to a number, or returns false. from_chars alone accepts "inf" and "nan", but no leading "+".
 bool ParseWhole(std::string_view text, double& value, bool& too_large) {
   std::string plain(Trim(text));
   std::replace(plain.begin(), plain.end(), ',', '.');  // a second one is refused below
@@ -47,7 +47,7 @@ bool ParseWhole(std::string_view text, double& value, bool& too_large) {
   return stop == end && (error == std::errc{} || too_large);
 }
 
-/// Whether `text` looks like a whole number whose thousands are set apart as this locale does not write fractions.
+/// Whether `text` looks like a whole number with a thousands separator that is not this locale's decimal separator.
 bool LooksGrouped(std::string_view text, NumberLocale locale) {
   constexpr std::size_t kGroup = 3;
   const std::string_view plain = Trim(text);
@@ -55,18 +55,17 @@ bool LooksGrouped(std::string_view text, NumberLocale locale) {
   return separator != std::string_view::npos && plain.size() - separator - 1 == kGroup;
 }
 
-/// The digits that a person sees of a double, and of one narrowed to single precision.
+/// The significant digits shown of a double and of a float.
 constexpr int kDoubleDigits = 15;
 constexpr int kSingleDigits = 7;
 
-/// A finite number as decimal digits: digit i stands at 10^(exponent - i). The rest of the array is "0".
+/// A finite number as decimal digits: digit i has the weight 10^(exponent - i). The rest of the array is "0".
 struct Significant {
   std::array<char, kDoubleDigits> digits;
   int exponent = 0;
 };
 
-/// The magnitude of `value`, rounded to `count` digits: 0.15 is a little less than 0.15 in binary and yet a person's
-/// 0.15.
+/// The magnitude of `value`, rounded to `count` digits: the double 0.15 is slightly less than 0.15 but counts as 0.15.
 Significant SignificantDigits(double value, int count) {
   std::array<char, 32> scientific;
   const auto [end, error] = std::to_chars(scientific.data(), scientific.data() + scientific.size(), std::fabs(value),
@@ -106,9 +105,9 @@ std::string General(double value, int count, NumberLocale locale) {
   return text + significant.substr(0, whole) + separator + significant.substr(whole);
 }
 
-/// A value in fixed notation, in a buffer of its own: formatting happens for every frame and must not allocate.
+/// A value in fixed notation, in its own buffer: formatting runs for every frame and must not allocate.
 struct FixedText {
-  // The largest double has 309 digits in front of the point.
+  // The largest double has 309 digits before the point.
   std::array<char, 330> characters;
   std::size_t size = 0;
 
@@ -128,9 +127,9 @@ FixedText Fixed(double value, int decimals, char separator) {
   std::array<char, kDoubleDigits>& digits = significant.digits;
   const int exponent = significant.exponent;
 
-  // Digit i stands at 10^(exponent - i); the last one kept stands at 10^-decimals.
+  // Digit i has the weight 10^(exponent - i); the last one kept 10^-decimals.
   const int kept = exponent + decimals + 1;
-  bool carried = false;  // rounding went beyond the first digit: "9.96" becomes "10.0"
+  bool carried = false;  // rounding carried past the first digit: "9.96" becomes "10.0"
   if (kept < 0) {
     digits.fill('0');
   } else if (kept < kDoubleDigits) {
@@ -171,7 +170,7 @@ double Val(std::string_view text) {
   bool point = false;
   while (i < text.size() && (IsDigit(text[i]) || (text[i] == '.' && !point))) point |= text[i++] == '.';
   double value = 0;
-  // A prefix without a digit leaves 0; one beyond all doubles leaves 0 as well, which no field is wide enough for.
+  // Text without a digit gives 0; so does a number too large for a double, which no field is wide enough to hold.
   std::from_chars(text.data() + begin, text.data() + i, value, std::chars_format::fixed);
   return negative ? -value : value;
 }
@@ -183,10 +182,10 @@ std::int32_t ValInteger(std::string_view text) {
 }
 
 std::int32_t RoundToInteger(double value) {
-  // nearbyint rounds halves to even in the default rounding mode, which nothing here changes.
+  // nearbyint rounds halves to even in the default rounding mode, which is never changed.
   const double rounded = std::nearbyint(value);
   if (!(rounded >= std::numeric_limits<std::int32_t>::min() && rounded <= std::numeric_limits<std::int32_t>::max())) {
-    throw RunTimeError(RunTimeError::kOverflow, RealToText(value) + " does not fit a whole number of 32 bits");
+    throw RunTimeError(RunTimeError::kOverflow, RealToText(value) + " does not fit in a 32-bit integer");
   }
   return static_cast<std::int32_t>(rounded);
 }
@@ -241,7 +240,7 @@ double TextToReal(std::string_view text, NumberLocale locale) {
   double number = 0;
   bool too_large = false;
   if (!ParseWhole(text, number, too_large)) ThrowMismatch(text, "a number", locale);
-  if (too_large) throw RunTimeError(RunTimeError::kOverflow, "\"" + std::string(text) + "\" is beyond all numbers");
+  if (too_large) throw RunTimeError(RunTimeError::kOverflow, "\"" + std::string(text) + "\" is too large");
   return number;
 }
 

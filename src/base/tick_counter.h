@@ -7,8 +7,8 @@
 
 namespace orvalis {
 
-/// A count of poll ticks, 16 bits wide. Whoever waits for an interval lets it stop there: then an outage of weeks
-/// overflows nothing and the work is due as soon as it can be done.
+/// A 16-bit count of poll ticks. A counter for an interval stops at the interval, so that an outage of weeks does not
+/// overflow it and the work is due as soon as it is possible.
 class TickCounter {
  public:
   /// Adds one tick. Throws RunTimeError kOverflow beyond 32767.
@@ -19,7 +19,7 @@ class TickCounter {
     ++ticks_;
   }
 
-  /// Adds one tick unless `limit` is reached.
+  /// Adds one tick, up to `limit`.
   void RaiseUpTo(std::int16_t limit) {
     if (ticks_ < limit) Raise();
   }

@@ -5,11 +5,11 @@
 
 namespace orvalis {
 
-/// Every setting, one typed value for each key of the profile, named as the key. Filled once at start by
-/// `LoadSettings`; what changes a value afterwards writes its key.
+/// All settings: one typed value per profile key, named as the key. Loaded once at start by `LoadSettings`; code that
+/// changes a value also writes its key.
 ///
-/// Switches that are kept as 0 and 1 in the profile are whole numbers here too. The template that the program grew from
-/// was a focuser's; its leftovers stay, because the profile's layout contains them.
+/// Switches stored as 0 and 1 in the profile are whole numbers here too. The program grew from a focuser template,
+/// whose leftovers stay because they are part of the profile's layout.
 struct Settings {
   bool Absolute = false;  ///< leftover of the focuser template: clamps the leftover position
   bool Synchronous = false;
@@ -50,12 +50,12 @@ struct Settings {
   std::int32_t RainThreshold = 0;       ///< counts
   std::int32_t WindThreshold = 0;       ///< counts
   std::int32_t LightThreshold = 0;      ///< counts
-  std::int32_t WindTimer = 0;           ///< kept by the unit
+  std::int32_t WindTimer = 0;           ///< used by the unit
   std::int32_t WindMultiplier = 0;      ///< miles per hour are count × this ÷ 10
-  std::int32_t PartCloudyDegC = 0;      ///< degrees Celsius; from this difference on the sky is "Clear"
-  std::int32_t FullCloudyDegC = 0;      ///< degrees Celsius; up to this difference the sky is "Cloudy"
+  std::int32_t PartCloudyDegC = 0;      ///< degrees Celsius; the sky is "Clear" from this difference
+  std::int32_t FullCloudyDegC = 0;      ///< degrees Celsius; the sky is "Cloudy" up to this difference
   double CloudsThreshold = 0;           ///< degrees Celsius
-  std::int32_t DemoMode = 0;            ///< 1: the built-in lines stand in for the unit
+  std::int32_t DemoMode = 0;            ///< 1: use the built-in lines instead of the unit
   std::int32_t g_bchkEnableSounds = 0;  ///< master switch of the alerts
   std::int32_t g_bchkRepeatSounds = 0;
   std::int32_t g_bchkRainSounds = 0;
@@ -68,7 +68,7 @@ struct Settings {
   std::string g_sLightSounds;
   std::string g_sCloudSounds;
   std::string g_sRelaySounds;
-  std::int32_t RainOnTime = 0;  ///< kept by the unit
+  std::int32_t RainOnTime = 0;  ///< used by the unit
   std::int32_t g_bchkRainApp = 0;
   std::int32_t g_bchkWindApp = 0;
   std::int32_t g_bchkLightApp = 0;
@@ -93,12 +93,12 @@ struct Settings {
   std::string g_sOneLineLogPath;
   std::int32_t g_lPWSUpdate_interval_index = 0;
   std::int32_t g_lWEBUpdate_interval_index = 0;
-  std::int32_t AutoConnect = 0;  ///< 1: connect at start and reconnect by itself
+  std::int32_t AutoConnect = 0;  ///< 1: connect at start and reconnect automatically
 
-  // Outside the stamped layout: a store without them is complete, and they are 0 then.
+  // Outside the stamped layout: a store without them is complete, and they are 0.
   std::int32_t NightTheme = 0;     ///< 1: the panel in red on black
-  std::int32_t KeepVerdict = 0;    ///< 1: the verdict of the last frame stands, however old it is
-  std::int32_t WebcamBuiltIn = 0;  ///< 1: the program sends the panel's picture itself
+  std::int32_t KeepVerdict = 0;    ///< 1: keep the verdict of the last frame, however old
+  std::int32_t WebcamBuiltIn = 0;  ///< 1: send the panel's picture with the built-in FTP
 };
 
 }  // namespace orvalis

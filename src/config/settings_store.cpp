@@ -7,7 +7,7 @@
 namespace orvalis {
 namespace {
 
-/// The keys that the setup dialog saves, in the order of writing; one is written twice.
+/// The keys that the setup dialog saves, in writing order; one is written twice.
 constexpr std::array<std::string_view, 64> kSetupKeys{
     "WindSpeedCloseD",
     "StepTime",
@@ -95,7 +95,7 @@ bool SettingsStore::HasCurrentLayout() const { return Get(Require(kLayoutKey)) =
 void SettingsStore::EnsureLayout() {
   kept_safe_ = profile_.KeepSafe(RulesForSettings(locale_));
   if (HasCurrentLayout()) return;
-  // The stamp goes first and must not be found without its keys after a crash: all or nothing.
+  // The stamp is written first and must not be found without its keys after a crash: all or nothing.
   Profile::Batch batch(profile_);
   for (const SettingKey& key : SettingKeys()) {
     if (!key.default_text) continue;
@@ -104,11 +104,12 @@ void SettingsStore::EnsureLayout() {
   batch.Commit();
 }
 
-void SettingsStore::CheckWhole() const {
+void SettingsStore::CheckIntact() const {
   const std::string fault = profile_.Fault(RulesForSettings(locale_));
   if (fault.empty()) return;
-  throw RunTimeError(RunTimeError::kPathFileAccess, profile_.Location() + " " + fault +
-                                                        "; the next start keeps it aside and takes the copy beside it");
+  throw RunTimeError(
+      RunTimeError::kPathFileAccess,
+      profile_.Location() + " " + fault + "; the next start sets it aside and restores the copy beside it");
 }
 
 std::string SettingsStore::LossNotice() const {
@@ -122,10 +123,10 @@ Settings SettingsStore::LoadSettings() {
   Settings settings;
   for (const SettingKey& key : SettingKeys()) {
     if (key.name == kLayoutKey || key.name == "Left" || key.name == "Top") continue;
-    // Keys that came after the layout may be absent; the values are what `Settings` begins with then.
+    // Keys added after the layout may be absent; their members keep their initial values.
     if (!key.default_text && Get(key).empty()) continue;
     if (key.name == "AutoConnect") {
-      // Stores of older layouts lack it, and whoever wrote garbage there did not mean "connect".
+      // Stores of older layouts lack it, and garbage there does not mean "connect".
       try {
         LoadKey(key, settings);
       } catch (const RunTimeError&) {

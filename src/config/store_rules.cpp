@@ -12,18 +12,18 @@ std::string PathOf(const SettingKey& key) {
   return key.subkey.empty() ? std::string(key.name) : std::string(key.subkey) + "/" + std::string(key.name);
 }
 
-/// The start mends this one by itself.
+/// The start repairs this one itself.
 bool MayBeMissing(const SettingKey& key) { return !key.default_text || key.name == "AutoConnect"; }
 
 std::string Fault(const ProfileValues& values) {
   if (values.empty()) return "is empty";
-  // What is left of a loss without a good copy; the defaults are about to follow.
+  // Left by a loss without a good copy; the defaults follow next.
   if (values.size() == 1 && values.contains(std::string(kLossNoticeKey))) return "";
   const auto stamp = values.find(std::string(kLayoutKey));
-  if (stamp == values.end() || stamp->second.empty()) return "has lost its version stamp";
-  if (stamp->second != kLayoutVersion) return "";  // of another version, and reset
+  if (stamp == values.end() || stamp->second.empty()) return "has no version stamp";
+  if (stamp->second != kLayoutVersion) return "";  // another version, which is reset
   for (const SettingKey& key : SettingKeys()) {
-    if (!MayBeMissing(key) && !values.contains(PathOf(key))) return "lacks \"" + std::string(key.name) + '"';
+    if (!MayBeMissing(key) && !values.contains(PathOf(key))) return "is missing \"" + std::string(key.name) + '"';
   }
   return "";
 }
@@ -52,13 +52,13 @@ StoreRules RulesForSettings(NumberLocale locale) {
 }
 
 std::string LossNotice(const StoreLoss& loss) {
-  // What a person has to do first: the panel shows the first lines.
+  // What to do comes first: the panel shows only the first lines.
   std::string text =
       loss.copy_of.empty()
-          ? std::string("The settings were destroyed, and there was no good copy: all are the defaults. Set")
-          : "The settings were destroyed. The copy of " + loss.copy_of + " took their place. Check";
+          ? std::string("The settings were destroyed, and there was no good copy: all are at their defaults. Set")
+          : "The settings were destroyed. The copy of " + loss.copy_of + " was restored. Check";
   text += " them, then acknowledge. " + loss.location + " " + loss.fault;
-  if (!loss.kept_as.empty()) text += "; what was found is kept beside it as " + loss.kept_as;
+  if (!loss.kept_as.empty()) text += "; the damaged one is kept beside it as " + loss.kept_as;
   return text + ".";
 }
 

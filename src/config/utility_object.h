@@ -2,12 +2,12 @@
 
 namespace orvalis {
 
-/// The driver platform's utility object, which every driver of that platform holds while it runs. Where there is no
-/// such platform, a stand-in does nothing.
+/// The driver platform's utility object, which every driver holds while it runs. Systems without that platform use a
+/// stand-in that does nothing.
 class UtilityObject {
  public:
   virtual ~UtilityObject() = default;
-  /// Throws RunTimeError when the platform has the object and cannot make it.
+  /// Throws RunTimeError when the platform has the object but cannot create it.
   virtual void Create() = 0;
   virtual void Release() noexcept = 0;
 };

@@ -11,8 +11,8 @@ namespace orvalis {
 /// "clear", "partly cloudy", "cloudy", "rain", "unsafe"
 [[nodiscard]] std::string_view Name(Condition condition);
 
-/// When `condition` held within `range`, for a picture that is `columns` wide: bands that are closer together than a
-/// column are one. A band without length is a single sample, and has to be drawn all the same.
+/// When `condition` held within `range`, for a picture `columns` wide: bands closer together than a column are merged.
+/// A band of zero length is a single sample and must be drawn too.
 [[nodiscard]] std::vector<TimeRange> ConditionBands(const History& history, Condition condition, TimeRange range,
                                                     int columns);
 

@@ -19,7 +19,7 @@ class CurveBuilder {
   void Add(CurvePoint point) {
     const double column = std::floor((point.time - from_) / column_ms_);
     if (filled_ && bucket_.column == column) {
-      // An interruption within one column cannot be seen.
+      // A gap within one column cannot be seen.
       bucket_.Take(point);
     } else {
       Flush();
@@ -98,7 +98,7 @@ std::vector<CurvePoint> CurvePoints(const History& history, Quantity quantity, T
     const double middle = (static_cast<double>(span.first) + static_cast<double>(span.last)) / 2;
     const double lowest = span.lowest[quantity];
     const double highest = span.highest[quantity];
-    // The end that is nearer to the curve so far comes first, or it would look like a saw.
+    // The end nearer to the curve so far comes first, to avoid a sawtooth.
     const bool from_below = std::abs(builder.last_value() - lowest) < std::abs(builder.last_value() - highest);
     builder.Add({middle, from_below ? lowest : highest});
     if (lowest != highest) builder.Add({middle, from_below ? highest : lowest});

@@ -14,9 +14,9 @@ struct CurvePoint {
   double value;
 };
 
-/// The curve of `quantity` for a picture that is `columns` wide and shows `range`: at most the first, the last, the
-/// lowest and the highest value of each column, so that neither a short gust nor the picture's speed is lost. It is
-/// interrupted where nothing is known, if that is wide enough to be seen, and runs on to the neighbours of the range.
+/// The curve of `quantity` for a picture `columns` wide that shows `range`: at most the first, last, lowest and highest
+/// value of each column, so that short gusts stay visible and drawing stays fast. It has gaps where nothing is known,
+/// if wide enough to be seen, and extends to the neighbours of the range.
 [[nodiscard]] std::vector<CurvePoint> CurvePoints(const History& history, Quantity quantity, TimeRange range,
                                                   int columns);
 

@@ -12,7 +12,7 @@ bool SampleAfter(std::int64_t time, const Sample& sample) { return time < sample
 
 void History::Add(const Sample& sample) {
   const std::int64_t time = sample.time;
-  // What follows closely upon the last sample takes the whole step, an interrupted series only its own moment.
+  // A sample that closely follows the last one claims the time between them; after a gap only its own moment.
   const bool follows = has_sample_ && time > *latest_ && time - *latest_ <= kLongestStepMs;
   const std::int64_t claimed = follows ? *latest_ : time - 1;
   while (!spans_.empty() && spans_.back().last > claimed) spans_.pop_back();
@@ -36,7 +36,7 @@ void History::Load(const std::vector<Span>& spans, const std::vector<Sample>& sa
     const bool after_spans = stored_spans.empty() || sample.time > stored_spans.back().last;
     if (in_order && after_spans) stored.push_back(sample);
   }
-  // What came while the store was being opened is little, and goes on top one by one.
+  // Few samples arrived while the store was opened; they are added one by one.
   const std::deque<Sample> added = std::exchange(samples_, std::move(stored));
   spans_ = std::move(stored_spans);
   latest_ = now;
@@ -52,7 +52,7 @@ void History::Thin() {
     samples_.pop_front();
   }
   while (!spans_.empty() && spans_.front().last < *latest_ - kKeptMs) spans_.pop_front();
-  // Nobody waits a day for the clock to get there.
+  // Too far ahead to wait for the clock.
   while (!samples_.empty() && samples_.back().time > *latest_ + kUnthinnedMs) samples_.pop_back();
   while (spans_.size() > kMostKept) spans_.pop_front();
   while (samples_.size() > kMostKept) samples_.pop_front();

@@ -18,12 +18,12 @@ struct TimeRange {
   bool operator==(const TimeRange&) const = default;
 };
 
-/// The last 48 hours of working cycles, always in the order of their times: the last 24 of them as they were, older
-/// ones put together into spans that keep the lowest and the highest value. Some three megabytes when full.
+/// The last 48 hours of working cycles in time order: the last 24 hours unchanged, older ones merged into spans that
+/// keep the lowest and the highest value. About three megabytes when full.
 ///
-/// The time of day may jump. Where two samples claim the same time, because the clock was set back in between, the one
-/// that came later stands. What is stamped later than the last sample is kept, because a machine that starts with its
-/// clock behind has right stamps from before, but it is not shown until the clock gets there.
+/// The clock may jump. Where two samples claim the same time because the clock was set back, the later arrival wins.
+/// Samples stamped later than the last one are kept, because a machine may start with a slow clock and correct older
+/// stamps, but are not shown until the clock reaches them.
 class History {
  public:
   static constexpr std::int64_t kHourMs = 3'600'000;
@@ -32,36 +32,36 @@ class History {
 
   void Add(const Sample& sample);
 
-  /// Puts what was stored under what was added since: what is here already stands. Both are in the order of their
-  /// times. `now` is the end of what is shown until a sample comes.
+  /// Adds stored data beneath the samples added since, which take precedence. Both are in time order. `now` is the end
+  /// of what is shown until a sample arrives.
   void Load(const std::vector<Span>& spans, const std::vector<Sample>& samples, std::int64_t now);
 
-  /// From the first sample to the last. Nothing while there is none.
+  /// From the first sample to the last, or nothing.
   [[nodiscard]] std::optional<TimeRange> Extent() const;
 
-  /// Calls `visit(const Span&)` for everything that touches `range`, in the order of time, and for its neighbours on
-  /// either side, so that a curve can run to the edges.
+  /// Calls `visit(const Span&)` in time order for everything that touches `range` and for the neighbours on either
+  /// side, so that a curve can reach the edges.
   template <typename Visitor>
   void Visit(TimeRange range, Visitor visit) const;
 
-  /// What is nearest to `time`, at most `within` milliseconds away.
+  /// The entry nearest to `time`, at most `within` milliseconds away.
   [[nodiscard]] std::optional<Span> Nearest(std::int64_t time, std::int64_t within) const;
 
-  /// Goes up with every change.
+  /// Incremented by every change.
   [[nodiscard]] std::uint64_t revision() const { return revision_; }
-  /// How many samples and spans are kept.
+  /// The number of samples and spans.
   [[nodiscard]] std::size_t size() const { return spans_.size() + samples_.size(); }
 
  private:
-  /// Working cycles are two seconds apart, so that 48 hours stay below it; the bound of memory whatever happens.
+  /// Bounds the memory in any case; 48 hours of cycles two seconds apart stay below it.
   static constexpr std::size_t kMostKept = 100'000;
 
   void Thin();
 
   std::deque<Span> spans_;
   std::deque<Sample> samples_;          ///< all later than the spans
-  std::optional<std::int64_t> latest_;  ///< time of the sample that came last, or of the load
-  bool has_sample_ = false;             ///< `latest_` is that of a sample
+  std::optional<std::int64_t> latest_;  ///< time of the last sample, or of the load
+  bool has_sample_ = false;             ///< `latest_` is the time of a sample
   std::uint64_t revision_ = 0;
 };
 

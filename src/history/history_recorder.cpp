@@ -9,15 +9,15 @@
 namespace orvalis {
 namespace {
 
-/// Half a day of working cycles wait for a store that takes nothing; then the oldest go.
+/// Half a day of working cycles is kept for a store that does not accept them; then the oldest are dropped.
 constexpr std::size_t kMostPending = 21'600;
-/// The clock may drift by so much in an hour, or be put right by a second.
+/// How much the clock may drift or be corrected in an hour.
 constexpr std::int64_t kClockTrustedMs = 60'000;
-/// Long enough for the window to be there.
+/// Long enough for the window to appear first.
 constexpr std::chrono::milliseconds kLoadDelay{400};
 
 template <typename Entry>
-void KeepYoungest(std::vector<Entry>& entries) {
+void KeepNewest(std::vector<Entry>& entries) {
   if (entries.size() <= kMostPending) return;
   entries.erase(entries.begin(), entries.end() - static_cast<std::ptrdiff_t>(kMostPending));
 }
@@ -39,7 +39,7 @@ void HistoryRecorder::Load() {
   load_timer_ = 0;
   const std::int64_t now = Now();
   load_failed_ = !Try([&] {
-    // Without a memory to put it into nothing is asked for, and the store is checked all the same.
+    // Without a history in memory nothing is loaded, but the store is still checked.
     const std::int64_t kept = parts_.remember ? History::kKeptMs : 0;
     const std::int64_t unthinned = parts_.remember ? History::kUnthinnedMs : 0;
     const HistoryStore::Part part = parts_.store.Load(now - kept, now - unthinned, now + unthinned);
@@ -63,9 +63,9 @@ void HistoryRecorder::NoteForStore(const Sample& sample) {
     if (open_span_) pending_.spans.push_back(*open_span_);
     open_span_ = SpanOf(sample);
   }
-  KeepYoungest(pending_.samples);
-  KeepYoungest(pending_.spans);
-  if (!forgotten_at_) forgotten_at_ = Moment();
+  KeepNewest(pending_.samples);
+  KeepNewest(pending_.spans);
+  if (!forgotten_at_) forgotten_at_ = CurrentInstant();
   StartTimer();
 }
 
@@ -90,16 +90,18 @@ void HistoryRecorder::WriteBatch() {
   if (load_failed_) Load();
 }
 
-HistoryRecorder::Instant HistoryRecorder::Moment() const { return {.tick = parts_.loop.TickCount(), .time = Now()}; }
+HistoryRecorder::Instant HistoryRecorder::CurrentInstant() const {
+  return {.tick = parts_.loop.TickCount(), .time = Now()};
+}
 
 void HistoryRecorder::ForgetOld() {
-  // Not before an hour has passed: by then a clock that was wrong at the start of the machine is right.
+  // Not in the first hour: by then a clock that was wrong at boot is correct.
   constexpr std::int64_t kInterval = History::kHourMs;
-  const Instant now = Moment();
+  const Instant now = CurrentInstant();
   if (!forgotten_at_ || now.tick - forgotten_at_->tick < kInterval) return;
   const std::int64_t clock_set_by = (now.time - forgotten_at_->time) - (now.tick - forgotten_at_->tick);
   forgotten_at_ = now;
-  // A clock that was set in this hour may be wrong now; one that is ahead would take everything away.
+  // A clock that was set within this hour may be wrong; one that is ahead would delete everything.
   if (std::abs(clock_set_by) > kClockTrustedMs) return;
   Try([&] { parts_.store.Forget(now.time - kSamplesStoredMs, now.time - kSpansStoredMs); });
 }
@@ -116,7 +118,7 @@ bool HistoryRecorder::Try(Work work) {
     if (trouble_.IsNews(error.what())) parts_.report(error.what());
     return false;
   }
-  if (trouble_.Mended()) parts_.report("the history is stored again");
+  if (trouble_.Mended()) parts_.report("the history is being stored again");
   return true;
 }
 

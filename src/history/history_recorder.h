@@ -17,9 +17,9 @@
 
 namespace orvalis {
 
-/// Keeps what the working cycles measured: in memory for the graphs, and in the store, in batches once a minute.
-/// Made-up values of demo mode have a history of their own that is never stored. What the store does not take is kept
-/// and offered again with the next batch; what goes wrong is reported once until it is mended.
+/// Records what the working cycles measured: in memory for the graphs, and in the store in batches once a minute. Demo
+/// values have their own history, which is never stored. What the store rejects is kept and retried with the next
+/// batch; a failure is reported once until it is fixed.
 class HistoryRecorder {
  public:
   static constexpr std::chrono::seconds kBatchInterval{60};
@@ -31,26 +31,26 @@ class HistoryRecorder {
     const Clock& clock;
     HistoryStore& store;
     std::function<void(const std::string& text)> report;
-    bool remember = true;  ///< keep a history in memory; without a window nobody looks at it
+    bool remember = true;  ///< keep a history in memory; not needed without a window
   };
   explicit HistoryRecorder(Parts parts) : parts_(std::move(parts)) {}
   HistoryRecorder(const HistoryRecorder&) = delete;
   HistoryRecorder& operator=(const HistoryRecorder&) = delete;
   ~HistoryRecorder();
 
-  /// Checks and reads the store, a moment later, when the start is over.
+  /// Checks and reads the store shortly after the start.
   void LoadSoon();
-  /// Takes in a working cycle.
+  /// Records a working cycle.
   void Note(const WeatherState& weather, const SensorFrame& frame);
-  /// Stores what is still to be stored. At the end.
+  /// Stores pending data at exit.
   void Flush();
 
-  /// The history that belongs to what the panel shows: the unit's, or the made-up one.
+  /// The history of what the panel shows: the unit's or the demo one.
   [[nodiscard]] const History& Shown() const { return demo_shown_ ? demo_ : real_; }
   [[nodiscard]] bool demo_shown() const { return demo_shown_; }
   [[nodiscard]] std::int64_t Now() const;
 
-  /// Told when another history is shown than before, other than by a sample more.
+  /// Called when the shown history was replaced, not just extended by a sample.
   void OnReplaced(std::function<void()> replaced) { replaced_ = std::move(replaced); }
 
  private:
@@ -59,13 +59,13 @@ class HistoryRecorder {
     std::int64_t time;  ///< by the clock
   };
 
-  [[nodiscard]] Instant Moment() const;
+  [[nodiscard]] Instant CurrentInstant() const;
   void Load();
   void NoteForStore(const Sample& sample);
   void StartTimer();
   void WriteBatch();
   void ForgetOld();
-  /// Runs what the store may fail at; returns whether it did not.
+  /// Runs a store operation; returns whether it succeeded.
   template <typename Work>
   bool Try(Work work);
 
@@ -73,13 +73,13 @@ class HistoryRecorder {
   History real_;
   History demo_;
   bool demo_shown_ = false;
-  bool load_failed_ = false;  ///< to be tried again when the store works
+  bool load_failed_ = false;  ///< retry when the store works
   std::function<void()> replaced_;
 
   HistoryStore::Batch pending_;
-  std::optional<Span> open_span_;          ///< not complete yet; it is written all the same and replaced later
+  std::optional<Span> open_span_;          ///< incomplete; it is written anyway and replaced later
   std::optional<std::int64_t> last_time_;  ///< of the last sample for the store
-  std::optional<Instant> forgotten_at_;    ///< the last clearing, or the first sample
+  std::optional<Instant> forgotten_at_;    ///< the last purge, or the first sample
   OnceUntilMended trouble_;
   EventLoop::TimerId batch_timer_ = 0;
   EventLoop::TimerId load_timer_ = 0;

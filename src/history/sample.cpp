@@ -18,7 +18,7 @@ float Rounded(double value) {
 
 SmallSet<Condition> ConditionsOf(const WeatherState& weather) {
   SmallSet<Condition> conditions;
-  // Without an ambient temperature the sky word means nothing.
+  // Without an ambient temperature the sky word is meaningless.
   if (weather.ambient_known) {
     if (weather.cloud.text == "Clear") conditions.Put(Condition::kClear);
     if (weather.cloud.text == "PCloudy") conditions.Put(Condition::kPartlyCloudy);
@@ -33,7 +33,7 @@ SmallSet<Condition> ConditionsOf(const WeatherState& weather) {
 
 Values::Values() { values_.fill(kUnknown); }
 
-bool Values::KnowsTheSameAs(const Values& other) const {
+bool Values::HasSameKnownAs(const Values& other) const {
   return std::equal(values_.begin(), values_.end(), other.values_.begin(),
                     [](float one, float two) { return std::isnan(one) == std::isnan(two); });
 }
@@ -72,14 +72,14 @@ Span SpanOf(const Sample& sample) {
 bool Absorb(Span& span, const Sample& sample) {
   const bool follows = sample.time > span.last && sample.time - span.last <= kLongestStepMs;
   if (!follows || sample.time - span.first >= kSpanMs || sample.conditions != span.conditions ||
-      !sample.values.KnowsTheSameAs(span.lowest)) {
+      !sample.values.HasSameKnownAs(span.lowest)) {
     return false;
   }
   span.last = sample.time;
   span.held.Put(sample.held);
   for (std::size_t i = 0; i < kQuantities; ++i) {
     const auto quantity = static_cast<Quantity>(i);
-    // A quantity that is not known stays so: no comparison with it holds.
+    // An unknown quantity (NaN) stays unknown: no comparison with it is true.
     span.lowest[quantity] = std::min(span.lowest[quantity], sample.values[quantity]);
     span.highest[quantity] = std::max(span.highest[quantity], sample.values[quantity]);
   }

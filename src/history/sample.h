@@ -11,7 +11,7 @@
 
 namespace orvalis {
 
-/// A set of the values of an enumeration with at most eight of them.
+/// A set of enumerators, for enumerations with at most eight.
 template <typename Member>
 class SmallSet {
  public:
@@ -34,16 +34,15 @@ class SmallSet {
   std::uint8_t bits_ = 0;
 };
 
-/// What the history remembers of a working cycle. Their order is that of the columns in the store.
+/// The quantities recorded in the history, in the order of the store's columns.
 enum class Quantity : std::uint8_t { kSky, kClearSky, kAmbient, kDewPoint, kWind, kGust, kHumidity };
 inline constexpr std::size_t kQuantities = 7;
 
-/// What was the matter with the weather. The numbers are in the store.
+/// Weather conditions. The numbers are stored.
 enum class Condition : std::uint8_t { kClear = 0, kPartlyCloudy = 1, kCloudy = 2, kRain = 3, kUnsafe = 4 };
 inline constexpr std::size_t kConditions = 5;
 
-/// One number for each quantity, in °C, miles per hour and percent, in steps of a hundredth. Not a number where it was
-/// not known.
+/// One value per quantity, in °C, miles per hour and percent, rounded to hundredths; NaN where unknown.
 class Values {
  public:
   Values();
@@ -51,22 +50,22 @@ class Values {
   [[nodiscard]] float& operator[](Quantity quantity) { return values_[static_cast<std::size_t>(quantity)]; }
   [[nodiscard]] bool Knows(Quantity quantity) const { return !std::isnan(operator[](quantity)); }
   /// Whether the same quantities are known in both.
-  [[nodiscard]] bool KnowsTheSameAs(const Values& other) const;
+  [[nodiscard]] bool HasSameKnownAs(const Values& other) const;
 
  private:
   std::array<float, kQuantities> values_;
 };
 
-/// What one working cycle measured. Times are milliseconds since 1970-01-01 UTC.
+/// The measurements of one working cycle. Times are milliseconds since 1970-01-01 UTC.
 struct Sample {
   std::int64_t time = 0;
   Values values;
-  SmallSet<Quantity> held;  ///< not read in this cycle: an earlier reading stands in
+  SmallSet<Quantity> held;  ///< not read in this cycle: an earlier reading is used
   SmallSet<Condition> conditions;
 };
 
-/// The lowest and highest values of successive samples under the same conditions: what is left of them when they grow
-/// old. Of one sample, both are its values.
+/// The lowest and highest values of successive samples under the same conditions, into which old samples are merged.
+/// For a single sample both are its values.
 struct Span {
   std::int64_t first = 0;  ///< time of the first sample, and of the last
   std::int64_t last = 0;
@@ -76,18 +75,18 @@ struct Span {
   SmallSet<Condition> conditions;
 };
 
-/// Between samples that are further apart nothing is known: the panel counts values as old after the same time.
+/// Nothing is known between samples further apart than this, the age at which the panel shows values as stale.
 inline constexpr std::int64_t kLongestStepMs = std::chrono::milliseconds(kFreshFor).count();
-/// Old samples are put together into spans of less than this.
+/// Old samples are merged into spans shorter than this.
 inline constexpr std::int64_t kSpanMs = 60'000;
 
-/// What there is to remember of the working cycle that made `weather` from `frame`.
+/// The sample of the working cycle that computed `weather` from `frame`.
 [[nodiscard]] Sample SampleOf(const WeatherState& weather, const SensorFrame& frame, std::int64_t time);
 
 [[nodiscard]] Span SpanOf(const Sample& sample);
 
-/// Takes `sample` into `span` when it follows closely enough, under the same conditions and with the same quantities
-/// known, and the span stays short. Otherwise changes nothing and returns false.
+/// Extends `span` by `sample` if it follows closely, under the same conditions and with the same quantities known, and
+/// the span stays short. Otherwise changes nothing and returns false.
 [[nodiscard]] bool Absorb(Span& span, const Sample& sample);
 
 }  // namespace orvalis

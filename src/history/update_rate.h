@@ -6,8 +6,8 @@
 
 namespace orvalis {
 
-/// How often a graph takes in the new values, as the position of its scroll bar says: 0 is never, then come 1 to 59
-/// seconds and 1 to 60 minutes.
+/// How often a graph is updated, from the position of its scroll bar: 0 is never, then come 1 to 59 seconds and 1 to 60
+/// minutes.
 class UpdateRate {
  public:
   static constexpr int kLastPosition = 119;

@@ -7,7 +7,7 @@
 
 namespace orvalis {
 ErrorLog::ErrorLog(EventList& events, LogReport report)
-    : file_({.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .former_kept = 2},
+    : file_({.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .old_files_kept = 2},
             std::move(report)) {
   events.Listen([this](const Event& event) {
     file_.Write(FormatDate(event.time) + " " + FormatTimeOfDay(event.time) + "  " + event.text);
@@ -16,7 +16,7 @@ ErrorLog::ErrorLog(EventList& events, LogReport report)
 
 void ErrorLog::Open(const std::filesystem::path& folder) {
   std::error_code error;
-  std::filesystem::create_directories(folder, error);  // a failure shows when the log is opened
+  std::filesystem::create_directories(folder, error);  // a failure shows up when the log is opened
   file_.Open(folder);
 }
 

@@ -7,15 +7,15 @@
 
 namespace orvalis {
 
-/// Every event, in a file: what happened, for whoever comes to look after the night.
+/// Writes every event to a file, for looking back after the night.
 class ErrorLog {
  public:
-  /// `events` must outlive the log. `report` is told what is wrong with the file; it must not record an event.
+  /// `events` must outlive the log. `report` is called when the file fails; it must not record an event.
   ErrorLog(EventList& events, LogReport report);
   ErrorLog(const ErrorLog&) = delete;
   ErrorLog& operator=(const ErrorLog&) = delete;
 
-  /// Appends to `orvalis_errors.txt` in `folder`, which is made where it is missing.
+  /// Appends to `orvalis_errors.txt` in `folder`, which is created if missing.
   void Open(const std::filesystem::path& folder);
 
  private:

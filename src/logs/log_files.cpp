@@ -26,7 +26,7 @@ void RotatingLog::Close() {
 
 bool RotatingLog::EnsureOpen() {
   std::error_code error;
-  // A file that was deleted or moved away goes on taking lines that nobody will read.
+  // A deleted or moved file would go on taking lines unread.
   const std::uintmax_t on_disk = fs::file_size(path_, error);
   if (file_.is_open() && file_.good() && !error && on_disk == size_) return true;
   file_.close();
@@ -40,7 +40,7 @@ bool RotatingLog::EnsureOpen() {
   file_.open(path_, std::ios::app | std::ios::binary);
   if (!file_) {
     Fail("cannot write the " + std::string(kind_.name) + " " + TextOfPath(path_) +
-         "; is its folder there, and may it be written?");
+         "; does its folder exist, and is it writable?");
     return false;
   }
   size_ = error ? 0 : on_disk;
@@ -63,22 +63,23 @@ void RotatingLog::Write(const std::string& line) {
     return;
   }
   size_ += line.size() + 1;
-  if (trouble_.Mended()) report_("the " + std::string(kind_.name) + " is written again");
+  if (trouble_.Mended()) report_("the " + std::string(kind_.name) + " is being written again");
 }
 
 void RotatingLog::Rotate() {
   file_.close();
-  const auto former = [&](int number) { return fs::path(path_) += "." + std::to_string(number); };
-  // Out of the way first: when that cannot be done, the former ones stay where they are and the log grows on.
+  const auto old_file = [&](int number) { return fs::path(path_) += "." + std::to_string(number); };
+  // The current file goes first: if it cannot be renamed, the old ones stay and the log keeps growing.
   std::error_code error;
-  fs::rename(path_, former(0), error);
+  fs::rename(path_, old_file(0), error);
   if (error) {
-    rotate_at_ = size_ + kind_.max_bytes / 10;  // it grows meanwhile, and is tried again then
-    Fail("cannot begin a new " + std::string(kind_.name) + " " + TextOfPath(path_) + ": " + error.message());
+    rotate_at_ = size_ + kind_.max_bytes / 10;  // try again when it has grown this much
+    Fail("cannot start a new " + std::string(kind_.name) + " " + TextOfPath(path_) + ": " + error.message());
     return;
   }
   rotate_at_ = kind_.max_bytes;
-  for (int number = kind_.former_kept; number >= 1; --number) fs::rename(former(number - 1), former(number), error);
+  for (int number = kind_.old_files_kept; number >= 1; --number)
+    fs::rename(old_file(number - 1), old_file(number), error);
 }
 
 void RotatingLog::Fail(const std::string& failure) {
@@ -96,17 +97,17 @@ void OneLineLog::Write(const fs::path& folder, const std::string& record) {
   }
   const bool written = !error;
   if (!error) fs::rename(fresh, path, error);
-  // Where a file that is being read cannot be replaced, a reader now and then is in the way, and the next record
+  // Where a file cannot be replaced while it is read, a reader may block a record now and then, and the next one
   // follows.
   if (error && written && ++held_ < kHeldQuietly) return;
   if (error) {
     const std::string failure = "cannot write the one-line log " + TextOfPath(path) +
-                                "; is its folder there, may it be written, and is there room on the disk?";
+                                "; does its folder exist, is it writable, and is the disk full?";
     if (trouble_.IsNews(failure)) report_(failure);
     return;
   }
   held_ = 0;
-  if (trouble_.Mended()) report_("the one-line log is written again");
+  if (trouble_.Mended()) report_("the one-line log is being written again");
 }
 
 }  // namespace orvalis

@@ -11,26 +11,26 @@
 
 namespace orvalis {
 
-/// Who is told what goes wrong with a log, and that it was mended.
+/// Called when a log fails, and when it works again.
 using LogReport = std::function<void(const std::string& text)>;
 
-/// A text file that grows by lines and is bounded: every line is in the file when `Write` returns, a new file is begun
-/// at a certain size with some former ones kept, and it comes back by itself when its folder or its disk does. What
-/// goes wrong is reported once until it is mended.
+/// A log file that is rotated at a maximum size, with some old files kept. Every line is in the file when `Write`
+/// returns, and writing resumes by itself when the folder or disk is back. A failure is reported once until it is
+/// fixed.
 class RotatingLog {
  public:
   struct Kind {
     const char* name;       ///< for a person: "full log"
-    const char* file_name;  ///< former ones get ".1", the youngest, and so on
+    const char* file_name;  ///< old files get ".1" (the newest) and so on
     std::uintmax_t max_bytes;
-    int former_kept;
+    int old_files_kept;
   };
   RotatingLog(Kind kind, LogReport report) : kind_(kind), report_(std::move(report)) {}
 
-  /// Opens the log in `folder` for appending, closing another one.
+  /// Opens the log in `folder` for appending, closing any other.
   void Open(const std::filesystem::path& folder);
   void Close();
-  /// Writes one line, without its end. A log that was never opened ignores it.
+  /// Writes one line, given without its line end. Ignored if the log was never opened.
   void Write(const std::string& line);
 
  private:
@@ -44,11 +44,11 @@ class RotatingLog {
   std::ofstream file_;
   std::uintmax_t size_ = 0;
   OnceUntilMended trouble_;
-  std::uintmax_t rotate_at_ = 0;  ///< the size at which a new file is begun, or tried to
+  std::uintmax_t rotate_at_ = 0;  ///< the size at which a new file is started or tried
 };
 
-/// The file that always holds exactly the latest record: replaced in one step, so that a reader never finds it empty or
-/// half written. What goes wrong is listed once until it is mended.
+/// The file that always holds exactly the latest record, replaced atomically so that a reader never finds it empty or
+/// half written. A failure is reported once until it is fixed.
 class OneLineLog {
  public:
   static constexpr const char* kFileName = "orvalis_single.txt";
@@ -58,7 +58,7 @@ class OneLineLog {
   void Write(const std::filesystem::path& folder, const std::string& record);
 
  private:
-  /// Records in a row that a reader may keep from their place before that is worth a line: ten seconds.
+  /// Records in a row that a reader may block before it is reported: ten seconds.
   static constexpr int kHeldQuietly = 5;
 
   LogReport report_;

@@ -16,7 +16,7 @@ double DayCount(const CivilTime& time) {
   return static_cast<double>(DayNumber(time) - DayNumber(kBegin)) + seconds / 86400;
 }
 
-/// "YYYY-MM-DD hh:nn.ss.00"; the dot between minutes and seconds is what its readers expect.
+/// "YYYY-MM-DD hh:nn.ss.00"; readers expect the dot between minutes and seconds.
 std::string RecordTime(const CivilTime& time) { return FormatTime(time, "YYYY-MM-DD hh:nn.ss.00"); }
 
 /// One row of a table of words and codes.

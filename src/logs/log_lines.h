@@ -9,7 +9,7 @@
 
 namespace orvalis {
 
-/// What one working cycle writes into the logs.
+/// What a working cycle logs.
 struct LogEntry {
   CivilTime time;
   const WeatherState& weather;
@@ -17,12 +17,12 @@ struct LogEntry {
   std::int16_t seconds_since_frame = 0;
 };
 
-/// When it last rained and was last wet: the one-line record tells what was "in the last minute".
+/// Remembers when it last rained and was wet, for the "in the last minute" flags of the one-line record.
 class RainMemory {
  public:
   static constexpr std::int64_t kLastMinute = 60'000;  ///< ms
 
-  /// Once in each working cycle, at `tick_count` ms.
+  /// Call once in each working cycle; `tick_count` in ms.
   void Note(const WeatherState& weather, std::int64_t tick_count);
   /// 0 dry, 1 in the last minute, 2 now.
   [[nodiscard]] int rain_flag() const { return rain_flag_; }
@@ -37,10 +37,10 @@ class RainMemory {
   int wet_flag_ = 0;
 };
 
-/// The line of the full log: date and time, then every figure behind its label.
+/// The line of the full log: date and time, then labelled values.
 [[nodiscard]] std::string FullLogLine(const LogEntry& entry);
 
-/// The record that other programs read: date, time, units and sixteen values in fixed columns. docs/logs.md lists them.
+/// The one-line record for other programs: date, time, units and sixteen values in fixed columns, see docs/logs.md.
 [[nodiscard]] std::string OneLineRecord(const LogEntry& entry, const RainMemory& rain);
 
 }  // namespace orvalis

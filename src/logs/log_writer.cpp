@@ -5,7 +5,7 @@
 namespace orvalis {
 
 void LogWriter::OpenFullLog(const Settings& settings) {
-  // A log that nobody asked for makes no file, and its folder need not exist.
+  // A disabled log creates no file, and its folder need not exist.
   if (settings.g_lFullLog == 1) full_.Open(PathFromText(settings.g_sFullLogPath));
 }
 
@@ -15,7 +15,7 @@ void LogWriter::Write(const LogEntry& entry, const Settings& settings, std::int6
   if (settings.g_lFullLog == 1) full_.Write(FullLogLine(entry));
 }
 
-void LogWriter::TakeBack(const LogEntry& entry, const Settings& settings) { WriteOneLine(entry, settings); }
+void LogWriter::Withdraw(const LogEntry& entry, const Settings& settings) { WriteOneLine(entry, settings); }
 
 void LogWriter::WriteOneLine(const LogEntry& entry, const Settings& settings) {
   if (settings.g_lOneLineLog != 1) return;

@@ -11,7 +11,6 @@
 #include "platform/linux/private_file.h"
 #include "platform/linux/qt_program_starter.h"
 #include "platform/linux/qt_serial_port.h"
-#include "platform/linux/serial_port_list.h"
 #include "platform/linux/serial_ports.h"
 #include "platform/native.h"
 #include "platform/qt/ini_profile.h"

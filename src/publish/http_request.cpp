@@ -21,7 +21,7 @@ void RefuseControlCharacters(std::string_view text, const char* where) {
   if (HasControlCharacter(text)) Refuse(std::string("there is a control character in ") + where);
 }
 
-/// What may stand in the name of a header.
+/// Whether `name` is valid as a header name.
 bool IsHeaderName(std::string_view name) {
   constexpr std::string_view kMarks = "!#$%&'*+-.^_`|~";
   return !name.empty() && std::all_of(name.begin(), name.end(), [&](char c) {
@@ -34,7 +34,7 @@ bool SameName(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char x, char y) { return lower(x) == lower(y); });
 }
 
-/// The request with `query` in the place of its own, whose length stays.
+/// The request with `query` instead of its own, but with its own Content-Length.
 std::string Text(const HttpRequest& request, std::string_view query) {
   const bool in_path = request.method == "GET";
   std::string target = request.url.path;
@@ -58,7 +58,7 @@ std::string Text(const HttpRequest& request, std::string_view query) {
   bool names_connection = false;
   for (const RequestRow& header : request.headers) {
     if (header.name.empty() && header.value.empty()) continue;
-    if (!IsHeaderName(header.name)) Refuse("the name of a header is empty or has a character that none may have");
+    if (!IsHeaderName(header.name)) Refuse("a header name is empty or contains an invalid character");
     RefuseControlCharacters(header.value, "the value of a header");
     names_connection = names_connection || SameName(header.name, "Connection");
     line(header.name, header.value);
@@ -79,16 +79,16 @@ UrlComplaint Complaint(const UrlRecord& url) {
 
 void CheckUrl(std::string_view text, const UrlRecord& url) {
   if (text.size() > kLongestUrl) Refuse("the URL is longer than " + std::to_string(kLongestUrl) + " characters");
-  // The texts themselves are not repeated: somebody may have put a password there.
-  if (url.host.find(':') != std::string::npos) Refuse("a URL with a port needs a path behind it, or at least a \"/\"");
-  if (url.host.size() > kLongestHost) Refuse("the host in the URL is too long to be one");
+  // The URL itself is not quoted: it may contain a password.
+  if (url.host.find(':') != std::string::npos) Refuse("a URL with a port needs a path after it, or at least \"/\"");
+  if (url.host.size() > kLongestHost) Refuse("the host name in the URL is too long");
   const auto in_host = [](char c) { return IsDigit(c) || IsLetter(c) || c == '.' || c == '-' || c == '_'; };
   if (!std::all_of(url.host.begin(), url.host.end(), in_host))
-    Refuse("the host in the URL has a character that no host has");
-  // Where a port is written the host ends at its colon; one that reads as 0 is no port, and not the usual one either.
-  const std::size_t behind_host = url.scheme.size() + std::string_view("://").size() + url.host.size();
-  const bool written = behind_host < text.size() && text[behind_host] == ':';
-  if (written && url.port <= 0) Refuse("the port in the URL is no port number");
+    Refuse("the host name in the URL contains an invalid character");
+  // A port that is given but reads as 0 is an error, not the default port.
+  const std::size_t after_host = url.scheme.size() + std::string_view("://").size() + url.host.size();
+  const bool written = after_host < text.size() && text[after_host] == ':';
+  if (written && url.port <= 0) Refuse("the port in the URL is not a valid port number");
 }
 
 std::uint16_t PortOf(const UrlRecord& url) { return url.port == 0 ? kWebPort : static_cast<std::uint16_t>(url.port); }

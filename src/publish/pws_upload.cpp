@@ -1,6 +1,6 @@
 #include "publish/pws_upload.h"
 
-#include <chrono>
+#include <cstdint>
 
 #include "base/text.h"
 #include "publish/url_helper.h"
@@ -18,33 +18,21 @@ std::string_view CloudCode(double sky, double ambient, bool raining, const Setti
   constexpr double kSurelyClear = -5.0;
   if (sky <= kSurelyClear) return "SKC";
   if (raining) return "OVC";
-  // Both have one decimal, and so has their difference, but not in binary.
+  // Both have one decimal, so the difference does too; rounding removes the binary error.
   const double difference = RoundToDecimals(ambient - sky, 1);
   if (difference >= settings.PartCloudyDegC) return "SKC";
   return difference <= settings.FullCloudyDegC ? "OVC" : "SCT";
 }
 
 std::string UploadTime(const CivilTime& utc) {
-  using namespace std::chrono;
-  const auto date =
-      sys_days{year{utc.year} / month{static_cast<unsigned>(utc.month)} / day{static_cast<unsigned>(utc.day)}};
-  const auto moment = round<seconds>(date + hours(utc.hour) + minutes(utc.minute) + seconds(utc.second) +
-                                     milliseconds(utc.millisecond));
-  const auto midnight = floor<days>(moment);
-  const year_month_day calendar{midnight};
-  const hh_mm_ss time{moment - midnight};
-  const std::string iso = FormatIso8601({.year = static_cast<int>(calendar.year()),
-                                         .month = static_cast<int>(static_cast<unsigned>(calendar.month())),
-                                         .day = static_cast<int>(static_cast<unsigned>(calendar.day())),
-                                         .hour = static_cast<int>(time.hours().count()),
-                                         .minute = static_cast<int>(time.minutes().count()),
-                                         .second = static_cast<int>(time.seconds().count())});
-  return iso.substr(0, 10) + '+' + iso.substr(11, 5) + '.' + iso.substr(17, 2) + ".00";
+  constexpr std::int64_t kMsPerSecond = 1000;
+  const std::int64_t second = (UtcMilliseconds(utc) + kMsPerSecond / 2) / kMsPerSecond;
+  return FormatTime(UtcTime(second * kMsPerSecond), "YYYY-MM-DD+hh:nn.ss.00");
 }
 
 std::string UploadQuery(std::string_view station, std::string_view password, const CivilTime& utc,
-                        const WeatherState& weather, const Settings& settings, const std::vector<RequestRow>& further,
-                        const ToCodePage& to_code_page) {
+                        const WeatherState& weather, const Settings& settings,
+                        const std::vector<RequestRow>& additional, const ToCodePage& to_code_page) {
   const std::string_view clouds =
       CloudCode(RoundToDecimals(weather.sky_celsius, 1), RoundToDecimals(weather.ambient_celsius, 1),
                 weather.rain > settings.RainThreshold, settings);
@@ -57,7 +45,7 @@ std::string UploadQuery(std::string_view station, std::string_view password, con
   query.append("&humidity=").append(Field(weather.humidity_percent, 5));
   query.append("&clouds=").append(clouds);
   query.append("&softwaretype=orvalis%20v01&action=updateraw&realtime=1&rtfreq=5.0");
-  for (const RequestRow& row : further) {
+  for (const RequestRow& row : additional) {
     if (row.name.empty() && row.value.empty()) continue;
     query.append("&").append(UrlEncode(row.name, to_code_page)).append("=").append(UrlEncode(row.value, to_code_page));
   }

@@ -23,16 +23,16 @@ std::string Seconds(std::chrono::seconds duration) { return std::to_string(durat
 
 }  // namespace
 
-UploadTurn ReadingsUpload::Send(AskedBy asked_by) {
+UploadTurn ReadingsUpload::Send(Trigger trigger) {
   if (parts_.settings.g_bAllow_PWS != 1) return UploadTurn::kTaken;
-  if (asked_by == AskedBy::kUser) report_.Forget();
-  auto prepared = Prepare(asked_by);
+  if (trigger == Trigger::kUser) report_.Repeat();
+  auto prepared = Prepare(trigger);
   if (const auto* refusal = std::get_if<Refusal>(&prepared)) {
-    Show(*refusal, asked_by);
-    return refusal->lacks_reading ? UploadTurn::kStillDue : UploadTurn::kTaken;
+    Show(*refusal, trigger);
+    return refusal->reading_missing ? UploadTurn::kStillDue : UploadTurn::kTaken;
   }
-  if (LacksAccount()) {
-    Show({.text = "the station's ID or the password is the text that asks for it; enter yours"}, asked_by);
+  if (AccountMissing()) {
+    Show({.text = "the station ID or the password is still the placeholder; enter your own"}, trigger);
     return UploadTurn::kTaken;
   }
   Begin(std::get<Prepared>(std::move(prepared)));
@@ -40,35 +40,35 @@ UploadTurn ReadingsUpload::Send(AskedBy asked_by) {
 }
 
 void ReadingsUpload::Begin(const Prepared& request) {
-  if (under_way_) GiveUp("the former upload was ended unfinished: the next one is due");
-  parts_.boxes.BeginExchange("Request, sent " + FormatTimeOfDay(parts_.clock.LocalNow()), request.shown);
+  if (under_way_) Abort("previous upload aborted: the next one is due");
+  parts_.boxes.BeginExchange("Request sent " + FormatTimeOfDay(parts_.clock.LocalNow()), request.shown);
   shows_sent_ = true;
   under_way_ = true;
   answer_.clear();
   received_ = 0;
-  AwaitAnswer();
-  deadline_ = parts_.loop.CallAfter(kLongestExchange, [this] {
-    deadline_ = 0;
-    GiveUp("the answer took longer than " + Seconds(kLongestExchange));
+  RestartIdleTimer();
+  exchange_timer_ = parts_.loop.CallAfter(kExchangeTimeout, [this] {
+    exchange_timer_ = 0;
+    Abort("the response took longer than " + Seconds(kExchangeTimeout));
   });
   parts_.socket.Begin(request.host, request.port, request.bytes,
-                      {.connected = [this] { AwaitAnswer(); },
+                      {.connected = [this] { RestartIdleTimer(); },
                        .received = [this](std::string_view bytes) { Receive(bytes); },
                        .closed = [this] { Closed(); },
-                       .failed = [this](const std::string& reason) { GiveUp(reason); }});
+                       .failed = [this](const std::string& reason) { Abort(reason); }});
 }
 
-void ReadingsUpload::Show(const Refusal& refusal, AskedBy asked_by) {
-  // A box that the schedule opened would hold up nobody but also wait for a person who may be asleep: the error box
-  // keeps the text instead.
-  if (!refusal.title.empty() && asked_by == AskedBy::kUser && message_boxes_ != nullptr) {
+void ReadingsUpload::Show(const Refusal& refusal, Trigger trigger) {
+  // A scheduled upload opens no message box, because there may be no one to close it: the error box shows the text
+  // instead.
+  if (!refusal.title.empty() && trigger == Trigger::kUser && message_boxes_ != nullptr) {
     message_boxes_->ShowMessage(refusal.text, refusal.title);
   } else {
     report_.Refused(refusal.text);
   }
 }
 
-std::variant<ReadingsUpload::Prepared, ReadingsUpload::Refusal> ReadingsUpload::Prepare(AskedBy asked_by) const {
+std::variant<ReadingsUpload::Prepared, ReadingsUpload::Refusal> ReadingsUpload::Prepare(Trigger trigger) const {
   const Settings& settings = parts_.settings;
   try {
     HttpRequest request{
@@ -77,11 +77,11 @@ std::variant<ReadingsUpload::Prepared, ReadingsUpload::Refusal> ReadingsUpload::
       return Refusal{.text = std::string(complaint.text), .title = complaint.title};
     }
     CheckUrl(settings.g_sPWS_site, request.url);
-    if (const std::string_view why = LackOfReading(); !why.empty()) {
-      return Refusal{.text = std::string(why), .lacks_reading = true};
+    if (const std::string_view why = MissingReading(); !why.empty()) {
+      return Refusal{.text = std::string(why), .reading_missing = true};
     }
-    if (parts_.weather.from_demo && asked_by == AskedBy::kSchedule) {
-      return Refusal{.text = "the values are made up in demo mode; \"Test Server\" sends them all the same"};
+    if (parts_.weather.from_demo && trigger == Trigger::kSchedule) {
+      return Refusal{.text = "demo values are not uploaded; \"Test Server\" sends them anyway"};
     }
     const CivilTime now = parts_.clock.UtcNow();
     const auto query = [&](std::string_view password) {
@@ -98,14 +98,14 @@ std::variant<ReadingsUpload::Prepared, ReadingsUpload::Refusal> ReadingsUpload::
   }
 }
 
-std::string_view ReadingsUpload::LackOfReading() const {
-  if (parts_.panel.stale) return "there is no reading of now";
+std::string_view ReadingsUpload::MissingReading() const {
+  if (parts_.panel.stale) return "no current reading";
   if (!parts_.weather.ambient_known) return "the ambient temperature is not known";
-  if (!AllFinite(parts_.weather)) return "a value is no number";
+  if (!AllFinite(parts_.weather)) return "a value is not a number";
   return "";
 }
 
-bool ReadingsUpload::LacksAccount() const {
+bool ReadingsUpload::AccountMissing() const {
   return IsPrompt("g_sPWS_name", parts_.settings.g_sPWS_name) ||
          IsPrompt("g_sPWS_password", parts_.settings.g_sPWS_password);
 }
@@ -114,30 +114,30 @@ void ReadingsUpload::Preview() {
   const bool allowed = parts_.settings.g_bAllow_PWS == 1;
   if (shows_sent_ && allowed) return;
   shows_sent_ = false;
-  const auto prepared = Prepare(AskedBy::kUser);
+  const auto prepared = Prepare(Trigger::kUser);
   if (const auto* refusal = std::get_if<Refusal>(&prepared)) {
     parts_.boxes.ShowRequest("Nothing would be sent now: " + refusal->text, "");
     return;
   }
-  std::string caption = "Request, as it would be sent now";
-  if (!allowed) caption += " if uploads were allowed";
-  if (LacksAccount()) caption += ", once the ID and the password are yours";
-  if (parts_.weather.from_demo) caption += ", by \"Test Server\" alone: the values are made up";
+  std::string caption = "Request as it would be sent now";
+  if (!allowed) caption += " if uploads were enabled";
+  if (AccountMissing()) caption += ", once you have entered the ID and the password";
+  if (parts_.weather.from_demo) caption += ", by \"Test Server\" only: demo values";
   parts_.boxes.ShowRequest(std::move(caption), std::get<Prepared>(prepared).shown);
 }
 
 void ReadingsUpload::Edited() {
   shows_sent_ = false;
-  report_.Forget();
+  report_.Repeat();
   Preview();
 }
 
 void ReadingsUpload::Receive(std::string_view bytes) {
-  AwaitAnswer();
+  RestartIdleTimer();
   if (answer_.size() < kLongestJudged) answer_ += bytes.substr(0, kLongestJudged - answer_.size());
   if (received_ <= TailText::kShown && received_ + bytes.size() > TailText::kShown) {
-    parts_.boxes.AddError("the answer is longer than " + std::to_string(TailText::kShown / 1024) +
-                          " KB; its end alone is kept");
+    parts_.boxes.AddError("the response is longer than " + std::to_string(TailText::kShown / 1024) +
+                          " KB; only its end is kept");
   }
   received_ += bytes.size();
   parts_.boxes.AddResponse(bytes);
@@ -156,7 +156,7 @@ void ReadingsUpload::Judge() {
   }
 }
 
-void ReadingsUpload::GiveUp(const std::string& why) {
+void ReadingsUpload::Abort(const std::string& why) {
   End();
   if (HasStatusLine(answer_)) {
     Judge();
@@ -165,19 +165,19 @@ void ReadingsUpload::GiveUp(const std::string& why) {
   }
 }
 
-void ReadingsUpload::AwaitAnswer() {
-  parts_.loop.Cancel(patience_);
-  patience_ = parts_.loop.CallAfter(kPatience, [this] {
-    patience_ = 0;
-    GiveUp("no answer within " + Seconds(kPatience));
+void ReadingsUpload::RestartIdleTimer() {
+  parts_.loop.Cancel(idle_timer_);
+  idle_timer_ = parts_.loop.CallAfter(kIdleTimeout, [this] {
+    idle_timer_ = 0;
+    Abort("no answer within " + Seconds(kIdleTimeout));
   });
 }
 
 void ReadingsUpload::End() {
   under_way_ = false;
-  parts_.loop.Cancel(patience_);
-  parts_.loop.Cancel(deadline_);
-  patience_ = deadline_ = 0;
+  parts_.loop.Cancel(idle_timer_);
+  parts_.loop.Cancel(exchange_timer_);
+  idle_timer_ = exchange_timer_ = 0;
   parts_.socket.Close();
 }
 

@@ -19,10 +19,10 @@
 
 namespace orvalis {
 
-/// Who asks for an upload.
-enum class AskedBy { kSchedule, kUser };
+/// What triggers an upload.
+enum class Trigger { kSchedule, kUser };
 
-/// What the user composes beside the settings. It lasts as long as the program runs.
+/// What the user adds to the request. Not stored: it lasts until the program ends.
 struct RequestComposition {
   std::string_view method = kRequestMethods.front();
   std::vector<RequestRow> variables;
@@ -33,18 +33,18 @@ struct RequestComposition {
 class MessageBoxes {
  public:
   virtual ~MessageBoxes() = default;
-  /// Returns at once; a box that is open already says the new text instead.
+  /// Returns at once; a box that is already open shows the new text instead.
   virtual void ShowMessage(std::string_view text, std::string_view title) = 0;
 };
 
 /// Sends the readings to the weather service.
 class ReadingsUpload : public ScheduledUpload {
  public:
-  /// A server that says nothing for so long is given up.
-  static constexpr std::chrono::seconds kPatience{30};
-  /// No exchange lasts longer, however slowly the answer drips in.
-  static constexpr std::chrono::seconds kLongestExchange{60};
-  /// As much of an answer as it is judged by, in bytes.
+  /// The exchange is aborted when the server is silent for this long.
+  static constexpr std::chrono::seconds kIdleTimeout{30};
+  /// The longest exchange, however slowly the response trickles in.
+  static constexpr std::chrono::seconds kExchangeTimeout{60};
+  /// How many bytes of a response are evaluated.
   static constexpr std::size_t kLongestJudged = 8192;
 
   struct Parts {
@@ -64,20 +64,20 @@ class ReadingsUpload : public ScheduledUpload {
   ReadingsUpload& operator=(const ReadingsUpload&) = delete;
   ~ReadingsUpload() override { End(); }
 
-  /// Where the messages of a click are shown; none when headless.
+  /// Shows the messages after a click; null when headless.
   void SetMessageBoxes(MessageBoxes* boxes) { message_boxes_ = boxes; }
 
-  /// Sends the current readings, unless uploads are switched off. Returns at once: what comes of it is seen in the
-  /// boxes. An exchange that is still under way is ended. Still due is what lacks nothing but a reading.
-  UploadTurn Send(AskedBy asked_by);
+  /// Sends the current readings, unless uploads are switched off. Returns at once; the result appears in the boxes. An
+  /// exchange in progress is aborted. The upload stays due when only a reading is missing.
+  UploadTurn Send(Trigger trigger);
 
   [[nodiscard]] std::int32_t IntervalRow() const override { return parts_.settings.g_lPWSUpdate_interval_index; }
-  [[nodiscard]] UploadTurn Start() override { return Send(AskedBy::kSchedule); }
+  [[nodiscard]] UploadTurn Start() override { return Send(Trigger::kSchedule); }
 
-  /// Shows in the request box what would be sent now, switched on or not; the request that was sent stays there until
-  /// `Edited` or the next one.
+  /// Shows in the request box what would be sent now, whether uploads are enabled or not. A request that was sent stays
+  /// there until `Edited` or the next one.
   void Preview();
-  /// The user changed something that the request is made of.
+  /// The user changed something that is part of the request.
   void Edited();
 
   [[nodiscard]] RequestComposition& composition() { return composition_; }
@@ -86,8 +86,8 @@ class ReadingsUpload : public ScheduledUpload {
   /// Why nothing can be sent.
   struct Refusal {
     std::string text;
-    std::string_view title{};    ///< of a message box; empty where there is none
-    bool lacks_reading = false;  ///< and nothing else
+    std::string_view title{};      ///< of a message box; empty for none
+    bool reading_missing = false;  ///< the only obstacle
   };
   struct Prepared {
     std::string host;
@@ -96,21 +96,21 @@ class ReadingsUpload : public ScheduledUpload {
     std::string shown{};  ///< without the password
   };
 
-  [[nodiscard]] std::variant<Prepared, Refusal> Prepare(AskedBy asked_by) const;
-  /// What keeps the values from being told as those of now, or "".
-  [[nodiscard]] std::string_view LackOfReading() const;
-  /// Whether the ID or the password is still the text that asks for it.
-  [[nodiscard]] bool LacksAccount() const;
+  [[nodiscard]] std::variant<Prepared, Refusal> Prepare(Trigger trigger) const;
+  /// Why there is no current reading to send, or "".
+  [[nodiscard]] std::string_view MissingReading() const;
+  /// Whether the ID or the password is still the placeholder.
+  [[nodiscard]] bool AccountMissing() const;
   void Begin(const Prepared& request);
-  void Show(const Refusal& refusal, AskedBy asked_by);
+  void Show(const Refusal& refusal, Trigger trigger);
 
   void Receive(std::string_view bytes);
   void Closed();
-  /// Ends the exchange before the server did. One that has answered has done its work and is judged by its answer,
-  /// also when it keeps the connection open; otherwise `why` is the failure.
-  void GiveUp(const std::string& why);
-  void AwaitAnswer();
-  /// Ends the exchange, without a word.
+  /// Ends the exchange before the server did. If the status line has arrived, the response decides, even though the
+  /// server kept the connection open; otherwise the upload failed with `why`.
+  void Abort(const std::string& why);
+  void RestartIdleTimer();
+  /// Ends the exchange without reporting anything.
   void End();
   void Judge();
 
@@ -118,13 +118,13 @@ class ReadingsUpload : public ScheduledUpload {
   UploadReport report_;
   MessageBoxes* message_boxes_ = nullptr;
   RequestComposition composition_;
-  bool shows_sent_ = false;  ///< the request box shows what was sent, not what would be
+  bool shows_sent_ = false;  ///< the request box shows what was sent, not a preview
 
   bool under_way_ = false;
-  std::string answer_;  ///< the beginning of it, as much as is judged
+  std::string answer_;  ///< its beginning, at most kLongestJudged bytes
   std::size_t received_ = 0;
-  EventLoop::TimerId patience_ = 0;
-  EventLoop::TimerId deadline_ = 0;
+  EventLoop::TimerId idle_timer_ = 0;
+  EventLoop::TimerId exchange_timer_ = 0;
 };
 
 }  // namespace orvalis

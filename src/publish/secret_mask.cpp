@@ -16,7 +16,7 @@ int HexValue(char c) {
   return -1;
 }
 
-/// Whether `text` begins with "%" and the number of `byte`.
+/// Whether `text` begins with `byte`, percent-encoded.
 bool BeginsEncoded(char byte, std::string_view text) {
   if (text.size() < kEncodedSize || text[0] != '%') return false;
   const int high = HexValue(text[1]);
@@ -24,16 +24,16 @@ bool BeginsEncoded(char byte, std::string_view text) {
   return high >= 0 && low >= 0 && high * 16 + low == static_cast<unsigned char>(byte);
 }
 
-/// How many bytes at the beginning of `text` are a writing of `secret`, if any are.
+/// The length of `secret` as written at the beginning of `text`, if it is there.
 std::optional<std::size_t> Written(std::string_view secret, std::string_view text) {
   std::size_t length = 0;
   for (; !secret.empty(); secret.remove_prefix(1)) {
     const std::string_view rest = text.substr(length);
     const bool encoded = BeginsEncoded(secret[0], rest);
-    // "%25" may be a percent sign, or one of the secret with "25" of the secret behind it.
+    // "%25" may be an encoded percent sign, or a plain one followed by a "25" that belongs to the secret.
     if (encoded && secret[0] == '%') {
-      const auto behind = Written(secret.substr(1), rest.substr(kEncodedSize));
-      if (behind) return length + kEncodedSize + *behind;
+      const auto rest_encoded = Written(secret.substr(1), rest.substr(kEncodedSize));
+      if (rest_encoded) return length + kEncodedSize + *rest_encoded;
       const auto literal = Written(secret.substr(1), rest.substr(1));
       return literal ? std::optional(length + 1 + *literal) : std::nullopt;
     }
@@ -48,7 +48,7 @@ std::optional<std::size_t> Written(std::string_view secret, std::string_view tex
 
 std::string MaskSecrets(std::string_view text, std::span<const std::string_view> secrets, std::size_t from) {
   std::string masked;
-  std::size_t hidden_to = 0;  // the end of the secrets so far
+  std::size_t hidden_to = 0;  // the end of the secrets found so far
   bool in_mask = false;
   for (std::size_t at = 0; at < text.size(); ++at) {
     for (const std::string_view secret : secrets) {

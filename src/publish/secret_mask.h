@@ -7,12 +7,12 @@
 
 namespace orvalis {
 
-/// What stands for a password wherever it would be seen, whatever its length.
+/// Shown instead of a password, whatever its length.
 inline constexpr std::string_view kMask = "********";
 
-/// `text` from its byte `from` on, with a mask in the place of each of `secrets`, however a server writes it: each byte
-/// as itself or percent-encoded in either case, a blank as "+" too. Overlapping and adjoining ones get one mask. What
-/// stands before `from` is looked at all the same, so that the rest of a secret that begins there is not seen.
+/// `text` from byte `from` on, with each of `secrets` masked however it is written: each byte plain or percent-encoded
+/// in either case, a blank also as "+". Overlapping and adjacent secrets get one mask. The text before `from` is
+/// searched too, so that a secret that begins there is masked to its end.
 [[nodiscard]] std::string MaskSecrets(std::string_view text, std::span<const std::string_view> secrets,
                                       std::size_t from = 0);
 

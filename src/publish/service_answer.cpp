@@ -7,16 +7,16 @@
 namespace orvalis {
 namespace {
 
-/// A line that is longer has no status.
+/// A longer line is not a status line.
 constexpr std::size_t kLongestFirstLine = 120;
 
-// Words in a text, without what stands between letters, in small letters: "Invalid password" is "invalidpassword".
+// Lower-case words without separators: "Invalid password" is "invalidpassword".
 /// The account is wrong.
 constexpr std::array<std::string_view, 13> kAccountWords{
     "invalidpassword", "invalidid",         "invalidstation",     "unauthori",     "notauthori",
     "accessdenied",    "incorrectpassword", "badpassword",        "wrongpassword", "unknownstation",
     "invaliduser",     "passwordiswrong",   "passwordisincorrect"};
-/// It is not what it sounds like.
+/// Negated success.
 constexpr std::array<std::string_view, 3> kNoSuccessWords{"unsuccess", "notsuccess", "successfalse"};
 constexpr std::array<std::string_view, 3> kSuccessWords{"success", "noerror", "withouterror"};
 constexpr std::array<std::string_view, 8> kFailureWords{"invalid",  "incorrect", "denied", "forbidden",
@@ -39,7 +39,7 @@ std::string_view Status(std::string_view answer) {
   return status.substr(0, end);
 }
 
-/// The letters and digits of the text, which follows the first empty line, however lines end.
+/// The letters and digits of the body, which follows the first empty line, with any line ends.
 std::string LettersOfText(std::string_view answer) {
   std::string letters;
   bool in_text = false;
@@ -54,7 +54,7 @@ std::string LettersOfText(std::string_view answer) {
   return letters;
 }
 
-/// What the text has against the upload, or "".
+/// What the body says against the upload, or "".
 std::string_view TextObjection(std::string_view letters) {
   constexpr std::string_view kFailed = "its text says that this failed";
   if (HasOneOf(letters, kAccountWords)) return "its text says that the ID or the password is wrong";
@@ -70,14 +70,14 @@ bool HasStatusLine(std::string_view answer) {
 }
 
 std::string ServiceObjection(std::string_view answer) {
-  if (answer.empty()) return "the server closed the connection without an answer";
+  if (answer.empty()) return "the server closed the connection without answering";
   const std::string status(Status(answer));
-  if (status.empty()) return "what answers is not a web server";
-  if (status.front() == '3') return "the server sends elsewhere (status " + status + "), where nothing is sent";
-  if (status.front() != '2') return "the server refuses (status " + status + ")";
+  if (status.empty()) return "the response is not from a web server";
+  if (status.front() == '3') return "the server redirects (status " + status + "), and redirects are not followed";
+  if (status.front() != '2') return "the server refused (status " + status + ")";
   const std::string_view objection = TextObjection(LettersOfText(answer));
   if (objection.empty()) return "";
-  return std::string("the server refuses (status ").append(status).append("): ").append(objection);
+  return std::string("the server refused (status ").append(status).append("): ").append(objection);
 }
 
 }  // namespace orvalis

@@ -5,13 +5,14 @@
 
 namespace orvalis {
 
-/// Whether `answer`, of which more may come, holds the line with the status.
+/// Whether `answer`, which may be incomplete, contains the status line.
 [[nodiscard]] bool HasStatusLine(std::string_view answer);
 
-/// Why a service did not take the readings, by its `answer` (head and text, as much as came), or "" when it did.
+/// Why a service did not accept the readings, from its `answer` (headers and body as far as received), or "" when it
+/// did.
 ///
-/// The status decides, and with a good one the text too: many services say "200 OK" and in the text that the password
-/// is wrong. None of the server's words is repeated but the status: it may send back what it was sent, in any writing.
+/// The status decides, and after a good one the body: many services answer "200 OK" and report a wrong password in the
+/// body. Only the status is quoted, because a server may echo the password in any form.
 [[nodiscard]] std::string ServiceObjection(std::string_view answer);
 
 }  // namespace orvalis

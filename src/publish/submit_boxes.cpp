@@ -7,12 +7,7 @@ namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 
-/// "2026-11-21 09:04:05 PM"
-std::string ErrorTime(const CivilTime& time) {
-  const std::string iso = FormatIso8601(time);
-  const std::string event_time = FormatEventTime(time);  // ends in "09:04 PM"
-  return iso.substr(0, 10) + ' ' + event_time.substr(11, 5) + iso.substr(16, 3) + event_time.substr(16);
-}
+constexpr std::string_view kErrorTime = "YYYY-MM-DD hh:nn:ss AM/PM";
 
 }  // namespace
 
@@ -26,7 +21,7 @@ void SubmitBoxes::ShowRequest(std::string caption, std::string_view text) {
 
 void SubmitBoxes::BeginExchange(std::string caption, std::string_view request) {
   if (sent_password_ != settings_.g_sPWS_password) {
-    // The answers so far may hold the one that is forgotten here.
+    // Earlier responses may contain the old password.
     response_.Replace(Masked(response_.All()));
     sent_password_ = settings_.g_sPWS_password;
   }
@@ -58,7 +53,7 @@ void SubmitBoxes::AddResponse(std::string_view bytes) {
 }
 
 void SubmitBoxes::AddError(std::string_view text) {
-  errors_.Append(ErrorTime(clock_.LocalNow()) + ' ' + Masked(text) + std::string(kLineEnd));
+  errors_.Append(FormatTime(clock_.LocalNow(), kErrorTime) + ' ' + Masked(text) + std::string(kLineEnd));
   Changed();
 }
 
@@ -77,16 +72,11 @@ void UploadReport::Refused(const std::string& why) {
 }
 
 void UploadReport::Succeeded() {
-  standing_.clear();
-  if (!listed_) return;
-  listed_ = false;
-  events_.Record(std::string(name_) + ": works again");
+  if (trouble_.Mended()) events_.Record(std::string(name_) + ": works again");
 }
 
 bool UploadReport::Note(const std::string& why) {
-  if (why == standing_) return false;
-  standing_ = why;
-  listed_ = true;
+  if (!trouble_.IsNews(why)) return false;
   events_.Record(std::string(name_) + ": " + boxes_.Masked(why));
   return true;
 }

@@ -9,28 +9,29 @@
 
 #include "base/clock.h"
 #include "base/event_list.h"
+#include "base/once_until_mended.h"
 #include "config/settings.h"
 #include "publish/secret_mask.h"
 #include "publish/tail_text.h"
 
 namespace orvalis {
 
-/// The three text boxes of the web publishing window. None of them ever shows the password: neither the one of now nor
-/// the one that the exchange was begun with, however a server writes it.
+/// The three text boxes of the web publishing window. None of them ever shows the password: neither the current one nor
+/// the one sent, however a server writes it.
 class SubmitBoxes {
  public:
   SubmitBoxes(const Settings& settings, const Clock& clock) : settings_(settings), clock_(clock) {}
 
-  /// `changed` is called after every change; the window shows it when it finds the time.
+  /// `changed` is called after every change.
   void OnChanged(std::function<void()> changed) { changed_ = std::move(changed); }
 
   /// Shows a request, or why there is none, under a caption.
   void ShowRequest(std::string caption, std::string_view text);
-  /// An exchange begins, with the password of now: shows its request. What servers said before stays; the next answer
-  /// stands below it.
+  /// Begins an exchange with the current password and shows its request. Earlier responses stay; the next one is added
+  /// below them.
   void BeginExchange(std::string caption, std::string_view request);
 
-  /// Adds what a server sent, with every kind of line end made carriage return and line feed.
+  /// Adds what a server sent, with every line end converted to CR LF.
   void AddResponse(std::string_view bytes);
 
   /// Adds a line to the error box: the time and `text`.
@@ -43,7 +44,7 @@ class SubmitBoxes {
   [[nodiscard]] std::uint64_t errors_version() const { return errors_.version(); }
   [[nodiscard]] std::string_view Errors() const { return errors_.View(); }
 
-  /// `text` from its byte `from` on, without the passwords. To be called before anything is cut off or replaced.
+  /// `text` from byte `from` on, with the passwords masked. To be called before anything is cut off or replaced.
   [[nodiscard]] std::string Masked(std::string_view text, std::size_t from = 0) const;
 
  private:
@@ -56,27 +57,28 @@ class SubmitBoxes {
   std::function<void()> changed_;
   std::string request_caption_;
   std::string request_;
-  std::string sent_password_;  ///< of the last exchange: its answer is still shown when the setting is another one
+  std::string sent_password_;  ///< of the last exchange: its response is still shown after the setting changes
   TailText response_;
   bool after_return_ = false;  ///< the last byte of the response was a carriage return
-  bool new_answer_ = false;    ///< nothing of the present exchange's answer has come
+  bool new_answer_ = false;    ///< the current exchange has received nothing yet
   TailText errors_;
 };
 
-/// How one of the uploads went, for the error box and, without repeating it at every interval, for the event list.
+/// Reports the results of one of the uploads in the error box and, without repeating them at every interval, in the
+/// event list.
 class UploadReport {
  public:
   /// `name` begins the lines of the event list: "readings upload".
   UploadReport(std::string_view name, SubmitBoxes& boxes, EventList& events)
       : name_(name), boxes_(boxes), events_(events) {}
 
-  /// It was tried and failed.
+  /// The upload was tried and failed.
   void Failed(const std::string& why);
-  /// It was not tried. Said once, until something else happens.
+  /// The upload was not tried. Reported once, until something else happens.
   void Refused(const std::string& why);
   void Succeeded();
-  /// The user asks: what was said before is said again.
-  void Forget() { standing_.clear(); }
+  /// The user asked for the upload: its failure is reported even if it is the same as the last.
+  void Repeat() { trouble_.Repeat(); }
 
  private:
   bool Note(const std::string& why);
@@ -84,8 +86,7 @@ class UploadReport {
   std::string_view name_;
   SubmitBoxes& boxes_;
   EventList& events_;
-  std::string standing_;  ///< what keeps it from working
-  bool listed_ = false;   ///< the event list knows that it does not work
+  OnceUntilMended trouble_;
 };
 
 }  // namespace orvalis

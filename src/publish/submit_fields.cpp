@@ -5,7 +5,7 @@
 namespace orvalis {
 namespace {
 
-/// What a server takes for something else when it stands in a query by itself.
+/// Characters that a server may misread when they appear unencoded in a query.
 constexpr std::string_view kQueryMarks = " &%+#";
 constexpr std::string_view kPromptBegin = "Your ";
 
@@ -17,10 +17,10 @@ bool IsPrompt(std::string_view key, std::string_view text) {
 }
 
 std::string_view Remark(const SubmitText& box, std::string_view text) {
-  if (IsPrompt(box.key, text)) return "Enter yours: this text is never sent";
+  if (IsPrompt(box.key, text)) return "Enter your own: this placeholder is never sent";
   if (!box.in_query || text.find_first_of(kQueryMarks) == std::string_view::npos) return "";
-  // Which of them it is would tell something of a password.
-  return "Sent as it stands: the service may misread a blank, \"&\", \"%\", \"+\" or \"#\" in it";
+  // Naming the character would reveal part of a password.
+  return "Sent as is: the service may misread a blank, \"&\", \"%\", \"+\" or \"#\" in it";
 }
 
 }  // namespace orvalis

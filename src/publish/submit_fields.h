@@ -14,10 +14,10 @@ struct SubmitText {
   std::string_view control;  ///< the box's object name
   std::string Settings::*member;
   std::string_view key;
-  bool in_query;   ///< the query holds it as it stands
-  bool in_script;  ///< the transfer script holds it too
+  bool in_query;   ///< sent in the query, unencoded
+  bool in_script;  ///< also part of the transfer script
 };
-/// Two of them hold the one password: one beside the station's ID, one beside the webcam's name.
+/// Two of them edit the same password: one beside the station ID, one beside the webcam name.
 inline constexpr std::array<SubmitText, 6> kSubmitTexts{{
     {"txtVariableName0", &Settings::g_sPWS_name, "g_sPWS_name", true, false},
     {"txtVariableName1", &Settings::g_sWEBcam_name, "g_sWEBcam_name", false, true},
@@ -27,14 +27,14 @@ inline constexpr std::array<SubmitText, 6> kSubmitTexts{{
     {"txtVariableValue1", &Settings::g_sPWS_password, "g_sPWS_password", false, true},
 }};
 
-/// Whether `text` is what the setting `key` asks for itself with, as in "Your … Password", until there is one.
+/// Whether `text` is the placeholder of the setting `key`, such as "Your … Password".
 [[nodiscard]] bool IsPrompt(std::string_view key, std::string_view text);
 
-/// What a person has to know of the text in `box`: that it is a prompt, or that it breaks the query. "" when it is
-/// well. The text itself is not repeated, as it may be a password.
+/// A warning about the text in `box`: that it is a placeholder, or that it breaks the query. "" when it is fine. The
+/// text itself is not quoted, because it may be a password.
 [[nodiscard]] std::string_view Remark(const SubmitText& box, std::string_view text);
 
-/// A check box of it.
+/// A check box of the web publishing window.
 struct SubmitSwitch {
   std::string_view control;
   std::int32_t Settings::*member;
@@ -46,8 +46,8 @@ inline constexpr std::array<SubmitSwitch, 3> kSubmitSwitches{{
     {"chkWebcamBuiltIn", &Settings::WebcamBuiltIn, "WebcamBuiltIn"},
 }};
 
-/// A list of intervals of it. Its keys are the window's own: at the next start the row is the one that the poll cycle
-/// has kept, see UploadSchedule.
+/// An interval list of the web publishing window. Its keys are the window's own; at the next start the row stored by
+/// UploadSchedule applies.
 struct SubmitInterval {
   std::string_view control;
   std::int32_t Settings::*row;

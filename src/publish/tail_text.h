@@ -8,8 +8,8 @@
 
 namespace orvalis {
 
-/// Text that grows at its end and forgets its beginning, so that no server can fill the memory with it. What is shown
-/// is its tail; some of what stands before it is kept too, so that a word across the cut can be recognised.
+/// Text that grows at its end and drops its beginning, so that no server can fill the memory. The tail is shown; some
+/// text before it is kept too, so that a word across the cut can be recognised.
 class TailText {
  public:
   static constexpr std::size_t kShown = 65'536;
@@ -19,7 +19,7 @@ class TailText {
     ++version_;
     if (text.size() > kKept) text.remove_prefix(text.size() - kKept);
     text_ += text;
-    // In large steps: shifting the text for every few bytes would cost more than receiving them.
+    // In large steps: moving the text for every few bytes would cost more than receiving them.
     if (text_.size() > kKept + kShown) text_.erase(0, text_.size() - kKept);
   }
   void Replace(std::string text) {

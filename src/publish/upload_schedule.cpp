@@ -21,10 +21,10 @@ void UploadSchedule::Load() {
 }
 
 void UploadSchedule::Tick(ErrorBoundary& boundary) {
-  // A store that fails is tried again at the next tick and keeps nothing from being sent.
-  boundary.Run(names_.keeping, [&] {
+  // A store that fails is tried again at the next tick and does not prevent uploads.
+  boundary.Run(names_.storing, [&] {
     FollowRow();
-    boundary.Succeeded(names_.keeping);
+    boundary.Succeeded(names_.storing);
   });
   counter_.RaiseUpTo(interval_);
 }

@@ -12,7 +12,7 @@
 
 namespace orvalis {
 
-/// A row of the lists of upload intervals: the seconds, which are poll ticks, and the number behind the row.
+/// A row of the upload interval lists: the seconds, which are poll ticks, and the item value.
 struct UploadInterval {
   std::string_view text;
   std::int32_t item_value;
@@ -20,51 +20,50 @@ struct UploadInterval {
 inline constexpr std::array<UploadInterval, 8> kUploadIntervals{
     {{"5", 1}, {"10", 2}, {"15", 3}, {"30", 4}, {"60", 5}, {"120", 6}, {"300", 7}, {"600", 0}}};
 
-/// The text of row `row`; outside the list it is what the lists say before anything is chosen: "600".
+/// The text of row `row`; outside the list "600", as when nothing is selected.
 [[nodiscard]] std::string_view UploadIntervalText(std::int32_t row);
 [[nodiscard]] std::int16_t UploadIntervalTicks(std::int32_t row);
 
-/// What becomes of an upload that is due: it has had its turn, whatever came of it, or it waits for the next frame.
+/// What became of a due upload: it had its turn, successful or not, or it waits for the next frame.
 enum class UploadTurn { kTaken, kStillDue };
 
-/// Something that is uploaded again and again.
+/// Something that is uploaded periodically.
 class ScheduledUpload {
  public:
   virtual ~ScheduledUpload() = default;
   /// The row chosen in its list of intervals.
   [[nodiscard]] virtual std::int32_t IntervalRow() const = 0;
-  /// Begins an upload, without waiting for its end.
+  /// Starts an upload without waiting for its end.
   [[nodiscard]] virtual UploadTurn Start() = 0;
 };
 
-/// Starts an upload in the working cycle in which its interval is over, or in the first one after that in which it can
-/// be done.
+/// Starts an upload in the first working cycle after its interval has passed in which it is possible.
 class UploadSchedule {
  public:
   struct Names {
     std::string_view doing;         ///< for a person: "publishing the readings"
-    std::string_view keeping;       ///< and "keeping the interval of the readings"
-    std::string_view index_key;     ///< where the chosen row is kept
-    std::string_view interval_key;  ///< where the row's text is kept
+    std::string_view storing;       ///< and "storing the readings interval"
+    std::string_view index_key;     ///< stores the selected row
+    std::string_view interval_key;  ///< stores the row's text
   };
 
-  /// Says whether what is due has to wait.
+  /// Whether a due upload has to wait.
   using Held = std::function<bool()>;
 
   UploadSchedule(ScheduledUpload& upload, SettingsStore& store, const Names& names, Held held)
       : upload_(upload), store_(store), names_(names), held_(std::move(held)) {}
 
-  /// Takes the row over that the settings were loaded with.
+  /// Takes the row from the loaded settings.
   void Load();
 
-  /// One tick of the poll timer, with a frame or without: counts, and keeps another choice of the interval. The count
-  /// stops at the interval: after an outage the upload is due at once. What fails is reported to `boundary`.
+  /// One tick of the poll timer, with or without a frame: counts, and stores a changed interval. The count stops at the
+  /// interval: after an outage the upload is due at once. Failures are reported to `boundary`.
   void Tick(ErrorBoundary& boundary);
-  /// In a working cycle that got a frame. What fails is reported to `boundary`.
+  /// In a working cycle that got a frame. Failures are reported to `boundary`.
   void Work(ErrorBoundary& boundary);
 
  private:
-  /// Takes over a change of the row and keeps it for the next start.
+  /// Applies a changed row and stores it for the next start.
   void FollowRow();
 
   ScheduledUpload& upload_;

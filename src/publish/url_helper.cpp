@@ -8,7 +8,7 @@
 namespace orvalis {
 namespace {
 
-/// The number in `text`, or 0 when it holds something else.
+/// The number in `text`, or 0 when it is not a number.
 std::int16_t ReadPort(std::string_view text) {
   std::int32_t number = 0;
   bool beyond = false;
@@ -20,7 +20,7 @@ std::int16_t ReadPort(std::string_view text) {
   }
   if (beyond) {
     throw RunTimeError(RunTimeError::kOverflow,
-                       "the port in the URL is beyond " + std::to_string(std::numeric_limits<std::int16_t>::max()));
+                       "the port in the URL is above " + std::to_string(std::numeric_limits<std::int16_t>::max()));
   }
   return static_cast<std::int16_t>(number);
 }

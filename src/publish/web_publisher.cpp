@@ -24,13 +24,13 @@ WebPublisher::WebPublisher(const Parts& parts)
                .other_programs = parts.other_programs}),
       readings_schedule_(readings_, parts.store,
                          {.doing = "publishing the readings",
-                          .keeping = "keeping the interval of the readings",
+                          .storing = "storing the readings interval",
                           .index_key = "g_lPWSUpdate_interval_index",
                           .interval_key = "g_lPWSUpdate_interval"},
                          [this] { return BeingEdited(); }),
       webcam_schedule_(webcam_, parts.store,
                        {.doing = "publishing the picture",
-                        .keeping = "keeping the interval of the picture",
+                        .storing = "storing the picture interval",
                         .index_key = "g_lWEBUpdate_interval_index",
                         .interval_key = "g_lWEBUpdate_interval"},
                        [this] { return BeingEdited(); }) {}
@@ -42,15 +42,15 @@ void WebPublisher::Load() {
 
 template <typename Write>
 void WebPublisher::Keep(Write write) {
-  constexpr std::string_view kKeeping = "keeping the web publishing settings";
-  parts_.boundary.Run(kKeeping, [&] {
+  constexpr std::string_view kStoring = "storing the web publishing settings";
+  parts_.boundary.Run(kStoring, [&] {
     write();
-    parts_.boundary.Succeeded(kKeeping);
+    parts_.boundary.Succeeded(kStoring);
   });
 }
 
 void WebPublisher::SetText(const SubmitText& box, const std::string& text) {
-  edited_until_ = parts_.loop.TickCount() + std::chrono::milliseconds(kLongestEdit).count();
+  edited_until_ = parts_.loop.TickCount() + std::chrono::milliseconds(kEditTimeout).count();
   parts_.settings.*box.member = text;
   Keep([&] { parts_.store.Write(box.key, parts_.settings); });
   if (box.in_script) webcam_.WriteScript();
@@ -74,7 +74,7 @@ void WebPublisher::SetInterval(const SubmitInterval& list, std::int32_t row) {
 }
 
 void WebPublisher::TestServer() {
-  parts_.boundary.Run("testing the server", [&] { readings_.Send(AskedBy::kUser); });
+  parts_.boundary.Run("testing the server", [&] { readings_.Send(Trigger::kUser); });
 }
 
 void WebPublisher::Capture() {

@@ -14,8 +14,8 @@
 
 namespace orvalis {
 
-/// Web publishing without its window: both uploads, their schedules, and what the window's controls do. It works the
-/// same when there is no window.
+/// Web publishing without its window: both uploads, their schedules, and the actions of the window's controls. Works
+/// the same without a window.
 class WebPublisher {
  public:
   struct Parts {
@@ -32,20 +32,20 @@ class WebPublisher {
     CommandStarter& commands;
     PrivateFileWriter write_private;
     PictureFolder folder;
-    bool other_programs;  ///< whether the two programs for pictures can run on this system
+    bool other_programs;  ///< whether the two picture programs can run on this system
     ToCodePage to_code_page;
   };
-  /// So long after the last letter a box that is left as it is counts as finished.
-  static constexpr std::chrono::seconds kLongestEdit{30};
+  /// An edit counts as finished this long after the last key stroke.
+  static constexpr std::chrono::seconds kEditTimeout{30};
 
   explicit WebPublisher(const Parts& parts);
 
-  /// Takes the loaded settings over.
+  /// Applies the loaded settings.
   void Load();
 
-  // What the user does in the window. The settings follow at once; a store that fails is reported.
+  // User actions in the window. The settings change at once; a failing store is reported.
   void SetText(const SubmitText& box, const std::string& text);
-  /// The user leaves a text box. Until then what was typed may be half of it, and the schedules wait.
+  /// The user left a text box. Until then the text may be incomplete, and the schedules wait.
   void EndEdit() { edited_until_ = 0; }
   void SetSwitch(const SubmitSwitch& box, bool on);
   void SetInterval(const SubmitInterval& list, std::int32_t row);

@@ -12,25 +12,25 @@
 namespace orvalis {
 namespace {
 
-// The other programs are Windows programs, wherever this one runs, and their places are fixed.
+// The external programs are Windows programs at fixed paths, whatever system this one runs on.
 constexpr std::string_view kConverter = R"(C:\Program Files\IrfanView\i_view32.exe )";
 constexpr std::string_view kTransfer = R"(C:\Program Files\WinSCP\winscp.exe  /console /script=)";
 constexpr std::string_view kPicture = "image.jpg";
 constexpr std::string_view kScript = "winscp.txt";
-/// What the transfer program is told to run: not the script that is written here but one that the user has placed.
+/// The script that the transfer program runs: not the one written here but one that the user provides.
 constexpr std::string_view kUsersScript = "\\winscp_xfer.txt";
 
 std::string InFolder(const PictureFolder& folder, std::string_view name) {
   return folder.path + folder.separator + std::string(name);
 }
 
-/// Goes on whatever becomes of `step`.
+/// Runs `step` and ignores its failure.
 template <typename Step>
 void Try(Step step) {
   try {
     step();
   } catch (const std::exception&) {
-    // A picture that is not published is not worth a word: without the other programs, each would bring one.
+    // Not reported: without the external programs every picture would fail.
   }
 }
 
@@ -79,24 +79,23 @@ std::string TransferScript(const PictureFolder& folder, const Settings& settings
   return script;
 }
 
-FtpUpload OwnUpload(const PictureFolder& folder, const Settings& settings) {
+FtpUpload BuiltInUpload(const PictureFolder& folder, const Settings& settings) {
   RefuseControlCharacters(settings);
   const auto refuse = [](const char* why) { throw RunTimeError(RunTimeError::kInvalidCall, why); };
   if (IsPrompt("g_sWEBcam_name", settings.g_sWEBcam_name) || IsPrompt("g_sPWS_password", settings.g_sPWS_password))
-    refuse("the webcam's name or the password is the text that asks for it; enter yours");
+    refuse("the webcam name or the password is still the placeholder; enter your own");
   std::string server = settings.g_sWEBcam_site;
   const std::size_t host_begin = server.find("://") == std::string::npos ? 0 : server.find("://") + 3;
-  // Without a "/" at its end a port would be taken for a part of the host.
+  // Without a trailing "/" a port would be taken as part of the host.
   if (server.find('/', host_begin) == std::string::npos) server += '/';
   const UrlRecord url = SplitUrl(server);
-  if (!url.scheme.empty() && url.scheme != "ftp")
-    refuse("the webcam server is no FTP server: it begins with another scheme");
+  if (!url.scheme.empty() && url.scheme != "ftp") refuse("the webcam server is not an FTP address");
   if (url.host.empty()) refuse("the webcam server is missing");
   if (url.host.find_first_of(" @?#[]\\") != std::string::npos) {
-    refuse("the webcam server has a character that no host has; the name and the password have fields of their own");
+    refuse("the webcam server contains an invalid character; enter the name and the password in their own fields");
   }
   const bool names_port = server[host_begin + url.host.size()] == ':';
-  if (names_port && url.port <= 0) refuse("the port of the webcam server is no port number");
+  if (names_port && url.port <= 0) refuse("the port of the webcam server is not a valid port number");
   FtpUpload upload{.host = url.host, .folder = url.path, .name = std::string(kPicture)};
   if (names_port) upload.port = static_cast<std::uint16_t>(url.port);
   if (upload.folder.back() != '/') upload.folder += '/';
@@ -109,18 +108,18 @@ FtpUpload OwnUpload(const PictureFolder& folder, const Settings& settings) {
 bool WebcamUpload::SaveScreen1(std::string_view file) {
   if (parts_.settings.g_bAllow_WEB != 1) return true;
   if (picture_ == nullptr) {
-    // The file may hold a picture of some other day.
-    report_.Refused("there is no panel to take a picture of");
+    // The file may contain an old picture.
+    report_.Refused("there is no panel to capture");
     return true;
   }
   Try([&] { picture_->Capture(); });
   Try([&] { picture_->SaveBitmap(PicturePath(parts_.folder, file)); });
   if (parts_.settings.WebcamBuiltIn == 1) {
-    SendItself();
+    SendBuiltIn();
     return true;
   }
   if (!parts_.other_programs) {
-    report_.Refused("the programs that would do it are made for Windows; tick \"Send it by the program itself\"");
+    report_.Refused("the programs that send it run only on Windows; tick \"Use built-in FTP\"");
     return true;
   }
   Try([&] { parts_.commands.Start(ConverterCommand(parts_.folder, file)); });
@@ -129,22 +128,22 @@ bool WebcamUpload::SaveScreen1(std::string_view file) {
 }
 
 void WebcamUpload::Capture() {
-  report_.Forget();
+  report_.Repeat();
   SaveScreen1(kScreenshotFile);
 }
 
-void WebcamUpload::SendItself() {
+void WebcamUpload::SendBuiltIn() {
   if (sending_) {
-    report_.Failed("the former picture is still on its way, so this one is left out");
+    report_.Failed("the previous picture is still being sent; this one was skipped");
     return;
   }
   try {
-    const FtpUpload upload = OwnUpload(parts_.folder, parts_.settings);
+    const FtpUpload upload = BuiltInUpload(parts_.folder, parts_.settings);
     picture_->SaveJpeg(upload.path);
     parts_.ftp.Send(upload, [this, password = upload.password](const std::string& failure) {
       sending_ = false;
       if (!failure.empty()) {
-        // The setting may be another password by now.
+        // The password setting may have changed meanwhile.
         const std::array<std::string_view, 1> sent{password};
         report_.Failed("the picture was not sent: " + MaskSecrets(failure, sent));
         return;
@@ -152,7 +151,7 @@ void WebcamUpload::SendItself() {
       parts_.boxes.AddError("the picture was sent");
       report_.Succeeded();
     });
-    sending_ = true;  // not before: whatever keeps it from being sent, the next picture has its turn
+    sending_ = true;  // only now: after a failure the next picture is tried
   } catch (const RunTimeError& error) {
     report_.Refused(error.what());
   }

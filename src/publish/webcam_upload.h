@@ -12,29 +12,29 @@
 
 namespace orvalis {
 
-/// The program's own folder, and how its system writes paths and the lines of a file.
+/// The program's folder, and the system's path separator and line end.
 struct PictureFolder {
   std::string path;            ///< without a trailing separator
   char separator = '/';        ///< '\\' on Windows
   std::string line_end{"\n"};  ///< "\r\n" on Windows
 };
 
-/// The name that the picture is asked for by, with its separator.
+/// The file name of the screenshot, with its leading separator.
 inline constexpr std::string_view kScreenshotFile = "\\screenshot.bmp";
 
 /// The picture of the main panel, in the web publishing window's picture box.
 class PanelPicture {
  public:
   virtual ~PanelPicture() = default;
-  /// Takes it, whether the panel is seen or not, and shows it.
+  /// Captures the panel, visible or not, and shows the picture.
   virtual void Capture() = 0;
-  /// Writes it as a bitmap of 24 bits a point. Throws RunTimeError kPathFileAccess.
+  /// Writes it as a bitmap with 24 bits per pixel. Throws RunTimeError kPathFileAccess.
   virtual void SaveBitmap(const std::string& path) = 0;
-  /// Writes it as JPEG; a reader finds the whole file, old or new. Throws RunTimeError kPathFileAccess.
+  /// Writes it as JPEG, atomically. Throws RunTimeError kPathFileAccess.
   virtual void SaveJpeg(const std::string& path) = 0;
 };
 
-/// Starts other programs by a command line.
+/// Starts other programs from a command line.
 class CommandStarter {
  public:
   virtual ~CommandStarter() = default;
@@ -46,47 +46,47 @@ class CommandStarter {
 struct FtpUpload {
   std::string host{};
   std::uint16_t port = 21;
-  std::string folder{};  ///< from where the user arrives, "/" at both ends
-  std::string name{};    ///< of the file at the server
+  std::string folder{};  ///< relative to the login folder, "/" at both ends
+  std::string name{};    ///< file name on the server
   std::string user{};
   std::string password{};
-  std::string path{};  ///< of the file here
+  std::string path{};  ///< of the local file
 };
 
 /// Sends files by FTP in the background.
 class FtpSender {
  public:
-  /// A transfer that takes longer is given up.
+  /// A transfer that takes longer is aborted.
   static constexpr std::chrono::seconds kLongestTransfer{60};
-  /// Told why it failed, or "".
+  /// Receives the reason of the failure, or "".
   using Done = std::function<void(const std::string& failure)>;
 
   virtual ~FtpSender() = default;
-  /// Returns at once; `done` is called later, from the event loop. Not while another one is under way.
+  /// Returns at once; `done` is called later from the event loop. Must not be called during another transfer.
   virtual void Send(const FtpUpload& upload, Done done) = 0;
-  /// Ends the transfer under way, without a call of its `done`. Does not wait for it.
+  /// Aborts the transfer without calling its `done`. Does not wait for it.
   virtual void Abandon() = 0;
-  /// Whether a thread waits for a server that only the end of the process would stop.
+  /// Whether a thread still waits for a server and can only be stopped by ending the process.
   [[nodiscard]] virtual bool LeavesThread() const { return false; }
 };
 
-/// Writes a file that its owner alone may read, in one step. Throws RunTimeError kPathFileAccess.
+/// Writes a file that only its owner may read, atomically. Throws RunTimeError kPathFileAccess.
 using PrivateFileWriter = std::function<void(const std::string& path, const std::string& text)>;
 
-/// The path of `file`, which begins with "\", in the program's folder. On Windows there are two separators then, which
-/// does no harm.
+/// The path of `file`, which begins with "\", in the program's folder. On Windows this gives two separators, which is
+/// harmless.
 [[nodiscard]] std::string PicturePath(const PictureFolder& folder, std::string_view file);
-/// The command line that converts the bitmap. There is no blank before "/resample", and no size behind it.
+/// The command line that converts the bitmap, deliberately without a blank before "/resample" and a size after it.
 [[nodiscard]] std::string ConverterCommand(const PictureFolder& folder, std::string_view file);
-/// The command line that transfers what the user's own script says.
+/// The command line that runs the user's own transfer script.
 [[nodiscard]] std::string TransferCommand(const PictureFolder& folder);
-/// A script for the transfer program. User, password and host go in as they stand, but for a scheme, which the line
-/// has already. Throws RunTimeError kInvalidCall
-/// for a control character in one of them, which would begin another line.
+/// A script for the transfer program. User, password and host are written unescaped, without a scheme, which the line
+/// already has. Throws RunTimeError kInvalidCall for a control character in one of them, which would start another
+/// line.
 [[nodiscard]] std::string TransferScript(const PictureFolder& folder, const Settings& settings);
-/// Where the picture goes when the program sends it itself. Throws RunTimeError kInvalidCall, or kOverflow for the
-/// port, when the server, the user or the password cannot be used.
-[[nodiscard]] FtpUpload OwnUpload(const PictureFolder& folder, const Settings& settings);
+/// The upload for the built-in FTP. Throws RunTimeError kInvalidCall, or kOverflow for the port, when the server, the
+/// user or the password is unusable.
+[[nodiscard]] FtpUpload BuiltInUpload(const PictureFolder& folder, const Settings& settings);
 
 /// Publishes a picture of the main panel.
 class WebcamUpload : public ScheduledUpload {
@@ -99,7 +99,7 @@ class WebcamUpload : public ScheduledUpload {
     PrivateFileWriter write_private;
     SubmitBoxes& boxes;
     EventList& events;
-    bool other_programs;  ///< whether the two programs can run on this system at all
+    bool other_programs;  ///< whether the two external programs can run on this system
   };
 
   explicit WebcamUpload(const Parts& parts) : parts_(parts), report_("webcam upload", parts.boxes, parts.events) {}
@@ -107,17 +107,16 @@ class WebcamUpload : public ScheduledUpload {
   WebcamUpload& operator=(const WebcamUpload&) = delete;
   ~WebcamUpload() override { parts_.ftp.Abandon(); }
 
-  /// The panel's picture; none when headless.
+  /// The panel's picture; null when headless.
   void SetPicture(PanelPicture* picture) { picture_ = picture; }
 
-  /// Captures the panel into `file`, and has it converted and sent. Returns at once, and true in any case. What the
-  /// other programs make of it is not seen; what the program's own way makes of it is a line in the error box, and so
-  /// is why nothing can be sent.
+  /// Captures the panel into `file` and has it converted and sent. Returns at once, always true. The result of the
+  /// external programs is unknown; that of the built-in FTP, and why nothing can be sent, is reported in the error box.
   bool SaveScreen1(std::string_view file);
-  /// The user asks for it: what was said before is said again.
+  /// The user asked for a picture: its failure is reported even if it is the same as the last.
   void Capture();
 
-  /// Writes the script file anew; a failure is a line in the error box.
+  /// Rewrites the script file; a failure is reported in the error box.
   void WriteScript();
 
   [[nodiscard]] std::int32_t IntervalRow() const override { return parts_.settings.g_lWEBUpdate_interval_index; }
@@ -127,7 +126,7 @@ class WebcamUpload : public ScheduledUpload {
   }
 
  private:
-  void SendItself();
+  void SendBuiltIn();
 
   Parts parts_;
   UploadReport report_;

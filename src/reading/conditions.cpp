@@ -50,8 +50,8 @@ Word RelayWord(std::int32_t relay_digit, std::int32_t heater_digit) {
 std::int32_t UnsafeIndicator(const SensorFrame& frame) {
   const std::string_view digit = frame.Cut(SensorFrame::Field::kRb);
   if (digit.size() != 1 || digit[0] < '0' || digit[0] > '9') return -1;
-  // Any 117 characters with a "#" at their end are a complete line. Noise must not happen to say "safe".
-  if (!frame.NameStandsBefore(SensorFrame::Field::kRb)) return -1;
+  // Any 117 characters with a "#" at the end are a complete line, and noise must not read as "safe".
+  if (!frame.HasName(SensorFrame::Field::kRb)) return -1;
   return digit[0] - '0';
 }
 

@@ -7,18 +7,18 @@
 
 namespace orvalis {
 
-// From readings to the words and colours that people see and the verdict that roofs obey. Temperatures in degrees
-// Celsius, wind in miles per hour, rain and light in counts.
+// From readings to condition words, colours and the verdict. Temperatures in degrees Celsius, wind in miles per hour,
+// rain and light in counts.
 
-/// "Cloudy" up to `full_cloudy`, "Clear" from `part_cloudy`, "PCloudy" between. Limits the wrong way round leave
-/// "Clear" the last word.
+/// "Cloudy" up to `full_cloudy`, "Clear" from `part_cloudy`, "PCloudy" between. If the limits are reversed, "Clear"
+/// wins.
 [[nodiscard]] Word CloudWord(double difference, std::int32_t part_cloudy, std::int32_t full_cloudy);
 
-/// The clouds figure from the measured sky temperature: 0, 0.5 above `threshold`, 1.0 above the threshold raised by the
-/// distance of the two cloud limits.
+/// The clouds figure from the measured sky temperature: 0; 0.5 above `threshold`; 1.0 above `threshold` plus the
+/// difference of the two cloud limits.
 [[nodiscard]] float CloudsFigure(double sky, double threshold, std::int32_t part_cloudy, std::int32_t full_cloudy);
 
-/// "Windy" above `close`, "Breeze" above `warn`, else "Calm"; a value equal to a limit takes the calmer word.
+/// "Windy" above `close`, "Breeze" above `warn`, else "Calm"; a value equal to a limit gets the calmer word.
 [[nodiscard]] Word WindWord(double mph, double close, double warn);
 
 /// "Rain" more than 20 counts above the threshold, "Damp" above it, else "Dry".
@@ -29,10 +29,10 @@ namespace orvalis {
 
 /// "Y" on, "?" undetermined, "N" off.
 [[nodiscard]] Word HeaterWord(std::int32_t heater_digit);
-/// As the heater's; the undetermined state is the heater's as well.
+/// As the heater's; the undetermined state also comes from the heater digit.
 [[nodiscard]] Word RelayWord(std::int32_t relay_digit, std::int32_t heater_digit);
 
-/// The relay digit of the frame, or -1 where no digit stands: a roof must not stay open on a garbled character.
+/// The relay digit of the frame, or -1 if it is not a digit: a garbled character must not keep a roof open.
 [[nodiscard]] std::int32_t UnsafeIndicator(const SensorFrame& frame);
 
 }  // namespace orvalis

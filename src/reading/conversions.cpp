@@ -10,12 +10,12 @@ namespace orvalis {
 
 bool BlockAverages::Add(const SensorFrame& frame, std::int32_t block_size, WeatherState& state) {
   if (block_size != block_size_) {
-    // A shorter block could already be behind the index, and the end would never be met.
+    // The index may already be past a shorter block, whose end would then never be reached.
     block_size_ = block_size;
     index_ = 1;
   }
   if (!Allows(block_size)) {
-    // An average that never changes again would look fresh for as long as the frames come.
+    // An average that never changes would look fresh as long as frames arrive.
     state.body_known = state.ambient_known = false;
     return false;
   }
@@ -60,7 +60,7 @@ bool BlockAverages::Take(const SensorFrame& frame, std::size_t slot, Samples& sa
   samples.values[slot] = reading;
   samples.missing_in_a_row = 0;
   if (known || state.first_pass) return false;
-  // What stands in this block from before is not of now.
+  // The earlier samples in this block are stale.
   std::fill_n(samples.values.begin(), slot, reading);
   samples.all_read = true;
   average = reading;
@@ -70,8 +70,8 @@ bool BlockAverages::Take(const SensorFrame& frame, std::size_t slot, Samples& sa
 
 std::string AveragingCountComplaint(std::int32_t count) {
   if (BlockAverages::Allows(count)) return "";
-  return "The setting \"TempsAvgCount\" is " + std::to_string(count) + " and must be 1 to " +
-         std::to_string(BlockAverages::kMaxSamples) + ": until then the ambient temperature is not known";
+  return "The setting \"TempsAvgCount\" is " + std::to_string(count) + " but must be 1 to " +
+         std::to_string(BlockAverages::kMaxSamples) + "; until it is corrected the ambient temperature is unknown";
 }
 
 double RelativeHumidity(double count, double ambient_celsius, double selector) {
@@ -85,7 +85,7 @@ double RelativeHumidity(double count, double ambient_celsius, double selector) {
 }
 
 double DewPoint(double humidity_percent, double ambient_celsius) {
-  // Below 0 there is no logarithm, above 99 the sensor is wet.
+  // Below 0 the logarithm is undefined, above 99 the sensor is wet.
   if (humidity_percent < 0 || humidity_percent > 99) return ambient_celsius;
   if (humidity_percent == 0) throw RunTimeError(RunTimeError::kInvalidCall, "no dew point at 0 percent humidity");
   constexpr double kMagnusFactor = 17.62;

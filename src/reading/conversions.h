@@ -11,28 +11,29 @@
 
 namespace orvalis {
 
-/// Block averages of the body and ambient temperatures and of the rain count: they change once every N frames.
+/// Block averages of the body and ambient temperatures and the rain count: they change once every N frames.
 class BlockAverages {
  public:
   static constexpr std::int32_t kMaxSamples = 300;
-  /// After so many frames without a reading, one every two seconds, the average is not known any more, though it stays.
+  /// After this many frames (one every two seconds) without a reading the average counts as unknown but keeps its
+  /// value.
   static constexpr std::int32_t kMissingUntilUnknown = kFreshFor / std::chrono::seconds{2};
 
-  /// Whether a block of so many samples has an end.
+  /// Whether `block_size` is valid.
   [[nodiscard]] static constexpr bool Allows(std::int32_t block_size) {
     return block_size >= 1 && block_size <= kMaxSamples;
   }
 
-  /// Takes one sample of each from `frame`; when it completes the block of `block_size`, stores the three averages in
-  /// `state`. A temperature that the unit could not read repeats the current average. A change of `block_size`
-  /// begins a new block. Returns whether a block was completed.
+  /// Takes one sample of each from `frame`; when that completes a block of `block_size`, stores the three averages in
+  /// `state`. A missing temperature repeats the current average. A changed `block_size` starts a new block. Returns
+  /// whether a block was completed.
   ///
-  /// A temperature that is not known any more, after a gap or a fault of its sensor, does not wait for the end of a
-  /// block: its first reading is the average at once. As the first of a block it is a block of its own.
-  /// Without a `block_size` that is allowed no temperature is known.
+  /// A temperature that is unknown, after a gap or a sensor fault, does not wait for the end of a block: its first
+  /// reading becomes the average at once. At the beginning of a block it counts as a block of its own. With an invalid
+  /// `block_size` no temperature is known.
   bool Add(const SensorFrame& frame, std::int32_t block_size, WeatherState& state);
 
-  /// The number of samples taken of the block under way, 0 right after one was completed.
+  /// The number of samples in the current block, 0 right after one was completed.
   [[nodiscard]] std::int32_t samples_taken() const { return index_ - 1; }
 
  private:
@@ -45,7 +46,7 @@ class BlockAverages {
     std::int32_t missing_in_a_row = 0;
   };
 
-  /// Takes one sample of a temperature. Returns whether it is the average at once.
+  /// Takes one sample of a temperature. Returns whether it became the average at once.
   static bool Take(const SensorFrame& frame, std::size_t slot, Samples& samples, WeatherState& state);
 
   std::int32_t index_ = 1;  ///< counted from 1
@@ -55,13 +56,13 @@ class BlockAverages {
   std::array<double, kMaxSamples> rain_{};
 };
 
-/// What is wrong with `count` as the setting "TempsAvgCount", for a person; empty when nothing is.
+/// Why `count` is invalid as the setting "TempsAvgCount", for a person, or "".
 [[nodiscard]] std::string AveragingCountComplaint(std::int32_t count);
 
 [[nodiscard]] constexpr double ToFahrenheit(double celsius) { return celsius * 1.8 + 32; }
 
 /// Relative humidity in percent, not clamped, from the sensor count (0 to 1023) at `ambient_celsius`. `selector` below
-/// 2.0 chooses the other temperature curve. Throws RunTimeError kDivisionByZero at the curve's zero, far outside the
+/// 2.0 chooses the other temperature curve. Throws RunTimeError kDivisionByZero at a zero of the curve, far outside the
 /// sensor's range.
 [[nodiscard]] double RelativeHumidity(double count, double ambient_celsius, double selector);
 
@@ -69,8 +70,8 @@ class BlockAverages {
 /// Throws RunTimeError kInvalidCall for 0 percent exactly and kDivisionByZero at -243.12 °C.
 [[nodiscard]] double DewPoint(double humidity_percent, double ambient_celsius);
 
-/// The temperature that a clear sky would have, in degrees Celsius. Throws RunTimeError kInvalidCall for dew points
-/// so low that the emissivity would be negative.
+/// The temperature of a clear sky, in degrees Celsius. Throws RunTimeError kInvalidCall for dew points so low that the
+/// emissivity would be negative.
 [[nodiscard]] double ClearSkyTemperature(double dew_point_celsius, double ambient_celsius);
 
 }  // namespace orvalis

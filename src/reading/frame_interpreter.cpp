@@ -33,15 +33,15 @@ bool FrameInterpreter::Interpret(const SensorFrame& frame, const Settings& setti
   state.humidity_faulty = frame.Cut(Field::kHum) == kFaultyHumidity;
   state.humidity_percent = RelativeHumidity(frame.Number(Field::kHum), state.ambient_celsius, humidity_selector);
   state.dew_point_celsius = DewPoint(state.humidity_percent, state.ambient_celsius);
-  // Six characters never equal these three; the comparison stands for units that send a short field.
+  // Six characters never equal these three; the comparison is meant for units that send a short field.
   state.sky_faulty = frame.Cut(Field::kTp) == "999";
   state.sky_celsius = frame.Celsius(Field::kTp);
   const double ambient_shown = RoundToDecimals(state.ambient_celsius, 1);
   state.clear_sky_celsius = ClearSkyTemperature(state.dew_point_celsius, ambient_shown);
-  // Both have two decimals at most; what binary fractions add to them must not decide at a limit.
+  // Both have at most two decimals; binary rounding errors must not decide at a limit.
   state.difference_celsius = RoundToDecimals(ambient_shown - state.sky_celsius, 2);
 
-  // Without an ambient temperature there is nothing to compare with: in doubt, cloudy.
+  // Without an ambient temperature the difference is unknown: in doubt, cloudy.
   const double compared = state.ambient_known ? state.difference_celsius : WeatherState::kNoAverage - state.sky_celsius;
   state.cloud = CloudWord(compared, settings.PartCloudyDegC, settings.FullCloudyDegC);
   state.clouds =

@@ -8,20 +8,20 @@
 
 namespace orvalis {
 
-/// From one frame to physical values, words and the verdict. Allocates nothing.
+/// Turns a frame into physical values, words and the verdict. Does not allocate.
 class FrameInterpreter {
  public:
-  /// The verdict and what the unit has switched on. Never throws: nothing that goes wrong later may keep it back.
+  /// The verdict and the unit's switches. Never throws, so that later errors cannot delay the verdict.
   static void ReadSwitches(const SensorFrame& frame, WeatherState& state);
 
-  /// What each frame says by itself, and the wind's figures. Never throws either.
+  /// Rain, light and the wind figures. Never throws either.
   void ReadRainLightAndWind(const SensorFrame& frame, const Settings& settings, WeatherState& state);
 
-  /// Everything else: the temperatures and what follows from them. Returns whether a block of averages was completed.
-  /// Throws RunTimeError for readings that have no conversion; `state` may be partly new then.
+  /// Everything else: the temperatures and the values derived from them. Returns whether a block of averages was
+  /// completed. Throws RunTimeError for readings that cannot be converted; `state` may then be partly updated.
   bool Interpret(const SensorFrame& frame, const Settings& settings, double humidity_selector, WeatherState& state);
 
-  /// The gust's time span is over.
+  /// Starts a new time span for the gust.
   void BeginGustBlock() { wind_.BeginGustBlock(); }
   [[nodiscard]] std::int32_t samples_taken() const { return averages_.samples_taken(); }
 

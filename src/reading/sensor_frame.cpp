@@ -7,7 +7,7 @@
 namespace orvalis {
 namespace {
 
-/// Where a field stands: position counted from 1, and width in characters; and what the unit writes before it.
+/// The position of a field, counted from 1, its width in characters, and the text before it.
 struct Place {
   std::size_t position;
   std::size_t width;
@@ -45,7 +45,7 @@ std::string_view SensorFrame::Cut(Field field) const {
   return line.substr(place.position - 1, place.width);
 }
 
-bool SensorFrame::NameStandsBefore(Field field) const {
+bool SensorFrame::HasName(Field field) const {
   const Place& place = kPlaces[static_cast<std::size_t>(field)];
   const std::string_view before = text().substr(0, place.position - 1);
   return before.size() == place.position - 1 && before.ends_with(place.name);

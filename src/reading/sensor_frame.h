@@ -7,11 +7,11 @@
 
 namespace orvalis {
 
-/// One text line from the sensor unit. Every reader cuts its field by position; nothing is ever split on blanks or
-/// names, and only the verdict asks for its name. docs/serial-protocol.md draws the line.
+/// One text line from the sensor unit. Fields are read by position, never by splitting on blanks or names; only the
+/// verdict checks its name. docs/serial-protocol.md shows the layout.
 class SensorFrame {
  public:
-  /// The fields that the program reads, named as in the line.
+  /// The fields that the program reads, named as in the frame.
   enum class Field {
     kHum,  ///< humidity sensor count, 0 to 1023
     kLgt,  ///< light sensor count; high means dark
@@ -38,18 +38,18 @@ class SensorFrame {
 
   [[nodiscard]] std::string_view text() const { return text_; }
 
-  /// Whether this is a whole line from the unit: "#" stands at position 117. Nothing else is looked at.
+  /// Whether this is a complete line from the unit: "#" is at position 117. Nothing else is checked.
   [[nodiscard]] bool IsComplete() const;
 
-  /// The characters of `field`; fewer, or none, where the line is too short.
+  /// The characters of `field`; fewer, or none, if the line is too short.
   [[nodiscard]] std::string_view Cut(Field field) const;
 
-  /// Whether `field` has its blank, name and "=" before it: " RB=". The first field has no blank.
-  [[nodiscard]] bool NameStandsBefore(Field field) const;
+  /// Whether `field` is preceded by its blank, name and "=", such as " RB=". The first field has no blank.
+  [[nodiscard]] bool HasName(Field field) const;
 
-  /// A field as a whole number, by `Val`: garbage reads as far as it is a number.
+  /// A field as a whole number, converted by `Val`.
   [[nodiscard]] std::int32_t Integer(Field field) const;
-  /// A field as a number, by `Val`.
+  /// A field as a number, converted by `Val`.
   [[nodiscard]] double Number(Field field) const;
   /// A temperature field in degrees Celsius.
   [[nodiscard]] double Celsius(Field field) const;
@@ -58,12 +58,12 @@ class SensorFrame {
   std::string text_;
 };
 
-/// The field of a body or ambient temperature that the unit could not read.
+/// The field of a missing body or ambient temperature.
 inline constexpr std::string_view kNoTemperature = "+19999";
 /// The humidity field of a faulty sensor.
 inline constexpr std::string_view kFaultyHumidity = "0999";
 
-/// The two lines that stand in for the unit in demo mode, 111 characters each.
+/// The two lines that replace the unit in demo mode, 111 characters each.
 inline constexpr std::string_view kDryDemoLine =
     "HUM=0000 LGT=1023 R=0100 WND=0010 TP=-00999 TTP=+00100 TA=+00500 AH=0 HB=0 AR=1 RB=0 AW=1 AL=1 AC=1 Trg=+03691#";
 inline constexpr std::string_view kWetDemoLine =

@@ -8,8 +8,8 @@
 
 namespace orvalis {
 
-/// What is older than this is not of now: the panel shows it grey, the verdict is taken back, averages begin anew and
-/// curves have a gap.
+/// Older readings are stale: the panel shows them grey, the verdict is withdrawn, averages restart and curves have a
+/// gap.
 inline constexpr std::chrono::seconds kFreshFor{10};
 
 /// A condition as the panel shows it.
@@ -18,12 +18,12 @@ struct Word {
   Colour colour = Colour::kWhite;
 };
 
-/// What the last working cycle left behind. Everything that shows, logs, uploads or answers reads it here. A cycle
-/// that gets no frame changes nothing. Temperatures are in degrees Celsius, wind in miles per hour.
+/// The results of the last working cycle, for everything that shows, logs, uploads or serves them. A cycle without a
+/// frame changes nothing. Temperatures are in degrees Celsius, wind in miles per hour.
 struct WeatherState {
-  /// What the averages hold before the first block is complete.
+  /// The averages before the first block is complete.
   static constexpr double kNoAverage = -99.0;
-  /// What the sky field shows before the first frame.
+  /// The sky temperature before the first frame.
   static constexpr double kNoSky = 999.0;
   /// The unsafe indicator without a frame.
   static constexpr std::int32_t kNoVerdict = -1;
@@ -31,9 +31,9 @@ struct WeatherState {
   double body_celsius = kNoAverage;     ///< thermopile body, block average
   double ambient_celsius = kNoAverage;  ///< block average
   double rain_average = 0;              ///< counts, block average
-  bool ambient_known = false;           ///< whether the averages stem from readings of now alone
+  bool ambient_known = false;           ///< whether the averages come only from current readings
   bool body_known = false;
-  bool first_pass = true;  ///< since the start no block was completed: the averages may be `kNoAverage`
+  bool first_pass = true;  ///< no block completed since the start: the averages may be `kNoAverage`
 
   double humidity_percent = 0;  ///< relative humidity as computed, not clamped
   double dew_point_celsius = 0;
@@ -44,7 +44,7 @@ struct WeatherState {
   bool sky_faulty = false;
 
   Word cloud;             ///< "Clear", "PCloudy", "Cloudy"
-  float clouds = 1;       ///< clouds figure: 0, 0.5 or 1.0; overcast until the first frame, in doubt
+  float clouds = 1;       ///< clouds figure: 0, 0.5 or 1.0; in doubt, overcast until the first frame
   std::int32_t rain = 0;  ///< counts, this frame
   bool raining = false;   ///< the count is above the threshold
   Word rain_word;         ///< "Dry", "Damp", "Rain"
@@ -57,13 +57,13 @@ struct WeatherState {
   Word heater;     ///< "Y", "?", "N"
   Word relay;      ///< "Y", "?", "N"
 
-  /// The relay digit of the frame; safe exactly when it is 0. Until the first frame, when there is anything but a
-  /// digit in the frame, and when the last frame is older than `kFreshFor`, it is -1: in doubt, unsafe.
+  /// The relay digit of the frame; safe exactly when it is 0. -1, in doubt unsafe, until the first frame, when the
+  /// frame has no digit there, and when the last frame is older than `kFreshFor`.
   std::int32_t unsafe_indicator = kNoVerdict;
 
   bool from_demo = false;  ///< the last frame was a demonstration line
 
-  /// The averages are not of now any more. Their numbers stay until a reading takes their place.
+  /// Marks the averages as stale. Their values stay until the next reading.
   void ForgetAverages() { body_known = ambient_known = first_pass = false; }
 };
 

@@ -27,7 +27,7 @@ void WindFigures::BeginGustBlock() { gust_reference_ = kBelowAnyWind; }
 
 double WindFigures::average() const {
   if (recent_.empty()) return 0;
-  // Summed anew each time, so that rounding errors of months cannot add up.
+  // Summed from scratch each time, so that rounding errors do not accumulate over months.
   return std::accumulate(recent_.begin(), recent_.end(), 0.0) / static_cast<double>(recent_.size());
 }
 

@@ -9,18 +9,18 @@ namespace orvalis {
 /// The wind figures: current value, average over the last cycles, and gust. Miles per hour.
 class WindFigures {
  public:
-  /// The average never looks back further than this many working cycles (two hours), whatever is asked for.
+  /// The longest average, in working cycles (two hours).
   static constexpr std::int32_t kMaxAverageCount = 3600;
-  /// A gust is the highest value of so many poll ticks of one second.
+  /// A gust is the highest value in this many poll ticks of one second.
   static constexpr std::int16_t kGustBlockTicks = 300;
 
-  /// Takes the value of one working cycle. `average_count` is how many cycles the average spans, at least 1.
+  /// Adds the value of one working cycle. `average_count` is the number of cycles in the average, at least 1.
   void Add(double mph, std::int32_t average_count);
-  /// Begins a new block for the gust: the next value is its first.
+  /// Starts a new gust block: the next value is its first.
   void BeginGustBlock();
 
   [[nodiscard]] double current() const { return current_; }
-  /// Over as many cycles as there were, until the span is filled.
+  /// Over the available cycles until the span is full.
   [[nodiscard]] double average() const;
   /// 0.0 until the first value.
   [[nodiscard]] double gust() const;

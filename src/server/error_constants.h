@@ -7,22 +7,22 @@
 
 namespace orvalis {
 
-// What a client gets when a member cannot serve it: a number that it can test and a text for its user.
+// Errors of the automation object: a number for the client and a text for its user.
 
-/// The automation system's base of an object's own error numbers.
+/// The automation system's base for an object's own error numbers.
 constexpr std::uint32_t kObjectError = 0x80040000;
 
 constexpr auto ErrNotImplemented = static_cast<std::int32_t>(kObjectError + 0x400);
 constexpr auto ErrNotConnected = static_cast<std::int32_t>(kObjectError + 0x402);
 
-/// Behind the member's label, or alone: it begins with a blank in either case.
+/// Used after the member's label or alone, with the leading blank in both cases.
 constexpr std::string_view kNotImplementedText = " is not implemented by this Orvalis server.";
 constexpr std::string_view kNotConnectedText = "The Orvalis unit is not connected";
-/// Nothing is out of range yet: no member takes a value that can be.
+/// Not raised by any member yet.
 constexpr std::string_view kOutOfRangeText = "The value is out of range";
 constexpr std::string_view kErrorSource = "Orvalis";
 
-/// An error of the `Weather` object itself. What else fails in a member reaches the client as a RunTimeError.
+/// An error of the `Weather` object itself. Other failures reach the client as a RunTimeError.
 class AutomationError : public std::runtime_error {
  public:
   AutomationError(std::int32_t number, const std::string& description)

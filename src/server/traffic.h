@@ -9,32 +9,32 @@
 
 namespace orvalis {
 
-/// What a call of a client is about; each has its own check box in the traffic window.
+/// The category of a client's call; each has its own check box in the traffic window.
 enum class TrafficCategory { kMove, kOther, kTemp, kMoving };
 constexpr std::size_t kTrafficCategories = 4;
 
-/// The running text of the traffic window: the calls of clients and what they were answered. The pieces are ASCII but
-/// for a locale's decimal separator; lines end in CR LF.
+/// The running text of the traffic window: the clients' calls and the answers. The pieces are ASCII except for a
+/// locale's decimal separator; lines end in CR LF.
 class Traffic {
  public:
-  /// Older characters go with each write, even in the middle of a line.
+  /// Each write drops older characters, even in the middle of a line.
   static constexpr std::size_t kKeptCharacters = 2000;
 
-  /// A line of its own; a line that is open is closed first.
+  /// Writes a separate line, closing an open line first.
   void TrafficLine(std::string_view piece);
-  /// Begins a line that a later `TrafficEnd` finishes. A line that is open ends there, unfinished.
+  /// Begins a line that a later `TrafficEnd` finishes. An open line is closed unfinished.
   void TrafficStart(std::string_view piece);
-  /// The end of the open line.
+  /// Ends the open line.
   void TrafficEnd(std::string_view piece);
-  /// An item of the open line, separated by a blank.
+  /// Adds an item to the open line, separated by a blank.
   void TrafficChar(std::string_view piece);
 
   void Clear();
-  /// While paused, writing does nothing at all.
+  /// While paused, writes are ignored.
   void TogglePaused() { paused_ = !paused_; }
   [[nodiscard]] bool paused() const { return paused_; }
 
-  /// Whether the writers are to write calls of this category. The text itself takes everything.
+  /// Whether calls of this category are to be written. Checked by the writers, not here.
   [[nodiscard]] bool Wants(TrafficCategory category) const { return wanted_[static_cast<std::size_t>(category)]; }
   void SetWanted(TrafficCategory category, bool on) { wanted_[static_cast<std::size_t>(category)] = on; }
 

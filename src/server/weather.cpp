@@ -14,12 +14,12 @@ namespace {
 constexpr std::string_view kName = "Orvalis";
 constexpr double kKnotsPerMph = 0.8689762;
 
-/// How a member appears in the traffic window, and what stands between a client and its value.
+/// How a member appears in the traffic window, its gate, and how its value is read.
 struct Row {
   enum class Style {
-    kCallAndAnswer,   ///< a line before the value is fetched and one with the value
+    kCallAndAnswer,   ///< one line before the value is read and one with the value
     kAnswer,          ///< one line with the value
-    kStartAndEnd,     ///< one line, begun before the gate and finished with the value
+    kStartAndEnd,     ///< one line, begun before the gate check and ended with the value
     kNotImplemented,  ///< a line, and an error
   };
 
@@ -27,23 +27,23 @@ struct Row {
   TrafficCategory traffic = TrafficCategory::kOther;
   Style style = Style::kCallAndAnswer;
   std::string_view call = {};
-  std::string_view answer = {};  ///< in front of the value; what a method says at its end
+  std::string_view answer = {};  ///< before the value; for a method, its end text
   bool Settings::*gate = nullptr;
-  std::string_view label = {};  ///< in front of what the closed gate says
+  std::string_view label = {};  ///< before the text of a closed gate
   WeatherValue (*read)(const Weather::Parts&) = nullptr;
 };
 
-/// The link as clients see it: open, or being opened for one of them. In demo mode there is nothing to open.
+/// The link as clients see it: open, or being opened for a client. In demo mode there is no link to open.
 bool Connected(const Weather::Parts& parts) {
   const bool stands_in = parts.demo_mode() || parts.link.connecting();
   return parts.link.Connected() || (parts.flags.connected && stands_in);
 }
 
-/// What becomes of a client's wish.
+/// The outcome of a client's request.
 enum class Outcome { kConnect, kIgnoredForUser, kIgnoredForOthers, kDisconnect };
 
-Outcome OutcomeOf(bool wish, const ProgramFlags& flags) {
-  if (wish) return Outcome::kConnect;
+Outcome OutcomeOf(bool connect, const ProgramFlags& flags) {
+  if (connect) return Outcome::kConnect;
   if (flags.started_by_user) return Outcome::kIgnoredForUser;
   return flags.client_count >= 2 ? Outcome::kIgnoredForOthers : Outcome::kDisconnect;
 }
@@ -51,7 +51,7 @@ Outcome OutcomeOf(bool wish, const ProgramFlags& flags) {
 constexpr std::array<std::string_view, 4> kOutcomeTexts = {" Connected True (done)", " (ignored, not auto launch)",
                                                            " (ignored, not last user)", "Connected False (done)"};
 
-/// As the last cycle left it. Without a sensible averaging count there is none, and never will be.
+/// The value of the last cycle. With an invalid averaging count there is none.
 double AmbientCelsius(const Weather::Parts& parts) {
   const std::string complaint = AveragingCountComplaint(parts.settings.TempsAvgCount);
   if (!complaint.empty()) throw RunTimeError(RunTimeError::kSubscriptOutOfRange, complaint);
@@ -70,13 +70,13 @@ constexpr auto kAnswer = Row::Style::kAnswer;
 constexpr auto kStartAndEnd = Row::Style::kStartAndEnd;
 constexpr auto kNotImplemented = Row::Style::kNotImplemented;
 
-/// In the order of the interface. Clients know these lines: the spelling and the gates that seem to be exchanged stay.
+/// In the order of the interface. Clients know these lines: the spelling and the seemingly swapped gates are intended.
 const std::array kRows = {
     Row{.info = {M::kSafe, "Safe", T::kBoolean},
         .call = "COM .Safe invoked",
         .answer = "Safe: ",
         .read = [](const Parts& p) -> WeatherValue {
-          p.judge_age();
+          p.expire_verdict();
           return p.weather.unsafe_indicator == 0;
         }},
     Row{.info = {M::kAmbientTemperature, "AmbientTemperature", T::kSingle},
@@ -108,7 +108,7 @@ const std::array kRows = {
         .call = "COM .RelativeHumididty invoked",
         .answer = "RelativeHumidity: ",
         .read = [](const Parts& p) -> WeatherValue {
-          if (p.panel.humidity.empty()) throw RunTimeError(RunTimeError::kTypeMismatch, "The humidity is not known");
+          if (p.panel.humidity.empty()) throw RunTimeError(RunTimeError::kTypeMismatch, "The humidity is unknown");
           return Narrow(RoundToDecimals(TextToReal(p.panel.humidity, p.locale), 0)) / 100.0F;
         }},
     Row{.info = {M::kWindDirection, "WindDirection", T::kSingle},
@@ -170,7 +170,7 @@ std::span<const WeatherMemberInfo> WeatherMembers() {
 Weather::Weather(const Parts& parts) : parts_(parts) {
   if (parts_.flags.started_by_user) return;
   if (parts_.flags.client_count == std::numeric_limits<std::int16_t>::max()) {
-    throw RunTimeError(RunTimeError::kOverflow, "there are too many clients");
+    throw RunTimeError(RunTimeError::kOverflow, "too many clients");
   }
   ++parts_.flags.client_count;
 }
@@ -190,7 +190,7 @@ WeatherValue Weather::Get(WeatherMember property) const {
   if (row.info.type == WeatherType::kNone) throw std::logic_error("a method has no value");
   if (row.style == kStartAndEnd) {
     Write(row.traffic, Piece::kStart, row.call);
-    PassGate(property);
+    CheckGate(property);
     WeatherValue value = row.read(parts_);
     Write(row.traffic, Piece::kEnd, ValueText(value));
     return value;
@@ -227,7 +227,7 @@ void Weather::FinishConnected(const Done& done) {
 void Weather::Halt() {
   const Row& row = RowOf(WeatherMember::kHalt);
   Write(row.traffic, Piece::kStart, row.call);
-  PassGate(WeatherMember::kHalt);
+  CheckGate(WeatherMember::kHalt);
   parts_.flags.moving = false;
   Write(row.traffic, Piece::kEnd, row.answer);
 }
@@ -242,7 +242,7 @@ void Weather::SetupDialog(const Done& done) {
   });
 }
 
-void Weather::PassGate(WeatherMember member) const {
+void Weather::CheckGate(WeatherMember member) const {
   const Row& row = RowOf(member);
   if (row.gate == nullptr || parts_.settings.*row.gate) return;
   throw AutomationError(ErrNotImplemented, std::string(row.label) + std::string(kNotImplementedText));

@@ -45,31 +45,31 @@ enum class WeatherMember {
 
 enum class WeatherType { kNone, kBoolean, kLong, kSingle, kDouble, kString };
 
-/// One member as the systems that put it on the wire see it.
+/// One member, for the D-Bus and COM servers.
 struct WeatherMemberInfo {
   WeatherMember member;
   std::string_view name;
-  WeatherType type;  ///< none: a method without arguments and result
+  WeatherType type;  ///< kNone: a method without arguments and result
   bool writable = false;
 };
 
 /// Every member, in the order of the interface.
 [[nodiscard]] std::span<const WeatherMemberInfo> WeatherMembers();
 
-/// A property's value; the alternative in use is that of its type.
+/// A property's value, held as the alternative of its type.
 using WeatherValue = std::variant<bool, std::int32_t, float, double, std::string>;
 
-/// The automation object: one for each client. It has no data of its own; it answers with what the last working cycle
-/// left behind, and every call and answer goes to the traffic window while that is open.
+/// The automation object, one per client. It has no data of its own: it answers with the results of the last working
+/// cycle, and writes every call and answer to the traffic window while that is open.
 ///
-/// Creating and destroying it counts the clients of a program that was started for them; the end of the last one ends
-/// the program. A program that a person started is not touched.
+/// Its instances count the clients of a program that was started for them; destroying the last one ends the program. A
+/// program started by a person is unaffected.
 ///
-/// Members throw AutomationError where they cannot serve, and RunTimeError where something fails; both are for the
-/// client.
+/// Members throw AutomationError when they are unavailable and RunTimeError when something fails; both are passed to
+/// the client.
 class Weather {
  public:
-  /// Gets what the call throws, or nothing.
+  /// Receives the exception of the call, or null.
   using Done = std::function<void(const std::exception_ptr& error)>;
 
   struct Parts {
@@ -80,14 +80,14 @@ class Weather {
     SensorLink& link;
     Connector& connector;
     LogWriter& logs;
-    Traffic* const& traffic;  ///< the traffic window's text; null while that window is closed
+    Traffic* const& traffic;  ///< the traffic window's text; null while the window is closed
     NumberLocale locale;
     std::function<bool()> demo_mode;
-    /// Takes the verdict in `weather` back when it is too old. Asked for before each answer to `Safe`: after the
-    /// machine slept, the first call may come before the first tick.
-    std::function<void()> judge_age;
-    /// Runs the setup dialog, or brings the one that is open to the front; `closed` is called when it is closed, or
-    /// with the reason why it could not be shown.
+    /// Withdraws the verdict in `weather` when it is too old. Called before each answer to `Safe`: after sleep, the
+    /// first call may arrive before the first tick.
+    std::function<void()> expire_verdict;
+    /// Runs the setup dialog, or brings an open one to the front; `closed` is called when it is closed, or with the
+    /// reason why it could not be shown.
     std::function<void(Done closed)> run_setup;
     std::function<void()> end_program;
   };
@@ -101,28 +101,29 @@ class Weather {
   /// The value of a property. Throws std::logic_error for a method.
   [[nodiscard]] WeatherValue Get(WeatherMember property) const;
 
-  /// Connects, or gives the connection up where nobody else needs it. `done` is called once, when the link is open or
-  /// is known not to be: perhaps before this returns, and never after the object has gone. It gets `ErrNotConnected`
-  /// when the link is not open then, which is so after a disconnect too.
+  /// Connects, or disconnects if no other client needs the link. `done` is called once, when the link is open or known
+  /// not to be: possibly before this returns, never after the object is destroyed. It receives `ErrNotConnected` when
+  /// the link is not open, which includes a disconnect.
   void SetConnected(bool value, const Done& done);
 
   void Halt();
-  /// `done` is called when the dialog is closed, or with what kept it from being shown; never after the object has
-  /// gone.
+  /// `done` is called when the dialog is closed, or with the reason why it could not be shown; never after the object
+  /// is destroyed.
   void SetupDialog(const Done& done);
 
  private:
-  /// The writes of the traffic window that members use.
+  /// The traffic window operations that members use.
   enum class Piece { kLine, kStart, kEnd };
 
   void Write(TrafficCategory category, Piece piece, std::string_view text) const;
   [[nodiscard]] std::string ValueText(const WeatherValue& value) const;
-  /// Throws what the gate of `member` says, unless it is open.
-  void PassGate(WeatherMember member) const;
+  /// Throws ErrNotImplemented if the gate of `member` is closed.
+  void CheckGate(WeatherMember member) const;
   void FinishConnected(const Done& done);
 
   const Parts& parts_;
-  std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);  ///< watched by what outlives a call
+  std::shared_ptr<const bool> alive_ =
+      std::make_shared<const bool>(true);  ///< tracks the object's lifetime for callbacks
 };
 
 }  // namespace orvalis

@@ -8,23 +8,23 @@
 
 namespace orvalis {
 
-/// Gives each client a `Weather` of its own, over the system's way for programs to call each other.
+/// Gives each client its own `Weather`, over the system's IPC.
 class WeatherServer {
  public:
   struct Parts {
-    /// Makes the object of a new client. What it throws is the answer to the client.
+    /// Creates the object of a new client. An exception is passed to the client.
     std::function<std::unique_ptr<Weather>()> create;
-    /// Told why clients cannot come, and that they can again.
+    /// Called when clients cannot connect, and when they can again.
     std::function<void(const std::string&)> record;
-    /// Whether the program is there for its clients alone, and ends with the last of them.
+    /// Whether the program was started for clients and ends with the last of them.
     bool ends_with_last_client = false;
   };
 
   virtual ~WeatherServer() = default;
 
-  /// Offers the object. Returns whether clients can come.
+  /// Publishes the object. Returns whether clients can connect.
   virtual bool Start() = 0;
-  /// Whether a client ever came.
+  /// Whether any client has connected.
   [[nodiscard]] virtual bool had_clients() const = 0;
 };
 

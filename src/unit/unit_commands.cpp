@@ -10,7 +10,7 @@ namespace {
 
 using Form = UnitCommand::Form;
 
-/// Rounded as the program rounds, but held to the limits: a setting far out of range must not stop the polling.
+/// Rounded and clamped: a setting far out of range must not stop the polling.
 std::int32_t Whole(double value) {
   constexpr double kLowest = std::numeric_limits<std::int32_t>::min();
   constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
@@ -61,12 +61,12 @@ void UnitOptions::TakeFrom(const SensorFrame& frame) {
   allow_light = frame.Integer(Field::kAl) == 1;
   allow_wind = frame.Integer(Field::kAw) == 1;
   allow_clouds = frame.Integer(Field::kAc) == 1;
-  // A device that is allowed to switch itself says nothing about being forced; the table of commands knows it too.
+  // The report of a device that may switch itself does not tell whether it is forced; the command table reflects that.
   allow_relay = frame.Integer(Field::kAr) == 1;
   force_relay = !allow_relay && frame.Integer(Field::kRb) == 1;
   allow_heater = frame.Integer(Field::kAh) == 1;
   force_heater = !allow_heater && frame.Integer(Field::kHb) == 1;
-  // What an earlier connection knew may be of another unit, or of one that has lost power since.
+  // The state from an earlier connection may be that of another unit, or outdated by a power loss.
   allow_rain = false;
 }
 

@@ -13,8 +13,8 @@
 
 namespace orvalis {
 
-/// The unit's own switches. They live in the unit, not in the profile: a connection takes them over from what the unit
-/// reports, the setup dialog changes them.
+/// The unit's switches. They are kept in the unit, not in the profile: a connection reads them from the unit, the setup
+/// dialog changes them.
 struct UnitOptions {
   bool allow_heater = false;
   bool force_heater = false;
@@ -25,7 +25,7 @@ struct UnitOptions {
   bool allow_light = false;
   bool allow_wind = false;
 
-  /// Takes over what `frame` reports; the switch that it does not report counts as off.
+  /// Reads the switches that `frame` reports; the one that it does not report counts as off.
   void TakeFrom(const SensorFrame& frame);
 
   [[nodiscard]] bool operator==(const UnitOptions& other) const = default;
@@ -38,36 +38,36 @@ struct UnitCommand {
   const char* letters;
   Form form;
   bool UnitOptions::*option;                          ///< for kOnOff
-  bool (*reported)(const UnitOptions& options);       ///< for kOnOff: whether a frame tells how the switch stands
+  bool (*reported)(const UnitOptions& options);       ///< for kOnOff: whether a frame reports the switch
   std::int32_t (*setting)(const Settings& settings);  ///< for the numbers
   std::string_view key = {};                          ///< the setting's name
-  std::string_view takes = {};                        ///< what the unit can be sent, for a person: "three digits"
+  std::string_view takes = {};                        ///< what the command can carry, for a person: "three digits"
 
   [[nodiscard]] std::int32_t Value(const Settings& settings, const UnitOptions& options) const;
-  /// What goes over the line for `value`, one character a transmission. Digits beyond the form's are cut off.
+  /// The characters to transmit for `value`, one at a time. Excess digits are cut off.
   [[nodiscard]] std::string Encode(std::int32_t value) const;
-  /// Says what the unit gets in the place of `value`, "" when it gets that.
+  /// Describes what the unit receives instead of `value`, or "" if it is sent unchanged.
   [[nodiscard]] std::string CutText(std::int32_t value) const;
-  /// Whether there is no sign in the command's form.
+  /// Whether the command carries no sign.
   [[nodiscard]] bool Unsigned() const { return form != Form::kOnOff && form != Form::kSignAndThreeDigits; }
 };
 
 inline constexpr std::size_t kUnitCommandCount = 17;
 
-/// All commands, in the order in which a working cycle sends what changed.
+/// All commands, in sending order.
 [[nodiscard]] std::span<const UnitCommand, kUnitCommandCount> UnitCommands();
 
 /// The command that sends the setting `key`, or nullptr.
 [[nodiscard]] const UnitCommand* FindUnitCommand(std::string_view key);
 
-/// For every command the value last sent, none where the unit's is not known.
+/// The value last sent of every command, or none where the unit's value is unknown.
 class LastSent {
  public:
   /// After a connection: the unit may be another one or have lost power, so every number is due, while the switches
-  /// start from what the unit reports and connecting changes none of them.
+  /// start as reported and connecting changes none of them.
   void BeginConnection(const UnitOptions& reported);
-  /// After a silence: the unit may have lost power, so everything is due, the switches as they were before it. Only a
-  /// switch that the unit does not report and that nobody has set is left to the unit: how it stood is not known.
+  /// After a silence: the unit may have lost power, so everything is due, with the switches as before. Only a switch
+  /// that the unit does not report and that was never set is left alone, because its state is unknown.
   void BeginAfterSilence();
 
   [[nodiscard]] bool IsDue(std::size_t command, std::int32_t value) const { return values_[command] != value; }

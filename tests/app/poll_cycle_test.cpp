@@ -114,9 +114,9 @@ TEST_F(PollCycleTest, ADayOfSilenceIsShownAsStaleAndEndsWithTheFirstGoodFrame) {
   Tick(6);
   EXPECT_GE(frames, 1);
   EXPECT_FALSE(panel.stale);
-  EXPECT_EQ(LastEvent(), "fresh again: complete frames are coming in");
+  EXPECT_EQ(LastEvent(), "fresh again: receiving complete frames");
   EXPECT_EQ(weather.unsafe_indicator, 0);
-  EXPECT_EQ(panel.status, "Complete frames are coming in again");
+  EXPECT_EQ(panel.status, "Receiving complete frames again");
   Tick(66);
   EXPECT_EQ(panel.status, "") << "no news any more";
 }
@@ -130,7 +130,7 @@ TEST_F(PollCycleTest, AKeptVerdictOutlivesASilenceButNotDemoMode) {
   settings.DemoMode = 1;
   Tick(8);
   settings.DemoMode = 0;
-  poll.WatchStaleness();
+  poll.CheckStaleness();
   EXPECT_EQ(weather.unsafe_indicator, -1);
 }
 
@@ -221,9 +221,9 @@ TEST_F(PollCycleTest, TwoStandingErrorsAreListedOnceEach) {
     boundary.Run("reconnecting", [] { throw std::runtime_error("two"); });
   }
   EXPECT_EQ(events.events().size(), 2u);
-  boundary.RunWhole("reconnecting", [] {});
+  boundary.RunToEnd("reconnecting", [] {});
   EXPECT_EQ(panel.status, "");
-  boundary.RunWhole("reconnecting", [] { throw std::runtime_error("two"); });
+  boundary.RunToEnd("reconnecting", [] { throw std::runtime_error("two"); });
   EXPECT_EQ(events.events().size(), 3u) << "it had gone well in between";
 }
 
@@ -293,7 +293,7 @@ TEST_F(PollCycleTest, WhatCannotBeConvertedIsReportedOnceAndKeepsTheVerdict) {
   EXPECT_TRUE(panel.stale);
   EXPECT_TRUE(weather.raining);
   EXPECT_EQ(alerted.given, "rain.wav ");
-  EXPECT_TRUE(LastEvent().starts_with("stale: no reading that makes sense since ")) << LastEvent();
+  EXPECT_TRUE(LastEvent().starts_with("stale: no valid reading since ")) << LastEvent();
   const auto errors = [](const std::string& text) { return text.starts_with("Error while polling the unit"); };
   EXPECT_EQ(std::ranges::count_if(EventTexts(), errors), 1);
   Measure("", 2);

@@ -65,8 +65,8 @@ TEST(SetupFields, TheAdviceSaysWhatOkWouldStore) {
   const std::tuple<const char*, const char*, const char*> rows[] = {
       {"PartCloudyDegCL", "x", "stores 0: not a whole number; \"Clear\" is below \"Cloudy\""},
       {"TempAvgCnt", "301", "stores 9999: must be 1 through 300"},
-      {"StepTime", "0", "must be above 0: OK comes back here"},
-      {"Lpt_addr", "-9999", "-9999 cannot be stored: OK comes back here"},
+      {"StepTime", "0", "must be above 0: OK returns here"},
+      {"Lpt_addr", "-9999", "-9999 cannot be stored: OK returns here"},
       {"RainThreshold", "1000", "the unit gets 000 (it takes three digits)"},
       {"TPTempHysteresis", "120", "the unit gets 200 (it takes three digits, of tenths)"},
       {"CloudThreshCL", "-5.4", "stores -5: a whole number is needed"},

@@ -108,9 +108,9 @@ TEST_F(SettingsStoreTest, TellsADestroyedStoreFromAnotherVersionsAndFromAnEdited
     EXPECT_EQ(rules.good(values), good) << key;
   };
   check("RegVer", "2.18", "", true);
-  check("RegVer", nullptr, "has lost its version stamp", false);
+  check("RegVer", nullptr, "has no version stamp", false);
   check("RegVer", "2.17", "", false);
-  check("Capabilities/TempMax", nullptr, "lacks \"TempMax\"", false);
+  check("Capabilities/TempMax", nullptr, "is missing \"TempMax\"", false);
   check("RainThreshold", "abc", "", false);
   check("AutoConnect", nullptr, "", true);
   EXPECT_EQ(rules.fault({}), "is empty");

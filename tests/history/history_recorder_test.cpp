@@ -52,7 +52,7 @@ TEST_F(HistoryRecorderTest, WhatTheStoreDoesNotTakeIsKeptAndSaidOnce) {
   history.fails = false;
   Tick(60);
   EXPECT_GT(Stored(), 295u);
-  EXPECT_EQ(reports.back(), "the history is stored again");
+  EXPECT_EQ(reports.back(), "the history is being stored again");
   EXPECT_EQ(history.loaded_to - history.loaded_from, 48 * History::kHourMs);  // read after all
 }
 

@@ -86,11 +86,11 @@ class Readings(PublishCase):
             self.assertLess(after - before, 3, "a working cycle was held up")
         events = [line["event"] for line in listed if line.get("event", "").startswith("readings upload")]
         self.assertEqual(events, [
-            "readings upload: the server closed the connection without an answer",
-            "readings upload: the server sends elsewhere (status 302), where nothing is sent",
+            "readings upload: the server closed the connection without answering",
+            "readings upload: the server redirects (status 302), and redirects are not followed",
             "readings upload: works again",
-            "readings upload: the server refuses (status 200): its text says that the ID or the password is wrong",
-            "readings upload: the former upload was ended unfinished: the next one is due",
+            "readings upload: the server refused (status 200): its text says that the ID or the password is wrong",
+            "readings upload: previous upload aborted: the next one is due",
             "readings upload: works again"])
 
     @staticmethod

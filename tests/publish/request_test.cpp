@@ -229,12 +229,12 @@ TEST(WebcamTexts, AreThoseOfTheOtherPrograms) {
                                                        {"h/a b/", "h 21 /a b/"}};
   for (const auto& [site, target] : sites) {
     settings.g_sWEBcam_site = site;
-    const FtpUpload upload = OwnUpload(linux_folder, settings);
+    const FtpUpload upload = BuiltInUpload(linux_folder, settings);
     EXPECT_EQ(upload.host + " " + std::to_string(upload.port) + " " + upload.folder, target);
   }
   for (const char* site : {"", "ftps://h", "ftp://u@h", "h:x", "h:0/", "h:70000"}) {
     settings.g_sWEBcam_site = site;
-    EXPECT_THROW((void)OwnUpload(linux_folder, settings), RunTimeError) << site;
+    EXPECT_THROW((void)BuiltInUpload(linux_folder, settings), RunTimeError) << site;
   }
 }
 

@@ -68,7 +68,7 @@ TEST(WebcamUpload, SaysWhyNothingIsSentWhereTheProgramsCannotRun) {
     EXPECT_EQ(outside.calls, (Strings{"capture", "bitmap /opt/orvalis/screenshot.bmp"}));
     outside.calls.clear();
     EXPECT_EQ(events.events().size(), 1u) << "said once on schedule";
-    EXPECT_NE(boxes.Errors().find("tick \"Send it by the program itself\""), std::string::npos);
+    EXPECT_NE(boxes.Errors().find("tick \"Use built-in FTP\""), std::string::npos);
   }
 }
 
@@ -197,13 +197,13 @@ TEST_F(WebPublisherTest, WhatAServerDoesWrongIsOneLineAndTheNextUploadIsOnItsTic
   const Mishaps cases{
       {[](auto& t) { t.socket.handlers.failed("Connection refused"); }, "Connection refused"},
       {[](auto& t) { t.loop.Advance(seconds(31)); }, "no answer within 30 seconds"},
-      {a_byte_a_second, "the answer took longer than 60 seconds"},
-      {[](auto& t) { t.socket.handlers.closed(); }, "the server closed the connection without an answer"},
+      {a_byte_a_second, "the response took longer than 60 seconds"},
+      {[](auto& t) { t.socket.handlers.closed(); }, "the server closed the connection without answering"},
       {receive("HTTP/1.1 302 Found s3cr3t/x\r\nLocation: http://elsewhere/"),
-       "the server sends elsewhere (status 302), where nothing is sent"},
-      {receive("HTTP/1.1 401 No, s3cr3t\xe9x\r\n\r\n"), "the server refuses (status 401)"},
-      {receive("HTTP/1.1 2000 OK\r\n\r\n"), "what answers is not a web server"},
-      {[](auto& t) { t.publisher.TestServer(); }, "the former upload was ended unfinished: the next one is due"},
+       "the server redirects (status 302), and redirects are not followed"},
+      {receive("HTTP/1.1 401 No, s3cr3t\xe9x\r\n\r\n"), "the server refused (status 401)"},
+      {receive("HTTP/1.1 2000 OK\r\n\r\n"), "the response is not from a web server"},
+      {[](auto& t) { t.publisher.TestServer(); }, "previous upload aborted: the next one is due"},
   };
   Connect(4);
   for (const auto& [happens, line] : cases) {
@@ -212,7 +212,7 @@ TEST_F(WebPublisherTest, WhatAServerDoesWrongIsOneLineAndTheNextUploadIsOnItsTic
     happens(*this);
     EXPECT_EQ(NewErrors(), ErrorLine(line));
     EXPECT_EQ(LastEvent(), "readings upload: " + line);
-    EXPECT_EQ(socket.open, line.starts_with("the former upload")) << line;
+    EXPECT_EQ(socket.open, line.starts_with("previous upload")) << line;
   }
   // The same failure at every interval fills no event list; that it works again is news.
   Tick(6);  // the readings are fresh again
@@ -253,7 +253,7 @@ TEST_F(WebPublisherTest, ALongAnswerLeavesItsLast64KB) {
   EXPECT_EQ(response.substr(0, 10), "********yy");
   EXPECT_EQ(response.size(), 64u * 1024 + 5) << "eight asterisks for the three bytes that are left";
   EXPECT_TRUE(response.ends_with("the end"));
-  EXPECT_EQ(NewErrors(), ErrorLine("the answer is longer than 64 KB; its end alone is kept"));
+  EXPECT_EQ(NewErrors(), ErrorLine("the response is longer than 64 KB; only its end is kept"));
   for (int i = 0; i < 5000; ++i) publisher.boxes().AddError("a long failing line that comes again and again");
   EXPECT_LE(publisher.boxes().Errors().size(), 64u * 1024);
 }
@@ -263,14 +263,13 @@ TEST_F(WebPublisherTest, NothingIsSentThatIsNotKnownOrCannotBe) {
   const Mishaps cases{
       {url("http:///x"), "Invalid Host"},
       {url("https://h/x"), "Invalid protocol schema"},
-      {url("http://h:abc/x"), "the port in the URL is no port number"},
-      {url("http://h:70000/x"), "the port in the URL is beyond 32767"},
+      {url("http://h:abc/x"), "the port in the URL is not a valid port number"},
+      {url("http://h:70000/x"), "the port in the URL is above 32767"},
       {[](auto& t) { t.settings.g_sPWS_password = "a\r\nX: y"; },
        "there is a control character in the URL, the station's ID or the password"},
-      {[](auto& t) { t.settings.DemoMode = 1; },
-       "the values are made up in demo mode; \"Test Server\" sends them all the same"},
+      {[](auto& t) { t.settings.DemoMode = 1; }, "demo values are not uploaded; \"Test Server\" sends them anyway"},
       {[](auto& t) { t.settings.g_sPWS_name = "Your Wunderground Site ID"; },
-       "the station's ID or the password is the text that asks for it; enter yours"},
+       "the station ID or the password is still the placeholder; enter your own"},
       {[](auto& t) { t.port.frame = LiveFrame("TA=+19999"); }, "the ambient temperature is not known"},
   };
   Connect(2);
@@ -305,19 +304,19 @@ TEST_F(WebPublisherTest, NothingIsSentThatIsNotKnownOrCannotBe) {
   (void)NewErrors();
   publisher.TestServer();
   EXPECT_EQ(socket.requests.size(), requests + 1);
-  EXPECT_EQ(NewErrors(), ErrorLine("not sent: there is no reading of now"));
+  EXPECT_EQ(NewErrors(), ErrorLine("not sent: no current reading"));
 }
 
 TEST_F(WebPublisherTest, SomebodyWithoutAnAccountSeesWhatWouldBeSent) {
   settings.g_bAllow_PWS = 0;
   Connect();
   publisher.readings().Preview();
-  EXPECT_EQ(publisher.boxes().request_caption(), "Nothing would be sent now: there is no reading of now");
+  EXPECT_EQ(publisher.boxes().request_caption(), "Nothing would be sent now: no current reading");
   Tick(4);
   publisher.readings().composition() = {
       .method = "POST", .variables = {{"v", "1"}}, .headers = {{"X-H", "2 s3cr3t/x"}}};
   publisher.readings().Edited();
-  EXPECT_EQ(publisher.boxes().request_caption(), "Request, as it would be sent now if uploads were allowed");
+  EXPECT_EQ(publisher.boxes().request_caption(), "Request as it would be sent now if uploads were enabled");
   const std::string request = publisher.boxes().request();
   for (const char* part :
        {"POST /update HTTP/1.0\r\n", "\r\nX-H: 2 ********\r\n", "ID=KTEST1&PASSWORD=********&", "=5.0&v=1"}) {
@@ -347,7 +346,7 @@ TEST_F(WebPublisherTest, EditsReachTheSettingsTheStoreAndTheScript) {
   profile.fails = true;
   publisher.SetSwitch(kSubmitSwitches[0], true);
   EXPECT_EQ(settings.g_bAllow_PWS, 1);
-  EXPECT_NE(panel.status.find("keeping the web publishing settings"), std::string::npos) << panel.status;
+  EXPECT_NE(panel.status.find("storing the web publishing settings"), std::string::npos) << panel.status;
 }
 
 TEST_F(WebPublisherTest, ThePictureIsTakenConvertedAndSentWhateverFails) {
@@ -378,7 +377,7 @@ TEST_F(WebPublisherTest, ThePictureIsTakenConvertedAndSentWhateverFails) {
   EXPECT_EQ(outside.calls, (Strings{"capture", "bitmap /opt/orvalis/screenshot.bmp", "jpeg /opt/orvalis/image.jpg",
                                     "ftp ftp.example/image.jpg"}));
   publisher.Capture();
-  EXPECT_EQ(NewErrors(), ErrorLine("the former picture is still on its way, so this one is left out"));
+  EXPECT_EQ(NewErrors(), ErrorLine("the previous picture is still being sent; this one was skipped"));
   settings.g_sPWS_password = "another";
   outside.ftp_done("Access denied: s3cr3t/x");
   EXPECT_EQ(NewErrors(), ErrorLine("the picture was not sent: Access denied: ********"));
@@ -389,13 +388,13 @@ TEST_F(WebPublisherTest, ThePictureIsTakenConvertedAndSentWhateverFails) {
   settings.g_sPWS_password = "Your Wunderground Password";
   publisher.Capture();
   EXPECT_EQ(NewErrors(),
-            ErrorLine("not sent: the webcam's name or the password is the text that asks for it; enter yours"));
+            ErrorLine("not sent: the webcam name or the password is still the placeholder; enter your own"));
   outside.calls.clear();
   publisher.webcam().SetPicture(nullptr);
   for (const std::int32_t built_in : {1, 0}) {
     settings.WebcamBuiltIn = built_in;
     publisher.Capture();
-    EXPECT_EQ(NewErrors(), ErrorLine("not sent: there is no panel to take a picture of"));
+    EXPECT_EQ(NewErrors(), ErrorLine("not sent: there is no panel to capture"));
     EXPECT_TRUE(outside.calls.empty()) << "not the picture of some other day either";
   }
 }

@@ -58,7 +58,7 @@ class WeatherTest : public test::LinkFixture {
             .traffic = traffic,
             .locale = {},
             .demo_mode = [this] { return settings.DemoMode == 1; },
-            .judge_age = [this] { poll.WatchStaleness(); },
+            .expire_verdict = [this] { poll.CheckStaleness(); },
             .run_setup = [this](Weather::Done closed) { setup_closed = std::move(closed); },
             .end_program = [this] { ++ended; }};
   }

@@ -36,7 +36,7 @@ TEST(Scenario, LinesBetweenPointsStepsForFlagsAndAllOverAgain) {
 TEST(Scenario, ErrorsNameTheFileAndTheLine) {
   const std::pair<const char*, const char*> cases[] = {
       {"0 R 1\n0:60 R 2\n", "test:2: \"0:60\" is not a time"},
-      {"0 Q 1\n", "test:1: there is no field \"Q\""},
+      {"0 Q 1\n", "test:1: unknown field \"Q\""},
       {"\n\n0 R\n", "test:3: expected: time field value"},
       {"0 R auto\n", "test:1: R takes a whole number from 0 to 1023"},
       {"0 R 5 6\n", "test:1: expected"},

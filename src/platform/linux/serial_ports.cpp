@@ -5,6 +5,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
+#include <QSerialPortInfo>
+#include <QStringList>
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
@@ -42,6 +47,24 @@ std::string PermissionHelp(const std::string& device, const struct stat& status)
 }
 
 }  // namespace
+
+std::vector<SerialPortEntry> ListSerialPorts() {
+  QHash<QString, QString> lasting_names;
+  const QDir by_id("/dev/serial/by-id");
+  for (const QFileInfo& link : by_id.entryInfoList(QDir::System | QDir::Files | QDir::NoDotAndDotDot)) {
+    lasting_names.insert(link.canonicalFilePath(), link.absoluteFilePath());
+  }
+  std::vector<SerialPortEntry> ports;
+  for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {
+    const QString device = port.systemLocation();
+    const QString name = lasting_names.value(device, device);
+    QStringList about{port.manufacturer(), port.description()};
+    about.removeAll("");
+    if (name != device) about << QFileInfo(device).fileName();
+    ports.push_back({.name = name.toStdString(), .description = about.join(", ").toStdString()});
+  }
+  return ports;
+}
 
 std::string DevicePath(const std::string& port) {
   const auto first = port.find_first_not_of(' ');

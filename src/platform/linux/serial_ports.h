@@ -1,10 +1,16 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "base/run_time_error.h"
+#include "unit/serial_port_entry.h"
 
 namespace orvalis {
+
+/// The serial ports that the machine has now, with what is plugged in there. A device that has a name below
+/// /dev/serial/by-id is listed by it: it stays the same when other adapters come and go.
+[[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
 
 /// The device of a port name: "2" is the second classic port, /dev/ttyS1; a path is itself; anything else is a name
 /// under /dev. Throws RunTimeError kFileNotFound for a number that no port has.

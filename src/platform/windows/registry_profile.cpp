@@ -81,12 +81,9 @@ std::string TimeOf(const std::wstring& path) {
   SYSTEMTIME local{};
   FileTimeToSystemTime(&written, &universal);
   SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local);
-  std::string text = FormatIso8601(
-      {.year = local.wYear, .month = local.wMonth, .day = local.wDay, .hour = local.wHour, .minute = local.wMinute});
-  constexpr std::size_t kMinutes = 16;
-  text.resize(kMinutes);
-  text[10] = ' ';
-  return text;
+  return FormatTime(
+      {.year = local.wYear, .month = local.wMonth, .day = local.wDay, .hour = local.wHour, .minute = local.wMinute},
+      "YYYY-MM-DD hh:nn");
 }
 
 /// Keeps other programs from the store while it lives.
@@ -293,7 +290,7 @@ std::wstring RegistryProfile::NameAside() const {
   SYSTEMTIME now{};
   GetLocalTime(&now);
   const CivilTime date{.year = now.wYear, .month = now.wMonth, .day = now.wDay};
-  const std::wstring begin = key_ + L".damaged-" + Wide(FormatIso8601(date).substr(0, 10));
+  const std::wstring begin = key_ + L".damaged-" + Wide(FormatIsoDate(date));
   std::wstring name = begin;
   for (int i = 2; OpenKey(name, KEY_READ); ++i) name = begin + L"-" + std::to_wstring(i);
   return name;
