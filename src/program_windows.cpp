@@ -1,6 +1,5 @@
 #include "program_windows.h"
 
-#include <QApplication>
 #include <QCoreApplication>
 #include <QPixmap>
 #include <QPushButton>
@@ -115,7 +114,6 @@ void ProgramWindows::BuildGraphs() {
 }
 
 void ProgramWindows::ShowSettings() {
-  panel_->SetNightTheme(parts_.settings.NightTheme == 1);
   ApplyTheme();
   setup_->SyncSwitches();
   submit_->Load();
@@ -153,15 +151,12 @@ void ProgramWindows::OpenTraffic() {
 }
 
 void ProgramWindows::ApplyTheme() {
-  const Theme theme = CurrentTheme();
-  setup_->SetTheme(theme);
-  submit_->SetTheme(theme);
-  graphs_->SetTheme(theme);
-  if (show_) show_->SetTheme(theme);
-}
-
-Theme ProgramWindows::CurrentTheme() const {
-  return parts_.settings.NightTheme == 1 ? Theme::Night() : Theme::ForDesktop(QApplication::palette());
+  const bool night = parts_.settings.NightTheme == 1;
+  panel_->SetNightTheme(night);
+  setup_->SetNightTheme(night);
+  submit_->SetNightTheme(night);
+  graphs_->SetNightTheme(night);
+  if (show_) show_->SetNightTheme(night);
 }
 
 void ProgramWindows::TakePictureSoon() {

@@ -67,7 +67,7 @@ TEST_F(GraphTest, NightShowsNothingButRed) {
   Pass(1);
   for (const GraphKind* kind : {&TemperatureGraph(), &WindGraph()}) {
     frmGraph window(*kind, Parts());
-    window.SetTheme(Theme::Night());
+    window.SetNightTheme(true);
     window.show();
     window.SavePicture("/nonexistent/picture.png");
     EXPECT_TRUE(Outcome(window).startsWith("Cannot save "));

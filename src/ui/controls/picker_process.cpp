@@ -4,9 +4,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QEventLoop>
-#include <QMessageBox>
 #include <QProcess>
-#include <QPushButton>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <QWidget>
@@ -17,9 +15,8 @@
 #include <cstdlib>
 #include <memory>
 
-#include "ui/controls/panel_texts.h"
-#include "ui/controls/setup_night.h"
-#include "ui/controls/theme.h"
+#include "ui/controls/message_box.h"
+#include "ui/controls/night_style.h"
 
 namespace orvalis {
 namespace {
@@ -70,15 +67,12 @@ class Blocker : public QDialog {
 /// Says that the dialog is held up, while it is.
 class HeldUpMessage {
  public:
-  HeldUpMessage(QWidget* parent, PickerLook look, QEventLoop& loop)
-      : box_(look == PickerLook::kNight ? QMessageBox::NoIcon : QMessageBox::Warning, "Orvalis",
-             "The folder does not answer, as when it is on a network that is gone.", QMessageBox::NoButton, parent) {
-    QAbstractButton* give_up = box_.addButton("&Give up", QMessageBox::RejectRole);
+  HeldUpMessage(QWidget* parent, QEventLoop& loop)
+      : box_(QMessageBox::Warning, "Orvalis",
+             "The folder is not responding. It may be on a network that is unavailable.", QMessageBox::NoButton,
+             parent) {
+    box_.AddButton("&Give up", QMessageBox::RejectRole);
     box_.setModal(true);  // or it would take no input either
-    if (look == PickerLook::kNight && parent != nullptr) {
-      box_.setPalette(parent->palette());
-      give_up->setIcon({});
-    }
     QObject::connect(&box_, &QDialog::finished, &loop, &QEventLoop::quit);
     wait_.setSingleShot(true);
     wait_.callOnTimeout(&box_, [this] { box_.show(); });
@@ -90,7 +84,7 @@ class HeldUpMessage {
   }
 
  private:
-  QMessageBox box_;
+  MessageBox box_;
   QTimer wait_;
 };
 
@@ -123,7 +117,7 @@ bool PickersHaveProcess() { return !g_program.isEmpty(); }
 std::optional<std::string> PickInProcess(QWidget* parent, const PickerRequest& request) {
   const Blocker blocker(parent);
   QEventLoop loop;
-  HeldUpMessage message(parent, request.look, loop);
+  HeldUpMessage message(parent, loop);
   std::optional<std::string> chosen;
   auto process = std::make_unique<QProcess>();
   process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -174,7 +168,7 @@ void ServePicker(const std::vector<std::string>& arguments) {
                               .filter = argument(kFilter),
                               .start = argument(kStart)};
   QWidget wardrobe;  // never shown: the dialog wears what it does
-  if (request.look == PickerLook::kNight) DressWindow(wardrobe, Theme::Night());
+  if (request.look == PickerLook::kNight) DressWindow(wardrobe, true);
   const auto owner = static_cast<WId>(argument(kOwner).toULongLong());
   const PickerFrame frame{.owner = owner == 0 ? nullptr : QWindow::fromWinId(owner),
                           .answer = [](const std::optional<std::string>& chosen) {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/controls/setup_pickers.h"
+#include "ui/controls/file_pickers.h"
 
 namespace orvalis {
 

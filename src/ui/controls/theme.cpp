@@ -109,44 +109,6 @@ Tone Theme::Old(Shape shape) const {
 
 QColor Theme::hairline() const { return kind_ == Kind::kNight ? Red(60) : Mix(window(), text(), 0.14); }
 
-QString Theme::StyleSheet() const {
-  if (kind_ != Kind::kNight) return {};
-  return QStringLiteral(R"(
-QLabel { color: #ff0000; }
-QPushButton { background: black; color: #ff0000; border: 1px solid #8c0000; border-radius: 4px; padding: 4px 10px; }
-QPushButton:hover { border-color: #ff0000; }
-QPushButton:focus { border: 2px solid #ff0000; padding: 3px 9px; }
-QPushButton:pressed, QPushButton:checked { background: #ff0000; color: black; }
-QPushButton:disabled { color: #960000; }
-QToolButton { background: black; color: #ff0000; border: 1px solid black; border-radius: 4px; padding: 3px; }
-QToolButton:hover { border-color: #8c0000; }
-QToolButton:focus { border-color: #ff0000; }
-QLineEdit { background: black; color: #ff0000; border: 1px solid #8c0000; border-radius: 3px; padding: 2px;
-  selection-background-color: #ff0000; selection-color: black; }
-QLineEdit:focus, QPlainTextEdit:focus { border-color: #ff0000; }
-QPlainTextEdit { background: black; color: #ff0000; border: 1px solid #500000;
-  selection-background-color: #ff0000; selection-color: black; }
-QPlainTextEdit[frameShape="0"] { border: none; }
-QScrollArea { background: black; border: none; }
-QScrollBar { background: black; border: none; }
-QScrollBar:vertical { width: 12px; }
-QScrollBar:horizontal { height: 12px; }
-QScrollBar::handle { background: #780000; border-radius: 5px; margin: 1px; }
-QScrollBar::handle:vertical { min-height: 24px; }
-QScrollBar::handle:horizontal { min-width: 24px; }
-QScrollBar::handle:hover { background: #b40000; }
-QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
-QScrollBar::add-page, QScrollBar::sub-page { background: black; }
-QMenu { background: black; color: #ff0000; border: 1px solid #8c0000; }
-QMenu::item { padding: 4px 20px; }
-QMenu::item:selected { background: #ff0000; color: black; }
-QMenu::item:disabled { color: #960000; }
-QMenu::icon { image: none; }
-QMenu::separator { background: #500000; height: 1px; }
-QToolTip { background: black; color: #ff0000; border: 1px solid #8c0000; }
-)");
-}
-
 QColor Mix(const QColor& first, const QColor& second, double share) {
   const auto channel = [share](int from, int to) { return static_cast<int>(std::lround(from + share * (to - from))); };
   return {channel(first.red(), second.red()), channel(first.green(), second.green()),

@@ -2,7 +2,6 @@
 
 #include <QColor>
 #include <QPalette>
-#include <QString>
 
 #include "base/colour.h"
 
@@ -47,9 +46,6 @@ class Theme {
   [[nodiscard]] QColor hairline() const;
 
   [[nodiscard]] const QPalette& palette() const { return palette_; }
-  /// What the desktop's style must be told beyond the palette: nothing, but at night, when its highlights are not to
-  /// shine white.
-  [[nodiscard]] QString StyleSheet() const;
 
  private:
   Theme(Kind kind, QPalette palette) : kind_(kind), palette_(std::move(palette)) {}

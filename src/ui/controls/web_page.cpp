@@ -1,10 +1,9 @@
 #include "ui/controls/web_page.h"
 
-#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QMessageBox>
 
+#include "ui/controls/message_box.h"
 #include "ui/desktop.h"
 
 namespace orvalis {
@@ -12,10 +11,8 @@ namespace orvalis {
 void OpenWebPage(const QUrl& url, QWidget* parent) {
   if (desktop::Open(url)) return;
   // The title is a leftover of the focuser template too.
-  QMessageBox box(QMessageBox::NoIcon, "Focus Simulator",
-                  "It doesn't appear that you have a web browser installed on your system.", QMessageBox::Ok, parent);
-  if (parent != nullptr) box.setPalette(parent->palette());  // dark at night, which windows do not inherit
-  for (QAbstractButton* button : box.buttons()) button->setIcon({});
+  MessageBox box(QMessageBox::NoIcon, "Focus Simulator",
+                 "It doesn't appear that you have a web browser installed on your system.", QMessageBox::Ok, parent);
   box.exec();
 }
 

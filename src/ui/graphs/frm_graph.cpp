@@ -15,9 +15,9 @@
 
 #include "history/history_csv.h"
 #include "history/update_rate.h"
+#include "ui/controls/file_pickers.h"
+#include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
-#include "ui/controls/setup_night.h"
-#include "ui/controls/setup_pickers.h"
 #include "ui/controls/text_fit.h"
 #include "ui/graphs/graph_files.h"
 #include "ui/graphs/history_plot.h"
@@ -30,8 +30,6 @@ constexpr int kFirstRate = 10;
 constexpr double kZoomStep = 1.5;
 constexpr double kPanStep = 0.2;
 constexpr const char* kPictureFilter = "PNG Pictures (*.png)|*.png|PDF Documents (*.pdf)|*.pdf";
-constexpr const char* kNightExtra =
-    "QScrollBar { border: 1px solid #500000; } QScrollBar:focus { border-color: #ff0000; }";
 constexpr const char* kValuesFilter = "Comma-separated Values (*.csv)|*.csv";
 
 }  // namespace
@@ -131,23 +129,15 @@ void frmGraph::RunTimer() {
   update_timer_.start(*interval);
 }
 
-void frmGraph::SetTheme(const Theme& theme) {
-  night_ = theme.kind() == Theme::Kind::kNight;
+void frmGraph::SetNightTheme(bool on) {
+  night_ = on;
   ApplyTheme();
 }
 
 void frmGraph::ApplyTheme() {
   if (applying_theme_) return;
   applying_theme_ = true;
-  setStyleSheet({});  // first: a style sheet holds on to the palette that it found
-  if (night_) {
-    theme_ = Theme::Night();
-    setPalette(theme_.palette());
-    setStyleSheet(theme_.StyleSheet() + SetupNightStyleSheet() + kNightExtra);
-  } else {
-    setPalette({});
-    theme_ = Theme::ForDesktop(palette());
-  }
+  theme_ = DressWindow(*this, night_);
   message_->hide();
   plot_->SetTheme(theme_);
   applying_theme_ = false;
@@ -223,8 +213,7 @@ QString frmGraph::AskForFile(const QString& title, const char* filter, const cha
   const QString name = QString("orvalis-") +
                        (kind_.curves.front().quantity == Quantity::kWind ? "wind-" : "temperatures-") +
                        from.toString("yyyy-MM-dd-HHmm") + suffix;
-  const std::optional<std::string> path =
-      PickSaveFile(this, title, filter, folder_ + "/" + name, night_ ? PickerLook::kNight : PickerLook::kDesktop);
+  const std::optional<std::string> path = PickSaveFile(this, title, filter, folder_ + "/" + name);
   if (!path) return {};
   folder_ = QFileInfo(ToQString(*path)).absolutePath();
   return ToQString(*path);

@@ -32,7 +32,8 @@ class frmGraph : public QWidget {
   };
   frmGraph(const GraphKind& kind, Parts parts, QWidget* parent = nullptr);
 
-  void SetTheme(const Theme& theme);
+  /// Black and red, or the desktop's colours.
+  void SetNightTheme(bool on);
   /// The units may be others now.
   void FollowSettings();
   /// Another history is shown than before.

@@ -14,9 +14,9 @@ class GraphWindows {
   void OpenTemperatures() { Open(temperatures_, TemperatureGraph()); }
   void OpenWind() { Open(wind_, WindGraph()); }
 
-  void SetTheme(const Theme& theme) {
-    theme_ = theme;
-    ForEach([&](frmGraph& window) { window.SetTheme(theme); });
+  void SetNightTheme(bool on) {
+    night_ = on;
+    ForEach([&](frmGraph& window) { window.SetNightTheme(on); });
   }
   void FollowSettings() {
     ForEach([](frmGraph& window) { window.FollowSettings(); });
@@ -29,7 +29,7 @@ class GraphWindows {
   void Open(std::unique_ptr<frmGraph>& window, const GraphKind& kind) {
     if (!window) {
       window = std::make_unique<frmGraph>(kind, parts_);
-      if (theme_) window->SetTheme(*theme_);
+      window->SetNightTheme(night_);
     }
     if (!window->isVisible()) window->setWindowFlag(Qt::WindowStaysOnTopHint, parts_.on_top());
     window->showNormal();
@@ -44,7 +44,7 @@ class GraphWindows {
   }
 
   frmGraph::Parts parts_;
-  std::optional<Theme> theme_;
+  bool night_ = false;
   std::unique_ptr<frmGraph> temperatures_;
   std::unique_ptr<frmGraph> wind_;
 };

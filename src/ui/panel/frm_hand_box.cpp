@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/controls/night_proof.h"
+#include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/desktop.h"
 #include "ui/panel/connect_button.h"
@@ -110,20 +110,7 @@ void frmHandBox::SetNightTheme(bool on) {
 void frmHandBox::ApplyTheme() {
   if (applying_theme_) return;
   applying_theme_ = true;
-  if (night_) {
-    theme_ = Theme::Night();
-    setPalette(theme_.palette());
-    setStyleSheet(theme_.StyleSheet());
-  } else {
-    if (theme_.kind() == Theme::Kind::kNight) {
-      setStyleSheet({});  // first: a style sheet holds on to the palette that it found
-      setPalette({});
-    }
-    theme_ = Theme::ForDesktop(palette());
-  }
-  humidity_selector_->SetNight(night_);
-  events_->SetNight(night_);
-  status_->SetNight(night_);
+  theme_ = DressWindow(*this, night_);
   applying_theme_ = false;
   Refresh();
 }

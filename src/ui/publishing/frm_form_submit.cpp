@@ -1,6 +1,5 @@
 #include "ui/publishing/frm_form_submit.h"
 
-#include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFontDatabase>
@@ -8,7 +7,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -17,11 +15,12 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 
+#include "ui/controls/form_section.h"
+#include "ui/controls/message_box.h"
+#include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
-#include "ui/controls/setup_night.h"
-#include "ui/controls/setup_section.h"
+#include "ui/controls/quiet_combo_box.h"
 #include "ui/publishing/rows_editor.h"
 
 namespace orvalis {
@@ -39,12 +38,6 @@ constexpr std::size_t kPicture = 1;
 constexpr std::size_t kBuiltInSwitch = 2;
 
 constexpr std::chrono::milliseconds kRefreshDelay{250};
-
-/// A list that does not change under a pointer that scrolls past it.
-class CalmList : public QComboBox {
- protected:
-  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
-};
 
 /// A page that scrolls when it must, on the window's own ground.
 QScrollArea* MakeScroll(QWidget* page) {
@@ -125,7 +118,7 @@ QWidget* frmFormSubmit::BuildSettings() {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
 
-  SetupSection account("Station ID and Password", column);
+  FormSection account("Station ID and Password", column);
   const auto row = [&](const QString& label, std::size_t index, const QString& tip) {
     account.Control(label, MakeText(index), tip);
     remarks_[index] = account.Note({});
@@ -140,7 +133,7 @@ QWidget* frmFormSubmit::BuildSettings() {
   row("Webcam pass&word:", kWebcamPasswordText, "The same as the one above");
   for (const std::size_t index : {kPasswordText, kWebcamPasswordText}) texts_[index]->setEchoMode(QLineEdit::Password);
 
-  SetupSection readings("Readings", column);
+  FormSection readings("Readings", column);
   readings.Control("&URL:", MakeText(kUrlText), {});
   readings.Row({BuildInterval(kReadings, "Allow PWS Upload  Interval =")});
   send_ = new QPushButton("&Test Server");
@@ -149,7 +142,7 @@ QWidget* frmFormSubmit::BuildSettings() {
   readings.Row({send_});
   connect(send_, &QPushButton::clicked, this, [this] { publisher_.TestServer(); });
 
-  SetupSection picture("Picture of the panel", column);
+  FormSection picture("Picture of the panel", column);
   picture.Control("Webcam ser&ver:", MakeText(kServerText), "An FTP server, with its folder if there is one");
   picture.Row({BuildInterval(kPicture, "Allow Web   Upload Interval =")});
   switches_[kBuiltInSwitch] =
@@ -208,7 +201,7 @@ QWidget* frmFormSubmit::BuildInterval(std::size_t index, const QString& text) {
   });
   switches_[index] = box;
 
-  auto* list = new CalmList;
+  auto* list = new QuietComboBox;
   list->setObjectName(ToQString(kSubmitIntervals[index].control));
   list->setAccessibleName(text + " seconds");
   for (const UploadInterval& interval : kUploadIntervals) list->addItem(ToQString(interval.text), interval.item_value);
@@ -227,7 +220,7 @@ QWidget* frmFormSubmit::BuildInterval(std::size_t index, const QString& text) {
   return both;
 }
 
-NightProof<QPlainTextEdit>* frmFormSubmit::MakeBox(const char* name) {
+QPlainTextEdit* frmFormSubmit::MakeBox(const char* name) {
   auto* box = new NightProof<QPlainTextEdit>;
   box->setObjectName(name);
   box->setReadOnly(true);
@@ -275,8 +268,8 @@ QWidget* frmFormSubmit::BuildExchange() {
 QWidget* frmFormSubmit::BuildComposer() {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
-  SetupSection request("Request", column);
-  method_ = new CalmList;
+  FormSection request("Request", column);
+  method_ = new QuietComboBox;
   method_->setObjectName("cboRequestMethod");
   for (const std::string_view method : kRequestMethods) method_->addItem(ToQString(method));
   request.Control("&Method:", method_, "GET has the values behind the path, the others have them as the body");
@@ -387,29 +380,15 @@ void frmFormSubmit::Refresh() {
 
 void frmFormSubmit::ShowMessage(std::string_view text, std::string_view title) {
   if (!message_) {
-    message_ = new QMessageBox(night_ ? QMessageBox::NoIcon : QMessageBox::Warning, {}, {}, QMessageBox::Ok, this);
+    message_ = new MessageBox(QMessageBox::Warning, {}, {}, QMessageBox::Ok, this);
     message_->setAttribute(Qt::WA_DeleteOnClose);
-    message_->setTextFormat(Qt::PlainText);
-    // Wide enough for its title.
-    message_->setStyleSheet((night_ ? styleSheet() : QString()) + "#qt_msgbox_label { min-width: 240px; }");
-    if (night_) {
-      message_->setPalette(palette());
-      for (QAbstractButton* button : message_->buttons()) button->setIcon({});
-    }
+    message_->setStyleSheet("#qt_msgbox_label { min-width: 240px; }");  // wide enough for its title
     message_->open();
   }
   message_->setWindowTitle(ToQString(title));
   message_->setText(ToQString(text));
 }
 
-void frmFormSubmit::SetTheme(const Theme& theme) {
-  night_ = theme.kind() == Theme::Kind::kNight;
-  DressWindow(*this, theme);
-  for (auto* text : texts_) text->SetNight(night_);
-  for (auto* box : {request_, response_, errors_}) box->SetNight(night_);
-  picture_->SetNight(night_);
-  variables_->SetNight(night_);
-  headers_->SetNight(night_);
-}
+void frmFormSubmit::SetNightTheme(bool on) { DressWindow(*this, on); }
 
 }  // namespace orvalis

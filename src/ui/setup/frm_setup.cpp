@@ -5,7 +5,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
@@ -16,11 +15,11 @@
 #include <utility>
 
 #include "app/setup_advice.h"
+#include "ui/controls/form_section.h"
 #include "ui/controls/logo_button.h"
-#include "ui/controls/night_proof.h"
+#include "ui/controls/message_box.h"
+#include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
-#include "ui/controls/setup_night.h"
-#include "ui/controls/setup_section.h"
 
 namespace orvalis {
 
@@ -86,7 +85,7 @@ Control* frmSetup::Find(std::string_view name) const {
 void frmSetup::CollectControls() {
   for (const SetupField& field : SetupFields()) {
     fields_.push_back(Find<QLineEdit>(field.name));
-    advice_.push_back(Find<QLabel>(std::string(field.name) + SetupSection::kAdviceEnd));
+    advice_.push_back(Find<QLabel>(std::string(field.name) + FormSection::kAdviceEnd));
   }
   for (const SetupFlag& flag : SetupFlags()) {
     flags_.push_back(flag.name == "AdvancedMode" ? nullptr : Find<QAbstractButton>(flag.name));
@@ -230,15 +229,8 @@ void frmSetup::ShowMessage(std::string_view text) {
       bad_field_ = i;
     }
   }
-  QMessageBox box(night_ ? QMessageBox::NoIcon : QMessageBox::Warning, "Orvalis", ToQString(text), QMessageBox::Ok,
-                  isVisible() ? this : parentWidget());
-  box.setTextFormat(Qt::PlainText);
-  if (night_) {
-    box.setPalette(palette());
-    box.setStyleSheet(styleSheet());
-    for (QAbstractButton* button : box.buttons()) button->setIcon({});
-  }
-  box.exec();
+  MessageBox(QMessageBox::Warning, "Orvalis", ToQString(text), QMessageBox::Ok, isVisible() ? this : parentWidget())
+      .exec();
 }
 
 void frmSetup::BringToFront() {
@@ -249,13 +241,6 @@ void frmSetup::BringToFront() {
   front->activateWindow();
 }
 
-void frmSetup::SetTheme(const Theme& theme) {
-  night_ = theme.kind() == Theme::Kind::kNight;
-  DressWindow(*this, theme);
-  for (QLineEdit* edit : findChildren<QLineEdit*>()) {
-    if (auto* proof = dynamic_cast<NightProof<QLineEdit>*>(edit)) proof->SetNight(night_);
-  }
-  port_->SetNight(night_);
-}
+void frmSetup::SetNightTheme(bool on) { DressWindow(*this, on); }
 
 }  // namespace orvalis

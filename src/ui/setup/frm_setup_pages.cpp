@@ -10,7 +10,7 @@
 #include <QScrollArea>
 #include <QTabWidget>
 
-#include "ui/controls/setup_section.h"
+#include "ui/controls/form_section.h"
 #include "ui/setup/frm_setup.h"
 
 namespace orvalis {
@@ -59,7 +59,7 @@ void Finish(const Page& page) {
 QWidget* frmSetup::BuildConnectionPage() {
   const Page page = MakePage("Frame1", "Connection and panel", Columns::kOne);
 
-  SetupSection unit("Sensor unit", page.left);
+  FormSection unit("Sensor unit", page.left);
   port_ = new PortBox([this] { return ListPorts(); });
   port_->setObjectName("gPort");
   unit.Control("Serial &port:", port_, "A port of the list, or any other: a device path or a port number");
@@ -67,11 +67,11 @@ QWidget* frmSetup::BuildConnectionPage() {
   auto_connect_ = unit.Check("AutoConnect", "Connect at &start and reconnect by itself", "Takes effect at once");
   demo_mode_ = unit.Check("DemoMode", "&Demo mode: made-up values instead of the unit's", "Takes effect at once");
 
-  SetupSection panel("Panel", page.left);
+  FormSection panel("Panel", page.left);
   panel.Check("chkAlwaysTop", "&Keep the panel above other windows", {});
   panel.Check("chkCentigrade", "Temperatures in degrees C&elsius", "Otherwise in degrees Fahrenheit");
 
-  SetupSection logs("Logs", page.left);
+  FormSection logs("Logs", page.left);
   full_log_ = logs.Check("chk_FullLog", "&Full log: a line for each reading", "Takes effect at once");
   full_log_path_ = new PathButton(PathButton::Shows::kPath);
   full_log_path_->setObjectName("FullLogPath");
@@ -87,7 +87,7 @@ QWidget* frmSetup::BuildConnectionPage() {
 QWidget* frmSetup::BuildThresholdsPage() {
   const Page page = MakePage("Frame2", "Thresholds", Columns::kTwo);
 
-  SetupSection wind("Wind", page.left);
+  FormSection wind("Wind", page.left);
   wind.Field("WindSpeedWarn", "\"&Breeze\" above:", "mph", "The panel's word turns yellow above this speed");
   wind.Field("WindSpeedCloseD", "\"&Windy\" above:", "mph",
              "The panel's word turns red above this speed; only the unit's own wind alarm makes it unsafe");
@@ -96,14 +96,14 @@ QWidget* frmSetup::BuildThresholdsPage() {
   wind.Field("WindTimerL", "Alarm t&ime:", "s", "Kept by the unit: how long its wind alarm lasts, 1 to 999");
   wind.Check("AllowWind", "The unit alarms at win&d", {});
 
-  SetupSection light("Light", page.left);
+  FormSection light("Light", page.left);
   light.Field("LightThreshold", "\"Dar&k\" above:", "counts", "A high count is dark; 1 to 999");
   light.Check("AllowLight", "The unit alarms at li&ght", {});
 
-  SetupSection averaging("Averaging", page.left);
+  FormSection averaging("Averaging", page.left);
   averaging.Field("TempAvgCnt", "Tem&peratures over:", "frames", "1 to 300");
 
-  SetupSection clouds("Clouds", page.right);
+  FormSection clouds("Clouds", page.right);
   clouds.Field("FullCloudyDegCL", "\"Clo&udy\" up to:", "°C",
                "Ambient less sky temperature; 1 to 40. What lies between is \"partly cloudy\"");
   clouds.Field("PartCloudyDegCL", "\"Clea&r\" from:", "°C", "Ambient less sky temperature; 1 to 40");
@@ -112,12 +112,12 @@ QWidget* frmSetup::BuildThresholdsPage() {
   clouds.Field("TPTempHysteresis", "&Hysteresis:", "°C", "Kept by the unit: 0.1 to 9.9");
   clouds.Check("AllowClouds", "The unit alarms at cloud&s", {});
 
-  SetupSection rain("Rain", page.right);
+  FormSection rain("Rain", page.right);
   rain.Field("RainThreshold", "\"W&et\" above:", "counts", "The word is \"Rain\" above 20 counts more; 1 to 999");
   rain.Field("RainOnTimeL", "&On for:", "s", "Kept by the unit: how long its rain alarm lasts, 1 to 999");
   rain.Check("AllowRain", "The unit alarms at rai&n", {});
 
-  SetupSection outputs("Heater and relay", page.right);
+  FormSection outputs("Heater and relay", page.right);
   outputs.Checks({{"AllowHeater", "Allow heater"}, {"ForceHeater", "Force heater"}});
   outputs.Checks({{"AllowRelay", "Allow relay"}, {"ForceRelay", "Force relay"}});
   Finish(page);
@@ -126,11 +126,11 @@ QWidget* frmSetup::BuildThresholdsPage() {
 
 QWidget* frmSetup::BuildAlertsPage() {
   const Page page = MakePage("Frame3", "Alerts", Columns::kOne);
-  SetupSection all("All alerts", page.left);
+  FormSection all("All alerts", page.left);
   all.Check("chkEnableSounds", "&Give alerts", "The master switch, of the sounds and of the programs");
   all.Checks({{"chkRepeatSounds", "&Repeat sounds"}, {"chkRepeatApp", "Repeat &programs"}});
 
-  SetupSection each("For each condition", page.left);
+  FormSection each("For each condition", page.left);
   struct Row {
     const char* title;
     const char* sound_box;
@@ -153,7 +153,7 @@ QWidget* frmSetup::BuildAlertsPage() {
 QWidget* frmSetup::BuildLeftoversPage() {
   const Page page = MakePage("Frame4", "Leftovers of the focuser template", Columns::kTwo);
 
-  SetupSection moves("Position and steps", page.left);
+  FormSection moves("Position and steps", page.left);
   moves.Note(
       "The program grew from a focuser's. What is left of it\nis kept here. The readings do not depend on it, but "
       "some\nmembers that other programs ask for do: see the tool tips.");
@@ -182,7 +182,7 @@ QWidget* frmSetup::BuildLeftoversPage() {
   reset->setToolTip("A weather sensor has no position to reset");
   moves.Row({reset});
 
-  SetupSection temperature("Temperature compensation", page.right);
+  FormSection temperature("Temperature compensation", page.right);
   temperature.Check("chkCanTempComp", "Can compensate", "Other programs may read Temperature only while this is on");
   temperature.Field("TempMax", "Delta T:", "°", "Above 0");
   temperature.Field("TempSteps", "Steps for delta T:", "steps", "Above 0");
@@ -193,15 +193,15 @@ QWidget* frmSetup::BuildLeftoversPage() {
   temperature_label_->setObjectName("TempLabel");
   temperature.Field("TPTempOffset", "Offset:", "°", {});
 
-  SetupSection coefficients("Coefficients", page.right);
-  coefficients.Field("Thermistor_A", "Thermistor A:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("Thermistor_B", "Thermistor B:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("Thermistor_C", "Thermistor C:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("ThermistorR_A", "Second A:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("ThermistorR_B", "Second B:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("ThermistorR_C", "Second C:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("Joystick_slopeR", "Joystick slope:", {}, {}, SetupSection::Width::kCoefficient);
-  coefficients.Field("Joystick_interceptR", "Joystick intercept:", {}, {}, SetupSection::Width::kCoefficient);
+  FormSection coefficients("Coefficients", page.right);
+  coefficients.Field("Thermistor_A", "Thermistor A:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("Thermistor_B", "Thermistor B:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("Thermistor_C", "Thermistor C:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("ThermistorR_A", "Second A:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("ThermistorR_B", "Second B:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("ThermistorR_C", "Second C:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("Joystick_slopeR", "Joystick slope:", {}, {}, FormSection::Width::kCoefficient);
+  coefficients.Field("Joystick_interceptR", "Joystick intercept:", {}, {}, FormSection::Width::kCoefficient);
   Finish(page);
   return page.scroll;
 }

@@ -9,7 +9,8 @@
 #include <chrono>
 #include <cmath>
 
-#include "ui/controls/setup_night.h"
+#include "ui/controls/night_proof.h"
+#include "ui/controls/night_style.h"
 
 namespace orvalis {
 namespace {
@@ -119,12 +120,10 @@ void frmShow::ShowText() {
   text_->moveCursor(QTextCursor::End);
 }
 
-void frmShow::SetTheme(const Theme& theme) {
-  const bool night = theme.kind() == Theme::Kind::kNight;
-  DressWindow(*this, theme);
-  text_->SetNight(night);
+void frmShow::SetNightTheme(bool on) {
+  DressWindow(*this, on);
   QFont font = text_->font();
-  font.setBold(night);  // thin letters in red on black are hard to read
+  font.setBold(on);  // thin letters in red on black are hard to read
   text_->setFont(font);
   Arrange();
 }
