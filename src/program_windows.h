@@ -31,7 +31,7 @@ class ProgramWindows : public Front {
   void RunSetup(Weather::Done closed) override { requests_->RunFor(std::move(closed)); }
   void Started() override;
   void BringToFront() override;
-  [[nodiscard]] bool LeavesThread() const override { return SavingGoesOn(); }
+  [[nodiscard]] bool LeavesThread() const override { return IsSaving(); }
 
  private:
   /// A click's work, which is done then.

@@ -120,7 +120,7 @@ bool WebcamUpload::SaveScreen1(std::string_view file) {
     return true;
   }
   if (!parts_.other_programs) {
-    report_.Refused("the programs that would do it are made for Windows; tick \"Send it by the program itself\"");
+    report_.Refused("the programs that would do it are made for Windows; tick \"Use built-in FTP\"");
     return true;
   }
   Try([&] { parts_.commands.Start(ConverterCommand(parts_.folder, file)); });

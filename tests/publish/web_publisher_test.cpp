@@ -69,7 +69,7 @@ TEST(WebcamUpload, SaysWhyNothingIsSentWhereTheProgramsCannotRun) {
     EXPECT_EQ(outside.calls, (Strings{"capture", "bitmap /opt/orvalis/screenshot.bmp"}));
     outside.calls.clear();
     EXPECT_EQ(events.events().size(), 1u) << "said once on schedule";
-    EXPECT_NE(boxes.Errors().find("tick \"Send it by the program itself\""), std::string::npos);
+    EXPECT_NE(boxes.Errors().find("tick \"Use built-in FTP\""), std::string::npos);
   }
 }
 

@@ -71,7 +71,7 @@ class DesktopStyle : public QProxyStyle {
 void Prepare() { QApplication::setStyle(new DesktopStyle); }
 
 // The shell looks into folders on threads of its own.
-bool PickersHoldUp() { return false; }
+bool FileDialogsBlock() { return false; }
 
 void KeepOnTop(QWidget& window, bool on) {
   SetWindowPos(HandleOf(window), on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);

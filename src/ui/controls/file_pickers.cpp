@@ -167,7 +167,7 @@ std::optional<std::string> ShowSave(QWidget* parent, const PickerRequest& reques
 
 std::optional<std::string> Pick(QWidget* parent, PickerRequest request) {
   request.look = IsNight(parent) ? PickerLook::kNight : PickerLook::kDesktop;
-  return PickersHaveProcess() ? PickInProcess(parent, request) : ShowPicker(parent, request);
+  return UsesPickerProcess() ? PickInProcess(parent, request) : ShowPicker(parent, request);
 }
 
 }  // namespace

@@ -23,13 +23,13 @@ void PathButton::SetPath(const std::string& path) {
 }
 
 QSize PathButton::sizeHint() const {
-  constexpr int kUsualCharacters = 20;
-  return {fontMetrics().averageCharWidth() * kUsualCharacters, QPushButton::sizeHint().height()};
+  constexpr int kDefaultCharacters = 20;
+  return {fontMetrics().averageCharWidth() * kDefaultCharacters, QPushButton::sizeHint().height()};
 }
 
 QSize PathButton::minimumSizeHint() const {
-  constexpr int kFewestCharacters = 12;
-  return {fontMetrics().averageCharWidth() * kFewestCharacters, QPushButton::minimumSizeHint().height()};
+  constexpr int kMinCharacters = 12;
+  return {fontMetrics().averageCharWidth() * kMinCharacters, QPushButton::minimumSizeHint().height()};
 }
 
 void PathButton::paintEvent(QPaintEvent* /*event*/) {

@@ -12,7 +12,7 @@ constexpr double kReadableContrast = 4.5;
 // At night the red channel is all there is. Red on black reaches a ratio of 5.25 at most, so that text has hardly
 // anything to be dimmed by: outlines and inversion tell the states apart.
 constexpr int kNightInk = 255;
-constexpr int kNightOldInk = 238;
+constexpr int kNightStaleInk = 238;
 
 QColor Red(int strength) { return QColor(strength, 0, 0); }
 
@@ -49,7 +49,7 @@ QPalette NightPalette() {
                             QPalette::ToolTipText, QPalette::Link, QPalette::LinkVisited, QPalette::Highlight}) {
       palette.setColor(group, role, ink);
     }
-    palette.setColor(group, QPalette::PlaceholderText, Red(kNightOldInk));
+    palette.setColor(group, QPalette::PlaceholderText, Red(kNightStaleInk));
     palette.setColor(group, QPalette::Light, Red(90));
     palette.setColor(group, QPalette::Midlight, Red(70));
     palette.setColor(group, QPalette::Mid, Red(60));
@@ -99,11 +99,11 @@ Tone Theme::Plain(Colour colour) const {
   return Quiet(colour);
 }
 
-Tone Theme::Old(Shape shape) const {
+Tone Theme::Stale(Shape shape) const {
   Tone tone = shape == Shape::kCard ? Strong(Colour::kWhite) : Plain(Colour::kWhite);
   const QColor ground = tone.fill.isValid() ? tone.fill : window();
-  tone.ink = kind_ == Kind::kNight ? Red(kNightOldInk) : Readable(Mix(text(), ground, 0.4), ground);
-  tone.old = true;
+  tone.ink = kind_ == Kind::kNight ? Red(kNightStaleInk) : Readable(Mix(text(), ground, 0.4), ground);
+  tone.stale = true;
   return tone;
 }
 

@@ -14,7 +14,7 @@ struct Tone {
   QColor ink;
   QColor outline;  ///< not valid: none
   double outline_width = 1.0;
-  bool old = false;  ///< the value is not of now: slanted and not bold, whatever its colour
+  bool stale = false;  ///< the value is not of now: slanted and not bold, whatever its colour
 
   bool operator==(const Tone&) const = default;
 };
@@ -39,7 +39,7 @@ class Theme {
   [[nodiscard]] Tone Plain(Colour colour) const;
   /// Grey, for values that are not of now. `card` is for those with a shape of their own.
   enum class Shape { kCard, kText };
-  [[nodiscard]] Tone Old(Shape shape) const;
+  [[nodiscard]] Tone Stale(Shape shape) const;
 
   [[nodiscard]] QColor window() const { return palette_.color(QPalette::Window); }
   [[nodiscard]] QColor text() const { return palette_.color(QPalette::WindowText); }

@@ -25,8 +25,8 @@
 namespace orvalis {
 namespace {
 
-constexpr QSizeF kFirstSize(68, 38);  ///< in units of the letters' size
-constexpr int kFirstRate = 10;
+constexpr QSizeF kInitialSize(68, 38);  ///< in units of the letters' size
+constexpr int kInitialRate = 10;
 constexpr double kZoomStep = 1.5;
 constexpr double kPanStep = 0.2;
 constexpr const char* kPictureFilter = "PNG Pictures (*.png)|*.png|PDF Documents (*.pdf)|*.pdf";
@@ -41,7 +41,7 @@ frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
   plot_ = new HistoryPlot(kind_,
                           {.history = [this]() -> const History& { return parts_.recorder.Shown(); },
                            .now = [this] { return parts_.recorder.Now(); },
-                           .made_up = [this] { return parts_.recorder.demo_shown(); }},
+                           .is_demo = [this] { return parts_.recorder.demo_shown(); }},
                           parts_.zone, this);
   message_ = new QLabel;
   message_->setObjectName("lblMessage");
@@ -54,10 +54,10 @@ frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
   column->addWidget(plot_, 1);
   column->addWidget(message_);
   column->addWidget(BuildControls());
-  connect(&update_timer_, &QTimer::timeout, plot_, &HistoryPlot::TakeNew);
+  connect(&update_timer_, &QTimer::timeout, plot_, &HistoryPlot::Update);
   connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
-  SetUpdateRate(kFirstRate);
-  QSize size = (kFirstSize * PixelSize(font())).toSize();
+  SetUpdateRate(kInitialRate);
+  QSize size = (kInitialSize * PixelSize(font())).toSize();
   if (const QScreen* on = screen()) size = size.boundedTo(on->availableSize() * 0.9);
   resize(size);
   ApplyTheme();
@@ -81,11 +81,11 @@ QWidget* frmGraph::BuildControls() {
   rate_->setObjectName("hsbUpdate");
   rate_->setRange(0, UpdateRate::kLastPosition);
   rate_->setPageStep(10);
-  rate_->setValue(kFirstRate);
+  rate_->setValue(kInitialRate);
   rate_->setInvertedControls(false);  // or the arrow to the right would go to the left
   rate_->setFocusPolicy(Qt::StrongFocus);
   rate_->setAccessibleName("Update rate");
-  rate_->setToolTip("How often the graph takes in new values");
+  rate_->setToolTip("How often the graph is updated");
   rate_->setMinimumWidth(60);
   rate_->setMaximumWidth(480);
   connect(rate_, &QScrollBar::valueChanged, this, &frmGraph::SetUpdateRate);
@@ -99,14 +99,14 @@ QWidget* frmGraph::BuildControls() {
     connect(button, &QPushButton::clicked, this, action);
     row->addWidget(button);
   };
-  add("cmdAll", "Show &all", "Everything that is remembered; a double click into the graph does the same",
+  add("cmdAll", "Show &all", "Show the whole history; a double click on the graph does the same",
       [this] { plot_->ShowAll(); });
-  add("cmdPicture", "Save &picture…", "What is seen, as PNG or PDF", [this] {
-    const QString path = AskForFile("Save the picture", kPictureFilter, ".png");
+  add("cmdPicture", "Save &picture…", "Save this view as PNG or PDF", [this] {
+    const QString path = AskForFile("Save Picture", kPictureFilter, ".png");
     if (!path.isEmpty()) SavePicture(path);
   });
-  add("cmdValues", "Save &values…", "The values of the time that is seen, as CSV", [this] {
-    const QString path = AskForFile("Save the values", kValuesFilter, ".csv");
+  add("cmdValues", "Save &values…", "Save the values of this view as CSV", [this] {
+    const QString path = AskForFile("Save Values", kValuesFilter, ".csv");
     if (!path.isEmpty()) SaveValues(path);
   });
   return controls;
@@ -143,19 +143,19 @@ void frmGraph::ApplyTheme() {
   applying_theme_ = false;
 }
 
-void frmGraph::FollowSettings() {
+void frmGraph::UpdateUnits() {
   if (isVisible()) plot_->SetCentigrade(parts_.centigrade());
 }
 
-void frmGraph::ShowAnew() {
-  if (isVisible()) plot_->ShowUsual();
+void frmGraph::ShowDefaultRange() {
+  if (isVisible()) plot_->ShowDefaultRange();
 }
 
 void frmGraph::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (event->spontaneous()) return;
   plot_->SetCentigrade(parts_.centigrade());
-  plot_->ShowUsual();
+  plot_->ShowDefaultRange();
   RunTimer();
 }
 

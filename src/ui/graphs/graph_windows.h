@@ -18,11 +18,11 @@ class GraphWindows {
     night_ = on;
     ForEach([&](frmGraph& window) { window.SetNightTheme(on); });
   }
-  void FollowSettings() {
-    ForEach([](frmGraph& window) { window.FollowSettings(); });
+  void UpdateUnits() {
+    ForEach([](frmGraph& window) { window.UpdateUnits(); });
   }
-  void ShowAnew() {
-    ForEach([](frmGraph& window) { window.ShowAnew(); });
+  void ShowDefaultRange() {
+    ForEach([](frmGraph& window) { window.ShowDefaultRange(); });
   }
 
  private:

@@ -25,7 +25,7 @@ class LogoButton;
 class StandingNotices;
 class StatusText;
 
-/// The main panel: the verdict and the sky word for a glance from afar, every value with its unit for the desk. It
+/// The main panel: the verdict and the sky word for a check from afar, every value with its unit for the desk. It
 /// shows a PanelModel, passes clicks on as signals, and decides nothing.
 class frmHandBox : public QWidget {
   Q_OBJECT

@@ -64,16 +64,16 @@ class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
   QWidget* BuildErrors();
   QLineEdit* MakeText(std::size_t index);
   /// The user typed into a box: stores it, shows it in the box of the same setting, and what is to be said of it.
-  void TakeText(std::size_t index, const QString& text);
+  void StoreText(std::size_t index, const QString& text);
   void ShowRemarks();
   /// A check box with its list of intervals behind it.
   QWidget* BuildInterval(std::size_t index, const QString& text);
   QPlainTextEdit* MakeBox(const char* name);
 
-  void TakeComposition();
+  void ReadComposition();
   void EnableButtons();
   /// Shows the boxes soon: a server may send faster than anybody reads.
-  void RefreshSoon();
+  void ScheduleRefresh();
   void Refresh();
 
   WebPublisher& publisher_;

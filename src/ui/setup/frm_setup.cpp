@@ -43,8 +43,8 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
   SyncSwitches();
   UpdateControls();
   port_->setFocus();
-  constexpr QSize kUsualSize(760, 560);
-  resize(kUsualSize);
+  constexpr QSize kDefaultSize(760, 560);
+  resize(kDefaultSize);
 }
 
 QBoxLayout* frmSetup::BuildFooter() {
@@ -114,10 +114,10 @@ bool frmSetup::Exec(SetupForm& form) {
   ShowForm(form);
   SyncSwitches();
   if (position_) move(*position_);
-  ReturnToBadInput();
+  FocusBadField();
   const bool confirmed = exec() == QDialog::Accepted;
   position_ = pos();
-  TakeForm(form);
+  ReadForm(form);
   return confirmed;
 }
 
@@ -148,12 +148,11 @@ void frmSetup::ShowUnit(const UnitOptions& unit, bool known) {
   for (std::size_t i = 0; i < unit_options_.size(); ++i) {
     unit_options_[i]->setChecked(known && unit.*SetupUnitOptions()[i].member);
     unit_options_[i]->setEnabled(known);
-    unit_options_[i]->setToolTip(known ? QString()
-                                       : "The unit's own switch: known, and to be changed, while it is connected");
+    unit_options_[i]->setToolTip(known ? QString() : "A setting of the unit; available while it is connected");
   }
 }
 
-void frmSetup::TakeForm(SetupForm& form) const {
+void frmSetup::ReadForm(SetupForm& form) const {
   for (std::size_t i = 0; i < fields_.size(); ++i) form.texts[i] = fields_[i]->text().toStdString();
   for (std::size_t i = 0; i < flags_.size(); ++i) {
     form.flags[i] = flags_[i] == nullptr ? advanced_ : flags_[i]->isChecked();
@@ -187,7 +186,7 @@ void frmSetup::UpdateControls() {
 
 void frmSetup::ShowPortNote() {
   const QString description = port_->Description();
-  port_note_->setText(description.isEmpty() ? QString("Nothing is known to be plugged in there") : description);
+  port_note_->setText(description.isEmpty() ? QString("No known device on this port") : description);
 }
 
 void frmSetup::ShowAdvice() {
@@ -203,7 +202,7 @@ void frmSetup::ShowAdvice() {
   }
 }
 
-void frmSetup::ReturnToBadInput() {
+void frmSetup::FocusBadField() {
   if (!bad_field_) return;
   QLineEdit* field = fields_[*bad_field_];
   for (int page = 0; page < pages_->count(); ++page) {

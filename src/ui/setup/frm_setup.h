@@ -69,7 +69,7 @@ class frmSetup : public QDialog, public SetupDialog {
   void ConnectLog(QCheckBox* box, PathButton* folder, const SetLog& set);
 
   void ShowForm(const SetupForm& form);
-  void TakeForm(SetupForm& form) const;
+  void ReadForm(SetupForm& form) const;
   void SetAdvanced(bool on);
   /// Which boxes may be edited, and in which unit temperatures are. What a disabled box holds is read all the same.
   void UpdateControls();
@@ -77,7 +77,7 @@ class frmSetup : public QDialog, public SetupDialog {
   /// What OK would make of the boxes, beside each.
   void ShowAdvice();
   /// Puts the focus where the bad input is, if that is what brings the user back.
-  void ReturnToBadInput();
+  void FocusBadField();
 
   /// The user switched the alert's file on, or asks for another one.
   void AskForAlertFile(std::size_t file, bool switched_on);

@@ -18,8 +18,8 @@ namespace {
 constexpr int kTwipsPerInch = 1440;
 constexpr int kWidthTwips = 5415;
 /// What the text box keeps of its height when the window is made small.
-constexpr int kLeastTextTwips = 400;
-constexpr int kUsualHeightTwips = 6000;
+constexpr int kMinTextTwips = 400;
+constexpr int kDefaultHeightTwips = 6000;
 constexpr int kMargin = 8;  // pixels
 constexpr std::chrono::milliseconds kRefresh{100};
 
@@ -43,7 +43,7 @@ frmShow::frmShow(QWidget* parent) : QWidget(parent, Qt::Tool) {
   text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   text_->setTabChangesFocus(true);
   text_->setUndoRedoEnabled(false);
-  text_->setPlaceholderText("No client has called yet.");
+  text_->setPlaceholderText("No calls yet.");
   QFont fixed("Courier");
   fixed.setStyleHint(QFont::TypeWriter);
   text_->setFont(fixed);
@@ -55,7 +55,7 @@ frmShow::frmShow(QWidget* parent) : QWidget(parent, Qt::Tool) {
     if (!refresh_.isActive()) refresh_.start();
   });
   Arrange();
-  resize(width(), Pixels(*this, kUsualHeightTwips));
+  resize(width(), Pixels(*this, kDefaultHeightTwips));
 }
 
 QWidget* frmShow::BuildControls() {
@@ -102,7 +102,7 @@ QWidget* frmShow::BuildControls() {
 void frmShow::Arrange() {
   setFixedWidth(std::max(Pixels(*this, kWidthTwips), controls_->sizeHint().width()));
   controls_->setGeometry(0, 0, width(), controls_->sizeHint().height());
-  setMinimumHeight(controls_->height() + Pixels(*this, kLeastTextTwips) + kMargin);
+  setMinimumHeight(controls_->height() + Pixels(*this, kMinTextTwips) + kMargin);
   SetTextOffset(Twips(*this, controls_->height() + kMargin));
 }
 
