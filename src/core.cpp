@@ -39,7 +39,7 @@ std::optional<QString> ChosenProfileFolder(const CommandLine& line) {
 
 std::string ProgramFolder() {
   const QString beside = QCoreApplication::applicationDirPath();
-  const QString folder = safe_file::MayWrite(beside)
+  const QString folder = safe_file::CanWrite(beside)
                              ? beside
                              : QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/orvalis";
   return QDir::toNativeSeparators(folder).toStdString();
@@ -145,7 +145,7 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                          [this](Weather::Done closed) {
                            if (front_ == nullptr) {
                              throw RunTimeError(RunTimeError::kDeviceUnavailable,
-                                                "There is no setup dialog: Orvalis runs without windows");
+                                                "No setup dialog: Orvalis is running without windows");
                            }
                            front_->RunSetup(std::move(closed));
                          },
@@ -194,7 +194,7 @@ int Core::Run(Front* front) {
   publisher_.Load();
   if (front_ != nullptr) front_->ShowSettings();
   ServeClients();
-  if (poll_.InDemoMode()) panel_.status = "Demo mode: the values are made up";
+  if (poll_.InDemoMode()) panel_.status = "Demo mode: simulated values";
   Refresh();
   history_.LoadSoon();
   if (front_ != nullptr) front_->Started();
@@ -264,10 +264,10 @@ void Core::PrintReadings() {
         .time = clock_.LocalNow(), .weather = weather_, .frame = frame, .connected = link_.Connected()};
     output_.Write(line_.json ? ReadingJson(reading) : ReadingText(reading));
   });
-  const bool say_twice = !native::StandardErrorIsStandardOutput();
-  events_.Listen([this, say_twice](const Event& event) {
+  const bool on_both = !native::OutputsAreSame();
+  events_.Listen([this, on_both](const Event& event) {
     output_.Write(line_.json ? EventJson(event) : EventText(event));
-    if (say_twice) error_output_.Write("orvalis: " + event.text);
+    if (on_both) error_output_.Write("orvalis: " + event.text);
   });
 }
 
@@ -276,11 +276,11 @@ void Core::ServeClients() {
   if (!line_.automation) return;
   if (!offered) {
     throw RunTimeError(RunTimeError::kDeviceUnavailable,
-                       "it was started for a client and cannot be reached by one; start it without --automation");
+                       "started for a client but cannot serve any; start it without --automation");
   }
   loop_.CallAfter(client_patience_, [this] {
     if (server_->had_clients()) return;
-    events_.Record("it was started for a client, and none came");
+    events_.Record("started for a client, but no client connected");
     QCoreApplication::exit(0);
   });
 }

@@ -72,11 +72,11 @@ int RunProfile(const CommandLine& line) {
 /// from a terminal, because nobody would see it otherwise. A client waits for the end of a program that was started for
 /// it, and nobody may be there to close a window: the system's own log has it then.
 int FailToStart(const std::exception& error, const CommandLine& line, WindowSystem* windows) {
-  StopSignals::EndAtOnce(kExitFailed);
+  StopSignals::ExitImmediately(kExitFailed);
   std::cerr << "orvalis: " << error.what() << '\n';
   if (line.action == CommandLine::Action::kRun) LogFailedStart(error.what());
   if (line.automation) native::WriteSystemLog(std::string("Orvalis cannot serve a client: ") + error.what());
-  if (windows != nullptr && !line.automation && !native::StandardErrorIsRead()) {
+  if (windows != nullptr && !line.automation && !native::StandardErrorIsTerminal()) {
     windows->ShowError(QString::fromUtf8(error.what()));
   }
   return kExitFailed;
@@ -85,26 +85,25 @@ int FailToStart(const std::exception& error, const CommandLine& line, WindowSyst
 /// Another program has the profile. Returns the exit code of this one.
 int DeferToRunningInstance(SingleInstance::Start start) {
   switch (start) {
-    case SingleInstance::Start::kPanelBroughtUp:
+    case SingleInstance::Start::kPanelRaised:
       std::cerr << "orvalis: already running; its panel was brought to the front\n";
       return kExitOk;
-    case SingleInstance::Start::kOtherHasNoPanel:
-      std::cerr << "orvalis: already running, headless, with the same settings; stop that one, or use --profile\n";
+    case SingleInstance::Start::kOtherIsHeadless:
+      std::cerr << "orvalis: already running headless with the same settings; stop it or use --profile\n";
       return kExitFailed;
     case SingleInstance::Start::kNameIsTaken:
-      std::cerr << "orvalis: already running with the same settings, and cannot be asked for its panel, because "
-                   "another user of this machine has the name that it would answer at; stop that one, or use "
-                   "--profile\n";
+      std::cerr << "orvalis: already running with the same settings, but its panel cannot be raised: another user "
+                   "of this machine has taken its socket name; stop it or use --profile\n";
       return kExitFailed;
     default:
-      std::cerr << "orvalis: already running with the same settings and does not answer; stop that one, or use "
+      std::cerr << "orvalis: already running with the same settings but not responding; stop it or use "
                    "--profile\n";
       return kExitFailed;
   }
 }
 
 /// The program that has the profile marks its folder; the system's own store is marked in the user's folder.
-QString FolderToMark(const CommandLine& line) {
+QString LockFolder(const CommandLine& line) {
   return ChosenProfileFolder(line).value_or(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
 }
 
@@ -112,7 +111,7 @@ QString FolderToMark(const CommandLine& line) {
 void ExplainNoDisplay(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
   std::fprintf(stderr, "%s\n", qUtf8Printable(text));
   if (type != QtFatalMsg) return;
-  std::fputs("orvalis: the display cannot be used; start it in a desktop, or with --headless\n", stderr);
+  std::fputs("orvalis: cannot use the display; start it from a desktop, or use --headless\n", stderr);
   std::_Exit(kExitFailed);
 }
 
@@ -126,11 +125,11 @@ Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
   // From here on: a signal that comes during the start is taken as soon as the event loop runs.
   Core* running = nullptr;
   const StopSignals stop_signals({.stop = [] { QCoreApplication::exit(kExitOk); },
-                                  .session_ends =
+                                  .session_ended =
                                       [&running] {
                                         if (running != nullptr) running->ShutDown();
                                       }});
-  SingleInstance instance(FolderToMark(line));
+  SingleInstance instance(LockFolder(line));
   std::chrono::seconds client_patience = kClientPatience;
   if (line.automation) {
     const Turn turn = WaitForTurn(instance);
@@ -147,7 +146,7 @@ Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
   running = &core;
   if (!instance.problem().isEmpty()) core.Note(instance.problem().toStdString());
   const std::unique_ptr<Front> front = windows != nullptr ? windows->MakeWindows(core) : nullptr;
-  instance.OnAsked([&front] {
+  instance.OnActivate([&front] {
     if (front) front->BringToFront();
     return front != nullptr;
   });
@@ -156,7 +155,7 @@ Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
 }
 
 /// Ends the process where it stands. Nothing is left to do but what the system does anyway.
-[[noreturn]] void EndHere(int code) {
+[[noreturn]] void ExitNow(int code) {
   std::cout.flush();
   std::cerr.flush();
   std::fflush(nullptr);
@@ -173,7 +172,7 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, Window
 }
 
 /// What is answered without an application object: a mistake, the help, the version.
-std::optional<int> AnswerAtOnce(const std::variant<CommandLine, CommandLineError>& parsed, bool has_windows) {
+std::optional<int> AnswerDirectly(const std::variant<CommandLine, CommandLineError>& parsed, bool has_windows) {
   if (const auto* error = std::get_if<CommandLineError>(&parsed)) {
     std::cerr << "orvalis: " << error->text << '\n' << Usage(has_windows, native::UsageOfServices());
     return kExitUsage;
@@ -193,27 +192,27 @@ std::optional<int> AnswerAtOnce(const std::variant<CommandLine, CommandLineError
 int DoLaunch(int argc, char** argv, WindowSystem* windows) {
   const native::Process process(argc, argv);
   if (const auto code = native::RunService(process.arguments())) return *code;
-  if (windows != nullptr) windows->Serve(process.arguments());
+  if (windows != nullptr) windows->RunHelper(process.arguments());
   const auto parsed = ParseCommandLine(process.arguments(), windows != nullptr);
   const auto* wanted = std::get_if<CommandLine>(&parsed);
   if (wanted != nullptr && wanted->action == CommandLine::Action::kRun) {
-    StopSignals::EndAtOnce(kExitOk);
+    StopSignals::ExitImmediately(kExitOk);
   } else {
-    StopSignals::LeaveToSystem();
+    StopSignals::RestoreDefault();
   }
-  if (const auto code = AnswerAtOnce(parsed, windows != nullptr)) return *code;
+  if (const auto code = AnswerDirectly(parsed, windows != nullptr)) return *code;
   auto line = std::get<CommandLine>(parsed);
   const bool shows_windows = windows != nullptr && line.action == CommandLine::Action::kRun && !line.headless;
-  if (shows_windows && !native::DisplayExpected()) {
+  if (shows_windows && !native::HasDisplay()) {
     if (!line.automation) {
-      std::cerr << "orvalis: there is no display for the panel; start it in a desktop, or with --headless\n";
+      std::cerr << "orvalis: no display for the panel; start it from a desktop, or use --headless\n";
       return kExitFailed;
     }
     line.headless = true;  // a bus that was started without a desktop starts the program without one too
   }
   if (line.headless || line.action != CommandLine::Action::kRun) windows = nullptr;
   // The words of the command line are ours; Qt gets the program's name, and what it needs to know of the system.
-  std::vector<std::string> qt_words = native::WindowArguments();
+  std::vector<std::string> qt_words = native::QtArguments();
   std::vector<char*> qt_argv{argv[0]};
   for (std::string& word : qt_words) qt_argv.push_back(word.data());
   int qt_argc = windows != nullptr ? static_cast<int>(qt_argv.size()) : 1;
@@ -227,7 +226,7 @@ int DoLaunch(int argc, char** argv, WindowSystem* windows) {
     const Ending ending = RunProgram(line, windows);
     // The end of the application object, and of Qt's own ones, would wait until the name servers answer; that of the
     // libraries would take from a thread that waits for a server or a disk what it works with.
-    if (ending.leaves_thread) EndHere(ending.exit_code);
+    if (ending.leaves_thread) ExitNow(ending.exit_code);
     return ending.exit_code;
   } catch (const std::exception& error) {
     return FailToStart(error, line, windows);

@@ -19,7 +19,7 @@ class WindowSystem {
   [[nodiscard]] virtual std::unique_ptr<Front> MakeWindows(Core& core) = 0;
   /// Does what another process of the program asks this one for by words that no person types, and ends it then.
   /// Returns where the words are none of those.
-  virtual void Serve(const std::vector<std::string>& arguments) = 0;
+  virtual void RunHelper(const std::vector<std::string>& arguments) = 0;
   /// Shows `text` to whoever started the program; returns when it was read.
   virtual void ShowError(const QString& text) = 0;
 };

@@ -18,7 +18,7 @@ class QtWindowSystem : public orvalis::WindowSystem {
   std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) override {
     auto application = std::make_unique<QApplication>(argc, argv);
     orvalis::desktop::Prepare();
-    if (orvalis::desktop::PickersHoldUp()) orvalis::UsePickerProcess(QCoreApplication::applicationFilePath());
+    if (orvalis::desktop::FileDialogsBlock()) orvalis::UsePickerProcess(QCoreApplication::applicationFilePath());
     QApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setDesktopFileName("orvalis");
     QApplication::setWindowIcon(QIcon::fromTheme("orvalis"));
@@ -29,9 +29,9 @@ class QtWindowSystem : public orvalis::WindowSystem {
     return std::make_unique<orvalis::ProgramWindows>(core);
   }
 
-  void Serve(const std::vector<std::string>& arguments) override {
+  void RunHelper(const std::vector<std::string>& arguments) override {
     if (!orvalis::IsPicker(arguments)) return;
-    orvalis::StopSignals::LeaveToSystem();
+    orvalis::StopSignals::RestoreDefault();
     orvalis::ServePicker(arguments);
   }
 

@@ -1,6 +1,5 @@
 #include "program_windows.h"
 
-#include <QApplication>
 #include <QCoreApplication>
 #include <QPixmap>
 #include <QPushButton>
@@ -56,7 +55,7 @@ void ProgramWindows::BuildPanel() {
   QObject::connect(panel_.get(), &frmHandBox::NightThemeToggled, panel_.get(), [this](bool on) {
     parts_.settings.NightTheme = on ? 1 : 0;
     ApplyTheme();
-    Click("keeping the night theme", [this] { parts_.store.Write("NightTheme", parts_.settings); });
+    Click("saving the night theme", [this] { parts_.store.Write("NightTheme", parts_.settings); });
   });
   QObject::connect(panel_.get(), &frmHandBox::Acknowledged, panel_.get(), [this] {
     Click("acknowledging the loss of the settings", [this] { parts_.settings_loss.Acknowledge(); });
@@ -107,7 +106,7 @@ void ProgramWindows::BuildGraphs() {
                       .centigrade = [this] { return parts_.settings.Centigrade; },
                       .on_top = [this] { return parts_.settings.AlwaysOnTop; },
                       .report = [this](const std::string& text) { parts_.events.Record(text); }});
-  parts_.history.OnReplaced([this] { graphs_->ShowAnew(); });
+  parts_.history.OnReplaced([this] { graphs_->ShowDefaultRange(); });
   QObject::connect(panel_->AddToolButton("Temperature &graph…"), &QPushButton::clicked, panel_.get(),
                    [this] { graphs_->OpenTemperatures(); });
   QObject::connect(panel_->AddToolButton("Wind grap&h…"), &QPushButton::clicked, panel_.get(),
@@ -115,7 +114,6 @@ void ProgramWindows::BuildGraphs() {
 }
 
 void ProgramWindows::ShowSettings() {
-  panel_->SetNightTheme(parts_.settings.NightTheme == 1);
   ApplyTheme();
   setup_->SyncSwitches();
   submit_->Load();
@@ -127,14 +125,14 @@ void ProgramWindows::Started() {
   constexpr std::chrono::seconds kFirstValues{3};
   parts_.loop.CallAfter(kFirstValues, [this] { panel_->ShowWhole(); });
   // A panel whose picture is asked for tells why there is none.
-  if (!parts_.line.picture) native::LeaveConsole();
+  if (!parts_.line.picture) native::DetachConsole();
 }
 
 void ProgramWindows::Refresh() {
   panel_->Refresh();
   routine_->FollowUnit();
   submit_->RefreshPreview();
-  graphs_->FollowSettings();
+  graphs_->UpdateUnits();
 }
 
 void ProgramWindows::BringToFront() {
@@ -157,22 +155,19 @@ void ProgramWindows::OpenTraffic() {
 }
 
 void ProgramWindows::ApplyTheme() {
-  const Theme theme = CurrentTheme();
-  setup_->SetTheme(theme);
-  submit_->SetTheme(theme);
-  graphs_->SetTheme(theme);
-  if (show_) show_->SetTheme(theme);
-}
-
-Theme ProgramWindows::CurrentTheme() const {
-  return parts_.settings.NightTheme == 1 ? Theme::Night() : Theme::ForDesktop(QApplication::palette());
+  const bool night = parts_.settings.NightTheme == 1;
+  panel_->SetNightTheme(night);
+  setup_->SetNightTheme(night);
+  submit_->SetNightTheme(night);
+  graphs_->SetNightTheme(night);
+  if (show_) show_->SetNightTheme(night);
 }
 
 void ProgramWindows::TakePictureSoon() {
   parts_.poll.Listen([this](const SensorFrame&) { TakePicture(); });
   constexpr std::chrono::seconds kLongestWait{30};
   parts_.loop.CallAfter(kLongestWait, [] {
-    std::cerr << "orvalis: no values came within 30 seconds, so there is no picture\n";
+    std::cerr << "orvalis: no reading within 30 seconds, no picture written\n";
     QCoreApplication::exit(1);
   });
 }

@@ -9,7 +9,6 @@
 #include "app/setup_routine.h"
 #include "base/error_boundary.h"
 #include "core.h"
-#include "ui/controls/theme.h"
 #include "ui/graphs/graph_files.h"
 #include "ui/graphs/graph_windows.h"
 #include "ui/panel/frm_hand_box.h"
@@ -32,7 +31,7 @@ class ProgramWindows : public Front {
   void RunSetup(Weather::Done closed) override { requests_->RunFor(std::move(closed)); }
   void Started() override;
   void BringToFront() override;
-  [[nodiscard]] bool LeavesThread() const override { return SavingGoesOn(); }
+  [[nodiscard]] bool LeavesThread() const override { return IsSaving(); }
 
  private:
   /// A click's work, which is done then.
@@ -48,7 +47,6 @@ class ProgramWindows : public Front {
   void BuildGraphs();
   void OpenTraffic();
   void ApplyTheme();
-  [[nodiscard]] Theme CurrentTheme() const;
   /// Ends the program with a picture of the panel, once there are values, or without one after a while.
   void TakePictureSoon();
   void TakePicture();

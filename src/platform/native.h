@@ -44,13 +44,13 @@ class Process {
 [[nodiscard]] ServiceUsage UsageOfServices();
 
 /// What Qt is told on the command line of a program with windows, its name left out.
-[[nodiscard]] std::vector<std::string> WindowArguments();
+[[nodiscard]] std::vector<std::string> QtArguments();
 /// Whether a display is to be expected, so that windows can be shown.
-[[nodiscard]] bool DisplayExpected();
+[[nodiscard]] bool HasDisplay();
 /// Whether somebody reads standard error, as in a terminal.
-[[nodiscard]] bool StandardErrorIsRead();
+[[nodiscard]] bool StandardErrorIsTerminal();
 /// Whether standard output and standard error go to the same place, so that saying a thing on both says it twice.
-[[nodiscard]] bool StandardErrorIsStandardOutput();
+[[nodiscard]] bool OutputsAreSame();
 
 /// Keeps the text of an error where the system's administrator looks. On a system that keeps what programs of its own
 /// print on standard error, that is enough, and this does nothing.
@@ -58,7 +58,7 @@ void WriteSystemLog(const std::string& text);
 
 /// Lets go of the terminal that the program was started from, where its end would be the program's too. From then on
 /// nothing is said there.
-void LeaveConsole();
+void DetachConsole();
 
 /// The system's own store of settings, or a file in `folder` where one is asked for.
 [[nodiscard]] std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder);

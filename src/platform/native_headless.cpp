@@ -10,7 +10,7 @@ namespace {
 class NoFtpSender : public FtpSender {
  public:
   void Send(const FtpUpload& /*upload*/, Done /*done*/) override {
-    throw RunTimeError(RunTimeError::kDeviceUnavailable, "without windows there is no picture to send");
+    throw RunTimeError(RunTimeError::kDeviceUnavailable, "no picture to send: the program is running without windows");
   }
   void Abandon() override {}
 };

@@ -33,16 +33,16 @@ ServiceUsage UsageOfServices() {
               "with its last client\n"};
 }
 
-std::vector<std::string> WindowArguments() { return {}; }
+std::vector<std::string> QtArguments() { return {}; }
 
-bool DisplayExpected() {
+bool HasDisplay() {
   return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
          !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
-bool StandardErrorIsRead() { return isatty(STDERR_FILENO) == 1; }
+bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) == 1; }
 
-bool StandardErrorIsStandardOutput() {
+bool OutputsAreSame() {
   struct stat out {};
   struct stat error {};
   return fstat(STDOUT_FILENO, &out) == 0 && fstat(STDERR_FILENO, &error) == 0 && out.st_dev == error.st_dev &&
@@ -52,7 +52,7 @@ bool StandardErrorIsStandardOutput() {
 // A terminal's processes are in jobs here, and who starts one in the background keeps it.
 void WriteSystemLog(const std::string& /*text*/) {}
 
-void LeaveConsole() {}
+void DetachConsole() {}
 
 std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder) {
   return std::make_unique<IniProfile>(folder ? *folder

@@ -35,7 +35,7 @@ bool IsOpen(DWORD stream) {
 
 /// A program with windows has no console of its own. Started from one, it speaks there, except where its streams lead
 /// somewhere else already.
-void JoinConsole() {
+void AttachToParentConsole() {
   struct Stream {
     std::FILE* file;
     const char* name;
@@ -51,7 +51,7 @@ void JoinConsole() {
   }
 }
 
-std::vector<std::string> WordsOfCommandLine() {
+std::vector<std::string> Utf8Arguments() {
   int count = 0;
   LPWSTR* const words = CommandLineToArgvW(GetCommandLineW(), &count);
   std::vector<std::string> arguments;
@@ -79,16 +79,16 @@ class MinimisedStarter : public CommandStarter {
 class NoFtpSender : public FtpSender {
  public:
   void Send(const FtpUpload& /*upload*/, Done /*done*/) override {
-    throw RunTimeError(RunTimeError::kDeviceUnavailable, "on Windows other programs send the picture");
+    throw RunTimeError(RunTimeError::kDeviceUnavailable, "on Windows, external programs send the picture");
   }
   void Abandon() override {}
 };
 
 }  // namespace
 
-Process::Process(int /*argc*/, char** /*argv*/) : arguments_(WordsOfCommandLine()) {
+Process::Process(int /*argc*/, char** /*argv*/) : arguments_(Utf8Arguments()) {
   // The serial object's process ends with the one that it serves, not with a console.
-  if (!IsForSerialObject(arguments_)) JoinConsole();
+  if (!IsForSerialObject(arguments_)) AttachToParentConsole();
   // A drive without a disk is an error for the program to handle, not a box for somebody who is asleep.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   CheckCom("automation cannot be used", CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
@@ -113,19 +113,19 @@ ServiceUsage UsageOfServices() {
               "  /UnregServer    takes that back\n"};
 }
 
-std::vector<std::string> WindowArguments() {
+std::vector<std::string> QtArguments() {
   // A dark desktop is followed only when that is asked for.
   return {"-platform", "windows:darkmode=2"};
 }
 
-bool DisplayExpected() { return true; }
+bool HasDisplay() { return true; }
 
-bool StandardErrorIsRead() {
+bool StandardErrorIsTerminal() {
   DWORD mode = 0;
   return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
 }
 
-bool StandardErrorIsStandardOutput() {
+bool OutputsAreSame() {
   HANDLE const out = GetStdHandle(STD_OUTPUT_HANDLE);
   HANDLE const error = GetStdHandle(STD_ERROR_HANDLE);
   if (out == error) return true;
@@ -147,7 +147,7 @@ void WriteSystemLog(const std::string& text) {
   DeregisterEventSource(log);
 }
 
-void LeaveConsole() {
+void DetachConsole() {
   // The streams first: the console's handles may be other files' soon.
   for (std::FILE* const stream : {stdin, stdout, stderr}) {
     const int number = _fileno(stream);
@@ -225,7 +225,7 @@ void WritePrivateFile(const std::string& path, const std::string& text) {
   {
     QFile file(fresh);
     // The rights come before the text.
-    good = file.open(QIODevice::WriteOnly) && safe_file::KeepForOwner(fresh) &&
+    good = file.open(QIODevice::WriteOnly) && safe_file::RestrictToOwner(fresh) &&
            file.write(text.data(), static_cast<qint64>(text.size())) >= 0 && file.flush();
   }
   if (good && safe_file::Replace(fresh, name)) return;

@@ -15,7 +15,7 @@ void Prepare();
 
 /// Whether file dialogs need a process of their own, because one that waits for a folder would hold up the program. A
 /// desktop whose own dialogs wait on threads of theirs does without.
-[[nodiscard]] bool PickersHoldUp();
+[[nodiscard]] bool FileDialogsBlock();
 
 /// Puts `window` above all others, or back among them. Its place stays, and whether it is shown.
 void KeepOnTop(QWidget& window, bool on);

@@ -97,7 +97,7 @@ TEST_F(LogWriterTest, TheFullLogOutlivesItsFolder) {
   fs::create_directories(folder);
   log.Write("four");
   EXPECT_EQ(Content("Orvalis.txt"), "four\n");
-  EXPECT_EQ(LastEvent(), "the full log is written again");
+  EXPECT_EQ(LastEvent(), "the full log is being written again");
   fs::rename(folder / "Orvalis.txt", folder / "moved.txt");
   log.Write("five");
   EXPECT_EQ(Content("Orvalis.txt"), "five\n");

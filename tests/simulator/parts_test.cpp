@@ -22,7 +22,7 @@ using std::chrono::seconds;
 
 Readings QuietNight() {
   Readings readings{};
-  for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.at_rest;
+  for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.default_value;
   return readings;
 }
 
@@ -168,7 +168,7 @@ TEST(Fault, EachSpoilsInItsOwnWay) {
   bool had_zero = false;
   bool had_high = false;
   for (int i = 0; i < 2000; ++i) {
-    const auto spoil = [&](FaultKind kind) { return faults.Spoil(kind, {AnswerKind::kFrame, frame}); };
+    const auto spoil = [&](FaultKind kind) { return faults.Apply(kind, {AnswerKind::kFrame, frame}); };
     const std::string cut = spoil(FaultKind::kCut).text;
     ASSERT_TRUE(!cut.empty() && cut.size() < kFrameLength && cut.find('#') == std::string::npos);
     const std::string shorter = spoil(FaultKind::kShort).text;
@@ -177,7 +177,7 @@ TEST(Fault, EachSpoilsInItsOwnWay) {
     ASSERT_TRUE(garbage.size() == kFrameLength && garbage.find('#') == kFrameLength - 1);
     had_zero = had_zero || garbage.find('\0') != std::string::npos;
     had_high = had_high || std::ranges::any_of(garbage, [](char c) { return static_cast<unsigned char>(c) > 127; });
-    const std::string wrong = faults.Spoil(FaultKind::kWrongAnswer, {AnswerKind::kHandshake, "W"}).text;
+    const std::string wrong = faults.Apply(FaultKind::kWrongAnswer, {AnswerKind::kHandshake, "W"}).text;
     ASSERT_TRUE(wrong.size() == 1 && wrong != "W" && wrong[0] > ' ' && wrong[0] <= '~');
   }
   EXPECT_TRUE(had_zero);

@@ -166,8 +166,8 @@ TEST_F(FormSubmitTest, NothingButRedShinesAtNight) {
   submit.Load();
   box.show();
   box.SetNightTheme(true);
-  setup.SetTheme(Theme::Night());
-  submit.SetTheme(Theme::Night());
+  setup.SetNightTheme(true);
+  submit.SetNightTheme(true);
   publisher.boxes().AddError("something");
   for (QWidget* window : std::initializer_list<QWidget*>{&setup, &submit}) {
     QApplication::processEvents();

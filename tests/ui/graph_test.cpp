@@ -67,7 +67,7 @@ TEST_F(GraphTest, NightShowsNothingButRed) {
   Pass(1);
   for (const GraphKind* kind : {&TemperatureGraph(), &WindGraph()}) {
     frmGraph window(*kind, Parts());
-    window.SetTheme(Theme::Night());
+    window.SetNightTheme(true);
     window.show();
     window.SavePicture("/nonexistent/picture.png");
     EXPECT_TRUE(Outcome(window).startsWith("Cannot save "));
@@ -94,7 +94,7 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   EXPECT_EQ(row(3), "Ambient  12.5 °C");
   EXPECT_EQ(row(5), "safe, clear");
   settings.Centigrade = false;
-  window.FollowSettings();
+  window.UpdateUnits();
   EXPECT_EQ(row(3), "Ambient  54.4 °F");
   EXPECT_EQ(plot.yAxis->label(), "Temperature (°F)");
 
@@ -108,13 +108,13 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   // The end is in sight, so it goes along; a view of the past stays.
   const std::int64_t end = plot.Shown().to;
   Pass(1);
-  plot.TakeNew();
+  plot.Update();
   EXPECT_NEAR(static_cast<double>(plot.Shown().to - end), kHour, 1000);
   plot.Zoom(0.25);
   plot.Pan(-2);
   const TimeRange past = plot.Shown();
   Pass(1);
-  plot.TakeNew();
+  plot.Update();
   EXPECT_EQ(plot.Shown(), past);
   plot.Zoom(1000);  // not beyond what there is
   EXPECT_NEAR(static_cast<double>(plot.Shown().to - plot.Shown().from), 4 * kHour, 30'000);
@@ -178,7 +178,7 @@ TEST_F(GraphTest, SavesWholeFilesOrSaysWhyNot) {
 #endif
   weather.from_demo = true;
   Pass(1);
-  window.ShowAnew();
+  window.ShowDefaultRange();
   window.SaveValues(folder.filePath("demo.csv"));
   EXPECT_TRUE(Outcome(window).startsWith("Saved as "));
   EXPECT_EQ(content("demo.csv").count(",demo,reading,"), 360);

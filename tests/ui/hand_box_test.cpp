@@ -81,7 +81,7 @@ TEST(Theme, TextIsReadableInEveryColour) {
                                                           {Theme::Night(), Theme::Kind::kNight}};
   for (const auto& [theme, kind] : themes) {
     EXPECT_EQ(theme.kind(), kind);
-    std::vector<Tone> tones{theme.Old(Theme::Shape::kCard), theme.Old(Theme::Shape::kText)};
+    std::vector<Tone> tones{theme.Stale(Theme::Shape::kCard), theme.Stale(Theme::Shape::kText)};
     for (const Colour colour : {Colour::kRed, Colour::kYellow, Colour::kGreen, Colour::kWhite}) {
       tones.insert(tones.end(), {theme.Strong(colour), theme.Quiet(colour), theme.Plain(colour)});
     }
@@ -96,8 +96,8 @@ TEST(Theme, TextIsReadableInEveryColour) {
 TEST(Verdict, IsSafeOnlyWhenSaidSoJustNow) {
   using Time = std::optional<CivilTime>;
   const std::tuple<bool, std::optional<bool>, Time, int, const char*, std::optional<Colour>> cases[] = {
-      {false, true, kReadAt, 0, "SAFE, reading of 21:04:05", Colour::kGreen},
-      {false, false, kReadAt, 0, "UNSAFE, reading of 21:04:05", Colour::kRed},
+      {false, true, kReadAt, 0, "SAFE, reading at 21:04:05", Colour::kGreen},
+      {false, false, kReadAt, 0, "UNSAFE, reading at 21:04:05", Colour::kRed},
       {false, std::nullopt, std::nullopt, 0, "NO DATA, no reading yet", std::nullopt},
       {true, std::nullopt, std::nullopt, 0, "NO DATA, no reading yet", std::nullopt},
       {true, true, kReadAt, 0, "NO DATA, no reading since 21:04:05", std::nullopt},

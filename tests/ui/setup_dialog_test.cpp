@@ -14,8 +14,8 @@
 #include "app/setup_fields.h"
 #include "tests/support/link_fixture.h"
 #include "tests/support/window_tools.h"
+#include "ui/controls/file_pickers.h"
 #include "ui/controls/picker_process.h"
-#include "ui/controls/setup_pickers.h"
 #include "ui/setup/frm_setup.h"
 
 namespace orvalis::test {

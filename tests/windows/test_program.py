@@ -70,7 +70,7 @@ class SerialLine(WindowsCase):
         unit.tell("set RB 1")
         self.reading(program, lambda r: r["unsafe"])
         unit.kill()
-        self.assertIn("the port COM12 has vanished; the adapter was pulled out", self.event(program, "lost")["event"])
+        self.assertIn("the port COM12 has vanished; the adapter was unplugged", self.event(program, "lost")["event"])
         self.event(program, "Not connected, AutoConnect enabled, starting wait to reconnect: ")
         self.assertEqual(self.end(program)[0], 0)
 

@@ -268,18 +268,18 @@ using SafeFileTest = WindowsTest;
 
 TEST_F(SafeFileTest, ReplacesInOneStepAndTellsStatesApart) {
   const QString here = QString::fromStdString(folder);
-  EXPECT_TRUE(safe_file::MayWrite(here));
-  EXPECT_FALSE(safe_file::MayWrite(here + "/nowhere"));
+  EXPECT_TRUE(safe_file::CanWrite(here));
+  EXPECT_FALSE(safe_file::CanWrite(here + "/nowhere"));
   EXPECT_EQ(safe_file::StampOf(here + "/a"), safe_file::Stamp{});
   std::ofstream(PathFromText(folder + "\\a")) << "old";
   const safe_file::Stamp old = safe_file::StampOf(here + "/a");
   EXPECT_EQ(old.size, 3);
   std::ofstream(PathFromText(folder + "\\b")) << "new";
-  EXPECT_TRUE(safe_file::Flush(here + "/b") && safe_file::KeepForOwner(here + "/b"));
+  EXPECT_TRUE(safe_file::Flush(here + "/b") && safe_file::RestrictToOwner(here + "/b"));
   EXPECT_TRUE(safe_file::Replace(here + "/b", here + "/a"));
   EXPECT_EQ(Content(folder + "\\a"), "new");
   EXPECT_NE(safe_file::StampOf(here + "/a"), old);
-  safe_file::ForgetLastError();
+  safe_file::ClearLastError();
   EXPECT_FALSE(safe_file::Replace(here + "/gone", here + "/a"));
   EXPECT_EQ(safe_file::LastError(), ERROR_FILE_NOT_FOUND);
 }
@@ -418,7 +418,7 @@ TEST(Desktop, AnAddressThatNothingOpensIsReported) {
 TEST(StopSignals, AreToldByTheirMessages) {
   int stopped = 0;
   int ended = 0;
-  const StopSignals stop_signals({.stop = [&] { ++stopped; }, .session_ends = [&] { ++ended; }});
+  const StopSignals stop_signals({.stop = [&] { ++stopped; }, .session_ended = [&] { ++ended; }});
   HWND const window = FindWindowW(L"OrvalisStop", nullptr);
   ASSERT_NE(window, nullptr);
   EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);

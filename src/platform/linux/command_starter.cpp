@@ -16,7 +16,7 @@ void PathCommandStarter::Start(const std::string& command_line) {
     const QStringList arguments = end < 0 ? QStringList() : QProcess::splitCommand(line.mid(end));
     if (QProcess::startDetached(program.filePath(), arguments)) return;
   }
-  throw RunTimeError(RunTimeError::kFileNotFound, "there is no program at the beginning of \"" + command_line + "\"");
+  throw RunTimeError(RunTimeError::kFileNotFound, "no program found for the command \"" + command_line + "\"");
 }
 
 }  // namespace orvalis

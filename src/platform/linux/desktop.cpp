@@ -9,7 +9,7 @@ namespace orvalis::desktop {
 // The desktop's own style follows its palette.
 void Prepare() {}
 
-bool PickersHoldUp() { return true; }
+bool FileDialogsBlock() { return true; }
 
 void KeepOnTop(QWidget& window, bool on) {
   if (window.windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on) return;

@@ -39,7 +39,8 @@ PlayerProcess::~PlayerProcess() {
 void PlayerProcess::Play(const std::string& path) {
   const QFileInfo file(QString::fromStdString(path));
   if (path.empty() || !file.isFile()) {
-    throw RunTimeError(RunTimeError::kFileNotFound, "there is no sound file \"" + path + "\"; choose one in the setup");
+    throw RunTimeError(RunTimeError::kFileNotFound,
+                       "sound file \"" + path + "\" not found; choose one in the setup dialog");
   }
   const QSignalBlocker not_a_failure(player_);
   Stop();

@@ -10,11 +10,12 @@ namespace orvalis {
 void QtProgramStarter::Start(const std::string& path) {
   const QFileInfo file(QString::fromStdString(path));
   if (path.empty() || !file.isFile()) {
-    throw RunTimeError(RunTimeError::kFileNotFound, "there is no program \"" + path + "\"; choose one in the setup");
+    throw RunTimeError(RunTimeError::kFileNotFound,
+                       "program \"" + path + "\" not found; choose one in the setup dialog");
   }
   if (!file.isExecutable()) {
     throw RunTimeError(RunTimeError::kPermissionDenied,
-                       "the program \"" + path + "\" is not executable; allow it with chmod +x");
+                       "the program \"" + path + "\" is not executable; make it so with chmod +x");
   }
   if (!QProcess::startDetached(file.absoluteFilePath(), {}, file.absolutePath())) {
     throw RunTimeError(RunTimeError::kPathFileAccess, "the program \"" + path + "\" cannot be started");

@@ -80,7 +80,7 @@ void QtSerialPort::HandleError(QSerialPort::SerialPortError error) {
   if (!port_.isOpen() || port_.error() == QSerialPort::NoError) return;
   if (error == QSerialPort::UnsupportedOperationError || error == QSerialPort::TimeoutError) return;
   const bool gone = !QFileInfo::exists(QString::fromStdString(device_));
-  const std::string reason = gone ? "the port " + device_ + " has vanished; the adapter was pulled out or lost power"
+  const std::string reason = gone ? "the port " + device_ + " has vanished; the adapter was unplugged or lost power"
                                   : "the port " + device_ + " failed: " + port_.errorString().toStdString();
   port_.close();
   port_.clearError();

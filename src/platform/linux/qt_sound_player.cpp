@@ -18,12 +18,13 @@ QtSoundPlayer::~QtSoundPlayer() = default;
 void QtSoundPlayer::Play(const std::string& path) {
   const QFileInfo file(QString::fromStdString(path));
   if (path.empty() || !file.isFile()) {
-    throw RunTimeError(RunTimeError::kFileNotFound, "there is no sound file \"" + path + "\"; choose one in the setup");
+    throw RunTimeError(RunTimeError::kFileNotFound,
+                       "sound file \"" + path + "\" not found; choose one in the setup dialog");
   }
   // A sound that still plays is stopped before another one is opened.
   effect_.reset();
   const QAudioDevice device = QMediaDevices::defaultAudioOutput();
-  if (device.isNull()) throw RunTimeError(RunTimeError::kDeviceUnavailable, "this machine has no sound output");
+  if (device.isNull()) throw RunTimeError(RunTimeError::kDeviceUnavailable, "no sound output on this machine");
   effect_ = std::make_unique<QSoundEffect>(device);
   QObject::connect(effect_.get(), &QSoundEffect::statusChanged, effect_.get(), [this, path] {
     if (effect_->status() == QSoundEffect::Error) fail_("the sound file \"" + path + "\" cannot be played");

@@ -32,15 +32,15 @@ Stamp StampOf(const QString& path) {
 
 int LastError() { return errno; }
 
-void ForgetLastError() { errno = 0; }
+void ClearLastError() { errno = 0; }
 
 std::string ErrorText(int error) { return std::strerror(error); }
 
-bool MayRead(const QString& file) { return access(QFile::encodeName(file).constData(), R_OK) == 0; }
+bool CanRead(const QString& file) { return access(QFile::encodeName(file).constData(), R_OK) == 0; }
 
-bool MayWrite(const QString& folder) { return access(QFile::encodeName(folder).constData(), W_OK) == 0; }
+bool CanWrite(const QString& folder) { return access(QFile::encodeName(folder).constData(), W_OK) == 0; }
 
-bool KeepForOwner(const QString& file) { return chmod(QFile::encodeName(file).constData(), S_IRUSR | S_IWUSR) == 0; }
+bool RestrictToOwner(const QString& file) { return chmod(QFile::encodeName(file).constData(), S_IRUSR | S_IWUSR) == 0; }
 
 bool Replace(const QString& from, const QString& to) {
   return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;

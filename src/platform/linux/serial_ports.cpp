@@ -38,7 +38,7 @@ std::string PermissionHelp(const std::string& device, const struct stat& status)
   if (status.st_gid != 0 && owner != nullptr && (status.st_mode & kGroupMayUse) == kGroupMayUse) {
     return join(owner->gr_name);
   }
-  if (device.starts_with("/dev/pts/")) return "it belongs to the program of another user; run that one as this user";
+  if (device.starts_with("/dev/pts/")) return "it belongs to another user's program; run that program as this user";
   const std::string group = getgrnam("dialout") == nullptr && getgrnam("uucp") != nullptr ? "uucp" : "dialout";
   return "give it to the group \"" + group +
          "\" by a file /etc/udev/rules.d/99-serial.rules with the line SUBSYSTEM==\"tty\", KERNEL==\"" +
@@ -68,7 +68,7 @@ std::vector<SerialPortEntry> ListSerialPorts() {
 
 std::string DevicePath(const std::string& port) {
   const auto first = port.find_first_not_of(' ');
-  if (first == std::string::npos) throw RunTimeError(RunTimeError::kFileNotFound, "no serial port is chosen");
+  if (first == std::string::npos) throw RunTimeError(RunTimeError::kFileNotFound, "no serial port selected");
   const std::string name = port.substr(first, port.find_last_not_of(' ') - first + 1);
   const bool is_number = std::all_of(name.begin(), name.end(), [](unsigned char c) { return std::isdigit(c) != 0; });
   if (is_number) {

@@ -84,13 +84,13 @@ StopSignals::StopSignals(Calls calls) : watch_(std::make_unique<Watch>(std::move
 
 StopSignals::~StopSignals() = default;
 
-void StopSignals::EndAtOnce(int exit_code) {
+void StopSignals::ExitImmediately(int exit_code) {
   g_exit_code = exit_code;
   Install(EndProcess);
   Mask(SIG_UNBLOCK);
 }
 
-void StopSignals::LeaveToSystem() {
+void StopSignals::RestoreDefault() {
   Install(SIG_DFL);
   Mask(SIG_UNBLOCK);
 }

@@ -118,7 +118,7 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   QStringList words = parser.positionalArguments();
   if (!words.isEmpty()) {
     if (words.takeFirst() != "profile") {
-      return CommandLineError{"there is no command \"" + parser.positionalArguments().first().toStdString() + "\""};
+      return CommandLineError{"unknown command \"" + parser.positionalArguments().first().toStdString() + "\""};
     }
     line.action = CommandLine::Action::kProfile;
     if (std::string wrong = ReadProfileCommand(words, line.profile); !wrong.empty()) return CommandLineError{wrong};
@@ -127,14 +127,16 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
     }
     return line;
   }
-  if (line.profile.subkey) return CommandLineError{"--subkey goes with \"profile\""};
-  if (line.json && !line.headless && has_windows) return CommandLineError{"--json goes with --headless"};
+  if (line.profile.subkey) return CommandLineError{"--subkey needs the command \"profile\""};
+  if (line.json && !line.headless && has_windows) return CommandLineError{"--json needs --headless"};
   if (line.automation && (line.headless || line.picture)) {
-    return CommandLineError{"--automation is how the program is started for a client; leave out the other"};
+    return CommandLineError{
+        "--automation is how the program is started for a client; it cannot be combined with "
+        "--headless or --picture"};
   }
   if (!has_windows) line.headless = true;
-  if (line.picture && line.headless) return CommandLineError{"there is no picture without a window"};
-  if (line.demo && line.port) return CommandLineError{"--demo uses no serial port; leave out --port"};
+  if (line.picture && line.headless) return CommandLineError{"--picture needs a window"};
+  if (line.demo && line.port) return CommandLineError{"--demo uses no serial port; --port cannot be combined with it"};
   if (line.port && line.port->empty()) return CommandLineError{"--port needs the path of a device"};
   if (line.profile_folder && line.profile_folder->empty()) return CommandLineError{"--profile needs a folder"};
   return line;
@@ -151,17 +153,20 @@ std::string Usage(bool has_windows, const ServiceUsage& service) {
   usage += "       " + program + " profile list|get KEY|set KEY VALUE|acknowledge [--subkey NAME] [--profile DIR]\n";
   usage += "       " + program + " --version | --help\n\n" + service.options;
   if (has_windows) {
-    usage += "  --headless      no window: one line per cycle on standard output; connects and reconnects by itself\n";
+    usage +=
+        "  --headless      no window: one line per cycle on standard output; connects and reconnects automatically\n";
   }
   usage += R"(  --json          the same as JSON objects, one per line
-  --port PORT     this serial port, as the setup lists them, for this run, connected at start and again when it is lost
-  --demo          demo mode, for this run: made-up values, no serial line
-  --profile DIR   the settings in DIR (also: ORVALIS_PROFILE_DIR)
+  --port PORT     use this serial port, as the setup lists them, for this run; connects at start and reconnects when the
+                  connection is lost
+  --demo          demo mode, for this run: simulated values, no serial port
+  --profile DIR   use the settings in DIR (also: ORVALIS_PROFILE_DIR)
 )";
-  if (has_windows) usage += "  --picture FILE  write a picture of the panel to FILE after the first values, and end\n";
+  if (has_windows)
+    usage += "  --picture FILE  write a picture of the panel to FILE after the first reading, then exit\n";
   usage +=
-      R"(  profile         show or change the settings; the value "-" is read from standard input; "acknowledge" that settings
-                  were lost
+      R"(  profile         show or change the settings; the value "-" is read from standard input; "acknowledge" confirms
+                  that settings were lost
 )";
   return usage;
 }

@@ -49,7 +49,7 @@ Url MakeUrl(const FtpUpload& upload) {
 std::string Transfer(const Easy& easy, const FtpUpload& upload, std::string_view picture,
                      std::atomic<bool>& abandoned) {
   const Url url = MakeUrl(upload);
-  if (!url || !easy) return "the webcam server cannot be used";
+  if (!url || !easy) return "the webcam server address cannot be used";
   const auto set = [&](CURLoption option, auto value) { curl_easy_setopt(easy.get(), option, value); };
   constexpr long kYes = 1;
   constexpr std::chrono::seconds kLongestConnect{30};
@@ -80,14 +80,14 @@ std::string Transfer(const Easy& easy, const FtpUpload& upload, std::string_view
 
 }  // namespace
 
-void CurlFtpSender::Desk::Tell(std::uint64_t transfer, const std::string& failure) {
+void CurlFtpSender::Mailbox::Tell(std::uint64_t transfer, const std::string& failure) {
   const std::lock_guard lock(mutex_);
   if (sender_ == nullptr) return;
   const auto finish = [sender = sender_, transfer, failure] { sender->Finish(transfer, failure); };
   QMetaObject::invokeMethod(sender_, finish, Qt::QueuedConnection);
 }
 
-void CurlFtpSender::Desk::Close() {
+void CurlFtpSender::Mailbox::Close() {
   const std::lock_guard lock(mutex_);
   sender_ = nullptr;
 }
@@ -103,10 +103,10 @@ void CurlFtpSender::Send(const FtpUpload& upload, Done done) {
                        "cannot read " + upload.path + ": " + file.errorString().toStdString());
   }
   const auto abandoned = std::make_shared<std::atomic<bool>>(false);
-  std::thread([desk = desk_, abandoned, upload, transfer = transfer_, picture = file.readAll().toStdString()] {
+  std::thread([mailbox = mailbox_, abandoned, upload, transfer = transfer_, picture = file.readAll().toStdString()] {
     const Easy easy(curl_easy_init(), curl_easy_cleanup);
     // Told before the good-bye, which libcurl says when `easy` goes: a server may keep it waiting for two minutes.
-    desk->Tell(transfer, Transfer(easy, upload, picture, *abandoned));
+    mailbox->Tell(transfer, Transfer(easy, upload, picture, *abandoned));
   }).detach();
   abandoned_ = abandoned;
   done_ = std::move(done);

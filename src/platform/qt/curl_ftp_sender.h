@@ -21,17 +21,17 @@ class CurlFtpSender : public QObject, public FtpSender {
   CurlFtpSender() = default;
   CurlFtpSender(const CurlFtpSender&) = delete;
   CurlFtpSender& operator=(const CurlFtpSender&) = delete;
-  ~CurlFtpSender() override { desk_->Close(); }
+  ~CurlFtpSender() override { mailbox_->Close(); }
 
   void Send(const FtpUpload& upload, Done done) override;
   void Abandon() override;
-  [[nodiscard]] bool LeavesThread() const override { return desk_.use_count() > 1; }
+  [[nodiscard]] bool LeavesThread() const override { return mailbox_.use_count() > 1; }
 
  private:
   /// Where a thread hands in how its transfer went. Each thread holds a share of it, and may outlive the sender.
-  class Desk {
+  class Mailbox {
    public:
-    explicit Desk(CurlFtpSender* sender) : sender_(sender) {}
+    explicit Mailbox(CurlFtpSender* sender) : sender_(sender) {}
     void Tell(std::uint64_t transfer, const std::string& failure);
     /// The sender goes: what is handed in from now on is dropped.
     void Close();
@@ -46,7 +46,7 @@ class CurlFtpSender : public QObject, public FtpSender {
   Done done_;
   std::uint64_t transfer_ = 0;  ///< counts them: the end of an abandoned one may still be in the event loop
   std::shared_ptr<std::atomic<bool>> abandoned_;  ///< of the last transfer
-  std::shared_ptr<Desk> desk_ = std::make_shared<Desk>(this);
+  std::shared_ptr<Mailbox> mailbox_ = std::make_shared<Mailbox>(this);
 };
 
 }  // namespace orvalis

@@ -111,7 +111,7 @@ void IniProfile::Reload() {
   if (loaded_ == stamp) return;
   // Destroyed while the program runs: what was read last counts until the next write restores it.
   if (rules_ && loaded_ && !Fault(*rules_).empty()) return;
-  if (stamp != safe_file::Stamp{} && !safe_file::MayRead(path_)) {
+  if (stamp != safe_file::Stamp{} && !safe_file::CanRead(path_)) {
     throw RunTimeError(RunTimeError::kPathFileAccess, "cannot read the settings in " + Location() + ": " +
                                                           safe_file::ErrorText(safe_file::LastError()));
   }
@@ -131,7 +131,7 @@ std::string IniProfile::Fault(const StoreRules& rules) {
         !QFileInfo::exists(copy_path_) && QDir(folder_).entryList({kAsideNames}, QDir::AllEntries).isEmpty();
     return first_start ? "" : "is gone";
   }
-  if (!safe_file::MayRead(path_)) return "cannot be read: " + safe_file::ErrorText(safe_file::LastError());
+  if (!safe_file::CanRead(path_)) return "cannot be read: " + safe_file::ErrorText(safe_file::LastError());
   if (!QFileInfo(path_).isFile()) return "is not a file";  // reading a pipe would never end
   const std::optional<Values> values = ReadFile(path_);
   if (!values) return "is not an INI file";
@@ -142,7 +142,7 @@ std::string IniProfile::Fault(const StoreRules& rules) {
 bool IniProfile::KeepSafe(const StoreRules& rules) {
   rules_ = rules;
   // What is only closed to everybody is opened again; nothing is lost.
-  if (QFileInfo(path_).isFile() && !safe_file::MayRead(path_)) static_cast<void>(safe_file::KeepForOwner(path_));
+  if (QFileInfo(path_).isFile() && !safe_file::CanRead(path_)) static_cast<void>(safe_file::RestrictToOwner(path_));
   if (Fault(rules).empty()) {
     RenewCopy();
   } else {
@@ -164,7 +164,7 @@ void IniProfile::Restore() {
   if (fault.empty()) return;  // another program was faster
   const bool exists = safe_file::StampOf(path_) != safe_file::Stamp{};
   aside_ = exists ? NameAside() : QString();
-  if (QFileInfo(copy_path_).isFile()) static_cast<void>(safe_file::KeepForOwner(copy_path_));
+  if (QFileInfo(copy_path_).isFile()) static_cast<void>(safe_file::RestrictToOwner(copy_path_));
   std::optional<Values> copy = ReadFile(copy_path_);
   if (copy && !rules_->good(AsTexts(*copy))) copy.reset();
   StoreLoss loss{
@@ -181,7 +181,8 @@ void IniProfile::Restore() {
     }
   }
   // The next write that succeeds puts all of this into the file.
-  if (!failure.empty()) notice = QString::fromStdString(LossNotice(loss) + " This is not on the disk yet: " + failure);
+  if (!failure.empty())
+    notice = QString::fromStdString(LossNotice(loss) + " This has not been saved to disk yet: " + failure);
   values_ = std::move(restored);
   loaded_ = safe_file::StampOf(path_);
 }
@@ -189,7 +190,7 @@ void IniProfile::Restore() {
 bool IniProfile::PutAside(const QString& file) {
   if (aside_.isEmpty()) return true;
   if (!safe_file::Replace(file, aside_)) return false;
-  if (QFileInfo(aside_).isFile()) static_cast<void>(safe_file::KeepForOwner(aside_));  // it may hold the password
+  if (QFileInfo(aside_).isFile()) static_cast<void>(safe_file::RestrictToOwner(aside_));  // it may hold the password
   aside_.clear();
   return true;
 }
@@ -231,7 +232,7 @@ void IniProfile::Write(const Values& changes) {
   };
   // A full disk must not keep the program from saying again what stands there already, as it does at each start.
   if (std::all_of(changes.begin(), changes.end(), stored)) {
-    static_cast<void>(safe_file::KeepForOwner(path_));  // that needs no room
+    static_cast<void>(safe_file::RestrictToOwner(path_));  // that needs no room
     return;
   }
   PrepareFolder();
@@ -246,13 +247,13 @@ void IniProfile::Write(const Values& changes) {
 }
 
 void IniProfile::PrepareFolder() const {
-  safe_file::ForgetLastError();
+  safe_file::ClearLastError();
   if (!QFileInfo::exists(folder_) && !QDir().mkpath(folder_)) {
     throw RunTimeError(RunTimeError::kPathFileAccess,
-                       "cannot make the folder " + folder_.toStdString() +
+                       "cannot create the folder " + folder_.toStdString() +
                            " for the settings: " + safe_file::ErrorText(safe_file::LastError()));
   }
-  if (!safe_file::MayWrite(folder_)) FailToWrite(safe_file::LastError());
+  if (!safe_file::CanWrite(folder_)) FailToWrite(safe_file::LastError());
 }
 
 std::unique_ptr<QLockFile> IniProfile::Lock() const {
@@ -262,8 +263,8 @@ std::unique_ptr<QLockFile> IniProfile::Lock() const {
   if (lock->tryLock(kPatience)) return lock;
   if (lock->error() != QLockFile::LockFailedError) FailToWrite(safe_file::LastError());
   throw RunTimeError(RunTimeError::kPathFileAccess, "cannot write the settings to " + Location() +
-                                                        ": another program has held " + lock->fileName().toStdString() +
-                                                        " for half a second");
+                                                        ": another program has locked " +
+                                                        lock->fileName().toStdString() + " for half a second");
 }
 
 void IniProfile::Replace(const Values& values) {
@@ -274,7 +275,7 @@ void IniProfile::Replace(const Values& values) {
   const QString written = workshop + "/written";
   const QString checked = workshop + "/checked";
   const QString copied = workshop + "/copied";
-  safe_file::ForgetLastError();
+  safe_file::ClearLastError();
   bool good = QDir().mkdir(workshop, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   int error = safe_file::LastError();
   if (good) {
@@ -287,10 +288,10 @@ void IniProfile::Replace(const Values& values) {
   good = good && safe_file::Replace(written, checked) && ReadFile(checked) == values;
   // A copy that there is no room for leaves the one before, which is worth more than no setting stored.
   const bool copy = good && rules_ && rules_->good(AsTexts(values)) && QFile::copy(checked, copied) &&
-                    ReadFile(copied) == values && safe_file::Flush(copied) && safe_file::KeepForOwner(copied);
+                    ReadFile(copied) == values && safe_file::Flush(copied) && safe_file::RestrictToOwner(copied);
   if (good) {
     const QString target = Target();
-    good = safe_file::Flush(checked) && safe_file::KeepForOwner(checked) && PutAside(target) &&
+    good = safe_file::Flush(checked) && safe_file::RestrictToOwner(checked) && PutAside(target) &&
            safe_file::Replace(checked, target);
     error = safe_file::LastError();
   }

@@ -57,7 +57,7 @@ SingleInstance::SingleInstance(const QString& profile_folder)
   QObject::connect(&server_, &QLocalServer::newConnection, &server_, [this] { Answer(); });
 }
 
-SingleInstance::Start SingleInstance::Claim() { return ClaimWithin({}) ? Start::kFirst : AskTheOther(); }
+SingleInstance::Start SingleInstance::Claim() { return ClaimWithin({}) ? Start::kFirst : ContactRunning(); }
 
 bool SingleInstance::Lock(std::chrono::milliseconds patience) {
   if (lock_.tryLock(static_cast<int>(patience.count()))) return true;
@@ -95,11 +95,11 @@ void SingleInstance::Listen() {
   if (server_.listen(socket_name_)) return;
   problem_ = "a second start cannot bring this program to the front: ";
   problem_ += BelongsToAnother(FileOf(socket_name_), lock_.fileName())
-                  ? "another user of this machine has the name " + FileOf(socket_name_)
+                  ? "another user of this machine has taken the name " + FileOf(socket_name_)
                   : server_.errorString();
 }
 
-SingleInstance::Start SingleInstance::AskTheOther() const {
+SingleInstance::Start SingleInstance::ContactRunning() const {
   // Whoever has the profile answers as its user; another one could say anything.
   if (BelongsToAnother(FileOf(socket_name_), lock_.fileName())) return Start::kNameIsTaken;
   QLocalSocket socket;
@@ -107,8 +107,8 @@ SingleInstance::Start SingleInstance::AskTheOther() const {
   char answer = 0;
   const bool answered =
       socket.waitForConnected(kPatienceMs) && socket.waitForReadyRead(kPatienceMs) && socket.getChar(&answer);
-  if (!answered) return Start::kOtherIsSilent;
-  return answer == kHasPanel ? Start::kPanelBroughtUp : Start::kOtherHasNoPanel;
+  if (!answered) return Start::kOtherNotResponding;
+  return answer == kHasPanel ? Start::kPanelRaised : Start::kOtherIsHeadless;
 }
 
 void SingleInstance::Answer() {

@@ -12,11 +12,11 @@ namespace orvalis {
 class SingleInstance {
  public:
   enum class Start {
-    kFirst,            ///< this program may run
-    kPanelBroughtUp,   ///< another one runs and has brought its panel to the front
-    kOtherHasNoPanel,  ///< another one runs headless
-    kOtherIsSilent,    ///< another one runs and did not answer
-    kNameIsTaken,      ///< another one runs and cannot be asked: another user has the name that it would answer at
+    kFirst,               ///< this program may run
+    kPanelRaised,         ///< another one runs and has brought its panel to the front
+    kOtherIsHeadless,     ///< another one runs headless
+    kOtherNotResponding,  ///< another one runs and did not answer
+    kNameIsTaken,         ///< another one runs and cannot be asked: another user has the name that it would answer at
   };
 
   explicit SingleInstance(const QString& profile_folder);
@@ -31,11 +31,11 @@ class SingleInstance {
   [[nodiscard]] const QString& problem() const { return problem_; }
 
   /// What to do when a second start asks; it returns whether there is a panel.
-  void OnAsked(std::function<bool()> bring_to_front) { bring_to_front_ = std::move(bring_to_front); }
+  void OnActivate(std::function<bool()> bring_to_front) { bring_to_front_ = std::move(bring_to_front); }
 
  private:
   [[nodiscard]] bool Lock(std::chrono::milliseconds patience);
-  [[nodiscard]] Start AskTheOther() const;
+  [[nodiscard]] Start ContactRunning() const;
   void RemoveLeftovers() const;
   void Listen();
   void Answer();

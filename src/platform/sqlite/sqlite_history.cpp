@@ -80,7 +80,7 @@ void CheckFile(Database& database) {
   if (verdict != "ok") throw DatabaseError(SQLITE_CORRUPT, verdict);
   const std::string layout = OneText(database, "PRAGMA user_version");
   if (layout != "0" && layout != std::to_string(kLayout)) {
-    throw DatabaseError(SQLITE_ERROR, "it is of a newer version of the program");
+    throw DatabaseError(SQLITE_ERROR, "it was written by a newer version of the program");
   }
 }
 
@@ -170,7 +170,7 @@ void SqliteHistory::SetAside(const std::string& reason) {
     fs::path to = aside;
     fs::rename(from += companion, to += companion, error);
   }
-  notice_("the history was damaged (" + reason + "); it is set aside as " + Shown(aside) + " and a new one is begun");
+  notice_("the history was damaged (" + reason + "); it was moved to " + Shown(aside) + " and a new one was started");
 }
 
 HistoryStore::Part SqliteHistory::Load(std::int64_t spans_from, std::int64_t samples_from, std::int64_t to) {

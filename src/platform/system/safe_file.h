@@ -18,14 +18,14 @@ struct Stamp {
 
 /// The number of the system's last error on this thread, which these functions and Qt's file classes leave behind.
 [[nodiscard]] int LastError();
-void ForgetLastError();
+void ClearLastError();
 /// For a person.
 [[nodiscard]] std::string ErrorText(int error);
 
-[[nodiscard]] bool MayRead(const QString& file);
-[[nodiscard]] bool MayWrite(const QString& folder);
+[[nodiscard]] bool CanRead(const QString& file);
+[[nodiscard]] bool CanWrite(const QString& folder);
 /// Nobody but the owner and the system's administrator may read `file` from now on.
-[[nodiscard]] bool KeepForOwner(const QString& file);
+[[nodiscard]] bool RestrictToOwner(const QString& file);
 /// Gives `from` the name `to`, in one step, in the place of what had it.
 [[nodiscard]] bool Replace(const QString& from, const QString& to);
 /// Waits until the file is on the disk.

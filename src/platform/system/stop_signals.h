@@ -9,13 +9,13 @@ namespace orvalis {
 /// time. Implemented once per operating system.
 ///
 /// A program that holds this class loses no signal from its first moment on: where the system can be told so early,
-/// what comes before `EndAtOnce` or `LeaveToSystem` waits for them.
+/// what comes before `ExitImmediately` or `RestoreDefault` waits for them.
 class StopSignals {
  public:
   struct Calls {
     std::function<void()> stop;  ///< end the event loop; what is to be kept is kept after it
     /// Keep what is to be kept now: the system ends the process as soon as this returns.
-    std::function<void()> session_ends;
+    std::function<void()> session_ended;
   };
 
   explicit StopSignals(Calls calls);
@@ -26,10 +26,10 @@ class StopSignals {
 
   /// To be called first of all. While no `StopSignals` lives, being asked to end ends the process at once with
   /// `exit_code`, which is in order as long as nothing has been begun.
-  static void EndAtOnce(int exit_code);
+  static void ExitImmediately(int exit_code);
   /// The other choice: what the system does to every program. For one that does a single thing and must not be taken
   /// to have done it.
-  static void LeaveToSystem();
+  static void RestoreDefault();
 
  private:
   class Watch;

@@ -67,7 +67,7 @@ bool Configure(HANDLE port, int speed) {
 
 std::string ComPortName(const std::string& port) {
   const auto first = port.find_first_not_of(' ');
-  if (first == std::string::npos) throw RunTimeError(RunTimeError::kFileNotFound, "no serial port is chosen");
+  if (first == std::string::npos) throw RunTimeError(RunTimeError::kFileNotFound, "no serial port selected");
   std::string name = port.substr(first, port.find_last_not_of(' ') - first + 1);
   if (name.starts_with(R"(\\.\)")) name.erase(0, 4);
   std::string upper = name;
@@ -180,7 +180,7 @@ void ComPort::Lose(DWORD error) {
   if (!port_) return;
   port_ = Handle();
   const bool gone = std::find(kGoneErrors.begin(), kGoneErrors.end(), error) != kGoneErrors.end();
-  const std::string reason = gone ? "the port " + name_ + " has vanished; the adapter was pulled out or lost power"
+  const std::string reason = gone ? "the port " + name_ + " has vanished; the adapter was unplugged or lost power"
                                   : "the port " + name_ + " failed: " + SystemText(error);
   // The reason first: whoever waits for an answer is about to say why none came.
   if (lost_) lost_(reason);

@@ -101,7 +101,7 @@ void Prepare() {
 }
 
 // The shell looks into folders on threads of its own.
-bool PickersHoldUp() { return false; }
+bool FileDialogsBlock() { return false; }
 
 void KeepOnTop(QWidget& window, bool on) {
   SetWindowPos(HandleOf(window), on ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);

@@ -36,7 +36,7 @@ RunTimeError PlayFailure(MCIERROR error, const std::string& path) {
     case MCIERR_WAVE_OUTPUTSUNSUITABLE:
     case MCIERR_WAVE_SETOUTPUTUNSUITABLE:
     case MCIERR_DEVICE_NOT_INSTALLED:
-      return {RunTimeError::kDeviceUnavailable, "this machine has no sound output"};
+      return {RunTimeError::kDeviceUnavailable, "no sound output on this machine"};
     default:
       return {RunTimeError::kDeviceUnavailable, "the sound file \"" + path + "\" cannot be played: " + Words(error)};
   }
@@ -48,7 +48,8 @@ void MciSoundPlayer::Play(const std::string& path) {
   Close();
   const DWORD attributes = GetFileAttributesW(Wide(path).c_str());
   if (path.empty() || attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-    throw RunTimeError(RunTimeError::kFileNotFound, "there is no sound file \"" + path + "\"; choose one in the setup");
+    throw RunTimeError(RunTimeError::kFileNotFound,
+                       "sound file \"" + path + "\" not found; choose one in the setup dialog");
   }
   if (const MCIERROR error = Send(L"open \"" + DriverPath(path) + L"\" type waveaudio alias " + kAlias); error != 0) {
     throw PlayFailure(error, path);

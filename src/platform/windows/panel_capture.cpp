@@ -78,7 +78,7 @@ Palette SystemPalette(HDC context) {
 
 PicturePtr CaptureForm(HWND form) {
   RECT edges{};
-  if (GetWindowRect(form, &edges) == 0) throw Win32Error("the window to be pictured is gone");
+  if (GetWindowRect(form, &edges) == 0) throw Win32Error("the window to capture is gone");
   return CaptureWindow(form, false, 0, 0, edges.right - edges.left, edges.bottom - edges.top);
 }
 
@@ -90,7 +90,7 @@ PicturePtr CaptureWindow(HWND window, bool client, int left, int top, int width,
     MemoryContext memory(source.get(), bitmap.get());
     if (palette) memory.Select(palette.get());
     if (BitBlt(memory.get(), 0, 0, width, height, source.get(), left, top, SRCCOPY) == 0) {
-      throw Win32Error("the window cannot be pictured");
+      throw Win32Error("the window cannot be captured");
     }
   }
   return CreateBitmapPicture(bitmap.release(), palette.release());
@@ -107,7 +107,7 @@ PicturePtr CreateBitmapPicture(HBITMAP bitmap, HPALETTE palette) {
   if (FAILED(result)) {
     DeleteObject(bitmap);
     if (palette != nullptr) DeleteObject(palette);
-    throw ComError("no picture can be made", result);
+    throw ComError("no picture can be created", result);
   }
   return PicturePtr(static_cast<IPicture*>(picture));
 }

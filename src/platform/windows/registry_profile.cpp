@@ -273,7 +273,7 @@ void RegistryProfile::Restore() {
     FinishNotes();
     in_memory_.reset();
   } catch (const RunTimeError& error) {
-    notice = Wide(LossNotice(loss) + " This is not on the disk yet: " + error.what());
+    notice = Wide(LossNotice(loss) + " This has not been saved to disk yet: " + error.what());
     in_memory_ = std::move(restored);
   }
 }

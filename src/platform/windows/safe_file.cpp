@@ -41,13 +41,13 @@ Stamp StampOf(const QString& path) {
 
 int LastError() { return static_cast<int>(GetLastError()); }
 
-void ForgetLastError() { SetLastError(ERROR_SUCCESS); }
+void ClearLastError() { SetLastError(ERROR_SUCCESS); }
 
 std::string ErrorText(int error) { return SystemText(static_cast<DWORD>(error)); }
 
-bool MayRead(const QString& file) { return static_cast<bool>(Open(file, GENERIC_READ)); }
+bool CanRead(const QString& file) { return static_cast<bool>(Open(file, GENERIC_READ)); }
 
-bool MayWrite(const QString& folder) {
+bool CanWrite(const QString& folder) {
   // Rights come from so many places that only trying tells.
   const QString probe = folder + "/orvalis-" + QString::number(QCoreApplication::applicationPid()) + ".probe";
   const Handle file(CreateFileW(Native(probe).c_str(), GENERIC_WRITE, kShareAll, nullptr, CREATE_ALWAYS,
@@ -55,7 +55,7 @@ bool MayWrite(const QString& folder) {
   return static_cast<bool>(file);
 }
 
-bool KeepForOwner(const QString& file) {
+bool RestrictToOwner(const QString& file) {
   // Nothing inherited; full access for the owner, the system and the administrators.
   PSECURITY_DESCRIPTOR made = nullptr;
   if (ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;FA;;;OW)(A;;FA;;;SY)(A;;FA;;;BA)", SDDL_REVISION_1,

@@ -31,7 +31,7 @@ std::string FromHex(const std::string& hex) {
 std::string PortNumber(const std::string& port) {
   const std::string name = ComPortName(port);
   if (!name.starts_with("COM")) {
-    throw RunTimeError(RunTimeError::kFileNotFound, "the serial ports are numbered; \"" + name + "\" is no number");
+    throw RunTimeError(RunTimeError::kFileNotFound, "the serial ports are numbered; \"" + name + "\" is not a number");
   }
   return name.substr(3);
 }
@@ -40,7 +40,7 @@ std::string PortNumber(const std::string& port) {
 
 SerialObjectPort::SerialObjectPort(QString program) : program_(std::move(program)) {
   hung_.setSingleShot(true);
-  connect(&hung_, &QTimer::timeout, this, [this] { Lose("the serial object of " + name_ + " does not answer"); });
+  connect(&hung_, &QTimer::timeout, this, [this] { Lose("the serial object of " + name_ + " is not responding"); });
   StartProcess();
 }
 
@@ -172,11 +172,11 @@ void SerialObjectPort::Open() {
   });
   if (!WaitFor(call, kOpenPatience)) {
     EndProcess(End::kCutOff);
-    throw RunTimeError(RunTimeError::kDeviceUnavailable, "the serial object of " + name_ + " does not answer");
+    throw RunTimeError(RunTimeError::kDeviceUnavailable, "the serial object of " + name_ + " is not responding");
   }
   if (connected_) return;
   const RunTimeError reason =
-      opening_error_.value_or(RunTimeError(RunTimeError::kDeviceUnavailable, "the object did not say why"));
+      opening_error_.value_or(RunTimeError(RunTimeError::kDeviceUnavailable, "the object gave no reason"));
   throw RunTimeError(RunTimeError::kDeviceUnavailable,
                      "the port " + name_ + " cannot be opened: " + std::string(reason.what()));
 }

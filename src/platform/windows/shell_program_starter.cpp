@@ -24,7 +24,8 @@ void StartCommandLine(const std::string& command_line, StartWindow window, const
 void ShellProgramStarter::Start(const std::string& path) {
   const DWORD attributes = GetFileAttributesW(Wide(path).c_str());
   if (path.empty() || attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-    throw RunTimeError(RunTimeError::kFileNotFound, "there is no program \"" + path + "\"; choose one in the setup");
+    throw RunTimeError(RunTimeError::kFileNotFound,
+                       "program \"" + path + "\" not found; choose one in the setup dialog");
   }
   const auto separator = path.find_last_of("\\/");
   StartCommandLine("\"" + path + "\"", StartWindow::kNormal,

@@ -49,7 +49,7 @@ LRESULT CALLBACK HandleMessage(HWND window, UINT message, WPARAM first, LPARAM s
     case WM_QUERYENDSESSION:
       return TRUE;
     case WM_ENDSESSION:
-      if (first != FALSE) g_calls->session_ends();
+      if (first != FALSE) g_calls->session_ended();
       return 0;
     default:
       return DefWindowProcW(window, message, first, second);
@@ -97,11 +97,11 @@ StopSignals::StopSignals(Calls calls) : watch_(std::make_unique<Watch>(std::move
 
 StopSignals::~StopSignals() = default;
 
-void StopSignals::EndAtOnce(int exit_code) {
+void StopSignals::ExitImmediately(int exit_code) {
   g_exit_code = exit_code;
   SetConsoleCtrlHandler(EndProcess, TRUE);  // of several handlers the last one is asked first
 }
 
-void StopSignals::LeaveToSystem() { SetConsoleCtrlHandler(EndProcess, FALSE); }
+void StopSignals::RestoreDefault() { SetConsoleCtrlHandler(EndProcess, FALSE); }
 
 }  // namespace orvalis

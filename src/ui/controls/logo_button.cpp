@@ -70,9 +70,8 @@ std::vector<LogoButton*> MakeLogoButtons(QWidget* parent) {
     QUrl (*page)();
   };
   std::vector<LogoButton*> buttons;
-  for (const Logo& logo :
-       {Logo{LogoButton::Picture::kStandards, "picStandards", "The standards' web site", StandardsPage},
-        Logo{LogoButton::Picture::kGuide, "picGuide", "The user's guide", DocumentationPage}}) {
+  for (const Logo& logo : {Logo{LogoButton::Picture::kStandards, "picStandards", "Standards web site", StandardsPage},
+                           Logo{LogoButton::Picture::kGuide, "picGuide", "User guide", DocumentationPage}}) {
     auto* button = new LogoButton(logo.picture, parent);
     button->setObjectName(logo.name);
     button->setToolTip(logo.tip);

@@ -7,14 +7,24 @@
 
 namespace orvalis {
 
-/// A text control that shows nothing but red when told so. Styles and palettes do not suffice: the toolkit paints the
-/// text cursor by inverting what is below it, and what is below it is black.
+/// A control with something of its own to do for the night theme. DressWindow tells every one in the window; a control
+/// that is made later has to be told by whoever makes it.
+class NightAware {
+ public:
+  virtual void SetNight(bool night) = 0;
+
+ protected:
+  ~NightAware() = default;
+};
+
+/// A text control that shows only red at night. Styles and palettes are not enough: the toolkit paints the text cursor
+/// by inverting what is below it, and that is black.
 template <typename Control>
-class NightProof : public Control {
+class NightProof : public Control, public NightAware {
  public:
   using Control::Control;
 
-  void SetNight(bool night) {
+  void SetNight(bool night) override {
     if (night == night_) return;
     night_ = night;
     Canvas()->update();

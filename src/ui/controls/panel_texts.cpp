@@ -12,8 +12,8 @@ QString TimeOfDay(const CivilTime& time) { return ToQString(FormatTimeOfDay(time
 }  // namespace
 
 BigWordText VerdictText(const PanelModel& model, QDate today) {
-  if (model.stale || !model.safe) return {"NO DATA", OldSinceText(model.fresh_at, today), std::nullopt};
-  const QString detail = model.fresh_at ? "reading of " + TimeOfDay(*model.fresh_at) : QString();
+  if (model.stale || !model.safe) return {"NO DATA", StaleSinceText(model.fresh_at, today), std::nullopt};
+  const QString detail = model.fresh_at ? "reading at " + TimeOfDay(*model.fresh_at) : QString();
   if (*model.safe) return {"SAFE", detail, Colour::kGreen};
   return {"UNSAFE", detail, Colour::kRed};
 }
@@ -32,7 +32,7 @@ BigWordText SkyText(const PanelModel& model) {
   return shown;
 }
 
-QString OldSinceText(const std::optional<CivilTime>& fresh_at, QDate today) {
+QString StaleSinceText(const std::optional<CivilTime>& fresh_at, QDate today) {
   if (!fresh_at) return "no reading yet";
   QString when = TimeOfDay(*fresh_at);
   if (DateOf(*fresh_at) != today) when.prepend(DateText(*fresh_at) + " ");

@@ -25,7 +25,7 @@ struct BigWordText {
 [[nodiscard]] BigWordText SkyText(const PanelModel& model);
 
 /// Since when the values are old: "no reading since 21:04:05", "no reading yet".
-[[nodiscard]] QString OldSinceText(const std::optional<CivilTime>& fresh_at, QDate today);
+[[nodiscard]] QString StaleSinceText(const std::optional<CivilTime>& fresh_at, QDate today);
 
 /// "°C" or "°F"
 [[nodiscard]] QString TemperatureUnit(bool centigrade);

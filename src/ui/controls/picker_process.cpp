@@ -4,9 +4,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QEventLoop>
-#include <QMessageBox>
 #include <QProcess>
-#include <QPushButton>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <QWidget>
@@ -17,22 +15,21 @@
 #include <cstdlib>
 #include <memory>
 
-#include "ui/controls/panel_texts.h"
-#include "ui/controls/setup_night.h"
-#include "ui/controls/theme.h"
+#include "ui/controls/message_box.h"
+#include "ui/controls/night_style.h"
 
 namespace orvalis {
 namespace {
 
 using namespace std::chrono_literals;
 
-constexpr const char* kWord = "--file-dialog";
+constexpr const char* kPickerOption = "--file-dialog";
 // What the dialog's process writes, each a line.
 constexpr char kAlive = '.';
 constexpr char kChosen = '=';
-constexpr auto kBeat = 1s;
+constexpr auto kHeartbeat = 1s;
 /// Long enough for a slow machine to start a process.
-constexpr auto kHeldUp = 5s;
+constexpr auto kNotRespondingAfter = 5s;
 
 // The arguments behind the word, in this order.
 enum Argument { kKind, kLook, kOwner, kTitle, kFilter, kStart, kArguments };
@@ -54,7 +51,7 @@ QStringList PickerArguments(const QWidget* parent, const PickerRequest& request)
   arguments[kTitle] = request.title;
   arguments[kFilter] = request.filter;
   arguments[kStart] = request.start;
-  return QStringList(kWord) + arguments;
+  return QStringList(kPickerOption) + arguments;
 }
 
 /// Keeps the other windows from taking input, without a window of its own to be seen.
@@ -68,29 +65,26 @@ class Blocker : public QDialog {
 };
 
 /// Says that the dialog is held up, while it is.
-class HeldUpMessage {
+class NotRespondingMessage {
  public:
-  HeldUpMessage(QWidget* parent, PickerLook look, QEventLoop& loop)
-      : box_(look == PickerLook::kNight ? QMessageBox::NoIcon : QMessageBox::Warning, "Orvalis",
-             "The folder does not answer, as when it is on a network that is gone.", QMessageBox::NoButton, parent) {
-    QAbstractButton* give_up = box_.addButton("&Give up", QMessageBox::RejectRole);
+  NotRespondingMessage(QWidget* parent, QEventLoop& loop)
+      : box_(QMessageBox::Warning, "Orvalis",
+             "The folder is not responding. It may be on a network that is unavailable.", QMessageBox::NoButton,
+             parent) {
+    box_.AddButton("&Give up", QMessageBox::RejectRole);
     box_.setModal(true);  // or it would take no input either
-    if (look == PickerLook::kNight && parent != nullptr) {
-      box_.setPalette(parent->palette());
-      give_up->setIcon({});
-    }
     QObject::connect(&box_, &QDialog::finished, &loop, &QEventLoop::quit);
     wait_.setSingleShot(true);
     wait_.callOnTimeout(&box_, [this] { box_.show(); });
-    wait_.start(kHeldUp);
+    wait_.start(kNotRespondingAfter);
   }
   void NoteAlive() {
     box_.hide();
-    wait_.start(kHeldUp);
+    wait_.start(kNotRespondingAfter);
   }
 
  private:
-  QMessageBox box_;
+  MessageBox box_;
   QTimer wait_;
 };
 
@@ -118,12 +112,12 @@ void WriteLine(const QByteArray& line) {
 
 void UsePickerProcess(const QString& program) { g_program = program; }
 
-bool PickersHaveProcess() { return !g_program.isEmpty(); }
+bool UsesPickerProcess() { return !g_program.isEmpty(); }
 
 std::optional<std::string> PickInProcess(QWidget* parent, const PickerRequest& request) {
   const Blocker blocker(parent);
   QEventLoop loop;
-  HeldUpMessage message(parent, request.look, loop);
+  NotRespondingMessage message(parent, loop);
   std::optional<std::string> chosen;
   auto process = std::make_unique<QProcess>();
   process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -150,7 +144,7 @@ std::optional<std::string> PickInProcess(QWidget* parent, const PickerRequest& r
 }
 
 bool IsPicker(const std::vector<std::string>& arguments) {
-  return arguments.size() == 2 + kArguments && arguments[1] == kWord;
+  return arguments.size() == 2 + kArguments && arguments[1] == kPickerOption;
 }
 
 void ServePicker(const std::vector<std::string>& arguments) {
@@ -162,26 +156,26 @@ void ServePicker(const std::vector<std::string>& arguments) {
   QCoreApplication::setApplicationName("orvalis");
   QGuiApplication::setDesktopFileName("orvalis");
   // Nothing is ever sent on standard input: it becomes readable when the program is gone.
-  const QSocketNotifier program_gone(0, QSocketNotifier::Read);
-  QObject::connect(&program_gone, &QSocketNotifier::activated, qApp, [] { EndPicker(); });
-  QTimer beat;
-  beat.callOnTimeout(qApp, [] { WriteLine(QByteArray(1, kAlive)); });
-  beat.start(kBeat);
+  const QSocketNotifier program_ended(0, QSocketNotifier::Read);
+  QObject::connect(&program_ended, &QSocketNotifier::activated, qApp, [] { EndPicker(); });
+  QTimer heartbeat;
+  heartbeat.callOnTimeout(qApp, [] { WriteLine(QByteArray(1, kAlive)); });
+  heartbeat.start(kHeartbeat);
 
   const PickerRequest request{.kind = static_cast<PickerRequest::Kind>(argument(kKind).toInt()),
                               .look = static_cast<PickerLook>(argument(kLook).toInt()),
                               .title = argument(kTitle),
                               .filter = argument(kFilter),
                               .start = argument(kStart)};
-  QWidget wardrobe;  // never shown: the dialog wears what it does
-  if (request.look == PickerLook::kNight) DressWindow(wardrobe, Theme::Night());
+  QWidget dressed;  // never shown: the dialog wears what it does
+  if (request.look == PickerLook::kNight) DressWindow(dressed, true);
   const auto owner = static_cast<WId>(argument(kOwner).toULongLong());
   const PickerFrame frame{.owner = owner == 0 ? nullptr : QWindow::fromWinId(owner),
                           .answer = [](const std::optional<std::string>& chosen) {
                             if (chosen) WriteLine(kChosen + QByteArray::fromStdString(*chosen).toPercentEncoding());
                             EndPicker();
                           }};
-  static_cast<void>(ShowPicker(&wardrobe, request, frame));
+  static_cast<void>(ShowPicker(&dressed, request, frame));
   EndPicker();
 }
 

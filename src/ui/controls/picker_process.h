@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/controls/setup_pickers.h"
+#include "ui/controls/file_pickers.h"
 
 namespace orvalis {
 
@@ -16,7 +16,7 @@ namespace orvalis {
 /// From now on each file dialog is a process: `program` started with what `IsPicker` knows.
 void UsePickerProcess(const QString& program);
 /// Whether `UsePickerProcess` was called.
-[[nodiscard]] bool PickersHaveProcess();
+[[nodiscard]] bool UsesPickerProcess();
 
 /// Asks in a process. The windows of this one take no input until it has answered; all else goes on. When the dialog is
 /// held up, a message says so and offers to give it up. Nothing when the user cancels or gives up, or when the program

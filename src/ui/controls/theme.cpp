@@ -12,7 +12,7 @@ constexpr double kReadableContrast = 4.5;
 // At night the red channel is all there is. Red on black reaches a ratio of 5.25 at most, so that text has hardly
 // anything to be dimmed by: outlines and inversion tell the states apart.
 constexpr int kNightInk = 255;
-constexpr int kNightOldInk = 238;
+constexpr int kNightStaleInk = 238;
 
 QColor Red(int strength) { return QColor(strength, 0, 0); }
 
@@ -49,7 +49,7 @@ QPalette NightPalette() {
                             QPalette::ToolTipText, QPalette::Link, QPalette::LinkVisited, QPalette::Highlight}) {
       palette.setColor(group, role, ink);
     }
-    palette.setColor(group, QPalette::PlaceholderText, Red(kNightOldInk));
+    palette.setColor(group, QPalette::PlaceholderText, Red(kNightStaleInk));
     palette.setColor(group, QPalette::Light, Red(90));
     palette.setColor(group, QPalette::Midlight, Red(70));
     palette.setColor(group, QPalette::Mid, Red(60));
@@ -99,53 +99,15 @@ Tone Theme::Plain(Colour colour) const {
   return Quiet(colour);
 }
 
-Tone Theme::Old(Shape shape) const {
+Tone Theme::Stale(Shape shape) const {
   Tone tone = shape == Shape::kCard ? Strong(Colour::kWhite) : Plain(Colour::kWhite);
   const QColor ground = tone.fill.isValid() ? tone.fill : window();
-  tone.ink = kind_ == Kind::kNight ? Red(kNightOldInk) : Readable(Mix(text(), ground, 0.4), ground);
-  tone.old = true;
+  tone.ink = kind_ == Kind::kNight ? Red(kNightStaleInk) : Readable(Mix(text(), ground, 0.4), ground);
+  tone.stale = true;
   return tone;
 }
 
 QColor Theme::hairline() const { return kind_ == Kind::kNight ? Red(60) : Mix(window(), text(), 0.14); }
-
-QString Theme::StyleSheet() const {
-  if (kind_ != Kind::kNight) return {};
-  return QStringLiteral(R"(
-QLabel { color: #ff0000; }
-QPushButton { background: black; color: #ff0000; border: 1px solid #8c0000; border-radius: 4px; padding: 4px 10px; }
-QPushButton:hover { border-color: #ff0000; }
-QPushButton:focus { border: 2px solid #ff0000; padding: 3px 9px; }
-QPushButton:pressed, QPushButton:checked { background: #ff0000; color: black; }
-QPushButton:disabled { color: #960000; }
-QToolButton { background: black; color: #ff0000; border: 1px solid black; border-radius: 4px; padding: 3px; }
-QToolButton:hover { border-color: #8c0000; }
-QToolButton:focus { border-color: #ff0000; }
-QLineEdit { background: black; color: #ff0000; border: 1px solid #8c0000; border-radius: 3px; padding: 2px;
-  selection-background-color: #ff0000; selection-color: black; }
-QLineEdit:focus, QPlainTextEdit:focus { border-color: #ff0000; }
-QPlainTextEdit { background: black; color: #ff0000; border: 1px solid #500000;
-  selection-background-color: #ff0000; selection-color: black; }
-QPlainTextEdit[frameShape="0"] { border: none; }
-QScrollArea { background: black; border: none; }
-QScrollBar { background: black; border: none; }
-QScrollBar:vertical { width: 12px; }
-QScrollBar:horizontal { height: 12px; }
-QScrollBar::handle { background: #780000; border-radius: 5px; margin: 1px; }
-QScrollBar::handle:vertical { min-height: 24px; }
-QScrollBar::handle:horizontal { min-width: 24px; }
-QScrollBar::handle:hover { background: #b40000; }
-QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
-QScrollBar::add-page, QScrollBar::sub-page { background: black; }
-QMenu { background: black; color: #ff0000; border: 1px solid #8c0000; }
-QMenu::item { padding: 4px 20px; }
-QMenu::item:selected { background: #ff0000; color: black; }
-QMenu::item:disabled { color: #960000; }
-QMenu::icon { image: none; }
-QMenu::separator { background: #500000; height: 1px; }
-QToolTip { background: black; color: #ff0000; border: 1px solid #8c0000; }
-)");
-}
 
 QColor Mix(const QColor& first, const QColor& second, double share) {
   const auto channel = [share](int from, int to) { return static_cast<int>(std::lround(from + share * (to - from))); };

@@ -2,7 +2,6 @@
 
 #include <QColor>
 #include <QPalette>
-#include <QString>
 
 #include "base/colour.h"
 
@@ -15,7 +14,7 @@ struct Tone {
   QColor ink;
   QColor outline;  ///< not valid: none
   double outline_width = 1.0;
-  bool old = false;  ///< the value is not of now: slanted and not bold, whatever its colour
+  bool stale = false;  ///< the value is not of now: slanted and not bold, whatever its colour
 
   bool operator==(const Tone&) const = default;
 };
@@ -40,16 +39,13 @@ class Theme {
   [[nodiscard]] Tone Plain(Colour colour) const;
   /// Grey, for values that are not of now. `card` is for those with a shape of their own.
   enum class Shape { kCard, kText };
-  [[nodiscard]] Tone Old(Shape shape) const;
+  [[nodiscard]] Tone Stale(Shape shape) const;
 
   [[nodiscard]] QColor window() const { return palette_.color(QPalette::Window); }
   [[nodiscard]] QColor text() const { return palette_.color(QPalette::WindowText); }
   [[nodiscard]] QColor hairline() const;
 
   [[nodiscard]] const QPalette& palette() const { return palette_; }
-  /// What the desktop's style must be told beyond the palette: nothing, but at night, when its highlights are not to
-  /// shine white.
-  [[nodiscard]] QString StyleSheet() const;
 
  private:
   Theme(Kind kind, QPalette palette) : kind_(kind), palette_(std::move(palette)) {}

@@ -1,10 +1,9 @@
 #include "ui/controls/web_page.h"
 
-#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QMessageBox>
 
+#include "ui/controls/message_box.h"
 #include "ui/desktop.h"
 
 namespace orvalis {
@@ -12,12 +11,10 @@ namespace orvalis {
 void OpenWebPage(const QUrl& url, QWidget* parent) {
   if (!url.isEmpty() && desktop::Open(url)) return;
   // The title is a leftover of the focuser template too.
-  QMessageBox box(QMessageBox::NoIcon, url.isEmpty() ? "Orvalis" : "Focus Simulator",
-                  url.isEmpty() ? "The guide is not there: it belongs to the program's files. Install Orvalis again."
-                                : "It doesn't appear that you have a web browser installed on your system.",
-                  QMessageBox::Ok, parent);
-  if (parent != nullptr) box.setPalette(parent->palette());  // dark at night, which windows do not inherit
-  for (QAbstractButton* button : box.buttons()) button->setIcon({});
+  MessageBox box(QMessageBox::NoIcon, url.isEmpty() ? "Orvalis" : "Focus Simulator",
+                 url.isEmpty() ? "The guide is missing: it is one of the program's files. Install Orvalis again."
+                               : "It doesn't appear that you have a web browser installed on your system.",
+                 QMessageBox::Ok, parent);
   box.exec();
 }
 

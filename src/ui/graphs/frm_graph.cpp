@@ -15,9 +15,9 @@
 
 #include "history/history_csv.h"
 #include "history/update_rate.h"
+#include "ui/controls/file_pickers.h"
+#include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
-#include "ui/controls/setup_night.h"
-#include "ui/controls/setup_pickers.h"
 #include "ui/controls/text_fit.h"
 #include "ui/graphs/graph_files.h"
 #include "ui/graphs/history_plot.h"
@@ -25,13 +25,11 @@
 namespace orvalis {
 namespace {
 
-constexpr QSizeF kFirstSize(68, 38);  ///< in units of the letters' size
-constexpr int kFirstRate = 10;
+constexpr QSizeF kInitialSize(68, 38);  ///< in units of the letters' size
+constexpr int kInitialRate = 10;
 constexpr double kZoomStep = 1.5;
 constexpr double kPanStep = 0.2;
 constexpr const char* kPictureFilter = "PNG Pictures (*.png)|*.png|PDF Documents (*.pdf)|*.pdf";
-constexpr const char* kNightExtra =
-    "QScrollBar { border: 1px solid #500000; } QScrollBar:focus { border-color: #ff0000; }";
 constexpr const char* kValuesFilter = "Comma-separated Values (*.csv)|*.csv";
 
 }  // namespace
@@ -43,7 +41,7 @@ frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
   plot_ = new HistoryPlot(kind_,
                           {.history = [this]() -> const History& { return parts_.recorder.Shown(); },
                            .now = [this] { return parts_.recorder.Now(); },
-                           .made_up = [this] { return parts_.recorder.demo_shown(); }},
+                           .is_demo = [this] { return parts_.recorder.demo_shown(); }},
                           parts_.zone, this);
   message_ = new QLabel;
   message_->setObjectName("lblMessage");
@@ -56,10 +54,10 @@ frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
   column->addWidget(plot_, 1);
   column->addWidget(message_);
   column->addWidget(BuildControls());
-  connect(&update_timer_, &QTimer::timeout, plot_, &HistoryPlot::TakeNew);
+  connect(&update_timer_, &QTimer::timeout, plot_, &HistoryPlot::Update);
   connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
-  SetUpdateRate(kFirstRate);
-  QSize size = (kFirstSize * PixelSize(font())).toSize();
+  SetUpdateRate(kInitialRate);
+  QSize size = (kInitialSize * PixelSize(font())).toSize();
   if (const QScreen* on = screen()) size = size.boundedTo(on->availableSize() * 0.9);
   resize(size);
   ApplyTheme();
@@ -83,11 +81,11 @@ QWidget* frmGraph::BuildControls() {
   rate_->setObjectName("hsbUpdate");
   rate_->setRange(0, UpdateRate::kLastPosition);
   rate_->setPageStep(10);
-  rate_->setValue(kFirstRate);
+  rate_->setValue(kInitialRate);
   rate_->setInvertedControls(false);  // or the arrow to the right would go to the left
   rate_->setFocusPolicy(Qt::StrongFocus);
   rate_->setAccessibleName("Update rate");
-  rate_->setToolTip("How often the graph takes in new values");
+  rate_->setToolTip("How often the graph is updated");
   rate_->setMinimumWidth(60);
   rate_->setMaximumWidth(480);
   connect(rate_, &QScrollBar::valueChanged, this, &frmGraph::SetUpdateRate);
@@ -101,14 +99,14 @@ QWidget* frmGraph::BuildControls() {
     connect(button, &QPushButton::clicked, this, action);
     row->addWidget(button);
   };
-  add("cmdAll", "Show &all", "Everything that is remembered; a double click into the graph does the same",
+  add("cmdAll", "Show &all", "Show the whole history; a double click on the graph does the same",
       [this] { plot_->ShowAll(); });
-  add("cmdPicture", "Save &picture…", "What is seen, as PNG or PDF", [this] {
-    const QString path = AskForFile("Save the picture", kPictureFilter, ".png");
+  add("cmdPicture", "Save &picture…", "Save this view as PNG or PDF", [this] {
+    const QString path = AskForFile("Save Picture", kPictureFilter, ".png");
     if (!path.isEmpty()) SavePicture(path);
   });
-  add("cmdValues", "Save &values…", "The values of the time that is seen, as CSV", [this] {
-    const QString path = AskForFile("Save the values", kValuesFilter, ".csv");
+  add("cmdValues", "Save &values…", "Save the values of this view as CSV", [this] {
+    const QString path = AskForFile("Save Values", kValuesFilter, ".csv");
     if (!path.isEmpty()) SaveValues(path);
   });
   return controls;
@@ -131,41 +129,33 @@ void frmGraph::RunTimer() {
   update_timer_.start(*interval);
 }
 
-void frmGraph::SetTheme(const Theme& theme) {
-  night_ = theme.kind() == Theme::Kind::kNight;
+void frmGraph::SetNightTheme(bool on) {
+  night_ = on;
   ApplyTheme();
 }
 
 void frmGraph::ApplyTheme() {
   if (applying_theme_) return;
   applying_theme_ = true;
-  setStyleSheet({});  // first: a style sheet holds on to the palette that it found
-  if (night_) {
-    theme_ = Theme::Night();
-    setPalette(theme_.palette());
-    setStyleSheet(theme_.StyleSheet() + SetupNightStyleSheet() + kNightExtra);
-  } else {
-    setPalette({});
-    theme_ = Theme::ForDesktop(palette());
-  }
+  theme_ = DressWindow(*this, night_);
   message_->hide();
   plot_->SetTheme(theme_);
   applying_theme_ = false;
 }
 
-void frmGraph::FollowSettings() {
+void frmGraph::UpdateUnits() {
   if (isVisible()) plot_->SetCentigrade(parts_.centigrade());
 }
 
-void frmGraph::ShowAnew() {
-  if (isVisible()) plot_->ShowUsual();
+void frmGraph::ShowDefaultRange() {
+  if (isVisible()) plot_->ShowDefaultRange();
 }
 
 void frmGraph::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (event->spontaneous()) return;
   plot_->SetCentigrade(parts_.centigrade());
-  plot_->ShowUsual();
+  plot_->ShowDefaultRange();
   RunTimer();
 }
 
@@ -223,8 +213,7 @@ QString frmGraph::AskForFile(const QString& title, const char* filter, const cha
   const QString name = QString("orvalis-") +
                        (kind_.curves.front().quantity == Quantity::kWind ? "wind-" : "temperatures-") +
                        from.toString("yyyy-MM-dd-HHmm") + suffix;
-  const std::optional<std::string> path =
-      PickSaveFile(this, title, filter, folder_ + "/" + name, night_ ? PickerLook::kNight : PickerLook::kDesktop);
+  const std::optional<std::string> path = PickSaveFile(this, title, filter, folder_ + "/" + name);
   if (!path) return {};
   folder_ = QFileInfo(ToQString(*path)).absolutePath();
   return ToQString(*path);

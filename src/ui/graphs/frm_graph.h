@@ -32,11 +32,12 @@ class frmGraph : public QWidget {
   };
   frmGraph(const GraphKind& kind, Parts parts, QWidget* parent = nullptr);
 
-  void SetTheme(const Theme& theme);
+  /// Black and red, or the desktop's colours.
+  void SetNightTheme(bool on);
   /// The units may be others now.
-  void FollowSettings();
+  void UpdateUnits();
   /// Another history is shown than before.
-  void ShowAnew();
+  void ShowDefaultRange();
 
   /// Whether it takes in new values by itself.
   [[nodiscard]] bool updating() const { return update_timer_.isActive(); }

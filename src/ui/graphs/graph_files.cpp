@@ -22,7 +22,7 @@ struct Saving {
   std::atomic<bool> ended = false;
 };
 
-std::atomic<int> g_running = 0;
+std::atomic<int> g_saving = 0;
 
 /// Returns why it failed, or an empty text.
 QString WriteWholeFile(const QString& path, const QByteArray& content) {
@@ -71,25 +71,25 @@ QByteArray PdfOf(QCustomPlot& plot) {
 
 void SaveInBackground(QObject* context, const QString& path, FileContent content, FileSaved saved) {
   const auto saving = std::make_shared<Saving>();
-  ++g_running;
+  ++g_saving;
   // Nothing waits for this thread: the system may hold it up for as long as it likes.
   std::thread([saving, path, content = std::move(content)] {
     saving->failure = WriteWholeFile(path, content());
-    --g_running;
+    --g_saving;
     saving->ended = true;
   }).detach();
   // Asked for rather than told: the event loop may have ended when the thread comes back.
-  constexpr std::chrono::milliseconds kGlance{20};
-  auto* glance = new QTimer(context);
-  QObject::connect(glance, &QTimer::timeout, glance, [saving, saved = std::move(saved), glance] {
+  constexpr std::chrono::milliseconds kCheckInterval{20};
+  auto* check = new QTimer(context);
+  QObject::connect(check, &QTimer::timeout, check, [saving, saved = std::move(saved), check] {
     if (!saving->ended) return;
-    glance->stop();
-    glance->deleteLater();
+    check->stop();
+    check->deleteLater();
     saved(saving->failure);
   });
-  glance->start(kGlance);
+  check->start(kCheckInterval);
 }
 
-bool SavingGoesOn() { return g_running > 0; }
+bool IsSaving() { return g_saving > 0; }
 
 }  // namespace orvalis

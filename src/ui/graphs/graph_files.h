@@ -26,6 +26,6 @@ using FileSaved = std::function<void(const QString& failure)>;
 void SaveInBackground(QObject* context, const QString& path, FileContent content, FileSaved saved);
 
 /// Whether a file is still being written, which cannot be stopped.
-[[nodiscard]] bool SavingGoesOn();
+[[nodiscard]] bool IsSaving();
 
 }  // namespace orvalis

@@ -49,13 +49,13 @@ QString UnitOf(Quantity quantity, bool centigrade) {
 QColor CurveColour(const CurveKind& curve, Theme::Kind theme) {
   switch (theme) {
     case Theme::Kind::kLight:
-      return QColor::fromRgb(curve.by_day);
+      return QColor::fromRgb(curve.light);
     case Theme::Kind::kDark:
-      return QColor::fromRgb(curve.in_the_dark);
+      return QColor::fromRgb(curve.dark);
     case Theme::Kind::kNight:
       break;
   }
-  return {curve.at_night, 0, 0};
+  return {curve.night, 0, 0};
 }
 
 BandLook LookOf(Condition condition, Theme::Kind theme) {

@@ -17,9 +17,9 @@ struct CurveKind {
   const char* name;
   bool on_right_axis;
   QCPScatterStyle::ScatterShape marker;
-  QRgb by_day;
-  QRgb in_the_dark;
-  int at_night;  ///< strength of the red, 0 to 255
+  QRgb light;
+  QRgb dark;
+  int night;  ///< strength of the red, 0 to 255
 };
 
 /// What a graph window shows.

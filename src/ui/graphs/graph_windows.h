@@ -14,22 +14,22 @@ class GraphWindows {
   void OpenTemperatures() { Open(temperatures_, TemperatureGraph()); }
   void OpenWind() { Open(wind_, WindGraph()); }
 
-  void SetTheme(const Theme& theme) {
-    theme_ = theme;
-    ForEach([&](frmGraph& window) { window.SetTheme(theme); });
+  void SetNightTheme(bool on) {
+    night_ = on;
+    ForEach([&](frmGraph& window) { window.SetNightTheme(on); });
   }
-  void FollowSettings() {
-    ForEach([](frmGraph& window) { window.FollowSettings(); });
+  void UpdateUnits() {
+    ForEach([](frmGraph& window) { window.UpdateUnits(); });
   }
-  void ShowAnew() {
-    ForEach([](frmGraph& window) { window.ShowAnew(); });
+  void ShowDefaultRange() {
+    ForEach([](frmGraph& window) { window.ShowDefaultRange(); });
   }
 
  private:
   void Open(std::unique_ptr<frmGraph>& window, const GraphKind& kind) {
     if (!window) {
       window = std::make_unique<frmGraph>(kind, parts_);
-      if (theme_) window->SetTheme(*theme_);
+      window->SetNightTheme(night_);
     }
     if (!window->isVisible()) window->setWindowFlag(Qt::WindowStaysOnTopHint, parts_.on_top());
     window->showNormal();
@@ -44,7 +44,7 @@ class GraphWindows {
   }
 
   frmGraph::Parts parts_;
-  std::optional<Theme> theme_;
+  bool night_ = false;
   std::unique_ptr<frmGraph> temperatures_;
   std::unique_ptr<frmGraph> wind_;
 };

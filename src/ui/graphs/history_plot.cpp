@@ -18,7 +18,7 @@ namespace {
 
 constexpr double kMsPerSecond = 1000;
 constexpr double kShortestRange = 60;
-constexpr double kUsualRange = 12 * 3600;
+constexpr double kDefaultRange = 12 * 3600;
 constexpr double kRangeWithoutValues = 3600;
 
 CivilTime LocalTime(double seconds, const QTimeZone& zone) {
@@ -26,7 +26,7 @@ CivilTime LocalTime(double seconds, const QTimeZone& zone) {
 }
 
 /// A date and the time of the day in it.
-QString Moment(const CivilTime& time, const std::string& time_of_day) {
+QString DateAndTime(const CivilTime& time, const std::string& time_of_day) {
   return DateText(time) + " " + ToQString(time_of_day);
 }
 
@@ -77,7 +77,7 @@ HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& 
   plotLayout()->setMargins(QMargins(2, 2, 2, 2));
   plotLayout()->setAutoMargins(QCP::msNone);
 
-  connect(xAxis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, &HistoryPlot::KeepWithin);
+  connect(xAxis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, &HistoryPlot::LimitRange);
   SetTheme(theme_);
 }
 
@@ -158,7 +158,7 @@ TimeRange HistoryPlot::Shown() const {
           .to = static_cast<std::int64_t>(std::ceil(xAxis->range().upper * kMsPerSecond))};
 }
 
-QCPRange HistoryPlot::Everything() const {
+QCPRange HistoryPlot::FullRange() const {
   const double now = static_cast<double>(source_.now()) / kMsPerSecond;
   const std::optional<TimeRange> extent = source_.history().Extent();
   if (!extent) return {now - kRangeWithoutValues, now};
@@ -167,14 +167,14 @@ QCPRange HistoryPlot::Everything() const {
   return {std::min(from, to - kShortestRange), to};
 }
 
-void HistoryPlot::KeepWithin(const QCPRange& wanted) {
+void HistoryPlot::LimitRange(const QCPRange& wanted) {
   if (adjusting_) return;
   SetShown(wanted);
   replot(rpQueuedReplot);
 }
 
 void HistoryPlot::SetShown(QCPRange range) {
-  const QCPRange all = Everything();
+  const QCPRange all = FullRange();
   const double size = std::clamp(range.size(), kShortestRange, std::max(kShortestRange, all.size()));
   double upper = range.center() + size / 2;
   if (upper - size < all.lower) upper = all.lower + size;
@@ -186,15 +186,15 @@ void HistoryPlot::SetShown(QCPRange range) {
   Recalculate();
 }
 
-void HistoryPlot::TakeNew() {
+void HistoryPlot::Update() {
   const QCPRange shown = xAxis->range();
-  const double moved = Everything().upper - shown.upper;
-  const bool goes_on = follows_ && moved >= shown.size() / Columns();
-  if (!goes_on && revision_ == source_.history().revision()) return;
+  const double moved = FullRange().upper - shown.upper;
+  const bool scrolls = follows_ && moved >= shown.size() / Columns();
+  if (!scrolls && revision_ == source_.history().revision()) return;
   // One more reading among thousands mostly changes no pixel, and drawing costs more than looking.
   const std::vector<QPoint> before = Pixels();
-  SetShown(goes_on ? shown + moved : shown);
-  if (goes_on || Pixels() != before) replot(rpQueuedReplot);
+  SetShown(scrolls ? shown + moved : shown);
+  if (scrolls || Pixels() != before) replot(rpQueuedReplot);
 }
 
 std::vector<QPoint> HistoryPlot::Pixels() const {
@@ -219,18 +219,18 @@ std::vector<QPoint> HistoryPlot::Pixels() const {
 }
 
 void HistoryPlot::Rebuild() {
-  SetShown(follows_ ? xAxis->range() + (Everything().upper - xAxis->range().upper) : xAxis->range());
+  SetShown(follows_ ? xAxis->range() + (FullRange().upper - xAxis->range().upper) : xAxis->range());
   replot(rpQueuedReplot);
 }
 
-void HistoryPlot::ShowUsual() {
-  const QCPRange all = Everything();
-  SetShown({std::max(all.lower, all.upper - kUsualRange), all.upper});
+void HistoryPlot::ShowDefaultRange() {
+  const QCPRange all = FullRange();
+  SetShown({std::max(all.lower, all.upper - kDefaultRange), all.upper});
   replot(rpQueuedReplot);
 }
 
 void HistoryPlot::ShowAll() {
-  SetShown(Everything());
+  SetShown(FullRange());
   replot(rpQueuedReplot);
 }
 
@@ -292,19 +292,19 @@ void HistoryPlot::FitValueAxis(QCPAxis* axis) {
                  " (" + UnitOf(quantity, centigrade_) + ")");
   // Wind and humidity begin at nothing; temperatures are given a little room.
   constexpr double kFullHumidity = 100;
-  constexpr double kUsualWind = 10;
-  constexpr double kUsualTemperatures = 10;
+  constexpr double kDefaultWind = 10;
+  constexpr double kDefaultTemperatures = 10;
   if (!temperature) {
-    const double usual = quantity == Quantity::kHumidity ? kFullHumidity : kUsualWind;
+    const double full_scale = quantity == Quantity::kHumidity ? kFullHumidity : kDefaultWind;
     lowest = std::min(lowest, 0.0);
-    highest = std::max(highest, usual);
+    highest = std::max(highest, full_scale);
   } else if (lowest > highest) {
     lowest = 0;
-    highest = kUsualTemperatures;
-  } else if (highest - lowest < kUsualTemperatures / 2) {
+    highest = kDefaultTemperatures;
+  } else if (highest - lowest < kDefaultTemperatures / 2) {
     const double middle = (highest + lowest) / 2;
-    lowest = middle - kUsualTemperatures / 4;
-    highest = middle + kUsualTemperatures / 4;
+    lowest = middle - kDefaultTemperatures / 4;
+    highest = middle + kDefaultTemperatures / 4;
   }
   constexpr double kRoom = 0.05;
   const double room = (highest - lowest) * kRoom;
@@ -318,10 +318,10 @@ void HistoryPlot::ShowTitle() {
   const CivilTime from = LocalTime(xAxis->range().lower, zone_);
   const CivilTime to = LocalTime(xAxis->range().upper, zone_);
   const std::string end = FormatHourAndMinute(to);
-  QString title = QString(kind_.title) + ", " + Moment(from, FormatHourAndMinute(from)) + " to " +
-                  (DayNumber(to) == DayNumber(from) ? ToQString(end) : Moment(to, end));
+  QString title = QString(kind_.title) + ", " + DateAndTime(from, FormatHourAndMinute(from)) + " to " +
+                  (DayNumber(to) == DayNumber(from) ? ToQString(end) : DateAndTime(to, end));
   if (!source_.history().Extent()) title = QString(kind_.title) + ": no values yet";
-  if (source_.made_up()) title += " · DEMO — values are made up";
+  if (source_.is_demo()) title += " · DEMO — simulated values";
   title_->setText(title);
 }
 
@@ -379,7 +379,7 @@ void HistoryPlot::ShowReadout() {
   const double middle = (static_cast<double>(span->first) + static_cast<double>(span->last)) / 2 / kMsPerSecond;
   const double x = xAxis->coordToPixel(middle);
   const CivilTime first = LocalTime(static_cast<double>(span->first) / kMsPerSecond, zone_);
-  QString when = Moment(first, FormatTimeOfDay(first));
+  QString when = DateAndTime(first, FormatTimeOfDay(first));
   if (span->last != span->first) {
     when += " to " + ToQString(FormatTimeOfDay(LocalTime(static_cast<double>(span->last) / kMsPerSecond, zone_)));
   }
@@ -402,7 +402,7 @@ void HistoryPlot::ShowReadout() {
       if (span->held.Has(quantity)) text += ", held";
       dot = QPointF(x, curve->valueAxis()->coordToPixel(highest));
     } else {
-      text += "not known";
+      text += "unknown";
     }
     rows.push_back({text, curve, dot});
   }

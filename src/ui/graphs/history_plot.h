@@ -29,7 +29,7 @@ class HistoryPlot : public QCustomPlot {
   struct Source {
     std::function<const History&()> history;
     std::function<std::int64_t()> now;
-    std::function<bool()> made_up;  ///< the values are those of demo mode
+    std::function<bool()> is_demo;  ///< the values are those of demo mode
   };
 
   HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& zone, QWidget* parent = nullptr);
@@ -38,11 +38,11 @@ class HistoryPlot : public QCustomPlot {
   void SetCentigrade(bool centigrade);
 
   /// Takes in what is new; paints only when that can be seen.
-  void TakeNew();
+  void Update();
   /// Another history than before, or other units: everything anew.
   void Rebuild();
   /// The last twelve hours, or as much as there is.
-  void ShowUsual();
+  void ShowDefaultRange();
   void ShowAll();
   /// Shows `factor` times as much, around the middle.
   void Zoom(double factor);
@@ -67,8 +67,8 @@ class HistoryPlot : public QCustomPlot {
 
   void BuildLegends();
   /// The longest range that can be shown.
-  [[nodiscard]] QCPRange Everything() const;
-  void KeepWithin(const QCPRange& wanted);
+  [[nodiscard]] QCPRange FullRange() const;
+  void LimitRange(const QCPRange& wanted);
   void SetShown(QCPRange range);
   void Recalculate();
   /// Where everything is drawn that depends on the values.

@@ -26,7 +26,7 @@ EventView::EventView(QWidget* parent) : NightProof(parent) {
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   setTabChangesFocus(true);
   setUndoRedoEnabled(false);
-  setPlaceholderText("Nothing has happened yet.");
+  setPlaceholderText("No events yet.");
   setAccessibleName("Events");
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }

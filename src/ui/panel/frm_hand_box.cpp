@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/controls/night_proof.h"
+#include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/desktop.h"
 #include "ui/panel/connect_button.h"
@@ -27,10 +27,10 @@ void frmHandBox::Refresh() {
 }
 
 void frmHandBox::ShowWords() {
-  const Tone unknown = theme_.Old(Theme::Shape::kCard);
+  const Tone unknown = theme_.Stale(Theme::Shape::kCard);
   const BigWordText verdict = VerdictText(model_, QDate::currentDate());
   Tone verdict_tone = verdict.colour ? theme_.Strong(*verdict.colour) : unknown;
-  verdict_tone.old = false;  // "NO DATA" is as true now as it will be later
+  verdict_tone.stale = false;  // "NO DATA" is as true now as it will be later
   verdict_->Show({verdict.word, verdict.detail, {}, verdict_tone});
 
   const BigWordText sky = SkyText(model_);
@@ -39,7 +39,7 @@ void frmHandBox::ShowWords() {
 
   ShowTile(wind_word_, model_.wind_word, model_.wind, "mph", {});
   ShowTile(rain_word_, model_.rain_word, model_.rain, "counts", {});
-  ShowTile(light_word_, model_.light_word, model_.light, "counts", "a high count is dark");
+  ShowTile(light_word_, model_.light_word, model_.light, "counts", "higher is darker");
   ShowSwitch(heater_, model_.heater);
   ShowSwitch(relay_, model_.relay);
 }
@@ -48,18 +48,18 @@ void frmHandBox::ShowTile(WordCard* tile, const Word& word, const std::string& v
                           const QString& meaning) {
   const QString detail = value.empty() ? QString() : ToQString(value) + " " + unit;
   tile->Show({OrDash(ToQString(word.text)), detail, meaning,
-              model_.stale ? theme_.Old(Theme::Shape::kCard) : theme_.Quiet(word.colour)});
+              model_.stale ? theme_.Stale(Theme::Shape::kCard) : theme_.Quiet(word.colour)});
 }
 
 void frmHandBox::ShowSwitch(WordCard* strip, const Word& sign) {
   const QString meaning = SwitchMeaning(sign.text);
   strip->Show({OrDash(ToQString(sign.text)), meaning, meaning,
-               model_.stale ? theme_.Old(Theme::Shape::kCard) : theme_.Quiet(sign.colour)});
+               model_.stale ? theme_.Stale(Theme::Shape::kCard) : theme_.Quiet(sign.colour)});
 }
 
 void frmHandBox::ShowRow(ValueRow* row, const QString& label, const std::string& value, const QString& unit,
                          const QString& meaning, Colour background) {
-  const Tone tone = model_.stale ? theme_.Old(Theme::Shape::kText) : theme_.Plain(background);
+  const Tone tone = model_.stale ? theme_.Stale(Theme::Shape::kText) : theme_.Plain(background);
   row->Show({label, OrDash(ToQString(value)), unit, meaning, tone, model_.stale ? tone.ink : theme_.text(),
              theme_.hairline()});
 }
@@ -67,19 +67,19 @@ void frmHandBox::ShowRow(ValueRow* row, const QString& label, const std::string&
 void frmHandBox::ShowValues() {
   const QString degrees = TemperatureUnit(model_.centigrade);
   ShowRow(ambient_, "Temp (" + degrees + "):", model_.ambient, degrees, "Ambient temperature");
-  ShowRow(body_, "Sensor body:", model_.body, degrees, "Temperature of the sensor's own body");
+  ShowRow(body_, "Sensor body:", model_.body, degrees, "Temperature of the sensor body");
   ShowRow(dew_point_, "Dew point:", model_.dew_point, degrees, "Temperature at which dew forms");
   ShowRow(sky_, "Sky:", model_.sky, degrees, "Measured sky temperature", model_.sky_background);
-  ShowRow(clear_sky_, "Clear sky:", model_.clear_sky, degrees, "Sky temperature calculated for a clear sky");
+  ShowRow(clear_sky_, "Clear sky:", model_.clear_sky, degrees, "Calculated temperature of a clear sky");
   ShowRow(difference_, "Difference:", model_.difference, "°C",
-          "Ambient less measured sky temperature, always in °C: the cloud limits are");
+          "Ambient minus sky temperature; always in °C, like the cloud limits");
   ShowRow(humidity_, "Humidity:", model_.humidity, "%", "Relative humidity", model_.humidity_background);
-  ShowRow(wind_, "Wind:", model_.wind, "mph", "Wind speed now");
+  ShowRow(wind_, "Wind:", model_.wind, "mph", "Current wind speed");
   ShowRow(wind_average_, "Wind average:", model_.wind_average, "mph", "Average wind speed");
-  ShowRow(wind_gust_, "Wind gust:", model_.wind_gust, "mph", "Highest wind speed lately");
-  ShowRow(rain_, "Rain:", model_.rain, "counts", "Rain sensor; green below its threshold, red above",
+  ShowRow(wind_gust_, "Wind gust:", model_.wind_gust, "mph", "Highest recent wind speed");
+  ShowRow(rain_, "Rain:", model_.rain, "counts", "Rain sensor; green below the threshold, red above",
           model_.rain_indicator);
-  ShowRow(light_, "Light:", model_.light, "counts", "Light sensor; a high count is dark");
+  ShowRow(light_, "Light:", model_.light, "counts", "Light sensor; higher is darker");
 
   const QString averaging = ToQString(model_.averaging);
   if (averaging_->text() != averaging) averaging_->setText(averaging);
@@ -91,7 +91,7 @@ void frmHandBox::ShowControls() {
   status_->Show(ToQString(model_.status));
 
   notices_->Show(model_.standing, theme_);
-  demo_->Show({"DEMO — values are made up", {}, {}, theme_.Strong(Colour::kYellow)});
+  demo_->Show({"DEMO — simulated values", {}, {}, theme_.Strong(Colour::kYellow)});
   if (demo_->isHidden() == model_.demo) demo_->setVisible(model_.demo);
 
   const QString selector = ToQString(model_.humidity_selector);
@@ -110,20 +110,7 @@ void frmHandBox::SetNightTheme(bool on) {
 void frmHandBox::ApplyTheme() {
   if (applying_theme_) return;
   applying_theme_ = true;
-  if (night_) {
-    theme_ = Theme::Night();
-    setPalette(theme_.palette());
-    setStyleSheet(theme_.StyleSheet());
-  } else {
-    if (theme_.kind() == Theme::Kind::kNight) {
-      setStyleSheet({});  // first: a style sheet holds on to the palette that it found
-      setPalette({});
-    }
-    theme_ = Theme::ForDesktop(palette());
-  }
-  humidity_selector_->SetNight(night_);
-  events_->SetNight(night_);
-  status_->SetNight(night_);
+  theme_ = DressWindow(*this, night_);
   applying_theme_ = false;
   Refresh();
 }

@@ -24,10 +24,8 @@ class FlowLayout;
 class LogoButton;
 class StandingNotices;
 class StatusText;
-template <typename Control>
-class NightProof;
 
-/// The main panel: the verdict and the sky word for a glance from afar, every value with its unit for the desk. It
+/// The main panel: the verdict and the sky word for a check from afar, every value with its unit for the desk. It
 /// shows a PanelModel, passes clicks on as signals, and decides nothing.
 class frmHandBox : public QWidget {
   Q_OBJECT
@@ -131,7 +129,7 @@ class frmHandBox : public QWidget {
   ValueRow* light_ = nullptr;
 
   QLabel* averaging_ = nullptr;
-  NightProof<QLineEdit>* humidity_selector_ = nullptr;
+  QLineEdit* humidity_selector_ = nullptr;
   FlowLayout* tools_ = nullptr;
   QPushButton* night_button_ = nullptr;
   QPushButton* last_tool_ = nullptr;

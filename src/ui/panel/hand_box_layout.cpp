@@ -29,14 +29,14 @@ namespace orvalis {
 namespace {
 
 // Lengths in units of the ordinary letters' size, so that the window follows the desktop's font.
-constexpr QSizeF kFirstSize(36, 56);
+constexpr QSizeF kInitialSize(36, 56);
 constexpr QSizeF kUprightSize(36, 64);  ///< in larger windows the letters grow
 constexpr QSizeF kWideSize(60, 45);
-constexpr double kLeastWideWidth = 54;
-constexpr double kLeastStackedHeight = 46;
+constexpr double kMinWideWidth = 54;
+constexpr double kMinStackedHeight = 46;
 constexpr double kMargin = 0.8;
 constexpr double kGap = 0.6;
-constexpr double kMostGrowth = 2.2;
+constexpr double kMaxGrowth = 2.2;
 
 /// Scrolls when it must, and asks for as much height as its contents need.
 class BodyScroll : public QScrollArea {
@@ -85,7 +85,7 @@ frmHandBox::frmHandBox(PanelModel& model, QWidget* parent)
   SetTabOrder();
 
   const double unit = PixelSize(font());
-  QSize size = (kFirstSize * unit).toSize();
+  QSize size = (kInitialSize * unit).toSize();
   if (const QScreen* on = screen()) size = size.boundedTo(on->availableSize() * 0.9);
   resize(size);
   Refresh();
@@ -167,14 +167,14 @@ void frmHandBox::BuildTools(QBoxLayout* column) {
   averaging_ = Named(new QLabel(body), "lblAveraging");
   averaging_->setTextFormat(Qt::PlainText);
   averaging_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  averaging_->setToolTip("The temperatures are averages of as many readings.");
+  averaging_->setToolTip("How many readings the temperatures are averaged over");
   line->addWidget(averaging_, 1);
   auto* label = new QLabel("Hu&midity curve:", body);
   line->addWidget(label);
   humidity_selector_ = Named(new NightProof<QLineEdit>(body), "txtHumiditySelector");
   label->setBuddy(humidity_selector_);
   humidity_selector_->setAlignment(Qt::AlignRight);
-  humidity_selector_->setToolTip("Below 2 chooses the other temperature curve of the humidity sensor.");
+  humidity_selector_->setToolTip("A value below 2 selects the humidity sensor's other temperature curve");
   label->setToolTip(humidity_selector_->toolTip());
   humidity_selector_->setAccessibleName("Humidity curve");
   humidity_selector_->setAccessibleDescription(humidity_selector_->toolTip());
@@ -192,7 +192,7 @@ void frmHandBox::BuildTools(QBoxLayout* column) {
   column->addLayout(tools_);
   night_button_ = Named(AddToolButton("&Night"), "cmdNight");
   night_button_->setCheckable(true);
-  night_button_->setToolTip("Black and red, for eyes used to the dark");
+  night_button_->setToolTip("Red on black, to preserve night vision");
   night_button_->setAccessibleName("Night theme");
   connect(night_button_, &QPushButton::clicked, this, [this](bool on) {
     SetNightTheme(on);
@@ -210,7 +210,7 @@ void frmHandBox::BuildTools(QBoxLayout* column) {
   events_button_->setCheckable(true);
   events_button_->setAutoRaise(true);
   events_button_->setFocusPolicy(Qt::StrongFocus);
-  events_button_->setAccessibleName("Show the events");
+  events_button_->setAccessibleName("Show events");
   column->addWidget(events_button_, 0, Qt::AlignLeft);
   events_ = Named(new EventView(body), "txtEvents");
   column->addWidget(events_, 40);
@@ -281,11 +281,11 @@ void frmHandBox::ShowWhole() {
 void frmHandBox::Arrange() {
   if (!footer_) return;
   const double unit = PixelSize(font());
-  const bool wide = width() >= kLeastWideWidth * unit && width() > 1.2 * height();
+  const bool wide = width() >= kMinWideWidth * unit && width() > 1.2 * height();
   const QSizeF ordinary = (wide ? kWideSize : kUprightSize) * unit;
   const double growth = std::min(width() / ordinary.width(), height() / ordinary.height());
   // In steps, because each one lays everything out anew.
-  const double factor = std::clamp(std::floor(growth * 10) / 10, 1.0, kMostGrowth);
+  const double factor = std::clamp(std::floor(growth * 10) / 10, 1.0, kMaxGrowth);
   if (const QFont grown = ScaledFont(font(), factor); grown != content_->font()) content_->setFont(grown);
 
   const int margin = static_cast<int>(std::lround(kMargin * unit * factor));
@@ -302,7 +302,7 @@ void frmHandBox::Arrange() {
   main_->setDirection(wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
   main_->setStretch(0, wide ? 10 : 0);
   main_->setStretch(1, wide ? 14 : 0);
-  const bool stacked = wide || height() >= kLeastStackedHeight * unit;
+  const bool stacked = wide || height() >= kMinStackedHeight * unit;
   hero_layout_->setDirection(stacked ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
   hero_->setMaximumHeight(wide ? QWIDGETSIZE_MAX : static_cast<int>(height() * (stacked ? 0.45 : 0.3)));
   footer_->setDirection(wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
@@ -314,7 +314,7 @@ void frmHandBox::Arrange() {
   humidity_selector_->setFixedWidth(static_cast<int>(5 * grown));
   for (WordCard* tile : {wind_word_, rain_word_, light_word_}) tile->setMaximumHeight(static_cast<int>(8 * grown));
   scroll_->setMinimumHeight(static_cast<int>(4 * unit));
-  status_->SetMostLines(height() < kLeastStackedHeight * unit && !wide ? 2 : 4);
+  status_->SetMaxLines(height() < kMinStackedHeight * unit && !wide ? 2 : 4);
   ArrangeValues();
 }
 

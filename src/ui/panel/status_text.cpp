@@ -40,9 +40,9 @@ void StatusText::Show(const QString& text) {
   FitHeight();
 }
 
-void StatusText::SetMostLines(int lines) {
-  if (lines == most_lines_) return;
-  most_lines_ = lines;
+void StatusText::SetMaxLines(int lines) {
+  if (lines == max_lines_) return;
+  max_lines_ = lines;
   FitHeightLater();
 }
 
@@ -54,10 +54,10 @@ void StatusText::FitHeight() {
   }
   // The document of a plain text edit counts its height in lines.
   const double lines = std::max(1.0, document()->size().height());
-  const bool too_long = lines > most_lines_;
+  const bool too_long = lines > max_lines_;
   setVerticalScrollBarPolicy(too_long ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
   // Without a margin below when more lines follow: their tops would look in.
-  const double shown = text_height / lines * std::min<double>(lines, most_lines_);
+  const double shown = text_height / lines * std::min<double>(lines, max_lines_);
   const int height = static_cast<int>(std::ceil(shown)) + (too_long ? kMargin : 2 * kMargin + 2);
   if (height == maximumHeight() && height == minimumHeight()) return;
   setFixedHeight(height);

@@ -17,7 +17,7 @@ class StatusText : public NightProof<QPlainTextEdit> {
   /// Does nothing when `text` is what it shows already, so that a selection in it stays.
   void Show(const QString& text);
   /// How many lines it grows to before it scrolls; 4 at first.
-  void SetMostLines(int lines);
+  void SetMaxLines(int lines);
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -30,7 +30,7 @@ class StatusText : public NightProof<QPlainTextEdit> {
   void FitHeight();
   void FitHeightLater();
 
-  int most_lines_ = 4;
+  int max_lines_ = 4;
   bool fit_pending_ = false;
 };
 

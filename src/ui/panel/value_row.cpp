@@ -30,7 +30,7 @@ void ValueRow::Show(const Content& content) {
   const bool other_label = content.label != content_.label;
   content_ = content;
   QString name = content_.label + " " + content_.value + " " + content_.unit;
-  if (content_.tone.old) name += ", not current";
+  if (content_.tone.stale) name += ", not current";
   setAccessibleName(name);
   setAccessibleDescription(content_.meaning);
   setToolTip(content_.meaning);
@@ -47,8 +47,8 @@ void ValueRow::SetWidestUnit(const QString& widest) {
 
 QFont ValueRow::ValueFont() const {
   QFont value = font();
-  value.setBold(!content_.tone.old);
-  value.setItalic(content_.tone.old);
+  value.setBold(!content_.tone.stale);
+  value.setItalic(content_.tone.stale);
   return value;
 }
 

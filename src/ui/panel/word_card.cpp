@@ -57,7 +57,7 @@ void WordCard::Show(const Content& content) {
   content_ = content;
   QString name = caption_ + ": " + content_.word;
   if (!content_.detail.isEmpty()) name += ", " + content_.detail;
-  if (content_.tone.old) name += ", not current";
+  if (content_.tone.stale) name += ", not current";
   setAccessibleName(name);
   setAccessibleDescription(content_.meaning);
   setToolTip(content_.meaning.isEmpty() ? QString() : content_.word + ": " + content_.meaning);
@@ -122,7 +122,7 @@ void WordCard::paintEvent(QPaintEvent*) {
   const QRectF card = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
   if (tone.fill.isValid()) painter.setBrush(tone.fill);
   if (tone.outline.isValid()) {
-    painter.setPen(QPen(tone.outline, tone.outline_width, tone.old ? Qt::DashLine : Qt::SolidLine));
+    painter.setPen(QPen(tone.outline, tone.outline_width, tone.stale ? Qt::DashLine : Qt::SolidLine));
   } else {
     painter.setPen(Qt::NoPen);
   }
@@ -154,7 +154,7 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
   const QString& measured = content_.word.size() > longest_word_.size() ? content_.word : longest_word_;
   const QSizeF room(area.width(), area.height() - caption_height - detail_height);
   QFont word_font = FitFont(WordFont(), measured, room, kSmallestText * size, largest);
-  word_font.setItalic(content_.tone.old);
+  word_font.setItalic(content_.tone.stale);
   const double word_height = std::min(room.height(), QFontMetricsF(word_font).height());
 
   // The three stay together in the middle, however large the card.
@@ -173,7 +173,7 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
 void WordCard::PaintStrip(QPainter& painter, QRectF area) const {
   const double size = PixelSize(font());
   QFont word = FitFont(WordFont(), content_.word, area.size(), kSmallestText * size, kStripWord * size);
-  word.setItalic(content_.tone.old);
+  word.setItalic(content_.tone.stale);
   painter.setFont(word);
   const double word_width = QFontMetricsF(word).horizontalAdvance(longest_word_) + size * kPadding;
   const double left_width = (area.width() - word_width) / 2;

@@ -1,13 +1,11 @@
 #include "ui/publishing/frm_form_submit.h"
 
-#include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -16,11 +14,12 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 
+#include "ui/controls/form_section.h"
+#include "ui/controls/message_box.h"
+#include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
-#include "ui/controls/setup_night.h"
-#include "ui/controls/setup_section.h"
+#include "ui/controls/quiet_combo_box.h"
 #include "ui/controls/text_fit.h"
 #include "ui/publishing/rows_editor.h"
 
@@ -39,12 +38,6 @@ constexpr std::size_t kPicture = 1;
 constexpr std::size_t kBuiltInSwitch = 2;
 
 constexpr std::chrono::milliseconds kRefreshDelay{250};
-
-/// A list that does not change under a pointer that scrolls past it.
-class CalmList : public QComboBox {
- protected:
-  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
-};
 
 /// A page that scrolls when it must, on the window's own ground.
 QScrollArea* MakeScroll(QWidget* page) {
@@ -102,14 +95,14 @@ frmFormSubmit::frmFormSubmit(WebPublisher& publisher, std::function<QPixmap()> g
   both->setStretchFactor(1, 1);
   auto* column = new QVBoxLayout(this);
   column->addWidget(both);
-  constexpr QSize kUsualSize(960, 720);
+  constexpr QSize kDefaultSize(960, 720);
   const QScreen* on = screen();
-  resize(on != nullptr ? kUsualSize.boundedTo(on->availableSize() * 0.95) : kUsualSize);
+  resize(on != nullptr ? kDefaultSize.boundedTo(on->availableSize() * 0.95) : kDefaultSize);
 
   refresh_.setSingleShot(true);
   refresh_.setInterval(kRefreshDelay);
   connect(&refresh_, &QTimer::timeout, this, &frmFormSubmit::Refresh);
-  publisher_.boxes().OnChanged([this] { RefreshSoon(); });
+  publisher_.boxes().OnChanged([this] { ScheduleRefresh(); });
   publisher_.readings().SetMessageBoxes(this);
   publisher_.webcam().SetPicture(this);
   EnableButtons();
@@ -125,7 +118,7 @@ QWidget* frmFormSubmit::BuildSettings() {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
 
-  SetupSection account("Station ID and Password", column);
+  FormSection account("Station ID and Password", column);
   const auto row = [&](const QString& label, std::size_t index, const QString& tip) {
     account.Control(label, MakeText(index), tip);
     remarks_[index] = account.Note({});
@@ -135,12 +128,12 @@ QWidget* frmFormSubmit::BuildSettings() {
     remarks_[index]->hide();
   };
   row("Station &ID:", kStationText, {});
-  row("&Password:", kPasswordText, "For the readings and for the picture");
+  row("&Password:", kPasswordText, "Used for both readings and picture");
   row("Webcam &name:", kWebcamText, {});
-  row("Webcam pass&word:", kWebcamPasswordText, "The same as the one above");
+  row("Webcam pass&word:", kWebcamPasswordText, "Same as the password above");
   for (const std::size_t index : {kPasswordText, kWebcamPasswordText}) texts_[index]->setEchoMode(QLineEdit::Password);
 
-  SetupSection readings("Readings", column);
+  FormSection readings("Readings", column);
   readings.Control("&URL:", MakeText(kUrlText), {});
   readings.Row({BuildInterval(kReadings, "Allow PWS Upload  Interval =")});
   send_ = new QPushButton("&Test Server");
@@ -149,12 +142,11 @@ QWidget* frmFormSubmit::BuildSettings() {
   readings.Row({send_});
   connect(send_, &QPushButton::clicked, this, [this] { publisher_.TestServer(); });
 
-  SetupSection picture("Picture of the panel", column);
-  picture.Control("Webcam ser&ver:", MakeText(kServerText), "An FTP server, with its folder if there is one");
+  FormSection picture("Panel picture", column);
+  picture.Control("Webcam ser&ver:", MakeText(kServerText), "FTP server, with a folder if there is one");
   picture.Row({BuildInterval(kPicture, "Allow Web   Upload Interval =")});
-  switches_[kBuiltInSwitch] =
-      picture.Check("chkWebcamBuiltIn", "Send it &by the program itself",
-                    "Otherwise two other programs convert and send it, and they are made for Windows");
+  switches_[kBuiltInSwitch] = picture.Check("chkWebcamBuiltIn", "Use &built-in FTP",
+                                            "Otherwise two external programs for Windows convert and send the picture");
   connect(switches_[kBuiltInSwitch], &QCheckBox::clicked, this,
           [this](bool on) { publisher_.SetSwitch(kSubmitSwitches[kBuiltInSwitch], on); });
   capture_ = new QPushButton("Capture");
@@ -164,7 +156,7 @@ QWidget* frmFormSubmit::BuildSettings() {
   connect(capture_, &QPushButton::clicked, this, [this] { publisher_.Capture(); });
   picture_ = new NightProof<PictureView>;
   picture_->setObjectName("Picture1");
-  picture_->setAccessibleName("The panel, as it was captured last");
+  picture_->setAccessibleName("Last captured panel picture");
   column->addWidget(picture_, 1);
   QScrollArea* scroll = MakeScroll(page);
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -175,13 +167,13 @@ QWidget* frmFormSubmit::BuildSettings() {
 QLineEdit* frmFormSubmit::MakeText(std::size_t index) {
   auto* box = new NightProof<QLineEdit>;
   box->setObjectName(ToQString(kSubmitTexts[index].control));
-  connect(box, &QLineEdit::textEdited, this, [this, index](const QString& text) { TakeText(index, text); });
+  connect(box, &QLineEdit::textEdited, this, [this, index](const QString& text) { StoreText(index, text); });
   connect(box, &QLineEdit::editingFinished, this, [this] { publisher_.EndEdit(); });
   texts_[index] = box;
   return box;
 }
 
-void frmFormSubmit::TakeText(std::size_t index, const QString& text) {
+void frmFormSubmit::StoreText(std::size_t index, const QString& text) {
   publisher_.SetText(kSubmitTexts[index], text.toStdString());
   for (std::size_t i = 0; i < texts_.size(); ++i) {
     if (i != index && kSubmitTexts[i].member == kSubmitTexts[index].member) texts_[i]->setText(text);
@@ -208,7 +200,7 @@ QWidget* frmFormSubmit::BuildInterval(std::size_t index, const QString& text) {
   });
   switches_[index] = box;
 
-  auto* list = new CalmList;
+  auto* list = new QuietComboBox;
   list->setObjectName(ToQString(kSubmitIntervals[index].control));
   list->setAccessibleName(text + " seconds");
   for (const UploadInterval& interval : kUploadIntervals) list->addItem(ToQString(interval.text), interval.item_value);
@@ -227,7 +219,7 @@ QWidget* frmFormSubmit::BuildInterval(std::size_t index, const QString& text) {
   return both;
 }
 
-NightProof<QPlainTextEdit>* frmFormSubmit::MakeBox(const char* name) {
+QPlainTextEdit* frmFormSubmit::MakeBox(const char* name) {
   auto* box = new NightProof<QPlainTextEdit>;
   box->setObjectName(name);
   box->setReadOnly(true);
@@ -236,10 +228,10 @@ NightProof<QPlainTextEdit>* frmFormSubmit::MakeBox(const char* name) {
   box->setTabChangesFocus(true);
   box->setUndoRedoEnabled(false);
   box->setFont(FixedPitchFont());
-  constexpr int kLeastLines = 3;
-  box->setMinimumHeight(box->fontMetrics().lineSpacing() * (kLeastLines + 1));
+  constexpr int kMinLines = 3;
+  box->setMinimumHeight(box->fontMetrics().lineSpacing() * (kMinLines + 1));
   connect(box, &QPlainTextEdit::selectionChanged, this, [this, box] {
-    if (!box->textCursor().hasSelection()) RefreshSoon();
+    if (!box->textCursor().hasSelection()) ScheduleRefresh();
   });
   return box;
 }
@@ -261,7 +253,7 @@ QWidget* frmFormSubmit::BuildExchange() {
   request_ = MakeBox("txtRequest");
   request_->setAccessibleName("Request");
   response_ = MakeBox("txtResponse");
-  response_->setPlaceholderText("No answer yet.");
+  response_->setPlaceholderText("No response yet.");
   auto* parts = new QSplitter(Qt::Vertical);
   parts->setChildrenCollapsible(false);
   parts->addWidget(titled(request_caption_, request_));
@@ -275,25 +267,25 @@ QWidget* frmFormSubmit::BuildExchange() {
 QWidget* frmFormSubmit::BuildComposer() {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
-  SetupSection request("Request", column);
-  method_ = new CalmList;
+  FormSection request("Request", column);
+  method_ = new QuietComboBox;
   method_->setObjectName("cboRequestMethod");
   for (const std::string_view method : kRequestMethods) method_->addItem(ToQString(method));
-  request.Control("&Method:", method_, "GET has the values behind the path, the others have them as the body");
-  connect(method_, &QComboBox::activated, this, &frmFormSubmit::TakeComposition);
+  request.Control("&Method:", method_, "GET sends the values in the URL, the others in the body");
+  connect(method_, &QComboBox::activated, this, &frmFormSubmit::ReadComposition);
 
   const auto rows = [&](const char* title, const char* name, const char* add) {
     auto* group = new QGroupBox(title);
     auto* inside = new QVBoxLayout(group);
     auto* editor = new RowsEditor(name, add);
-    connect(editor, &RowsEditor::Changed, this, &frmFormSubmit::TakeComposition);
+    connect(editor, &RowsEditor::Changed, this, &frmFormSubmit::ReadComposition);
     inside->addWidget(editor);
     column->addWidget(group);
     return editor;
   };
-  variables_ = rows("Further variables, behind the weather's", "Variable", "&Add variable");
-  headers_ = rows("Further headers", "Header", "A&dd header");
-  auto* note = new QLabel("These last until the program ends.");
+  variables_ = rows("Additional variables", "Variable", "&Add variable");
+  headers_ = rows("Additional headers", "Header", "A&dd header");
+  auto* note = new QLabel("Kept until the program ends.");
   note->setWordWrap(true);
   column->addWidget(note);
   column->addStretch(1);
@@ -346,13 +338,13 @@ void frmFormSubmit::RefreshPreview() {
 void frmFormSubmit::EnableButtons() {
   const auto enable = [](QPushButton* button, const QCheckBox* box, const char* tip) {
     button->setEnabled(box->isChecked());
-    button->setToolTip(box->isChecked() ? tip : "Nothing is sent until uploads are allowed above");
+    button->setToolTip(box->isChecked() ? tip : "Allow uploads above first");
   };
   enable(send_, switches_[kReadings], "Send the readings now");
-  enable(capture_, switches_[kPicture], "Take and send a picture of the panel now");
+  enable(capture_, switches_[kPicture], "Capture and send a picture of the panel now");
 }
 
-void frmFormSubmit::TakeComposition() {
+void frmFormSubmit::ReadComposition() {
   RequestComposition& composition = publisher_.readings().composition();
   composition.method = kRequestMethods[static_cast<std::size_t>(method_->currentIndex())];
   composition.variables = variables_->Rows();
@@ -366,7 +358,7 @@ void frmFormSubmit::showEvent(QShowEvent* event) {
   Refresh();
 }
 
-void frmFormSubmit::RefreshSoon() {
+void frmFormSubmit::ScheduleRefresh() {
   if (isVisible() && !refresh_.isActive()) refresh_.start();
 }
 
@@ -387,29 +379,15 @@ void frmFormSubmit::Refresh() {
 
 void frmFormSubmit::ShowMessage(std::string_view text, std::string_view title) {
   if (!message_) {
-    message_ = new QMessageBox(night_ ? QMessageBox::NoIcon : QMessageBox::Warning, {}, {}, QMessageBox::Ok, this);
+    message_ = new MessageBox(QMessageBox::Warning, {}, {}, QMessageBox::Ok, this);
     message_->setAttribute(Qt::WA_DeleteOnClose);
-    message_->setTextFormat(Qt::PlainText);
-    // Wide enough for its title.
-    message_->setStyleSheet((night_ ? styleSheet() : QString()) + "#qt_msgbox_label { min-width: 240px; }");
-    if (night_) {
-      message_->setPalette(palette());
-      for (QAbstractButton* button : message_->buttons()) button->setIcon({});
-    }
+    message_->setStyleSheet("#qt_msgbox_label { min-width: 240px; }");  // wide enough for its title
     message_->open();
   }
   message_->setWindowTitle(ToQString(title));
   message_->setText(ToQString(text));
 }
 
-void frmFormSubmit::SetTheme(const Theme& theme) {
-  night_ = theme.kind() == Theme::Kind::kNight;
-  DressWindow(*this, theme);
-  for (auto* text : texts_) text->SetNight(night_);
-  for (auto* box : {request_, response_, errors_}) box->SetNight(night_);
-  picture_->SetNight(night_);
-  variables_->SetNight(night_);
-  headers_->SetNight(night_);
-}
+void frmFormSubmit::SetNightTheme(bool on) { DressWindow(*this, on); }
 
 }  // namespace orvalis

@@ -12,8 +12,6 @@
 #include <vector>
 
 #include "publish/web_publisher.h"
-#include "ui/controls/night_proof.h"
-#include "ui/controls/theme.h"
 #include "ui/publishing/picture_view.h"
 
 class QBoxLayout;
@@ -21,12 +19,12 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
-class QMessageBox;
 class QPlainTextEdit;
 class QPushButton;
 
 namespace orvalis {
 
+class MessageBox;
 class RowsEditor;
 
 /// The web publishing window: what is sent where and when, the request as it would be sent, what the server said. It
@@ -48,8 +46,8 @@ class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
   void ShowInFront();
   /// Brings the request that would be sent up to the readings, where somebody sees it.
   void RefreshPreview();
-  /// The desktop's own colours but at night.
-  void SetTheme(const Theme& theme);
+  /// Black and red, or the desktop's colours.
+  void SetNightTheme(bool on);
 
   void ShowMessage(std::string_view text, std::string_view title) override;
   void Capture() override { picture_->SetPicture(grab_panel_()); }
@@ -66,38 +64,37 @@ class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
   QWidget* BuildErrors();
   QLineEdit* MakeText(std::size_t index);
   /// The user typed into a box: stores it, shows it in the box of the same setting, and what is to be said of it.
-  void TakeText(std::size_t index, const QString& text);
+  void StoreText(std::size_t index, const QString& text);
   void ShowRemarks();
   /// A check box with its list of intervals behind it.
   QWidget* BuildInterval(std::size_t index, const QString& text);
-  NightProof<QPlainTextEdit>* MakeBox(const char* name);
+  QPlainTextEdit* MakeBox(const char* name);
 
-  void TakeComposition();
+  void ReadComposition();
   void EnableButtons();
   /// Shows the boxes soon: a server may send faster than anybody reads.
-  void RefreshSoon();
+  void ScheduleRefresh();
   void Refresh();
 
   WebPublisher& publisher_;
   std::function<QPixmap()> grab_panel_;
-  bool night_ = false;
   QTimer refresh_;
   std::uint64_t response_shown_ = 0;
   std::uint64_t errors_shown_ = 0;
-  QPointer<QMessageBox> message_;
+  QPointer<MessageBox> message_;
 
   // In the order of the tables in submit_fields.h.
-  std::array<NightProof<QLineEdit>*, kSubmitTexts.size()> texts_{};
+  std::array<QLineEdit*, kSubmitTexts.size()> texts_{};
   std::array<QLabel*, kSubmitTexts.size()> remarks_{};  ///< below the boxes of the account; none for the others
   std::array<QCheckBox*, kSubmitSwitches.size()> switches_{};
   std::array<QComboBox*, kSubmitIntervals.size()> intervals_{};
   QPushButton* send_ = nullptr;
   QPushButton* capture_ = nullptr;
-  NightProof<PictureView>* picture_ = nullptr;
+  PictureView* picture_ = nullptr;
   QLabel* request_caption_ = nullptr;
-  NightProof<QPlainTextEdit>* request_ = nullptr;
-  NightProof<QPlainTextEdit>* response_ = nullptr;
-  NightProof<QPlainTextEdit>* errors_ = nullptr;
+  QPlainTextEdit* request_ = nullptr;
+  QPlainTextEdit* response_ = nullptr;
+  QPlainTextEdit* errors_ = nullptr;
   QComboBox* method_ = nullptr;
   RowsEditor* variables_ = nullptr;
   RowsEditor* headers_ = nullptr;

@@ -22,7 +22,7 @@ void PictureView::SetPicture(const QPixmap& picture) {
 void PictureView::Save(const std::string& path, const char* format) const {
   constexpr int kJpegQuality = 90;  // the letters stay sharp
   QSaveFile file(ToQString(path));
-  QString reason = "there is no picture";
+  QString reason = "no picture";
   if (!picture_.isNull()) {
     file.open(QIODevice::WriteOnly);
     QImageWriter writer(&file, format);
@@ -52,7 +52,7 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
   const QRect inside = rect().adjusted(2, 2, -2, -2);
   if (picture_.isNull()) {
     painter.setPen(colours.color(QPalette::Text));
-    painter.drawText(inside, Qt::AlignCenter | Qt::TextWordWrap, "No picture was taken yet");
+    painter.drawText(inside, Qt::AlignCenter | Qt::TextWordWrap, "No picture yet");
     return;
   }
   const QSizeF size = picture_.deviceIndependentSize().scaled(inside.size(), Qt::KeepAspectRatio);

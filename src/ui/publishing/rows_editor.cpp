@@ -27,14 +27,6 @@ std::vector<RequestRow> RowsEditor::Rows() const {
   return rows;
 }
 
-void RowsEditor::SetNight(bool night) {
-  night_ = night;
-  for (const Row& row : rows_) {
-    row.name->SetNight(night);
-    row.value->SetNight(night);
-  }
-}
-
 void RowsEditor::Add() {
   auto* box = new QWidget;
   auto* line = new QHBoxLayout(box);

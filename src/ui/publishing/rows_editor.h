@@ -12,7 +12,7 @@ class QVBoxLayout;
 namespace orvalis {
 
 /// Rows of a name and a value each, as many as the user wants.
-class RowsEditor : public QWidget {
+class RowsEditor : public QWidget, public NightAware {
   Q_OBJECT
  public:
   /// `name` begins the object names of the controls: "Header" gives "cmdAddHeader", and "txtHeaderName" and
@@ -20,7 +20,8 @@ class RowsEditor : public QWidget {
   RowsEditor(const QString& name, const QString& add_text, QWidget* parent = nullptr);
 
   [[nodiscard]] std::vector<RequestRow> Rows() const;
-  void SetNight(bool night);
+  /// For the rows that are added later; those that are there are told themselves.
+  void SetNight(bool night) override { night_ = night; }
 
  signals:
   void Changed();
@@ -28,8 +29,8 @@ class RowsEditor : public QWidget {
  private:
   struct Row {
     QWidget* box;
-    NightProof<QLineEdit>* name;
-    NightProof<QLineEdit>* value;
+    QLineEdit* name;
+    QLineEdit* value;
   };
 
   void Add();

@@ -5,7 +5,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
@@ -16,12 +15,12 @@
 #include <utility>
 
 #include "app/setup_advice.h"
+#include "ui/controls/form_section.h"
 #include "ui/controls/logo_button.h"
-#include "ui/controls/night_proof.h"
+#include "ui/controls/message_box.h"
+#include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/screen_place.h"
-#include "ui/controls/setup_night.h"
-#include "ui/controls/setup_section.h"
 
 namespace orvalis {
 
@@ -45,8 +44,8 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
   SyncSwitches();
   UpdateControls();
   port_->setFocus();
-  constexpr QSize kUsualSize(760, 560);
-  resize(kUsualSize);
+  constexpr QSize kDefaultSize(760, 560);
+  resize(kDefaultSize);
 }
 
 QBoxLayout* frmSetup::BuildFooter() {
@@ -87,7 +86,7 @@ Control* frmSetup::Find(std::string_view name) const {
 void frmSetup::CollectControls() {
   for (const SetupField& field : SetupFields()) {
     fields_.push_back(Find<QLineEdit>(field.name));
-    advice_.push_back(Find<QLabel>(std::string(field.name) + SetupSection::kAdviceEnd));
+    advice_.push_back(Find<QLabel>(std::string(field.name) + FormSection::kAdviceEnd));
   }
   for (const SetupFlag& flag : SetupFlags()) {
     flags_.push_back(flag.name == "AdvancedMode" ? nullptr : Find<QAbstractButton>(flag.name));
@@ -118,10 +117,10 @@ bool frmSetup::Exec(SetupForm& form) {
   if (position_) move(*position_);
   // What the frame measures is known when the window is there.
   QTimer::singleShot(0, this, [this] { MoveOntoScreen(*this); });
-  ReturnToBadInput();
+  FocusBadField();
   const bool confirmed = exec() == QDialog::Accepted;
   position_ = pos();
-  TakeForm(form);
+  ReadForm(form);
   return confirmed;
 }
 
@@ -152,15 +151,14 @@ void frmSetup::ShowUnit(const UnitOptions& unit, bool known) {
   for (std::size_t i = 0; i < unit_options_.size(); ++i) {
     unit_options_[i]->setChecked(known && unit.*SetupUnitOptions()[i].member);
     unit_options_[i]->setEnabled(known);
-    unit_options_[i]->setToolTip(known ? QString()
-                                       : "The unit's own switch: known, and to be changed, while it is connected");
+    unit_options_[i]->setToolTip(known ? QString() : "A setting of the unit; available while it is connected");
   }
   if (!isVisible()) return;
   port_->Refill();
   ShowPortNote();
 }
 
-void frmSetup::TakeForm(SetupForm& form) const {
+void frmSetup::ReadForm(SetupForm& form) const {
   for (std::size_t i = 0; i < fields_.size(); ++i) form.texts[i] = fields_[i]->text().toStdString();
   for (std::size_t i = 0; i < flags_.size(); ++i) {
     form.flags[i] = flags_[i] == nullptr ? advanced_ : flags_[i]->isChecked();
@@ -194,7 +192,7 @@ void frmSetup::UpdateControls() {
 
 void frmSetup::ShowPortNote() {
   const QString description = port_->Description();
-  port_note_->setText(description.isEmpty() ? QString("Nothing is known to be plugged in there") : description);
+  port_note_->setText(description.isEmpty() ? QString("No known device on this port") : description);
 }
 
 void frmSetup::ShowAdvice() {
@@ -210,7 +208,7 @@ void frmSetup::ShowAdvice() {
   }
 }
 
-void frmSetup::ReturnToBadInput() {
+void frmSetup::FocusBadField() {
   if (!bad_field_) return;
   QLineEdit* field = fields_[*bad_field_];
   for (int page = 0; page < pages_->count(); ++page) {
@@ -236,15 +234,8 @@ void frmSetup::ShowMessage(std::string_view text) {
       bad_field_ = i;
     }
   }
-  QMessageBox box(night_ ? QMessageBox::NoIcon : QMessageBox::Warning, "Orvalis", ToQString(text), QMessageBox::Ok,
-                  isVisible() ? this : parentWidget());
-  box.setTextFormat(Qt::PlainText);
-  if (night_) {
-    box.setPalette(palette());
-    box.setStyleSheet(styleSheet());
-    for (QAbstractButton* button : box.buttons()) button->setIcon({});
-  }
-  box.exec();
+  MessageBox(QMessageBox::Warning, "Orvalis", ToQString(text), QMessageBox::Ok, isVisible() ? this : parentWidget())
+      .exec();
 }
 
 void frmSetup::BringToFront() {
@@ -255,13 +246,6 @@ void frmSetup::BringToFront() {
   front->activateWindow();
 }
 
-void frmSetup::SetTheme(const Theme& theme) {
-  night_ = theme.kind() == Theme::Kind::kNight;
-  DressWindow(*this, theme);
-  for (QLineEdit* edit : findChildren<QLineEdit*>()) {
-    if (auto* proof = dynamic_cast<NightProof<QLineEdit>*>(edit)) proof->SetNight(night_);
-  }
-  port_->SetNight(night_);
-}
+void frmSetup::SetNightTheme(bool on) { DressWindow(*this, on); }
 
 }  // namespace orvalis

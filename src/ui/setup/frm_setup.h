@@ -11,9 +11,8 @@
 #include <vector>
 
 #include "app/setup_routine.h"
-#include "ui/controls/setup_controls.h"
-#include "ui/controls/setup_pickers.h"
-#include "ui/controls/theme.h"
+#include "ui/controls/path_button.h"
+#include "ui/setup/port_box.h"
 #include "unit/serial_port_entry.h"
 
 class QBoxLayout;
@@ -49,8 +48,8 @@ class frmSetup : public QDialog, public SetupDialog {
   void ShowMessage(std::string_view text) override;
   void BringToFront() override;
 
-  /// The desktop's own colours but at night.
-  void SetTheme(const Theme& theme);
+  /// Black and red, or the desktop's colours.
+  void SetNightTheme(bool on);
   /// Brings the boxes that act at once up to the settings, without acting.
   void SyncSwitches();
 
@@ -70,7 +69,7 @@ class frmSetup : public QDialog, public SetupDialog {
   void ConnectLog(QCheckBox* box, PathButton* folder, const SetLog& set);
 
   void ShowForm(const SetupForm& form);
-  void TakeForm(SetupForm& form) const;
+  void ReadForm(SetupForm& form) const;
   void SetAdvanced(bool on);
   /// Which boxes may be edited, and in which unit temperatures are. What a disabled box holds is read all the same.
   void UpdateControls();
@@ -78,7 +77,7 @@ class frmSetup : public QDialog, public SetupDialog {
   /// What OK would make of the boxes, beside each.
   void ShowAdvice();
   /// Puts the focus where the bad input is, if that is what brings the user back.
-  void ReturnToBadInput();
+  void FocusBadField();
 
   /// The user switched the alert's file on, or asks for another one.
   void AskForAlertFile(std::size_t file, bool switched_on);
@@ -88,12 +87,10 @@ class frmSetup : public QDialog, public SetupDialog {
 
   template <typename Control>
   [[nodiscard]] Control* Find(std::string_view name) const;
-  [[nodiscard]] PickerLook Look() const;
   /// None when they cannot be listed; any port can still be typed.
   [[nodiscard]] std::vector<SerialPortEntry> ListPorts() const;
 
   Parts parts_;
-  bool night_ = false;
   bool advanced_ = false;
   std::optional<QPoint> position_;        ///< where the dialog stood last
   std::optional<std::size_t> bad_field_;  ///< since the last OK or Cancel: the field whose text brings the user back

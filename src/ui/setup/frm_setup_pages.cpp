@@ -10,7 +10,7 @@
 #include <QScrollArea>
 #include <QTabWidget>
 
-#include "ui/controls/setup_section.h"
+#include "ui/controls/form_section.h"
 #include "ui/setup/frm_setup.h"
 
 namespace orvalis {
@@ -59,24 +59,25 @@ void Finish(const Page& page) {
 QWidget* frmSetup::BuildConnectionPage() {
   const Page page = MakePage("Frame1", "Connection and panel", Columns::kOne);
 
-  SetupSection unit("Sensor unit", page.left);
+  FormSection unit("Sensor unit", page.left);
   port_ = new PortBox([this] { return ListPorts(); });
   port_->setObjectName("gPort");
-  unit.Control("Serial &port:", port_, "A port of the list, or any other: a device path or a port number");
+  unit.Control("Serial &port:", port_, "Choose a port, or type a device path or a port number");
   port_note_ = unit.Note({});
-  auto_connect_ = unit.Check("AutoConnect", "Connect at &start and reconnect by itself", "Takes effect at once");
-  demo_mode_ = unit.Check("DemoMode", "&Demo mode: made-up values instead of the unit's", "Takes effect at once");
+  auto_connect_ =
+      unit.Check("AutoConnect", "Connect at &start and reconnect automatically", "Takes effect immediately");
+  demo_mode_ = unit.Check("DemoMode", "&Demo mode: simulated values, no sensor unit", "Takes effect immediately");
 
-  SetupSection panel("Panel", page.left);
-  panel.Check("chkAlwaysTop", "&Keep the panel above other windows", {});
-  panel.Check("chkCentigrade", "Temperatures in degrees C&elsius", "Otherwise in degrees Fahrenheit");
+  FormSection panel("Panel", page.left);
+  panel.Check("chkAlwaysTop", "&Keep the panel on top of other windows", {});
+  panel.Check("chkCentigrade", "Temperatures in degrees C&elsius", "Otherwise degrees Fahrenheit");
 
-  SetupSection logs("Logs", page.left);
-  full_log_ = logs.Check("chk_FullLog", "&Full log: a line for each reading", "Takes effect at once");
+  FormSection logs("Logs", page.left);
+  full_log_ = logs.Check("chk_FullLog", "&Full log: one line per reading", "Takes effect immediately");
   full_log_path_ = new PathButton(PathButton::Shows::kPath);
   full_log_path_->setObjectName("FullLogPath");
   logs.Control("Folder:", full_log_path_, {});
-  one_line_log_ = logs.Check("chk_OneLineLog", "&One-line log: a file with the latest reading", "Takes effect at once");
+  one_line_log_ = logs.Check("chk_OneLineLog", "&One-line log: the latest reading only", "Takes effect immediately");
   one_line_log_path_ = new PathButton(PathButton::Shows::kPath);
   one_line_log_path_->setObjectName("OneLineLogPath");
   logs.Control("Folder:", one_line_log_path_, {});
@@ -87,37 +88,37 @@ QWidget* frmSetup::BuildConnectionPage() {
 QWidget* frmSetup::BuildThresholdsPage() {
   const Page page = MakePage("Frame2", "Thresholds", Columns::kTwo);
 
-  SetupSection wind("Wind", page.left);
-  wind.Field("WindSpeedWarn", "\"&Breeze\" above:", "mph", "The panel's word turns yellow above this speed");
+  FormSection wind("Wind", page.left);
+  wind.Field("WindSpeedWarn", "\"&Breeze\" above:", "mph", "The wind word turns yellow above this speed");
   wind.Field("WindSpeedCloseD", "\"&Windy\" above:", "mph",
-             "The panel's word turns red above this speed; only the unit's own wind alarm makes it unsafe");
-  wind.Field("WindMultiplierL", "&Multiplier:", "÷ 10", "Miles per hour for a count, in tenths: 1 to 9");
-  wind.Field("WindThreshold", "Alarm abo&ve:", "counts", "Kept by the unit: its own wind alarm, 1 to 999");
-  wind.Field("WindTimerL", "Alarm t&ime:", "s", "Kept by the unit: how long its wind alarm lasts, 1 to 999");
-  wind.Check("AllowWind", "The unit alarms at win&d", {});
+             "The wind word turns red above this speed; only the unit's own wind alarm changes the verdict to unsafe");
+  wind.Field("WindMultiplierL", "&Multiplier:", "÷ 10", "Tenths of a mile per hour for each count, 1 to 9");
+  wind.Field("WindThreshold", "Alarm abo&ve:", "counts", "Stored in the unit: wind alarm threshold, 1 to 999");
+  wind.Field("WindTimerL", "Alarm t&ime:", "s", "Stored in the unit: wind alarm duration, 1 to 999");
+  wind.Check("AllowWind", "Unit alarms on win&d", {});
 
-  SetupSection light("Light", page.left);
-  light.Field("LightThreshold", "\"Dar&k\" above:", "counts", "A high count is dark; 1 to 999");
-  light.Check("AllowLight", "The unit alarms at li&ght", {});
+  FormSection light("Light", page.left);
+  light.Field("LightThreshold", "\"Dar&k\" above:", "counts", "Higher is darker; 1 to 999");
+  light.Check("AllowLight", "Unit alarms on li&ght", {});
 
-  SetupSection averaging("Averaging", page.left);
+  FormSection averaging("Averaging", page.left);
   averaging.Field("TempAvgCnt", "Tem&peratures over:", "frames", "1 to 300");
 
-  SetupSection clouds("Clouds", page.right);
+  FormSection clouds("Clouds", page.right);
   clouds.Field("FullCloudyDegCL", "\"Clo&udy\" up to:", "°C",
-               "Ambient less sky temperature; 1 to 40. What lies between is \"partly cloudy\"");
-  clouds.Field("PartCloudyDegCL", "\"Clea&r\" from:", "°C", "Ambient less sky temperature; 1 to 40");
+               "Ambient minus sky temperature, 1 to 40; between the two limits it is partly cloudy");
+  clouds.Field("PartCloudyDegCL", "\"Clea&r\" from:", "°C", "Ambient minus sky temperature, 1 to 40");
   clouds.Field("CloudThreshCL", "Sk&y above:", "°C",
-               "Kept by the unit: its own cloud alarm, a whole number, -999 to 999");
-  clouds.Field("TPTempHysteresis", "&Hysteresis:", "°C", "Kept by the unit: 0.1 to 9.9");
-  clouds.Check("AllowClouds", "The unit alarms at cloud&s", {});
+               "Stored in the unit: cloud alarm threshold, a whole number from -999 to 999");
+  clouds.Field("TPTempHysteresis", "&Hysteresis:", "°C", "Stored in the unit: 0.1 to 9.9");
+  clouds.Check("AllowClouds", "Unit alarms on cloud&s", {});
 
-  SetupSection rain("Rain", page.right);
-  rain.Field("RainThreshold", "\"W&et\" above:", "counts", "The word is \"Rain\" above 20 counts more; 1 to 999");
-  rain.Field("RainOnTimeL", "&On for:", "s", "Kept by the unit: how long its rain alarm lasts, 1 to 999");
-  rain.Check("AllowRain", "The unit alarms at rai&n", {});
+  FormSection rain("Rain", page.right);
+  rain.Field("RainThreshold", "\"W&et\" above:", "counts", "\"Rain\" when more than 20 counts above this; 1 to 999");
+  rain.Field("RainOnTimeL", "&On for:", "s", "Stored in the unit: rain alarm duration, 1 to 999");
+  rain.Check("AllowRain", "Unit alarms on rai&n", {});
 
-  SetupSection outputs("Heater and relay", page.right);
+  FormSection outputs("Heater and relay", page.right);
   outputs.Checks({{"AllowHeater", "Allow heater"}, {"ForceHeater", "Force heater"}});
   outputs.Checks({{"AllowRelay", "Allow relay"}, {"ForceRelay", "Force relay"}});
   Finish(page);
@@ -126,11 +127,11 @@ QWidget* frmSetup::BuildThresholdsPage() {
 
 QWidget* frmSetup::BuildAlertsPage() {
   const Page page = MakePage("Frame3", "Alerts", Columns::kOne);
-  SetupSection all("All alerts", page.left);
-  all.Check("chkEnableSounds", "&Give alerts", "The master switch, of the sounds and of the programs");
+  FormSection all("All alerts", page.left);
+  all.Check("chkEnableSounds", "&Enable alerts", "Master switch for all sounds and programs");
   all.Checks({{"chkRepeatSounds", "&Repeat sounds"}, {"chkRepeatApp", "Repeat &programs"}});
 
-  SetupSection each("For each condition", page.left);
+  FormSection each("By condition", page.left);
   struct Row {
     const char* title;
     const char* sound_box;
@@ -151,12 +152,12 @@ QWidget* frmSetup::BuildAlertsPage() {
 }
 
 QWidget* frmSetup::BuildLeftoversPage() {
-  const Page page = MakePage("Frame4", "Leftovers of the focuser template", Columns::kTwo);
+  const Page page = MakePage("Frame4", "Leftover focuser settings", Columns::kTwo);
 
-  SetupSection moves("Position and steps", page.left);
+  FormSection moves("Position and steps", page.left);
   moves.Note(
-      "The program grew from a focuser's. What is left of it\nis kept here. The readings do not depend on it, but "
-      "some\nmembers that other programs ask for do: see the tool tips.");
+      "This program grew from a focuser driver. These settings\nare left from it. They do not affect the readings, "
+      "but\nthey do affect some members that clients use: see the\ntool tips.");
   relative_ = new QRadioButton("Relative");
   auto* absolute = new QRadioButton("Absolute");
   absolute->setObjectName("Absolute");
@@ -166,11 +167,11 @@ QWidget* frmSetup::BuildLeftoversPage() {
   group->addButton(relative_);
   moves.Row({absolute, relative_});
   moves.Field("MaxInc", "Max increment:", "steps", "Above 0");
-  moves.Field("StepTime", "Step time:", "s", "Above 0; other programs read it as WindSpeedWarn");
-  moves.Check("chkCanStepSize", "Can tell step size", "Other programs may call Halt only while this is on");
+  moves.Field("StepTime", "Step time:", "s", "Above 0; clients read it as WindSpeedWarn");
+  moves.Check("chkCanStepSize", "Reports step size", "Clients can call Halt only while this is on");
   moves.Checks({{"chkReverse", "Reverse"}, {"chkHalfStep", "Half step"}});
   moves.Check("chkSynchronous", "Synchronous", {});
-  moves.Check("AllowAsyncWindCB", "Allow asynchronous wind", "Not while it is synchronous");
+  moves.Check("AllowAsyncWindCB", "Allow asynchronous wind", "Not available in synchronous mode");
   moves.Checks({{"chkCanHalt", "Can halt"}, {"AllowUnload", "Allow unload"}});
   moves.Check("chkBacklashDir", "Backlash compensation", {});
   moves.Field("BacklashComp", "Backlash:", "steps", {});
@@ -182,26 +183,25 @@ QWidget* frmSetup::BuildLeftoversPage() {
   reset->setToolTip("A weather sensor has no position to reset");
   moves.Row({reset});
 
-  SetupSection temperature("Temperature compensation", page.right);
-  temperature.Check("chkCanTempComp", "Can compensate", "Other programs may read Temperature only while this is on");
+  FormSection temperature("Temperature compensation", page.right);
+  temperature.Check("chkCanTempComp", "Can compensate", "Clients can read Temperature only while this is on");
   temperature.Field("TempMax", "Delta T:", "°", "Above 0");
   temperature.Field("TempSteps", "Steps for delta T:", "steps", "Above 0");
   temperature.Check("TempCompCB", "Compensate", {});
-  temperature.Check("chkCanTemp", "Can tell its temperature",
-                    "Other programs may read WindSpeedWarn only while this is on");
+  temperature.Check("chkCanTemp", "Reports temperature", "Clients can read WindSpeedWarn only while this is on");
   temperature_label_ = temperature.Field("TempCur", {}, {}, {});
   temperature_label_->setObjectName("TempLabel");
   temperature.Field("TPTempOffset", "Offset:", "°", {});
 
-  SetupSection coefficients("Coefficients", page.right);
-  coefficients.Field("Thermistor_A", "Thermistor A:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("Thermistor_B", "Thermistor B:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("Thermistor_C", "Thermistor C:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("ThermistorR_A", "Second A:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("ThermistorR_B", "Second B:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("ThermistorR_C", "Second C:", {}, "Steinhart-Hart", SetupSection::Width::kCoefficient);
-  coefficients.Field("Joystick_slopeR", "Joystick slope:", {}, {}, SetupSection::Width::kCoefficient);
-  coefficients.Field("Joystick_interceptR", "Joystick intercept:", {}, {}, SetupSection::Width::kCoefficient);
+  FormSection coefficients("Coefficients", page.right);
+  coefficients.Field("Thermistor_A", "Thermistor A:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("Thermistor_B", "Thermistor B:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("Thermistor_C", "Thermistor C:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("ThermistorR_A", "Second A:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("ThermistorR_B", "Second B:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("ThermistorR_C", "Second C:", {}, "Steinhart-Hart", FormSection::Width::kCoefficient);
+  coefficients.Field("Joystick_slopeR", "Joystick slope:", {}, {}, FormSection::Width::kCoefficient);
+  coefficients.Field("Joystick_interceptR", "Joystick intercept:", {}, {}, FormSection::Width::kCoefficient);
   Finish(page);
   return page.scroll;
 }

@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 
+#include "ui/controls/file_pickers.h"
 #include "ui/setup/frm_setup.h"
 
 namespace orvalis {
@@ -30,15 +31,14 @@ void frmSetup::ConnectLog(QCheckBox* box, PathButton* folder, const SetLog& set)
 
 void frmSetup::AskForLogFolder(const PathButton& current, const SetLog& set) {
   Act([&] {
-    if (const auto folder = PickLogFolder(this, current.path(), Look())) set(true, *folder);
+    if (const auto folder = PickLogFolder(this, current.path())) set(true, *folder);
   });
 }
 
 void frmSetup::AskForAlertFile(std::size_t file, bool switched_on) {
   const SetupFile& row = SetupFiles()[file];
   QCheckBox* box = Find<QCheckBox>(row.check_box);
-  const auto chosen =
-      PickFile(this, row.is_sound ? kSoundFileFilter : kProgramFileFilter, files_[file]->path(), Look());
+  const auto chosen = PickFile(this, row.is_sound ? kSoundFileFilter : kProgramFileFilter, files_[file]->path());
   if (chosen) {
     files_[file]->SetPath(*chosen);
     box->setChecked(true);
@@ -76,7 +76,5 @@ std::vector<SerialPortEntry> frmSetup::ListPorts() const {
     return {};
   }
 }
-
-PickerLook frmSetup::Look() const { return night_ ? PickerLook::kNight : PickerLook::kDesktop; }
 
 }  // namespace orvalis

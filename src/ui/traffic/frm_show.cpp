@@ -9,7 +9,8 @@
 #include <chrono>
 #include <cmath>
 
-#include "ui/controls/setup_night.h"
+#include "ui/controls/night_proof.h"
+#include "ui/controls/night_style.h"
 #include "ui/controls/text_fit.h"
 
 namespace orvalis {
@@ -18,8 +19,8 @@ namespace {
 constexpr int kTwipsPerInch = 1440;
 constexpr int kWidthTwips = 5415;
 /// What the text box keeps of its height when the window is made small.
-constexpr int kLeastTextTwips = 400;
-constexpr int kUsualHeightTwips = 6000;
+constexpr int kMinTextTwips = 400;
+constexpr int kDefaultHeightTwips = 6000;
 constexpr int kMargin = 8;  // pixels
 constexpr std::chrono::milliseconds kRefresh{100};
 
@@ -43,7 +44,7 @@ frmShow::frmShow(QWidget* parent) : QWidget(parent, Qt::Tool) {
   text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   text_->setTabChangesFocus(true);
   text_->setUndoRedoEnabled(false);
-  text_->setPlaceholderText("No client has called yet.");
+  text_->setPlaceholderText("No calls yet.");
   text_->setFont(FixedPitchFont());
 
   refresh_.setSingleShot(true);
@@ -53,7 +54,7 @@ frmShow::frmShow(QWidget* parent) : QWidget(parent, Qt::Tool) {
     if (!refresh_.isActive()) refresh_.start();
   });
   Arrange();
-  resize(width(), Pixels(*this, kUsualHeightTwips));
+  resize(width(), Pixels(*this, kDefaultHeightTwips));
 }
 
 QWidget* frmShow::BuildControls() {
@@ -100,7 +101,7 @@ QWidget* frmShow::BuildControls() {
 void frmShow::Arrange() {
   setFixedWidth(std::max(Pixels(*this, kWidthTwips), controls_->sizeHint().width()));
   controls_->setGeometry(0, 0, width(), controls_->sizeHint().height());
-  setMinimumHeight(controls_->height() + Pixels(*this, kLeastTextTwips) + kMargin);
+  setMinimumHeight(controls_->height() + Pixels(*this, kMinTextTwips) + kMargin);
   SetTextOffset(Twips(*this, controls_->height() + kMargin));
 }
 
@@ -118,12 +119,10 @@ void frmShow::ShowText() {
   text_->moveCursor(QTextCursor::End);
 }
 
-void frmShow::SetTheme(const Theme& theme) {
-  const bool night = theme.kind() == Theme::Kind::kNight;
-  DressWindow(*this, theme);
-  text_->SetNight(night);
+void frmShow::SetNightTheme(bool on) {
+  DressWindow(*this, on);
   QFont font = text_->font();
-  font.setBold(night);  // thin letters in red on black are hard to read
+  font.setBold(on);  // thin letters in red on black are hard to read
   text_->setFont(font);
   Arrange();
 }

@@ -4,8 +4,6 @@
 #include <QWidget>
 
 #include "server/traffic.h"
-#include "ui/controls/night_proof.h"
-#include "ui/controls/theme.h"
 
 class QPlainTextEdit;
 class QPushButton;
@@ -24,7 +22,8 @@ class frmShow : public QWidget {
 
   /// How much of the window's inner height is not the text box's, in twips (1440 to the inch).
   void SetTextOffset(int twips);
-  void SetTheme(const Theme& theme);
+  /// Black and red, or the desktop's colours.
+  void SetNightTheme(bool on);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -42,7 +41,7 @@ class frmShow : public QWidget {
   QTimer refresh_;  ///< a flood of calls is drawn a few times a second, not call by call
   int text_offset_ = 0;
   QWidget* controls_ = nullptr;
-  NightProof<QPlainTextEdit>* text_ = nullptr;
+  QPlainTextEdit* text_ = nullptr;
 };
 
 }  // namespace orvalis

@@ -106,7 +106,7 @@ WeatherService::~WeatherService() {
 bool WeatherService::Start() {
   const std::string problem = TakeName();
   if (problem.empty()) {
-    if (trouble_.Mended()) parts_.record("programs can read the weather over D-Bus again");
+    if (trouble_.Mended()) parts_.record("clients can use the D-Bus interface again");
     return true;
   }
   TryAgain(problem);
@@ -115,12 +115,12 @@ bool WeatherService::Start() {
 
 std::string WeatherService::TakeName() {
   if (!bus_) {
-    if (!HasSessionBus()) return "there is no session bus";
+    if (!HasSessionBus()) return "no session bus";
     QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, kConnectionName);
     if (!bus.isConnected()) {
       const std::string reason = bus.lastError().message().toStdString();
       QDBusConnection::disconnectFromBus(kConnectionName);
-      return "the session bus cannot be used: " + reason;
+      return "cannot connect to the session bus: " + reason;
     }
     // One rule for all clients, before the first of them can call: whoever calls and goes at once is not missed.
     const QString bus_service = QStringLiteral("org.freedesktop.DBus");
@@ -131,12 +131,12 @@ std::string WeatherService::TakeName() {
     bus.registerVirtualObject(kPath, this);
     bus_ = bus;
   }
-  if (!bus_->registerService(kService)) return "another program answers as " + kService.toStdString();
+  if (!bus_->registerService(kService)) return "another program owns the name " + kService.toStdString();
   return {};
 }
 
 void WeatherService::TryAgain(const std::string& reason) {
-  if (trouble_.IsNews(reason)) parts_.record("no program can read the weather over D-Bus: " + reason);
+  if (trouble_.IsNews(reason)) parts_.record("clients cannot use the D-Bus interface: " + reason);
   retry_.start();
 }
 
@@ -144,7 +144,7 @@ void WeatherService::NoteDisconnected() {
   QDBusConnection::disconnectFromBus(kConnectionName);
   bus_.reset();
   clients_.clear();
-  TryAgain("the session bus is gone");
+  TryAgain("session bus lost");
 }
 
 void WeatherService::NoteNameOwner(const QString& name, const QString& /*former*/, const QString& current) {

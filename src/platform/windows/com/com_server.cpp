@@ -132,7 +132,7 @@ bool ComServer::Start() {
     CheckCom("the class cannot be offered", factory_->Offer());
     return true;
   } catch (const RunTimeError& error) {
-    parts_.record(std::string("no program can read the weather: ") + error.what());
+    parts_.record(std::string("clients cannot use the COM interface: ") + error.what());
     return false;
   }
 }

@@ -285,7 +285,7 @@ std::optional<int> RunRegistration(const std::vector<std::string>& arguments) {
         Unregister(scope);
         code = 0;
       } catch (const RunTimeError& error) {
-        std::cerr << "orvalis: not forgotten for " << scope.who << ": " << error.what() << '\n';
+        std::cerr << "orvalis: not unregistered for " << scope.who << ": " << error.what() << '\n';
       }
     }
     return code;

@@ -13,7 +13,7 @@ namespace orvalis {
 
 /// Fills one titled section of a page of the setup dialog, row by row from the top. The controls get their object
 /// names and belong to the page; "&" in a label makes a key for its control.
-class SetupSection {
+class FormSection {
  public:
   enum class Width { kNumber, kCoefficient };
   struct NamedBox {
@@ -25,7 +25,7 @@ class SetupSection {
     const char* file;
   };
 
-  SetupSection(const QString& title, QBoxLayout* column);
+  FormSection(const QString& title, QBoxLayout* column);
 
   /// Ends the object name of a text box's label for advice.
   static constexpr const char* kAdviceEnd = "Advice";

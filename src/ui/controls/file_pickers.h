@@ -47,13 +47,12 @@ struct PickerFrame {
 // Where there is a process for it (`UsePickerProcess`) the dialog is shown there.
 
 /// Asks for a file, starting at `current`. Nothing when the user cancels.
-[[nodiscard]] std::optional<std::string> PickFile(QWidget* parent, std::string_view filter, const std::string& current,
-                                                  PickerLook look);
+[[nodiscard]] std::optional<std::string> PickFile(QWidget* parent, std::string_view filter, const std::string& current);
 /// Asks for a folder for a log, starting at `current`. Nothing when the user cancels.
-[[nodiscard]] std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& current, PickerLook look);
+[[nodiscard]] std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& current);
 /// Asks under which name to save, starting with `suggested`, a whole path; asks again before a file is replaced. A name
 /// without an ending gets that of the chosen filter. Nothing when the user cancels.
 [[nodiscard]] std::optional<std::string> PickSaveFile(QWidget* parent, const QString& title, std::string_view filter,
-                                                      const QString& suggested, PickerLook look);
+                                                      const QString& suggested);
 
 }  // namespace orvalis

@@ -1,4 +1,4 @@
-#include "ui/controls/setup_section.h"
+#include "ui/controls/form_section.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -8,7 +8,7 @@
 #include <QLineEdit>
 
 #include "ui/controls/night_proof.h"
-#include "ui/controls/setup_controls.h"
+#include "ui/controls/path_button.h"
 
 namespace orvalis {
 namespace {
@@ -20,15 +20,15 @@ constexpr int kUnitColumn = 2;
 constexpr int kRestColumn = 3;
 constexpr int kColumns = 4;
 
-int FieldWidth(const QWidget& field, SetupSection::Width width) {
-  const char* widest = width == SetupSection::Width::kNumber ? "00000.000" : "-0.000000000000";
+int FieldWidth(const QWidget& field, FormSection::Width width) {
+  const char* widest = width == FormSection::Width::kNumber ? "00000.000" : "-0.000000000000";
   constexpr int kFrame = 16;
   return field.fontMetrics().horizontalAdvance(widest) + kFrame;
 }
 
 }  // namespace
 
-SetupSection::SetupSection(const QString& title, QBoxLayout* column) {
+FormSection::FormSection(const QString& title, QBoxLayout* column) {
   auto* box = new QGroupBox(title);
   grid_ = new QGridLayout(box);
   grid_->setColumnStretch(kRestColumn, 1);
@@ -36,8 +36,8 @@ SetupSection::SetupSection(const QString& title, QBoxLayout* column) {
   column->addWidget(box);
 }
 
-QLabel* SetupSection::Field(const char* name, const QString& label, const QString& unit, const QString& tip,
-                            Width width) {
+QLabel* FormSection::Field(const char* name, const QString& label, const QString& unit, const QString& tip,
+                           Width width) {
   auto* field = new NightProof<QLineEdit>;
   field->setObjectName(name);
   field->setAlignment(Qt::AlignRight);
@@ -64,7 +64,7 @@ QLabel* SetupSection::Field(const char* name, const QString& label, const QStrin
   return title;
 }
 
-QCheckBox* SetupSection::Check(const char* name, const QString& text, const QString& tip) {
+QCheckBox* FormSection::Check(const char* name, const QString& text, const QString& tip) {
   auto* box = new QCheckBox(text);
   box->setObjectName(name);
   box->setToolTip(tip);
@@ -72,7 +72,7 @@ QCheckBox* SetupSection::Check(const char* name, const QString& text, const QStr
   return box;
 }
 
-void SetupSection::Checks(std::initializer_list<NamedBox> boxes) {
+void FormSection::Checks(std::initializer_list<NamedBox> boxes) {
   auto* row = new QHBoxLayout;
   for (const NamedBox& named : boxes) {
     auto* box = new QCheckBox(named.text);
@@ -82,7 +82,7 @@ void SetupSection::Checks(std::initializer_list<NamedBox> boxes) {
   grid_->addLayout(row, row_++, kLabelColumn, 1, kColumns);
 }
 
-void SetupSection::Control(const QString& label, QWidget* control, const QString& tip) {
+void FormSection::Control(const QString& label, QWidget* control, const QString& tip) {
   auto* title = new QLabel(label);
   title->setBuddy(control);
   if (!tip.isEmpty()) control->setToolTip(tip);
@@ -90,20 +90,20 @@ void SetupSection::Control(const QString& label, QWidget* control, const QString
   grid_->addWidget(control, row_++, kControlColumn, 1, kColumns - kControlColumn);
 }
 
-void SetupSection::Row(std::initializer_list<QWidget*> controls) {
+void FormSection::Row(std::initializer_list<QWidget*> controls) {
   auto* row = new QHBoxLayout;
   for (QWidget* control : controls) row->addWidget(control);
   row->addStretch(1);
   grid_->addLayout(row, row_++, kLabelColumn, 1, kColumns);
 }
 
-QLabel* SetupSection::Note(const QString& text) {
+QLabel* FormSection::Note(const QString& text) {
   auto* note = new QLabel(text);
   grid_->addWidget(note, row_++, kLabelColumn, 1, kColumns);
   return note;
 }
 
-void SetupSection::AlertRow(const QString& title, const AlertFile& sound, const AlertFile& program) {
+void FormSection::AlertRow(const QString& title, const AlertFile& sound, const AlertFile& program) {
   // This grid has no units to leave room for; the files share what there is.
   grid_->setColumnStretch(kRestColumn, 0);
   int column = kLabelColumn;

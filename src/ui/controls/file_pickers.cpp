@@ -1,4 +1,4 @@
-#include "ui/controls/setup_pickers.h"
+#include "ui/controls/file_pickers.h"
 
 #include <QAbstractFileIconProvider>
 #include <QDir>
@@ -6,7 +6,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPainter>
 #include <QPixmap>
 #include <QRegularExpression>
@@ -15,6 +14,8 @@
 #include <QWindow>
 #include <utility>
 
+#include "ui/controls/message_box.h"
+#include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/picker_process.h"
 #include "ui/desktop.h"
@@ -133,10 +134,8 @@ QString SuffixOf(const QString& name_filter) {
 }
 
 bool MayReplace(QWidget* parent, const QString& title, const std::string& path) {
-  QMessageBox box(QMessageBox::NoIcon, title, ToQString(path) + " already exists.\nDo you want to replace it?",
-                  QMessageBox::Yes | QMessageBox::No, parent);
-  if (parent != nullptr) box.setPalette(parent->palette());
-  for (QAbstractButton* button : box.buttons()) button->setIcon({});
+  MessageBox box(QMessageBox::NoIcon, title, ToQString(path) + " already exists.\nDo you want to replace it?",
+                 QMessageBox::Yes | QMessageBox::No, parent);
   box.setDefaultButton(QMessageBox::No);
   return box.exec() == QMessageBox::Yes;
 }
@@ -166,8 +165,9 @@ std::optional<std::string> ShowSave(QWidget* parent, const PickerRequest& reques
   return Finish(std::move(path), frame);
 }
 
-std::optional<std::string> Pick(QWidget* parent, const PickerRequest& request) {
-  return PickersHaveProcess() ? PickInProcess(parent, request) : ShowPicker(parent, request);
+std::optional<std::string> Pick(QWidget* parent, PickerRequest request) {
+  request.look = IsNight(parent) ? PickerLook::kNight : PickerLook::kDesktop;
+  return UsesPickerProcess() ? PickInProcess(parent, request) : ShowPicker(parent, request);
 }
 
 }  // namespace
@@ -197,30 +197,23 @@ std::optional<std::string> ShowPicker(QWidget* parent, const PickerRequest& requ
   }
 }
 
-std::optional<std::string> PickFile(QWidget* parent, std::string_view filter, const std::string& current,
-                                    PickerLook look) {
-  return Pick(parent, {.kind = PickerRequest::Kind::kFile,
-                       .look = look,
-                       .title = "Open",
-                       .filter = ToQtFilter(filter),
-                       .start = ToQString(current)});
+std::optional<std::string> PickFile(QWidget* parent, std::string_view filter, const std::string& current) {
+  return Pick(
+      parent,
+      {.kind = PickerRequest::Kind::kFile, .title = "Open", .filter = ToQtFilter(filter), .start = ToQString(current)});
 }
 
-std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& current, PickerLook look) {
+std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& current) {
   return Pick(parent, {.kind = PickerRequest::Kind::kFolder,
-                       .look = look,
                        .title = "Please select a Server folder.",
                        .filter = {},
                        .start = ToQString(current)});
 }
 
 std::optional<std::string> PickSaveFile(QWidget* parent, const QString& title, std::string_view filter,
-                                        const QString& suggested, PickerLook look) {
-  return Pick(parent, {.kind = PickerRequest::Kind::kSave,
-                       .look = look,
-                       .title = title,
-                       .filter = ToQtFilter(filter),
-                       .start = suggested});
+                                        const QString& suggested) {
+  return Pick(parent,
+              {.kind = PickerRequest::Kind::kSave, .title = title, .filter = ToQtFilter(filter), .start = suggested});
 }
 
 }  // namespace orvalis

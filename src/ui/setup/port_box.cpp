@@ -1,13 +1,9 @@
-#include "ui/controls/setup_controls.h"
+#include "ui/setup/port_box.h"
 
 #include <QLineEdit>
-#include <QPainter>
 #include <QSignalBlocker>
-#include <QStyleOptionButton>
 #include <QStyledItemDelegate>
-#include <QWheelEvent>
 
-#include "base/text.h"
 #include "ui/controls/panel_texts.h"
 
 namespace orvalis {
@@ -30,43 +26,7 @@ class PortDelegate : public QStyledItemDelegate {
 
 }  // namespace
 
-PathButton::PathButton(Shows shows, QWidget* parent) : QPushButton(parent), shows_(shows) {
-  setAutoDefault(false);
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  SetPath({});
-}
-
-void PathButton::SetPath(const std::string& path) {
-  path_ = path;
-  const std::string_view shown = shows_ == Shows::kName ? FileName(path_) : std::string_view(path_);
-  setText(shown.empty() ? QString("Choose…") : ToQString(shown).replace("&", "&&"));
-  setToolTip(ToQString(path_));
-  update();
-}
-
-QSize PathButton::sizeHint() const {
-  constexpr int kUsualCharacters = 20;
-  return {fontMetrics().averageCharWidth() * kUsualCharacters, QPushButton::sizeHint().height()};
-}
-
-QSize PathButton::minimumSizeHint() const {
-  constexpr int kFewestCharacters = 12;
-  return {fontMetrics().averageCharWidth() * kFewestCharacters, QPushButton::minimumSizeHint().height()};
-}
-
-void PathButton::paintEvent(QPaintEvent* /*event*/) {
-  QStyleOptionButton option;
-  initStyleOption(&option);
-  const QRect contents = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this);
-  constexpr int kMargin = 4;
-  // A path is told by its end and a name by both ends.
-  option.text = fontMetrics().elidedText(option.text, shows_ == Shows::kName ? Qt::ElideMiddle : Qt::ElideLeft,
-                                         contents.width() - 2 * kMargin, Qt::TextShowMnemonic);
-  QPainter painter(this);
-  style()->drawControl(QStyle::CE_PushButton, &option, &painter, this);
-}
-
-PortBox::PortBox(Ports ports, QWidget* parent) : NightProof<QComboBox>(parent), ports_(std::move(ports)) {
+PortBox::PortBox(Ports ports, QWidget* parent) : QuietComboBox(parent), ports_(std::move(ports)) {
   setEditable(true);
   setLineEdit(new NightProof<QLineEdit>(this));
   setInsertPolicy(NoInsert);
@@ -104,10 +64,7 @@ QString PortBox::Description() const {
 void PortBox::showPopup() {
   Refill();
   emit editTextChanged(currentText());  // what is plugged in at the same port may be another device now
-  NightProof<QComboBox>::showPopup();
+  QuietComboBox::showPopup();
 }
-
-// Whoever scrolls the page with the pointer over the box does not want another port.
-void PortBox::wheelEvent(QWheelEvent* event) { event->ignore(); }
 
 }  // namespace orvalis

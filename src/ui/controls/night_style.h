@@ -1,0 +1,16 @@
+#pragma once
+
+#include "ui/controls/theme.h"
+
+class QWidget;
+
+namespace orvalis {
+
+/// Gives `window` and its controls the desktop's colours or, at night, black and red. Returns the theme in force. Each
+/// window is dressed by itself: from the panel it gets the style sheet, but not the palette.
+Theme DressWindow(QWidget& window, bool night);
+
+/// Whether the window of `widget` is dressed for the night; false for null.
+[[nodiscard]] bool IsNight(const QWidget* widget);
+
+}  // namespace orvalis

@@ -1,0 +1,47 @@
+#include "ui/controls/path_button.h"
+
+#include <QPainter>
+#include <QStyleOptionButton>
+
+#include "base/text.h"
+#include "ui/controls/panel_texts.h"
+
+namespace orvalis {
+
+PathButton::PathButton(Shows shows, QWidget* parent) : QPushButton(parent), shows_(shows) {
+  setAutoDefault(false);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  SetPath({});
+}
+
+void PathButton::SetPath(const std::string& path) {
+  path_ = path;
+  const std::string_view shown = shows_ == Shows::kName ? FileName(path_) : std::string_view(path_);
+  setText(shown.empty() ? QString("Choose…") : ToQString(shown).replace("&", "&&"));
+  setToolTip(ToQString(path_));
+  update();
+}
+
+QSize PathButton::sizeHint() const {
+  constexpr int kDefaultCharacters = 20;
+  return {fontMetrics().averageCharWidth() * kDefaultCharacters, QPushButton::sizeHint().height()};
+}
+
+QSize PathButton::minimumSizeHint() const {
+  constexpr int kMinCharacters = 12;
+  return {fontMetrics().averageCharWidth() * kMinCharacters, QPushButton::minimumSizeHint().height()};
+}
+
+void PathButton::paintEvent(QPaintEvent* /*event*/) {
+  QStyleOptionButton option;
+  initStyleOption(&option);
+  const QRect contents = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this);
+  constexpr int kMargin = 4;
+  // A path is told by its end and a name by both ends.
+  option.text = fontMetrics().elidedText(option.text, shows_ == Shows::kName ? Qt::ElideMiddle : Qt::ElideLeft,
+                                         contents.width() - 2 * kMargin, Qt::TextShowMnemonic);
+  QPainter painter(this);
+  style()->drawControl(QStyle::CE_PushButton, &option, &painter, this);
+}
+
+}  // namespace orvalis
