@@ -28,7 +28,7 @@ constexpr int kExitOk = 0;
 constexpr int kExitFailed = 1;
 constexpr int kExitUsage = 2;
 
-/// A program whose last client has left may still be closing its link when the next client comes.
+/// A program whose last client has left may still be closing its link when the next client calls.
 constexpr std::chrono::milliseconds kPreviousExit{5000};
 
 int RunProfile(const CommandLine& line) {
@@ -37,9 +37,8 @@ int RunProfile(const CommandLine& line) {
   return RunProfileCommand(line.profile, store, std::cin, std::cout, std::cerr);
 }
 
-/// Says why the program cannot run; in a window too when a person started it and not from a terminal, because nobody
-/// would see it otherwise. A client waits for the end of a program that was started for it, and nobody may be there to
-/// close a window.
+/// Reports why the program cannot run; also in a window if a user started it outside a terminal, who would not see it
+/// otherwise. Not for a client: it waits for the program to end, and there may be no user to close a window.
 int FailToStart(const std::exception& error, const CommandLine& line, WindowSystem* windows) {
   StopSignals::ExitImmediately(kExitFailed);
   std::cerr << "orvalis: " << error.what() << '\n';
@@ -49,7 +48,7 @@ int FailToStart(const std::exception& error, const CommandLine& line, WindowSyst
   return kExitFailed;
 }
 
-/// Another program has the profile. Returns the exit code of this one.
+/// Another program uses the profile. Returns the exit code of this one.
 int DeferToRunningInstance(SingleInstance::Start start) {
   switch (start) {
     case SingleInstance::Start::kPanelRaised:
@@ -89,7 +88,7 @@ struct Ending {
 };
 
 Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
-  // From here on: a signal that comes during the start is taken as soon as the event loop runs.
+  // From here on, a signal during the start is handled as soon as the event loop runs.
   Core* running = nullptr;
   const StopSignals stop_signals({.stop = [] { QCoreApplication::exit(kExitOk); },
                                   .session_ended =
@@ -117,7 +116,7 @@ Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
   return {code, core.LeavesThread()};
 }
 
-/// Ends the process where it stands. Nothing is left to do but what the system does anyway.
+/// Ends the process immediately. What remains to be done the system does anyway.
 [[noreturn]] void ExitNow(int code) {
   std::cout.flush();
   std::cerr.flush();
@@ -134,7 +133,7 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, Window
   return application;
 }
 
-/// What is answered without an application object: a mistake, the help, the version.
+/// Handles what needs no application object: errors, help, version.
 std::optional<int> AnswerDirectly(const std::variant<CommandLine, CommandLineError>& parsed, bool has_windows) {
   if (const auto* error = std::get_if<CommandLineError>(&parsed)) {
     std::cerr << "orvalis: " << error->text << '\n' << Usage(has_windows);

@@ -19,7 +19,7 @@
 namespace orvalis::native {
 
 Process::Process(int argc, char** argv) : arguments_(argv, argv + argc) {
-  // A reader of our output who goes away must not take the program with him.
+  // A reader that closes our output must not end the program.
   std::signal(SIGPIPE, SIG_IGN);
 }
 
@@ -43,7 +43,7 @@ bool OutputsAreSame() {
          out.st_ino == error.st_ino;
 }
 
-// A terminal's processes are in jobs here, and who starts one in the background keeps it.
+// Shells keep background jobs running, so there is nothing to do.
 void DetachConsole() {}
 
 std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder) {

@@ -153,7 +153,7 @@ void RegisterInFront(const Scope& scope) {
   try {
     RemoveOwnKeys();
   } catch (const RunTimeError&) {
-    // The registration for all stands, and this user perhaps never had one.
+    // The registration for all users is valid, and this user may never have had one.
   }
 }
 
