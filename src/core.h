@@ -45,10 +45,10 @@ namespace orvalis {
 
 /// How the user's locale writes numbers.
 [[nodiscard]] NumberLocale UserLocale();
-/// The folder that the user wants the profile store in: as the command line says, or the environment.
+/// The user's folder for the profile store, from the command line or the environment.
 [[nodiscard]] std::optional<QString> ChosenProfileFolder(const CommandLine& line);
-/// Where logs and pictures go unless the user chooses: beside the executable where that is allowed, as it is for a
-/// program unpacked into a folder of its own, otherwise in the user's data folder.
+/// Where logs and pictures go unless the user chooses: beside the executable if that folder is writable, as for a
+/// program unpacked into its own folder, otherwise in the user's data folder.
 [[nodiscard]] std::string ProgramFolder();
 
 /// Keeps why the program could not start in the error log, if that can be written.
@@ -67,15 +67,14 @@ class Front {
   virtual void Refresh() = 0;
   /// Runs the setup dialog for a client, or brings the one that is open to the front.
   virtual void RunSetup(Weather::Done closed) = 0;
-  /// Everything that the start had to say has been said.
+  /// The start is complete and has reported everything.
   virtual void Started() = 0;
   virtual void BringToFront() = 0;
-  /// Whether a thread waits for a disk that only the end of the process would stop.
+  /// Whether a thread is blocked on a disk, so that only the end of the process stops it.
   [[nodiscard]] virtual bool LeavesThread() const = 0;
 };
 
-/// The program without its windows: every part, in the order in which they need each other, and the connections between
-/// them.
+/// The program without its windows: all parts, in the order of their dependencies, and the connections between them.
 class Core {
  public:
   /// What the windows show and work on.
@@ -111,13 +110,13 @@ class Core {
   [[nodiscard]] Parts parts();
 
   /// Starts up, runs until the program is to end, and shuts down. `front` is null in a program without windows. Returns
-  /// the exit code. Throws what keeps the program from starting.
+  /// the exit code. Throws if the program cannot start.
   int Run(Front* front);
 
-  /// Keeps what is to be kept and closes the link, for a system that ends without waiting for `Run` to return.
+  /// Saves everything and closes the link, for a session that ends without waiting for `Run` to return.
   void ShutDown() noexcept;
 
-  /// Shows what the models hold now.
+  /// Updates the windows from the models.
   void Refresh();
   /// Adds a line to the event list as soon as the program runs: then whatever shows the list listens.
   void Note(const std::string& text) {
@@ -126,8 +125,8 @@ class Core {
   /// The serial ports to choose from, with the one that is connected.
   [[nodiscard]] std::vector<SerialPortEntry> ListPorts();
 
-  /// Whether a name look-up, a transfer or a write goes on in a thread, which an orderly end of the application would
-  /// wait for or collide with.
+  /// Whether a name look-up, a transfer or a write is running in a thread, which a normal end of the application would
+  /// wait for or conflict with.
   [[nodiscard]] bool LeavesThread() const {
     return http_.LeavesLookUp() || ftp_->LeavesThread() || (front_ != nullptr && front_->LeavesThread());
   }
@@ -191,7 +190,7 @@ class Core {
   Front* front_ = nullptr;      ///< none without windows
   Traffic* traffic_ = nullptr;  ///< none while the traffic window is closed
   Weather::Parts weather_parts_;
-  std::unique_ptr<WeatherServer> server_;  ///< none where clients cannot come
+  std::unique_ptr<WeatherServer> server_;  ///< null where clients are not supported
 };
 
 }  // namespace orvalis

@@ -82,7 +82,7 @@ int FailToStart(const std::exception& error, const CommandLine& line, WindowSyst
   return kExitFailed;
 }
 
-/// Another program has the profile. Returns the exit code of this one.
+/// Another program uses the profile. Returns the exit code of this one.
 int DeferToRunningInstance(SingleInstance::Start start) {
   switch (start) {
     case SingleInstance::Start::kPanelRaised:
@@ -122,7 +122,7 @@ struct Ending {
 };
 
 Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
-  // From here on: a signal that comes during the start is taken as soon as the event loop runs.
+  // From here on, a signal during the start is handled as soon as the event loop runs.
   Core* running = nullptr;
   const StopSignals stop_signals({.stop = [] { QCoreApplication::exit(kExitOk); },
                                   .session_ended =
@@ -154,7 +154,7 @@ Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
   return {code, core.LeavesThread()};
 }
 
-/// Ends the process where it stands. Nothing is left to do but what the system does anyway.
+/// Ends the process immediately. What remains to be done the system does anyway.
 [[noreturn]] void ExitNow(int code) {
   std::cout.flush();
   std::cerr.flush();
@@ -171,7 +171,7 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, Window
   return application;
 }
 
-/// What is answered without an application object: a mistake, the help, the version.
+/// Handles what needs no application object: errors, help, version.
 std::optional<int> AnswerDirectly(const std::variant<CommandLine, CommandLineError>& parsed, bool has_windows) {
   if (const auto* error = std::get_if<CommandLineError>(&parsed)) {
     std::cerr << "orvalis: " << error->text << '\n' << Usage(has_windows, native::UsageOfServices());

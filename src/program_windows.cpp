@@ -61,7 +61,7 @@ void ProgramWindows::BuildPanel() {
     Click("acknowledging the loss of the settings", [this] { parts_.settings_loss.Acknowledge(); });
   });
   QObject::connect(panel_.get(), &frmHandBox::Closing, panel_.get(), [] { QCoreApplication::exit(0); });
-  // The core may have something to say when the panel has gone.
+  // The core may record events after the panel is destroyed.
   parts_.events.Listen([panel = QPointer(panel_.get())](const Event& event) {
     if (panel) panel->AppendEvent(event);
   });

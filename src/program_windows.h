@@ -34,7 +34,7 @@ class ProgramWindows : public Front {
   [[nodiscard]] bool LeavesThread() const override { return IsSaving(); }
 
  private:
-  /// A click's work, which is done then.
+  /// Runs the work of a click and refreshes the windows.
   template <typename Work>
   void Click(std::string_view doing, Work work) {
     parts_.boundary.RunToEnd(doing, work);
@@ -47,7 +47,7 @@ class ProgramWindows : public Front {
   void BuildGraphs();
   void OpenTraffic();
   void ApplyTheme();
-  /// Ends the program with a picture of the panel, once there are values, or without one after a while.
+  /// Ends the program with a picture of the panel after the first reading, or without one after a time-out.
   void TakePictureSoon();
   void TakePicture();
 

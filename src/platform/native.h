@@ -17,11 +17,11 @@
 #include "unit/serial_port.h"
 #include "unit/serial_port_entry.h"
 
-/// What each operating system gives in its own way. The build chooses the implementation: native_linux.cpp or
+/// What each operating system provides in its own way. The build chooses the implementation: native_linux.cpp or
 /// native_windows.cpp.
 namespace orvalis::native {
 
-/// The process as the system sees it. Made first, and held as long as the process runs.
+/// The process as the system sees it. Created first and kept as long as the process runs.
 class Process {
  public:
   Process(int argc, char** argv);
@@ -29,15 +29,15 @@ class Process {
   Process& operator=(const Process&) = delete;
   ~Process();
 
-  /// The words of the command line in UTF-8, the program's name first.
+  /// The command line arguments in UTF-8, the program name first.
   [[nodiscard]] const std::vector<std::string>& arguments() const { return arguments_; }
 
  private:
   std::vector<std::string> arguments_;
 };
 
-/// The exit code when the command line asks this process for a service that only the system's side of the program
-/// knows, which it has rendered by then; otherwise nothing.
+/// Runs a service specific to this system if the command line asks for one, and returns its exit code; otherwise
+/// nothing.
 [[nodiscard]] std::optional<int> RunService(const std::vector<std::string>& arguments);
 
 /// How the program is started for clients, and made known to them, for the usage.
@@ -45,11 +45,11 @@ class Process {
 
 /// What Qt is told on the command line of a program with windows, its name left out.
 [[nodiscard]] std::vector<std::string> QtArguments();
-/// Whether a display is to be expected, so that windows can be shown.
+/// Whether there should be a display to show windows on.
 [[nodiscard]] bool HasDisplay();
-/// Whether somebody reads standard error, as in a terminal.
+/// Whether standard error is a terminal.
 [[nodiscard]] bool StandardErrorIsTerminal();
-/// Whether standard output and standard error go to the same place, so that saying a thing on both says it twice.
+/// Whether standard output and standard error go to the same place, so that a line on both would appear twice.
 [[nodiscard]] bool OutputsAreSame();
 
 /// Keeps the text of an error where the system's administrator looks. On a system that keeps what programs of its own
@@ -60,21 +60,21 @@ void WriteSystemLog(const std::string& text);
 /// nothing is said there.
 void DetachConsole();
 
-/// The system's own store of settings, or a file in `folder` where one is asked for.
+/// The system's settings store, or a file in `folder` if one is given.
 [[nodiscard]] std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder);
 [[nodiscard]] std::unique_ptr<UtilityObject> MakeUtilityObject();
 [[nodiscard]] std::unique_ptr<SerialPort> MakeSerialPort();
-/// The serial ports that the machine has now, with what is plugged in there.
+/// The machine's current serial ports, with the devices attached to them.
 [[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
 /// The system's own name of the port that the key "COM Port" calls `name`, as `SerialPort::Port` gives it. Throws
 /// RunTimeError kFileNotFound for a name that no port can have.
 [[nodiscard]] std::string SystemPortName(const std::string& name);
-/// `fail` is told of a file that turns out only while it is being loaded not to be a sound. On Linux the executable
-/// chooses by what it links: the desktop's sounds (native_desktop.cpp), or a player program (native_headless.cpp).
+/// `fail` is called for a file that proves only while loading not to be a sound. On Linux the executable chooses by
+/// what it links: the desktop's sounds (native_desktop.cpp), or a player program (native_headless.cpp).
 [[nodiscard]] std::unique_ptr<SoundPlayer> MakeSoundPlayer(std::function<void(const std::string&)> fail);
 [[nodiscard]] std::unique_ptr<ProgramStarter> MakeProgramStarter();
 
-/// The way for clients to come; none on a system that has no such way yet.
+/// The server for clients; null on a system without one.
 [[nodiscard]] std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts parts);
 
 /// Whether another program serves clients now, while this one was started for one as well. A system that starts one
@@ -84,13 +84,13 @@ void DetachConsole();
 /// How the system writes paths and lines in the program's `folder`.
 [[nodiscard]] PictureFolder FolderOfPictures(const std::string& folder);
 [[nodiscard]] std::unique_ptr<CommandStarter> MakeCommandStarter();
-/// Whether the program sends pictures itself. Where it does not, its sender refuses.
+/// Whether built-in FTP is available. If not, the FTP sender refuses.
 [[nodiscard]] bool SendsPictures();
 [[nodiscard]] std::unique_ptr<FtpSender> MakeFtpSender();
-/// A text in UTF-8 in the system's code page for letters of one byte, with "?" for what it lacks. Linux has UTF-8.
+/// `utf8` converted to the system's single-byte code page, with "?" for characters that it lacks. On Linux unchanged.
 [[nodiscard]] std::string ToCodePage(std::string_view utf8);
-/// Writes `text` into a file that its owner alone may read, at no moment anybody else. A reader finds the whole file,
-/// old or new. Throws RunTimeError kPathFileAccess.
+/// Writes `text` into a file that only its owner can read, at any moment. A reader finds the complete file, old or new.
+/// Throws RunTimeError kPathFileAccess.
 void WritePrivateFile(const std::string& path, const std::string& text);
 
 }  // namespace orvalis::native

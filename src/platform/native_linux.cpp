@@ -18,7 +18,7 @@
 namespace orvalis::native {
 
 Process::Process(int argc, char** argv) : arguments_(argv, argv + argc) {
-  // A reader of our output who goes away must not take the program with him.
+  // A reader that closes our output must not end the program.
   std::signal(SIGPIPE, SIG_IGN);
 }
 

@@ -2,7 +2,7 @@
 
 #include "platform/native.h"
 
-// Behind the types of windows.h.
+// After windows.h, whose types they use.
 #include <io.h>
 #include <shellapi.h>
 
@@ -33,8 +33,8 @@ bool IsOpen(DWORD stream) {
   return handle != nullptr && handle != INVALID_HANDLE_VALUE && GetFileType(handle) != FILE_TYPE_UNKNOWN;
 }
 
-/// A program with windows has no console of its own. Started from one, it speaks there, except where its streams lead
-/// somewhere else already.
+/// A program with windows has no console of its own. Started from one, it writes there, unless its streams are already
+/// redirected.
 void AttachToParentConsole() {
   struct Stream {
     std::FILE* file;
@@ -58,7 +58,7 @@ std::vector<std::string> Utf8Arguments() {
   arguments.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) arguments.push_back(Narrow(words[i]));
   LocalFree(words);
-  // What the automation system says when it starts the program for a client.
+  // COM's switch for a program that it starts for a client.
   for (std::string& argument : arguments) {
     if (argument == "-Embedding" || argument == "/Embedding") argument = "--automation";
   }
@@ -75,7 +75,7 @@ class MinimisedStarter : public CommandStarter {
   void Start(const std::string& command_line) override { StartCommandLine(command_line, StartWindow::kMinimised); }
 };
 
-/// Pictures are sent by the programs that Windows has for it.
+/// On Windows external programs send the pictures.
 class NoFtpSender : public FtpSender {
  public:
   void Send(const FtpUpload& /*upload*/, Done /*done*/) override {
@@ -87,9 +87,9 @@ class NoFtpSender : public FtpSender {
 }  // namespace
 
 Process::Process(int /*argc*/, char** /*argv*/) : arguments_(Utf8Arguments()) {
-  // The serial object's process ends with the one that it serves, not with a console.
+  // The serial object's process ends with its parent, not with a console.
   if (!IsForSerialObject(arguments_)) AttachToParentConsole();
-  // A drive without a disk is an error for the program to handle, not a box for somebody who is asleep.
+  // A drive without a disk is an error for the program to handle, not a message box that waits for a user.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   CheckCom("automation cannot be used", CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
 }
@@ -114,7 +114,7 @@ ServiceUsage UsageOfServices() {
 }
 
 std::vector<std::string> QtArguments() {
-  // A dark desktop is followed only when that is asked for.
+  // Qt follows a dark desktop only when asked to.
   return {"-platform", "windows:darkmode=2"};
 }
 
@@ -148,7 +148,7 @@ void WriteSystemLog(const std::string& text) {
 }
 
 void DetachConsole() {
-  // The streams first: the console's handles may be other files' soon.
+  // The streams first: the console's handles may soon be reused for other files.
   for (std::FILE* const stream : {stdin, stdout, stderr}) {
     const int number = _fileno(stream);
     if (number < 0 || _isatty(number) == 0) continue;
@@ -224,7 +224,7 @@ void WritePrivateFile(const std::string& path, const std::string& text) {
   bool good = false;
   {
     QFile file(fresh);
-    // The rights come before the text.
+    // Restrict access before writing.
     good = file.open(QIODevice::WriteOnly) && safe_file::RestrictToOwner(fresh) &&
            file.write(text.data(), static_cast<qint64>(text.size())) >= 0 && file.flush();
   }

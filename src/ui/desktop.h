@@ -7,23 +7,23 @@
 
 class QWidget;
 
-/// What the windows ask of the desktop, each in the desktop's own way. Implemented once per operating system.
+/// Desktop services for the windows. Implemented once per operating system.
 namespace orvalis::desktop {
 
-/// Called once, before the first window is made.
+/// Called once, before the first window is created.
 void Prepare();
 
-/// Whether file dialogs need a process of their own, because one that waits for a folder would hold up the program. A
-/// desktop whose own dialogs wait on threads of theirs does without.
+/// Whether file dialogs need a process of their own, because one that waits for a folder would block the program. Not
+/// on a desktop whose dialogs use threads of their own.
 [[nodiscard]] bool FileDialogsBlock();
 
-/// Puts `window` above all others, or back among them. Its place stays, and whether it is shown.
+/// Keeps `window` on top of all others, or no longer. Position and visibility stay the same.
 void KeepOnTop(QWidget& window, bool on);
 
-/// A picture of `window`, whether it is seen or not.
+/// A picture of `window`, visible or not.
 [[nodiscard]] QPixmap PictureOf(QWidget& window);
 
-/// Asks the desktop to open `address` with what the user has for it. False when the desktop says that there is nothing.
+/// Opens `address` with the user's default program. False when there is none.
 [[nodiscard]] bool Open(const QUrl& address);
 
 /// Asks for a folder, starting at `current`. Nothing when the user cancels.

@@ -4,8 +4,8 @@
 
 namespace orvalis {
 
-/// Starts a command line as its writer meant it: the program is the shortest beginning, up to a blank or the end, that
-/// is an executable file's whole path. A program of another system is none.
+/// Starts a command line as intended: the program is the shortest prefix, up to a blank or the end, that is the full
+/// path of an executable file. A program for another system does not count.
 class PathCommandStarter : public CommandStarter {
  public:
   void Start(const std::string& command_line) override;

@@ -13,7 +13,7 @@ bool FileDialogsBlock() { return true; }
 
 void KeepOnTop(QWidget& window, bool on) {
   if (window.windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on) return;
-  // A change of flags hides the window and may let the window manager place it anew.
+  // Changing the flags hides the window and may make the window manager move it.
   const bool was_visible = window.isVisible();
   const QPoint position = window.pos();
   window.setWindowFlag(Qt::WindowStaysOnTopHint, on);

@@ -11,7 +11,7 @@ namespace orvalis {
 /// Plays sounds by the player program of the machine's sound system, for a program that links no multimedia library.
 class PlayerProcess : public SoundPlayer {
  public:
-  /// `fail` is told of a sound that the player could not play.
+  /// `fail` is called for a sound that the player could not play.
   explicit PlayerProcess(std::function<void(const std::string&)> fail);
   PlayerProcess(const PlayerProcess&) = delete;
   PlayerProcess& operator=(const PlayerProcess&) = delete;

@@ -15,7 +15,7 @@ QtSerialPort::QtSerialPort() {
 }
 
 QtSerialPort::~QtSerialPort() {
-  // Nobody waits for an answer any more.
+  // No answer is expected any more.
   received_.Cancel();
   if (port_.isOpen()) port_.clear();
 }
@@ -76,7 +76,7 @@ void QtSerialPort::Transmit(std::string_view bytes) {
 }
 
 void QtSerialPort::HandleError(QSerialPort::SerialPortError error) {
-  // An error of an earlier opening was cleared meanwhile.
+  // The error belongs to an earlier opening and has been cleared.
   if (!port_.isOpen() || port_.error() == QSerialPort::NoError) return;
   if (error == QSerialPort::UnsupportedOperationError || error == QSerialPort::TimeoutError) return;
   const bool gone = !QFileInfo::exists(QString::fromStdString(device_));
@@ -84,7 +84,7 @@ void QtSerialPort::HandleError(QSerialPort::SerialPortError error) {
                                   : "the port " + device_ + " failed: " + port_.errorString().toStdString();
   port_.close();
   port_.clearError();
-  // The reason first: whoever waits for an answer is about to say why none came.
+  // The reason first: the pending receive is about to report why no answer came.
   if (lost_) lost_(reason);
   Close();
 }

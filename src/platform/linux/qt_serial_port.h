@@ -11,8 +11,8 @@
 
 namespace orvalis {
 
-/// The serial port by Qt, without a wait anywhere: what comes is collected, and a receive that is satisfied, late or
-/// cut off is told from the event loop.
+/// The serial port on Qt. It never blocks: input is collected, and a receive that is satisfied, times out or is cut off
+/// is reported from the event loop.
 class QtSerialPort : public QObject, public SerialPort {
   Q_OBJECT
  public:

@@ -10,10 +10,10 @@ class QSoundEffect;
 
 namespace orvalis {
 
-/// Plays wave files by Qt Multimedia. Nothing of it is loaded before the first sound.
+/// Plays wave files with Qt Multimedia, which is loaded with the first sound.
 class QtSoundPlayer : public SoundPlayer {
  public:
-  /// `fail` is told of a file that turns out, while it is being loaded, not to be a sound.
+  /// `fail` is called for a file that proves, while loading, not to be a sound.
   explicit QtSoundPlayer(std::function<void(const std::string&)> fail);
   ~QtSoundPlayer() override;
 

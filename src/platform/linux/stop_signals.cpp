@@ -15,14 +15,14 @@ namespace {
 
 constexpr std::array kStopSignals{SIGINT, SIGTERM, SIGHUP};
 
-// A signal handler reaches nothing but globals: the writing and the reading end of a pipe to the event loop.
+// A signal handler can use only globals: the writing and the reading end of a pipe to the event loop.
 volatile int g_write_end = -1;
 int g_read_end = -1;
 
 void TellEventLoop(int /*signal*/) {
   const int saved = errno;
   const char byte = 0;
-  // Nothing can be done about a full pipe, and then the loop has been told already.
+  // If the pipe is full the loop has already been notified.
   [[maybe_unused]] const ssize_t written = write(g_write_end, &byte, 1);
   errno = saved;
 }
@@ -45,7 +45,7 @@ void Mask(int how) {
   sigprocmask(how, &set, nullptr);
 }
 
-/// Until `main` knows what the program is to do, the signals wait.
+/// Signals are held back until `main` knows what the program is to do.
 void HoldBack(int /*argc*/, char** /*argv*/, char** /*environment*/) { Mask(SIG_BLOCK); }
 
 // The system calls this before it prepares the libraries, which takes most of the time until `main`.
@@ -79,7 +79,7 @@ class StopSignals::Watch : public QObject {
   std::function<void()> stop_;
 };
 
-// A session that ends sends a signal like everybody else, and waits.
+// The end of a session arrives as an ordinary signal; the session waits.
 StopSignals::StopSignals(Calls calls) : watch_(std::make_unique<Watch>(std::move(calls.stop))) {}
 
 StopSignals::~StopSignals() = default;

@@ -42,8 +42,8 @@ std::string ReadProfileCommand(const QStringList& words, ProfileCommand& profile
          (verb.isEmpty() ? std::string() : ", not \"" + verb.toStdString() + "\"");
 }
 
-/// `arguments` with the words of "profile set KEY VALUE" at the end, behind "--", when VALUE begins with a minus sign
-/// and would be taken for an option. It may stand anywhere among the `options`, of which those `with_value` take
+/// `arguments` with the words of "profile set KEY VALUE" moved to the end, after "--", when VALUE begins with a minus
+/// sign and would be taken for an option. It may stand anywhere among the `options`, of which those `with_value` take
 /// the next argument.
 QStringList ValueLast(const QStringList& arguments, const QStringList& options, const QStringList& with_value) {
   constexpr qsizetype kBeforeValue = 3;  // "profile", "set" and the key
@@ -59,7 +59,7 @@ QStringList ValueLast(const QStringList& arguments, const QStringList& options, 
       others << argument;
       if (with_value.contains(name) && !argument.contains('=') && i + 1 < arguments.size()) others << arguments[++i];
     } else if (argument.startsWith('-') && !value) {
-      others << argument;  // unknown, and told so
+      others << argument;  // unknown: reported by the parser
     } else {
       words << argument;
     }

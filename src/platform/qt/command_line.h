@@ -20,11 +20,11 @@ struct CommandLine {
   bool demo = false;
   std::optional<std::string> port;
   std::optional<std::string> profile_folder;
-  std::optional<std::string> picture;  ///< write a picture of the panel here after the first values, and end
+  std::optional<std::string> picture;  ///< write a picture of the panel here after the first reading, then exit
   ProfileCommand profile;
 };
 
-/// A command line that makes no sense: why, in one line.
+/// Why a command line is invalid, in one line.
 struct CommandLineError {
   std::string text;
 };

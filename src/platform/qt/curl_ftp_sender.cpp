@@ -31,7 +31,7 @@ int StopWhenAbandoned(void* abandoned, curl_off_t, curl_off_t, curl_off_t, curl_
   return static_cast<const std::atomic<bool>*>(abandoned)->load() ? 1 : 0;
 }
 
-/// The answers of the server are of no use, and must not land on standard output.
+/// The server's answers are not needed and must not appear on standard output.
 std::size_t Drop(char*, std::size_t size, std::size_t count, void*) { return size * count; }
 
 Url MakeUrl(const FtpUpload& upload) {
@@ -68,7 +68,7 @@ std::string Transfer(const Easy& easy, const FtpUpload& upload, std::string_view
   set(CURLOPT_TIMEOUT, static_cast<long>(FtpSender::kLongestTransfer.count()));
   set(CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(kLongestConnect.count()));
   set(CURLOPT_NOSIGNAL, kYes);
-  set(CURLOPT_QUICK_EXIT, kYes);  // no waiting for a name look-up, which cannot be stopped
+  set(CURLOPT_QUICK_EXIT, kYes);  // do not wait for a name look-up, which cannot be cancelled
   set(CURLOPT_NOPROGRESS, 0L);
   set(CURLOPT_XFERINFOFUNCTION, &StopWhenAbandoned);
   set(CURLOPT_XFERINFODATA, &abandoned);
@@ -105,7 +105,7 @@ void CurlFtpSender::Send(const FtpUpload& upload, Done done) {
   const auto abandoned = std::make_shared<std::atomic<bool>>(false);
   std::thread([mailbox = mailbox_, abandoned, upload, transfer = transfer_, picture = file.readAll().toStdString()] {
     const Easy easy(curl_easy_init(), curl_easy_cleanup);
-    // Told before the good-bye, which libcurl says when `easy` goes: a server may keep it waiting for two minutes.
+    // Reported before libcurl closes the session with `easy`: a server can delay that for two minutes.
     mailbox->Tell(transfer, Transfer(easy, upload, picture, *abandoned));
   }).detach();
   abandoned_ = abandoned;

@@ -11,10 +11,10 @@
 
 namespace orvalis {
 
-/// FTP by libcurl, in a thread of its own for each transfer: libcurl holds its caller up while it waits for the
-/// server's word at the end of a transfer and for its good-bye, also where everything else is done without waiting, and
-/// cannot be told to stop there. So nothing waits for such a thread. It gets a copy of all it needs and gives back one
-/// text through the event loop; nothing else is shared.
+/// FTP with libcurl, in a separate thread for each transfer: even in its non-blocking mode libcurl blocks while it
+/// waits for the server's final reply and for the end of the session, and cannot be interrupted there. So nothing waits
+/// for such a thread. It gets a copy of all it needs and returns one text through the event loop; nothing else is
+/// shared.
 class CurlFtpSender : public QObject, public FtpSender {
   Q_OBJECT
  public:
@@ -28,12 +28,12 @@ class CurlFtpSender : public QObject, public FtpSender {
   [[nodiscard]] bool LeavesThread() const override { return mailbox_.use_count() > 1; }
 
  private:
-  /// Where a thread hands in how its transfer went. Each thread holds a share of it, and may outlive the sender.
+  /// Where a thread reports the result of its transfer. Each thread shares ownership and may outlive the sender.
   class Mailbox {
    public:
     explicit Mailbox(CurlFtpSender* sender) : sender_(sender) {}
     void Tell(std::uint64_t transfer, const std::string& failure);
-    /// The sender goes: what is handed in from now on is dropped.
+    /// The sender is destroyed: later reports are dropped.
     void Close();
 
    private:

@@ -20,7 +20,7 @@
 namespace orvalis {
 namespace {
 
-/// How long another program may hold the file. Everything waits meanwhile, so it is short.
+/// How long another program may hold the lock. Everything waits meanwhile, so it is short.
 constexpr std::chrono::milliseconds kPatience{500};
 
 /// Ends the name of the folder that a write takes place in.
@@ -35,14 +35,14 @@ QString KeyPath(std::string_view name, std::string_view subkey) {
   return subkey.empty() ? ToQString(name) : ToQString(subkey) + "/" + ToQString(name);
 }
 
-/// A person who edits the file may leave a comma unquoted, which Qt reads as a list.
+/// A user who edits the file may leave a comma unquoted, which Qt reads as a list.
 QString AsText(const QVariant& value) {
   return value.typeId() == QMetaType::QStringList ? value.toStringList().join(",") : value.toString();
 }
 
 /// Every value of the INI file at `path`, or nothing when it is not one.
 std::optional<std::map<QString, QString>> ReadFile(const QString& path) {
-  // Only read, never set: Qt keeps what it could not write and would write it later.
+  // Only for reading: Qt keeps what it could not write and would write it later.
   QSettings store(path, QSettings::IniFormat);
   store.sync();
   if (store.status() != QSettings::NoError) return std::nullopt;
@@ -109,7 +109,7 @@ void IniProfile::AbandonBatch() noexcept {
 void IniProfile::Reload() {
   const safe_file::Stamp stamp = safe_file::StampOf(path_);
   if (loaded_ == stamp) return;
-  // Destroyed while the program runs: what was read last counts until the next write restores it.
+  // Destroyed while the program runs: the values read last are used until the next write restores the file.
   if (rules_ && loaded_ && !Fault(*rules_).empty()) return;
   if (stamp != safe_file::Stamp{} && !safe_file::CanRead(path_)) {
     throw RunTimeError(RunTimeError::kPathFileAccess, "cannot read the settings in " + Location() + ": " +
@@ -141,7 +141,7 @@ std::string IniProfile::Fault(const StoreRules& rules) {
 
 bool IniProfile::KeepSafe(const StoreRules& rules) {
   rules_ = rules;
-  // What is only closed to everybody is opened again; nothing is lost.
+  // A file that merely lost its permissions gets them back; nothing is lost.
   if (QFileInfo(path_).isFile() && !safe_file::CanRead(path_)) static_cast<void>(safe_file::RestrictToOwner(path_));
   if (Fault(rules).empty()) {
     RenewCopy();
@@ -214,7 +214,7 @@ void IniProfile::RenewCopy() {
     Replace(values_);
     loaded_ = safe_file::StampOf(path_);
   } catch (const RunTimeError&) {
-    // The settings are well; the next write tries again.
+    // The settings are intact; the next write tries again.
   }
 }
 
@@ -230,7 +230,7 @@ void IniProfile::Write(const Values& changes) {
     const auto found = values_.find(change.first);
     return found != values_.end() && found->second == change.second;
   };
-  // A full disk must not keep the program from saying again what stands there already, as it does at each start.
+  // A full disk must not make a write fail that changes nothing, as those at each start do.
   if (std::all_of(changes.begin(), changes.end(), stored)) {
     static_cast<void>(safe_file::RestrictToOwner(path_));  // that needs no room
     return;
@@ -269,7 +269,7 @@ std::unique_ptr<QLockFile> IniProfile::Lock() const {
 
 void IniProfile::Replace(const Values& values) {
   // Names of their own for each write: whatever Qt remembers of a file is never met again. Qt gives a new file to all
-  // readers, and its own temporary ones too, so they are written where nobody else gets in.
+  // readers, and its own temporary ones too, so they are written in a folder that only the owner can enter.
   const QString workshop = path_ + "." + QString::number(QCoreApplication::applicationPid()) + "-" +
                            QString::number(++writes_) + kWorkshopEnd;
   const QString written = workshop + "/written";

@@ -15,12 +15,12 @@ namespace orvalis {
 
 /// A profile store in one INI file, `Orvalis.Weather.ini`. Every write is on the disk when it returns,
 /// replaces the file in one step, and keeps what other programs wrote in the meantime. Only the owner may read the
-/// file: it holds a password. A write that fails leaves nothing behind, neither in the file nor in memory, and no
+/// file: it holds a password. A failed write changes nothing, neither in the file nor in memory, and no
 /// operation waits longer than half a second for another program. Its copy is `Orvalis.Weather.good.ini`, and what was
 /// destroyed is kept as `Orvalis.Weather.damaged-DATE.ini`. docs/profile.md describes the files.
 class IniProfile : public Profile {
  public:
-  /// `folder` is made when the first value is written.
+  /// `folder` is created when the first value is written.
   explicit IniProfile(const QString& folder);
 
   void SetDeviceType(std::string_view type) override;
@@ -41,26 +41,26 @@ class IniProfile : public Profile {
  private:
   using Values = std::map<QString, QString>;
 
-  /// Brings `values_` up to the file.
+  /// Updates `values_` from the file.
   void Reload();
   void Write(const Values& changes);
   void PrepareFolder() const;
-  /// Keeps other programs from writing while the result lives. Throws when another one does so for too long.
+  /// Locks out other programs while the result lives. Throws when another one holds the lock for too long.
   [[nodiscard]] std::unique_ptr<QLockFile> Lock() const;
-  /// Writes a whole new file, in a folder that is the owner's alone, and puts it in the place of the old one; then the
+  /// Writes a complete new file, in a folder that only the owner can enter, and replaces the old one with it; then the
   /// copy, if the values are worth one.
   void Replace(const Values& values);
-  /// Puts the copy in the place of a file that was destroyed, in memory at least.
+  /// Replaces a destroyed file by the copy, at least in memory.
   void Restore();
-  /// Gives what was destroyed another name, once; true when there is nothing of the kind.
+  /// Renames a destroyed file, once; true when there is none left.
   [[nodiscard]] bool PutAside(const QString& file);
-  /// A name for it that is free.
+  /// An unused name for it.
   [[nodiscard]] QString NameAside() const;
   /// After a start that found everything well: a program without copies may have written last.
   void RenewCopy();
   /// Where the file really is.
   [[nodiscard]] QString Target() const;
-  /// What a write leaves behind, also one of a program that was killed. Only who holds the lock may.
+  /// Removes the leftovers of a write, including one by a program that was killed. Requires the lock.
   void RemoveLeftovers() const;
   [[noreturn]] void FailToWrite(int error) const;
 

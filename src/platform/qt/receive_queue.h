@@ -12,8 +12,8 @@
 
 namespace orvalis {
 
-/// What came on a serial port and the one receive that waits for it: whatever satisfies it, or the lack of it in time,
-/// is told from the event loop.
+/// The input of a serial port and the one receive that waits for it. Its completion or time-out is reported from the
+/// event loop.
 class ReceiveQueue : public QObject {
  public:
   ReceiveQueue();
@@ -25,10 +25,10 @@ class ReceiveQueue : public QObject {
   void Cancel();
   [[nodiscard]] bool waiting() const { return request_.has_value(); }
 
-  /// Characters came. A receive that they satisfy is told at once.
+  /// Adds input. A receive that it satisfies completes at once.
   void Take(std::string_view bytes);
   void Drop() { arrived_.clear(); }
-  /// The port is closed: a receive ends with what came.
+  /// The port is closed: a pending receive ends with what has arrived.
   void Close();
 
  private:
@@ -47,7 +47,7 @@ class ReceiveQueue : public QObject {
   std::chrono::milliseconds time_out_{4000};
   std::string arrived_;
   std::optional<Request> request_;
-  QTimer deliver_;  ///< tells of a receive that what had come already satisfies
+  QTimer deliver_;  ///< completes a receive that earlier input satisfies
   QTimer give_up_;
 };
 

@@ -28,7 +28,7 @@ QString SocketName(const QString& folder) {
 /// Where the system keeps a name that programs listen at, if it is a file there. The folder is one for all users.
 QString FileOf(const QString& socket_name) { return QDir::cleanPath(QDir::tempPath()) + "/" + socket_name; }
 
-/// Whether `name` belongs to somebody else than `ours`, a file that this user made.
+/// Whether `name` belongs to a user other than the owner of `ours`, a file that this user created.
 bool BelongsToAnother(const QString& name, const QString& ours) {
   const QFileInfo file(name);
   return file.exists() && file.ownerId() != QFileInfo(ours).ownerId();
@@ -65,7 +65,7 @@ bool SingleInstance::Lock(std::chrono::milliseconds patience) {
   QString machine;
   QString program;
   const bool readable = lock_.getLockInfo(&holder, &machine, &program);
-  // The system numbers its processes anew when it starts, so a killed program may have had the number of this one; and
+  // Process numbers start over when the system starts, so a killed program may have had this one's number; and
   // one that was killed at the wrong moment, or a power failure, leaves a file without any number.
   const bool left_over =
       readable ? holder == QCoreApplication::applicationPid() && machine == QSysInfo::machineHostName() : IsOld(lock_);
@@ -73,15 +73,15 @@ bool SingleInstance::Lock(std::chrono::milliseconds patience) {
 }
 
 bool SingleInstance::ClaimWithin(std::chrono::milliseconds patience) {
-  // Where no lock can be made the profile cannot be written either, and a second program does no harm to it.
+  // Where no lock can be created the profile is not writable either, so a second program does no harm.
   if (!Lock(patience) && lock_.error() == QLockFile::LockFailedError) return false;
   RemoveLeftovers();
   Listen();
   return true;
 }
 
-// Who takes over the lock of a program that was killed makes a second file for that moment, and may be killed in it.
-// Nobody needs that file while the lock is held.
+// Taking over the lock of a killed program briefly creates a second file, which stays if this program is killed too. It
+// is not needed while the lock is held.
 void SingleInstance::RemoveLeftovers() const {
   if (!lock_.isLocked()) return;
   const QFileInfo lock(lock_.fileName());
@@ -100,7 +100,7 @@ void SingleInstance::Listen() {
 }
 
 SingleInstance::Start SingleInstance::ContactRunning() const {
-  // Whoever has the profile answers as its user; another one could say anything.
+  // The running program answers as the same user; another user's answer cannot be trusted.
   if (BelongsToAnother(FileOf(socket_name_), lock_.fileName())) return Start::kNameIsTaken;
   QLocalSocket socket;
   socket.connectToServer(socket_name_);

@@ -8,29 +8,28 @@
 
 namespace orvalis {
 
-/// One program for each profile and user: two would both write its settings and fight over the unit.
+/// Ensures one program per profile and user: two would both write its settings and compete for the unit.
 class SingleInstance {
  public:
   enum class Start {
     kFirst,               ///< this program may run
-    kPanelRaised,         ///< another one runs and has brought its panel to the front
-    kOtherIsHeadless,     ///< another one runs headless
-    kOtherNotResponding,  ///< another one runs and did not answer
-    kNameIsTaken,         ///< another one runs and cannot be asked: another user has the name that it would answer at
+    kPanelRaised,         ///< another one is running and has raised its panel
+    kOtherIsHeadless,     ///< another one is running headless
+    kOtherNotResponding,  ///< another one is running and did not answer
+    kNameIsTaken,         ///< another one is running and cannot be contacted: another user has its socket name
   };
 
   explicit SingleInstance(const QString& profile_folder);
 
-  /// Takes the place of the one program, or asks the one that has it to come to the front.
+  /// Claims the profile, or asks the program that has it to raise its panel.
   [[nodiscard]] Start Claim();
-  /// Takes the place as soon as it is free. Returns whether that was within `patience`; nobody is asked for anything.
+  /// Claims the profile as soon as it is free, without contacting the other program. False when `patience` runs out.
   [[nodiscard]] bool ClaimWithin(std::chrono::milliseconds patience);
 
-  /// Why a second start will not be able to ask for the panel, for a person; empty when it can. To be asked after the
-  /// place was taken.
+  /// Why a second start cannot raise the panel, as a text for the user; empty when it can. Valid after a claim.
   [[nodiscard]] const QString& problem() const { return problem_; }
 
-  /// What to do when a second start asks; it returns whether there is a panel.
+  /// Called when a second start asks for the panel; returns whether there is one.
   void OnActivate(std::function<bool()> bring_to_front) { bring_to_front_ = std::move(bring_to_front); }
 
  private:

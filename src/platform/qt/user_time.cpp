@@ -9,7 +9,7 @@ namespace orvalis {
 namespace {
 
 std::string Plain(QString text) {
-  // Some locales part "PM" from the time by a blank that narrow fonts and consoles lack.
+  // Some locales separate "PM" from the time by a blank that some fonts and consoles lack.
   return text.replace(QChar(0x202f), ' ').toStdString();
 }
 
@@ -18,9 +18,9 @@ QString WithLongYear(QString format) {
   return format.replace(short_year, "yyyy");
 }
 
-/// The zone is the same for all times and would only take room.
+/// The zone is the same for all times and would only take up space.
 QString WithoutZone(QString format) {
-  // What stands between quotation marks is text, a "t" too.
+  // Quoted parts are literal text, including a "t".
   static const QRegularExpression zone("('[^']*')|\\s*[(\\[]?t+[)\\]]?\\s*");
   return format.replace(zone, "\\1").trimmed();
 }

@@ -125,7 +125,7 @@ fs::path NameAside(const fs::path& file, const CivilTime& today) {
 }  // namespace
 
 Database& SqliteHistory::Open() {
-  // A file that was removed or moved away would go on taking what nobody will read.
+  // A file that was removed or moved would keep taking samples that are lost.
   if (database_ && database_->HasMoved()) database_.reset();
   if (!database_) {
     std::error_code error;
@@ -163,7 +163,7 @@ void SqliteHistory::SetAside(const std::string& reason) {
   database_.reset();
   const fs::path aside = NameAside(file_, clock_.LocalNow());
   fs::rename(file_, aside);
-  // The journal belongs to the file, and with it somebody may yet recover something.
+  // The journal goes with the file: it may help to recover the data.
   for (const char* companion : kCompanions) {
     std::error_code error;
     fs::path from = file_;

@@ -13,13 +13,13 @@ namespace orvalis {
 
 /// The history in an SQLite file, described in docs/history.md. It is opened and checked when it is first needed. A
 /// damaged file is set aside under a name with the date, and a new one begun; after any other failure the file is
-/// opened anew at the next attempt.
+/// opened again at the next attempt.
 ///
-/// SQLite's own interface rather than Qt's: what went wrong (damaged, full, in use) is told apart by number, and the
+/// SQLite's own interface rather than Qt's: errors (damaged, full, in use) are distinguished by number, and the
 /// file is served the same way where Qt is built without its driver.
 class SqliteHistory : public HistoryStore {
  public:
-  /// Told what happened to the file that a person has to know.
+  /// Called with what the user needs to know about the file.
   using Notice = std::function<void(const std::string& text)>;
 
   SqliteHistory(std::filesystem::path file, const Clock& clock, Notice notice)

@@ -4,7 +4,7 @@
 
 namespace orvalis {
 
-/// Lines on standard output or standard error, which may be a terminal, a file, or a reader who stopped reading. It
+/// Lines on standard output or standard error, which may be a terminal, a file, or a reader that stopped reading. It
 /// never waits: a line that cannot be taken now is dropped, because the polling matters more. Implemented once per
 /// operating system.
 class LineOutput {

@@ -16,7 +16,7 @@ struct Stamp {
 };
 [[nodiscard]] Stamp StampOf(const QString& path);
 
-/// The number of the system's last error on this thread, which these functions and Qt's file classes leave behind.
+/// The number of the system's last error on this thread, as set by these functions and Qt's file classes.
 [[nodiscard]] int LastError();
 void ClearLastError();
 /// For a person.
@@ -24,7 +24,7 @@ void ClearLastError();
 
 [[nodiscard]] bool CanRead(const QString& file);
 [[nodiscard]] bool CanWrite(const QString& folder);
-/// Nobody but the owner and the system's administrator may read `file` from now on.
+/// Makes `file` readable only by its owner and the system administrator.
 [[nodiscard]] bool RestrictToOwner(const QString& file);
 /// Gives `from` the name `to`, in one step, in the place of what had it.
 [[nodiscard]] bool Replace(const QString& from, const QString& to);

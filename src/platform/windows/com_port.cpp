@@ -13,10 +13,10 @@
 namespace orvalis {
 namespace {
 
-/// While somebody waits: about one period of the system's clock, so that nothing makes that run faster for this.
+/// While a receive is pending: about one period of the system's clock, so that nothing makes that run faster for this.
 constexpr std::chrono::milliseconds kFetchPause{25};
 constexpr std::chrono::milliseconds kIdlePause{1000};
-/// What an adapter that does not send may hold up at most.
+/// The longest that an adapter that does not send may block.
 constexpr DWORD kSendPatienceMs = 500;
 constexpr DWORD kBufferSize = 4096;
 
@@ -88,7 +88,7 @@ std::string ComPortName(const std::string& port) {
 ComPort::ComPort() { connect(&fetch_, &QTimer::timeout, this, &ComPort::Fetch); }
 
 ComPort::~ComPort() {
-  // Nobody waits for an answer any more.
+  // No answer is expected any more.
   received_.Cancel();
   Close();
 }
@@ -141,7 +141,7 @@ void ComPort::Transmit(std::string_view bytes) {
   const BOOL done = WriteFile(port_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
   if (done != 0 && written == bytes.size()) return;
   const DWORD error = done != 0 ? ERROR_SEM_TIMEOUT : GetLastError();
-  // Told from the event loop, as every loss is: whoever sends may be in the middle of anything.
+  // Reported from the event loop, as every loss is: the sender may be in the middle of anything.
   QTimer::singleShot(0, this, [this, error] { Lose(error); });
 }
 
@@ -156,7 +156,7 @@ void ComPort::ReceiveTerminated(char terminator, ReceiveDone done) {
 }
 
 void ComPort::Fetch() {
-  // Asked first: a port that is gone may go on answering that nothing came.
+  // Checked first: a port that is gone may keep reporting that there is no input.
   DWORD errors = 0;
   COMSTAT state{};
   if (ClearCommError(port_.get(), &errors, &state) == 0) return Lose(GetLastError());
@@ -165,7 +165,7 @@ void ComPort::Fetch() {
   if (ReadFile(port_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr) == 0) {
     return Lose(GetLastError());
   }
-  // Who is told may close the port or receive again.
+  // The callback may close the port or start another receive.
   if (count != 0) received_.Take({bytes.data(), count});
   Pace();
 }
@@ -182,7 +182,7 @@ void ComPort::Lose(DWORD error) {
   const bool gone = std::find(kGoneErrors.begin(), kGoneErrors.end(), error) != kGoneErrors.end();
   const std::string reason = gone ? "the port " + name_ + " has vanished; the adapter was unplugged or lost power"
                                   : "the port " + name_ + " failed: " + SystemText(error);
-  // The reason first: whoever waits for an answer is about to say why none came.
+  // The reason first: the pending receive is about to report why no answer came.
   if (lost_) lost_(reason);
   Close();
 }

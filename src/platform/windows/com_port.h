@@ -17,7 +17,7 @@ namespace orvalis {
 [[nodiscard]] std::string ComPortName(const std::string& port);
 
 /// The serial port by Windows' communications calls, none of which ever waits for the line. What came is fetched by a
-/// timer: short while somebody waits for it, long otherwise, to notice a port that vanishes.
+/// timer: short while a receive is pending, long otherwise, to notice a port that vanishes.
 class ComPort : public QObject, public SerialPort {
  public:
   ComPort();
@@ -40,7 +40,7 @@ class ComPort : public QObject, public SerialPort {
   void Open();
   void Close();
   void Fetch();
-  /// Closes a port that failed and says why, from the event loop.
+  /// Closes a port that failed and reports why, from the event loop.
   void Lose(DWORD error);
   /// Fetches at the rate that is called for now.
   void Pace();

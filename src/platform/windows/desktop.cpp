@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-// Behind the types of windows.h.
+// After windows.h, whose types they use.
 #include <shellapi.h>
 #include <shlobj.h>
 
@@ -39,9 +39,9 @@ int CALLBACK BeginAt(HWND dialog, UINT message, LPARAM /*parameter*/, LPARAM dat
   return 0;
 }
 
-/// Windows' own style draws in colours of its own, whatever the palette says, so that there would be no night theme:
-/// this one does as it is told. On a dark desktop Qt gives check boxes the colour of marked text, ticked or not; here
-/// they are as light or dark as other fields.
+/// The native Windows style ignores the palette, so there would be no night theme; this one follows it. On a dark
+/// desktop Qt gives check boxes the colour of marked text, ticked or not; here they are as light or dark as other
+/// fields.
 class DesktopStyle : public QProxyStyle {
  public:
   DesktopStyle() : QProxyStyle("fusion") {}
@@ -108,9 +108,9 @@ void KeepOnTop(QWidget& window, bool on) {
 }
 
 QPixmap PictureOf(QWidget& window) {
-  // What is not on the screen has nothing there to be copied.
+  // A window that is not on the screen cannot be copied from it.
   if (!window.isVisible() || window.isMinimized()) return window.grab();
-  // What was changed a moment ago is painted later; the copy is to show it.
+  // Paint recent changes now, so that the copy shows them.
   QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
   window.repaint();
   try {

@@ -2,7 +2,7 @@
 
 #include "platform/windows/windows_error.h"
 
-// Behind the types of windows.h.
+// After windows.h, whose types they use.
 #include <mmsystem.h>
 
 #include <array>
@@ -21,7 +21,7 @@ std::string Words(MCIERROR error) {
   return Narrow(words.data());
 }
 
-/// The file's short name where it has one: the drivers behind the interface know neither every letter nor long paths.
+/// The file's short name where it has one: the drivers used support neither all characters nor long paths.
 std::wstring DriverPath(const std::string& path) {
   const std::wstring full = Wide(path);
   std::array<wchar_t, MAX_PATH> name{};

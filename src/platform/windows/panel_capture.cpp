@@ -65,7 +65,7 @@ class MemoryContext {
 Palette SystemPalette(HDC context) {
   const bool has_palette = (GetDeviceCaps(context, RASTERCAPS) & RC_PALETTE) != 0;
   if (!has_palette || GetDeviceCaps(context, SIZEPALETTE) != static_cast<int>(kPaletteSize)) return nullptr;
-  // A logical palette is a header with one entry and the others behind it.
+  // A logical palette is a header with one entry, followed by the others.
   std::vector<std::byte> memory(sizeof(LOGPALETTE) + (kPaletteSize - 1) * sizeof(PALETTEENTRY));
   auto* colours = reinterpret_cast<LOGPALETTE*>(memory.data());
   colours->palVersion = kPaletteVersion;

@@ -2,7 +2,7 @@
 
 #include "platform/windows/automation_object.h"
 
-// Behind the types of windows.h.
+// After windows.h, whose types they use.
 #include <ocidl.h>
 
 #include <QImage>
@@ -11,7 +11,7 @@ namespace orvalis {
 
 using PicturePtr = ComPtr<IPicture>;
 
-/// A picture of a whole window, its frame included, as it stands on the screen. Throws RunTimeError.
+/// A picture of a window with its frame, as it appears on the screen. Throws RunTimeError.
 [[nodiscard]] PicturePtr CaptureForm(HWND form);
 
 /// A picture of a part of a window, or of its inside when `client`; in pixels. Throws RunTimeError.

@@ -15,6 +15,6 @@ HFONT QWindowsFontEngineDirectWrite::createHFONT() const { return nullptr; }
 struct IDirect3D9;
 
 /// Qt asks the graphics card for its maker before it places its first window, for windows that draw with OpenGL; this
-/// Qt is built without that. The answer would load the card's whole driver into the program, and keep it there. "None"
-/// is an answer that Qt knows how to take.
+/// Qt is built without that. The answer would load the card's complete driver into the program and keep it there.
+/// "None" is an answer that Qt knows how to take.
 extern "C" IDirect3D9* WINAPI Direct3DCreate9(UINT /*version*/) { return nullptr; }

@@ -52,7 +52,7 @@ class RegistryProfile : public Profile {
   void Write(const std::wstring& root, const Values& values) const;
   /// Every text below the key `root`; none where that is not there.
   [[nodiscard]] std::optional<Values> ReadAll(const std::wstring& root) const;
-  /// Notes `values` beside the store, for `FinishNotes`. Only who holds the lock may.
+  /// Records `values` beside the store, for `FinishNotes`. Requires the lock.
   void Note(const Values& values) const;
   /// Puts the copy in the place of a store that was destroyed, in memory at least.
   void Restore();

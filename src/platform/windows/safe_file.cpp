@@ -3,7 +3,7 @@
 #include "platform/windows/handle.h"
 #include "platform/windows/windows_error.h"
 
-// Behind the types of windows.h.
+// After windows.h, whose types they use.
 #include <aclapi.h>
 #include <sddl.h>
 

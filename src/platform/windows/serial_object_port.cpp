@@ -16,7 +16,7 @@ namespace {
 constexpr std::chrono::milliseconds kOpenPatience{15000};
 /// What the object may need beyond its own time-out.
 constexpr std::chrono::milliseconds kReceiveGrace{3000};
-/// How long a receive that nobody waits for any more may go on before it is cut off, and a process that was told to
+/// How long a cancelled receive may go on before it is cut off, and a process that was told to
 /// end.
 constexpr std::chrono::milliseconds kReceiveLeft{500};
 constexpr std::chrono::milliseconds kEndPatience{1000};
@@ -45,7 +45,7 @@ SerialObjectPort::SerialObjectPort(QString program) : program_(std::move(program
 }
 
 SerialObjectPort::~SerialObjectPort() {
-  // Nobody waits for an answer any more.
+  // No answer is expected any more.
   receive_done_ = nullptr;
   if (connected_) Close();
   EndProcess(End::kInOrder);
@@ -238,7 +238,7 @@ void SerialObjectPort::Finish(Received received) {
 void SerialObjectPort::Lose(const std::string& reason) {
   const bool was_connected = std::exchange(connected_, false);
   EndProcess(End::kCutOff);
-  // The reason first: whoever waits for an answer is about to say why none came.
+  // The reason first: the pending receive is about to report why no answer came.
   if (was_connected && lost_) lost_(reason);
   Finish({Outcome::kClosed, {}});
 }

@@ -18,7 +18,7 @@
 
 namespace orvalis {
 
-/// The serial port by the driver platform's serial object, whose receives hold up whoever calls them. So the object
+/// The serial port by the driver platform's serial object, whose receives block the caller. So the object
 /// lives in a process of its own, another instance of this program (`RunSerialObject`), which carries out one call
 /// after the other and answers through a local socket. A call that must not go on is ended with that process.
 class SerialObjectPort : public QObject, public SerialPort {

@@ -2,7 +2,7 @@
 
 #include "platform/windows/windows_error.h"
 
-// Behind the types of windows.h.
+// After windows.h, whose types they use.
 #include <devguid.h>
 #include <initguid.h>
 #include <setupapi.h>

@@ -15,7 +15,7 @@ constexpr const wchar_t* kWindowClass = L"OrvalisStop";
 /// As long as Windows lets a console program have for its end, nearly.
 constexpr DWORD kEndPatienceMs = 4500;
 
-// The console's handler runs on a thread of its own and reaches nothing but globals.
+// The console's handler runs on its own thread and can use only globals.
 StopSignals::Calls* g_calls = nullptr;
 HANDLE g_ended = nullptr;
 
@@ -43,7 +43,7 @@ BOOL WINAPI EndProcess(DWORD /*event*/) {
 
 LRESULT CALLBACK HandleMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
   switch (message) {
-    case WM_CLOSE:  // somebody asks the process to end, who does not see its other windows
+    case WM_CLOSE:  // a request to end from a program that does not see the other windows
       g_calls->stop();
       return 0;
     case WM_QUERYENDSESSION:
@@ -58,7 +58,7 @@ LRESULT CALLBACK HandleMessage(HWND window, UINT message, WPARAM first, LPARAM s
 
 }  // namespace
 
-/// A window that nobody sees: only windows are told of the end of the session. Where there are no windows at all, there
+/// An invisible window: only windows are notified of the end of the session. Where there are no windows at all, there
 /// is no session.
 class StopSignals::Watch {
  public:

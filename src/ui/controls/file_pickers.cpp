@@ -34,7 +34,7 @@ class NoIcons : public QAbstractFileIconProvider {
   QPixmap blank_;
 };
 
-/// Does for a control that is not ours what NightProof does for our own: the text cursor would be white.
+/// Does for the toolkit's own controls what NightProof does for ours: the text cursor would be white.
 class RedOver : public QObject {
  public:
   using QObject::QObject;
@@ -49,7 +49,7 @@ class RedOver : public QObject {
   }
 };
 
-/// What is red of `icon`, for a disabled button too.
+/// The red channel of `icon`, for a disabled button too.
 QIcon Reddened(const QIcon& icon) {
   constexpr int kSide = 16;
   QPixmap picture = icon.pixmap(kSide, kSide);
@@ -66,12 +66,12 @@ QIcon Reddened(const QIcon& icon) {
   return red;
 }
 
-/// As the settings and other programs of this system write it.
+/// With the system's separators, as in the settings and in other programs.
 std::string StoredPath(const QString& path) { return QDir::toNativeSeparators(path).toStdString(); }
 
-/// Before the dialog is told of a folder: it keeps the icons that it showed once.
+/// Call before setting the dialog's folder: it keeps the icons that it has loaded.
 void Dress(QFileDialog& dialog, PickerLook look) {
-  // The dialog asks for icons until its end.
+  // The dialog uses it until its end.
   static NoIcons no_icons;
   if (look != PickerLook::kNight) return;
   dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -155,7 +155,7 @@ std::optional<std::string> ShowSave(QWidget* parent, const PickerRequest& reques
     dialog.selectFile(typed.completeBaseName() + SuffixOf(chosen));
   });
   dialog.selectFile(file.fileName());
-  // The toolkit's own question has a coloured picture in it.
+  // The toolkit's own question has a coloured icon.
   const bool ask_ourselves = request.look == PickerLook::kNight;
   if (ask_ourselves) dialog.setOption(QFileDialog::DontConfirmOverwrite);
   std::optional<std::string> path = Ask(dialog, frame.owner);

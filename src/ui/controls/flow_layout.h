@@ -6,7 +6,7 @@
 
 namespace orvalis {
 
-/// Sets its items side by side, and goes on in a new row when the width is used up.
+/// Places its items side by side, wrapping to a new row when the width is used up.
 class FlowLayout : public QLayout {
  public:
   explicit FlowLayout(QWidget* parent = nullptr) : QLayout(parent) {}
@@ -24,7 +24,7 @@ class FlowLayout : public QLayout {
   void setGeometry(const QRect& area) override;
 
  private:
-  /// Returns the height used; moves the items only when `move` says so.
+  /// Returns the height used; moves the items only if `move` is set.
   int Arrange(const QRect& area, bool move) const;
 
   std::vector<std::unique_ptr<QLayoutItem>> items_;

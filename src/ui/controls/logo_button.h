@@ -5,7 +5,7 @@
 
 namespace orvalis {
 
-/// A picture that leads to a web page.
+/// A picture that opens a web page.
 class LogoButton : public QAbstractButton {
  public:
   enum class Picture { kStandards, kGuide };
@@ -19,8 +19,7 @@ class LogoButton : public QAbstractButton {
   Picture picture_;
 };
 
-/// The pictures that a window has, in their order. They belong to `parent`; what keeps a page from being shown is said
-/// over its window.
+/// The logos of a window, in order. They belong to `parent`; a page that cannot be opened is reported over its window.
 [[nodiscard]] std::vector<LogoButton*> MakeLogoButtons(QWidget* parent);
 
 }  // namespace orvalis

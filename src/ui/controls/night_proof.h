@@ -7,8 +7,8 @@
 
 namespace orvalis {
 
-/// A control with something of its own to do for the night theme. DressWindow tells every one in the window; a control
-/// that is made later has to be told by whoever makes it.
+/// A control that needs to know about the night theme. DressWindow calls every one in the window; for a control created
+/// later its creator has to do so.
 class NightAware {
  public:
   virtual void SetNight(bool night) = 0;

@@ -6,8 +6,8 @@ class QWidget;
 
 namespace orvalis {
 
-/// Gives `window` and its controls the desktop's colours or, at night, black and red. Returns the theme in force. Each
-/// window is dressed by itself: from the panel it gets the style sheet, but not the palette.
+/// Gives `window` and its controls the desktop's colours or, at night, black and red. Returns the current theme. Call
+/// it for each window: a child window inherits the panel's style sheet, but not its palette.
 Theme DressWindow(QWidget& window, bool night);
 
 /// Whether the window of `widget` is dressed for the night; false for null.

@@ -11,34 +11,34 @@
 
 namespace orvalis {
 
-/// What the largest words of the panel say.
+/// The texts of the two largest cards of the panel.
 struct BigWordText {
   QString word;
   QString detail;
-  std::optional<Colour> colour;  ///< nothing: grey, nothing is known about now
+  std::optional<Colour> colour;  ///< none: grey, the current state is unknown
 };
 
-/// "SAFE" and "UNSAFE" when the model says so and its values are of now; otherwise "NO DATA". `today` decides whether
-/// the time of the last reading needs its date.
+/// "SAFE" or "UNSAFE" while the model's values are current; otherwise "NO DATA". The time of the last reading includes
+/// its date unless that is `today`.
 [[nodiscard]] BigWordText VerdictText(const PanelModel& model, QDate today);
-/// The sky word and what it was made of.
+/// The sky word and the values it is derived from.
 [[nodiscard]] BigWordText SkyText(const PanelModel& model);
 
-/// Since when the values are old: "no reading since 21:04:05", "no reading yet".
+/// Since when the values are out of date: "no reading since 21:04:05", "no reading yet".
 [[nodiscard]] QString StaleSinceText(const std::optional<CivilTime>& fresh_at, QDate today);
 
 /// "°C" or "°F"
 [[nodiscard]] QString TemperatureUnit(bool centigrade);
 
-/// What an abbreviated word means: "partly cloudy" for "PCloudy"; empty when the word speaks for itself.
+/// What an abbreviated word means: "partly cloudy" for "PCloudy"; empty when the word needs no explanation.
 [[nodiscard]] QString SkyMeaning(std::string_view word);
 /// "on", "undetermined" and "off" for the signs "Y", "?" and "N".
 [[nodiscard]] QString SwitchMeaning(std::string_view sign);
 
 [[nodiscard]] QString ToQString(std::string_view text);
-/// A dash for a text that is not there yet.
+/// `text`, or a dash when it is empty.
 [[nodiscard]] QString OrDash(const QString& text);
-/// As the user writes a date.
+/// The date in the user's format.
 [[nodiscard]] QString DateText(const CivilTime& time);
 /// `moment` in its own zone.
 [[nodiscard]] CivilTime CivilTimeOf(const QDateTime& moment);

@@ -37,7 +37,7 @@ void PathButton::paintEvent(QPaintEvent* /*event*/) {
   initStyleOption(&option);
   const QRect contents = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this);
   constexpr int kMargin = 4;
-  // A path is told by its end and a name by both ends.
+  // The end of a path tells the most, and both ends of a name.
   option.text = fontMetrics().elidedText(option.text, shows_ == Shows::kName ? Qt::ElideMiddle : Qt::ElideLeft,
                                          contents.width() - 2 * kMargin, Qt::TextShowMnemonic);
   QPainter painter(this);

@@ -5,8 +5,7 @@
 
 namespace orvalis {
 
-/// Shows which file or folder is set, as much of it as fits, with the whole path in its tool tip; a click asks for
-/// another one.
+/// Shows the chosen file or folder, elided to fit, with the full path in its tool tip; click to choose another one.
 class PathButton : public QPushButton {
  public:
   enum class Shows { kName, kPath };

@@ -24,19 +24,19 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* kPickerOption = "--file-dialog";
-// What the dialog's process writes, each a line.
+// What the dialog's process writes, one per line.
 constexpr char kAlive = '.';
 constexpr char kChosen = '=';
 constexpr auto kHeartbeat = 1s;
 /// Long enough for a slow machine to start a process.
 constexpr auto kNotRespondingAfter = 5s;
 
-// The arguments behind the word, in this order.
+// The arguments after the option, in this order.
 enum Argument { kKind, kLook, kOwner, kTitle, kFilter, kStart, kArguments };
 
 QString g_program;
 
-/// The window that a dialog of another process belongs to, where the desktop can be told that: 0 elsewhere.
+/// The owner window for a dialog in another process; 0 where the desktop does not support that.
 WId OwnerOf(const QWidget* parent) {
   if (parent == nullptr || QGuiApplication::platformName() != "xcb") return 0;
   return parent->window()->winId();
@@ -54,7 +54,7 @@ QStringList PickerArguments(const QWidget* parent, const PickerRequest& request)
   return QStringList(kPickerOption) + arguments;
 }
 
-/// Keeps the other windows from taking input, without a window of its own to be seen.
+/// Blocks input to the other windows without being visible.
 class Blocker : public QDialog {
  public:
   explicit Blocker(QWidget* parent) : QDialog(parent) {
@@ -64,7 +64,7 @@ class Blocker : public QDialog {
   }
 };
 
-/// Says that the dialog is held up, while it is.
+/// Shown while the dialog does not respond.
 class NotRespondingMessage {
  public:
   NotRespondingMessage(QWidget* parent, QEventLoop& loop)
@@ -72,7 +72,7 @@ class NotRespondingMessage {
              "The folder is not responding. It may be on a network that is unavailable.", QMessageBox::NoButton,
              parent) {
     box_.AddButton("&Give up", QMessageBox::RejectRole);
-    box_.setModal(true);  // or it would take no input either
+    box_.setModal(true);  // or the blocker would block it too
     QObject::connect(&box_, &QDialog::finished, &loop, &QEventLoop::quit);
     wait_.setSingleShot(true);
     wait_.callOnTimeout(&box_, [this] { box_.show(); });
@@ -88,7 +88,7 @@ class NotRespondingMessage {
   QTimer wait_;
 };
 
-/// Lets go of a process that may not even be stopped before its folder answers.
+/// Lets go of a process that may not even stop until its folder responds.
 void Abandon(std::unique_ptr<QProcess> process) {
   process->disconnect();
   if (process->state() == QProcess::NotRunning) return;
@@ -102,7 +102,7 @@ void WriteLine(const QByteArray& line) {
   std::fflush(stdout);
 }
 
-/// Without tidying up, which would wait for a folder that does not answer.
+/// Without cleaning up, which would wait for a folder that does not respond.
 [[noreturn]] void EndPicker() {
   std::fflush(stdout);
   std::_Exit(EXIT_SUCCESS);
@@ -155,7 +155,7 @@ void ServePicker(const std::vector<std::string>& arguments) {
   const QApplication application(count, words.data());
   QCoreApplication::setApplicationName("orvalis");
   QGuiApplication::setDesktopFileName("orvalis");
-  // Nothing is ever sent on standard input: it becomes readable when the program is gone.
+  // Nothing is ever sent on standard input: it becomes readable when the program has ended.
   const QSocketNotifier program_ended(0, QSocketNotifier::Read);
   QObject::connect(&program_ended, &QSocketNotifier::activated, qApp, [] { EndPicker(); });
   QTimer heartbeat;
@@ -167,7 +167,7 @@ void ServePicker(const std::vector<std::string>& arguments) {
                               .title = argument(kTitle),
                               .filter = argument(kFilter),
                               .start = argument(kStart)};
-  QWidget dressed;  // never shown: the dialog wears what it does
+  QWidget dressed;  // never shown: the dialog takes its colours
   if (request.look == PickerLook::kNight) DressWindow(dressed, true);
   const auto owner = static_cast<WId>(argument(kOwner).toULongLong());
   const PickerFrame frame{.owner = owner == 0 ? nullptr : QWindow::fromWinId(owner),

@@ -7,20 +7,20 @@
 
 namespace orvalis {
 
-/// How one piece of the panel is drawn. Text in `ink` is readable on `fill`; a fill that is not valid lets the window
+/// How one piece of the panel is drawn. Text in `ink` is readable on `fill`; an invalid fill lets the window show
 /// through.
 struct Tone {
   QColor fill;
   QColor ink;
   QColor outline;  ///< not valid: none
   double outline_width = 1.0;
-  bool stale = false;  ///< the value is not of now: slanted and not bold, whatever its colour
+  bool stale = false;  ///< the value is out of date: italic and not bold, whatever its colour
 
   bool operator==(const Tone&) const = default;
 };
 
-/// The colours of the panel. The model says red, yellow, green or white; a theme says what that looks like on this
-/// desktop, by day and by night.
+/// The colours of the panel. The model uses red, yellow, green and white; a theme maps them to what this desktop shows,
+/// by day and by night.
 class Theme {
  public:
   enum class Kind { kLight, kDark, kNight };
@@ -31,13 +31,13 @@ class Theme {
   [[nodiscard]] static Theme Night();
 
   [[nodiscard]] Kind kind() const { return kind_; }
-  /// For the words to be seen from afar.
+  /// For the words that are read from a distance.
   [[nodiscard]] Tone Strong(Colour colour) const;
-  /// For everything else: what is well stays in the background, what is not is as strong as above.
+  /// For everything else: good values stay in the background, others are as strong as above.
   [[nodiscard]] Tone Quiet(Colour colour) const;
   /// As `Quiet` for a value in a line of text: white is no colour at all.
   [[nodiscard]] Tone Plain(Colour colour) const;
-  /// Grey, for values that are not of now. `card` is for those with a shape of their own.
+  /// Grey, for values that are out of date. `kCard` is for those with a shape of their own.
   enum class Shape { kCard, kText };
   [[nodiscard]] Tone Stale(Shape shape) const;
 
@@ -58,7 +58,7 @@ class Theme {
 [[nodiscard]] QColor Mix(const QColor& first, const QColor& second, double share);
 /// The contrast ratio of two colours, 1 to 21, after the Web Content Accessibility Guidelines.
 [[nodiscard]] double ContrastRatio(const QColor& first, const QColor& second);
-/// `ink`, or as little darker or lighter as makes text of ordinary size readable on `fill`.
+/// `ink`, made just dark or light enough for ordinary text to be readable on `fill`.
 [[nodiscard]] QColor Readable(const QColor& ink, const QColor& fill);
 
 }  // namespace orvalis

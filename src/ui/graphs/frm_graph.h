@@ -18,33 +18,32 @@ namespace orvalis {
 
 class HistoryPlot;
 
-/// A window with one graph of the recent values. A scroll bar chooses how often it takes in the new ones. While it is
-/// closed it does nothing.
+/// A window with one graph of recent values. A scroll bar sets the update rate. It does nothing while closed.
 class frmGraph : public QWidget {
   Q_OBJECT
  public:
   struct Parts {
     const HistoryRecorder& recorder;
     std::function<bool()> centigrade;
-    std::function<bool()> on_top;  ///< whether the panel is in front of everything, and would cover the window
-    std::function<void(const std::string& text)> report;  ///< told what could not be saved
+    std::function<bool()> on_top;  ///< whether the panel is kept on top, and would cover the window
+    std::function<void(const std::string& text)> report;  ///< called with what could not be saved
     QTimeZone zone = QTimeZone::systemTimeZone();
   };
   frmGraph(const GraphKind& kind, Parts parts, QWidget* parent = nullptr);
 
   /// Black and red, or the desktop's colours.
   void SetNightTheme(bool on);
-  /// The units may be others now.
+  /// Call when the unit of temperature may have changed.
   void UpdateUnits();
-  /// Another history is shown than before.
+  /// Call when the history was replaced.
   void ShowDefaultRange();
 
-  /// Whether it takes in new values by itself.
+  /// Whether it updates automatically.
   [[nodiscard]] bool updating() const { return update_timer_.isActive(); }
   [[nodiscard]] HistoryPlot& plot() const { return *plot_; }
 
-  /// Saves what is seen as `path` says: ".png", ".pdf", or values. Says in the window what comes of it, a moment
-  /// later: writing holds up nothing.
+  /// Saves the current view to `path`: a picture by its extension, ".png" or ".pdf", or the values. Writes in the
+  /// background; the window shows the result.
   void SavePicture(const QString& path);
   void SaveValues(const QString& path);
 
@@ -58,7 +57,7 @@ class frmGraph : public QWidget {
   QWidget* BuildControls();
   void SetUpdateRate(int position);
   void ApplyTheme();
-  /// The timer runs only while there is somebody to see it.
+  /// The timer runs only while the window is visible.
   void RunTimer();
   [[nodiscard]] QString AskForFile(const QString& title, const char* filter, const char* suffix);
   void Save(const QString& path, FileContent content);

@@ -16,7 +16,7 @@
 namespace orvalis {
 namespace {
 
-/// What a thread leaves for the event loop.
+/// The result that a thread leaves for the event loop.
 struct Saving {
   QString failure;  ///< to be read when it has ended
   std::atomic<bool> ended = false;
@@ -72,13 +72,13 @@ QByteArray PdfOf(QCustomPlot& plot) {
 void SaveInBackground(QObject* context, const QString& path, FileContent content, FileSaved saved) {
   const auto saving = std::make_shared<Saving>();
   ++g_saving;
-  // Nothing waits for this thread: the system may hold it up for as long as it likes.
+  // Nothing waits for this thread: the system may block it indefinitely.
   std::thread([saving, path, content = std::move(content)] {
     saving->failure = WriteWholeFile(path, content());
     --g_saving;
     saving->ended = true;
   }).detach();
-  // Asked for rather than told: the event loop may have ended when the thread comes back.
+  // Polled: the event loop may have ended by the time the thread returns.
   constexpr std::chrono::milliseconds kCheckInterval{20};
   auto* check = new QTimer(context);
   QObject::connect(check, &QTimer::timeout, check, [saving, saved = std::move(saved), check] {

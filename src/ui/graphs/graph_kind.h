@@ -11,7 +11,7 @@
 
 namespace orvalis {
 
-/// One curve of a graph. Its marker tells it from the others where colours cannot.
+/// One curve of a graph. Its marker identifies it where colours cannot.
 struct CurveKind {
   Quantity quantity;
   const char* name;
@@ -41,13 +41,13 @@ struct GraphKind {
 
 [[nodiscard]] QColor CurveColour(const CurveKind& curve, Theme::Kind theme);
 
-/// How a condition is painted behind the curves: patterns as well as colours, so that nobody depends on telling colours
-/// apart.
+/// How a condition is painted in the background: with patterns as well as colours, for users who cannot tell the
+/// colours apart.
 struct BandLook {
   QBrush brush;
   QColor ground;  ///< not valid: only the pattern
   QColor outline;
-  bool strip = false;  ///< a strip along the upper edge besides, in `outline` with the word in `ink`
+  bool strip = false;  ///< also a strip along the top, in `outline` with the word in `ink`
   QColor ink;
 };
 [[nodiscard]] BandLook LookOf(Condition condition, Theme::Kind theme);

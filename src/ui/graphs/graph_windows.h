@@ -6,7 +6,7 @@
 
 namespace orvalis {
 
-/// The two windows with graphs, made when they are first asked for.
+/// The two graph windows, created when first opened.
 class GraphWindows {
  public:
   explicit GraphWindows(frmGraph::Parts parts) : parts_(std::move(parts)) {}

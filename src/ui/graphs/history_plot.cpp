@@ -236,7 +236,7 @@ void HistoryPlot::ShowAll() {
 
 void HistoryPlot::Zoom(double factor) {
   const QCPRange shown = xAxis->range();
-  // Who looks at the newest values goes on doing so.
+  // A view of the newest values stays on them.
   const double centre = follows_ ? shown.upper - shown.size() * factor / 2 : shown.center();
   const double half = shown.size() * factor / 2;
   SetShown({centre - half, centre + half});
@@ -290,7 +290,7 @@ void HistoryPlot::FitValueAxis(QCPAxis* axis) {
   const bool temperature = IsTemperature(quantity);
   axis->setLabel((temperature ? "Temperature" : ToQString(quantity == Quantity::kHumidity ? "Humidity" : "Wind")) +
                  " (" + UnitOf(quantity, centigrade_) + ")");
-  // Wind and humidity begin at nothing; temperatures are given a little room.
+  // Wind and humidity start at zero; temperatures get some room on both sides.
   constexpr double kFullHumidity = 100;
   constexpr double kDefaultWind = 10;
   constexpr double kDefaultTemperatures = 10;
@@ -308,7 +308,7 @@ void HistoryPlot::FitValueAxis(QCPAxis* axis) {
   }
   constexpr double kRoom = 0.05;
   const double room = (highest - lowest) * kRoom;
-  // The strip along the upper edge covers nothing.
+  // Leave room for the strip along the top.
   const double height = std::max(1, axisRect()->height() - ConditionLayer::kStripHeight);
   const double strip = (highest - lowest + 2 * room) * ConditionLayer::kStripHeight / height;
   axis->setRange(lowest < 0 || temperature ? lowest - room : lowest, highest + room + strip);

@@ -20,16 +20,16 @@ class ConditionLegendItem;
 class CurveGraph;
 class Readout;
 
-/// The curves of one graph over local time, with the conditions behind them and the values at the pointer. The wheel
-/// zooms, dragging pans, a double click shows all; the value axes always fit what is seen. While its end is in sight it
-/// goes along with the time.
+/// The curves of one graph over local time, with the conditions in the background and the values at the pointer. The
+/// wheel zooms, dragging pans, a double click shows all; the value axes always fit the visible values. While its end is
+/// visible it scrolls with the time.
 class HistoryPlot : public QCustomPlot {
   Q_OBJECT
  public:
   struct Source {
     std::function<const History&()> history;
     std::function<std::int64_t()> now;
-    std::function<bool()> is_demo;  ///< the values are those of demo mode
+    std::function<bool()> is_demo;  ///< the values are from demo mode
   };
 
   HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& zone, QWidget* parent = nullptr);
@@ -37,19 +37,19 @@ class HistoryPlot : public QCustomPlot {
   void SetTheme(const Theme& theme);
   void SetCentigrade(bool centigrade);
 
-  /// Takes in what is new; paints only when that can be seen.
+  /// Takes new values from the history; repaints only if that changes the picture.
   void Update();
-  /// Another history than before, or other units: everything anew.
+  /// Recalculates everything, after a change of history or units.
   void Rebuild();
   /// The last twelve hours, or as much as there is.
   void ShowDefaultRange();
   void ShowAll();
-  /// Shows `factor` times as much, around the middle.
+  /// Shows `factor` times as much time, around the middle.
   void Zoom(double factor);
-  /// Moves by this share of what is shown; positive is later.
+  /// Moves by this share of the visible range; positive is later.
   void Pan(double share);
 
-  /// What is shown.
+  /// The visible range.
   [[nodiscard]] TimeRange Shown() const;
   [[nodiscard]] const Readout& readout() const { return *readout_; }
 

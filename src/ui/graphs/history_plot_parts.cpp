@@ -21,7 +21,7 @@ CurveGraph::CurveGraph(QCPAxis* time_axis, QCPAxis* value_axis, const CurveKind&
   setName(kind.name);
   setObjectName(kind.name);
   setSelectable(QCP::stNone);
-  setAdaptiveSampling(false);  // the points are thinned already, by one who keeps the gaps
+  setAdaptiveSampling(false);  // the points are already thinned, with the gaps kept
 }
 
 void CurveGraph::SetColours(const QColor& line, const QColor& ground) {
@@ -99,7 +99,7 @@ void ConditionLayer::draw(QCPPainter* painter) {
     for (const TimeRange& band : bands_[i]) {
       const double from = std::floor(axis->coordToPixel(static_cast<double>(band.from) / kMillisecondsPerSecond));
       const double to = std::ceil(axis->coordToPixel(static_cast<double>(band.to) / kMillisecondsPerSecond));
-      // However short it was, it is seen.
+      // However short, it is visible.
       const QRectF place(from, area.top(), std::max(to - from, look.strip ? 2.0 : 1.0), area.height());
       Paint(painter, place, look);
       if (!look.strip) continue;

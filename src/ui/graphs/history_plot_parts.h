@@ -13,15 +13,15 @@
 
 namespace orvalis {
 
-/// A curve with a marker every now and then along it.
+/// A curve with markers at intervals.
 class CurveGraph : public QCPGraph {
  public:
   CurveGraph(QCPAxis* time_axis, QCPAxis* value_axis, const CurveKind& kind, int place);
 
   [[nodiscard]] const CurveKind& kind() const { return kind_; }
   void SetColours(const QColor& line, const QColor& ground);
-  /// Draws a curve that goes up and down in every column with a finer line: it is quicker by far and looks the same.
-  /// To be called when the data or the axes have changed.
+  /// Uses a finer line for a curve that goes up and down in every column: much faster, with the same look. Call when
+  /// the data or the axes have changed.
   void FitLine();
   void DrawMarker(QCPPainter* painter, QPointF place) const;
 
@@ -35,7 +35,7 @@ class CurveGraph : public QCPGraph {
   QCPScatterStyle marker_;
 };
 
-/// The conditions behind the curves.
+/// The conditions, in the background.
 class ConditionLayer : public QCPLayerable {
  public:
   explicit ConditionLayer(QCPAxisRect* rect);
@@ -50,7 +50,7 @@ class ConditionLayer : public QCPLayerable {
     return bands_[static_cast<std::size_t>(condition)];
   }
 
-  /// As much of `rect` as shows `condition`.
+  /// Fills `rect` with `look`.
   static void Paint(QCPPainter* painter, const QRectF& rect, const BandLook& look);
 
  protected:
@@ -83,13 +83,13 @@ class ConditionLegendItem : public QCPAbstractLegendItem {
   Theme::Kind theme_ = Theme::Kind::kLight;
 };
 
-/// The values at the pointer: a line at their time, a dot on each curve and a box with the figures. It lies on a layer
-/// of its own that is painted without the rest.
+/// The values at the pointer: a line at their time, a dot on each curve and a box with the figures. It has its own
+/// layer, which is painted without the rest.
 class Readout : public QCPLayerable {
  public:
   struct Row {
     QString text;
-    const CurveGraph* curve = nullptr;  ///< none: the row is of all of them
+    const CurveGraph* curve = nullptr;  ///< none: the row applies to all of them
     std::optional<QPointF> dot;
   };
 
@@ -99,7 +99,7 @@ class Readout : public QCPLayerable {
     ink_ = ink;
     ground_ = ground;
   }
-  /// `x` is where the line stands, in pixels.
+  /// `x` is the position of the line, in pixels.
   void Show(double x, std::vector<Row> rows) {
     x_ = x;
     rows_ = std::move(rows);

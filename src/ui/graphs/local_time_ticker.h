@@ -7,8 +7,8 @@
 namespace orvalis {
 
 /// Ticks of a time axis at round local times. The axis counts seconds since 1970-01-01 UTC, so that an hour is always
-/// an hour wide; through a change of summer time the ticks stay at round times and bear their distance from UTC,
-/// because one of them comes twice.
+/// an hour wide; around a change of summer time the ticks stay at round times and show their UTC offset, because
+/// one of them occurs twice.
 class LocalTimeTicker : public QCPAxisTicker {
  public:
   explicit LocalTimeTicker(const QTimeZone& zone) : zone_(zone) {}

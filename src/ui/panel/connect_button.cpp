@@ -103,7 +103,7 @@ void ConnectButton::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(QRectF(rect()).adjusted(ring, ring, -ring, -ring), kRadius * size, kRadius * size);
   }
 
-  // Filled when on and a ring when off: green and yellow are not told apart by everybody.
+  // Filled when on, a ring when off: some users cannot tell green from yellow.
   const double lamp = kLamp * size;
   painter.setPen(QPen(tone.ink, 1.5));
   painter.setBrush(content_.on ? QBrush(tone.ink) : QBrush(Qt::NoBrush));

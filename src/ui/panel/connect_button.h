@@ -7,7 +7,7 @@
 
 namespace orvalis {
 
-/// The connect control: a toggle that shows what it is told and never flips by itself. A long caption is wrapped.
+/// The connect button: a toggle that shows its content and never flips on its own. A long caption is wrapped.
 class ConnectButton : public QPushButton {
   Q_OBJECT
  public:
@@ -22,7 +22,7 @@ class ConnectButton : public QPushButton {
 
   explicit ConnectButton(QWidget* parent);
 
-  /// Repaints only when `content` is another one than before.
+  /// Repaints only when `content` has changed.
   void Show(const Content& content);
   [[nodiscard]] const Content& content() const { return content_; }
 
@@ -32,7 +32,7 @@ class ConnectButton : public QPushButton {
   [[nodiscard]] int heightForWidth(int width) const override;
 
  protected:
-  void nextCheckState() override {}  // what a click does is up to the program; it is shown when it is done
+  void nextCheckState() override {}  // the program decides what a click does, and shows the result
   void paintEvent(QPaintEvent* event) override;
   void changeEvent(QEvent* event) override;
 

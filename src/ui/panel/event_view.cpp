@@ -39,7 +39,7 @@ void EventView::Append(const Event& event) {
     document()->lastBlock().setUserState(kDateLine);
     last_date_ = date;
   }
-  // A text of several lines stays one event: what follows is told apart by its time.
+  // A text of several lines stays one line: each line begins with its time.
   appendPlainText(QString::fromStdString(FormatTimeOfDay(event.time)) + "  " +
                   QString::fromStdString(event.text).simplified());
   document()->lastBlock().setUserState(-1);

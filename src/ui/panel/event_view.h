@@ -9,14 +9,14 @@
 
 namespace orvalis {
 
-/// The events, newest at the bottom, each with its time; a line with the date stands before the first of each day.
+/// The events, newest at the bottom, each with its time; a line with the date precedes the first of each day.
 /// Keeps as many as EventList does.
 class EventView : public NightProof<QPlainTextEdit> {
   Q_OBJECT
  public:
   explicit EventView(QWidget* parent);
 
-  /// Stays at the bottom if it is there, so that the newest is seen; a reader of older ones is not disturbed.
+  /// Stays at the bottom if it is there, to show the newest; otherwise does not scroll.
   void Append(const Event& event);
   void ScrollToNewest();
 

@@ -30,7 +30,7 @@ void frmHandBox::ShowWords() {
   const Tone unknown = theme_.Stale(Theme::Shape::kCard);
   const BigWordText verdict = VerdictText(model_, QDate::currentDate());
   Tone verdict_tone = verdict.colour ? theme_.Strong(*verdict.colour) : unknown;
-  verdict_tone.stale = false;  // "NO DATA" is as true now as it will be later
+  verdict_tone.stale = false;  // "NO DATA" is never out of date
   verdict_->Show({verdict.word, verdict.detail, {}, verdict_tone});
 
   const BigWordText sky = SkyText(model_);

@@ -25,15 +25,15 @@ class LogoButton;
 class StandingNotices;
 class StatusText;
 
-/// The main panel: the verdict and the sky word for a check from afar, every value with its unit for the desk. It
-/// shows a PanelModel, passes clicks on as signals, and decides nothing.
+/// The main panel: the verdict and the sky word readable from a distance, and every value with its unit. It shows
+/// a PanelModel, passes clicks on as signals, and decides nothing.
 class frmHandBox : public QWidget {
   Q_OBJECT
  public:
   /// `model` must outlive the window, which writes one field of it: the humidity selector, as the user types it.
   explicit frmHandBox(PanelModel& model, QWidget* parent = nullptr);
 
-  /// Brings the window up to the model. What has not changed is not painted again, so it may be called at any rate.
+  /// Updates the window from the model. Unchanged parts are not repainted, so it may be called at any rate.
   void Refresh();
   /// Adds a line to the event list.
   void AppendEvent(const Event& event);
@@ -47,13 +47,13 @@ class frmHandBox : public QWidget {
   /// Keeps the window's position and whether it is shown.
   void SetAlwaysOnTop(bool on);
 
-  /// A further button of the row below the values; the window owns it.
+  /// Adds a button to the row below the values; the window owns it.
   QPushButton* AddToolButton(const QString& text);
 
  signals:
-  /// The user asks for a connection (`on`) or its end. What the button shows changes only with the model.
+  /// The user asks to connect (`on`) or disconnect. What the button shows changes only with the model.
   void ConnectToggled(bool on);
-  /// The user chose a theme, which is in force already.
+  /// The user chose a theme, which has been applied.
   void NightThemeToggled(bool on);
   /// The user acknowledged a standing message, which stays until the model says otherwise.
   void Acknowledged(StandingMessage::Cause cause);
@@ -83,7 +83,7 @@ class frmHandBox : public QWidget {
   void ShowRow(ValueRow* row, const QString& label, const std::string& value, const QString& unit,
                const QString& meaning, Colour background = Colour::kWhite);
 
-  /// Places the parts side by side or one above the other, and lets the letters grow with the window.
+  /// Places the parts side by side or one above the other, and scales the font with the window.
   void Arrange();
   void ArrangeValues();
   void FitToolButtons(double letter_size);
@@ -133,7 +133,7 @@ class frmHandBox : public QWidget {
   FlowLayout* tools_ = nullptr;
   QPushButton* night_button_ = nullptr;
   QPushButton* last_tool_ = nullptr;
-  QWidget* logo_pair_ = nullptr;  ///< behind the tools
+  QWidget* logo_pair_ = nullptr;  ///< after the tool buttons
   std::vector<LogoButton*> logos_;
   QToolButton* events_button_ = nullptr;
   EventView* events_ = nullptr;

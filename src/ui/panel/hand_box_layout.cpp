@@ -28,7 +28,7 @@
 namespace orvalis {
 namespace {
 
-// Lengths in units of the ordinary letters' size, so that the window follows the desktop's font.
+// Lengths in units of the font size, so that the window follows the desktop's font.
 constexpr QSizeF kInitialSize(36, 56);
 constexpr QSizeF kUprightSize(36, 64);  ///< in larger windows the letters grow
 constexpr QSizeF kWideSize(60, 45);
@@ -110,7 +110,7 @@ void frmHandBox::BuildBody() {
   scroll_->setFocusPolicy(Qt::NoFocus);
   auto* body = new QWidget;
   scroll_->setWidget(body);
-  // The window's own ground shows through.
+  // The window's background shows through.
   scroll_->viewport()->setAutoFillBackground(false);
   body->setAutoFillBackground(false);
   scroll_->viewport()->installEventFilter(this);
@@ -123,7 +123,7 @@ void frmHandBox::BuildBody() {
     row->addWidget(made, 1);
     return made;
   };
-  auto* tiles = new QHBoxLayout;  // the longest word of the three, so that all have letters of one size
+  auto* tiles = new QHBoxLayout;  // sized for the longest word of the three, so that all have the same font
   wind_word_ = card(tiles, WordCard::Form::kTile, "lblWindWord", "Wind", "Breeze");
   rain_word_ = card(tiles, WordCard::Form::kTile, "lblRainWord", "Rain", "Breeze");
   light_word_ = card(tiles, WordCard::Form::kTile, "lblLightWord", "Light", "Breeze");
@@ -284,7 +284,7 @@ void frmHandBox::Arrange() {
   const bool wide = width() >= kMinWideWidth * unit && width() > 1.2 * height();
   const QSizeF ordinary = (wide ? kWideSize : kUprightSize) * unit;
   const double growth = std::min(width() / ordinary.width(), height() / ordinary.height());
-  // In steps, because each one lays everything out anew.
+  // In steps, because each change repeats the layout.
   const double factor = std::clamp(std::floor(growth * 10) / 10, 1.0, kMaxGrowth);
   if (const QFont grown = ScaledFont(font(), factor); grown != content_->font()) content_->setFont(grown);
 
@@ -355,7 +355,7 @@ void frmHandBox::ArrangeValues() {
   const bool beside = left + right + 3 * gap <= available;
   values_->setStretch(0, beside ? left : 0);
   values_->setStretch(1, beside ? right : 0);
-  // One above the other, the numbers of both groups stand in one column.
+  // One above the other, the numbers of both groups line up.
   if (!beside) widen(temperatures_, widest_quantity);
   values_->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
   values_->setSpacing(beside ? 3 * gap : 0);

@@ -10,14 +10,14 @@ class QVBoxLayout;
 
 namespace orvalis {
 
-/// The panel's standing messages, one row each, some with a button; no room at all while there are none. A long one
+/// The panel's standing messages, one row each, some with a button; taking no space while there are none. A long one
 /// scrolls.
 class StandingNotices : public QWidget {
   Q_OBJECT
  public:
   explicit StandingNotices(QWidget* parent);
 
-  /// Does nothing when that is what it shows already, so that a button is not taken away under the pointer.
+  /// Does nothing if unchanged, so that a button is not replaced under the pointer.
   void Show(const std::vector<StandingMessage>& messages, const Theme& theme);
 
  signals:

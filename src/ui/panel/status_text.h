@@ -7,16 +7,16 @@
 
 namespace orvalis {
 
-/// The status line: one line when it is short, a few when it is long, and it scrolls when even those are too few.
-/// Its text can be selected and copied; the whole of it is in its tool tip.
+/// The status line: one line when it is short, a few when it is long, scrolling when even those are too few. Its
+/// text can be selected and copied; the full text is in the tool tip.
 class StatusText : public NightProof<QPlainTextEdit> {
   Q_OBJECT
  public:
   explicit StatusText(QWidget* parent);
 
-  /// Does nothing when `text` is what it shows already, so that a selection in it stays.
+  /// Does nothing if unchanged, so that a selection is kept.
   void Show(const QString& text);
-  /// How many lines it grows to before it scrolls; 4 at first.
+  /// How many lines it grows to before it scrolls; 4 by default.
   void SetMaxLines(int lines);
 
   [[nodiscard]] QSize sizeHint() const override;

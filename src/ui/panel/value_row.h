@@ -7,8 +7,8 @@
 
 namespace orvalis {
 
-/// One line of the values: a label, a number aligned to the right and its unit. It draws itself, for the reasons that
-/// WordCard does.
+/// One line of the values: a label, a number aligned to the right and its unit. It draws itself, for the same reasons
+/// as WordCard.
 class ValueRow : public QLabel {
   Q_OBJECT
  public:
@@ -26,11 +26,11 @@ class ValueRow : public QLabel {
 
   explicit ValueRow(QWidget* parent);
 
-  /// Repaints only when `content` is another one than before.
+  /// Repaints only when `content` has changed.
   void Show(const Content& content);
   [[nodiscard]] const Content& content() const { return content_; }
 
-  /// The column of the units is as wide as `widest` in all rows whose numbers are to stand in line.
+  /// Sets the width of the unit column to that of `widest`, the same for all rows whose numbers are to line up.
   void SetWidestUnit(const QString& widest);
 
   [[nodiscard]] QSize sizeHint() const override;

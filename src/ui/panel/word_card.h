@@ -7,9 +7,9 @@
 
 namespace orvalis {
 
-/// A coloured field with one word as large as it fits, a caption above and a detail below it; or, as a strip, the
-/// caption to its left and the detail to its right. It draws itself, so that another word costs one repaint and no
-/// layout; it is a label only for screen readers, to which it says its accessible name.
+/// A coloured field with one word as large as fits, a caption above and a detail below it; or, as a strip, the caption
+/// to its left and the detail to its right. It draws itself, so that a new word costs one repaint and no layout; it is
+/// a label only for screen readers, which get its accessible name.
 class WordCard : public QLabel {
   Q_OBJECT
  public:
@@ -27,7 +27,7 @@ class WordCard : public QLabel {
   /// `longest_word` is the widest that will be shown: the letters keep their size when the word changes.
   WordCard(Form form, QString caption, QString longest_word, QWidget* parent);
 
-  /// Repaints only when `content` is another one than before.
+  /// Repaints only when `content` has changed.
   void Show(const Content& content);
   [[nodiscard]] const Content& content() const { return content_; }
 

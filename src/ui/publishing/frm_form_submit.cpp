@@ -39,7 +39,7 @@ constexpr std::size_t kBuiltInSwitch = 2;
 
 constexpr std::chrono::milliseconds kRefreshDelay{250};
 
-/// A page that scrolls when it must, on the window's own ground.
+/// A page that scrolls if needed, on the window's background.
 QScrollArea* MakeScroll(QWidget* page) {
   auto* scroll = new QScrollArea;
   scroll->setWidgetResizable(true);
@@ -51,7 +51,7 @@ QScrollArea* MakeScroll(QWidget* page) {
   return scroll;
 }
 
-/// Shows `text`, unless somebody is about to copy from the box. Returns whether it is shown.
+/// Shows `text`, unless part of the box is selected for copying. Returns whether it is shown.
 [[nodiscard]] bool ShowText(QPlainTextEdit* box, const QString& text) {
   if (box->toPlainText() == text) return true;
   if (box->textCursor().hasSelection()) return false;
@@ -365,7 +365,7 @@ void frmFormSubmit::ScheduleRefresh() {
 void frmFormSubmit::Refresh() {
   const SubmitBoxes& boxes = publisher_.boxes();
   request_caption_->setText(ToQString(boxes.request_caption()));
-  // What cannot be shown now is shown when the selection has gone.
+  // What cannot be shown now is shown when the selection is cleared.
   static_cast<void>(ShowText(request_, Readable(boxes.request())));
   if (boxes.response_version() != response_shown_ && ShowText(response_, Readable(boxes.Response()))) {
     response_shown_ = boxes.response_version();

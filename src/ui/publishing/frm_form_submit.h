@@ -27,8 +27,8 @@ namespace orvalis {
 class MessageBox;
 class RowsEditor;
 
-/// The web publishing window: what is sent where and when, the request as it would be sent, what the server said. It
-/// passes on to a WebPublisher what the user does and shows its boxes; it decides nothing. Closing hides it.
+/// The web publishing window: what is sent where and when, the request to be sent, the server's response. It passes the
+/// user's actions to a WebPublisher and shows its boxes; it decides nothing. Closing hides it.
 class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
   Q_OBJECT
  public:
@@ -40,11 +40,11 @@ class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
 
   /// Fills the controls from the loaded settings and writes the transfer script.
   void Load();
-  /// For a system where the program does not send pictures itself.
+  /// For a system without built-in FTP.
   void HideBuiltIn();
   /// Shows the window in front.
   void ShowInFront();
-  /// Brings the request that would be sent up to the readings, where somebody sees it.
+  /// Updates the request preview from the readings, if visible.
   void RefreshPreview();
   /// Black and red, or the desktop's colours.
   void SetNightTheme(bool on);
@@ -63,16 +63,17 @@ class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
   QWidget* BuildComposer();
   QWidget* BuildErrors();
   QLineEdit* MakeText(std::size_t index);
-  /// The user typed into a box: stores it, shows it in the box of the same setting, and what is to be said of it.
+  /// The user typed into a box: stores the text, shows it in the other box of the same setting, and updates the
+  /// remarks.
   void StoreText(std::size_t index, const QString& text);
   void ShowRemarks();
-  /// A check box with its list of intervals behind it.
+  /// A check box followed by its list of intervals.
   QWidget* BuildInterval(std::size_t index, const QString& text);
   QPlainTextEdit* MakeBox(const char* name);
 
   void ReadComposition();
   void EnableButtons();
-  /// Shows the boxes soon: a server may send faster than anybody reads.
+  /// Updates the boxes after a short delay: a server may send faster than anyone can read.
   void ScheduleRefresh();
   void Refresh();
 

@@ -11,7 +11,7 @@ class QVBoxLayout;
 
 namespace orvalis {
 
-/// Rows of a name and a value each, as many as the user wants.
+/// An editable list of name and value pairs.
 class RowsEditor : public QWidget, public NightAware {
   Q_OBJECT
  public:
@@ -20,7 +20,7 @@ class RowsEditor : public QWidget, public NightAware {
   RowsEditor(const QString& name, const QString& add_text, QWidget* parent = nullptr);
 
   [[nodiscard]] std::vector<RequestRow> Rows() const;
-  /// For the rows that are added later; those that are there are told themselves.
+  /// For rows added later; existing ones are called themselves.
   void SetNight(bool night) override { night_ = night; }
 
  signals:

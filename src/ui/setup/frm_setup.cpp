@@ -127,7 +127,7 @@ bool frmSetup::Exec(SetupForm& form) {
 void frmSetup::ShowForm(const SetupForm& form) {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
     const QString text = ToQString(form.texts[i]);
-    // A text that is the same keeps its cursor and what can be undone.
+    // Unchanged text keeps its cursor and undo history.
     if (fields_[i]->text() != text) fields_[i]->setText(text);
     fields_[i]->setCursorPosition(0);
   }
@@ -136,7 +136,7 @@ void frmSetup::ShowForm(const SetupForm& form) {
       SetAdvanced(form.flags[i]);
     } else {
       flags_[i]->setChecked(form.flags[i]);
-      // One of a group cannot be switched off; the other one has to be switched on.
+      // A radio button cannot be switched off; the other one has to be switched on.
       if (flags_[i]->autoExclusive() && !form.flags[i]) relative_->setChecked(true);
     }
   }
@@ -213,14 +213,14 @@ void frmSetup::FocusBadField() {
   QLineEdit* field = fields_[*bad_field_];
   for (int page = 0; page < pages_->count(); ++page) {
     if (!pages_->widget(page)->isAncestorOf(field)) continue;
-    // The user cannot mend what the basic layout hides, and chooses no other layout by mending it.
+    // The user cannot correct a hidden box; showing its page does not change the chosen layout.
     pages_->setTabVisible(page, true);
     pages_->setCurrentIndex(page);
     auto* scroll = qobject_cast<QScrollArea*>(pages_->widget(page));
-    // Where the box is, is known when the page was laid out.
+    // The position of the box is known only after the layout.
     QTimer::singleShot(0, this, [scroll, field] { scroll->ensureWidgetVisible(field); });
   }
-  field->setEnabled(true);  // it may belong to something that is switched off, and still has to be mended
+  field->setEnabled(true);  // it may be disabled, and still has to be corrected
   field->setFocus();
   field->selectAll();
 }

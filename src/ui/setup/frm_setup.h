@@ -24,24 +24,24 @@ class QTabWidget;
 
 namespace orvalis {
 
-/// The setup dialog: a page each for the connection, the thresholds, the alerts and, in the advanced layout, what the
-/// focuser template left behind. It shows a SetupForm and hands it back; only the switches that act at once do
-/// something by themselves. Its controls bear the names of the tables in setup_fields.h.
+/// The setup dialog: a page each for the connection, the thresholds, the alerts and, in the advanced layout, the
+/// leftovers of the focuser driver. It shows a SetupForm and returns it; only the immediate switches act on their own.
+/// Its controls have the names in the tables of setup_fields.h.
 class frmSetup : public QDialog, public SetupDialog {
   Q_OBJECT
  public:
   struct Parts {
     ImmediateSwitches& switches;
     std::function<std::vector<SerialPortEntry>()> ports;
-    /// Told what a switch or the list of ports threw. The dialog tells the user itself when a switch did.
+    /// Called with what a switch or the list of ports threw. For a switch the dialog also informs the user.
     std::function<void(const std::exception_ptr&)> report;
-    std::function<void()> succeeded;  ///< told when a switch did what it is for
+    std::function<void()> succeeded;  ///< called when a switch succeeded
     QString version;
     NumberLocale locale = {};  ///< how the numbers in the boxes are written
   };
   explicit frmSetup(Parts parts, QWidget* parent = nullptr);
 
-  /// Shown again because of bad input, it stands where it stood, with the box in question in focus.
+  /// Shown again because of bad input, it appears at the same position with the focus on that box.
   bool Exec(SetupForm& form) override;
   /// Over the dialog or, while that is hidden, over its parent.
   void ShowUnit(const UnitOptions& unit, bool known) override;
@@ -50,7 +50,7 @@ class frmSetup : public QDialog, public SetupDialog {
 
   /// Black and red, or the desktop's colours.
   void SetNightTheme(bool on);
-  /// Brings the boxes that act at once up to the settings, without acting.
+  /// Updates the immediate switches from the settings, without acting.
   void SyncSwitches();
 
  private:
@@ -71,18 +71,18 @@ class frmSetup : public QDialog, public SetupDialog {
   void ShowForm(const SetupForm& form);
   void ReadForm(SetupForm& form) const;
   void SetAdvanced(bool on);
-  /// Which boxes may be edited, and in which unit temperatures are. What a disabled box holds is read all the same.
+  /// Updates which boxes can be edited and the unit of temperature. Disabled boxes are read all the same.
   void UpdateControls();
   void ShowPortNote();
-  /// What OK would make of the boxes, beside each.
+  /// Shows below each box what OK would store.
   void ShowAdvice();
-  /// Puts the focus where the bad input is, if that is what brings the user back.
+  /// Sets the focus to the bad input that the dialog is shown again for, if any.
   void FocusBadField();
 
   /// The user switched the alert's file on, or asks for another one.
   void AskForAlertFile(std::size_t file, bool switched_on);
   void AskForLogFolder(const PathButton& current, const SetLog& set);
-  /// Runs what may throw, tells the user and the log if it does, and shows the switches as they are then.
+  /// Runs `action`, reports to the user and the log if it throws, and updates the switches.
   void Act(const std::function<void()>& action);
 
   template <typename Control>
@@ -93,7 +93,7 @@ class frmSetup : public QDialog, public SetupDialog {
   Parts parts_;
   bool advanced_ = false;
   std::optional<QPoint> position_;        ///< where the dialog stood last
-  std::optional<std::size_t> bad_field_;  ///< since the last OK or Cancel: the field whose text brings the user back
+  std::optional<std::size_t> bad_field_;  ///< since the last OK or Cancel: the field that the dialog is shown again for
 
   QTabWidget* pages_ = nullptr;
   QWidget* leftovers_page_ = nullptr;
@@ -106,13 +106,13 @@ class frmSetup : public QDialog, public SetupDialog {
   QCheckBox* one_line_log_ = nullptr;
   PathButton* one_line_log_path_ = nullptr;
   QLabel* temperature_label_ = nullptr;
-  QRadioButton* relative_ = nullptr;  ///< the other one of the group with "Absolute"
+  QRadioButton* relative_ = nullptr;  ///< the other button in the group of "Absolute"
   QPushButton* advanced_button_ = nullptr;
 
   // In the order of the tables.
   std::vector<QLineEdit*> fields_;
   std::vector<QLabel*> advice_;
-  std::vector<QAbstractButton*> flags_;  ///< none for the layout, which is no box
+  std::vector<QAbstractButton*> flags_;  ///< null for the layout, which is not a box
   std::vector<PathButton*> files_;
   std::vector<QCheckBox*> unit_options_;
 };

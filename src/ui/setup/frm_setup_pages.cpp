@@ -1,4 +1,4 @@
-// The pages of the setup dialog: where each control stands and what it is called.
+// The pages of the setup dialog: the place and name of each control.
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -23,7 +23,7 @@ struct Page {
   QVBoxLayout* right;
 };
 
-/// The tab shows the title and draws the border already.
+/// The tab already shows the title and the border.
 class PageFrame : public QGroupBox {
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {}

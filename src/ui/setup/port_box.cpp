@@ -38,7 +38,7 @@ PortBox::PortBox(Ports ports, QWidget* parent) : QuietComboBox(parent), ports_(s
 
 void PortBox::Refill() {
   const QString text = currentText();
-  const QSignalBlocker quiet(this);  // in the end the text is what it was
+  const QSignalBlocker quiet(this);  // the text is restored below
   clear();
   for (const SerialPortEntry& entry : ports_()) {
     addItem(ToQString(entry.name));
@@ -63,7 +63,7 @@ QString PortBox::Description() const {
 
 void PortBox::showPopup() {
   Refill();
-  emit editTextChanged(currentText());  // what is plugged in at the same port may be another device now
+  emit editTextChanged(currentText());  // the port may have another device now
   QuietComboBox::showPopup();
 }
 

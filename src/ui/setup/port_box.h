@@ -9,18 +9,18 @@
 
 namespace orvalis {
 
-/// The serial ports of the machine to choose from, with what is plugged in there; any other may be typed.
+/// A list of the machine's serial ports with their devices; any other port can be typed.
 class PortBox : public QuietComboBox {
  public:
-  /// Asked again each time that the list is opened: adapters come and go.
+  /// Called each time the list is opened: adapters come and go.
   using Ports = std::function<std::vector<SerialPortEntry>()>;
   explicit PortBox(Ports ports, QWidget* parent = nullptr);
 
-  /// The list anew, with the text as it is; a text that is no port of the machine becomes an entry too.
+  /// Refreshes the list and keeps the text; a text that is not one of the machine's ports becomes an entry too.
   void Refill();
   void SetPort(const std::string& port);
   [[nodiscard]] std::string port() const;
-  /// What is plugged in at the port in the box.
+  /// The device on the selected port.
   [[nodiscard]] QString Description() const;
 
   void showPopup() override;

@@ -10,8 +10,7 @@ class QPushButton;
 
 namespace orvalis {
 
-/// The traffic window: what automation clients ask and what they are answered, as it happens. Closing deletes it, and
-/// the text with it.
+/// The traffic window: the calls of automation clients and their answers, live. Closing deletes it and its text.
 class frmShow : public QWidget {
   Q_OBJECT
  public:
@@ -20,7 +19,7 @@ class frmShow : public QWidget {
   /// What the window shows. It lives as long as the window.
   [[nodiscard]] Traffic& traffic() { return traffic_; }
 
-  /// How much of the window's inner height is not the text box's, in twips (1440 to the inch).
+  /// How much of the window's inner height is not used by the text box, in twips (1440 to the inch).
   void SetTextOffset(int twips);
   /// Black and red, or the desktop's colours.
   void SetNightTheme(bool on);

@@ -84,7 +84,7 @@ void ExpectSignature(const QDBusMessage& call, const char* signature) {
                                               call.signature().toStdString() + ")");
 }
 
-/// Qt would ask libdbus, which starts a bus of its own where there is none.
+/// Qt would ask libdbus, which starts a new bus if there is none.
 bool HasSessionBus() {
   if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return true;
   const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
@@ -122,7 +122,8 @@ std::string WeatherService::TakeName() {
       QDBusConnection::disconnectFromBus(kConnectionName);
       return "cannot connect to the session bus: " + reason;
     }
-    // One rule for all clients, before the first of them can call: whoever calls and goes at once is not missed.
+    // One match rule for all clients, installed before the first can call, so that one that calls and leaves is
+    // noticed.
     const QString bus_service = QStringLiteral("org.freedesktop.DBus");
     bus.connect(bus_service, QStringLiteral("/org/freedesktop/DBus"), bus_service, QStringLiteral("NameOwnerChanged"),
                 this, SLOT(NoteNameOwner(QString, QString, QString)));
@@ -147,7 +148,7 @@ void WeatherService::NoteDisconnected() {
   TryAgain("session bus lost");
 }
 
-void WeatherService::NoteNameOwner(const QString& name, const QString& /*former*/, const QString& current) {
+void WeatherService::NoteNameOwner(const QString& name, const QString& /*previous*/, const QString& current) {
   if (current.isEmpty() && clients_.contains(name)) EndClient(name);
 }
 
@@ -246,7 +247,7 @@ QVariantMap WeatherService::All(const Weather& object) const {
       const QString name = QString::fromUtf8(member.name.data(), static_cast<qsizetype>(member.name.size()));
       values.insert(name, ToVariant(object.Get(member.member)));
     } catch (const AutomationError&) {
-      // Who asks for everything gets what there is.
+      // GetAll returns what can be read.
     } catch (const RunTimeError&) {
       // The same.
     }

@@ -17,7 +17,7 @@ namespace orvalis {
 /// The automation object on the session bus, as docs/dbus.md describes it. Each client has a `Weather` of its own from
 /// its first call until it leaves the bus, however it leaves.
 ///
-/// Without a bus, or while another program has the name, it says so once and tries again each minute.
+/// Without a bus, or while another program owns the name, it reports that once and retries every minute.
 class WeatherService : public QDBusVirtualObject, public WeatherServer {
   Q_OBJECT
  public:

@@ -98,8 +98,8 @@ class ComServer::Factory final : public IClassFactory {
 
   void Forget(WeatherObject* object) {
     std::erase(objects_, object);
-    // The program is about to end with its last client: who comes now gets a program of his own, and who holds the
-    // class already is told that it stops.
+    // The program is about to end with its last client: a new client gets a new program, and one that
+    // already holds the class gets an error.
     if (objects_.empty() && parts_.ends_with_last_client) {
       Withdraw();
       closed_ = true;

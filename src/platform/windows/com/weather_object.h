@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-// Behind the types of windows.h.
+// After windows.h, whose types they use.
 #include <oleauto.h>
 
 #include <functional>

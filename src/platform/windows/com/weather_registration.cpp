@@ -227,7 +227,7 @@ void RegisterInFront(const Scope& scope) {
     // The system's call for one user's type library is not known to leave that of all users alone everywhere.
     RemoveKeys(kScopes[1]);
   } catch (const RunTimeError&) {
-    // The registration for all stands, and this user perhaps never had one.
+    // The registration for all users is valid, and this user may never have had one.
   }
 }
 

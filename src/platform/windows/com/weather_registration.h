@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-// Behind the types of windows.h.
+// After windows.h, whose types they use.
 #include <oleauto.h>
 
 #include <optional>
@@ -21,7 +21,7 @@ constexpr unsigned kEventNumber = 1;
 /// The exit code when the command line ("/RegServer", "/UnregServer", with a minus sign too) asks to make this
 /// executable known as the server of the class, or to make it forgotten; otherwise nothing. For all users where that is
 /// allowed, otherwise for this one; where it is, this user's own registration of before goes, because it would stand in
-/// front. A failure is said on standard error and leaves nothing half done.
+/// front. A failure is reported on standard error and undone.
 [[nodiscard]] std::optional<int> RunRegistration(const std::vector<std::string>& arguments);
 
 }  // namespace orvalis
