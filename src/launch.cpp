@@ -12,8 +12,8 @@
 #include <variant>
 #include <vector>
 
-#include "base/clock.h"
 #include "app/profile_command.h"
+#include "base/clock.h"
 #include "config/settings_store.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
