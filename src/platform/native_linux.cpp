@@ -49,9 +49,10 @@ bool OutputsAreSame() {
          out.st_ino == error.st_ino;
 }
 
-// A terminal's processes are in jobs here, and who starts one in the background keeps it.
+// What a program writes to standard error is in the journal.
 void WriteSystemLog(const std::string& /*text*/) {}
 
+// Shells keep background jobs running, so there is nothing to do.
 void DetachConsole() {}
 
 std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder) {

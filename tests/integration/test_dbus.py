@@ -146,8 +146,8 @@ class StartedByAPerson(BusCase):
         self.assertEqual(client.ask("get Safe"), "Safe = true")
         # The first answer after a sleep: no tick has come, and no frame.
         program.process.send_signal(signal.SIGSTOP)
-        time.sleep(11)
         client.send("get Safe")
+        time.sleep(11)
         program.process.send_signal(signal.SIGCONT)
         self.assertEqual(client.line(lambda line: True), "Safe = false")
         self.wait_until(lambda: client.ask("get Safe") == "Safe = true", "it is not safe again")
