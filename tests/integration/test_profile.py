@@ -108,17 +108,25 @@ class ProfileStore(Case):
             with open(self.file, "wb") as file:
                 file.write(data)
 
-        def make_folder():
+        def cut_behind(text):
+            with open(self.file, "rb") as file:
+                data = file.read()
+            write(data[:data.index(text) + len(text)])
+
+        def put_there(make):
             os.unlink(self.file)
-            os.mkdir(self.file)
+            make(self.file)
 
         self.set("RainThreshold", "200")
+        self.set("WindsAvgCnt", "15")
         with open(self.file, "rb") as file:
             whole = file.read()
         destroy = {"empty": lambda: write(b""), "zeros": lambda: write(bytes(len(whole))),
                    "garbage": lambda: write(random.Random(3).randbytes(2000)), "cut": lambda: write(whole[:1500]),
-                   "no stamp": lambda: write(whole.replace(b"RegVer=2.18\n", b"")), "a folder": make_folder,
-                   "gone": lambda: os.unlink(self.file)}
+                   "cut in the stamp": lambda: cut_behind(b"RegVer=2.1"),
+                   "cut in the last value": lambda: cut_behind(b"WindsAvgCnt=1"),
+                   "no stamp": lambda: write(whole.replace(b"RegVer=2.18\n", b"")),
+                   "a folder": lambda: put_there(os.mkdir), "a pipe": lambda: put_there(os.mkfifo), "gone": lambda: os.unlink(self.file)}
         for name, act in destroy.items():
             act()
             yield name

@@ -57,6 +57,18 @@ ProfileValues AsTexts(const std::map<QString, QString>& values) {
   return texts;
 }
 
+/// Whether the file ends in the middle of a line of the copy: that may leave every key, or "2.1" of the stamp "2.18".
+bool IsCutShort(const QString& path, const QString& copy_path) {
+  QFile file(path);
+  QFile copy(copy_path);
+  if (!file.open(QFile::ReadOnly) || !copy.open(QFile::ReadOnly)) return false;
+  const QByteArray text = file.readAll();
+  const QByteArray last = text.mid(text.lastIndexOf('\n'));
+  const QByteArray whole = copy.readAll();
+  // An editor may leave the last line without its end.
+  return last.size() > 1 && whole.contains(last) && !whole.contains(last + '\n');
+}
+
 }  // namespace
 
 IniProfile::IniProfile(const QString& folder)
@@ -120,8 +132,11 @@ std::string IniProfile::Fault(const StoreRules& rules) {
     return first_start ? "" : "is gone";
   }
   if (!safe_file::MayRead(path_)) return "cannot be read: " + safe_file::ErrorText(safe_file::LastError());
+  if (!QFileInfo(path_).isFile()) return "is not a file";  // reading a pipe would never end
   const std::optional<Values> values = ReadFile(path_);
-  return values ? rules.fault(AsTexts(*values)) : "is not an INI file";
+  if (!values) return "is not an INI file";
+  std::string fault = rules.fault(AsTexts(*values));
+  return fault.empty() && IsCutShort(path_, copy_path_) ? "is cut short" : fault;
 }
 
 bool IniProfile::KeepSafe(const StoreRules& rules) {
