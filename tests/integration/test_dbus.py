@@ -147,6 +147,8 @@ class StartedByAPerson(BusCase):
         # The first answer after a sleep: no frame has come, because the unit sleeps as well.
         for process in (program, unit):
             process.process.send_signal(signal.SIGSTOP)
+            with open("/proc/%d/status" % process.process.pid, encoding="utf-8") as status:
+                self.wait_until(lambda: status.seek(0) == 0 and "\nState:\tT" in status.read(), "it stands still")
         client.send("get Safe")
         time.sleep(11)
         program.process.send_signal(signal.SIGCONT)
