@@ -144,12 +144,16 @@ class StartedByAPerson(BusCase):
         self.call_setup()
         time.sleep(13)
         self.assertEqual(client.ask("get Safe"), "Safe = true")
-        # The first answer after a sleep: no tick has come, and no frame.
-        program.process.send_signal(signal.SIGSTOP)
+        # The first answer after a sleep: no frame has come, because the unit sleeps as well.
+        for process in (program, unit):
+            process.process.send_signal(signal.SIGSTOP)
+            with open("/proc/%d/status" % process.process.pid, encoding="utf-8") as status:
+                self.wait_until(lambda: status.seek(0) == 0 and "\nState:\tT" in status.read(), "it stands still")
         client.send("get Safe")
         time.sleep(11)
         program.process.send_signal(signal.SIGCONT)
         self.assertEqual(client.line(lambda line: True), "Safe = false")
+        unit.process.send_signal(signal.SIGCONT)
         self.wait_until(lambda: client.ask("get Safe") == "Safe = true", "it is not safe again")
         unit.process.send_signal(signal.SIGSTOP)
         self.wait_until(lambda: client.ask("get Safe") == "Safe = false", "the silence was not noticed")
