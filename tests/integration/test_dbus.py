@@ -100,7 +100,7 @@ class StartedByAPerson(BusCase):
             self.assertIn("org.orvalis.Weather.Error.NotImplemented:  is not implemented by this Orvalis server.",
                           self.gdbus(PROPERTIES + ".Get", SERVICE, name))
         self.assertEqual(self.gdbus(SERVICE + ".Halt"), "()")
-        self.assertIn("Error.RunTime: There is no setup dialog", self.gdbus(SERVICE + ".SetupDialog"))
+        self.assertIn("Error.RunTime: No setup dialog", self.gdbus(SERVICE + ".SetupDialog"))
 
         wrong = [((PROPERTIES + ".Get", SERVICE, "Pressure"), "UnknownProperty"),
                  ((PROPERTIES + ".Get", "org.nobody", "Safe"), "UnknownInterface"),
@@ -119,10 +119,10 @@ class StartedByAPerson(BusCase):
         self.wait_until(self.owner, "the name has an owner")
         self.bus.kill()
         os.remove(self.folder + "/bus")
-        self.event(program, "no program can read the weather over D-Bus")
+        self.event(program, "clients cannot use the D-Bus interface")
         self.reading(program)
         self.start_bus()
-        self.event(program, "programs can read the weather over D-Bus again", patience=2 * PATIENCE)
+        self.event(program, "clients can use the D-Bus interface again", patience=2 * PATIENCE)
         self.assertEqual(self.client().ask("get Name"), "Name = Orvalis")
 
     def test_keeps_its_link_and_stays_when_clients_go(self):

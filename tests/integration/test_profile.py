@@ -156,7 +156,7 @@ class ProfileStore(Case):
         program = Process(["sh", "-c", 'trap "" XFSZ; ulimit -f 0; exec "$0" --headless --json --demo',
                            BIN + "/orvalis"], env=self.env)
         self.addCleanup(program.kill)
-        self.assertIn("not on the disk yet", self.event(program, "The settings were destroyed")["event"])
+        self.assertIn("not been saved to disk yet", self.event(program, "The settings were destroyed")["event"])
         self.reading(program)
         program.stop()
         self.assertEqual(os.path.getsize(self.file), 0, "what was destroyed is not lost before it is replaced")
