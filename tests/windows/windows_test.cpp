@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QDate>
 #include <QElapsedTimer>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QUrl>
 #include <QWidget>
@@ -294,23 +295,18 @@ class Painted : public QWidget {
     move(0, 0);
     show();
     QCoreApplication::processEvents(QEventLoop::AllEvents, 500);
-    HWND const window = Window();
-    HDC const context = GetDC(window);
-    const struct {
-      RECT edges;
-      COLORREF colour;
-    } rows[] = {{{0, 0, 50, 25}, RGB(255, 0, 0)},
-                {{50, 0, 101, 25}, RGB(0, 255, 0)},
-                {{0, 25, 50, 50}, RGB(0, 0, 255)},
-                {{50, 25, 101, 50}, RGB(17, 34, 51)}};
-    for (const auto& row : rows) {
-      HBRUSH const brush = CreateSolidBrush(row.colour);
-      FillRect(context, &row.edges, brush);
-      DeleteObject(brush);
-    }
-    ReleaseDC(window, context);
+    repaint();
   }
   [[nodiscard]] HWND Window() const { return reinterpret_cast<HWND>(winId()); }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    painter.fillRect(0, 0, 50, 25, QColor(255, 0, 0));
+    painter.fillRect(50, 0, 51, 25, QColor(0, 255, 0));
+    painter.fillRect(0, 25, 50, 25, QColor(0, 0, 255));
+    painter.fillRect(50, 25, 51, 25, QColor(17, 34, 51));
+  }
 };
 
 using CaptureTest = WindowsTest;

@@ -149,7 +149,13 @@ std::string Usage(bool has_windows, const ServiceUsage& service) {
     usage += " [--port PORT | --demo] [--profile DIR] [--picture FILE]\n       " + program + " --headless";
   }
   usage += " [--json] [--port PORT | --demo] [--profile DIR]\n";
-  for (const std::string& synopsis : service.synopsis) usage += "       " + program + ' ' + synopsis + '\n';
+  for (const std::string& synopsis : service.synopsis) {
+    usage += "       ";
+    usage += program;
+    usage += ' ';
+    usage += synopsis;
+    usage += '\n';
+  }
   usage += "       " + program + " profile list|get KEY|set KEY VALUE|acknowledge [--subkey NAME] [--profile DIR]\n";
   usage += "       " + program + " --version | --help\n\n" + service.options;
   if (has_windows) {

@@ -109,6 +109,7 @@ frmFormSubmit::frmFormSubmit(WebPublisher& publisher, std::function<QPixmap()> g
 }
 
 frmFormSubmit::~frmFormSubmit() {
+  for (QLineEdit* text : texts_) text->disconnect(this);  // they lose the focus, and say so, after this object has gone
   publisher_.boxes().OnChanged({});
   publisher_.readings().SetMessageBoxes(nullptr);
   publisher_.webcam().SetPicture(nullptr);
