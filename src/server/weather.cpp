@@ -159,12 +159,12 @@ const Row& RowOf(WeatherMember member) { return kRows[static_cast<std::size_t>(m
 }  // namespace
 
 std::span<const WeatherMemberInfo> WeatherMembers() {
-  static const auto kInfos = [] {
+  static const auto members = [] {
     std::array<WeatherMemberInfo, kRows.size()> infos{};
     for (std::size_t i = 0; i < kRows.size(); ++i) infos[i] = kRows[i].info;
     return infos;
   }();
-  return kInfos;
+  return members;
 }
 
 Weather::Weather(const Parts& parts) : parts_(parts) {

@@ -95,8 +95,8 @@ void CurlFtpSender::Mailbox::Close() {
 void CurlFtpSender::Send(const FtpUpload& upload, Done done) {
   Abandon();
   // Before there is a second thread; safe to do more than once.
-  static const CURLcode kReady = curl_global_init(CURL_GLOBAL_DEFAULT);
-  if (kReady != CURLE_OK) throw RunTimeError(RunTimeError::kDeviceUnavailable, curl_easy_strerror(kReady));
+  static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
+  if (ready != CURLE_OK) throw RunTimeError(RunTimeError::kDeviceUnavailable, curl_easy_strerror(ready));
   QFile file(QString::fromStdString(upload.path));
   if (!file.open(QIODevice::ReadOnly)) {
     throw RunTimeError(RunTimeError::kFileNotFound,
