@@ -49,7 +49,7 @@ void Mask(int how) {
 void HoldBack(int /*argc*/, char** /*argv*/, char** /*environment*/) { Mask(SIG_BLOCK); }
 
 // The system calls this before it prepares the libraries, which takes most of the time until `main`.
-[[gnu::section(".preinit_array"), gnu::used]] void (*const g_hold_back)(int, char**, char**) = HoldBack;
+[[gnu::section(".preinit_array"), gnu::used]] void (*const kHoldBack)(int, char**, char**) = HoldBack;
 
 }  // namespace
 
