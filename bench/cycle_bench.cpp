@@ -6,12 +6,12 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/event_list.h"
 #include "base/task.h"
-#include "panel/panel_model.h"
 #include "platform/linux/qt_serial_port.h"
 #include "platform/qt/ini_profile.h"
 #include "platform/qt/qt_clock.h"
@@ -40,17 +40,17 @@ int Run(const char* port_name, int count) {
   QtSerialPort port;
   IniProfile profile("/nonexistent");
   SettingsStore store(profile, "", {});
-  PanelModel panel;
+  std::string status;
   EventList events(clock);
   UnitOptions options;
-  SensorLink link({.port = port, .loop = loop, .store = store, .panel = panel, .events = events, .options = options},
+  SensorLink link({.port = port, .loop = loop, .store = store, .status = status, .events = events, .options = options},
                   port_name);
   std::vector<double> milliseconds;
   Job job;
   job.Start(Measure(link, count, milliseconds), [](const std::exception_ptr&) { QCoreApplication::quit(); });
   QCoreApplication::exec();
   if (milliseconds.empty()) {
-    std::fprintf(stderr, "no frame: %s\n", panel.status.c_str());
+    std::fprintf(stderr, "no frame: %s\n", status.c_str());
     return 1;
   }
   std::sort(milliseconds.begin(), milliseconds.end());
