@@ -5,7 +5,7 @@ set -euo pipefail
 
 declare -A packages=(
   [build]="cmake g++ make ninja-build qt6-base-dev qt6-multimedia-dev qt6-serialport-dev libgl-dev libcurl4-openssl-dev
-    libqcustomplot-dev libsqlite3-dev cmark-gfm"
+    libqcustomplot-dev libsqlite3-dev libboost1.81-dev nlohmann-json3-dev cmark-gfm"
   [test]="libgtest-dev libgmock-dev libbenchmark-dev python3 xvfb xauth imagemagick xdotool
     libsystemd-dev pkg-config dbus-daemon libglib2.0-bin systemd vsftpd"
   [package]="dpkg-dev file"
