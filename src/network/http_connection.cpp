@@ -69,9 +69,12 @@ void HttpConnection::Received(std::string_view bytes) {
 
 void HttpConnection::Sent() {
   if (state_ != State::kOpen || !held_up_) return;
-  held_up_ = false;
-  input_.erase(0, TakeRequests(input_));
-  Flush();
+  // What is sent from here may be taken at once, without another call.
+  while (state_ == State::kOpen && held_up_ && socket_->unsent() == 0) {
+    held_up_ = false;
+    input_.erase(0, TakeRequests(input_));
+    Flush();
+  }
   if (!held_up_) socket_->SetReading(true);
 }
 

@@ -14,10 +14,10 @@ namespace orvalis::network {
 struct Resource {
   using Handler = std::function<HttpResponse(const HttpRequest& request)>;
 
-  std::string path;  ///< in full, or, ending in "*", the beginning of those that no other resource has
-  Handler get;       ///< none: cannot be read
-  Handler put;       ///< none: cannot be written
-  std::string help;  ///< for a person, one line; "" keeps it out of the list
+  std::string path;       ///< in full, or, ending in "*", the beginning of those that no other resource has
+  Handler get = {};       ///< none: cannot be read
+  Handler put = {};       ///< none: cannot be written
+  std::string help = {};  ///< for a person, one line; "" keeps it out of the list
   /// Pages of the origin that the settings name may read it.
   bool shared = false;
 };
