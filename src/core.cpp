@@ -77,6 +77,17 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
             line.port),
       connector_(link_, boundary_),
       reconnect_({.link = link_, .connector = connector_, .events = events_, .clock = clock_}),
+      observer_({.loop = loop_,
+                 .clock = clock_,
+                 .store = store_,
+                 .settings = settings_,
+                 .link = link_,
+                 .options = options_,
+                 .settings_loss = settings_loss_,
+                 .boundary = boundary_,
+                 .demo_mode = [this] { return poll_.InDemoMode(); }}),
+      verdict_log_([this](const std::string& text) { Report(text); }),
+      verdict_records_({.clock = clock_, .settings = settings_, .events = events_, .log = verdict_log_}),
       ftp_(native::MakeFtpSender()),
       commands_(native::MakeCommandStarter()),
       publisher_({.store = store_,
@@ -104,6 +115,7 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
              .boundary = boundary_,
              .alerts = alerts_,
              .logs = logs_,
+             .observer = observer_,
              .locale = store_.locale(),
              .demo_override = line.demo,
              .uploads = {&publisher_.webcam_schedule(), &publisher_.readings_schedule()},
@@ -128,6 +140,7 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
           reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
           poll_.CheckStaleness();
         });
+        boundary_.RunToEnd("judging whether it is safe", [this] { observer_.Update(); });
       }),
       error_log_(events_, [this](const std::string& text) { error_output_.Write("orvalis: " + text); }),
       weather_parts_{.flags = flags_,
@@ -154,6 +167,7 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                                          .record = [this](const std::string& text) { events_.Record(text); },
                                          .ends_with_last_client = line.automation})) {
   error_log_.Open(PathFromText(ProgramFolder()));
+  observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
   if (line_.headless && line_.automation) {
     events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
@@ -179,6 +193,7 @@ Core::Parts Core::parts() {
           .connector = connector_,
           .publisher = publisher_,
           .poll = poll_,
+          .observer = observer_,
           .history = history_,
           .switches = switches_,
           .leftovers = leftovers_,
@@ -191,6 +206,8 @@ int Core::Run(Front* front) {
   front_ = front;
   StartUp(front);
   settings_loss_.Watch();
+  verdict_log_.Open(PathFromText(ProgramFolder()));
+  observer_.Update();
   publisher_.Load();
   if (front_ != nullptr) front_->ShowSettings();
   ServeClients();
@@ -225,6 +242,7 @@ void Core::StartUp(Front* front) {
 void Core::ShutDown() noexcept {
   if (!startup_) return;
   setup_timer_.SetEnabled(false);
+  boundary_.RunToEnd("giving the last verdict", [this] { observer_.Stop(); });
   startup_->Shutdown();  // first: the link is closed and the panel's place kept, whatever the history's disk does
   history_.Flush();
 }
@@ -253,6 +271,11 @@ std::vector<SerialPortEntry> Core::ListPorts() {
   return WithConnected(native::ListSerialPorts(), store_.Get(*FindSettingKey("COM Port")), port_->Port(), is_connected);
 }
 
+void Core::Announce(const Observation& now, const Observer::News& news) {
+  verdict_records_.Note(now, news);
+  if (!now.verdict.safe) poll_.KeepRecord(news.verdict);
+}
+
 void Core::Report(const std::string& text) {
   panel_.status = text;
   events_.Record(text);
@@ -260,10 +283,14 @@ void Core::Report(const std::string& text) {
 
 void Core::PrintReadings() {
   poll_.Listen([this](const SensorFrame& frame) {
-    const Reading reading{
-        .time = clock_.LocalNow(), .weather = weather_, .frame = frame, .connected = link_.Connected()};
+    const Reading reading{.time = clock_.LocalNow(), .weather = weather_, .frame = frame, .now = observer_.Now()};
     output_.Write(line_.json ? ReadingJson(reading) : ReadingText(reading));
   });
+  if (line_.json) {
+    observer_.Listen([this](const Observation& now, const Observer::News& news) {
+      if (news.reasons) output_.Write(VerdictJson(clock_.LocalNow(), now));
+    });
+  }
   const bool on_both = !native::OutputsAreSame();
   events_.Listen([this, on_both](const Event& event) {
     output_.Write(line_.json ? EventJson(event) : EventText(event));

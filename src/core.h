@@ -11,12 +11,14 @@
 
 #include "app/alerts.h"
 #include "app/leftovers.h"
+#include "app/observer.h"
 #include "app/panel_window.h"
 #include "app/poll_cycle.h"
 #include "app/program_flags.h"
 #include "app/settings_loss.h"
 #include "app/setup_routine.h"
 #include "app/startup.h"
+#include "app/verdict_records.h"
 #include "base/error_boundary.h"
 #include "base/event_list.h"
 #include "config/settings.h"
@@ -24,6 +26,7 @@
 #include "history/history_recorder.h"
 #include "logs/error_log.h"
 #include "logs/log_writer.h"
+#include "logs/verdict_log.h"
 #include "panel/panel_model.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
@@ -93,6 +96,7 @@ class Core {
     Connector& connector;
     WebPublisher& publisher;
     PollCycle& poll;
+    Observer& observer;
     HistoryRecorder& history;
     ImmediateSwitches& switches;
     Leftovers& leftovers;
@@ -141,6 +145,8 @@ class Core {
   void StartUp(Front* front);
   /// A second has passed.
   void Poll();
+  /// What follows from an update of the observation.
+  void Announce(const Observation& now, const Observer::News& news);
   /// Shows what goes wrong in the background where a person looks.
   void Report(const std::string& text);
   /// A line for each working cycle and each event on standard output; messages on standard error.
@@ -172,6 +178,9 @@ class Core {
   SensorLink link_;
   Connector connector_;
   AutoReconnect reconnect_;
+  Observer observer_;
+  VerdictLog verdict_log_;
+  VerdictRecords verdict_records_;
   QtHttpSocket http_;
   std::unique_ptr<FtpSender> ftp_;
   std::unique_ptr<CommandStarter> commands_;

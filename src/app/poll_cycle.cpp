@@ -29,6 +29,7 @@ void PollCycle::Poll() {
   cycle_.Start(WorkingCycle(), [this](const std::exception_ptr& error) {
     if (!error) return;
     parts_.boundary.Report(kPolling, error);
+    if (last_frame_unusable_) Observe(false);
     CheckStaleness();  // the verdict of an unusable frame expires with the last usable one
   });
 }
@@ -36,13 +37,14 @@ void PollCycle::Poll() {
 Task<> PollCycle::WorkingCycle() {
   ++sample_count_;
   WithdrawDemoVerdict();
-  const Source source = co_await NextFrame();
-  if (source == Source::kNone) co_return;
+  const ReadingSource source = co_await NextFrame();
+  if (source == ReadingSource::kNone) co_return;
   ResetAfterGap(source);
   ReadSwitches();
   ReadRainLightAndWind();
   Convert();
   ShowFresh();
+  Observe(true);
   parts_.alerts.Check(Alerts::Kind::kCloud, parts_.settings, parts_.weather);
   if (parts_.draw) parts_.draw();
   StartUploads();
@@ -51,10 +53,10 @@ Task<> PollCycle::WorkingCycle() {
   parts_.boundary.Succeeded(kPolling);
 }
 
-Task<PollCycle::Source> PollCycle::NextFrame() {
+Task<ReadingSource> PollCycle::NextFrame() {
   if (InDemoMode()) {
     frame_ = demo_.Next(counters_.demo_line);
-    co_return Source::kDemo;
+    co_return ReadingSource::kDemo;
   }
   counters_.demo_line.Reset();
   // A unit that was switched off may answer again at any moment, so requests are repeated without limit.
@@ -63,31 +65,24 @@ Task<PollCycle::Source> PollCycle::NextFrame() {
     co_await parts_.link.PushSettings(parts_.settings);
     if (!parts_.link.Ready() || InDemoMode()) break;
     const SensorLink::FrameResult result = co_await parts_.link.RequestFrame(frame_);
-    if (result == SensorLink::FrameResult::kComplete) co_return Source::kUnit;
+    if (result == SensorLink::FrameResult::kComplete) co_return ReadingSource::kUnit;
     if (result == SensorLink::FrameResult::kEnded) break;
   }
-  co_return Source::kNone;
+  co_return ReadingSource::kNone;
 }
 
 void PollCycle::WithdrawDemoVerdict() {
-  if (InDemoMode() || source_ != Source::kDemo) return;
-  source_ = Source::kNone;
+  if (InDemoMode() || source_ != ReadingSource::kDemo) return;
+  source_ = ReadingSource::kNone;
   WithdrawVerdict();
 }
 
 void PollCycle::WithdrawVerdict() {
-  const bool was_safe = parts_.weather.unsafe_indicator == 0;
   parts_.weather.unsafe_indicator = WeatherState::kNoVerdict;
   parts_.panel.safe.reset();
-  if (!was_safe || !parts_.panel.fresh_at) return;
-  parts_.logs.Withdraw({.time = *parts_.panel.fresh_at,
-                        .weather = parts_.weather,
-                        .frame = frame_,
-                        .seconds_since_frame = seconds_since_frame()},
-                       parts_.settings);
 }
 
-void PollCycle::ResetAfterGap(Source source) {
+void PollCycle::ResetAfterGap(ReadingSource source) {
   // Averages mixed from old or demo values and current readings would look fresh and be wrong. The clock is checked
   // too: the machine may have slept since the last tick.
   const bool on_time = parts_.loop.TickCount() - last_frame_tick_ < kFreshForMs;
@@ -99,7 +94,7 @@ void PollCycle::ResetAfterGap(Source source) {
 }
 
 void PollCycle::ReadSwitches() {
-  parts_.weather.from_demo = source_ == Source::kDemo;
+  parts_.weather.from_demo = source_ == ReadingSource::kDemo;
   FrameInterpreter::ReadSwitches(frame_, parts_.weather);
   parts_.panel.safe = parts_.weather.unsafe_indicator == 0;
   parts_.alerts.Check(Alerts::Kind::kRelay, parts_.settings, parts_.weather);
@@ -142,6 +137,10 @@ void PollCycle::ShowFresh() {
   parts_.panel.fresh_at = parts_.clock.LocalNow();
 }
 
+void PollCycle::Observe(bool usable) {
+  parts_.observer.Take({.frame = frame_, .weather = parts_.weather, .source = source_, .usable = usable});
+}
+
 void PollCycle::StartUploads() {
   for (UploadSchedule* upload : parts_.uploads) {
     if (upload != nullptr) upload->Work(parts_.boundary);
@@ -152,8 +151,19 @@ void PollCycle::WriteLogs() {
   parts_.logs.Write({.time = parts_.clock.LocalNow(),
                      .weather = parts_.weather,
                      .frame = frame_,
-                     .seconds_since_frame = seconds_since_frame()},
+                     .seconds_since_frame = seconds_since_frame(),
+                     .safe = parts_.observer.Now().verdict.safe},
                     parts_.settings, parts_.loop.TickCount());
+}
+
+void PollCycle::KeepRecord(bool at_once) {
+  parts_.logs.WriteBetweenFrames({.time = parts_.clock.LocalNow(),
+                                  .weather = parts_.weather,
+                                  .frame = frame_,
+                                  .seconds_since_frame = seconds_since_frame(),
+                                  .safe = parts_.observer.Now().verdict.safe,
+                                  .current = false},
+                                 parts_.settings, parts_.loop.TickCount(), at_once);
 }
 
 void PollCycle::RaiseCounters() {

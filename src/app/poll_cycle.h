@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/alerts.h"
+#include "app/observer.h"
 #include "base/clock.h"
 #include "base/error_boundary.h"
 #include "base/event_list.h"
@@ -41,6 +42,7 @@ class PollCycle {
     ErrorBoundary& boundary;
     Alerts& alerts;
     LogWriter& logs;
+    Observer& observer;
     NumberLocale locale;
     bool demo_override = false;                ///< demo mode for this run, regardless of the setting
     std::array<UploadSchedule*, 2> uploads{};  ///< in starting order; may be null
@@ -59,6 +61,9 @@ class PollCycle {
   /// call it also before serving the verdict at any other time, because there may have been no tick for hours.
   void CheckStaleness();
 
+  /// Keeps the one-line log going while no frames come; `at_once` also right after a record.
+  void KeepRecord(bool at_once);
+
   void Listen(Listener listener) { listeners_.push_back(std::move(listener)); }
 
   [[nodiscard]] bool InDemoMode() const { return parts_.demo_override || parts_.settings.DemoMode == 1; }
@@ -76,11 +81,9 @@ class PollCycle {
     TickCounter since_frame;
   };
 
-  enum class Source { kNone, kUnit, kDemo };
-
   Task<> WorkingCycle();
   /// Fetches the frame of this cycle into `frame_` and returns its source.
-  Task<Source> NextFrame();
+  Task<ReadingSource> NextFrame();
   /// After demo mode: demo values say nothing about the sky.
   void WithdrawDemoVerdict();
   /// Makes the verdict unknown, and so unsafe.
@@ -88,7 +91,7 @@ class PollCycle {
   /// Shows a notice while the averaging count is invalid.
   void CheckAveragingCount();
   /// Resets averages and gusts when this frame does not continue the earlier ones.
-  void ResetAfterGap(Source source);
+  void ResetAfterGap(ReadingSource source);
   /// The verdict and the relay's alert, before anything that can fail.
   void ReadSwitches();
   /// Rain, light and wind, with their alerts: every reading of these is valid.
@@ -96,6 +99,8 @@ class PollCycle {
   /// The temperatures and the values derived from them.
   void Convert();
   void ShowFresh();
+  /// Gives the frame to whoever judges whether it is safe.
+  void Observe(bool usable);
   void StartUploads();
   void WriteLogs();
   void RaiseCounters();
@@ -112,7 +117,7 @@ class PollCycle {
   std::optional<std::int64_t> fresh_again_since_;  ///< TickCount of the first frame after a reported silence
   bool any_frame_ = false;                         ///< since the start
   SensorFrame frame_;
-  Source source_ = Source::kNone;  ///< of the last frame
+  ReadingSource source_ = ReadingSource::kNone;  ///< of the last frame
   DemoFeed demo_;
   FrameInterpreter interpreter_;
   Job cycle_;

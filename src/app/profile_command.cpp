@@ -13,14 +13,12 @@ namespace {
 std::string EffectiveText(const SettingKey& key, const SettingsStore& store) {
   if (key.default_text && !store.HasCurrentLayout()) return DefaultText(key, store.program_folder(), store.locale());
   std::string text = store.Get(key);
-  if (key.name == kPortKey && text.empty()) text = kDefaultPort;
-  return text;
+  return key.default_text || !text.empty() ? text : std::string(key.when_absent);
 }
 
 void List(const SettingsStore& store, std::ostream& out) {
   for (const SettingKey& key : SettingKeys()) {
-    if (!key.subkey.empty()) out << key.subkey << '/';
-    out << key.name << " = ";
+    out << PathOf(key) << " = ";
     const std::string text = EffectiveText(key, store);
     const bool secret = key.name == kPasswordKey && !text.empty() && text != key.default_text;
     out << (secret ? "(hidden; \"orvalis profile get\" shows it)" : text) << '\n';
@@ -81,7 +79,8 @@ int RunProfileCommand(const ProfileCommand& command, SettingsStore& store, std::
       List(store, out);
       return 0;
     }
-    const SettingKey* key = FindSettingKey(command.key);
+    const bool in_subkey = command.subkey && !command.subkey->empty();
+    const SettingKey* key = FindSettingKey(in_subkey ? *command.subkey + "/" + command.key : command.key);
     if (key == nullptr || (command.subkey && *command.subkey != key->subkey)) {
       error << "orvalis: there is no setting \"" << command.key << '"';
       if (command.subkey) error << " under the subkey \"" << *command.subkey << '"';

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <string_view>
+#include <vector>
 
 #include "base/text.h"
+#include "verdict/explanation.h"
 
 namespace orvalis {
 namespace {
@@ -44,6 +46,11 @@ class JsonObject {
     }
     return Raw(name, text + '"');
   }
+  JsonObject& Texts(std::string_view name, const std::vector<std::string_view>& values) {
+    std::string list;
+    for (const std::string_view value : values) list += (list.empty() ? "" : ",") + Quoted(value);
+    return Raw(name, "[" + list + "]");
+  }
   JsonObject& Boolean(std::string_view name, bool value) { return Raw(name, value ? "true" : "false"); }
   JsonObject& Number(std::string_view name, double value, bool known = true) {
     constexpr int kDecimals = 3;
@@ -64,6 +71,12 @@ class JsonObject {
   std::string fields_;
 };
 
+std::vector<std::string_view> NamesOf(const SafetyVerdict& verdict) {
+  std::vector<std::string_view> names;
+  verdict.reasons.ForEach([&](Reason reason) { names.push_back(Name(reason)); });
+  return names;
+}
+
 }  // namespace
 
 std::string ReadingText(const Reading& reading) {
@@ -77,7 +90,8 @@ std::string ReadingText(const Reading& reading) {
     line += label;
     line += value;
   };
-  add("", w.unsafe_indicator == 0 ? "safe" : "UNSAFE");
+  const SafetyVerdict& verdict = reading.now.verdict;
+  add("", verdict.safe ? "safe" : "UNSAFE (" + ReasonNames(verdict) + ")");
   add("", w.ambient_known ? std::string(w.cloud.text) : "sky unknown");
   add("", std::string(w.wind_word.text));
   add("", std::string(w.rain_word.text));
@@ -102,7 +116,7 @@ std::string ReadingJson(const Reading& reading) {
   JsonObject object;
   object.Text("time", FormatIso8601(reading.time))
       .Text("source", w.from_demo ? "demo" : "unit")
-      .Boolean("connected", reading.connected)
+      .Boolean("connected", reading.now.connected)
       .Text("frame", reading.frame.text())
       .Number("ambient_c", w.ambient_celsius, w.ambient_known)
       .Number("body_c", w.body_celsius, w.body_known)
@@ -123,8 +137,21 @@ std::string ReadingJson(const Reading& reading) {
       .Text("light_word", w.light_word.text)
       .Text("heater", w.heater.text)
       .Text("relay", w.relay.text)
-      .Boolean("unsafe", w.unsafe_indicator != 0);
+      .Boolean("safe", reading.now.verdict.safe)
+      .Texts("reasons", NamesOf(reading.now.verdict))
+      .Number("age_s", reading.now.AgeSeconds(), reading.now.age.has_value())
+      .Boolean("unit_unsafe", w.unsafe_indicator != 0)
+      .Boolean("unsafe", !reading.now.verdict.safe);
   return object.Finish();
+}
+
+std::string VerdictJson(const CivilTime& time, const Observation& now) {
+  return JsonObject()
+      .Text("time", FormatIso8601(time))
+      .Text("verdict", now.verdict.safe ? "safe" : "unsafe")
+      .Texts("reasons", NamesOf(now.verdict))
+      .Utf8("explanation", Explain(now))
+      .Finish();
 }
 
 std::string EventText(const Event& event) { return FormatTimeOfDay(event.time) + "  " + event.text; }

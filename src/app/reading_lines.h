@@ -6,6 +6,7 @@
 #include "base/event_list.h"
 #include "reading/sensor_frame.h"
 #include "reading/weather_state.h"
+#include "verdict/observation.h"
 
 namespace orvalis {
 
@@ -14,7 +15,7 @@ struct Reading {
   CivilTime time;
   const WeatherState& weather;
   const SensorFrame& frame;
-  bool connected = false;
+  const Observation& now;
 };
 
 // One line each, without a line end. Numbers always have a decimal point; an unknown temperature is "-" in the text and
@@ -22,6 +23,8 @@ struct Reading {
 
 [[nodiscard]] std::string ReadingText(const Reading& reading);
 [[nodiscard]] std::string ReadingJson(const Reading& reading);
+/// A change of the verdict.
+[[nodiscard]] std::string VerdictJson(const CivilTime& time, const Observation& now);
 [[nodiscard]] std::string EventText(const Event& event);
 [[nodiscard]] std::string EventJson(const Event& event);
 

@@ -20,6 +20,9 @@ class SettingsLoss {
 
   explicit SettingsLoss(const Parts& parts) : parts_(parts) {}
 
+  /// Whether there is a loss that nobody has acknowledged.
+  [[nodiscard]] bool IsOpen() const { return !notice_.empty(); }
+
   /// Call once a second: the notice may be acknowledged from outside. Throws RunTimeError when the store fails.
   void Watch();
   /// Throws RunTimeError when the store fails; the acknowledgement then holds for this run.

@@ -95,10 +95,18 @@ struct Settings {
   std::int32_t g_lWEBUpdate_interval_index = 0;
   std::int32_t AutoConnect = 0;  ///< 1: connect at start and reconnect automatically
 
-  // Outside the stamped layout: a store without them is complete, and they are 0.
-  std::int32_t NightTheme = 0;     ///< 1: the panel in red on black
-  std::int32_t KeepVerdict = 0;    ///< 1: keep the verdict of the last frame, however old
-  std::int32_t WebcamBuiltIn = 0;  ///< 1: send the panel's picture with the built-in FTP
+  // Outside the stamped layout: a store without them is complete, and they are at their defaults.
+  std::int32_t NightTheme = 0;        ///< 1: the panel in red on black
+  std::int32_t KeepVerdict = 0;       ///< 1: clients' `Safe` keeps the verdict of the last frame, however old
+  std::int32_t WebcamBuiltIn = 0;     ///< 1: send the panel's picture with the built-in FTP
+  std::int32_t SafeHoldSeconds = 10;  ///< 0 to 3600: time without a reason to be unsafe before it is safe
+  std::int32_t VerdictRain = 1;       ///< 1: "Damp" and "Rain" are unsafe, whatever the unit's alarms
+  std::int32_t VerdictWind = 0;       ///< 1: "Windy" is unsafe
+  std::int32_t VerdictClouds = 0;     ///< 1: "Cloudy" is unsafe
+  std::int32_t VerdictLight = 0;      ///< 1: "Day" is unsafe
+  std::int32_t DemoCanBeSafe = 0;     ///< 1: simulated values may be called safe, for trying clients out
+  std::int32_t ForceUnsafe = 0;       ///< 1: unsafe until a person releases it
+  std::int32_t VerdictLog = 1;        ///< 1: a line for each change of the verdict
 };
 
 }  // namespace orvalis

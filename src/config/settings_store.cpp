@@ -123,22 +123,17 @@ Settings SettingsStore::LoadSettings() {
   Settings settings;
   for (const SettingKey& key : SettingKeys()) {
     if (key.name == kLayoutKey || key.name == "Left" || key.name == "Top") continue;
-    // Keys added after the layout may be absent; their members keep their initial values.
-    if (!key.default_text && Get(key).empty()) continue;
-    if (key.name == "AutoConnect") {
-      // Stores of older layouts lack it, and garbage there does not mean "connect".
-      try {
-        LoadKey(key, settings);
-      } catch (const RunTimeError&) {
-        settings.AutoConnect = 0;
-        Write(key.name, settings);
-      }
-      continue;
+    try {
+      LoadKey(key, settings);
+    } catch (const RunTimeError&) {
+      if (!key.when_unreadable) throw;
+      SetFromText(key, *key.when_unreadable, locale_, settings);
+      if (key.default_text) Write(PathOf(key), settings);
     }
-    LoadKey(key, settings);
   }
   return settings;
 }
+
 
 std::string SettingsStore::Get(const SettingKey& key) const {
   return profile_.GetValue(kDriverId, key.name, key.subkey);
@@ -147,7 +142,8 @@ std::string SettingsStore::Get(const SettingKey& key) const {
 void SettingsStore::Load(std::string_view name, Settings& settings) const { LoadKey(Require(name), settings); }
 
 void SettingsStore::LoadKey(const SettingKey& key, Settings& settings) const {
-  const std::string text = Get(key);
+  std::string text = Get(key);
+  if (!key.default_text && text.empty()) text = key.when_absent;
   try {
     SetFromText(key, text, locale_, settings);
   } catch (const RunTimeError& error) {

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+
+#include "base/run_time_error.h"
 
 namespace orvalis {
 namespace {
@@ -12,7 +15,7 @@ constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
 
 // clang-format off
-constexpr std::array<SettingKey, 94> kKeys{{
+constexpr std::array<SettingKey, 102> kKeys{{
     {"RegVer", kRoot, KeyType::kText, kLayoutVersion, kStoreOnly},
     {"Absolute", kRoot, KeyType::kBoolean, "True", &Settings::Absolute},
     {"Synchronous", kRoot, KeyType::kBoolean, "False", &Settings::Synchronous},
@@ -96,17 +99,26 @@ constexpr std::array<SettingKey, 94> kKeys{{
     {"g_sOneLineLogPath", kRoot, KeyType::kText, kProgramFolder, &Settings::g_sOneLineLogPath},
     {"g_lPWSUpdate_interval_index", kRoot, KeyType::kInteger, "0", &Settings::g_lPWSUpdate_interval_index},
     {"g_lWEBUpdate_interval_index", kRoot, KeyType::kInteger, "3", &Settings::g_lWEBUpdate_interval_index},
-    {"AutoConnect", kRoot, KeyType::kInteger, "0", &Settings::AutoConnect},
-    {"COM Port", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
+    {"AutoConnect", kRoot, KeyType::kInteger, "0", &Settings::AutoConnect, {}, "0"},
+    {"COM Port", kRoot, KeyType::kText, kNoDefault, kStoreOnly, kDefaultPort},
     {"g_lPWSUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"g_lWEBUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"g_sPWSUpdate_interval_index", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"g_sPWSUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"g_sWEBUpdate_interval_index", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"g_sWEBUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
-    {"NightTheme", kRoot, KeyType::kInteger, kNoDefault, &Settings::NightTheme},
-    {"KeepVerdict", kRoot, KeyType::kInteger, kNoDefault, &Settings::KeepVerdict},
-    {"WebcamBuiltIn", kRoot, KeyType::kInteger, kNoDefault, &Settings::WebcamBuiltIn},
+    {"NightTheme", kRoot, KeyType::kInteger, kNoDefault, &Settings::NightTheme, "0"},
+    {"KeepVerdict", kRoot, KeyType::kInteger, kNoDefault, &Settings::KeepVerdict, "0", "0"},
+    {"WebcamBuiltIn", kRoot, KeyType::kInteger, kNoDefault, &Settings::WebcamBuiltIn, "0"},
+    // What is unreadable here must not open a roof.
+    {"SafeHoldSeconds", kRoot, KeyType::kInteger, kNoDefault, &Settings::SafeHoldSeconds, "10", "60", 0, 3600},
+    {"VerdictRain", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictRain, "1", "1"},
+    {"VerdictWind", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictWind, "0", "1"},
+    {"VerdictClouds", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictClouds, "0", "1"},
+    {"VerdictLight", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLight, "0", "1"},
+    {"DemoCanBeSafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::DemoCanBeSafe, "0", "0"},
+    {"ForceUnsafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::ForceUnsafe, "0", "1"},
+    {"VerdictLog", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLog, "1", "1"},
 }};
 // clang-format on
 
@@ -128,9 +140,17 @@ std::string_view Name(KeyType type) {
 
 std::span<const SettingKey> SettingKeys() { return kKeys; }
 
-const SettingKey* FindSettingKey(std::string_view name) {
-  const auto found = std::find_if(kKeys.begin(), kKeys.end(), [&](const SettingKey& key) { return key.name == name; });
-  return found == kKeys.end() ? nullptr : &*found;
+const SettingKey* FindSettingKey(std::string_view path) {
+  const auto is_called = [&](const SettingKey& key) { return key.name == path || PathOf(key) == path; };
+  const auto found = std::ranges::find_if(kKeys, is_called);
+  if (found == kKeys.end()) return nullptr;
+  const bool ambiguous = found->name == path && !found->subkey.empty() &&
+                         std::any_of(std::next(found), kKeys.end(), is_called);
+  return ambiguous ? nullptr : &*found;
+}
+
+std::string PathOf(const SettingKey& key) {
+  return key.subkey.empty() ? std::string(key.name) : std::string(key.subkey) + "/" + std::string(key.name);
 }
 
 std::string DefaultText(const SettingKey& key, std::string_view program_folder, NumberLocale locale) {
@@ -143,16 +163,24 @@ std::string DefaultText(const SettingKey& key, std::string_view program_folder, 
 
 void SetFromText(const SettingKey& key, std::string_view text, NumberLocale locale, Settings& settings) {
   struct Setter {
+    const SettingKey& key;
     std::string_view text;
     NumberLocale locale;
     Settings& settings;
     void operator()(std::monostate) const {}
     void operator()(bool Settings::*member) const { settings.*member = TextToBoolean(text, locale); }
-    void operator()(std::int32_t Settings::*member) const { settings.*member = TextToInteger(text, locale); }
+    void operator()(std::int32_t Settings::*member) const {
+      const std::int32_t number = TextToInteger(text, locale);
+      if (number < key.lowest || number > key.highest) {
+        throw RunTimeError(RunTimeError::kInvalidCall, "it must be " + std::to_string(key.lowest) + " to " +
+                                                           std::to_string(key.highest));
+      }
+      settings.*member = number;
+    }
     void operator()(double Settings::*member) const { settings.*member = TextToReal(text, locale); }
     void operator()(std::string Settings::*member) const { settings.*member = text; }
   };
-  std::visit(Setter{text, locale, settings}, key.member);
+  std::visit(Setter{key, text, locale, settings}, key.member);
 }
 
 std::string ToText(const SettingKey& key, const Settings& settings, NumberLocale locale) {

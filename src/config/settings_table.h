@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string>
@@ -23,10 +24,17 @@ using SettingMember = std::variant<std::monostate, bool Settings::*, std::int32_
 /// One key of the profile.
 struct SettingKey {
   std::string_view name;
-  std::string_view subkey;  ///< "" or "Capabilities"
+  std::string_view subkey;  ///< "", "Capabilities" …
   KeyType type;
   std::optional<std::string_view> default_text;  ///< none: the key is not written on initialisation
   SettingMember member;
+  /// For a key without `default_text`: what a store without it, or with an empty text there, means.
+  std::string_view when_absent = {};
+  /// What an unreadable text means. None: the program does not start with it.
+  std::optional<std::string_view> when_unreadable = {};
+  /// Whole numbers beyond these limits are unreadable.
+  std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
+  std::int32_t highest = std::numeric_limits<std::int32_t>::max();
 };
 
 /// The required layout version, stored under "RegVer".
@@ -43,8 +51,11 @@ inline constexpr std::string_view kPasswordKey = "g_sPWS_password";
 /// All keys, in the order in which the store is initialised.
 [[nodiscard]] std::span<const SettingKey> SettingKeys();
 
-/// The key called `name`, or nullptr. Names are unique over all subkeys.
-[[nodiscard]] const SettingKey* FindSettingKey(std::string_view name);
+/// The key called `path`: its name, or subkey and name, as in "Capabilities/TempMax". nullptr when there is none, or
+/// when several subkeys have the name.
+[[nodiscard]] const SettingKey* FindSettingKey(std::string_view path);
+/// "TempMax", "Capabilities/TempMax": the name alone for a key of the root.
+[[nodiscard]] std::string PathOf(const SettingKey& key);
 
 /// The default text of `key`, or "". Numbers are in the locale's format, so that they are read back unchanged.
 [[nodiscard]] std::string DefaultText(const SettingKey& key, std::string_view program_folder, NumberLocale locale);

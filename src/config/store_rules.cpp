@@ -8,10 +8,6 @@
 namespace orvalis {
 namespace {
 
-std::string PathOf(const SettingKey& key) {
-  return key.subkey.empty() ? std::string(key.name) : std::string(key.subkey) + "/" + std::string(key.name);
-}
-
 /// The start repairs this one itself.
 bool MayBeMissing(const SettingKey& key) { return !key.default_text || key.name == "AutoConnect"; }
 
@@ -33,7 +29,8 @@ bool IsGood(const ProfileValues& values, NumberLocale locale) {
   if (stamp == values.end() || stamp->second != kLayoutVersion || !Fault(values).empty()) return false;
   return std::ranges::all_of(SettingKeys(), [&](const SettingKey& key) {
     const auto found = values.find(PathOf(key));
-    if (found == values.end() || key.name == "AutoConnect") return true;
+    if (found == values.end() || key.when_unreadable) return true;
+    if (!key.default_text && found->second.empty()) return true;
     try {
       CheckText(key, found->second, locale);
       return true;

@@ -110,11 +110,12 @@ std::string OneLineRecord(const LogEntry& entry, const RainMemory& rain) {
   add(entry.seconds_since_frame, 0, 5);
   const std::string days = FormatFixed(DayCount(entry.time), 5);
   record += ' ' + RightAlign(std::string(days.size() < 12 ? 12 - days.size() : 0, '0') + days, 12);
-  add(w.ambient_known ? CodeOf(w.cloud.text, kCloudCodes) : 0, 0, 1);
-  add(CodeOf(w.wind_word.text, kWindCodes), 0, 1);
-  add(RainCondition(w, rain), 0, 1);
-  add(CodeOf(w.light_word.text, kDaylightCodes), 0, 1);
-  add(w.unsafe_indicator == 0 ? 0 : 1, 0, 1);
+  const auto add_condition = [&](int code) { add(entry.current ? code : 0, 0, 1); };
+  add_condition(w.ambient_known ? CodeOf(w.cloud.text, kCloudCodes) : 0);
+  add_condition(CodeOf(w.wind_word.text, kWindCodes));
+  add_condition(RainCondition(w, rain));
+  add_condition(CodeOf(w.light_word.text, kDaylightCodes));
+  add(entry.safe ? 0 : 1, 0, 1);
   return record;
 }
 

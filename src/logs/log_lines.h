@@ -15,6 +15,8 @@ struct LogEntry {
   const WeatherState& weather;
   const SensorFrame& frame;
   std::int16_t seconds_since_frame = 0;
+  bool safe = false;    ///< the verdict
+  bool current = true;  ///< the conditions are of now; otherwise they are logged as unknown
 };
 
 /// Remembers when it last rained and was wet, for the "in the last minute" flags of the one-line record.

@@ -22,15 +22,16 @@ class LogWriter {
 
   /// Writes the enabled logs. `tick_count` in ms is used for how long ago it rained.
   void Write(const LogEntry& entry, const Settings& settings, std::int64_t tick_count);
-  /// The verdict of the last record is withdrawn: `entry` replaces it in the one-line log.
-  void Withdraw(const LogEntry& entry, const Settings& settings);
+  /// Writes the one-line log between frames, every two seconds or, `at_once`, whenever it is called.
+  void WriteBetweenFrames(const LogEntry& entry, const Settings& settings, std::int64_t tick_count, bool at_once);
 
  private:
-  void WriteOneLine(const LogEntry& entry, const Settings& settings);
+  void WriteOneLine(const LogEntry& entry, const Settings& settings, std::int64_t tick_count);
 
   RotatingLog full_;
   OneLineLog one_line_;
   RainMemory rain_;
+  std::int64_t recorded_at_ = 0;  ///< tick count of the last one-line record
 };
 
 }  // namespace orvalis

@@ -8,6 +8,11 @@ Word CloudWord(double difference, std::int32_t part_cloudy, std::int32_t full_cl
   return {"PCloudy", Colour::kYellow};
 }
 
+double CloudCoverPercent(std::string_view cloud_word) {
+  if (cloud_word == "Clear") return 0;
+  return cloud_word == "PCloudy" ? 50 : 100;
+}
+
 float CloudsFigure(double sky, double threshold, std::int32_t part_cloudy, std::int32_t full_cloudy) {
   const double distance = static_cast<double>(part_cloudy) - full_cloudy;
   if (sky > distance + threshold) return 1.0F;

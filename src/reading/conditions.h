@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "reading/sensor_frame.h"
 #include "reading/weather_state.h"
@@ -13,6 +14,9 @@ namespace orvalis {
 /// "Cloudy" up to `full_cloudy`, "Clear" from `part_cloudy`, "PCloudy" between. If the limits are reversed, "Clear"
 /// wins.
 [[nodiscard]] Word CloudWord(double difference, std::int32_t part_cloudy, std::int32_t full_cloudy);
+
+/// 0, 50 or 100 for "Clear", "PCloudy" and "Cloudy".
+[[nodiscard]] double CloudCoverPercent(std::string_view cloud_word);
 
 /// The clouds figure from the measured sky temperature: 0; 0.5 above `threshold`; 1.0 above `threshold` plus the
 /// difference of the two cloud limits.

@@ -32,6 +32,9 @@ constexpr std::array<Place, 14> kPlaces{{
     {99, 1, " AC="},
 }};
 
+/// A field of this width has a sign and digits, any other digits alone.
+constexpr std::size_t kSignedWidth = 6;
+
 }  // namespace
 
 bool SensorFrame::IsComplete() const {
@@ -49,6 +52,23 @@ bool SensorFrame::HasName(Field field) const {
   const Place& place = kPlaces[static_cast<std::size_t>(field)];
   const std::string_view before = text().substr(0, place.position - 1);
   return before.size() == place.position - 1 && before.ends_with(place.name);
+}
+
+bool SensorFrame::IsUndamaged() const {
+  const auto is_whole = [this](std::size_t i) {
+    const auto field = static_cast<Field>(i);
+    std::string_view digits = Cut(field);
+    if (!HasName(field) || digits.size() != kPlaces[i].width) return false;
+    if (kPlaces[i].width == kSignedWidth) {
+      if (digits.front() != '+' && digits.front() != '-') return false;
+      digits.remove_prefix(1);
+    }
+    return digits.find_first_not_of("0123456789") == std::string_view::npos;
+  };
+  for (std::size_t i = 0; i < kPlaces.size(); ++i) {
+    if (!is_whole(i)) return false;
+  }
+  return true;
 }
 
 std::int32_t SensorFrame::Integer(Field field) const { return ValInteger(Cut(field)); }

@@ -125,6 +125,7 @@ Task<std::string> SensorLink::Greet() {
   questions_.BeginSession();  // the polling has yet to prove the line
   options_.TakeFrom(frame);
   last_sent_.BeginConnection(options_);
+  settings_sent_ = false;
   co_return "";
 }
 
@@ -247,6 +248,7 @@ void SensorLink::BeginAfterSilence() {
   const bool long_one = now - std::exchange(answered_at_, now) > milliseconds(kLongestGap).count();
   if (!std::exchange(silence_, false)) return;
   last_sent_.BeginAfterSilence();
+  settings_sent_ = false;
   if (long_one && late_answers_ == 0) events_.Record("the unit answers again: its settings are sent again");
 }
 
@@ -293,6 +295,7 @@ Task<> SensorLink::PushSettings(const Settings& settings) {
     co_await Send(command, i, value);
     if (Over(session)) co_return;
   }
+  settings_sent_ = true;
 }
 
 Task<> SensorLink::Send(const UnitCommand& command, std::size_t index, std::int32_t value) {

@@ -51,6 +51,9 @@ class SensorLink {
   /// Only while `Ready`.
   Task<> PushSettings(const Settings& settings);
 
+  /// Whether some settings have not been sent since the unit was last greeted, which may have lost them.
+  [[nodiscard]] bool SettingsPending() const { return !settings_sent_; }
+
   /// Whether the port is open; asked of the port each time.
   [[nodiscard]] bool Connected() const { return port_.Connected(); }
   [[nodiscard]] LinkState state() const;
@@ -98,6 +101,7 @@ class SensorLink {
   std::uint64_t session_ = 0;            ///< counts the openings of the port: a wait may outlive its connection
   std::string lost_reason_;              ///< why the port vanished in the connect under way
   LastSent last_sent_;
+  bool settings_sent_ = false;  ///< all of them, since the unit was greeted
 
   OpenQuestions questions_;
   std::optional<std::int64_t> asked_at_;  ///< TickCount of the request for a frame whose answer is still to come

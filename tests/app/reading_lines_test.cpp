@@ -10,7 +10,7 @@ class ReadingLinesTest : public test::LinkFixture {
   [[nodiscard]] std::string Json() {
     std::string line;
     poll.Listen([&](const SensorFrame& frame) {
-      line = ReadingJson({.time = clock.LocalNow(), .weather = weather, .frame = frame, .connected = true});
+      line = ReadingJson({.time = clock.LocalNow(), .weather = weather, .frame = frame, .now = observer.Now()});
     });
     Connect(4);
     return line;
@@ -19,13 +19,13 @@ class ReadingLinesTest : public test::LinkFixture {
 
 // The figures were worked with bc from the frame's HUM=0520 TP=-02000 TTP=+00600 TA=+00500 WND=0020.
 TEST_F(ReadingLinesTest, JsonHasEveryFieldInOrder) {
-  EXPECT_EQ(Json(),
-            R"({"time":"2026-11-21T21:04:05.000+00:00","source":"unit","connected":true,"frame":")" +
-                test::LiveFrame() +
-                R"(","ambient_c":5,"body_c":6,"rain":120,"humidity_percent":48.867,"dew_point_c":-4.881,"sky_c":-20,)"
-                R"("clear_sky_c":-20.223,"diff_c":25,"cloud_word":"Clear","clouds":0,"wind_mph":18,)"
-                R"("wind_average_mph":18,"wind_gust_mph":18,"wind_word":"Windy","rain_word":"Dry","light":1000,)"
-                R"("light_word":"Dark","heater":"N","relay":"N","unsafe":false})");
+  EXPECT_EQ(
+      Json(),
+      R"({"time":"2026-11-21T21:04:05.000+00:00","source":"unit","connected":true,"frame":")" + test::LiveFrame() +
+          R"(","ambient_c":5,"body_c":6,"rain":120,"humidity_percent":48.867,"dew_point_c":-4.881,"sky_c":-20,)"
+          R"("clear_sky_c":-20.223,"diff_c":25,"cloud_word":"Clear","clouds":0,"wind_mph":18,)"
+          R"("wind_average_mph":18,"wind_gust_mph":18,"wind_word":"Windy","rain_word":"Dry","light":1000,)"
+          R"("light_word":"Dark","heater":"N","relay":"N","safe":false,"reasons":["hold"],"age_s":0,"unit_unsafe":false,"unsafe":true})");
 }
 
 TEST_F(ReadingLinesTest, BytesThatAreNoTextStayJson) {

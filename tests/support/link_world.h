@@ -34,12 +34,14 @@ struct LinkWorld {
             .boundary = boundary,
             .alerts = alerts,
             .logs = logs,
+            .observer = observer,
             .locale = {}};
   }
 
   /// One tick of both timers, followed by its second.
   void Tick(bool auto_connect) {
     poll.Poll();
+    observer.Update();
     reconnect.Tick(auto_connect);
     loop.Advance(std::chrono::seconds(1));
   }
@@ -68,6 +70,16 @@ struct LinkWorld {
   AlertRecorder alerted;
   Alerts alerts{alerted, alerted, events};
   LogWriter logs{[this](const std::string& text) { events.Record(text); }};
+  SettingsLoss settings_loss{{.store = store, .panel = panel, .events = events}};
+  Observer observer{{.loop = loop,
+                     .clock = clock,
+                     .store = store,
+                     .settings = settings,
+                     .link = link,
+                     .options = options,
+                     .settings_loss = settings_loss,
+                     .boundary = boundary,
+                     .demo_mode = [this] { return poll.InDemoMode(); }}};
   PollCycle poll{PollParts()};
   bool made_up = false;  ///< as the command line's demo mode does it: the setting knows nothing of it
   ImmediateSwitches switches{
