@@ -1,4 +1,4 @@
-#include "network/http_server.h"
+#include "network/http/http_server.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/run_time_error.h"
-#include "network/event_channel.h"
+#include "network/http/event_channel.h"
 #include "platform/qt/qt_sockets.h"
 #include "tests/support/fake_event_loop.h"
 #include "tests/support/raw_client.h"

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "network/sockets.h"
+#include "network/http/sockets.h"
 
 namespace orvalis {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "network/http_message.h"
+#include "network/http/http_message.h"
 
 namespace orvalis::network {
 

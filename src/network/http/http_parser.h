@@ -4,7 +4,7 @@
 #include <memory>
 #include <string_view>
 
-#include "network/http_message.h"
+#include "network/http/http_message.h"
 
 namespace orvalis::network {
 

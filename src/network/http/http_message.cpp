@@ -1,4 +1,4 @@
-#include "network/http_message.h"
+#include "network/http/http_message.h"
 
 #include <algorithm>
 #include <array>
@@ -34,7 +34,7 @@ char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + '
 
 }  // namespace
 
-std::string_view Reason(int status) {
+std::string_view ReasonPhrase(int status) {
   const auto* const found = std::ranges::find(kReasons, status, &StatusReason::status);
   return found == kReasons.end() ? "" : found->reason;
 }

@@ -1,8 +1,8 @@
-#include "network/form_fields.h"
+#include "network/http/form_fields.h"
 
 #include <charconv>
 
-#include "network/http_message.h"
+#include "network/http/http_message.h"
 
 namespace orvalis::network {
 namespace {

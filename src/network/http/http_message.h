@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "network/sockets.h"
+#include "network/http/sockets.h"
 
 namespace orvalis::network {
 
@@ -36,7 +36,7 @@ enum Status : int {
   kUnavailable = 503,
   kBadVersion = 505,
 };
-[[nodiscard]] std::string_view Reason(int status);
+[[nodiscard]] std::string_view ReasonPhrase(int status);
 
 struct HeaderField {
   std::string_view name;

@@ -1,4 +1,4 @@
-#include "network/event_channel.h"
+#include "network/http/event_channel.h"
 
 namespace orvalis::network {
 

@@ -1,4 +1,4 @@
-#include "network/http_connection.h"
+#include "network/http/http_connection.h"
 
 #include <algorithm>
 #include <array>
@@ -127,7 +127,7 @@ void HttpConnection::WriteHeader(const HttpResponse& response, bool keep_alive) 
   const auto add = [this](std::string_view name, std::string_view value) {
     output_.append(name).append(": ").append(value).append("\r\n");
   };
-  output_.append("HTTP/1.1 ").append(std::to_string(response.status)).append(" ").append(Reason(response.status));
+  output_.append("HTTP/1.1 ").append(std::to_string(response.status)).append(" ").append(ReasonPhrase(response.status));
   output_.append("\r\n").append(owner_.CommonFields());
   if (response.status != kNoContent) {
     add("Content-Type", response.content_type);

@@ -11,11 +11,11 @@
 
 #include "base/clock.h"
 #include "base/event_loop.h"
-#include "network/http_connection.h"
-#include "network/refusal_log.h"
-#include "network/request_guard.h"
-#include "network/resources.h"
-#include "network/sockets.h"
+#include "network/http/http_connection.h"
+#include "network/http/refusal_log.h"
+#include "network/http/request_guard.h"
+#include "network/http/resources.h"
+#include "network/http/sockets.h"
 
 namespace orvalis::network {
 

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "network/event_channel.h"
-#include "network/http_parser.h"
-#include "network/sockets.h"
+#include "network/http/event_channel.h"
+#include "network/http/http_parser.h"
+#include "network/http/sockets.h"
 
 namespace orvalis::network {
 

@@ -1,4 +1,4 @@
-#include "network/resources.h"
+#include "network/http/resources.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "network/http_server.h"
+#include "network/http/http_server.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "network/http_parser.h"
+#include "network/http/http_parser.h"
 
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>

@@ -1,4 +1,4 @@
-#include "network/request_guard.h"
+#include "network/http/request_guard.h"
 
 #include <algorithm>
 #include <charconv>
