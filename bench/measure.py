@@ -25,9 +25,11 @@ def run(*command, env=None):
 def frame_path():
     report = json.loads(run(BIN + "/frame_bench", "--benchmark_format=json", "--benchmark_repetitions=9",
                             "--benchmark_report_aggregates_only=true"))
-    median = next(b for b in report["benchmarks"] if b["aggregate_name"] == "median")
-    row("one frame, line to words", "%.0f ns" % median["cpu_time"], "< 2000 ns", median["cpu_time"] < 2000)
-    row("  allocations, most in a frame", "%d" % median["allocations"], "0", median["allocations"] == 0)
+    for name, text, limit in (("LineToWords", "one frame, line to words", 2000),
+                              ("ReadingToVerdict", "one observation with its verdict", 1000)):
+        median = next(b for b in report["benchmarks"] if b["name"] == name + "_median")
+        row(text, "%.0f ns" % median["cpu_time"], "< %d ns" % limit, median["cpu_time"] < limit)
+        row("  allocations, most in one", "%d" % median["allocations"], "0", median["allocations"] == 0)
 
 
 def year():
