@@ -206,7 +206,6 @@ int Core::Run(Front* front) {
   front_ = front;
   StartUp(front);
   settings_loss_.Watch();
-  verdict_log_.Open(PathFromText(ProgramFolder()));
   observer_.Update();
   publisher_.Load();
   if (front_ != nullptr) front_->ShowSettings();
