@@ -24,7 +24,7 @@ class Headless(Case):
         reading = self.reading(program, lambda r: r["ambient_c"] == 5)
         # Worked by hand and with bc from the values above.
         expected = {"source": "unit", "connected": True, "body_c": 6.25, "humidity_percent": 48.867, "sky_c": -20,
-                    "clear_sky_c": -20.223, "wind_mph": 18, "light": 1000, "heater": "?", "unsafe": False}
+                    "clear_sky_c": -20.223, "wind_mph": 18, "light": 1000, "heater": "?", "unit_unsafe": False}
         for name, value in expected.items():
             self.assertEqual(reading[name], value, name)
         self.assertEqual((len(reading["frame"]), reading["frame"][-1]), (117, "#"))
