@@ -1,6 +1,5 @@
 #include "launch.h"
 
-#include <QLocale>
 #include <QStandardPaths>
 #include <chrono>
 #include <cstdio>
@@ -19,7 +18,6 @@
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
 #include "platform/qt/single_instance.h"
-#include "platform/qt/user_time.h"
 #include "platform/system/stop_signals.h"
 
 namespace orvalis {
@@ -218,7 +216,6 @@ int DoLaunch(int argc, char** argv, WindowSystem* windows) {
   int qt_argc = windows != nullptr ? static_cast<int>(qt_argv.size()) : 1;
   qt_argv.push_back(nullptr);
   const std::unique_ptr<QCoreApplication> application = MakeApplication(qt_argc, qt_argv.data(), windows);
-  UseTimeStyle(TimeStyleOf(QLocale::system()));
   QCoreApplication::setApplicationName("orvalis");
   QCoreApplication::setApplicationVersion(ORVALIS_VERSION);
   try {
