@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-// Behind the types of windows.h.
+// After windows.h, whose types they use.
 #include <initguid.h>
 #include <oleauto.h>
 

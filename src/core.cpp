@@ -49,7 +49,7 @@ void LogFailedStart(const std::string& reason) {
   const QtClock clock;
   EventList events(clock);
   LineOutput errors(LineOutput::Stream::kError);
-  ErrorLog log(events, [&errors](const std::string& text) { errors.Write("orvalis: " + text); });
+  ErrorLog log(events, clock.style(), [&errors](const std::string& text) { errors.Write("orvalis: " + text); });
   log.Open(PathFromText(ProgramFolder()));
   events.Record("the program could not start: " + reason);
 }
@@ -142,7 +142,7 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
         });
         boundary_.RunToEnd("judging whether it is safe", [this] { observer_.Update(); });
       }),
-      error_log_(events_, [this](const std::string& text) { error_output_.Write("orvalis: " + text); }),
+      error_log_(events_, clock_.style(), [this](const std::string& text) { error_output_.Write("orvalis: " + text); }),
       weather_parts_{.flags = flags_,
                      .settings = settings_,
                      .weather = weather_,
@@ -181,6 +181,7 @@ Core::~Core() = default;
 Core::Parts Core::parts() {
   return {.line = line_,
           .loop = loop_,
+          .style = clock_.style(),
           .store = store_,
           .flags = flags_,
           .settings = settings_,
@@ -283,7 +284,7 @@ void Core::Report(const std::string& text) {
 void Core::PrintReadings() {
   poll_.Listen([this](const SensorFrame& frame) {
     const Reading reading{.time = clock_.LocalNow(), .weather = weather_, .frame = frame, .now = observer_.Now()};
-    output_.Write(line_.json ? ReadingJson(reading) : ReadingText(reading));
+    output_.Write(line_.json ? ReadingJson(reading) : ReadingText(reading, clock_.style()));
   });
   if (line_.json) {
     observer_.Listen([this](const Observation& now, const Observer::News& news) {
@@ -292,7 +293,7 @@ void Core::PrintReadings() {
   }
   const bool on_both = !native::OutputsAreSame();
   events_.Listen([this, on_both](const Event& event) {
-    output_.Write(line_.json ? EventJson(event) : EventText(event));
+    output_.Write(line_.json ? EventJson(event) : EventText(event, clock_.style()));
     if (on_both) error_output_.Write("orvalis: " + event.text);
   });
 }

@@ -84,6 +84,7 @@ class Core {
   struct Parts {
     const CommandLine& line;
     EventLoop& loop;
+    const TimeStyle& style;
     SettingsStore& store;
     ProgramFlags& flags;
     Settings& settings;

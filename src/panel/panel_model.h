@@ -65,8 +65,8 @@ struct PanelModel {
   ConnectControl connect;
   std::string status;  ///< what the program is doing, or what went wrong
   std::vector<StandingMessage> standing;
-  bool demo = false;                  ///< the values are made up
-  bool stale = true;                  ///< the values are not of now: shown grey
+  bool demo = false;                  ///< the values are simulated
+  bool stale = true;                  ///< the values are out of date: shown grey
   std::optional<CivilTime> fresh_at;  ///< when the values were last fresh
 
   /// A numeric field of the panel: below 2.0 it chooses the humidity's other temperature curve.

@@ -4,6 +4,7 @@ import datetime
 import fcntl
 import json
 import os
+import re
 import shutil
 import signal
 import subprocess
@@ -63,6 +64,11 @@ class Headless(Case):
                          ("demo", False, 5, -9.99))
         self.reading(program, lambda r: r["unsafe"] and r["rain_word"] == "Rain" and r["light_word"] == "Day")
         program.stop()
+
+    def test_times_for_people_are_in_the_desktops_format(self):
+        self.env["LC_ALL"] = "en_US.UTF-8"
+        program = self.program("--headless", "--demo")
+        program.line(lambda line: re.match(r"\d{1,2}:\d\d:\d\d [AP]M  (safe|UNSAFE)", line))
 
     def test_stops_at_once_whatever_it_waits_for(self):
         unit = self.unit()

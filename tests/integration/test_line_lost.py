@@ -29,7 +29,7 @@ class LineLost(Case):
         program.forget()
         unit.measure({"R": "900", "RB": "1"})
         said = []
-        program.line(lambda line: said.append(line) or "late: An answer of the unit came 1" in line)
+        program.line(lambda line: said.append(line) or "late: An answer from the unit came 1" in line)
         self.assertEqual([line for line in said if "frame" in json.loads(line)], [])
         self.assertTrue(self.reading(program)["unsafe"])
 

@@ -109,7 +109,7 @@ TEST(Verdict, IsSafeOnlyWhenSaidSoJustNow) {
     model.stale = stale;
     model.safe = safe;
     model.fresh_at = fresh_at;
-    const BigWordText shown = VerdictText(model, QDate(2026, 11, 21 + days_later));
+    const BigWordText shown = VerdictText(model, QDate(2026, 11, 21 + days_later), {});
     EXPECT_EQ((shown.word + ", " + shown.detail).toStdString(), text);
     EXPECT_EQ(shown.colour, colour) << text;
   }
