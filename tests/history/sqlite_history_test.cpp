@@ -19,6 +19,7 @@ namespace fs = std::filesystem;
 
 constexpr std::int64_t kNoon = 1'795'262'400'000;
 constexpr std::int64_t kHour = 3'600'000;
+constexpr std::int64_t kStep = 2000;
 
 /// Removed behind what is declared after it: Windows lets nobody take away an open file.
 struct FolderOfTest {
@@ -47,7 +48,7 @@ class SqliteHistoryTest : public testing::Test {
     return history.Load(0, kNoon - 24 * kHour, kNoon + 24 * kHour).samples;
   }
 
-  const FolderOfTest made;
+  const FolderOfTest made{};
   const fs::path& folder = made.path;
   const fs::path file = folder / u8"a folder ö" / "history.sqlite";
   test::FakeClock clock;
@@ -98,7 +99,7 @@ TEST_F(SqliteHistoryTest, WhereTheClockWasSetBackTheLaterOnesStand) {
 
 TEST_F(SqliteHistoryTest, ASpanAcrossTheLimitLeavesNoHole) {
   std::vector<Sample> samples;
-  for (int i = 0; i < 90; ++i) samples.push_back(Reading(kNoon + 2000 * i));
+  for (int i = 0; i < 90; ++i) samples.push_back(Reading(kNoon + kStep * i));
   history.Write(BatchOf(samples));
   const auto part = history.Load(0, kNoon + 70'000, kNoon + kHour);  // in the middle of the second span
   ASSERT_EQ(part.spans.size(), 1u);
@@ -115,7 +116,7 @@ TEST_F(SqliteHistoryTest, ADamagedFileIsSetAsideAndNeverOverwritten) {
     spoiled << std::string(count, 'x');
   };
   std::vector<Sample> many;
-  for (int i = 0; i < 2000; ++i) many.push_back(Reading(kNoon - 2000 * i));
+  for (int i = 0; i < 2000; ++i) many.push_back(Reading(kNoon - kStep * i));
   std::vector<std::function<void()>> damages{
       [&] { overwrite(0, 100); },                                     // no database any more
       [&] { overwrite(8192, 8192); },                                 // pages in the middle
@@ -163,7 +164,7 @@ TEST_F(SqliteHistoryTest, AFullDiskAndAMissingFolderAreSaidAndMended) {
   EXPECT_EQ(message({Reading(kNoon)}), "");
 
   std::vector<Sample> many;
-  for (int i = 1; i < 5000; ++i) many.push_back(Reading(kNoon + 2000 * i));
+  for (int i = 1; i < 5000; ++i) many.push_back(Reading(kNoon + kStep * i));
   const std::string full = [&] {
     const test::FullDisk disk(60'000);
     return message(many);
