@@ -10,6 +10,7 @@ import tempfile
 import threading
 import time
 import unittest
+from pathlib import Path
 
 BIN = os.environ.get("ORVALIS_BIN", os.path.join(os.getcwd(), "build", "dev", "bin"))
 # How long a thing may take that has to happen at all. Generous: the machines are slow and the sanitizers slower.
@@ -53,6 +54,10 @@ class Process:
             if matches(line):
                 return line
 
+    def say(self, text):
+        self.process.stdin.write(text + "\n")
+        self.process.stdin.flush()
+
     def forget(self):
         while not self.lines.empty():
             self.lines.get_nowait()
@@ -79,12 +84,11 @@ class Unit(Process):
     """The simulated sensor unit on a line of its own."""
 
     def __init__(self, link, *options):
-        super().__init__([os.path.join(BIN, "orvalis-unit"), "--link", link, "--commands", *options], stdin=True)
+        super().__init__([BIN + "/orvalis-unit", "--link", link, "--commands", *options], stdin=True)
         self.line(lambda text: text.startswith("/dev/"))
 
     def tell(self, command):
-        self.process.stdin.write(command + "\n")
-        self.process.stdin.flush()
+        self.say(command)
         answer = self.line(lambda text: text.startswith(("ok", "error")))
         assert answer.startswith("ok"), answer
 
@@ -112,30 +116,34 @@ class Case(unittest.TestCase):
 
     def recorded(self, text):
         """The unit's records that have `text` in them."""
-        with open(self.record, encoding="utf-8") as file:
-            return [line for line in file if text in line]
+        return [line for line in Path(self.record).read_text("utf-8").splitlines() if text in line]
+
+    def launch(self, *words, stdin=False):
+        process = Process(words, env=self.env, stdin=stdin)
+        self.addCleanup(process.kill)
+        return process
 
     def program(self, *options):
-        program = Process([os.path.join(BIN, "orvalis"), *options], env=self.env)
-        self.addCleanup(program.kill)
-        return program
+        return self.launch(BIN + "/orvalis", *options)
 
     def headless(self, *options):
         return self.program("--headless", "--json", "--port", self.link, *options)
 
     def daemon(self):
         """The executable without windows."""
-        program = Process([os.path.join(BIN, "orvalisd"), "--json", "--port", self.link], env=self.env)
-        self.addCleanup(program.kill)
-        return program
+        return self.launch(BIN + "/orvalisd", "--json", "--port", self.link)
 
     def run_program(self, *options, given=None, env=None):
-        return subprocess.run([os.path.join(BIN, "orvalis"), *options], env=env or self.env, input=given,
-                              capture_output=True, text=True, timeout=PATIENCE)
+        return subprocess.run([BIN + "/orvalis", *options], env=env or self.env, input=given, capture_output=True,
+                              text=True, timeout=PATIENCE)
 
     def set(self, key, value):
         result = self.run_program("profile", "set", key, value)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
+
+    def set_all(self, values):
+        for key, value in values.items():
+            self.set(key, value)
 
     def wait_until(self, condition, what):
         """What `condition` returns when it is true at last."""

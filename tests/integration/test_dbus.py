@@ -6,6 +6,7 @@ import signal
 import subprocess
 import time
 import unittest
+from pathlib import Path
 
 from harness import BIN, PATIENCE, Case, Process
 
@@ -17,14 +18,10 @@ class Client(Process):
     """A client that stays on the bus; see tests/clients/weather_client.cpp."""
 
     def __init__(self, env):
-        super().__init__([os.path.join(BIN, "weather_client")], env=env, stdin=True)
-
-    def send(self, command):
-        self.process.stdin.write(command + "\n")
-        self.process.stdin.flush()
+        super().__init__([BIN + "/weather_client"], env=env, stdin=True)
 
     def ask(self, command):
-        self.send(command)
+        self.say(command)
         return self.line(lambda line: True)
 
 
@@ -35,18 +32,16 @@ class BusCase(Case):
         super().setUp()
         services = os.path.join(self.folder, "share", "dbus-1", "services")
         os.makedirs(services)
-        with open(os.path.join(services, SERVICE + ".service"), "w", encoding="utf-8") as file:
-            file.write("[D-BUS Service]\nName=%s\nExec=%s --automation --port %s\n" %
-                       (SERVICE, os.path.join(BIN, "orvalis"), self.link))
+        Path(services, SERVICE + ".service").write_text("[D-BUS Service]\nName=%s\nExec=%s --automation --port %s\n" % (
+            SERVICE, BIN + "/orvalis", self.link))
         self.env["XDG_DATA_DIRS"] = os.path.join(self.folder, "share")
         self.env["QT_QPA_PLATFORM"] = "offscreen"
         self.env["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=%s/bus" % self.folder
         self.start_bus()
 
     def start_bus(self):
-        self.bus = Process(["dbus-daemon", "--session", "--nofork", "--print-address=1",
-                            "--address=" + self.env["DBUS_SESSION_BUS_ADDRESS"]], env=self.env)
-        self.addCleanup(self.bus.kill)
+        self.bus = self.launch("dbus-daemon", "--session", "--nofork", "--print-address=1",
+                               "--address=" + self.env["DBUS_SESSION_BUS_ADDRESS"])
         self.bus.line(lambda line: line.startswith("unix:"))
 
     def client(self):
@@ -54,30 +49,25 @@ class BusCase(Case):
         self.addCleanup(client.kill)
         return client
 
-    def gdbus(self, method, *arguments, path=PATH):
-        result = subprocess.run(["gdbus", "call", "--session", "-d", SERVICE, "-o", path, "-m", method, *arguments],
-                                env=self.env, capture_output=True, text=True, timeout=PATIENCE)
+    def answer(self, *words):
+        result = subprocess.run(words, env=self.env, capture_output=True, text=True, timeout=PATIENCE)
         return (result.stdout or result.stderr).strip()
+
+    def gdbus(self, method, *arguments, path=PATH, of=SERVICE):
+        return self.answer("gdbus", "call", "--session", "-d", of, "-o", path, "-m", method, *arguments)
 
     def call_setup(self):
         """A client that asks for the setup and waits for its end."""
-        call = Process(["gdbus", "call", "--session", "-d", SERVICE, "-o", PATH, "-m", SERVICE + ".SetupDialog"],
-                       env=self.env)
-        self.addCleanup(call.kill)
-        return call
+        return self.launch("gdbus", "call", "--session", "-d", SERVICE, "-o", PATH, "-m", SERVICE + ".SetupDialog")
 
-    def busctl(self, *arguments):
-        result = subprocess.run(["busctl", "--user", *arguments], env=self.env, capture_output=True, text=True,
-                                timeout=PATIENCE)
-        return (result.stdout or result.stderr).strip()
+    def member(self, name):
+        return self.answer("busctl", "--user", "get-property", SERVICE, PATH, SERVICE, name)
 
     def owner(self):
         """The process that has the name, or none."""
-        text = subprocess.run(["gdbus", "call", "--session", "-d", "org.freedesktop.DBus", "-o", "/", "-m",
-                               "org.freedesktop.DBus.GetConnectionUnixProcessID", SERVICE], env=self.env,
-                              capture_output=True, text=True, timeout=PATIENCE).stdout
-        found = re.search(r"uint32 (\d+)", text)
-        return int(found.group(1)) if found else None
+        found = re.search(r"uint32 (\d+)", self.gdbus("org.freedesktop.DBus.GetConnectionUnixProcessID", SERVICE,
+                                                      path="/", of="org.freedesktop.DBus"))
+        return int(found[1]) if found else None
 
 
 class StartedByAPerson(BusCase):
@@ -92,7 +82,7 @@ class StartedByAPerson(BusCase):
                 "Precipitation": "b true", "RelativeHumidity": "d 0.49", "WindVelocity": "d 15.6416",
                 "Connected": "b true", "WindSpeedCloseD": "i 12", "WindSpeedWarn": "d 0.278", "Temperature": "d 5"}
         for name, value in rows.items():
-            self.assertEqual(self.busctl("get-property", SERVICE, PATH, SERVICE, name), value)
+            self.assertEqual(self.member(name), value)
         everything = self.gdbus(PROPERTIES + ".GetAll", SERVICE)
         self.assertEqual(set(re.findall(r"'(\w+)': <", everything)), set(rows))
 
@@ -148,7 +138,7 @@ class StartedByAPerson(BusCase):
         # The first answer after a sleep: no frame has come, because the unit sleeps as well.
         for process in (program, unit):
             process.process.send_signal(signal.SIGSTOP)
-        client.send("get Safe")
+        client.say("get Safe")
         time.sleep(11)
         program.process.send_signal(signal.SIGCONT)
         self.assertEqual(client.line(lambda line: True), "Safe = false")
@@ -162,8 +152,8 @@ class StartedByAPerson(BusCase):
         unit.tell("fault silent 60")
         program = self.headless()
         waiting, leaving, asking = self.client(), self.client(), self.client()
-        waiting.send("set Connected 1")
-        leaving.send("set Connected 1")
+        waiting.say("set Connected 1")
+        leaving.say("set Connected 1")
         self.assertEqual(asking.ask("get Connected"), "Connected = true")  # being connected
         leaving.kill()
         self.assertEqual(asking.ask("get Name"), "Name = Orvalis")
@@ -197,10 +187,10 @@ class StartedByTheBus(BusCase):
     def test_clients_that_come_and_go_are_all_answered(self):
         self.unit("--fast")
         for _ in range(5):  # each starts the program, or meets the one that is ending
-            self.assertEqual(self.busctl("get-property", SERVICE, PATH, SERVICE, "Name"), 's "Orvalis"')
+            self.assertEqual(self.member("Name"), 's "Orvalis"')
         several = [self.client() for _ in range(4)]
         for client in several:
-            client.send("get Name")
+            client.say("get Name")
         for client in several:
             self.assertEqual(client.line(lambda line: True), "Name = Orvalis")
         self.assertIsNotNone(self.owner())

@@ -33,18 +33,6 @@ class LineLost(Case):
         self.assertEqual([line for line in said if "frame" in json.loads(line)], [])
         self.assertTrue(self.reading(program)["unsafe"])
 
-    def test_a_unit_that_lost_power_gets_its_switches_again(self):
-        unit = self.unit("--fast")
-        with open(self.link, "wb", buffering=0) as line:
-            line.write(b":AL1:AH0")
-        program = self.headless()
-        self.reading(program, lambda r: "AH=0" in r["frame"] and "AL=1" in r["frame"])
-        unit.tell("power 12")
-        self.event(program, "the unit answers again")
-        reading = self.reading(program)
-        self.assertIn("AH=0", reading["frame"])
-        self.assertIn("AL=1", reading["frame"])
-
 
 if __name__ == "__main__":
     unittest.main()

@@ -13,13 +13,13 @@
 #include <QTemporaryDir>
 #include <QUrl>
 #include <QWidget>
-#include <array>
-#include <cstdint>
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <semaphore>
 #include <string>
-#include <vector>
+#include <thread>
+#include <tuple>
 
 #include "base/path.h"
 #include "base/run_time_error.h"
@@ -82,18 +82,17 @@ class WindowsTest : public testing::Test {
 using ComPortTest = WindowsTest;
 
 TEST_F(ComPortTest, NamesPortsByNumberBeyondNineToo) {
-  const struct {
-    const char* given;
-    const char* name;  ///< "" is a failure
-  } rows[] = {{"2", "COM2"},      {" 12 ", "COM12"}, {"com7", "COM7"}, {R"(\\.\COM10)", "COM10"},
-              {"CNCA0", "CNCA0"}, {"256", "COM256"}, {"257", ""},      {"0", ""},
-              {"COM0", ""},       {"  ", ""},        {"-1", "-1"},     {"", ""},
-              {"99999999999", ""}};
+  // What is given, and the name; "" is a failure.
+  const std::pair<const char*, std::string> rows[] = {
+      {"2", "COM2"},      {" 12 ", "COM12"}, {"com7", "COM7"}, {R"(\\.\COM10)", "COM10"},
+      {"CNCA0", "CNCA0"}, {"256", "COM256"}, {"257", ""},      {"0", ""},
+      {"COM0", ""},       {"  ", ""},        {"-1", "-1"},     {"", ""},
+      {"99999999999", ""}};
   for (const auto& row : rows) {
     std::string name;
-    const int error = NumberOf([&] { name = ComPortName(row.given); });
-    EXPECT_EQ(name, row.name) << row.given;
-    EXPECT_EQ(error, *row.name == 0 ? RunTimeError::kFileNotFound : 0) << row.given;
+    const int error = NumberOf([&] { name = ComPortName(row.first); });
+    EXPECT_EQ(name, row.second) << row.first;
+    EXPECT_EQ(error, row.second.empty() ? RunTimeError::kFileNotFound : 0) << row.first;
   }
 }
 
@@ -191,30 +190,21 @@ TEST_F(RegistryProfileTest, ADestroyedStoreGetsItsCopyBack) {
 // The store names itself and the reason; what was stored stays.
 TEST_F(RegistryProfileTest, AStoreInUseFailsAfterHalfASecond) {
   profile.WriteValue("", "Left", "1", "");
-  const Handle release(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-  const Handle held(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-  struct Events {
-    HANDLE held;
-    HANDLE release;
-  } events{held.get(), release.get()};
-  const Handle other(CreateThread(
-      nullptr, 0,
-      [](void* data) -> DWORD {
-        const auto* shared = static_cast<Events*>(data);
-        const Handle mutex(CreateMutexW(nullptr, TRUE, L"Local\\Orvalis.Weather.profile"));
-        SetEvent(shared->held);
-        WaitForSingleObject(shared->release, INFINITE);
-        ReleaseMutex(mutex.get());
-        return 0;
-      },
-      &events, 0, nullptr));
-  WaitForSingleObject(held.get(), INFINITE);
+  std::binary_semaphore held(0);
+  std::binary_semaphore release(0);
+  std::thread other([&] {
+    const Handle mutex(CreateMutexW(nullptr, TRUE, L"Local\\Orvalis.Weather.profile"));
+    held.release();
+    release.acquire();
+    ReleaseMutex(mutex.get());
+  });
+  held.acquire();
   std::string text;
   EXPECT_EQ(NumberOf([&] { profile.WriteValue("", "Left", "2", ""); }, &text), RunTimeError::kPathFileAccess);
   EXPECT_NE(text.find("HKEY_CURRENT_USER\\Software\\OrvalisTests\\Registry"), std::string::npos) << text;
   EXPECT_EQ(profile.GetValue("", "Left", ""), "1");
-  SetEvent(release.get());
-  WaitForSingleObject(other.get(), INFINITE);
+  release.release();
+  other.join();
   profile.WriteValue("", "Left", "2", "");
   EXPECT_EQ(profile.GetValue("", "Left", ""), "2");
 }
@@ -255,14 +245,11 @@ TEST_F(ProgramTest, StartsABatchFileInItsOwnFolder) {
   EXPECT_TRUE(Eventually([&] { return Content(folder + "\\done.txt").starts_with("closed"); }));
 
   std::ofstream(PathFromText(folder + "\\text.exe")) << "no program at all";
-  const struct {
-    std::string path;
-    int error;
-  } rows[] = {{folder + "\\none.exe", RunTimeError::kFileNotFound},
-              {"", RunTimeError::kFileNotFound},
-              {folder, RunTimeError::kFileNotFound},
-              {folder + "\\text.exe", RunTimeError::kPathFileAccess}};
-  for (const auto& row : rows) EXPECT_EQ(NumberOf([&] { starter.Start(row.path); }), row.error) << row.path;
+  const std::pair<std::string, int> rows[] = {{folder + "\\none.exe", RunTimeError::kFileNotFound},
+                                              {"", RunTimeError::kFileNotFound},
+                                              {folder, RunTimeError::kFileNotFound},
+                                              {folder + "\\text.exe", RunTimeError::kPathFileAccess}};
+  for (const auto& [path, error] : rows) EXPECT_EQ(NumberOf([&, to = path] { starter.Start(to); }), error) << path;
 }
 
 using SafeFileTest = WindowsTest;
@@ -288,10 +275,8 @@ TEST_F(SafeFileTest, ReplacesInOneStepAndTellsStatesApart) {
 /// A window of one's own, painted in four colours, without a frame.
 class Painted : public QWidget {
  public:
-  static constexpr int kWidth = 101;  // a row of 303 bytes, which a bitmap file fills up to 304
-  static constexpr int kHeight = 50;
   Painted() : QWidget(nullptr, Qt::FramelessWindowHint) {
-    setFixedSize(kWidth, kHeight);
+    setFixedSize(101, 50);  // a row of 303 bytes, which a bitmap file fills up to 304
     move(0, 0);
     show();
     QCoreApplication::processEvents(QEventLoop::AllEvents, 500);
@@ -317,34 +302,13 @@ TEST_F(CaptureTest, TheFileIsABitmapOf24BitsWithTheWindowsPixels) {
   PictureView view;
   view.SetPicture(desktop::PictureOf(form));
   view.Save(path, "BMP");
-  const std::string file = Content(path);
-  // The layout of such a file: 14 and 40 bytes of headers, then the rows from the lowest to the highest, blue first.
-  ASSERT_EQ(file.size(), 54u + 304u * 50u);
-  const auto number = [&](std::size_t at, int bytes) {
-    std::uint32_t value = 0;
-    for (int i = bytes - 1; i >= 0; --i) {
-      value = value << 8 | static_cast<unsigned char>(file[at + static_cast<std::size_t>(i)]);
-    }
-    return value;
-  };
-  EXPECT_EQ(file.substr(0, 2), "BM");
-  const struct {
-    std::size_t at;
-    int bytes;
-    std::uint32_t value;
-  } fields[] = {{2, 4, 15254}, {10, 4, 54}, {14, 4, 40}, {18, 4, 101},
-                {22, 4, 50},   {26, 2, 1},  {28, 2, 24}, {30, 4, 0}};
-  for (const auto& field : fields) EXPECT_EQ(number(field.at, field.bytes), field.value) << field.at;
-  const struct {
-    int x;
-    int y;
-    std::uint32_t red_green_blue;
-  } pixels[] = {{0, 0, 0xFF0000},  {100, 0, 0x00FF00}, {49, 24, 0xFF0000}, {50, 24, 0x00FF00},
-                {0, 49, 0x0000FF}, {49, 25, 0x0000FF}, {100, 49, 0x112233}};
-  for (const auto& pixel : pixels) {
-    const auto at = 54 + static_cast<std::size_t>(49 - pixel.y) * 304 + static_cast<std::size_t>(pixel.x) * 3;
-    EXPECT_EQ(number(at, 3), pixel.red_green_blue) << pixel.x << "," << pixel.y;
-  }
+  EXPECT_EQ(Content(path).at(28), 24);  // bits for each pixel
+  const QImage image(QString::fromStdString(path));
+  ASSERT_EQ(image.size(), form.size());
+  const std::tuple<int, int, QRgb> pixels[] = {{0, 0, 0xFFFF0000},   {100, 0, 0xFF00FF00}, {49, 24, 0xFFFF0000},
+                                               {50, 24, 0xFF00FF00}, {0, 49, 0xFF0000FF},  {49, 25, 0xFF0000FF},
+                                               {100, 49, 0xFF112233}};
+  for (const auto& [x, y, colour] : pixels) EXPECT_EQ(image.pixel(x, y), colour) << x << "," << y;
 }
 
 TEST_F(CaptureTest, APartIsTakenFromWhereItIs) {
