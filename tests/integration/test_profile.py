@@ -95,46 +95,34 @@ class ProfileStore(Case):
         lost = [line for line in program.all_lines if "The settings were destroyed" in line]
         return self.run_program("profile", "get", "RainThreshold").stdout.strip(), lost
 
-    def destroyed_stores(self):
-        """Each way to destroy the file, with what was there afterwards; the good copy is beside it."""
-        write = self.file.write_bytes
-
-        def cut_behind(text):
-            write(whole[:whole.index(text) + len(text)])
-
-        def put_there(make):
-            self.file.unlink()
-            make(self.file)
-
+    def test_a_destroyed_file_gets_its_copy_back_and_says_so_until_acknowledged(self):
         self.set("RainThreshold", "200")
         self.set("WindsAvgCnt", "15")
         whole = self.file.read_bytes()
-        destroy = {"empty": lambda: write(b""), "zeros": lambda: write(bytes(len(whole))),
-                   "garbage": lambda: write(random.Random(3).randbytes(2000)), "cut": lambda: write(whole[:1500]),
-                   "cut in the stamp": lambda: cut_behind(b"RegVer=2.1"),
-                   "cut in the last value": lambda: cut_behind(b"WindsAvgCnt=1"),
-                   "no stamp": lambda: write(whole.replace(b"RegVer=2.18\n", b"")),
-                   "a folder": lambda: put_there(os.mkdir), "a pipe": lambda: put_there(os.mkfifo),
-                   "gone": self.file.unlink}
-        for name, act in destroy.items():
-            act()
-            yield name
-            self.assertEqual(self.run_program("profile", "acknowledge").returncode, 0)
 
-    def test_a_destroyed_file_gets_its_copy_back_and_says_so_until_acknowledged(self):
+        def cut_behind(text):
+            return whole[:whole.index(text) + len(text)]
+
+        destroyed = {"empty": b"", "zeros": bytes(len(whole)), "garbage": random.Random(3).randbytes(2000),
+                     "cut": whole[:1500], "cut in the stamp": cut_behind(b"RegVer=2.1"),
+                     "cut in the last value": cut_behind(b"WindsAvgCnt=1"),
+                     "no stamp": whole.replace(b"RegVer=2.18\n", b""), "a folder": os.mkdir, "a pipe": os.mkfifo,
+                     "gone": lambda _: None}
         kept = 0
-        for name in self.destroyed_stores():
+        for name, content in destroyed.items():
+            self.file.unlink()
+            make = content if callable(content) else lambda file: file.write_bytes(content)
+            make(self.file)
             self.assertEqual(self.run_program("profile", "get", "RainThreshold").returncode, 1, name)
             for start in ("first", "second"):
                 self.assertIn("The settings were destroyed",
                               self.run_program("profile", "set", "Left", "7").stderr, (name, start))
             self.assertEqual(self.run_program("profile", "get", "RainThreshold").stdout, "200\n", name)
             kept += name != "gone"
-            aside = [entry for entry in os.listdir(self.profile) if ".damaged-" in entry]
-            self.assertEqual(len(aside), kept, name)
-            for entry in os.scandir(self.profile):
-                if entry.is_file() and entry.name.endswith(".ini"):
-                    self.assertEqual(stat.S_IMODE(entry.stat().st_mode), 0o600, entry.name)
+            self.assertEqual(len(list(self.file.parent.glob("*.damaged-*"))), kept, name)
+            for file in filter(Path.is_file, self.file.parent.glob("*.ini")):
+                self.assertEqual(stat.S_IMODE(file.stat().st_mode), 0o600, file)
+            self.assertEqual(self.run_program("profile", "acknowledge").returncode, 0)
         self.assertEqual(self.rain_after_a_start(), ("200", []))
 
     def test_without_a_good_copy_the_defaults_are_said_as_loudly(self):

@@ -32,8 +32,9 @@ int Early(IWeather* weather) {
   print("WindSpeedWarn", weather->get_WindSpeedWarn(&warn), warn);
   SysFreeString(name);
   ISupportErrorInfo* support = nullptr;
-  print("ISupportErrorInfo", weather->QueryInterface(IID_ISupportErrorInfo, reinterpret_cast<void**>(&support)),
-        support != nullptr && support->InterfaceSupportsErrorInfo(IID_IWeather) == S_OK);
+  weather->QueryInterface(IID_ISupportErrorInfo, reinterpret_cast<void**>(&support));
+  const bool says_why = support != nullptr && support->InterfaceSupportsErrorInfo(IID_IWeather) == S_OK;
+  std::cout << "ISupportErrorInfo " << says_why << '\n';
   if (support != nullptr) support->Release();
   print("DewPoint", weather->get_DewPoint(&temperature), "");
   print("Halt", weather->Halt(), "");

@@ -107,7 +107,7 @@ class Members(ComCase):
         # Wine does not carry the text of an error from process to process here, as Windows does.
         self.assertEqual(self.wine(CLIENT, "early").stdout.splitlines(), [
             "Safe 0 -1", "AmbientTemperature 0 5", "Name 0 Orvalis", "WindSpeedCloseD 0 12", "WindSpeedWarn 0 0.278",
-            "ISupportErrorInfo 0 1", "DewPoint 80040400 ", "Halt 0 "])
+            "ISupportErrorInfo 1", "DewPoint 80040400 ", "Halt 0 "])
         # A person started this program: it stays, and so does its link.
         self.assertEqual(self.script("Connected = False", "Connected"), ["Connected = False = Empty ",
                          "Connected = Boolean True"])

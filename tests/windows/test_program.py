@@ -90,12 +90,6 @@ class SerialLine(WindowsCase):
             self.wine("taskkill", "/IM", "orvalis.exe")
             program.wait(PATIENCE)
 
-    def test_the_usage_names_what_windows_has(self):
-        usage = self.run_program("--help").stdout
-        for words in ("-Embedding", "/RegServer", "/UnregServer"):
-            self.assertIn(words, usage)
-        self.assertNotIn("bus", usage)
-
 
 class Settings(WindowsCase):
     def test_a_folder_of_ones_own_and_the_systems_store_are_apart(self):
