@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "base/run_time_error.h"
+#include "tests/support/error_of.h"
 #include "tests/support/fake_event_loop.h"
 #include "tests/support/full_disk.h"
 
@@ -150,13 +150,10 @@ TEST_F(SqliteHistoryTest, AFileThatIsTakenAwayIsMadeAgain) {
 }
 
 TEST_F(SqliteHistoryTest, AFullDiskAndAMissingFolderAreSaidAndMended) {
-  const auto message = [&](const std::vector<Sample>& samples) -> std::string {
-    try {
-      history.Write(BatchOf(samples));
-    } catch (const RunTimeError& error) {
-      return error.what();
-    }
-    return "";
+  const auto message = [&](const std::vector<Sample>& samples) {
+    std::string text;
+    (void)test::ErrorOf([&] { history.Write(BatchOf(samples)); }, &text);
+    return text;
   };
   std::ofstream(folder) << "a file where the folder has to be";
   EXPECT_TRUE(message({Reading(kNoon)}).starts_with("cannot store the history " + file.string() + ": "));

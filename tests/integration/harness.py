@@ -27,19 +27,16 @@ class Process:
         self.lines = queue.Queue()
         self.all_lines = []  # those that were taken from the queue too
         self.errors = []
-        self._readers = [threading.Thread(target=self._read, daemon=True),
-                         threading.Thread(target=self._read_errors, daemon=True)]
+        self._readers = [threading.Thread(target=self._read, args=reader, daemon=True) for reader in (
+            (self.process.stdout, self.all_lines.append, self.lines.put), (self.process.stderr, self.errors.append))]
         for reader in self._readers:
             reader.start()
 
-    def _read(self):
-        for line in self.process.stdout:
-            self.all_lines.append(line.rstrip("\n"))
-            self.lines.put(line.rstrip("\n"))
-
-    def _read_errors(self):
-        for line in self.process.stderr:
-            self.errors.append(line.rstrip("\n"))
+    @staticmethod
+    def _read(pipe, *takers):
+        for line in pipe:
+            for take in takers:
+                take(line.rstrip("\n"))
 
     def line(self, matches, patience=PATIENCE):
         """The next line that `matches`; lines before it are dropped."""

@@ -1,6 +1,7 @@
 """The settings file: from the terminal, by several writers, through crashes and damage."""
 
 import configparser
+import contextlib
 import os
 import random
 import resource
@@ -58,11 +59,9 @@ class ProfileStore(Case):
 
     def look_for_what_others_may_read(self):
         for entry in os.scandir(self.profile):
-            try:
+            with contextlib.suppress(FileNotFoundError):
                 mode = entry.stat(follow_symlinks=False).st_mode
-            except FileNotFoundError:
-                continue
-            self.assertTrue(".ini.lock" in entry.name or not mode & 0o077, entry.name)
+                self.assertTrue(".ini.lock" in entry.name or not mode & 0o077, entry.name)
 
     def test_a_killed_writer_leaves_the_old_file_or_the_new_one_and_others_read_neither(self):
         self.set("RainThreshold", "0")

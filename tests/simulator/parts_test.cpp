@@ -97,8 +97,6 @@ TEST(CommandParser, UnderstandsWhatIsSentAndFindsBackAfterWhatIsNot) {
   for (const auto& [bytes, understood] : cases) EXPECT_EQ(Understood(bytes), understood) << bytes;
 }
 
-bool Befell(const std::optional<FaultRule>& fault, FaultKind kind) { return fault && fault->kind == kind; }
-
 TEST(Fault, LastsItsTimeOnceItStruck) {
   FaultBox faults({{FaultKind::kSilent, 0.2, 10.0}}, 1);
   Time now{};
@@ -108,22 +106,6 @@ TEST(Fault, LastsItsTimeOnceItStruck) {
   int struck = 0;
   for (int i = 1; i <= 1000; ++i) struck += faults.Next(AnswerKind::kFrame, now + seconds(20 * i)) ? 1 : 0;
   EXPECT_NEAR(struck, 200, 60);
-}
-
-TEST(Fault, StruckByHandOnceOrForATime) {
-  FaultBox faults({}, 1);
-  faults.Strike(FaultKind::kShort, std::nullopt, seconds(0));
-  EXPECT_FALSE(faults.Next(AnswerKind::kHandshake, seconds(1))) << "there is nothing to shorten";
-  EXPECT_TRUE(Befell(faults.Next(AnswerKind::kFrame, seconds(2)), FaultKind::kShort));
-  EXPECT_FALSE(faults.Next(AnswerKind::kFrame, seconds(3)));
-
-  faults.Strike(FaultKind::kSilent, 10.0, seconds(10));
-  EXPECT_TRUE(Befell(faults.Next(AnswerKind::kHandshake, seconds(19)), FaultKind::kSilent));
-  EXPECT_FALSE(faults.Next(AnswerKind::kHandshake, seconds(20)));
-
-  faults.Strike(FaultKind::kSilent, 10.0, seconds(30));
-  faults.Clear();
-  EXPECT_FALSE(faults.Next(AnswerKind::kFrame, seconds(31)));
 }
 
 TEST(Fault, EachSpoilsInItsOwnWay) {

@@ -31,26 +31,18 @@
 #include "platform/windows/panel_capture.h"
 #include "platform/windows/registry_profile.h"
 #include "platform/windows/shell_program_starter.h"
+#include "tests/support/error_of.h"
 #include "ui/desktop.h"
 #include "ui/publishing/picture_view.h"
 
 namespace orvalis {
 namespace {
 
+using test::ErrorOf;
+
 std::string Content(const std::string& path) {
   std::ifstream file(PathFromText(path), std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// The number of the RunTimeError that `work` ends with; 0 for none.
-int NumberOf(const std::function<void()>& work, std::string* text = nullptr) {
-  try {
-    work();
-  } catch (const RunTimeError& error) {
-    if (text != nullptr) *text = error.what();
-    return error.number();
-  }
-  return 0;
 }
 
 bool Eventually(const std::function<bool()>& holds) {
@@ -90,7 +82,7 @@ TEST_F(ComPortTest, NamesPortsByNumberBeyondNineToo) {
       {"99999999999", ""}};
   for (const auto& row : rows) {
     std::string name;
-    const int error = NumberOf([&] { name = ComPortName(row.first); });
+    const int error = ErrorOf([&] { name = ComPortName(row.first); });
     EXPECT_EQ(name, row.second) << row.first;
     EXPECT_EQ(error, row.second.empty() ? RunTimeError::kFileNotFound : 0) << row.first;
   }
@@ -200,7 +192,7 @@ TEST_F(RegistryProfileTest, AStoreInUseFailsAfterHalfASecond) {
   });
   held.acquire();
   std::string text;
-  EXPECT_EQ(NumberOf([&] { profile.WriteValue("", "Left", "2", ""); }, &text), RunTimeError::kPathFileAccess);
+  EXPECT_EQ(ErrorOf([&] { profile.WriteValue("", "Left", "2", ""); }, &text), RunTimeError::kPathFileAccess);
   EXPECT_NE(text.find("HKEY_CURRENT_USER\\Software\\OrvalisTests\\Registry"), std::string::npos) << text;
   EXPECT_EQ(profile.GetValue("", "Left", ""), "1");
   release.release();
@@ -224,15 +216,15 @@ TEST_F(SoundTest, PlaysWaveFilesAndSaysWhatIsMissing) {
   }
   MciSoundPlayer player;
   std::string why;
-  EXPECT_EQ(NumberOf([&] { player.Play(sound); }, &why), 0) << why;
-  EXPECT_EQ(NumberOf([&] { player.Play(sound); }), 0) << "the first one is stopped and closed";
+  EXPECT_EQ(ErrorOf([&] { player.Play(sound); }, &why), 0) << why;
+  EXPECT_EQ(ErrorOf([&] { player.Play(sound); }), 0) << "the first one is stopped and closed";
   for (const std::string& path : {folder + "\\none.wav", folder, std::string()}) {
     std::string text;
-    EXPECT_EQ(NumberOf([&] { player.Play(path); }, &text), RunTimeError::kFileNotFound) << path;
+    EXPECT_EQ(ErrorOf([&] { player.Play(path); }, &text), RunTimeError::kFileNotFound) << path;
     EXPECT_NE(text.find("choose one in the setup"), std::string::npos) << text;
   }
   std::ofstream(PathFromText(folder + "\\text.wav")) << "no sound at all";
-  EXPECT_EQ(NumberOf([&] { player.Play(folder + "\\text.wav"); }), RunTimeError::kDeviceUnavailable);
+  EXPECT_EQ(ErrorOf([&] { player.Play(folder + "\\text.wav"); }), RunTimeError::kDeviceUnavailable);
 }
 
 using ProgramTest = WindowsTest;
@@ -241,7 +233,7 @@ TEST_F(ProgramTest, StartsABatchFileInItsOwnFolder) {
   const std::string batch = folder + "\\close the roof.bat";
   std::ofstream(PathFromText(batch)) << "@echo closed>done.txt\r\n";
   ShellProgramStarter starter;
-  EXPECT_EQ(NumberOf([&] { starter.Start(batch); }), 0);
+  EXPECT_EQ(ErrorOf([&] { starter.Start(batch); }), 0);
   EXPECT_TRUE(Eventually([&] { return Content(folder + "\\done.txt").starts_with("closed"); }));
 
   std::ofstream(PathFromText(folder + "\\text.exe")) << "no program at all";
@@ -249,7 +241,7 @@ TEST_F(ProgramTest, StartsABatchFileInItsOwnFolder) {
                                               {"", RunTimeError::kFileNotFound},
                                               {folder, RunTimeError::kFileNotFound},
                                               {folder + "\\text.exe", RunTimeError::kPathFileAccess}};
-  for (const auto& [path, error] : rows) EXPECT_EQ(NumberOf([&, to = path] { starter.Start(to); }), error) << path;
+  for (const auto& [path, error] : rows) EXPECT_EQ(ErrorOf([&, to = path] { starter.Start(to); }), error) << path;
 }
 
 using SafeFileTest = WindowsTest;
@@ -334,21 +326,6 @@ TEST_F(CaptureTest, AWindowThatIsNotSeenIsPicturedToo) {
   EXPECT_EQ(picture.toImage().pixel(10, 5), 0xFF102030u);
 }
 
-TEST_F(CaptureTest, APictureOwnsItsBitmapAndHasItsPalette) {
-  LOGPALETTE colours{};
-  colours.palVersion = 0x300;
-  colours.palNumEntries = 1;
-  HPALETTE const palette = CreatePalette(&colours);
-  HBITMAP const bitmap = CreateBitmap(2, 2, 1, 32, nullptr);
-  {
-    const PicturePtr picture = CreateBitmapPicture(bitmap, palette);
-    OLE_HANDLE handle = 0;
-    ASSERT_EQ(picture->get_hPal(&handle), S_OK);
-    EXPECT_EQ(handle, static_cast<OLE_HANDLE>(reinterpret_cast<UINT_PTR>(palette)));
-  }
-  EXPECT_EQ(GetObjectType(bitmap), 0u);
-}
-
 TEST(Desktop, AWindowIsKeptOnTopWhereItIs) {
   QWidget window;
   window.setGeometry(120, 60, 80, 80);
@@ -392,10 +369,3 @@ TEST(StopSignals, AreToldByTheirMessages) {
 
 }  // namespace
 }  // namespace orvalis
-
-int main(int argc, char** argv) {
-  testing::InitGoogleTest(&argc, argv);
-  if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();  // needs no display
-  const QApplication application(argc, argv);
-  return RUN_ALL_TESTS();
-}
