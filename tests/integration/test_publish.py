@@ -23,10 +23,6 @@ END = 2  # seconds that an end may take: one, and one for a busy machine
 
 
 class PublishCase(Case):
-    def quiet_night(self):
-        self.unit("--fast").measure({"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "120", "WND": "20",
-                                     "LGT": "1000"})
-
     def web_server(self, *acts):
         server = WebServer(*acts)
         self.addCleanup(server.close)
@@ -43,7 +39,7 @@ class PublishCase(Case):
 
 class Readings(PublishCase):
     def test_they_arrive_to_the_byte_and_on_their_interval(self):
-        self.quiet_night()
+        self.evening()
         server = self.web_server()
         self.allow(server)
         program = self.headless()
@@ -61,7 +57,7 @@ class Readings(PublishCase):
         self.assertNotIn("readings upload", said)
 
     def test_a_server_that_misbehaves_holds_nothing_up(self):
-        self.quiet_night()
+        self.evening()
         acts = [web_servers.reset, web_servers.redirect, web_servers.flood, web_servers.refuse_politely,
                 web_servers.silent, web_servers.drip]
         server = self.web_server(*acts)
@@ -113,7 +109,7 @@ class Window(PublishCase, ScreenCase):
         return Path(self.bin, name)
 
     def test_what_is_typed_is_sent_and_the_picture_arrives(self):
-        self.quiet_night()
+        self.evening()
         server = self.web_server()
         ftp = FtpServer(self.folder)
         self.addCleanup(ftp.close)
@@ -164,7 +160,7 @@ class Window(PublishCase, ScreenCase):
         self.assertNotIn("s3cr", self.in_bin("orvalis_errors.txt").read_text("utf-8") + "".join(program.errors))
 
     def test_an_ftp_server_that_is_stuck_holds_up_neither_the_polling_nor_the_end(self):
-        self.quiet_night()
+        self.evening()
         self.set_all({"g_bAllow_WEB": "1", "WebcamBuiltIn": "1", "g_lWEBUpdate_interval_index": "0",
                       "g_sWEBcam_name": "cam", "g_sPWS_password": PASSWORD})
         for server in (StuckFtpServer(dribbles=False), StuckFtpServer(dribbles=True)):
@@ -180,7 +176,7 @@ class Window(PublishCase, ScreenCase):
                 self.assertLess(seconds, END)
 
     def test_name_servers_that_say_nothing_do_not_hold_up_the_end(self):
-        self.quiet_night()
+        self.evening()
         asked = Path(self.folder, "asked")
         self.env["SILENT_NAMES"] = str(asked)
         self.set_all({"g_sPWS_name": "KTEST1", "g_sPWS_password": PASSWORD, "g_sWEBcam_name": "cam",

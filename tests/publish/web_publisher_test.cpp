@@ -170,9 +170,6 @@ TEST_F(WebPublisherTest, AnotherIntervalIsKeptByTheWindowAndByTheCycle) {
   profile.fails = false;
   Tick(2);
   EXPECT_EQ(profile.At("g_lPWSUpdate_interval"), "5");
-  settings.g_lPWSUpdate_interval_index = 99;
-  Tick(2);
-  EXPECT_EQ(profile.At("g_lPWSUpdate_interval"), "600") << "what the list says when nothing is chosen";
 }
 
 TEST_F(WebPublisherTest, WhatAServerDoesWrongIsOneLineAndTheNextUploadIsOnItsTick) {

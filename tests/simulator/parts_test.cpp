@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "alarm_logic.h"
 #include "command_parser.h"
 #include "fault.h"
 #include "field.h"
@@ -19,37 +18,6 @@ namespace {
 using std::chrono::microseconds;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
-
-Readings QuietNight() {
-  Readings readings{};
-  for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.default_value;
-  return readings;
-}
-
-TEST(AlarmLogic, RainHoldsTheRelayForItsTimeAfterItEnded) {
-  AlarmLogic logic;
-  const Settings settings = PowerUpSettings();
-  Readings wet = QuietNight();
-  wet[Index(Field::kRain)] = 500;
-  EXPECT_FALSE(logic.Step(QuietNight(), settings, seconds(1)).relay) << "no rain yet";
-  EXPECT_TRUE(logic.Step(wet, settings, seconds(100)).relay);
-  EXPECT_TRUE(logic.Step(QuietNight(), settings, seconds(159)).relay);
-  EXPECT_FALSE(logic.Step(QuietNight(), settings, seconds(160)).relay);
-}
-
-TEST(AlarmLogic, CloudsEndClearlyBelowTheirThreshold) {
-  AlarmLogic logic;
-  const auto relay_at = [&logic](double sky) {
-    Readings readings = QuietNight();
-    readings[Index(Field::kSky)] = sky;
-    return logic.Step(readings, PowerUpSettings(), seconds(0)).relay;
-  };
-  EXPECT_FALSE(relay_at(-6));
-  EXPECT_TRUE(relay_at(-4));
-  EXPECT_TRUE(relay_at(-6.9));
-  EXPECT_FALSE(relay_at(-7));
-  EXPECT_FALSE(relay_at(-6));
-}
 
 // What the bytes are understood as, in short: W handshake, F frame, p, "SR=350", and x for what was dropped.
 std::string Understood(std::string_view bytes) {

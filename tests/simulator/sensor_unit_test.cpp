@@ -57,6 +57,17 @@ TEST_F(SensorUnitTest, HeaterAndRelayFollowTheWeather) {
   }
 }
 
+TEST_F(SensorUnitTest, TheRelayHoldsForAWhileAfterRainAndAtTheEdgeOfClouds) {
+  // When, what is measured then, and the frame's RB. Rain holds it for 60 seconds, clouds until 2 degrees below.
+  const std::tuple<int, const char*, const char*> course[] = {
+      {100, "R 500", "1"}, {101, "R 200", "1"},   {159, "R 200", "1"}, {160, "R 200", "0"}, {161, "TP -6", "0"},
+      {162, "TP -4", "1"}, {163, "TP -6.9", "1"}, {164, "TP -7", "0"}, {165, "TP -6", "0"}};
+  for (const auto& [when, measured, relay] : course) {
+    Type("set " + std::string(measured), seconds(when));
+    EXPECT_EQ(Cut(84, 1, seconds(when)), relay) << when;
+  }
+}
+
 TEST_F(SensorUnitTest, TheLineKeepsAnswersAndAPowerCutTakesTheSettings) {
   const auto out = [&](Time now) { return unit_->TakeDue(now).size(); };
   Restart({.delay = 5.0});

@@ -158,18 +158,13 @@ class ProfileObject : public Object {
   RegistryProfile store_{L"Software\\OrvalisTests\\Profile"};
 };
 
-class UtilityObject : public Object {
- public:
-  UtilityObject() : Object("util") {}
-};
-
 class SerialObject : public Object {
  public:
   SerialObject() : Object("Serial") {
     Put("Port", [this](const std::string& text) { port_ = text; });
     Put("Speed", [](const std::string&) {});
     Put("ReceiveTimeout", [this](const std::string& text) { seconds_ = std::stoi(text); });
-    Put("Connected", [this](const std::string& text) { text == "0" || text == "False" ? Close() : Open(); });
+    Put("Connected", [this](const std::string& text) { text == "0" || text == "False" ? void(line_ = {}) : Open(); });
     Get("Connected", [this] { return ToVariant(static_cast<bool>(line_)); });
     Method("ClearBuffers", 0, [this](const Arguments&) {
       PurgeComm(line_.get(), PURGE_RXCLEAR | PURGE_TXCLEAR);
@@ -198,9 +193,8 @@ class SerialObject : public Object {
     time_outs.ReadIntervalTimeout = MAXDWORD;
     SetCommTimeouts(line_.get(), &time_outs);
   }
-  void Close() { line_ = {}; }
   [[noreturn]] void Gone() {
-    Close();
+    line_ = {};
     throw Failure{"the line is gone"};
   }
   VARIANT Receive(const std::function<bool(const std::string&)>& complete) {
@@ -226,11 +220,9 @@ class SerialObject : public Object {
 };
 
 /// By the last digit of their class.
-template <typename Made>
-IDispatch* Make() {
-  return new Made;
-}
-constexpr std::array<IDispatch* (*)(), 3> kMakers{Make<ProfileObject>, Make<UtilityObject>, Make<SerialObject>};
+constexpr std::array<IDispatch* (*)(), 3> kMakers{[]() -> IDispatch* { return new ProfileObject; },
+                                                  []() -> IDispatch* { return new Object("util"); },
+                                                  []() -> IDispatch* { return new SerialObject; }};
 
 }  // namespace
 }  // namespace orvalis

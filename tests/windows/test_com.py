@@ -3,7 +3,6 @@
 import os
 import shutil
 import subprocess
-import tempfile
 import time
 import unittest
 from pathlib import Path
@@ -28,9 +27,6 @@ Else
 End If
 """
 CLIENT = os.path.join(WINDOWS_BIN, "com_client.exe")
-MEMBERS = ("Safe", "AmbientTemperature", "BarometricPressure", "Clouds", "DewPoint", "InsideTemperature", "Name",
-           "Precipitation", "RelativeHumidity", "WindDirection", "WindVelocity", "Connected", "WindSpeedCloseD",
-           "WindSpeedWarn", "Temperature", "Halt")
 
 
 def servers():
@@ -87,18 +83,15 @@ class ComCase(WindowsCase):
 
 class Members(ComCase):
     def test_scripts_and_compiled_clients_see_the_same(self):
-        unit = self.unit("--fast")
-        unit.measure({"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "371", "WND": "20",
-                      "RB": "0"})
-        program = self.headless()
-        self.reading(program, lambda r: r["ambient_c"] == 5)
+        _, program = self.polled_evening(R="371")
         not_served = " raised 80040400 [Orvalis]  is not implemented by this Orvalis server."
-        self.assertEqual(self.script(*MEMBERS), [
+        members = [
             "Safe = Boolean True", "AmbientTemperature = Single 5", "BarometricPressure" + not_served,
             "Clouds = Single 0", "DewPoint" + not_served, "InsideTemperature" + not_served, "Name = String Orvalis",
             "Precipitation = Boolean True", "RelativeHumidity = Single 0.49", "WindDirection" + not_served,
             "WindVelocity = Single 15.64157", "Connected = Boolean True", "WindSpeedCloseD = Long 12",
-            "WindSpeedWarn = Double 0.278", "Temperature = Double 5", "Halt = Empty "])
+            "WindSpeedWarn = Double 0.278", "Temperature = Double 5", "Halt = Empty "]
+        self.assertEqual(self.script(*(line.split()[0] for line in members)), members)
         # The automation system's own numbers: no such member, wrong count, wrong type, not to be put.
         wrong = self.script("Pressure", "Halt 1", "Connected = weather.Name", "Safe = True")
         self.assertEqual([line.split(" [")[0] for line in wrong[:3]],
@@ -160,35 +153,35 @@ class StartedForAClient(ComCase):
 
 class Registration(WindowsCase):
     def test_is_whole_or_not_at_all(self):
+        def query(key, *options):
+            return self.wine("reg", "query", key, *options)
+
         key = r"HKLM\Software\Classes\Orvalis.Weather\CLSID"
         ComCase.register("/RegServer")
-        class_id = self.wine("reg", "query", key, "/ve").stdout.split()[-1]
-        server = self.wine("reg", "query", r"HKLM\Software\Classes\CLSID\%s\LocalServer32" % class_id, "/ve").stdout
-        self.assertIn('orvalis.exe"', server.lower())
+        class_id = query(key, "/ve").stdout.split()[-1]
+        self.assertIn('orvalis.exe"',
+                      query(r"HKLM\Software\Classes\CLSID\%s\LocalServer32" % class_id, "/ve").stdout.lower())
         # Again, as an upgrade does, where this user alone had another one.
         own = [r"HKCU\Software\Classes\CLSID\%s" % class_id, r"HKCU\Software\Classes\Orvalis.Weather"]
         for place in own:
             self.assertEqual(self.wine("reg", "add", place + r"\LocalServer32", "/ve", "/d", "old.exe").returncode, 0)
         ComCase.register("/RegServer")
         for place in own:
-            self.assertEqual(self.wine("reg", "query", place).returncode, 1, "it hides the one for all users")
+            self.assertEqual(query(place).returncode, 1, "it hides the one for all users")
         # Programs of 32 bits have a part of the registry to themselves.
         types = r"HKLM\Software\Classes\TypeLib\{68C10D0F-6203-4FDC-B903-9FC45F5749E2}\1.0\0\win32"
         interface = r"HKLM\Software\Classes\Interface\{4F2EFF6B-E5B9-467A-84D3-8CBD65CF7BDD}"
-        self.assertIn("orvalis.exe\\2", self.wine("reg", "query", types, "/ve").stdout.lower())
+        self.assertIn("orvalis.exe\\2", query(types, "/ve").stdout.lower())
         self.assertIn("{00020424-0000-0000-C000-000000000046}",
-                      self.wine("reg", "query", interface + r"\ProxyStubClsid32", "/ve", "/reg:32").stdout)
+                      query(interface + r"\ProxyStubClsid32", "/ve", "/reg:32").stdout)
         # A copy in a second folder takes the registration over, and gives back none that is not its own.
-        second = tempfile.mkdtemp(prefix="orvalis-test-")
-        self.addCleanup(shutil.rmtree, second)
-        copy = shutil.copy(PROGRAM, second)
+        copy = shutil.copy(PROGRAM, self.folder)
         self.assertEqual(self.wine(copy, "/UnregServer").returncode, 0)
-        self.assertEqual(self.wine("reg", "query", key).returncode, 0, "another folder's registration is gone")
+        self.assertEqual(query(key).returncode, 0, "another folder's registration is gone")
         ComCase.register("-unregserver")
         for place in (key, r"HKLM\Software\Classes\CLSID\%s" % class_id, types, interface):
             for view in ("/reg:32", "/reg:64"):
-                left = self.wine("reg", "query", place, view)
-                self.assertEqual(left.returncode, 1, left.stdout)
+                self.assertEqual(query(place, view).returncode, 1, place + view)
 
 
 if __name__ == "__main__":

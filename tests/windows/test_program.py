@@ -60,12 +60,9 @@ class WindowsCase(Case):
 
 class SerialLine(WindowsCase):
     def test_a_poll_over_the_real_line_and_its_loss(self):
-        unit = self.unit("--fast")
-        for command in ("set TA 5.00", "set TP -20.00", "set R 120", "set RB 0"):
-            unit.tell(command)
-        program = self.headless()
+        unit, program = self.evening(), self.headless()
         self.event(program, "connected to COM%d" % PORT)
-        reading = self.reading(program, lambda r: r["ambient_c"] == 5)
+        reading = self.reading(program)
         self.assertEqual((reading["sky_c"], reading["diff_c"], reading["rain"], reading["unsafe"], len(reading["frame"])),
                          (-20, 25, 120, False, 117))
         unit.tell("set RB 1")
@@ -112,8 +109,7 @@ class Settings(WindowsCase):
         self.env["ORVALIS_PROFILE_DIR"] = windows_path(os.path.join(place, "Profil ñ"))
         self.set_all({"g_lFullLog": "1", "g_sFullLogPath": windows_path(place), "g_lOneLineLog": "1",
                       "g_sOneLineLogPath": windows_path(place)})
-        unit = self.unit("--fast")
-        unit.measure({"TA": "5.00"})
+        self.evening()
         running = self.launch(WINE, program, "--headless", "--json", "--port", str(PORT))
         self.reading(running, lambda r: r["ambient_c"] == 5)
         self.assertEqual(self.end(running)[0], 0)
@@ -180,9 +176,7 @@ class DriverObjects(WindowsCase):
         self.assertEqual(every.count("Serial released"), 1)
 
     def test_a_silent_unit_holds_nothing_up(self):
-        unit = self.unit("--fast")
-        program = self.headless()
-        self.reading(program)
+        unit, program = self.polled_evening()
         unit.tell("fault silent 60")
         asked = len(self.recorded(" rx "))
         self.wait_until(lambda: len(self.recorded(" rx ")) > asked, "the object waits for an answer")
@@ -198,9 +192,7 @@ class DriverObjects(WindowsCase):
         self.assertIn("the port COM99 cannot be opened: \"DriverHelper.Serial\", Connected: COM99 is not there",
                       self.event(program, "connect failed: ")["event"])
         self.end(program)
-        unit = self.unit("--fast")
-        program = self.headless()
-        self.reading(program)
+        unit, program = self.polled_evening()
         unit.kill()
         self.assertIn("the line is gone", self.event(program, "lost")["event"])
         self.assertEqual(self.end(program)[0], 0)

@@ -4,11 +4,11 @@
 #include <windows.h>
 
 // Behind the types of windows.h.
-#include <olectl.h>
+
+#include <QtCore/qtestsupport_core.h>
 
 #include <QApplication>
 #include <QDate>
-#include <QElapsedTimer>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -28,7 +28,6 @@
 #include "platform/system/stop_signals.h"
 #include "platform/windows/com_port.h"
 #include "platform/windows/mci_sound_player.h"
-#include "platform/windows/panel_capture.h"
 #include "platform/windows/registry_profile.h"
 #include "platform/windows/shell_program_starter.h"
 #include "tests/support/error_of.h"
@@ -40,21 +39,11 @@ namespace {
 
 using test::ErrorOf;
 
+constexpr int kPatienceMs = 20'000;
+
 std::string Content(const std::string& path) {
   std::ifstream file(PathFromText(path), std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
-}
-
-bool Eventually(const std::function<bool()>& holds) {
-  constexpr int kPatienceMs = 20000;
-  QElapsedTimer since;
-  since.start();
-  while (!holds()) {
-    if (since.elapsed() > kPatienceMs) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    Sleep(5);
-  }
-  return true;
 }
 
 /// A folder whose name needs more than one code page and has a blank.
@@ -234,7 +223,7 @@ TEST_F(ProgramTest, StartsABatchFileInItsOwnFolder) {
   std::ofstream(PathFromText(batch)) << "@echo closed>done.txt\r\n";
   ShellProgramStarter starter;
   EXPECT_EQ(ErrorOf([&] { starter.Start(batch); }), 0);
-  EXPECT_TRUE(Eventually([&] { return Content(folder + "\\done.txt").starts_with("closed"); }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Content(folder + "\\done.txt").starts_with("closed"); }, kPatienceMs));
 
   std::ofstream(PathFromText(folder + "\\text.exe")) << "no program at all";
   const std::pair<std::string, int> rows[] = {{folder + "\\none.exe", RunTimeError::kFileNotFound},
@@ -248,9 +237,7 @@ using SafeFileTest = WindowsTest;
 
 TEST_F(SafeFileTest, ReplacesInOneStepAndTellsStatesApart) {
   const QString here = QString::fromStdString(folder);
-  EXPECT_TRUE(safe_file::CanWrite(here));
-  EXPECT_FALSE(safe_file::CanWrite(here + "/nowhere"));
-  EXPECT_EQ(safe_file::StampOf(here + "/a"), safe_file::Stamp{});
+  EXPECT_TRUE(safe_file::CanWrite(here) && !safe_file::CanWrite(here + "/nowhere"));
   std::ofstream(PathFromText(folder + "\\a")) << "old";
   const safe_file::Stamp old = safe_file::StampOf(here + "/a");
   EXPECT_EQ(old.size, 3);
@@ -274,7 +261,6 @@ class Painted : public QWidget {
     QCoreApplication::processEvents(QEventLoop::AllEvents, 500);
     repaint();
   }
-  [[nodiscard]] HWND Window() const { return reinterpret_cast<HWND>(winId()); }
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
@@ -303,19 +289,6 @@ TEST_F(CaptureTest, TheFileIsABitmapOf24BitsWithTheWindowsPixels) {
   for (const auto& [x, y, colour] : pixels) EXPECT_EQ(image.pixel(x, y), colour) << x << "," << y;
 }
 
-TEST_F(CaptureTest, APartIsTakenFromWhereItIs) {
-  const Painted form;
-  const PicturePtr part = CaptureWindow(form.Window(), true, 48, 23, 4, 4);
-  SHORT type = 0;
-  ASSERT_EQ(part->get_Type(&type), S_OK);
-  EXPECT_EQ(type, PICTYPE_BITMAP);
-  const QImage image = ImageOf(*part);
-  ASSERT_EQ(image.size(), QSize(4, 4));
-  EXPECT_EQ(image.pixel(0, 3), 0xFF0000FFu);
-  EXPECT_EQ(image.pixel(3, 3), 0xFF112233u);
-  EXPECT_EQ(image.pixel(1, 1), 0xFFFF0000u);
-}
-
 // There is nothing on the screen to copy then.
 TEST_F(CaptureTest, AWindowThatIsNotSeenIsPicturedToo) {
   QWidget hidden;
@@ -324,26 +297,6 @@ TEST_F(CaptureTest, AWindowThatIsNotSeenIsPicturedToo) {
   const QPixmap picture = desktop::PictureOf(hidden);
   ASSERT_EQ(picture.size(), QSize(20, 10));
   EXPECT_EQ(picture.toImage().pixel(10, 5), 0xFF102030u);
-}
-
-TEST(Desktop, AWindowIsKeptOnTopWhereItIs) {
-  QWidget window;
-  window.setGeometry(120, 60, 80, 80);
-  const auto on_top = [&] {
-    return (GetWindowLongPtrW(reinterpret_cast<HWND>(window.winId()), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
-  };
-  desktop::KeepOnTop(window, true);
-  EXPECT_FALSE(window.isVisible());
-  window.show();
-  QCoreApplication::processEvents();
-  const QPoint position = window.pos();
-  for (const bool on : {true, false, true}) {
-    desktop::KeepOnTop(window, on);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(on_top(), on);
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(window.pos(), position);
-  }
 }
 
 TEST(Desktop, AnAddressThatNothingOpensIsReported) {
@@ -364,7 +317,7 @@ TEST(StopSignals, AreToldByTheirMessages) {
   SendMessageW(window, WM_ENDSESSION, TRUE, 0);
   EXPECT_EQ(ended, 1) << "before the message is answered: the system does not wait any longer";
   PostMessageW(window, WM_CLOSE, 0, 0);
-  EXPECT_TRUE(Eventually([&] { return stopped == 1; }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return stopped == 1; }, kPatienceMs));
 }
 
 }  // namespace
