@@ -5,30 +5,23 @@
 //   bus N       the same of N calls that the bus itself answers, for comparison
 //   flood N     sends N reads without waiting for answers, then "done"
 
-#include <systemd/sd-bus.h>
-
 #include <algorithm>
 #include <chrono>
 #include <iostream>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "tests/support/session_bus.h"
+
 namespace {
 
-constexpr const char* kName = "org.orvalis.Weather";
-constexpr const char* kPath = "/org/orvalis/Weather";
-constexpr std::uint64_t kPatienceMicroseconds = 120'000'000;
-
-struct Closer {
-  void operator()(sd_bus* bus) const { sd_bus_flush_close_unref(bus); }
-  void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
-};
+using orvalis::test::kBusName;
+using orvalis::test::kBusPath;
 
 bool ReadSafe(sd_bus* bus) {
   int safe = 0;
-  return sd_bus_get_property_trivial(bus, kName, kPath, kName, "Safe", nullptr, 'b', &safe) >= 0;
+  return sd_bus_get_property_trivial(bus, kBusName, kBusPath, kBusName, "Safe", nullptr, 'b', &safe) >= 0;
 }
 
 bool AskBus(sd_bus* bus) {
@@ -52,9 +45,9 @@ std::string Measure(sd_bus* bus, int count, bool (*ask)(sd_bus*)) {
 std::string Flood(sd_bus* bus, int count) {
   for (int i = 0; i < count; ++i) {
     sd_bus_message* raw = nullptr;
-    sd_bus_message_new_method_call(bus, &raw, kName, kPath, "org.freedesktop.DBus.Properties", "Get");
-    const std::unique_ptr<sd_bus_message, Closer> call(raw);
-    sd_bus_message_append(raw, "ss", kName, "Safe");
+    sd_bus_message_new_method_call(bus, &raw, kBusName, kBusPath, "org.freedesktop.DBus.Properties", "Get");
+    const orvalis::test::BusMessage call(raw);
+    sd_bus_message_append(raw, "ss", kBusName, "Safe");
     sd_bus_message_set_expect_reply(raw, 0);
     if (sd_bus_send(bus, raw, nullptr) < 0) return "error: the bus takes no more";
     constexpr int kFlushEach = 100;
@@ -79,13 +72,11 @@ std::string Run(sd_bus* bus, const std::string& command) {
 }  // namespace
 
 int main() {
-  sd_bus* raw = nullptr;
-  if (sd_bus_open_user(&raw) < 0) {
+  const auto bus = orvalis::test::OpenSessionBus();
+  if (!bus) {
     std::cerr << "bus_load: there is no session bus\n";
     return 1;
   }
-  const std::unique_ptr<sd_bus, Closer> bus(raw);
-  sd_bus_set_method_call_timeout(raw, kPatienceMicroseconds);
   std::string command;
-  while (std::getline(std::cin, command)) std::cout << Run(raw, command) << std::endl;
+  while (std::getline(std::cin, command)) std::cout << Run(bus.get(), command) << std::endl;
 }

@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-// Behind the types of windows.h.
+// After windows.h, whose types they use.
 #include <initguid.h>
 #include <oleauto.h>
 
@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/com_tools.h"
 #include "weather_idl.h"
 
 namespace {
@@ -24,28 +25,9 @@ constexpr IID kReserved{};
 // {b3f3c6de-5a3c-4f0e-9d4e-2f6a7d1c8e90}
 constexpr CLSID kEmptyClass = {0xb3f3c6de, 0x5a3c, 0x4f0e, {0x9d, 0x4e, 0x2f, 0x6a, 0x7d, 0x1c, 0x8e, 0x90}};
 
-IDispatch* Create(REFCLSID class_id) {
-  void* object = nullptr;
-  const HRESULT result = CoCreateInstance(class_id, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch, &object);
-  if (FAILED(result)) {
-    std::cout << "no object: " << std::hex << result << std::endl;
-    std::exit(1);
-  }
-  return static_cast<IDispatch*>(object);
-}
-
 /// Answers to "Safe" and to nothing else.
-class EmptyObject final : public IDispatch {
+class EmptyObject final : public orvalis::test::NamedCalls {
  public:
-  STDMETHODIMP QueryInterface(REFIID interface_id, void** object) override {
-    const bool known = interface_id == IID_IUnknown || interface_id == IID_IDispatch;
-    *object = known ? this : nullptr;
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* ids) override { return *ids = 1, S_OK; }
   STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override {
     result->vt = VT_BOOL;
@@ -54,33 +36,16 @@ class EmptyObject final : public IDispatch {
   }
 };
 
-class EmptyFactory final : public IClassFactory {
- public:
-  STDMETHODIMP QueryInterface(REFIID interface_id, void** object) override {
-    const bool known = interface_id == IID_IUnknown || interface_id == IID_IClassFactory;
-    *object = known ? this : nullptr;
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
-  STDMETHODIMP CreateInstance(IUnknown*, REFIID interface_id, void** object) override {
-    return object_.QueryInterface(interface_id, object);
-  }
-  STDMETHODIMP LockServer(BOOL) override { return S_OK; }
-
- private:
-  EmptyObject object_;
-};
-
 int Serve() {
-  EmptyFactory factory;
+  auto* factory = new orvalis::test::ComFactory([]() -> IDispatch* { return new EmptyObject; });
   DWORD registration = 0;
   const HRESULT result =
-      CoRegisterClassObject(kEmptyClass, &factory, CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE, &registration);
+      CoRegisterClassObject(kEmptyClass, factory, CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE, &registration);
   std::cout << "serving " << std::hex << result << std::endl;
   MSG message;
   while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
   CoRevokeClassObject(registration);
+  factory->Release();
   return 0;
 }
 
@@ -102,8 +67,8 @@ double MedianRead(IDispatch* object, int count) {
 }
 
 int MeasureReads(int count) {
-  auto* weather = Create(CLSID_Weather);
-  auto* empty = Create(kEmptyClass);
+  auto* weather = orvalis::test::CreateElsewhere<IDispatch>(CLSID_Weather);
+  auto* empty = orvalis::test::CreateElsewhere<IDispatch>(kEmptyClass);
   std::vector<double> ours;
   std::vector<double> theirs;
   constexpr int kRounds = 9;

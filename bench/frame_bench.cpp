@@ -1,4 +1,4 @@
-// The path of every frame, from the unit's line to values, words and verdict.
+// The path of every frame: from the unit's line to values and words, and from these to the verdict.
 
 #include <benchmark/benchmark.h>
 
@@ -8,6 +8,7 @@
 
 #include "config/settings_store.h"
 #include "reading/frame_interpreter.h"
+#include "verdict/safety_judge.h"
 
 namespace {
 
@@ -62,6 +63,32 @@ void LineToWords(benchmark::State& state) {
   state.counters["allocations"] = static_cast<double>(most);
 }
 BENCHMARK(LineToWords);
+
+void ReadingToVerdict(benchmark::State& state) {
+  const Settings settings = DefaultSettings();
+  const Situation situation{.connected = true, .session = 1};
+  const SensorFrame frame(
+      "HUM=0712 LGT=0150 R=0480 WND=0031 TP=+00875 TTP=+01234 TA=+01102 AH=1 HB=1 AR=1 RB=1 AW=1 AL=0 AC=1 "
+      "Trg=+03691 FW=21#");
+  FrameInterpreter interpreter;
+  WeatherState weather;
+  FrameInterpreter::ReadSwitches(frame, weather);
+  interpreter.ReadRainLightAndWind(frame, settings, weather);
+  interpreter.Interpret(frame, settings, 200, weather);
+  SafetyJudge judge;
+  Instant now;
+  std::size_t most = 0;
+  for (auto _ : state) {
+    const std::size_t before = g_allocations;
+    now.tick += 2000;
+    now.utc += 2000;
+    judge.Take({.frame = frame, .weather = weather, .source = ReadingSource::kUnit}, settings, situation, now);
+    benchmark::DoNotOptimize(judge.Judge(settings, situation, now));
+    most = std::max(most, g_allocations - before);
+  }
+  state.counters["allocations"] = static_cast<double>(most);
+}
+BENCHMARK(ReadingToVerdict);
 
 }  // namespace
 }  // namespace orvalis

@@ -20,6 +20,19 @@ def leave():
     sys.exit(0 if all(rows) else 1)
 
 
+def check_running(process):
+    """Ends the measurement when the process it waits for is gone."""
+    if process.poll() is not None:
+        sys.exit("%s ended with code %d" % (" ".join(process.args), process.returncode))
+
+
+def wait_for_line(process, part):
+    while part not in (line := process.stdout.readline()):
+        if not line:
+            process.wait()
+            check_running(process)
+
+
 def cpu_seconds(pid):
     with open("/proc/%d/stat" % pid) as file:
         fields = file.read().rsplit(")", 1)[1].split()
@@ -51,6 +64,7 @@ def start_to_window(start, stop, env, budget):
         # xdotool's --sync polls twice a second, which is too coarse.
         while not subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Orvalis$"], env=env,
                                  capture_output=True, timeout=20).stdout:
+            check_running(process)
             time.sleep(0.005)
         times.append(time.monotonic() - begin)
         stop(process)

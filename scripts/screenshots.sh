@@ -35,7 +35,7 @@ picture panel-night clear NightTheme 1
 "$bin/orvalis" profile set NightTheme 0
 
 # The pages of the setup dialog, opened with the keyboard.
-Xvfb -displayfd 3 -screen 0 1280x1024x24 3>"$folder/display" 2>/dev/null &
+Xvfb -displayfd 3 -noreset -screen 0 1280x1024x24 3>"$folder/display" 2>/dev/null &
 screen=$!
 trap 'kill $screen; rm -rf "$folder"' EXIT
 while [[ ! -s $folder/display ]]; do sleep 0.05; done

@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 export WINEPREFIX=$PWD/build/windows/wine WINEARCH=win64 WINEDEBUG=-all WINELOADER=/usr/lib/wine/wine64
 mkdir -p build/windows
 display=$(mktemp)
-Xvfb -displayfd 3 -screen 0 1280x1024x24 3>"$display" 2>/dev/null &
+Xvfb -displayfd 3 -noreset -screen 0 1280x1024x24 3>"$display" 2>/dev/null &
 screen=$!
 trap 'wineserver -k >/dev/null 2>&1 || true; kill $screen $(jobs -p) 2>/dev/null || true; rm -f "$display"' EXIT
 while [[ ! -s $display ]]; do sleep 0.05; done

@@ -49,7 +49,7 @@ void LogFailedStart(const std::string& reason) {
   const QtClock clock;
   EventList events(clock);
   LineOutput errors(LineOutput::Stream::kError);
-  ErrorLog log(events, [&errors](const std::string& text) { errors.Write("orvalis: " + text); });
+  ErrorLog log(events, clock.style(), [&errors](const std::string& text) { errors.Write("orvalis: " + text); });
   log.Open(PathFromText(ProgramFolder()));
   events.Record("the program could not start: " + reason);
 }
@@ -142,7 +142,7 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
         });
         boundary_.RunToEnd("judging whether it is safe", [this] { observer_.Update(); });
       }),
-      error_log_(events_, [this](const std::string& text) { error_output_.Write("orvalis: " + text); }),
+      error_log_(events_, clock_.style(), [this](const std::string& text) { error_output_.Write("orvalis: " + text); }),
       weather_parts_{.flags = flags_,
                      .settings = settings_,
                      .weather = weather_,
@@ -165,7 +165,17 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                      .end_program = [] { QCoreApplication::exit(0); }},
       server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
                                          .record = [this](const std::string& text) { events_.Record(text); },
-                                         .ends_with_last_client = line.automation})) {
+                                         .ends_with_last_client = line.automation})),
+      network_({.sockets = sockets_,
+                .loop = loop_,
+                .clock = clock_,
+                .store = store_,
+                .observe = [this]() -> const Observation& { return observer_.Now(); },
+                .record = [this](const std::string& text) { events_.Record(text); },
+                .complain =
+                    [this](const std::string& text) {
+                      panel_.Stand({.cause = StandingMessage::Cause::kNetwork, .text = text});
+                    }}) {
   error_log_.Open(PathFromText(ProgramFolder()));
   observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
@@ -181,6 +191,7 @@ Core::~Core() = default;
 Core::Parts Core::parts() {
   return {.line = line_,
           .loop = loop_,
+          .style = clock_.style(),
           .store = store_,
           .flags = flags_,
           .settings = settings_,
@@ -206,11 +217,11 @@ int Core::Run(Front* front) {
   front_ = front;
   StartUp(front);
   settings_loss_.Watch();
-  verdict_log_.Open(PathFromText(ProgramFolder()));
   observer_.Update();
   publisher_.Load();
   if (front_ != nullptr) front_->ShowSettings();
   ServeClients();
+  ApplyNetwork();
   if (poll_.InDemoMode()) panel_.status = "Demo mode: simulated values";
   Refresh();
   history_.LoadSoon();
@@ -243,6 +254,7 @@ void Core::ShutDown() noexcept {
   if (!startup_) return;
   setup_timer_.SetEnabled(false);
   boundary_.RunToEnd("giving the last verdict", [this] { observer_.Stop(); });
+  network_.Close();
   startup_->Shutdown();  // first: the link is closed and the panel's place kept, whatever the history's disk does
   history_.Flush();
 }
@@ -251,6 +263,16 @@ void Core::Refresh() {
   if (front_ == nullptr) return;
   ShowLink(link_.state(), reconnect_.seconds_left(), panel_);
   front_->Refresh();
+}
+
+void Core::ApplyNetwork() {
+  // What was started for a client ends with it: others could not rely on it.
+  if (line_.automation) return;
+  Settings settings = settings_;
+  if (const QString port = qEnvironmentVariable("ORVALIS_HTTP_PORT"); !port.isEmpty()) {
+    settings.NetworkPort = port.toUShort();
+  }
+  boundary_.RunToEnd("serving the network", [&] { network_.Apply(settings); });
 }
 
 void Core::Poll() {
@@ -274,6 +296,7 @@ std::vector<SerialPortEntry> Core::ListPorts() {
 void Core::Announce(const Observation& now, const Observer::News& news) {
   verdict_records_.Note(now, news);
   if (!now.verdict.safe) poll_.KeepRecord(news.verdict);
+  network_.Note(now);
 }
 
 void Core::Report(const std::string& text) {
@@ -284,7 +307,7 @@ void Core::Report(const std::string& text) {
 void Core::PrintReadings() {
   poll_.Listen([this](const SensorFrame& frame) {
     const Reading reading{.time = clock_.LocalNow(), .weather = weather_, .frame = frame, .now = observer_.Now()};
-    output_.Write(line_.json ? ReadingJson(reading) : ReadingText(reading));
+    output_.Write(line_.json ? ReadingJson(reading) : ReadingText(reading, clock_.style()));
   });
   if (line_.json) {
     observer_.Listen([this](const Observation& now, const Observer::News& news) {
@@ -293,7 +316,7 @@ void Core::PrintReadings() {
   }
   const bool on_both = !native::OutputsAreSame();
   events_.Listen([this, on_both](const Event& event) {
-    output_.Write(line_.json ? EventJson(event) : EventText(event));
+    output_.Write(line_.json ? EventJson(event) : EventText(event, clock_.style()));
     if (on_both) error_output_.Write("orvalis: " + event.text);
   });
 }

@@ -1,6 +1,5 @@
 #include "launch.h"
 
-#include <QLocale>
 #include <QStandardPaths>
 #include <chrono>
 #include <cstdio>
@@ -19,7 +18,6 @@
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
 #include "platform/qt/single_instance.h"
-#include "platform/qt/user_time.h"
 #include "platform/system/stop_signals.h"
 
 namespace orvalis {
@@ -68,9 +66,9 @@ int RunProfile(const CommandLine& line) {
   return RunProfileCommand(line.profile, store, std::cin, std::cout, std::cerr);
 }
 
-/// Says why the program cannot run, and keeps it in the error log; in a window too when a person started it and not
-/// from a terminal, because nobody would see it otherwise. A client waits for the end of a program that was started for
-/// it, and nobody may be there to close a window: the system's own log has it then.
+/// Reports why the program cannot run, and records it in the error log; in a window too if a person started it, but not
+/// from a terminal. When it was started for a client, which waits for it to end, there may be no one to close a window:
+/// then the system's log records it.
 int FailToStart(const std::exception& error, const CommandLine& line, WindowSystem* windows) {
   StopSignals::ExitImmediately(kExitFailed);
   std::cerr << "orvalis: " << error.what() << '\n';
@@ -218,7 +216,6 @@ int DoLaunch(int argc, char** argv, WindowSystem* windows) {
   int qt_argc = windows != nullptr ? static_cast<int>(qt_argv.size()) : 1;
   qt_argv.push_back(nullptr);
   const std::unique_ptr<QCoreApplication> application = MakeApplication(qt_argc, qt_argv.data(), windows);
-  UseTimeStyle(TimeStyleOf(QLocale::system()));
   QCoreApplication::setApplicationName("orvalis");
   QCoreApplication::setApplicationVersion(ORVALIS_VERSION);
   try {

@@ -41,7 +41,7 @@ ProgramWindows::ProgramWindows(Core& core) : core_(core), parts_(core.parts()) {
 ProgramWindows::~ProgramWindows() = default;
 
 void ProgramWindows::BuildPanel() {
-  panel_ = std::make_unique<frmHandBox>(parts_.panel);
+  panel_ = std::make_unique<frmHandBox>(parts_.panel, parts_.style);
   panel_window_ = std::make_unique<PlacedPanel>(*panel_);
   QObject::connect(panel_.get(), &frmHandBox::ConnectToggled, panel_.get(), [this](bool on) {
     if (on) {
@@ -105,7 +105,8 @@ void ProgramWindows::BuildGraphs() {
       frmGraph::Parts{.recorder = parts_.history,
                       .centigrade = [this] { return parts_.settings.Centigrade; },
                       .on_top = [this] { return parts_.settings.AlwaysOnTop; },
-                      .report = [this](const std::string& text) { parts_.events.Record(text); }});
+                      .report = [this](const std::string& text) { parts_.events.Record(text); },
+                      .style = parts_.style});
   parts_.history.OnReplaced([this] { graphs_->ShowDefaultRange(); });
   QObject::connect(panel_->AddToolButton("Temperature &graph…"), &QPushButton::clicked, panel_.get(),
                    [this] { graphs_->OpenTemperatures(); });

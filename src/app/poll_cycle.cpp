@@ -205,7 +205,7 @@ void PollCycle::CheckStaleness() {
   if (stale_reported_ || !answer_due) return;
   stale_reported_ = true;
   const std::string since =
-      parts_.panel.fresh_at ? "since " + FormatTimeOfDay(*parts_.panel.fresh_at) : "since the start";
+      parts_.panel.fresh_at ? "since " + parts_.clock.style().time(*parts_.panel.fresh_at) : "since the start";
   const std::string lacking = last_frame_unusable_ ? "valid reading" : "complete frame";
   parts_.events.Record("stale: no " + lacking + " " + since);
   parts_.panel.status = "No " + lacking + " from the unit " + since;

@@ -79,12 +79,12 @@ std::vector<std::string_view> NamesOf(const SafetyVerdict& verdict) {
 
 }  // namespace
 
-std::string ReadingText(const Reading& reading) {
+std::string ReadingText(const Reading& reading, const TimeStyle& style) {
   const WeatherState& w = reading.weather;
   const auto number = [](double value, std::string_view unit, bool known = true) {
     return known ? FormatFixed(value, 1) + std::string(unit) : std::string("-");
   };
-  std::string line = FormatTimeOfDay(reading.time);
+  std::string line = style.time(reading.time);
   const auto add = [&](std::string_view label, const std::string& value) {
     line += "  ";
     line += label;
@@ -154,7 +154,7 @@ std::string VerdictJson(const CivilTime& time, const Observation& now) {
       .Finish();
 }
 
-std::string EventText(const Event& event) { return FormatTimeOfDay(event.time) + "  " + event.text; }
+std::string EventText(const Event& event, const TimeStyle& style) { return style.time(event.time) + "  " + event.text; }
 
 std::string EventJson(const Event& event) {
   return JsonObject().Text("time", FormatIso8601(event.time)).Utf8("event", event.text).Finish();

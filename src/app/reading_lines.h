@@ -21,11 +21,11 @@ struct Reading {
 // One line each, without a line end. Numbers always have a decimal point; an unknown temperature is "-" in the text and
 // null in JSON. docs/guide.md lists the JSON fields.
 
-[[nodiscard]] std::string ReadingText(const Reading& reading);
+[[nodiscard]] std::string ReadingText(const Reading& reading, const TimeStyle& style);
 [[nodiscard]] std::string ReadingJson(const Reading& reading);
 /// A change of the verdict.
 [[nodiscard]] std::string VerdictJson(const CivilTime& time, const Observation& now);
-[[nodiscard]] std::string EventText(const Event& event);
+[[nodiscard]] std::string EventText(const Event& event, const TimeStyle& style);
 [[nodiscard]] std::string EventJson(const Event& event);
 
 }  // namespace orvalis

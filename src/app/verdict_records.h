@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "app/observer.h"
 #include "base/clock.h"
 #include "base/event_list.h"
@@ -23,7 +25,11 @@ class VerdictRecords {
   void Note(const Observation& now, const Observer::News& news);
 
  private:
+  /// Writes to the folder of the full log.
+  void Log(const Observation& now);
+
   Parts parts_;
+  std::string folder_;  ///< of the open log
 };
 
 }  // namespace orvalis

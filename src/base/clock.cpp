@@ -3,7 +3,6 @@
 #include <array>
 #include <chrono>
 #include <cstdlib>
-#include <utility>
 
 namespace orvalis {
 namespace {
@@ -33,13 +32,6 @@ constexpr std::array kPieces{
     Piece{"AM/PM", [](const CivilTime& t, bool) { return std::string(t.hour < 12 ? "AM" : "PM"); }},
 };
 
-TimeStyle& Style() {
-  static TimeStyle style{.date = FormatIsoDate,
-                         .time = [](const CivilTime& time) { return FormatTime(time, "hh:nn:ss"); },
-                         .hour_and_minute = [](const CivilTime& time) { return FormatTime(time, "hh:nn"); }};
-  return style;
-}
-
 }  // namespace
 
 std::int64_t DayNumber(const CivilTime& time) { return DateOf(time).time_since_epoch().count(); }
@@ -52,8 +44,9 @@ std::int64_t UtcMilliseconds(const CivilTime& time) {
   return since_epoch.count();
 }
 
-CivilTime UtcTime(std::int64_t milliseconds) {
-  const std::chrono::sys_time<std::chrono::milliseconds> moment{std::chrono::milliseconds(milliseconds)};
+CivilTime TimeAt(std::int64_t milliseconds, int utc_offset_minutes) {
+  const std::chrono::sys_time<std::chrono::milliseconds> moment{std::chrono::milliseconds(milliseconds) +
+                                                                std::chrono::minutes(utc_offset_minutes)};
   const auto midnight = std::chrono::floor<std::chrono::days>(moment);
   const std::chrono::year_month_day date{midnight};
   const std::chrono::hh_mm_ss time{moment - midnight};
@@ -63,7 +56,8 @@ CivilTime UtcTime(std::int64_t milliseconds) {
           .hour = static_cast<int>(time.hours().count()),
           .minute = static_cast<int>(time.minutes().count()),
           .second = static_cast<int>(time.seconds().count()),
-          .millisecond = static_cast<int>(time.subseconds().count())};
+          .millisecond = static_cast<int>(time.subseconds().count()),
+          .utc_offset_minutes = utc_offset_minutes};
 }
 
 std::string FormatTime(const CivilTime& time, std::string_view pattern) {
@@ -92,13 +86,5 @@ std::string FormatIso8601(const CivilTime& time) {
 }
 
 std::string FormatIsoDate(const CivilTime& time) { return FormatTime(time, "YYYY-MM-DD"); }
-
-void UseTimeStyle(TimeStyle style) { Style() = std::move(style); }
-
-std::string FormatDate(const CivilTime& time) { return Style().date(time); }
-
-std::string FormatTimeOfDay(const CivilTime& time) { return Style().time(time); }
-
-std::string FormatHourAndMinute(const CivilTime& time) { return Style().hour_and_minute(time); }
 
 }  // namespace orvalis

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace orvalis {
 
@@ -19,20 +20,12 @@ struct CivilTime {
   int utc_offset_minutes = 0;  ///< east of Greenwich is positive
 };
 
-/// The wall clock. It may jump either way, so durations are measured with `EventLoop::TickCount`.
-class Clock {
- public:
-  virtual ~Clock() = default;
-  [[nodiscard]] virtual CivilTime LocalNow() const = 0;
-  [[nodiscard]] virtual CivilTime UtcNow() const = 0;
-};
-
 /// Days since 1970-01-01, ignoring the time of day.
 [[nodiscard]] std::int64_t DayNumber(const CivilTime& time);
 /// Milliseconds since 1970-01-01 UTC.
 [[nodiscard]] std::int64_t UtcMilliseconds(const CivilTime& time);
-/// The UTC time of `milliseconds` since 1970-01-01 UTC.
-[[nodiscard]] CivilTime UtcTime(std::int64_t milliseconds);
+/// `milliseconds` since 1970-01-01 UTC as a time of the zone that is `utc_offset_minutes` east of Greenwich.
+[[nodiscard]] CivilTime TimeAt(std::int64_t milliseconds, int utc_offset_minutes = 0);
 
 /// Formats `time`. "YYYY", "MM", "DD", "hh", "nn" (minutes), "ss" and "zzz" (milliseconds) in `pattern` are
 /// zero-padded; anything else is copied. With "AM/PM" the hours run from 01 to 12.
@@ -47,18 +40,25 @@ class Clock {
 /// The desktop's date and time formats, for text that people read. What other programs read has fixed formats.
 struct TimeStyle {
   using Format = std::function<std::string(const CivilTime&)>;
-  Format date;
-  Format time;             ///< of the day, with seconds
-  Format hour_and_minute;  ///< of the day
+  Format date = FormatIsoDate;
+  /// Of the day, with seconds.
+  Format time = [](const CivilTime& time) { return FormatTime(time, "hh:nn:ss"); };
+  /// Of the day.
+  Format hour_and_minute = [](const CivilTime& time) { return FormatTime(time, "hh:nn"); };
 };
-/// Sets the formats for the whole program; the default is "YYYY-MM-DD" and "hh:nn:ss".
-void UseTimeStyle(TimeStyle style);
 
-/// A date in the desktop's format.
-[[nodiscard]] std::string FormatDate(const CivilTime& time);
-/// A time of day in the desktop's format, with seconds.
-[[nodiscard]] std::string FormatTimeOfDay(const CivilTime& time);
-/// The same without seconds.
-[[nodiscard]] std::string FormatHourAndMinute(const CivilTime& time);
+/// The wall clock. It may jump either way, so durations are measured with `EventLoop::TickCount`.
+class Clock {
+ public:
+  explicit Clock(TimeStyle style = {}) : style_(std::move(style)) {}
+  virtual ~Clock() = default;
+  [[nodiscard]] virtual CivilTime LocalNow() const = 0;
+  [[nodiscard]] virtual CivilTime UtcNow() const = 0;
+  /// How its times are written for people.
+  [[nodiscard]] const TimeStyle& style() const { return style_; }
+
+ private:
+  TimeStyle style_;
+};
 
 }  // namespace orvalis

@@ -2,9 +2,9 @@
 
 #include <array>
 #include <cstdint>
-#include <exception>
 #include <random>
 #include <string_view>
+#include <vector>
 
 namespace orvalis {
 namespace {
@@ -36,19 +36,18 @@ std::string MakeUuid() {
 }
 
 void LoadIdentifiers(SettingsStore& store, Station& station) {
-  std::exception_ptr failure;
+  std::vector<Identifier> missing;
   for (const Identifier& identifier : kIdentifiers) {
     std::string& id = station.*identifier.member;
     if (id.empty()) id = store.Get(*FindSettingKey(identifier.key));
     if (!id.empty()) continue;
     id = MakeUuid();
-    try {
-      store.WriteText(identifier.key, id);
-    } catch (...) {
-      failure = std::current_exception();
-    }
+    missing.push_back(identifier);
   }
-  if (failure) std::rethrow_exception(failure);
+  if (missing.empty()) return;
+  Profile::Batch batch(store.profile());
+  for (const Identifier& identifier : missing) store.WriteText(identifier.key, station.*identifier.member);
+  batch.Commit();
 }
 
 }  // namespace orvalis

@@ -3,14 +3,12 @@
 #include <system_error>
 #include <utility>
 
-#include "base/clock.h"
-
 namespace orvalis {
-ErrorLog::ErrorLog(EventList& events, LogReport report)
+ErrorLog::ErrorLog(EventList& events, const TimeStyle& style, LogReport report)
     : file_({.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .old_files_kept = 2},
             std::move(report)) {
-  events.Listen([this](const Event& event) {
-    file_.Write(FormatDate(event.time) + " " + FormatTimeOfDay(event.time) + "  " + event.text);
+  events.Listen([this, style](const Event& event) {
+    file_.Write(style.date(event.time) + " " + style.time(event.time) + "  " + event.text);
   });
 }
 

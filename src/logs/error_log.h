@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "base/clock.h"
 #include "base/event_list.h"
 #include "logs/log_files.h"
 
@@ -11,7 +12,7 @@ namespace orvalis {
 class ErrorLog {
  public:
   /// `events` must outlive the log. `report` is called when the file fails; it must not record an event.
-  ErrorLog(EventList& events, LogReport report);
+  ErrorLog(EventList& events, const TimeStyle& style, LogReport report);
   ErrorLog(const ErrorLog&) = delete;
   ErrorLog& operator=(const ErrorLog&) = delete;
 

@@ -69,11 +69,11 @@ void NetworkFront::Identify(const Settings& settings) {
 
 void NetworkFront::Apply(const Settings& settings) {
   Close();
-  Identify(settings);
   server_trouble_.Repeat();
   discovery_trouble_.Repeat();
   parts_.complain("");
   if (settings.NetworkEnabled == 0 || settings.NetworkPort == 0) return;
+  Identify(settings);
   wanted_ = WantedBy(settings);
   Open();
 }

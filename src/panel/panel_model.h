@@ -17,7 +17,7 @@ namespace orvalis {
 
 /// What the panel goes on saying until its cause is gone, one message for each cause.
 struct StandingMessage {
-  enum class Cause { kSettingsLost, kAveragingCount };
+  enum class Cause { kSettingsLost, kAveragingCount, kNetwork };
   Cause cause;
   std::string text;
   bool to_acknowledge = false;  ///< it stands until a person has acknowledged it
@@ -65,8 +65,8 @@ struct PanelModel {
   ConnectControl connect;
   std::string status;  ///< what the program is doing, or what went wrong
   std::vector<StandingMessage> standing;
-  bool demo = false;                  ///< the values are made up
-  bool stale = true;                  ///< the values are not of now: shown grey
+  bool demo = false;                  ///< the values are simulated
+  bool stale = true;                  ///< the values are out of date: shown grey
   std::optional<CivilTime> fresh_at;  ///< when the values were last fresh
 
   /// A numeric field of the panel: below 2.0 it chooses the humidity's other temperature curve.

@@ -52,12 +52,12 @@ class Process {
 /// Whether standard output and standard error go to the same place, so that a line on both would appear twice.
 [[nodiscard]] bool OutputsAreSame();
 
-/// Keeps the text of an error where the system's administrator looks. On a system that keeps what programs of its own
-/// print on standard error, that is enough, and this does nothing.
+/// Records an error in the system's log. Does nothing on a system that logs the standard error of the programs it
+/// starts.
 void WriteSystemLog(const std::string& text);
 
-/// Lets go of the terminal that the program was started from, where its end would be the program's too. From then on
-/// nothing is said there.
+/// Detaches from the terminal that the program was started from, if closing it would end the program. Nothing is
+/// printed there from then on.
 void DetachConsole();
 
 /// The system's settings store, or a file in `folder` if one is given.
@@ -66,7 +66,7 @@ void DetachConsole();
 [[nodiscard]] std::unique_ptr<SerialPort> MakeSerialPort();
 /// The machine's current serial ports, with the devices attached to them.
 [[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
-/// The system's own name of the port that the key "COM Port" calls `name`, as `SerialPort::Port` gives it. Throws
+/// The system's name of the port that the key "COM Port" calls `name`, as `SerialPort::Port` returns it. Throws
 /// RunTimeError kFileNotFound for a name that no port can have.
 [[nodiscard]] std::string SystemPortName(const std::string& name);
 /// `fail` is called for a file that proves only while loading not to be a sound. On Linux the executable chooses by
@@ -77,8 +77,8 @@ void DetachConsole();
 /// The server for clients; null on a system without one.
 [[nodiscard]] std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts parts);
 
-/// Whether another program serves clients now, while this one was started for one as well. A system that starts one
-/// program for all of them never says so.
+/// Whether another program is already serving clients when this one was started for a client. Never on a system that
+/// starts one program for all clients.
 [[nodiscard]] bool OtherServesClients();
 
 /// How the system writes paths and lines in the program's `folder`.

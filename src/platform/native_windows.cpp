@@ -110,7 +110,7 @@ ServiceUsage UsageOfServices() {
               "  /RegServer      tells Windows where the program is, so that clients find it: for all users, or "
               "for you alone\n"
               "                  where more is not allowed\n"
-              "  /UnregServer    takes that back\n"};
+              "  /UnregServer    undoes that\n"};
 }
 
 std::vector<std::string> QtArguments() {

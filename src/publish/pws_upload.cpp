@@ -27,7 +27,7 @@ std::string_view CloudCode(double sky, double ambient, bool raining, const Setti
 std::string UploadTime(const CivilTime& utc) {
   constexpr std::int64_t kMsPerSecond = 1000;
   const std::int64_t second = (UtcMilliseconds(utc) + kMsPerSecond / 2) / kMsPerSecond;
-  return FormatTime(UtcTime(second * kMsPerSecond), "YYYY-MM-DD+hh:nn.ss.00");
+  return FormatTime(TimeAt(second * kMsPerSecond), "YYYY-MM-DD+hh:nn.ss.00");
 }
 
 std::string UploadQuery(std::string_view station, std::string_view password, const CivilTime& utc,

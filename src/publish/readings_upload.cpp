@@ -41,7 +41,7 @@ UploadTurn ReadingsUpload::Send(Trigger trigger) {
 
 void ReadingsUpload::Begin(const Prepared& request) {
   if (under_way_) Abort("previous upload aborted: the next one is due");
-  parts_.boxes.BeginExchange("Request sent " + FormatTimeOfDay(parts_.clock.LocalNow()), request.shown);
+  parts_.boxes.BeginExchange("Request sent " + parts_.clock.style().time(parts_.clock.LocalNow()), request.shown);
   shows_sent_ = true;
   under_way_ = true;
   answer_.clear();

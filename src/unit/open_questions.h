@@ -16,7 +16,7 @@ class OpenQuestions {
   /// Whether a "W" can still come before the answer to the last request for a frame.
   [[nodiscard]] bool GreetingOpenBeforeFrame() const { return before_ > 0; }
 
-  /// The port was opened: somebody else may have used the line meanwhile. What was asked before stays open.
+  /// The port was opened: another program may have used the line meanwhile. Earlier requests stay open.
   void BeginSession() { proven_ = false; }
   /// A frame came in time while the line was in use for a while.
   void LineProven() { proven_ = true; }

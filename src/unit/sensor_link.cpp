@@ -16,7 +16,7 @@ constexpr int kBitsPerSecond = 9600;
 constexpr seconds kReceiveTimeout{4};
 /// The unit reads its line slowly: every character gets this much time.
 constexpr milliseconds kCharacterPause{20};
-/// An answer that took longer than this is not of now: the line kept it, or the machine slept over it.
+/// An answer that took longer than this is out of date: the line held it back, or the machine slept meanwhile.
 constexpr milliseconds kLongestAnswer = kReceiveTimeout + seconds{1};
 /// After so long without a frame, for whatever reason, the unit may have lost power unnoticed.
 constexpr seconds kLongestGap{10};
@@ -280,7 +280,7 @@ void SensorLink::ReportLate(std::int64_t took) {
   const std::string delay = FormatFixed(static_cast<double>(took) / 1000, 1) + " seconds";
   const bool again = late_answers_ > 0;
   late_status_ = again ? "The line delays the unit's answers by " + delay + ": none is used"
-                       : "An answer of the unit came " + delay + " after its question, and was not used";
+                       : "An answer from the unit came " + delay + " after its request and was discarded";
   status_ = late_status_;
   if (++late_answers_ <= 2) events_.Record("late: " + late_status_);
 }

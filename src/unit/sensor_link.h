@@ -73,12 +73,12 @@ class SensorLink {
   /// Waits until nothing has come for eight seconds; false when that takes too long or the link was closed.
   Task<bool> LineRunsDry();
   Task<FrameResult> AskForFrame(SensorFrame& frame, std::chrono::milliseconds pause_after);
-  /// Greets in the middle of a connection, so that what was asked before is over. Complete when meanwhile an answer
-  /// came that is still of now, otherwise incomplete.
+  /// Greets during a connection, so that earlier requests are closed. Complete if a current answer arrived meanwhile,
+  /// otherwise incomplete.
   Task<FrameResult> GreetAgain(SensorFrame& frame);
   /// The unit was greeted: what it may have lost is due again.
   void BeginAfterSilence();
-  /// A line that came while a greeting was waited for; true when it is a frame of now.
+  /// A line that arrived while waiting for a greeting; true if it is a current frame.
   bool TakeLateLine(const std::string& line, SensorFrame& frame);
   void TakeInTime();
   void ReportLate(std::int64_t milliseconds);

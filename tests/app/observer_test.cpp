@@ -12,7 +12,7 @@ namespace {
 class ObserverTest : public test::LogFixture {
  protected:
   ObserverTest() {
-    log.Open(folder);
+    settings.g_sFullLogPath = folder.string();
     observer.Listen([this](const Observation& now, const Observer::News& news) {
       records.Note(now, news);
       if (news.reasons) changes.push_back(ReasonNames(now.verdict));

@@ -47,7 +47,7 @@ TEST_F(ReadingLinesTest, WhatIsNotKnownYetIsNoNumber) {
 
 TEST_F(ReadingLinesTest, EventsAreLinesToo) {
   const Event event{clock.LocalNow(), "connect failed: \"x\"\n"};
-  EXPECT_EQ(EventText({clock.LocalNow(), "lost: gone"}), "21:04:05  lost: gone");
+  EXPECT_EQ(EventText({clock.LocalNow(), "lost: gone"}, clock.style()), "21:04:05  lost: gone");
   EXPECT_EQ(EventJson(event), R"({"time":"2026-11-21T21:04:05.000+00:00","event":"connect failed: \"x\" "})");
 }
 

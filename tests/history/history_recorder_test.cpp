@@ -87,7 +87,7 @@ TEST_F(HistoryRecorderTest, OldRowsGoAfterAnHourAndThenHourlyUnlessTheClockWasSe
   EXPECT_TRUE(history.forgotten.empty());
   pass(2 * 3600);
   ASSERT_EQ(history.forgotten.size(), 2u);
-  EXPECT_EQ(history.forgotten[0].first - history.forgotten[0].second, 398 * 24 * History::kHourMs);
+  EXPECT_EQ(history.forgotten[0].first - history.forgotten[0].second, History::kHourMs * 24 * 398);
   const std::int64_t kept = UtcMilliseconds(clock.now) - history.forgotten[1].first;
   EXPECT_TRUE(kept >= 48 * History::kHourMs && kept < 49 * History::kHourMs) << kept;
   for (const int years : {2, -2}) {

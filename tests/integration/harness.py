@@ -10,6 +10,7 @@ import tempfile
 import threading
 import time
 import unittest
+from pathlib import Path
 
 BIN = os.environ.get("ORVALIS_BIN", os.path.join(os.getcwd(), "build", "dev", "bin"))
 # How long a thing may take that has to happen at all. Generous: the machines are slow and the sanitizers slower.
@@ -26,19 +27,16 @@ class Process:
         self.lines = queue.Queue()
         self.all_lines = []  # those that were taken from the queue too
         self.errors = []
-        self._readers = [threading.Thread(target=self._read, daemon=True),
-                         threading.Thread(target=self._read_errors, daemon=True)]
+        self._readers = [threading.Thread(target=self._read, args=reader, daemon=True) for reader in (
+            (self.process.stdout, self.all_lines.append, self.lines.put), (self.process.stderr, self.errors.append))]
         for reader in self._readers:
             reader.start()
 
-    def _read(self):
-        for line in self.process.stdout:
-            self.all_lines.append(line.rstrip("\n"))
-            self.lines.put(line.rstrip("\n"))
-
-    def _read_errors(self):
-        for line in self.process.stderr:
-            self.errors.append(line.rstrip("\n"))
+    @staticmethod
+    def _read(pipe, *takers):
+        for line in pipe:
+            for take in takers:
+                take(line.rstrip("\n"))
 
     def line(self, matches, patience=PATIENCE):
         """The next line that `matches`; lines before it are dropped."""
@@ -52,6 +50,10 @@ class Process:
             seen.append(line)
             if matches(line):
                 return line
+
+    def say(self, text):
+        self.process.stdin.write(text + "\n")
+        self.process.stdin.flush()
 
     def forget(self):
         while not self.lines.empty():
@@ -79,12 +81,11 @@ class Unit(Process):
     """The simulated sensor unit on a line of its own."""
 
     def __init__(self, link, *options):
-        super().__init__([os.path.join(BIN, "orvalis-unit"), "--link", link, "--commands", *options], stdin=True)
+        super().__init__([BIN + "/orvalis-unit", "--link", link, "--commands", *options], stdin=True)
         self.line(lambda text: text.startswith("/dev/"))
 
     def tell(self, command):
-        self.process.stdin.write(command + "\n")
-        self.process.stdin.flush()
+        self.say(command)
         answer = self.line(lambda text: text.startswith(("ok", "error")))
         assert answer.startswith("ok"), answer
 
@@ -103,39 +104,57 @@ class Case(unittest.TestCase):
         self.profile = os.path.join(self.folder, "profile")
         self.link = os.path.join(self.folder, "unit")
         self.record = os.path.join(self.folder, "record")
-        self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.profile, LC_ALL="C.UTF-8")
+        # Several tests run at a time, and there is but one port.
+        self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.profile, ORVALIS_HTTP_PORT="0", LC_ALL="C.UTF-8")
 
     def unit(self, *options):
         unit = Unit(self.link, "--record", self.record, *options)
         self.addCleanup(unit.kill)
         return unit
 
+    def evening(self, **measured):
+        """The unit on a clear, windy evening, but for what is `measured`."""
+        unit = self.unit("--fast")
+        unit.measure({"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "120", "WND": "20", "LGT": "1000",
+                      "RB": "0", **measured})
+        return unit
+
+    def polled_evening(self, **measured):
+        """The same with the headless program that reads it."""
+        unit, program = self.evening(**measured), self.headless()
+        self.reading(program, lambda r: r["ambient_c"] == 5)
+        return unit, program
+
     def recorded(self, text):
         """The unit's records that have `text` in them."""
-        with open(self.record, encoding="utf-8") as file:
-            return [line for line in file if text in line]
+        return [line for line in Path(self.record).read_text("utf-8").splitlines() if text in line]
+
+    def launch(self, *words, stdin=False):
+        process = Process(words, env=self.env, stdin=stdin)
+        self.addCleanup(process.kill)
+        return process
 
     def program(self, *options):
-        program = Process([os.path.join(BIN, "orvalis"), *options], env=self.env)
-        self.addCleanup(program.kill)
-        return program
+        return self.launch(BIN + "/orvalis", *options)
 
     def headless(self, *options):
         return self.program("--headless", "--json", "--port", self.link, *options)
 
     def daemon(self):
         """The executable without windows."""
-        program = Process([os.path.join(BIN, "orvalisd"), "--json", "--port", self.link], env=self.env)
-        self.addCleanup(program.kill)
-        return program
+        return self.launch(BIN + "/orvalisd", "--json", "--port", self.link)
 
     def run_program(self, *options, given=None, env=None):
-        return subprocess.run([os.path.join(BIN, "orvalis"), *options], env=env or self.env, input=given,
-                              capture_output=True, text=True, timeout=PATIENCE)
+        return subprocess.run([BIN + "/orvalis", *options], env=env or self.env, input=given, capture_output=True,
+                              text=True, timeout=PATIENCE)
 
     def set(self, key, value):
         result = self.run_program("profile", "set", key, value)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
+
+    def set_all(self, values):
+        for key, value in values.items():
+            self.set(key, value)
 
     def wait_until(self, condition, what):
         """What `condition` returns when it is true at last."""

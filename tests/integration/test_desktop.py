@@ -2,6 +2,7 @@
 
 import os
 import unittest
+from pathlib import Path
 
 from harness import Case, ScreenCase
 from test_dbus import BusCase
@@ -11,32 +12,25 @@ class Alerts(Case):
     def script(self, name):
         """A program that writes down what it is called with."""
         path = os.path.join(self.folder, name)
-        with open(path, "w", encoding="utf-8") as file:
-            file.write('#!/bin/sh\necho "$0 $*" >> "%s/called"\n' % self.folder)
+        Path(path).write_text('#!/bin/sh\necho "$0 $*" >> "%s/called"\n' % self.folder)
         os.chmod(path, 0o755)
         return path
 
     def test_the_program_and_the_sound_of_rain_start(self):
         player, close_roof, sound = self.script("pw-play"), self.script("close roof"), self.folder + "/rain sound.wav"
-        open(sound, "w").close()
+        Path(sound).touch()
         self.env["PATH"] = self.folder + ":" + self.env["PATH"]
-        for key, value in {"g_bchkEnableSounds": "1", "g_bchkRainSounds": "1", "g_sRainSounds": sound,
-                           "g_bchkRainApp": "1", "g_sRainApp": close_roof}.items():
-            self.set(key, value)
+        self.set_all({"g_bchkEnableSounds": "1", "g_bchkRainSounds": "1", "g_sRainSounds": sound,
+                      "g_bchkRainApp": "1", "g_sRainApp": close_roof})
         unit = self.unit("--fast")
         unit.measure({"R": "100"})
         program = self.daemon()
         self.reading(program, lambda r: r["rain_word"] == "Dry")
-        self.assertFalse(os.path.exists(self.folder + "/called"))
+        called = Path(self.folder, "called")
+        self.assertFalse(called.exists())
         unit.measure({"R": "900"})
-
-
-        def called():
-            with open(self.folder + "/called", encoding="utf-8") as file:
-                return set(file.read().splitlines())
-
-        self.wait_until(lambda: os.path.exists(self.folder + "/called") and
-                        called() == {player + " " + sound, close_roof + " "}, "both are started")
+        self.wait_until(lambda: called.exists() and set(called.read_text().splitlines()) ==
+                        {player + " " + sound, close_roof + " "}, "both are started")
 
 
 class Port(Case):
@@ -58,10 +52,9 @@ class Panel(ScreenCase, BusCase):
         self.wait_until(lambda: self.window("Orvalis") == first, "it is uppermost")
 
     def test_a_picture_is_written(self):
-        picture = self.folder + "/panel.png"
-        self.assertEqual(self.run_program("--demo", "--picture", picture).returncode, 0)
-        with open(picture, "rb") as file:
-            self.assertTrue(file.read().startswith(b"\x89PNG"))
+        picture = Path(self.folder, "panel.png")
+        self.assertEqual(self.run_program("--demo", "--picture", str(picture)).returncode, 0)
+        self.assertTrue(picture.read_bytes().startswith(b"\x89PNG"))
 
     def test_a_clients_setup_ends_with_ok(self):
         self.program("--demo")

@@ -6,8 +6,9 @@ import os
 import sqlite3
 import time
 import unittest
+from pathlib import Path
 
-from harness import PATIENCE, Case
+from harness import Case
 
 BATCH_SECONDS = 60
 
@@ -49,8 +50,7 @@ class History(Case):
             self.assertEqual(bool(row[7] & 16), frame[83] != "0")
 
         for name in ("history.sqlite", "history.sqlite-wal"):  # the journal alone would mend the rest
-            with open(os.path.join(self.profile, name), "wb") as file:
-                file.write(b"not a database any more" * 500)
+            Path(self.profile, name).write_bytes(b"not a database any more" * 500)
         program = self.headless()
         self.assertIn("-damaged-", self.event(program, "the history was damaged")["event"])
         self.reading(program)

@@ -1,6 +1,7 @@
 """The settings file: from the terminal, by several writers, through crashes and damage."""
 
 import configparser
+import contextlib
 import os
 import random
 import resource
@@ -9,21 +10,25 @@ import stat
 import subprocess
 import time
 import unittest
+from pathlib import Path
 
-from harness import BIN, Case, Process
+from harness import BIN, Case
 
 
 class ProfileStore(Case):
     def setUp(self):
         super().setUp()
-        self.file = os.path.join(self.profile, "Orvalis.Weather.ini")
+        self.file = Path(self.profile, "Orvalis.Weather.ini")
+        self.lock = Path(self.profile, "Orvalis.Weather.ini.lock")
 
     def parsed(self):
         parser = configparser.RawConfigParser(strict=True)
         parser.optionxform = str
-        with open(self.file, encoding="utf-8") as file:
-            parser.read_file(file)
+        parser.read_string(self.file.read_text("utf-8"))
         return parser
+
+    def demo(self):
+        return self.program("--headless", "--json", "--demo")
 
     def test_what_is_set_is_in_the_file_and_the_owners_alone(self):
         self.set("RainThreshold", "500")
@@ -35,11 +40,11 @@ class ProfileStore(Case):
         self.assertEqual(parser["General"]["RegVer"], "2.18")
         self.assertEqual(parser["General"]["RainThreshold"], "500")
         self.assertEqual(parser["Capabilities"]["TempMax"], "2.5")
-        self.assertEqual(stat.S_IMODE(os.stat(self.file).st_mode), 0o600)
+        self.assertEqual(stat.S_IMODE(self.file.stat().st_mode), 0o600)
         for value in ("500", "501"):
-            os.chmod(self.file, 0o644)
+            self.file.chmod(0o644)
             self.set("RainThreshold", value)
-            self.assertEqual(stat.S_IMODE(os.stat(self.file).st_mode), 0o600, value)
+            self.assertEqual(stat.S_IMODE(self.file.stat().st_mode), 0o600, value)
 
     def test_two_writers_keep_each_others_keys(self):
         self.set("Left", "1")
@@ -54,11 +59,9 @@ class ProfileStore(Case):
 
     def look_for_what_others_may_read(self):
         for entry in os.scandir(self.profile):
-            try:
+            with contextlib.suppress(FileNotFoundError):
                 mode = entry.stat(follow_symlinks=False).st_mode
-            except FileNotFoundError:
-                continue
-            self.assertTrue(".ini.lock" in entry.name or not mode & 0o077, entry.name)
+                self.assertTrue(".ini.lock" in entry.name or not mode & 0o077, entry.name)
 
     def test_a_killed_writer_leaves_the_old_file_or_the_new_one_and_others_read_neither(self):
         self.set("RainThreshold", "0")
@@ -76,111 +79,88 @@ class ProfileStore(Case):
             self.assertEqual(sum(len(parser[section]) for section in parser.sections()), 84)
 
     def test_damage_is_reported_with_file_key_and_text(self):
-        self.set("RainThreshold", "500")
         self.set("RainThreshold", "400")
-        with open(self.file, encoding="utf-8") as file:
-            text = file.read()
-        with open(self.file, "w", encoding="utf-8") as file:
-            file.write(text.replace("RainThreshold=400", "RainThreshold=abc"))
+        self.file.write_text(self.file.read_text("utf-8").replace("RainThreshold=400", "RainThreshold=abc"), "utf-8")
         result = self.run_program("--headless", "--demo")
         self.assertEqual(result.returncode, 1)
-        for part in (self.file, "RainThreshold", "abc"):
+        for part in (str(self.file), "RainThreshold", "abc"):
             self.assertIn(part, result.stderr)
 
     def rain_after_a_start(self):
         """What is in force for rain, and what is said of lost settings."""
-        program = self.program("--headless", "--json", "--demo")
+        program = self.demo()
         self.reading(program)
         program.stop()
         lost = [line for line in program.all_lines if "The settings were destroyed" in line]
         return self.run_program("profile", "get", "RainThreshold").stdout.strip(), lost
 
-    def destroyed_stores(self):
-        """Each way to destroy the file, with what was there afterwards; the good copy is beside it."""
-        def write(data):
-            with open(self.file, "wb") as file:
-                file.write(data)
-
-        def cut_behind(text):
-            with open(self.file, "rb") as file:
-                data = file.read()
-            write(data[:data.index(text) + len(text)])
-
-        def put_there(make):
-            os.unlink(self.file)
-            make(self.file)
-
+    def test_a_destroyed_file_gets_its_copy_back_and_says_so_until_acknowledged(self):
         self.set("RainThreshold", "200")
         self.set("WindsAvgCnt", "15")
-        with open(self.file, "rb") as file:
-            whole = file.read()
-        destroy = {"empty": lambda: write(b""), "zeros": lambda: write(bytes(len(whole))),
-                   "garbage": lambda: write(random.Random(3).randbytes(2000)), "cut": lambda: write(whole[:1500]),
-                   "cut in the stamp": lambda: cut_behind(b"RegVer=2.1"),
-                   "cut in the last value": lambda: cut_behind(b"WindsAvgCnt=1"),
-                   "no stamp": lambda: write(whole.replace(b"RegVer=2.18\n", b"")),
-                   "a folder": lambda: put_there(os.mkdir), "a pipe": lambda: put_there(os.mkfifo), "gone": lambda: os.unlink(self.file)}
-        for name, act in destroy.items():
-            act()
-            yield name
-            self.assertEqual(self.run_program("profile", "acknowledge").returncode, 0)
+        whole = self.file.read_bytes()
 
-    def test_a_destroyed_file_gets_its_copy_back_and_says_so_until_acknowledged(self):
+        def cut_behind(text):
+            return whole[:whole.index(text) + len(text)]
+
+        destroyed = {"empty": b"", "zeros": bytes(len(whole)), "garbage": random.Random(3).randbytes(2000),
+                     "cut": whole[:1500], "cut in the stamp": cut_behind(b"RegVer=2.1"),
+                     "cut in the last value": cut_behind(b"WindsAvgCnt=1"),
+                     "no stamp": whole.replace(b"RegVer=2.18\n", b""), "a folder": os.mkdir, "a pipe": os.mkfifo,
+                     "gone": lambda _: None}
         kept = 0
-        for name in self.destroyed_stores():
+        for name, content in destroyed.items():
+            self.file.unlink()
+            make = content if callable(content) else lambda file: file.write_bytes(content)
+            make(self.file)
             self.assertEqual(self.run_program("profile", "get", "RainThreshold").returncode, 1, name)
             for start in ("first", "second"):
                 self.assertIn("The settings were destroyed",
                               self.run_program("profile", "set", "Left", "7").stderr, (name, start))
             self.assertEqual(self.run_program("profile", "get", "RainThreshold").stdout, "200\n", name)
             kept += name != "gone"
-            aside = [entry for entry in os.listdir(self.profile) if ".damaged-" in entry]
-            self.assertEqual(len(aside), kept, name)
-            for entry in os.scandir(self.profile):
-                if entry.is_file() and entry.name.endswith(".ini"):
-                    self.assertEqual(stat.S_IMODE(entry.stat().st_mode), 0o600, entry.name)
+            self.assertEqual(len(list(self.file.parent.glob("*.damaged-*"))), kept, name)
+            for file in filter(Path.is_file, self.file.parent.glob("*.ini")):
+                self.assertEqual(stat.S_IMODE(file.stat().st_mode), 0o600, file)
+            self.assertEqual(self.run_program("profile", "acknowledge").returncode, 0)
         self.assertEqual(self.rain_after_a_start(), ("200", []))
 
     def test_without_a_good_copy_the_defaults_are_said_as_loudly(self):
         self.set("RainThreshold", "200")
-        for name in (self.file, os.path.join(self.profile, "Orvalis.Weather.good.ini")):
-            with open(name, "w", encoding="utf-8") as file:
-                file.write("[General]\nRainThreshold=200\n")
+        for file in (self.file, Path(self.profile, "Orvalis.Weather.good.ini")):
+            file.write_text("[General]\nRainThreshold=200\n")
         rain, lost = self.rain_after_a_start()
         self.assertEqual(rain, "350")
         self.assertIn("no good copy", lost[0])
 
     def test_a_full_disk_does_not_keep_the_copy_from_standing_in(self):
         self.set("RainThreshold", "200")
-        open(self.file, "w").close()
-        program = Process(["sh", "-c", 'trap "" XFSZ; ulimit -f 0; exec "$0" --headless --json --demo',
-                           BIN + "/orvalis"], env=self.env)
-        self.addCleanup(program.kill)
+        self.file.write_text("")
+        program = self.launch("sh", "-c", 'trap "" XFSZ; ulimit -f 0; exec "$0" --headless --json --demo',
+                              BIN + "/orvalis")
         self.assertIn("not been saved to disk yet", self.event(program, "The settings were destroyed")["event"])
         self.reading(program)
         program.stop()
-        self.assertEqual(os.path.getsize(self.file), 0, "what was destroyed is not lost before it is replaced")
+        self.assertEqual(self.file.read_text(), "", "what was destroyed is not lost before it is replaced")
         self.assertEqual(self.rain_after_a_start()[0], "200")
 
     def test_a_running_program_hears_of_the_acknowledgement(self):
         self.set("RainThreshold", "200")
-        open(self.file, "w").close()
-        program = self.program("--headless", "--json", "--demo")
+        self.file.write_text("")
+        program = self.demo()
         self.event(program, "The settings were destroyed")
         self.assertIn("Acknowledged", self.run_program("profile", "acknowledge").stdout)
         self.event(program, "the loss of the settings was acknowledged")
 
     def test_a_folder_that_cannot_be_written_is_named(self):
-        blocked = os.path.join(self.folder, "file")
-        open(blocked, "w").close()
-        result = self.run_program("--headless", "--demo", "--profile", blocked + "/below")
+        blocked = Path(self.folder, "file")
+        blocked.touch()
+        result = self.run_program("--headless", "--demo", "--profile", "%s/below" % blocked)
         self.assertEqual(result.returncode, 1)
-        self.assertIn(blocked, result.stderr)
+        self.assertIn(str(blocked), result.stderr)
 
     def test_a_write_that_fails_leaves_nothing_behind(self):
         self.set("Left", "100")
-        with open(self.file, encoding="utf-8") as file:
-            before = file.read()
+        before = self.file.read_text("utf-8")
 
         def no_room():
             signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
@@ -192,20 +172,20 @@ class ProfileStore(Case):
 
         result = set_left("200")
         self.assertEqual(result.returncode, 1)
-        self.assertIn(self.file, result.stderr)
+        self.assertIn(str(self.file), result.stderr)
         self.assertEqual(set_left("100").returncode, 0, "it stands there already, and needs no room")
-        with open(self.file, encoding="utf-8") as file:
-            self.assertEqual(file.read(), before)
-        os.mkdir(self.file + ".1-1.new")  # of a program that was killed
-        open(self.file + ".1-1.new/written", "w").close()
+        self.assertEqual(self.file.read_text("utf-8"), before)
+        killed = Path(self.profile, "Orvalis.Weather.ini.1-1.new")
+        killed.mkdir()  # of a program that was killed
+        (killed / "written").touch()
         self.set("Top", "1")
         self.assertEqual(sorted(os.listdir(self.profile)), ["Orvalis.Weather.good.ini", "Orvalis.Weather.ini"])
 
     def test_a_lock_that_nobody_lets_go_holds_nothing_up(self):
         self.set("Left", "100")
-        os.mkdir(self.file + ".lock")
+        self.lock.mkdir()
         self.assertEqual(self.run_program("profile", "set", "Left", "200").returncode, 1)
-        program = self.program("--headless", "--json", "--demo")
+        program = self.demo()
         self.reading(program)
         code, seconds = program.stop()
         self.assertEqual(code, 0)
@@ -213,14 +193,14 @@ class ProfileStore(Case):
 
     def test_locks_that_a_power_failure_left_empty_are_taken_over(self):
         self.set("Left", "100")
-        running = os.path.join(self.profile, "Orvalis.Weather.running")
-        for name in (self.file + ".lock", running):
-            open(name, "w").close()
-            os.utime(name, (0, time.time() - 3600))
+        running = Path(self.profile, "Orvalis.Weather.running")
+        for file in (self.lock, running):
+            file.touch()
+            os.utime(file, (0, time.time() - 3600))
         self.set("Left", "200")
-        program = self.program("--headless", "--json", "--demo")
+        program = self.demo()
         self.reading(program)
-        self.assertGreater(os.path.getsize(running), 0)
+        self.assertGreater(running.stat().st_size, 0)
 
 
 class CommandLine(Case):

@@ -8,9 +8,10 @@ import stat
 import subprocess
 import time
 import unittest
+from pathlib import Path
 
 import web_servers
-from harness import BIN, PATIENCE, Case, Process, ScreenCase
+from harness import BIN, PATIENCE, Case, ScreenCase
 from web_servers import FtpServer, StuckFtpServer, WebServer
 
 # Worked by hand and with bc from TA=5.00, TP=-20.00, HUM=520, WND=20, R=120.
@@ -22,30 +23,23 @@ END = 2  # seconds that an end may take: one, and one for a busy machine
 
 
 class PublishCase(Case):
-    def quiet_night(self):
-        self.unit("--fast").measure({"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "120", "WND": "20",
-                                     "LGT": "1000"})
-
     def web_server(self, *acts):
         server = WebServer(*acts)
         self.addCleanup(server.close)
         return server
 
     def allow(self, server):
-        self.set("g_bAllow_PWS", "1")
-        self.set("g_sPWS_name", "KTEST1")
-        self.set("g_sPWS_password", PASSWORD)
-        self.set("g_sPWS_site", "http://127.0.0.1:%d/weatherstation/updateweatherstation.php" % server.port)
+        self.set_all({"g_bAllow_PWS": "1", "g_sPWS_name": "KTEST1", "g_sPWS_password": PASSWORD, "g_sPWS_site":
+                      "http://127.0.0.1:%d/weatherstation/updateweatherstation.php" % server.port})
 
     @staticmethod
     def peak_megabytes(pid):
-        with open("/proc/%d/status" % pid, encoding="utf-8") as file:
-            return next(int(line.split()[1]) for line in file if line.startswith("VmHWM:")) / 1024
+        return int(re.search(r"VmHWM:\s+(\d+)", Path("/proc/%d/status" % pid).read_text())[1]) / 1024
 
 
 class Readings(PublishCase):
     def test_they_arrive_to_the_byte_and_on_their_interval(self):
-        self.quiet_night()
+        self.evening()
         server = self.web_server()
         self.allow(server)
         program = self.headless()
@@ -56,15 +50,14 @@ class Readings(PublishCase):
         self.assertAlmostEqual((last - first) / 3, 6, delta=0.7)
         sent = time.strptime(re.search(rb"dateutc=(.*?)&", request)[1].decode(), "%Y%%2D%m%%2D%d%%2B%H%%3A%M%%2E%S%%2E00")
         self.assertLess(abs(time.mktime(time.gmtime()) - time.mktime(sent)), 120)
-        with open("/proc/%d/cmdline" % program.process.pid, encoding="utf-8") as file:
-            self.assertNotIn("s3cr", file.read())
+        self.assertNotIn("s3cr", Path("/proc/%d/cmdline" % program.process.pid).read_text())
         program.stop()
         said = "".join(program.all_lines + program.errors)
         self.assertNotIn("s3cr", said)
         self.assertNotIn("readings upload", said)
 
     def test_a_server_that_misbehaves_holds_nothing_up(self):
-        self.quiet_night()
+        self.evening()
         acts = [web_servers.reset, web_servers.redirect, web_servers.flood, web_servers.refuse_politely,
                 web_servers.silent, web_servers.drip]
         server = self.web_server(*acts)
@@ -108,16 +101,15 @@ class Window(PublishCase, ScreenCase):
         shutil.copy(os.path.join(BIN, "orvalis"), self.bin)
 
     def start(self):
-        program = Process([os.path.join(self.bin, "orvalis"), "--port", self.link], env=self.env)
-        self.addCleanup(program.kill)
+        program = self.launch(self.bin + "/orvalis", "--port", self.link)
         self.panel = self.window("Orvalis")
         return program
 
     def in_bin(self, name):
-        return os.path.join(self.bin, name)
+        return Path(self.bin, name)
 
     def test_what_is_typed_is_sent_and_the_picture_arrives(self):
-        self.quiet_night()
+        self.evening()
         server = self.web_server()
         ftp = FtpServer(self.folder)
         self.addCleanup(ftp.close)
@@ -132,21 +124,19 @@ class Window(PublishCase, ScreenCase):
         _, request = server.wait_for(1, PATIENCE)
         self.assertRegex(request, rb"\AGET /u\?k=v&" + QUERY + rb" HTTP/1\.0\r\n")
 
-        with open(self.in_bin("winscp.txt"), encoding="utf-8") as file:
-            script = file.read().split("\n")
+        script = self.in_bin("winscp.txt").read_text("utf-8").split("\n")
         self.assertEqual(script[3], "open ftp://anonymous:%s@127.0.0.1:%d/pictures" % (PASSWORD, ftp.port))
         self.assertEqual(script[5:], ['put "%s"' % self.in_bin("image.jpg"), "exit", ""])
-        self.assertEqual(stat.S_IMODE(os.stat(self.in_bin("winscp.txt")).st_mode), 0o600)
+        self.assertEqual(stat.S_IMODE(self.in_bin("winscp.txt").stat().st_mode), 0o600)
 
         # Switched off, nothing is captured. Then by the program itself: the box, the list, the other box, the button.
-        self.assertFalse(os.path.exists(self.in_bin("screenshot.bmp")))
+        self.assertFalse(self.in_bin("screenshot.bmp").exists())
         self.keys("alt+v", "Tab", "space", "alt+b", "Tab", "space")
-        sent = os.path.join(ftp.root, "pictures", "image.jpg")
-        self.wait_until(lambda: os.path.exists(self.in_bin("image.jpg")), "image.jpg")
-        self.wait_until(lambda: os.path.exists(sent) and os.path.getsize(sent) ==
-                        os.path.getsize(self.in_bin("image.jpg")), "the picture at the server")
-        with open(self.in_bin("screenshot.bmp"), "rb") as file:
-            head = file.read(30)
+        sent = Path(ftp.root, "pictures", "image.jpg")
+        self.wait_until(self.in_bin("image.jpg").exists, "image.jpg")
+        self.wait_until(lambda: sent.exists() and sent.stat().st_size == self.in_bin("image.jpg").stat().st_size,
+                        "the picture at the server")
+        head = self.in_bin("screenshot.bmp").read_bytes()
         self.assertEqual((head[:2], int.from_bytes(head[28:30], "little")), (b"BM", 24))
         # What arrived is the panel, as the screen shows it.
         self.xdotool("windowraise", self.panel)
@@ -160,23 +150,19 @@ class Window(PublishCase, ScreenCase):
             return float(re.search(r"\(([\d.e-]+)\)", difference)[1]) < 0.1
 
         for picture in (sent, self.in_bin("screenshot.bmp")):
-            self.wait_until(lambda: looks_as_seen(picture), picture + " is as the screen shows it")
-        with open(ftp.log, encoding="utf-8") as file:
-            self.assertIn('anon password "%s"' % PASSWORD.replace(" ", "_"), file.read())  # as this server writes it
+            self.wait_until(lambda: looks_as_seen(picture), "%s is as the screen shows it" % picture)
+        self.assertIn('anon password "%s"' % PASSWORD.replace(" ", "_"), Path(ftp.log).read_text())  # as it writes it
 
         for key, value in {"g_sPWS_name": "KTEST1", "g_sPWS_password": PASSWORD, "g_bAllow_PWS": "1",
                            "g_bAllow_WEB": "1", "WebcamBuiltIn": "1"}.items():
             self.assertEqual(self.run_program("profile", "get", key).stdout, value + "\n")
         self.assertEqual(program.stop()[0], 0)
-        with open(self.in_bin("orvalis_errors.txt"), encoding="utf-8") as file:
-            self.assertNotIn("s3cr", file.read() + "".join(program.errors))
+        self.assertNotIn("s3cr", self.in_bin("orvalis_errors.txt").read_text("utf-8") + "".join(program.errors))
 
     def test_an_ftp_server_that_is_stuck_holds_up_neither_the_polling_nor_the_end(self):
-        self.quiet_night()
-        for key, value in {"g_bAllow_WEB": "1", "WebcamBuiltIn": "1", "g_lWEBUpdate_interval_index": "0",
-                           "g_sWEBcam_name": "cam", "g_sPWS_password": PASSWORD}.items():
-            self.set(key, value)
-
+        self.evening()
+        self.set_all({"g_bAllow_WEB": "1", "WebcamBuiltIn": "1", "g_lWEBUpdate_interval_index": "0",
+                      "g_sWEBcam_name": "cam", "g_sPWS_password": PASSWORD})
         for server in (StuckFtpServer(dribbles=False), StuckFtpServer(dribbles=True)):
             with self.subTest(dribbles=server.dribbles):
                 self.addCleanup(server.close)
@@ -190,22 +176,17 @@ class Window(PublishCase, ScreenCase):
                 self.assertLess(seconds, END)
 
     def test_name_servers_that_say_nothing_do_not_hold_up_the_end(self):
-        self.quiet_night()
-        asked = self.env["SILENT_NAMES"] = os.path.join(self.folder, "asked")
-        for key, value in {"g_sPWS_name": "KTEST1", "g_sPWS_password": PASSWORD, "g_sWEBcam_name": "cam",
-                           "g_bAllow_PWS": "1", "g_sPWS_site": "http://service.example/",
-                           "g_lPWSUpdate_interval_index": "0", "g_bAllow_WEB": "1", "WebcamBuiltIn": "1",
-                           "g_sWEBcam_site": "webcam.example", "g_lWEBUpdate_interval_index": "0"}.items():
-            self.set(key, value)
+        self.evening()
+        asked = Path(self.folder, "asked")
+        self.env["SILENT_NAMES"] = str(asked)
+        self.set_all({"g_sPWS_name": "KTEST1", "g_sPWS_password": PASSWORD, "g_sWEBcam_name": "cam",
+                      "g_bAllow_PWS": "1", "g_sPWS_site": "http://service.example/",
+                      "g_lPWSUpdate_interval_index": "0", "g_bAllow_WEB": "1", "WebcamBuiltIn": "1",
+                      "g_sWEBcam_site": "webcam.example", "g_lWEBUpdate_interval_index": "0"})
         self.env["LD_PRELOAD"] = os.path.join(BIN, "silent_names.so")
         self.env["ASAN_OPTIONS"] = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
         program = self.start()
-
-        def names():
-            with open(asked, encoding="utf-8") as file:
-                return set(file.read().split())
-
-        self.wait_until(lambda: os.path.exists(asked) and len(names()) == 2, "both names are asked for")
+        self.wait_until(lambda: asked.exists() and len(set(asked.read_text().split())) == 2, "both names are asked for")
         code, seconds = program.stop()
         self.assertEqual(code, 0)
         self.assertLess(seconds, END)

@@ -6,8 +6,9 @@ import select
 import termios
 import time
 import unittest
+from pathlib import Path
 
-from harness import BIN, PATIENCE, Case, Process
+from harness import BIN, PATIENCE, Case
 
 SCENARIOS = os.path.join(os.path.dirname(__file__), "..", "..", "simulator", "scenarios")
 
@@ -54,19 +55,15 @@ class Unit(Case):
         self.assertEqual(line.ask(b":SX-012#\x06", b"W"), b"W")
         self.assertEqual(unit.stop()[0], 0)
         self.assertFalse(os.path.lexists(self.link))
-        with open(self.record, encoding="utf-8") as file:
-            events = re.sub(r"(?m)^\S+ ", "", file.read())
+        events = re.sub(r"(?m)^\S+ ", "", Path(self.record).read_text("utf-8"))
         for event in ('rx "#\\x06"\nhandshake\nanswer "W"\n', "gone\n", "command SX -12\nhandshake\n"):
             self.assertIn(event, events)
 
     def test_refuses_to_replace_a_file(self):
-        with open(self.link, "w", encoding="utf-8") as file:
-            file.write("kept")
-        unit = Process([os.path.join(BIN, "orvalis-unit"), "--link", self.link])
-        self.addCleanup(unit.kill)
+        Path(self.link).write_text("kept")
+        unit = self.launch(BIN + "/orvalis-unit", "--link", self.link)
         self.assertEqual((unit.process.wait(PATIENCE), unit.all_lines), (1, []))
-        with open(self.link, encoding="utf-8") as file:
-            self.assertEqual(file.read(), "kept")
+        self.assertEqual(Path(self.link).read_text(), "kept")
 
 
 if __name__ == "__main__":

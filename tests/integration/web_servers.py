@@ -1,5 +1,6 @@
 """A web server that misbehaves to order, and a real FTP server; both on loopback."""
 
+import contextlib
 import os
 import random
 import socket
@@ -7,6 +8,7 @@ import struct
 import subprocess
 import threading
 import time
+from pathlib import Path
 
 
 def free_port():
@@ -21,14 +23,11 @@ def free_port():
                 continue
 
 
-class WebServer:
-    """Keeps the bytes of each request and treats its connection as the next of `acts` says; after those it is well."""
+class Server:
+    """Serves each connection in a thread of its own, until it is closed."""
 
-    def __init__(self, *acts):
-        self.requests = []  # (when, bytes)
-        self.arrived = threading.Condition()
+    def __init__(self):
         self.ended = threading.Event()
-        self.acts = list(acts)
         self.listener = socket.create_server(("127.0.0.1", free_port()))
         self.port = self.listener.getsockname()[1]
         threading.Thread(target=self._accept, daemon=True).start()
@@ -37,35 +36,44 @@ class WebServer:
         self.ended.set()
         self.listener.close()
 
+    def _accept(self):
+        try:
+            while True:
+                threading.Thread(target=self._serve, args=self.listener.accept()[:1], daemon=True).start()
+        except OSError:
+            pass  # closed
+
+    def _serve(self, connection):
+        with connection, contextlib.suppress(OSError):
+            self.serve(connection)
+
+
+class WebServer(Server):
+    """Keeps the bytes of each request and treats its connection as the next of `acts` says; after those it is well."""
+
+    def __init__(self, *acts):
+        self.requests = []  # (when, bytes)
+        self.arrived = threading.Condition()
+        self.acts = list(acts)
+        super().__init__()
+
     def wait_for(self, count, patience):
         with self.arrived:
             assert self.arrived.wait_for(lambda: len(self.requests) >= count, patience), self.requests
             return self.requests[count - 1]
 
-    def _accept(self):
-        while not self.ended.is_set():
-            try:
-                connection, _ = self.listener.accept()
-            except OSError:
+    def serve(self, connection):
+        act = self.acts.pop(0) if self.acts else well
+        data = b""
+        while b"\r\n\r\n" not in data:
+            piece = connection.recv(65536)
+            if not piece:
                 return
-            act = self.acts.pop(0) if self.acts else well
-            threading.Thread(target=self._serve, args=(connection, act), daemon=True).start()
-
-    def _serve(self, connection, act):
-        with connection:
-            data = b""
-            while b"\r\n\r\n" not in data:
-                piece = connection.recv(65536)
-                if not piece:
-                    return
-                data += piece
-            with self.arrived:
-                self.requests.append((time.monotonic(), data))
-                self.arrived.notify_all()
-            try:
-                act(connection, self.ended)
-            except OSError:
-                pass
+            data += piece
+        with self.arrived:
+            self.requests.append((time.monotonic(), data))
+            self.arrived.notify_all()
+        act(connection, self.ended)
 
 
 def well(connection, _):
@@ -99,32 +107,21 @@ def flood(connection, _):
         connection.sendall(b"0123456789abcdef" * 65536)
 
 
-class StuckFtpServer:
+class StuckFtpServer(Server):
     """Says hello and nothing more, or dribbles its next answer, a byte in half a second."""
 
     def __init__(self, dribbles):
         self.dribbles = dribbles
         self.stuck = threading.Event()
-        self.ended = threading.Event()
-        self.listener = socket.create_server(("127.0.0.1", free_port()))
-        self.port = self.listener.getsockname()[1]
-        threading.Thread(target=self._serve, daemon=True).start()
+        super().__init__()
 
-    def close(self):
-        self.ended.set()
-        self.listener.close()
-
-    def _serve(self):
-        connection, _ = self.listener.accept()
+    def serve(self, connection):
         connection.sendall(b"220 hello\r\n")
         connection.recv(100)
         self.stuck.set()
-        try:
-            while self.dribbles and not self.ended.wait(0.5):
+        while not self.ended.wait(0.5):
+            if self.dribbles:
                 connection.sendall(b"3")
-        except OSError:
-            pass
-        self.ended.wait(120)
 
 
 class FtpServer:
@@ -138,13 +135,12 @@ class FtpServer:
         for path in (os.path.join(self.root, "pictures"), empty):
             os.makedirs(path)
         config = os.path.join(folder, "ftp.conf")
-        with open(config, "w", encoding="utf-8") as file:
-            file.write("\n".join((
-                "listen=YES", "listen_address=127.0.0.1", "listen_port=%d" % self.port, "background=NO",
-                "run_as_launching_user=YES", "seccomp_sandbox=NO", "secure_chroot_dir=" + empty,
-                "anonymous_enable=YES", "anon_root=" + self.root, "allow_writeable_chroot=YES", "write_enable=YES",
-                "anon_upload_enable=YES", "anon_other_write_enable=YES", "xferlog_enable=YES",
-                "vsftpd_log_file=" + self.log, "log_ftp_protocol=YES", "")))
+        Path(config).write_text("\n".join((
+            "listen=YES", "listen_address=127.0.0.1", "listen_port=%d" % self.port, "background=NO",
+            "run_as_launching_user=YES", "seccomp_sandbox=NO", "secure_chroot_dir=" + empty, "anonymous_enable=YES",
+            "anon_root=" + self.root, "allow_writeable_chroot=YES", "write_enable=YES", "anon_upload_enable=YES",
+            "anon_other_write_enable=YES", "xferlog_enable=YES", "vsftpd_log_file=" + self.log, "log_ftp_protocol=YES",
+            "")))
         self.process = subprocess.Popen(["/usr/sbin/vsftpd", config])
         end = time.monotonic() + 20
         while True:

@@ -90,7 +90,6 @@ TEST_F(LogWriterTest, TheFullLogIsBoundedAndKeepsFiveFormerOnes) {
 TEST_F(LogWriterTest, TheFullLogOutlivesItsFolder) {
   RotatingLog log = OpenFullLog();
   log.Write("one");
-  EXPECT_EQ(Content("Orvalis.txt"), "one\n");
   fs::remove_all(folder);
   log.Write("two");
   log.Write("three");
@@ -133,8 +132,7 @@ TEST_F(LogWriterTest, AReaderNeverFindsAnEmptyOrHalfRecord) {
   reading = false;
   reader.join();
   EXPECT_EQ(bad, 0);
-  log.Write(folder / "nowhere", records[0]);
-  log.Write(folder / "nowhere", records[0]);
+  for (int i = 0; i < 2; ++i) log.Write(folder / "nowhere", records[0]);
   EXPECT_EQ(events.events().size(), 1u);
 }
 #endif

@@ -15,6 +15,7 @@
 #include "publish/submit_fields.h"
 #include "publish/url_helper.h"
 #include "publish/webcam_upload.h"
+#include "tests/support/error_of.h"
 
 namespace orvalis {
 namespace {
@@ -31,7 +32,8 @@ TEST(SplitUrl, CutsWhereTheMarksAre) {
       {"http:///p", {"http", "", 0, "/p", ""}},
   };
   for (const auto& [url, record] : cases) EXPECT_EQ(SplitUrl(url), record) << url;
-  for (const char* url : {"h:32768/", "h:99999999999/", "h:-40000/"}) EXPECT_THROW(SplitUrl(url), RunTimeError) << url;
+  for (const char* url : {"h:32768/", "h:99999999999/", "h:-40000/"})
+    EXPECT_THROW((void)SplitUrl(url), RunTimeError) << url;
 }
 
 TEST(UrlEncode, LeavesDigitsAndLettersAlone) {
@@ -119,8 +121,12 @@ TEST(RequestText, NothingCanBeSplitInTwo) {
                           [](auto& request, auto& bad) { request.url.host += bad; },
                           [](auto& request, auto& bad) { request.url.path += bad; },
                           [](auto& request, auto& bad) { request.url.query = bad; },
-                          [](auto& request, auto& bad) { request.headers.emplace_back("X" + bad, "v"); },
-                          [](auto& request, auto& bad) { request.headers.emplace_back("X", "v" + bad + "Y: z"); }};
+                          [](auto& request, auto& bad) {
+                            request.headers.push_back({"X" + bad, "v"});
+                          },
+                          [](auto& request, auto& bad) {
+                            request.headers.push_back({"X", "v" + bad + "Y: z"});
+                          }};
   for (const char* method : {"GET", "POST"}) {
     const HttpRequest good{.method = method, .url = SplitUrl("http://h/p"), .query = "a=1"};
     EXPECT_NO_THROW((void)RequestText(good));
@@ -144,12 +150,7 @@ TEST(CheckUrl, RefusesWhatCannotBeReached) {
   const auto verdict = [](const std::string& text) -> std::string {
     const UrlRecord url = SplitUrl(text);
     if (!Complaint(url).text.empty()) return std::string(Complaint(url).text);
-    try {
-      CheckUrl(text, url);
-    } catch (const RunTimeError&) {
-      return "line";
-    }
-    return "";
+    return test::ErrorOf([&] { CheckUrl(text, url); }) != 0 ? "line" : "";
   };
   const std::string long_path(10'000, 'a');
   const std::pair<const char*, std::vector<std::string>> cases[] = {

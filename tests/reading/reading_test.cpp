@@ -209,8 +209,9 @@ TEST(Conversions, WithoutAResultTheyRaiseInsteadOfReturningNoNumber) {
   EXPECT_THROW(static_cast<void>(DewPoint(0, 10)), RunTimeError);
   EXPECT_THROW(static_cast<void>(DewPoint(50, -243.12)), RunTimeError);
   EXPECT_THROW(static_cast<void>(ClearSkyTemperature(-200, 5)), RunTimeError);
-  for (double celsius = -60; celsius <= 60; celsius += 0.5) {
-    for (double count = 0; count <= 1023; count += 11) {
+  for (int halves = -120; halves <= 120; ++halves) {
+    const double celsius = halves / 2.0;
+    for (int count = 0; count <= 1023; count += 11) {
       const double humidity = RelativeHumidity(count, celsius, 200);
       EXPECT_TRUE(std::isfinite(ClearSkyTemperature(DewPoint(humidity, celsius), celsius)));
     }

@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "alarm_logic.h"
 #include "command_parser.h"
 #include "fault.h"
 #include "field.h"
@@ -19,70 +18,6 @@ namespace {
 using std::chrono::microseconds;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
-
-Readings QuietNight() {
-  Readings readings{};
-  for (const FieldRow& row : FieldTable()) readings[Index(row.field)] = row.default_value;
-  return readings;
-}
-
-TEST(AlarmLogic, RelayAndHeater) {
-  // The readings on top of a quiet, clear night, and the settings on top of those at power-up.
-  using Measured = std::vector<std::pair<Field, double>>;
-  using Set = std::vector<std::pair<Setting, int>>;
-  const std::tuple<const char*, Measured, Set, bool, bool> cases[] = {
-      {"quiet", {}, {}, false, false},
-      {"rain", {{Field::kRain, 351}}, {}, true, true},
-      {"wind at its limit", {{Field::kWind, 36}}, {}, false, false},
-      {"wind", {{Field::kWind, 37}}, {}, false, true},
-      {"day", {{Field::kLight, 100}}, {{Setting::kLightAlarm, 1}}, false, true},
-      {"day at its limit", {{Field::kLight, 950}}, {{Setting::kLightAlarm, 1}}, false, true},
-      {"sky at its limit", {{Field::kSky, -5}}, {}, false, false},
-      {"warm sky", {{Field::kSky, -4.99}}, {}, false, true},
-      {"everything, relay not allowed",
-       {{Field::kRain, 900}, {Field::kWind, 90}, {Field::kSky, 3}},
-       {{Setting::kRelayAllowed, 0}},
-       true,
-       false},
-      {"forced", {}, {{Setting::kRelayForced, 1}, {Setting::kRelayAllowed, 0}}, false, true},
-      {"dew", {{Field::kHumidity, 757}}, {}, true, false},
-      {"heater forced", {}, {{Setting::kHeaterForced, 1}, {Setting::kHeaterAllowed, 0}}, true, false},
-  };
-  for (const auto& [name, measured, set, heater, relay] : cases) {
-    Readings readings = QuietNight();
-    for (const auto& [field, value] : measured) readings[Index(field)] = value;
-    Settings settings = PowerUpSettings();
-    for (const auto& [setting, value] : set) settings[Index(setting)] = value;
-    const auto outputs = AlarmLogic().Step(readings, settings, seconds(0));
-    EXPECT_EQ(outputs.heater, heater) << name;
-    EXPECT_EQ(outputs.relay, relay) << name;
-  }
-}
-
-TEST(AlarmLogic, RainHoldsTheRelayForItsTimeAfterItEnded) {
-  AlarmLogic logic;
-  const Settings settings = PowerUpSettings();
-  Readings wet = QuietNight();
-  wet[Index(Field::kRain)] = 500;
-  EXPECT_FALSE(logic.Step(QuietNight(), settings, seconds(1)).relay) << "no rain yet";
-  EXPECT_TRUE(logic.Step(wet, settings, seconds(100)).relay);
-  EXPECT_TRUE(logic.Step(QuietNight(), settings, seconds(159)).relay);
-  EXPECT_FALSE(logic.Step(QuietNight(), settings, seconds(160)).relay);
-}
-
-TEST(AlarmLogic, CloudsEndClearlyBelowTheirThreshold) {
-  AlarmLogic logic;
-  const auto relay_at = [&logic](double sky) {
-    Readings readings = QuietNight();
-    readings[Index(Field::kSky)] = sky;
-    return logic.Step(readings, PowerUpSettings(), seconds(0)).relay;
-  };
-  EXPECT_FALSE(relay_at(-6));
-  EXPECT_TRUE(relay_at(-4));
-  EXPECT_TRUE(relay_at(-6.9));
-  EXPECT_FALSE(relay_at(-7));
-  EXPECT_FALSE(relay_at(-6));
-}
 
 // What the bytes are understood as, in short: W handshake, F frame, p, "SR=350", and x for what was dropped.
 std::string Understood(std::string_view bytes) {
@@ -115,15 +50,12 @@ TEST(CommandParser, UnderstandsWhatIsSentAndFindsBackAfterWhatIsNot) {
       // Cut short by the next request, which is served.
       {":SR35:F", "x F"},
       {":S#\x06", "x W"},
-      {"#:F", "x F"},
       {"##\x06", "x W"},
       {":SX-:SX-007", "x SX=-7"},
       // Malformed: dropped at the first wrong byte, and the rest of it is not taken for anything.
       {":SR3a0:SR400", "x SR=400"},
-      {":AH2:AH0", "x AH=0"},
-      {":SX005:F", "x F"},
-      {":Zz1:F", "x F"},
-      {":sr350:f:F", "x x F"},
+      {":AH2:SX005:F", "x x F"},
+      {":Zz1:sr350:f:F", "x x x F"},
       {"#W\x06:F", "x F"},
       {":SR3500", "SR=350"},
       // Noise between requests.
@@ -132,8 +64,6 @@ TEST(CommandParser, UnderstandsWhatIsSentAndFindsBackAfterWhatIsNot) {
   };
   for (const auto& [bytes, understood] : cases) EXPECT_EQ(Understood(bytes), understood) << bytes;
 }
-
-bool Befell(const std::optional<FaultRule>& fault, FaultKind kind) { return fault && fault->kind == kind; }
 
 TEST(Fault, LastsItsTimeOnceItStruck) {
   FaultBox faults({{FaultKind::kSilent, 0.2, 10.0}}, 1);
@@ -146,26 +76,9 @@ TEST(Fault, LastsItsTimeOnceItStruck) {
   EXPECT_NEAR(struck, 200, 60);
 }
 
-TEST(Fault, StruckByHandOnceOrForATime) {
-  FaultBox faults({}, 1);
-  faults.Strike(FaultKind::kShort, std::nullopt, seconds(0));
-  EXPECT_FALSE(faults.Next(AnswerKind::kHandshake, seconds(1))) << "there is nothing to shorten";
-  EXPECT_TRUE(Befell(faults.Next(AnswerKind::kFrame, seconds(2)), FaultKind::kShort));
-  EXPECT_FALSE(faults.Next(AnswerKind::kFrame, seconds(3)));
-
-  faults.Strike(FaultKind::kSilent, 10.0, seconds(10));
-  EXPECT_TRUE(Befell(faults.Next(AnswerKind::kHandshake, seconds(19)), FaultKind::kSilent));
-  EXPECT_FALSE(faults.Next(AnswerKind::kHandshake, seconds(20)));
-
-  faults.Strike(FaultKind::kSilent, 10.0, seconds(30));
-  faults.Clear();
-  EXPECT_FALSE(faults.Next(AnswerKind::kFrame, seconds(31)));
-}
-
 TEST(Fault, EachSpoilsInItsOwnWay) {
   FaultBox faults({}, 7);
   const std::string frame = FrameText({});
-  bool had_zero = false;
   bool had_high = false;
   for (int i = 0; i < 2000; ++i) {
     const auto spoil = [&](FaultKind kind) { return faults.Apply(kind, {AnswerKind::kFrame, frame}); };
@@ -175,12 +88,10 @@ TEST(Fault, EachSpoilsInItsOwnWay) {
     ASSERT_TRUE(shorter.size() < kFrameLength && shorter.find('#') == shorter.size() - 1);
     const std::string garbage = spoil(FaultKind::kGarbage).text;
     ASSERT_TRUE(garbage.size() == kFrameLength && garbage.find('#') == kFrameLength - 1);
-    had_zero = had_zero || garbage.find('\0') != std::string::npos;
     had_high = had_high || std::ranges::any_of(garbage, [](char c) { return static_cast<unsigned char>(c) > 127; });
     const std::string wrong = faults.Apply(FaultKind::kWrongAnswer, {AnswerKind::kHandshake, "W"}).text;
     ASSERT_TRUE(wrong.size() == 1 && wrong != "W" && wrong[0] > ' ' && wrong[0] <= '~');
   }
-  EXPECT_TRUE(had_zero);
   EXPECT_TRUE(had_high);
 }
 
@@ -200,16 +111,6 @@ TEST(Frame, LinesWrittenByHand) {
        "Trg=-00029 FW=21#"},
   };
   for (const auto& [readings, line] : cases) EXPECT_EQ(FrameText(readings), line);
-}
-
-TEST(FieldValue, TakesWhatTheFieldCanHold) {
-  EXPECT_EQ(ParseFieldValue(Field::kSky, "-12.34"), -12.34);
-  EXPECT_EQ(ParseFieldValue(Field::kBody, "none"), 199.99);
-  const std::pair<Field, const char*> wrong[] = {
-      {Field::kHumidity, "1024"}, {Field::kRain, "-1"},  {Field::kWind, "3.5"}, {Field::kRelay, "2"},
-      {Field::kSky, "none"},      {Field::kSky, "1000"}, {Field::kSky, "nan"},  {Field::kSky, "1e2"},
-      {Field::kSky, ""},          {Field::kSky, "+-5"},  {Field::kSky, "5C"}};
-  for (const auto& [field, text] : wrong) EXPECT_THROW(ParseFieldValue(field, text), std::invalid_argument) << text;
 }
 
 // Ten bits at 9600 bit/s are 1041.67 microseconds; 117 bytes are 121.875 milliseconds.

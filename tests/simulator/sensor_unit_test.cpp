@@ -41,6 +41,33 @@ TEST_F(SensorUnitTest, KeepsWhatItIsSentAndReportsIt) {
   EXPECT_EQ(Cut(66, 20, seconds(4)), "AH=0 HB=1 AR=0 RB=1 ") << "a pulled cable is no power cut";
 }
 
+TEST_F(SensorUnitTest, HeaterAndRelayFollowTheWeather) {
+  // What is measured on top of a quiet, clear night, what was sent, and the frame's field.
+  const std::tuple<const char*, const char*, const char*> rows[] = {
+      {"R 350", "", "HB=0 AR=1 RB=0"},       {"R 351", "", "HB=1 AR=1 RB=1"},    {"WND 36", "", "HB=0 AR=1 RB=0"},
+      {"WND 37", "", "HB=0 AR=1 RB=1"},      {"LGT 950", "", "HB=0 AR=1 RB=0"},  {"LGT 950", ":AL1", "HB=0 AR=1 RB=1"},
+      {"TP -5", "", "HB=0 AR=1 RB=0"},       {"TP -4.99", "", "HB=0 AR=1 RB=1"}, {"R 900", ":AR0", "HB=1 AR=0 RB=0"},
+      {"R 0", ":AR0:Sr1", "HB=0 AR=0 RB=1"}, {"HUM 757", "", "HB=1 AR=1 RB=0"},  {"R 0", ":AH0:SH1", "HB=1 AR=1 RB=0"},
+  };
+  for (const auto& [measured, sent, fields] : rows) {
+    Restart({});
+    Type("set " + std::string(measured), seconds(1));
+    Ask(sent, seconds(1));
+    EXPECT_EQ(Cut(71, 14, seconds(1)), fields) << measured << sent;
+  }
+}
+
+TEST_F(SensorUnitTest, TheRelayHoldsForAWhileAfterRainAndAtTheEdgeOfClouds) {
+  // When, what is measured then, and the frame's RB. Rain holds it for 60 seconds, clouds until 2 degrees below.
+  const std::tuple<int, const char*, const char*> course[] = {
+      {100, "R 500", "1"}, {101, "R 200", "1"},   {159, "R 200", "1"}, {160, "R 200", "0"}, {161, "TP -6", "0"},
+      {162, "TP -4", "1"}, {163, "TP -6.9", "1"}, {164, "TP -7", "0"}, {165, "TP -6", "0"}};
+  for (const auto& [when, measured, relay] : course) {
+    Type("set " + std::string(measured), seconds(when));
+    EXPECT_EQ(Cut(84, 1, seconds(when)), relay) << when;
+  }
+}
+
 TEST_F(SensorUnitTest, TheLineKeepsAnswersAndAPowerCutTakesTheSettings) {
   const auto out = [&](Time now) { return unit_->TakeDue(now).size(); };
   Restart({.delay = 5.0});

@@ -114,7 +114,6 @@ class FakeSerialPort : public SerialPort {
       if (done_ && satisfied_() != 0) End();
     });
   }
-  [[nodiscard]] bool receiving() const { return static_cast<bool>(done_); }
 
  private:
   void WriteDown(std::string call) {

@@ -39,13 +39,8 @@ class LateAnswersTest : public test::LinkFixture {
 };
 
 TEST_F(LateAnswersTest, NoFrameIsUsedThatIsOlderThanFiveSeconds) {
-  struct Row {
-    const char* name;
-    std::int64_t (*delay)(std::int64_t now);  ///< in milliseconds, between 20 s and 300 s
-    bool served;                              ///< whether frames are used meanwhile
-    const char* event;
-  };
-  const Row rows[] = {
+  // The delay in milliseconds, between 20 s and 300 s; whether frames are used meanwhile; what is said.
+  const std::tuple<const char*, std::int64_t (*)(std::int64_t), bool, const char*> rows[] = {
       {"4.5 s", [](std::int64_t) -> std::int64_t { return 4500; }, true, ""},
       {"6 s", [](std::int64_t) -> std::int64_t { return 6000; }, false, " 6.0 seconds"},
       {"60 s", [](std::int64_t) -> std::int64_t { return 60'000; }, false, " 60.0 seconds"},
@@ -53,17 +48,17 @@ TEST_F(LateAnswersTest, NoFrameIsUsedThatIsOlderThanFiveSeconds) {
       {"bursts each 3 s", [](std::int64_t now) { return 3000 - now % 3000; }, true, ""},
       {"bursts each 45 s", [](std::int64_t now) { return 45'000 - now % 45'000; }, false, "late: "},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.name);
+  for (const auto& [name, delay, served, event] : rows) {
+    SCOPED_TRACE(name);
     start = loop.TickCount();
     oldest = used = 0;
     connector.Disconnect();
-    port.line_delay = [&] { return milliseconds(Now() < 20'000 || Now() >= 300'000 ? 0 : row.delay(Now())); };
+    port.line_delay = [&, of = delay] { return milliseconds(Now() < 20'000 || Now() >= 300'000 ? 0 : of(Now())); };
     Connect(20);
     used = 0;
     Tick(279);
-    EXPECT_EQ(used >= 4, row.served) << used;
-    EXPECT_TRUE(Said(row.event));
+    EXPECT_EQ(used >= 4, served) << used;
+    EXPECT_TRUE(Said(event));
     const std::int64_t again_at = std::max<std::int64_t>(port.line_empty_at - start, 300'000) + 10'000;
     Tick(static_cast<int>((again_at - Now()) / 1000) + 1);
     EXPECT_GE(last_used, again_at - 5000) << "ten seconds are the price";

@@ -2,16 +2,17 @@
 // and write down each call, with its arguments, in the file that ORVALIS_CALLS names. The profile keeps its values in
 // the registry, the serial object uses a real port and holds its caller up while it waits, as such objects do.
 
-#include <oaidl.h>
-#include <oleauto.h>
 #include <windows.h>
 
+// Behind the types of windows.h.
+#include <initguid.h>
+#include <oleauto.h>
+
+#include <algorithm>
 #include <array>
-#include <atomic>
-#include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <functional>
-#include <map>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,21 +20,14 @@
 #include "platform/windows/handle.h"
 #include "platform/windows/registry_profile.h"
 #include "platform/windows/windows_error.h"
+#include "tests/support/com_tools.h"
 
 namespace orvalis {
 namespace {
 
-std::atomic<long> g_objects = 0;
-HMODULE g_library = nullptr;
-
 void WriteDown(const std::string& call) {
   const wchar_t* path = _wgetenv(L"ORVALIS_CALLS");
-  if (path == nullptr) return;
-  const Handle file(
-      CreateFileW(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS, 0, nullptr));
-  const std::string line = call + "\n";
-  DWORD written = 0;
-  WriteFile(file.get(), line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+  if (path != nullptr) std::ofstream(std::filesystem::path(path), std::ios::app | std::ios::binary) << call + "\n";
 }
 
 struct Failure {
@@ -77,76 +71,35 @@ struct Member {
 };
 
 /// An object whose members are known by their names only.
-class Object : public IDispatch {
+class Object : public test::NamedCalls {
  public:
-  explicit Object(std::string name) : name_(std::move(name)) {
-    ++g_objects;
-    WriteDown(name_ + " made");
-  }
-  virtual ~Object() {
-    --g_objects;
-    WriteDown(name_ + " released");
-  }
+  explicit Object(std::string name) : name_(std::move(name)) { WriteDown(name_ + " made"); }
+  ~Object() override { WriteDown(name_ + " released"); }
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-    *object = nullptr;
-    if (id != IID_IUnknown && id != IID_IDispatch) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IDispatch*>(this);
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
-    for (std::size_t i = 0; i < members_.size(); ++i) {
-      if (Narrow(names[0]) != members_[i].name) continue;
-      ids[0] = IdOf(members_[i].name);
-      return S_OK;
-    }
-    return DISP_E_UNKNOWNNAME;
+    ids[0] = IdOf(Narrow(names[0]));
+    return ids[0] == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK;
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD kind, DISPPARAMS* given, VARIANT* result,
                                    EXCEPINFO* error, UINT*) override {
-    for (const Member& member : members_) {
-      if (IdOf(member.name) != id || (member.kind & kind) == 0) continue;
-      if (given->cArgs != member.arguments) return DISP_E_BADPARAMCOUNT;
-      try {
-        Arguments arguments;
-        std::string shown;
-        for (UINT i = given->cArgs; i > 0; --i) {
-          arguments.push_back(TextOf(given->rgvarg[i - 1]));
-          const bool is_text = given->rgvarg[i - 1].vt == VT_BSTR;
-          shown += (shown.empty() ? "" : ", ") + (is_text ? "\"" + arguments.back() + "\"" : arguments.back());
-        }
-        const bool put = kind == DISPATCH_PROPERTYPUT;
-        WriteDown(name_ + "." + member.name +
-                  (put                             ? " = " + shown
-                   : (kind & DISPATCH_METHOD) != 0 ? "(" + shown + ")"
-                                                   : ""));
-        VARIANT answer = member.work(arguments);
-        if (result != nullptr) {
-          *result = answer;
-        } else {
-          VariantClear(&answer);
-        }
-        return S_OK;
-      } catch (const Failure& failure) {
-        *error = {};
-        error->scode = static_cast<SCODE>(0x80040400);
-        error->bstrDescription = SysAllocString(Wide(failure.description).c_str());
-        return DISP_E_EXCEPTION;
+    const auto member =
+        std::ranges::find_if(members_, [&](const Member& m) { return IdOf(m.name) == id && (m.kind & kind) != 0; });
+    if (member == members_.end()) return DISP_E_MEMBERNOTFOUND;
+    if (given->cArgs != member->arguments) return DISP_E_BADPARAMCOUNT;
+    try {
+      VARIANT answer = Call(*member, *given);
+      if (result != nullptr) {
+        *result = answer;
+      } else {
+        VariantClear(&answer);
       }
+      return S_OK;
+    } catch (const Failure& failure) {
+      *error = {};
+      error->scode = static_cast<SCODE>(0x80040400);
+      error->bstrDescription = SysAllocString(Wide(failure.description).c_str());
+      return DISP_E_EXCEPTION;
     }
-    return DISP_E_MEMBERNOTFOUND;
   }
 
  protected:
@@ -166,15 +119,26 @@ class Object : public IDispatch {
  private:
   /// The same for all kinds of one name.
   [[nodiscard]] DISPID IdOf(const std::string& name) const {
-    for (std::size_t i = 0; i < members_.size(); ++i) {
-      if (members_[i].name == name) return static_cast<DISPID>(i + 1);
+    const auto first = std::ranges::find(members_, name, &Member::name);
+    return first == members_.end() ? DISPID_UNKNOWN : static_cast<DISPID>(first - members_.begin() + 1);
+  }
+  /// Writes the call down and does it.
+  [[nodiscard]] VARIANT Call(const Member& member, const DISPPARAMS& given) const {
+    Arguments arguments;
+    std::string shown;
+    for (UINT i = given.cArgs; i > 0; --i) {
+      arguments.push_back(TextOf(given.rgvarg[i - 1]));
+      const std::string quote = given.rgvarg[i - 1].vt == VT_BSTR ? "\"" : "";
+      shown += (shown.empty() ? "" : ", ") + quote + arguments.back() + quote;
     }
-    return DISPID_UNKNOWN;
+    if (member.kind == DISPATCH_PROPERTYPUT) shown = " = " + shown;
+    if (member.kind == DISPATCH_METHOD) shown = "(" + shown + ")";
+    WriteDown(name_ + "." + member.name + shown);
+    return member.work(arguments);
   }
 
   std::string name_;
   std::vector<Member> members_;
-  std::atomic<ULONG> references_ = 1;
 };
 
 class ProfileObject : public Object {
@@ -194,18 +158,13 @@ class ProfileObject : public Object {
   RegistryProfile store_{L"Software\\OrvalisTests\\Profile"};
 };
 
-class UtilityObject : public Object {
- public:
-  UtilityObject() : Object("util") {}
-};
-
 class SerialObject : public Object {
  public:
   SerialObject() : Object("Serial") {
     Put("Port", [this](const std::string& text) { port_ = text; });
     Put("Speed", [](const std::string&) {});
     Put("ReceiveTimeout", [this](const std::string& text) { seconds_ = std::stoi(text); });
-    Put("Connected", [this](const std::string& text) { text == "0" || text == "False" ? Close() : Open(); });
+    Put("Connected", [this](const std::string& text) { text == "0" || text == "False" ? void(line_ = {}) : Open(); });
     Get("Connected", [this] { return ToVariant(static_cast<bool>(line_)); });
     Method("ClearBuffers", 0, [this](const Arguments&) {
       PurgeComm(line_.get(), PURGE_RXCLEAR | PURGE_TXCLEAR);
@@ -234,9 +193,8 @@ class SerialObject : public Object {
     time_outs.ReadIntervalTimeout = MAXDWORD;
     SetCommTimeouts(line_.get(), &time_outs);
   }
-  void Close() { line_ = {}; }
   [[noreturn]] void Gone() {
-    Close();
+    line_ = {};
     throw Failure{"the line is gone"};
   }
   VARIANT Receive(const std::function<bool(const std::string&)>& complete) {
@@ -261,104 +219,20 @@ class SerialObject : public Object {
   Handle line_;
 };
 
-struct Registered {
-  const wchar_t* prog_id;
-  const wchar_t* class_id;
-  Object* (*make)();
-};
-constexpr std::array<Registered, 3> kObjects{{
-    {L"DriverHelper.Profile", L"{6B0E1D5C-3D0E-4A53-9C57-6F6D2E1F0A01}",
-     [] { return static_cast<Object*>(new ProfileObject); }},
-    {L"DriverHelper.util", L"{6B0E1D5C-3D0E-4A53-9C57-6F6D2E1F0A02}",
-     [] { return static_cast<Object*>(new UtilityObject); }},
-    {L"DriverHelper.Serial", L"{6B0E1D5C-3D0E-4A53-9C57-6F6D2E1F0A03}",
-     [] { return static_cast<Object*>(new SerialObject); }},
-}};
-
-class Factory : public IClassFactory {
- public:
-  explicit Factory(const Registered& about) : about_(about) {}
-  virtual ~Factory() = default;
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-    *object = nullptr;
-    if (id != IID_IUnknown && id != IID_IClassFactory) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IClassFactory*>(this);
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** object) override {
-    if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-    Object* made = about_.make();
-    const HRESULT result = made->QueryInterface(id, object);
-    made->Release();
-    return result;
-  }
-  HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-
- private:
-  const Registered& about_;
-  std::atomic<ULONG> references_ = 1;
-};
-
-bool SetDefaultValue(const std::wstring& key, const std::wstring& text) {
-  return RegSetKeyValueW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + key).c_str(), nullptr, REG_SZ, text.c_str(),
-                         static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))) == ERROR_SUCCESS;
-}
+/// By the last digit of their class.
+constexpr std::array<IDispatch* (*)(), 3> kMakers{[]() -> IDispatch* { return new ProfileObject; },
+                                                  []() -> IDispatch* { return new Object("util"); },
+                                                  []() -> IDispatch* { return new SerialObject; }};
 
 }  // namespace
 }  // namespace orvalis
 
-using orvalis::kObjects;
-using orvalis::Registered;
-
-extern "C" {
-
-BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, LPVOID /*reserved*/) {
-  if (reason == DLL_PROCESS_ATTACH) orvalis::g_library = library;
-  return TRUE;
+// {6B0E1D5C-3D0E-4A53-9C57-6F6D2E1F0A01} and the two that follow it, which the test registers.
+extern "C" HRESULT WINAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** object) {
+  const std::size_t digit = class_id.Data4[7];
+  if (digit < 1 || digit > orvalis::kMakers.size()) return CLASS_E_CLASSNOTAVAILABLE;
+  auto* factory = new orvalis::test::ComFactory(orvalis::kMakers[digit - 1]);
+  const HRESULT result = factory->QueryInterface(id, object);
+  factory->Release();
+  return result;
 }
-
-HRESULT WINAPI DllGetClassObject(REFCLSID class_id, REFIID id, void** object) {
-  for (const Registered& row : kObjects) {
-    CLSID own{};
-    CLSIDFromString(row.class_id, &own);
-    if (own != class_id) continue;
-    auto* factory = new orvalis::Factory(row);
-    const HRESULT result = factory->QueryInterface(id, object);
-    factory->Release();
-    return result;
-  }
-  return CLASS_E_CLASSNOTAVAILABLE;
-}
-
-HRESULT WINAPI DllCanUnloadNow() { return orvalis::g_objects == 0 ? S_OK : S_FALSE; }
-
-HRESULT WINAPI DllRegisterServer() {
-  std::array<wchar_t, MAX_PATH> path{};
-  GetModuleFileNameW(orvalis::g_library, path.data(), path.size());
-  bool done = true;
-  for (const Registered& row : kObjects) {
-    const std::wstring home = std::wstring(L"CLSID\\") + row.class_id + L"\\InprocServer32";
-    done = orvalis::SetDefaultValue(std::wstring(row.prog_id) + L"\\CLSID", row.class_id) &&
-           orvalis::SetDefaultValue(home, path.data()) && done;
-    RegSetKeyValueW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + home).c_str(), L"ThreadingModel", REG_SZ,
-                    L"Apartment", sizeof(L"Apartment"));
-  }
-  return done ? S_OK : E_FAIL;
-}
-
-HRESULT WINAPI DllUnregisterServer() {
-  for (const Registered& row : kObjects) {
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (std::wstring(L"Software\\Classes\\") + row.prog_id).c_str());
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (std::wstring(L"Software\\Classes\\CLSID\\") + row.class_id).c_str());
-  }
-  return S_OK;
-}
-
-}  // extern "C"

@@ -7,14 +7,17 @@ import subprocess
 import sys
 import time
 import unittest
+from pathlib import Path
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "integration"))
-from harness import PATIENCE, Case, Process  # noqa: E402
+from harness import PATIENCE, Case  # noqa: E402
 
 WINDOWS_BIN = os.environ.get("ORVALIS_WINDOWS_BIN", os.path.join(os.getcwd(), "build", "windows", "bin"))
 WINE = os.environ.get("WINELOADER", "/usr/lib/wine/wine64")
 PROGRAM = os.path.join(WINDOWS_BIN, "orvalis.exe")
-OBJECTS = os.path.join(WINDOWS_BIN, "recording_objects.dll")
+# In the order of their classes' last digits, see recording_objects.cpp.
+OBJECTS = ("Profile", "util", "Serial")
+CLASSES = r"HKEY_LOCAL_MACHINE\Software\Classes"
 PORT = 12  # beyond COM9, where the plain name reaches nothing
 
 
@@ -39,9 +42,7 @@ class WindowsCase(Case):
                               timeout=PATIENCE)
 
     def program(self, *options):
-        program = Process([WINE, PROGRAM, *options], env=self.env)
-        self.addCleanup(program.kill)
-        return program
+        return self.launch(WINE, PROGRAM, *options)
 
     def headless(self, *options):
         return self.program("--headless", "--json", "--port", str(PORT), *options)
@@ -59,12 +60,9 @@ class WindowsCase(Case):
 
 class SerialLine(WindowsCase):
     def test_a_poll_over_the_real_line_and_its_loss(self):
-        unit = self.unit("--fast")
-        for command in ("set TA 5.00", "set TP -20.00", "set R 120", "set RB 0"):
-            unit.tell(command)
-        program = self.headless()
+        unit, program = self.evening(), self.headless()
         self.event(program, "connected to COM%d" % PORT)
-        reading = self.reading(program, lambda r: r["ambient_c"] == 5)
+        reading = self.reading(program)
         self.assertEqual((reading["sky_c"], reading["diff_c"], reading["rain"], reading["unsafe"], len(reading["frame"])),
                          (-20, 25, 120, False, 117))
         unit.tell("set RB 1")
@@ -81,7 +79,6 @@ class SerialLine(WindowsCase):
             self.assertIn(text, self.event(program, "connect failed: ")["event"])
             self.end(program)
 
-
     def test_its_lines_end_as_windows_lines_do(self):
         self.unit("--fast")
         with subprocess.Popen([WINE, PROGRAM, "--headless", "--json", "--port", str(PORT)], env=self.env,
@@ -89,12 +86,6 @@ class SerialLine(WindowsCase):
             self.assertTrue(program.stdout.readline().endswith(b"}\r\n"))
             self.wine("taskkill", "/IM", "orvalis.exe")
             program.wait(PATIENCE)
-
-    def test_the_usage_names_what_windows_has(self):
-        usage = self.run_program("--help").stdout
-        for words in ("-Embedding", "/RegServer", "/UnregServer"):
-            self.assertIn(words, usage)
-        self.assertNotIn("bus", usage)
 
 
 class Settings(WindowsCase):
@@ -116,19 +107,14 @@ class Settings(WindowsCase):
         os.mkdir(place)
         program = shutil.copy(PROGRAM, place)
         self.env["ORVALIS_PROFILE_DIR"] = windows_path(os.path.join(place, "Profil ñ"))
-        for key, value in (("g_lFullLog", "1"), ("g_sFullLogPath", windows_path(place)), ("g_lOneLineLog", "1"),
-                           ("g_sOneLineLogPath", windows_path(place))):
-            result = self.wine(program, "profile", "set", key, value)
-            self.assertEqual((result.returncode, result.stderr), (0, ""))
-        unit = self.unit("--fast")
-        unit.measure({"TA": "5.00"})
-        running = Process([WINE, program, "--headless", "--json", "--port", str(PORT)], env=self.env)
-        self.addCleanup(running.kill)
+        self.set_all({"g_lFullLog": "1", "g_sFullLogPath": windows_path(place), "g_lOneLineLog": "1",
+                      "g_sOneLineLogPath": windows_path(place)})
+        self.evening()
+        running = self.launch(WINE, program, "--headless", "--json", "--port", str(PORT))
         self.reading(running, lambda r: r["ambient_c"] == 5)
         self.assertEqual(self.end(running)[0], 0)
         for name, text in (("Orvalis.txt", " AmbT = 5.0 "), ("orvalis_single.txt", "    5.0 ")):
-            with open(os.path.join(place, name), encoding="utf-8") as file:
-                self.assertIn(text, file.read())
+            self.assertIn(text, Path(place, name).read_text("utf-8"))
         history = sqlite3.connect(os.path.join(place, "Profil ñ", "history.sqlite"))
         self.addCleanup(history.close)
         self.assertIn((500,), history.execute("SELECT ambient FROM cycle").fetchall())
@@ -142,16 +128,24 @@ class DriverObjects(WindowsCase):
         self.calls_file = os.path.join(self.folder, "calls")
         self.env["ORVALIS_CALLS"] = windows_path(self.calls_file)
         del self.env["ORVALIS_PROFILE_DIR"]
-        self.assertEqual(self.wine("regsvr32", "/s", windows_path(OBJECTS)).returncode, 0)
-        self.addCleanup(self.forget_objects)
+        library = windows_path(os.path.join(WINDOWS_BIN, "recording_objects.dll")).replace("\\", r"\\")
+        made, gone = "", "[-HKEY_CURRENT_USER\\Software\\OrvalisTests]\n"
+        for digit, name in enumerate(OBJECTS, 1):
+            class_id = "{6B0E1D5C-3D0E-4A53-9C57-6F6D2E1F0A0%d}" % digit
+            by_name, by_id = CLASSES + "\\DriverHelper." + name, CLASSES + "\\CLSID\\" + class_id
+            made += '[%s\\CLSID]\n@="%s"\n' % (by_name, class_id)
+            made += '[%s\\InprocServer32]\n@="%s"\n"ThreadingModel"="Apartment"\n' % (by_id, library)
+            gone += "[-%s]\n[-%s]\n" % (by_name, by_id)
+        self.addCleanup(self.import_keys, gone)
+        self.import_keys(made)
 
-    def forget_objects(self):
-        self.wine("regsvr32", "/s", "/u", windows_path(OBJECTS))
-        self.wine("reg", "delete", r"HKCU\Software\OrvalisTests", "/f")
+    def import_keys(self, text):
+        path = os.path.join(self.folder, "keys.reg")
+        Path(path).write_text("REGEDIT4\n\n" + text)
+        self.assertEqual(self.wine("reg", "import", windows_path(path)).returncode, 0)
 
     def calls(self, of=""):
-        with open(self.calls_file, encoding="utf-8") as file:
-            return [line.rstrip("\n") for line in file if line.startswith(of)]
+        return [line for line in Path(self.calls_file).read_text("utf-8").split("\n") if line.startswith(of)]
 
     def test_the_calls_of_a_run(self):
         unit = self.unit("--fast")
@@ -182,12 +176,10 @@ class DriverObjects(WindowsCase):
         self.assertEqual(every.count("Serial released"), 1)
 
     def test_a_silent_unit_holds_nothing_up(self):
-        unit = self.unit("--fast")
-        program = self.headless()
-        self.reading(program)
+        unit, program = self.polled_evening()
         unit.tell("fault silent 60")
-        time.sleep(3)  # the object waits for an answer now
-        program.forget()
+        asked = len(self.recorded(" rx "))
+        self.wait_until(lambda: len(self.recorded(" rx ")) > asked, "the object waits for an answer")
         code, seconds = self.end(program)
         self.assertEqual(code, 0)
         self.assertLess(seconds, 3)
@@ -200,9 +192,7 @@ class DriverObjects(WindowsCase):
         self.assertIn("the port COM99 cannot be opened: \"DriverHelper.Serial\", Connected: COM99 is not there",
                       self.event(program, "connect failed: ")["event"])
         self.end(program)
-        unit = self.unit("--fast")
-        program = self.headless()
-        self.reading(program)
+        unit, program = self.polled_evening()
         unit.kill()
         self.assertIn("the line is gone", self.event(program, "lost")["event"])
         self.assertEqual(self.end(program)[0], 0)
@@ -211,11 +201,8 @@ class DriverObjects(WindowsCase):
 class Panel(WindowsCase):
     def test_closes_with_its_place_kept(self):
         program = self.program("--demo")
-        end = time.monotonic() + PATIENCE
-        while not subprocess.run(["xdotool", "search", "--name", "^Orvalis$"], capture_output=True, check=False).stdout:
-            self.assertLess(time.monotonic(), end)
-            time.sleep(0.2)
-        time.sleep(2)
+        self.wait_until(lambda: subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Orvalis$"],
+                                               capture_output=True, check=False).stdout, "the panel is seen")
         self.assertEqual(self.end(program)[0], 0)
         self.assertEqual(self.run_program("profile", "get", "Left").stdout, "100\n")
 

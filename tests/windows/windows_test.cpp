@@ -4,22 +4,22 @@
 #include <windows.h>
 
 // Behind the types of windows.h.
-#include <olectl.h>
+
+#include <QtCore/qtestsupport_core.h>
 
 #include <QApplication>
 #include <QDate>
-#include <QElapsedTimer>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QUrl>
 #include <QWidget>
-#include <array>
-#include <cstdint>
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <semaphore>
 #include <string>
-#include <vector>
+#include <thread>
+#include <tuple>
 
 #include "base/path.h"
 #include "base/run_time_error.h"
@@ -28,41 +28,22 @@
 #include "platform/system/stop_signals.h"
 #include "platform/windows/com_port.h"
 #include "platform/windows/mci_sound_player.h"
-#include "platform/windows/panel_capture.h"
 #include "platform/windows/registry_profile.h"
 #include "platform/windows/shell_program_starter.h"
+#include "tests/support/error_of.h"
 #include "ui/desktop.h"
 #include "ui/publishing/picture_view.h"
 
 namespace orvalis {
 namespace {
 
+using test::ErrorOf;
+
+constexpr int kPatienceMs = 20'000;
+
 std::string Content(const std::string& path) {
   std::ifstream file(PathFromText(path), std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// The number of the RunTimeError that `work` ends with; 0 for none.
-int NumberOf(const std::function<void()>& work, std::string* text = nullptr) {
-  try {
-    work();
-  } catch (const RunTimeError& error) {
-    if (text != nullptr) *text = error.what();
-    return error.number();
-  }
-  return 0;
-}
-
-bool Eventually(const std::function<bool()>& holds) {
-  constexpr int kPatienceMs = 20000;
-  QElapsedTimer since;
-  since.start();
-  while (!holds()) {
-    if (since.elapsed() > kPatienceMs) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    Sleep(5);
-  }
-  return true;
 }
 
 /// A folder whose name needs more than one code page and has a blank.
@@ -82,18 +63,17 @@ class WindowsTest : public testing::Test {
 using ComPortTest = WindowsTest;
 
 TEST_F(ComPortTest, NamesPortsByNumberBeyondNineToo) {
-  const struct {
-    const char* given;
-    const char* name;  ///< "" is a failure
-  } rows[] = {{"2", "COM2"},      {" 12 ", "COM12"}, {"com7", "COM7"}, {R"(\\.\COM10)", "COM10"},
-              {"CNCA0", "CNCA0"}, {"256", "COM256"}, {"257", ""},      {"0", ""},
-              {"COM0", ""},       {"  ", ""},        {"-1", "-1"},     {"", ""},
-              {"99999999999", ""}};
+  // What is given, and the name; "" is a failure.
+  const std::pair<const char*, std::string> rows[] = {
+      {"2", "COM2"},      {" 12 ", "COM12"}, {"com7", "COM7"}, {R"(\\.\COM10)", "COM10"},
+      {"CNCA0", "CNCA0"}, {"256", "COM256"}, {"257", ""},      {"0", ""},
+      {"COM0", ""},       {"  ", ""},        {"-1", "-1"},     {"", ""},
+      {"99999999999", ""}};
   for (const auto& row : rows) {
     std::string name;
-    const int error = NumberOf([&] { name = ComPortName(row.given); });
-    EXPECT_EQ(name, row.name) << row.given;
-    EXPECT_EQ(error, *row.name == 0 ? RunTimeError::kFileNotFound : 0) << row.given;
+    const int error = ErrorOf([&] { name = ComPortName(row.first); });
+    EXPECT_EQ(name, row.second) << row.first;
+    EXPECT_EQ(error, row.second.empty() ? RunTimeError::kFileNotFound : 0) << row.first;
   }
 }
 
@@ -191,30 +171,21 @@ TEST_F(RegistryProfileTest, ADestroyedStoreGetsItsCopyBack) {
 // The store names itself and the reason; what was stored stays.
 TEST_F(RegistryProfileTest, AStoreInUseFailsAfterHalfASecond) {
   profile.WriteValue("", "Left", "1", "");
-  const Handle release(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-  const Handle held(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-  struct Events {
-    HANDLE held;
-    HANDLE release;
-  } events{held.get(), release.get()};
-  const Handle other(CreateThread(
-      nullptr, 0,
-      [](void* data) -> DWORD {
-        const auto* shared = static_cast<Events*>(data);
-        const Handle mutex(CreateMutexW(nullptr, TRUE, L"Local\\Orvalis.Weather.profile"));
-        SetEvent(shared->held);
-        WaitForSingleObject(shared->release, INFINITE);
-        ReleaseMutex(mutex.get());
-        return 0;
-      },
-      &events, 0, nullptr));
-  WaitForSingleObject(held.get(), INFINITE);
+  std::binary_semaphore held(0);
+  std::binary_semaphore release(0);
+  std::thread other([&] {
+    const Handle mutex(CreateMutexW(nullptr, TRUE, L"Local\\Orvalis.Weather.profile"));
+    held.release();
+    release.acquire();
+    ReleaseMutex(mutex.get());
+  });
+  held.acquire();
   std::string text;
-  EXPECT_EQ(NumberOf([&] { profile.WriteValue("", "Left", "2", ""); }, &text), RunTimeError::kPathFileAccess);
+  EXPECT_EQ(ErrorOf([&] { profile.WriteValue("", "Left", "2", ""); }, &text), RunTimeError::kPathFileAccess);
   EXPECT_NE(text.find("HKEY_CURRENT_USER\\Software\\OrvalisTests\\Registry"), std::string::npos) << text;
   EXPECT_EQ(profile.GetValue("", "Left", ""), "1");
-  SetEvent(release.get());
-  WaitForSingleObject(other.get(), INFINITE);
+  release.release();
+  other.join();
   profile.WriteValue("", "Left", "2", "");
   EXPECT_EQ(profile.GetValue("", "Left", ""), "2");
 }
@@ -234,15 +205,15 @@ TEST_F(SoundTest, PlaysWaveFilesAndSaysWhatIsMissing) {
   }
   MciSoundPlayer player;
   std::string why;
-  EXPECT_EQ(NumberOf([&] { player.Play(sound); }, &why), 0) << why;
-  EXPECT_EQ(NumberOf([&] { player.Play(sound); }), 0) << "the first one is stopped and closed";
+  EXPECT_EQ(ErrorOf([&] { player.Play(sound); }, &why), 0) << why;
+  EXPECT_EQ(ErrorOf([&] { player.Play(sound); }), 0) << "the first one is stopped and closed";
   for (const std::string& path : {folder + "\\none.wav", folder, std::string()}) {
     std::string text;
-    EXPECT_EQ(NumberOf([&] { player.Play(path); }, &text), RunTimeError::kFileNotFound) << path;
+    EXPECT_EQ(ErrorOf([&] { player.Play(path); }, &text), RunTimeError::kFileNotFound) << path;
     EXPECT_NE(text.find("choose one in the setup"), std::string::npos) << text;
   }
   std::ofstream(PathFromText(folder + "\\text.wav")) << "no sound at all";
-  EXPECT_EQ(NumberOf([&] { player.Play(folder + "\\text.wav"); }), RunTimeError::kDeviceUnavailable);
+  EXPECT_EQ(ErrorOf([&] { player.Play(folder + "\\text.wav"); }), RunTimeError::kDeviceUnavailable);
 }
 
 using ProgramTest = WindowsTest;
@@ -251,27 +222,22 @@ TEST_F(ProgramTest, StartsABatchFileInItsOwnFolder) {
   const std::string batch = folder + "\\close the roof.bat";
   std::ofstream(PathFromText(batch)) << "@echo closed>done.txt\r\n";
   ShellProgramStarter starter;
-  EXPECT_EQ(NumberOf([&] { starter.Start(batch); }), 0);
-  EXPECT_TRUE(Eventually([&] { return Content(folder + "\\done.txt").starts_with("closed"); }));
+  EXPECT_EQ(ErrorOf([&] { starter.Start(batch); }), 0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Content(folder + "\\done.txt").starts_with("closed"); }, kPatienceMs));
 
   std::ofstream(PathFromText(folder + "\\text.exe")) << "no program at all";
-  const struct {
-    std::string path;
-    int error;
-  } rows[] = {{folder + "\\none.exe", RunTimeError::kFileNotFound},
-              {"", RunTimeError::kFileNotFound},
-              {folder, RunTimeError::kFileNotFound},
-              {folder + "\\text.exe", RunTimeError::kPathFileAccess}};
-  for (const auto& row : rows) EXPECT_EQ(NumberOf([&] { starter.Start(row.path); }), row.error) << row.path;
+  const std::pair<std::string, int> rows[] = {{folder + "\\none.exe", RunTimeError::kFileNotFound},
+                                              {"", RunTimeError::kFileNotFound},
+                                              {folder, RunTimeError::kFileNotFound},
+                                              {folder + "\\text.exe", RunTimeError::kPathFileAccess}};
+  for (const auto& [path, error] : rows) EXPECT_EQ(ErrorOf([&, to = path] { starter.Start(to); }), error) << path;
 }
 
 using SafeFileTest = WindowsTest;
 
 TEST_F(SafeFileTest, ReplacesInOneStepAndTellsStatesApart) {
   const QString here = QString::fromStdString(folder);
-  EXPECT_TRUE(safe_file::CanWrite(here));
-  EXPECT_FALSE(safe_file::CanWrite(here + "/nowhere"));
-  EXPECT_EQ(safe_file::StampOf(here + "/a"), safe_file::Stamp{});
+  EXPECT_TRUE(safe_file::CanWrite(here) && !safe_file::CanWrite(here + "/nowhere"));
   std::ofstream(PathFromText(folder + "\\a")) << "old";
   const safe_file::Stamp old = safe_file::StampOf(here + "/a");
   EXPECT_EQ(old.size, 3);
@@ -288,16 +254,13 @@ TEST_F(SafeFileTest, ReplacesInOneStepAndTellsStatesApart) {
 /// A window of one's own, painted in four colours, without a frame.
 class Painted : public QWidget {
  public:
-  static constexpr int kWidth = 101;  // a row of 303 bytes, which a bitmap file fills up to 304
-  static constexpr int kHeight = 50;
   Painted() : QWidget(nullptr, Qt::FramelessWindowHint) {
-    setFixedSize(kWidth, kHeight);
+    setFixedSize(101, 50);  // a row of 303 bytes, which a bitmap file fills up to 304
     move(0, 0);
     show();
     QCoreApplication::processEvents(QEventLoop::AllEvents, 500);
     repaint();
   }
-  [[nodiscard]] HWND Window() const { return reinterpret_cast<HWND>(winId()); }
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
@@ -317,47 +280,13 @@ TEST_F(CaptureTest, TheFileIsABitmapOf24BitsWithTheWindowsPixels) {
   PictureView view;
   view.SetPicture(desktop::PictureOf(form));
   view.Save(path, "BMP");
-  const std::string file = Content(path);
-  // The layout of such a file: 14 and 40 bytes of headers, then the rows from the lowest to the highest, blue first.
-  ASSERT_EQ(file.size(), 54u + 304u * 50u);
-  const auto number = [&](std::size_t at, int bytes) {
-    std::uint32_t value = 0;
-    for (int i = bytes - 1; i >= 0; --i) {
-      value = value << 8 | static_cast<unsigned char>(file[at + static_cast<std::size_t>(i)]);
-    }
-    return value;
-  };
-  EXPECT_EQ(file.substr(0, 2), "BM");
-  const struct {
-    std::size_t at;
-    int bytes;
-    std::uint32_t value;
-  } fields[] = {{2, 4, 15254}, {10, 4, 54}, {14, 4, 40}, {18, 4, 101},
-                {22, 4, 50},   {26, 2, 1},  {28, 2, 24}, {30, 4, 0}};
-  for (const auto& field : fields) EXPECT_EQ(number(field.at, field.bytes), field.value) << field.at;
-  const struct {
-    int x;
-    int y;
-    std::uint32_t red_green_blue;
-  } pixels[] = {{0, 0, 0xFF0000},  {100, 0, 0x00FF00}, {49, 24, 0xFF0000}, {50, 24, 0x00FF00},
-                {0, 49, 0x0000FF}, {49, 25, 0x0000FF}, {100, 49, 0x112233}};
-  for (const auto& pixel : pixels) {
-    const auto at = 54 + static_cast<std::size_t>(49 - pixel.y) * 304 + static_cast<std::size_t>(pixel.x) * 3;
-    EXPECT_EQ(number(at, 3), pixel.red_green_blue) << pixel.x << "," << pixel.y;
-  }
-}
-
-TEST_F(CaptureTest, APartIsTakenFromWhereItIs) {
-  const Painted form;
-  const PicturePtr part = CaptureWindow(form.Window(), true, 48, 23, 4, 4);
-  SHORT type = 0;
-  ASSERT_EQ(part->get_Type(&type), S_OK);
-  EXPECT_EQ(type, PICTYPE_BITMAP);
-  const QImage image = ImageOf(*part);
-  ASSERT_EQ(image.size(), QSize(4, 4));
-  EXPECT_EQ(image.pixel(0, 3), 0xFF0000FFu);
-  EXPECT_EQ(image.pixel(3, 3), 0xFF112233u);
-  EXPECT_EQ(image.pixel(1, 1), 0xFFFF0000u);
+  EXPECT_EQ(Content(path).at(28), 24);  // bits for each pixel
+  const QImage image(QString::fromStdString(path));
+  ASSERT_EQ(image.size(), form.size());
+  const std::tuple<int, int, QRgb> pixels[] = {{0, 0, 0xFFFF0000},   {100, 0, 0xFF00FF00}, {49, 24, 0xFFFF0000},
+                                               {50, 24, 0xFF00FF00}, {0, 49, 0xFF0000FF},  {49, 25, 0xFF0000FF},
+                                               {100, 49, 0xFF112233}};
+  for (const auto& [x, y, colour] : pixels) EXPECT_EQ(image.pixel(x, y), colour) << x << "," << y;
 }
 
 // There is nothing on the screen to copy then.
@@ -368,41 +297,6 @@ TEST_F(CaptureTest, AWindowThatIsNotSeenIsPicturedToo) {
   const QPixmap picture = desktop::PictureOf(hidden);
   ASSERT_EQ(picture.size(), QSize(20, 10));
   EXPECT_EQ(picture.toImage().pixel(10, 5), 0xFF102030u);
-}
-
-TEST_F(CaptureTest, APictureOwnsItsBitmapAndHasItsPalette) {
-  LOGPALETTE colours{};
-  colours.palVersion = 0x300;
-  colours.palNumEntries = 1;
-  HPALETTE const palette = CreatePalette(&colours);
-  HBITMAP const bitmap = CreateBitmap(2, 2, 1, 32, nullptr);
-  {
-    const PicturePtr picture = CreateBitmapPicture(bitmap, palette);
-    OLE_HANDLE handle = 0;
-    ASSERT_EQ(picture->get_hPal(&handle), S_OK);
-    EXPECT_EQ(handle, static_cast<OLE_HANDLE>(reinterpret_cast<UINT_PTR>(palette)));
-  }
-  EXPECT_EQ(GetObjectType(bitmap), 0u);
-}
-
-TEST(Desktop, AWindowIsKeptOnTopWhereItIs) {
-  QWidget window;
-  window.setGeometry(120, 60, 80, 80);
-  const auto on_top = [&] {
-    return (GetWindowLongPtrW(reinterpret_cast<HWND>(window.winId()), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
-  };
-  desktop::KeepOnTop(window, true);
-  EXPECT_FALSE(window.isVisible());
-  window.show();
-  QCoreApplication::processEvents();
-  const QPoint position = window.pos();
-  for (const bool on : {true, false, true}) {
-    desktop::KeepOnTop(window, on);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(on_top(), on);
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(window.pos(), position);
-  }
 }
 
 TEST(Desktop, AnAddressThatNothingOpensIsReported) {
@@ -423,15 +317,8 @@ TEST(StopSignals, AreToldByTheirMessages) {
   SendMessageW(window, WM_ENDSESSION, TRUE, 0);
   EXPECT_EQ(ended, 1) << "before the message is answered: the system does not wait any longer";
   PostMessageW(window, WM_CLOSE, 0, 0);
-  EXPECT_TRUE(Eventually([&] { return stopped == 1; }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return stopped == 1; }, kPatienceMs));
 }
 
 }  // namespace
 }  // namespace orvalis
-
-int main(int argc, char** argv) {
-  testing::InitGoogleTest(&argc, argv);
-  if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();  // needs no display
-  const QApplication application(argc, argv);
-  return RUN_ALL_TESTS();
-}

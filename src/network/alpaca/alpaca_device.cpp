@@ -92,7 +92,7 @@ Json AlpacaDevice::StateEntry(std::string_view name, Json value) {
 }
 
 Json AlpacaDevice::TimeEntry(std::int64_t utc_milliseconds) {
-  return StateEntry("TimeStamp", FormatTime(UtcTime(utc_milliseconds), "YYYY-MM-DDThh:nn:ss.zzzZ"));
+  return StateEntry("TimeStamp", FormatTime(TimeAt(utc_milliseconds), "YYYY-MM-DDThh:nn:ss.zzzZ"));
 }
 
 }  // namespace orvalis::network

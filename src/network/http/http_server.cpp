@@ -16,7 +16,8 @@ std::string HttpDate(const CivilTime& utc) {
   constexpr std::array<const char*, 7> kDays{"Thu", "Fri", "Sat", "Sun", "Mon", "Tue", "Wed"};
   constexpr std::array<const char*, 12> kMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                 "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-  const auto day = static_cast<std::size_t>((DayNumber(utc) % 7 + 7) % 7);  // 1970 began on a Thursday
+  constexpr std::int64_t kDay = 86'400'000;
+  const auto day = static_cast<std::size_t>(UtcMilliseconds(utc) / kDay % 7);  // 1970 began on a Thursday
   return std::string(kDays.at(day)) + FormatTime(utc, ", DD ") + kMonths.at(static_cast<std::size_t>(utc.month - 1)) +
          FormatTime(utc, " YYYY hh:nn:ss") + " GMT";
 }

@@ -16,8 +16,8 @@ namespace orvalis {
 /// under /dev. Throws RunTimeError kFileNotFound for a number that no port has.
 [[nodiscard]] std::string DevicePath(const std::string& port);
 
-/// Why `device` could not be opened, with what to do about it. `refused` tells that Qt was not let in although the user
-/// may use the device, `reason` is the system's own word.
+/// Why `device` could not be opened, and what to do about it. `refused`: Qt got no access although the user may use the
+/// device. `reason` is the system's text.
 [[nodiscard]] RunTimeError OpenFailure(const std::string& device, bool refused, const std::string& reason);
 
 }  // namespace orvalis

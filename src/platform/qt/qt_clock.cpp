@@ -1,27 +1,19 @@
 #include "platform/qt/qt_clock.h"
 
 #include <QDateTime>
+#include <QLocale>
+
+#include "platform/qt/user_time.h"
 
 namespace orvalis {
-namespace {
 
-CivilTime ToCivilTime(const QDateTime& moment) {
-  const QDate date = moment.date();
-  const QTime time = moment.time();
-  return {.year = date.year(),
-          .month = date.month(),
-          .day = date.day(),
-          .hour = time.hour(),
-          .minute = time.minute(),
-          .second = time.second(),
-          .millisecond = time.msec(),
-          .utc_offset_minutes = moment.offsetFromUtc() / 60};
+QtClock::QtClock() : Clock(TimeStyleOf(QLocale::system())) {}
+
+CivilTime QtClock::LocalNow() const {
+  const QDateTime now = QDateTime::currentDateTime();
+  return TimeAt(now.toMSecsSinceEpoch(), now.offsetFromUtc() / 60);
 }
 
-}  // namespace
-
-CivilTime QtClock::LocalNow() const { return ToCivilTime(QDateTime::currentDateTime()); }
-
-CivilTime QtClock::UtcNow() const { return ToCivilTime(QDateTime::currentDateTimeUtc()); }
+CivilTime QtClock::UtcNow() const { return TimeAt(QDateTime::currentMSecsSinceEpoch()); }
 
 }  // namespace orvalis

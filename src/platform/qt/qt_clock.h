@@ -4,9 +4,10 @@
 
 namespace orvalis {
 
-/// The system's clock and time zone.
+/// The system's clock, time zone and time formats.
 class QtClock : public Clock {
  public:
+  QtClock();
   [[nodiscard]] CivilTime LocalNow() const override;
   [[nodiscard]] CivilTime UtcNow() const override;
 };

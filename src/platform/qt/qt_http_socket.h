@@ -17,8 +17,8 @@ class QtHttpSocket : public QObject, public HttpSocket {
   void Begin(const std::string& host, std::uint16_t port, std::string request, Handlers handlers) override;
   void Close() override;
 
-  /// Whether a look-up of a name was begun and left to itself. It runs in a thread of Qt's, cannot be stopped, and
-  /// lasts as long as the name servers say nothing; Qt waits for it at the end of the application.
+  /// Whether a name look-up is still running. It runs in a thread of Qt's, cannot be stopped, and lasts as long as the
+  /// name servers do not answer; Qt waits for it at the end of the application.
   [[nodiscard]] bool LeavesLookUp() const;
 
  private:

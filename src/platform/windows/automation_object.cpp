@@ -14,7 +14,7 @@ BSTR NewBstr(std::string_view text) {
   return SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
 }
 
-/// For calls that do not change their argument and do not say so.
+/// For calls that take a non-const argument but do not change it.
 VARIANT* Source(const VARIANT& value) { return const_cast<VARIANT*>(&value); }
 
 }  // namespace

@@ -10,7 +10,7 @@
 
 namespace orvalis {
 
-/// This thread may use automation objects, as long as this lives. Throws RunTimeError.
+/// Lets this thread use automation objects during its lifetime. Throws RunTimeError.
 class ComApartment {
  public:
   ComApartment();
@@ -26,11 +26,11 @@ struct ComRelease {
 template <typename Interface>
 using ComPtr = std::unique_ptr<Interface, ComRelease>;
 
-/// A value on its way to or from an automation object.
+/// A value passed to or returned by an automation object.
 class Variant {
  public:
   Variant() { VariantInit(&value_); }
-  Variant(std::string_view text);  // NOLINT(google-explicit-constructor): arguments are written as they are
+  Variant(std::string_view text);  // NOLINT(google-explicit-constructor): arguments are passed as plain values
   Variant(std::int32_t number);    // NOLINT(google-explicit-constructor)
   Variant(bool flag);              // NOLINT(google-explicit-constructor)
   Variant(const char* text) : Variant(std::string_view(text)) {}         // NOLINT(google-explicit-constructor)
@@ -41,7 +41,7 @@ class Variant {
   Variant& operator=(Variant&& other) noexcept;
   ~Variant() { VariantClear(&value_); }
 
-  /// Converted where that is possible; throws RunTimeError kTypeMismatch otherwise. Nothing at all is "".
+  /// Converted if possible; otherwise throws RunTimeError kTypeMismatch. An empty value is "".
   [[nodiscard]] std::string Text() const;
   [[nodiscard]] bool Flag() const;
 
@@ -51,8 +51,8 @@ class Variant {
   VARIANT value_{};
 };
 
-/// An automation object known by its ProgID alone, used by the names of its members. A failed use is a RunTimeError
-/// that names object and member.
+/// An automation object created by its ProgID and used late bound, by member names. A failure is a RunTimeError that
+/// names the object and the member.
 class AutomationObject {
  public:
   [[nodiscard]] static bool IsRegistered(const std::string& prog_id);

@@ -13,19 +13,19 @@
 namespace orvalis {
 namespace {
 
-/// While a receive is pending: about one period of the system's clock, so that nothing makes that run faster for this.
+/// While a receive is pending: longer than a tick of the system's timer, which would otherwise be sped up for it.
 constexpr std::chrono::milliseconds kFetchPause{25};
 constexpr std::chrono::milliseconds kIdlePause{1000};
-/// The longest that an adapter that does not send may block.
+/// How long an adapter that does not send may block.
 constexpr DWORD kSendPatienceMs = 500;
 constexpr DWORD kBufferSize = 4096;
 
-/// What Windows and its drivers say of a device that was pulled out.
+/// What Windows and drivers report for an unplugged device.
 constexpr std::array<DWORD, 9> kGoneErrors{ERROR_ACCESS_DENIED,  ERROR_BAD_COMMAND,    ERROR_DEVICE_NOT_CONNECTED,
                                            ERROR_DEVICE_REMOVED, ERROR_FILE_NOT_FOUND, ERROR_GEN_FAILURE,
                                            ERROR_INVALID_HANDLE, ERROR_NOT_READY,      ERROR_OPERATION_ABORTED};
 
-/// Why the port could not be opened, with what to do about it.
+/// Why the port could not be opened, and what to do about it.
 RunTimeError OpenFailure(const std::string& name, DWORD error) {
   const std::string port = "the port " + name;
   switch (error) {
@@ -42,7 +42,7 @@ RunTimeError OpenFailure(const std::string& name, DWORD error) {
   }
 }
 
-/// 8 data bits, no parity, 1 stop bit, no flow control, and reads that return at once with what there is.
+/// 8 data bits, no parity, 1 stop bit, no flow control, and reads that return at once with what has arrived.
 bool Configure(HANDLE port, int speed) {
   DCB line{};
   line.DCBlength = sizeof(line);
@@ -88,7 +88,7 @@ std::string ComPortName(const std::string& port) {
 ComPort::ComPort() { connect(&fetch_, &QTimer::timeout, this, &ComPort::Fetch); }
 
 ComPort::~ComPort() {
-  // No answer is expected any more.
+  // Answers are no longer expected.
   received_.Cancel();
   Close();
 }
@@ -103,7 +103,7 @@ void ComPort::SetConnected(bool connected) {
 }
 
 void ComPort::Open() {
-  // This form of the name reaches ports beyond COM9 too.
+  // This form also works beyond COM9.
   const std::wstring path = Wide(R"(\\.\)" + name_);
   Handle port(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
   if (!port) throw OpenFailure(name_, GetLastError());
@@ -123,7 +123,7 @@ void ComPort::Open() {
 void ComPort::Close() {
   fetch_.stop();
   if (port_) {
-    // Unsent characters would keep the system's close waiting for the line.
+    // Otherwise closing waits until unsent characters are sent.
     PurgeComm(port_.get(), PURGE_TXABORT | PURGE_TXCLEAR | PURGE_RXABORT | PURGE_RXCLEAR);
     port_ = Handle();
   }
@@ -141,7 +141,7 @@ void ComPort::Transmit(std::string_view bytes) {
   const BOOL done = WriteFile(port_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
   if (done != 0 && written == bytes.size()) return;
   const DWORD error = done != 0 ? ERROR_SEM_TIMEOUT : GetLastError();
-  // Reported from the event loop, as every loss is: the sender may be in the middle of anything.
+  // Reported from the event loop, like every loss, because the caller may not expect it here.
   QTimer::singleShot(0, this, [this, error] { Lose(error); });
 }
 
@@ -156,7 +156,7 @@ void ComPort::ReceiveTerminated(char terminator, ReceiveDone done) {
 }
 
 void ComPort::Fetch() {
-  // Checked first: a port that is gone may keep reporting that there is no input.
+  // Checked first: reads from a port that is gone may succeed with no bytes.
   DWORD errors = 0;
   COMSTAT state{};
   if (ClearCommError(port_.get(), &errors, &state) == 0) return Lose(GetLastError());
@@ -182,7 +182,7 @@ void ComPort::Lose(DWORD error) {
   const bool gone = std::find(kGoneErrors.begin(), kGoneErrors.end(), error) != kGoneErrors.end();
   const std::string reason = gone ? "the port " + name_ + " has vanished; the adapter was unplugged or lost power"
                                   : "the port " + name_ + " failed: " + SystemText(error);
-  // The reason first: the pending receive is about to report why no answer came.
+  // First, because the pending receive reports this reason.
   if (lost_) lost_(reason);
   Close();
 }

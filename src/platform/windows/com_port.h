@@ -13,11 +13,11 @@
 namespace orvalis {
 
 /// The name of a serial port: "2" is COM2, as are "COM2", "com2" and "\\.\COM2"; anything else is the name of a device.
-/// Throws RunTimeError kFileNotFound for a number that no port has and for no name at all.
+/// Throws RunTimeError kFileNotFound for an invalid port number or an empty name.
 [[nodiscard]] std::string ComPortName(const std::string& port);
 
-/// The serial port by Windows' communications calls, none of which ever waits for the line. What came is fetched by a
-/// timer: short while a receive is pending, long otherwise, to notice a port that vanishes.
+/// The serial port through the Windows communications functions, without blocking on the line. A timer fetches input:
+/// often while a receive is pending, rarely otherwise, to notice a port that is gone.
 class ComPort : public QObject, public SerialPort {
  public:
   ComPort();
@@ -42,7 +42,7 @@ class ComPort : public QObject, public SerialPort {
   void Fetch();
   /// Closes a port that failed and reports why, from the event loop.
   void Lose(DWORD error);
-  /// Fetches at the rate that is called for now.
+  /// Sets the rate of fetching.
   void Pace();
 
   std::string name_;

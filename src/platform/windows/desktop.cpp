@@ -30,7 +30,7 @@ struct FreeTaskMemory {
 };
 
 HWND HandleOf(const QWidget& window) {
-  return reinterpret_cast<HWND>(window.winId());  // NOLINT(performance-no-int-to-ptr): Qt's own form of it
+  return reinterpret_cast<HWND>(window.winId());  // NOLINT(performance-no-int-to-ptr): Qt's type for it
 }
 
 /// The dialog begins at the folder that `data` points to.
@@ -39,9 +39,8 @@ int CALLBACK BeginAt(HWND dialog, UINT message, LPARAM /*parameter*/, LPARAM dat
   return 0;
 }
 
-/// The native Windows style ignores the palette, so there would be no night theme; this one follows it. On a dark
-/// desktop Qt gives check boxes the colour of marked text, ticked or not; here they are as light or dark as other
-/// fields.
+/// Follows the palette, unlike the native Windows style, for the night theme. On a dark desktop Qt fills check boxes
+/// with the selection colour, ticked or not; here they look like other fields.
 class DesktopStyle : public QProxyStyle {
  public:
   DesktopStyle() : QProxyStyle("fusion") {}
@@ -57,7 +56,7 @@ class DesktopStyle : public QProxyStyle {
     plain.palette.setBrush(QPalette::Base, colours.brush(QPalette::Active, dark ? QPalette::Button : QPalette::Base));
     plain.palette.setBrush(QPalette::Text, colours.brush(QPalette::Active, QPalette::Text));
     QProxyStyle::drawPrimitive(element, &plain, painter, widget);
-    // The style's own outline is darker than the window: there is none to be seen on a dark one.
+    // The style's own outline is darker than the window, so it cannot be seen on a dark one.
     if (dark && element == PE_IndicatorCheckBox) {
       QColor edge = colours.color(QPalette::Active, QPalette::WindowText);
       edge.setAlphaF(0.4F);
@@ -68,18 +67,18 @@ class DesktopStyle : public QProxyStyle {
   }
 };
 
-/// The name of the letters that Windows writes messages with. The setting may hold a name that stands for another, such
-/// as "MS Shell Dlg", which Qt does not look up; what is drawn with it has the real one.
+/// The font family of Windows' messages. The setting may be an alias such as "MS Shell Dlg", which Qt does not resolve;
+/// selecting the font does.
 QString MessageFontFamily() {
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof(metrics);
   if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0) == FALSE) return {};
   HDC const screen = GetDC(nullptr);
   HFONT const font = CreateFontIndirectW(&metrics.lfMessageFont);
-  HGDIOBJ const former = SelectObject(screen, font);
+  HGDIOBJ const previous = SelectObject(screen, font);
   std::array<wchar_t, LF_FACESIZE> name{};
   GetTextFaceW(screen, static_cast<int>(name.size()), name.data());
-  SelectObject(screen, former);
+  SelectObject(screen, previous);
   DeleteObject(font);
   ReleaseDC(nullptr, screen);
   return QString::fromWCharArray(name.data());
@@ -89,7 +88,7 @@ void UseMessageFont() {
   QFont font = QApplication::font();
   font.setFamilies(QStringList{MessageFontFamily(), "Segoe UI", "Tahoma", "DejaVu Sans"});
   QApplication::setFont(font);
-  // Qt has fonts of their own for these, by the same names.
+  // Qt gives these classes fonts of their own.
   for (const char* kind : {"QMenu", "QMessageBox", "QTipLabel", "QAbstractItemView"}) QApplication::setFont(font, kind);
 }
 
@@ -100,7 +99,7 @@ void Prepare() {
   UseMessageFont();
 }
 
-// The shell looks into folders on threads of its own.
+// The shell reads folders on its own threads.
 bool FileDialogsBlock() { return false; }
 
 void KeepOnTop(QWidget& window, bool on) {
@@ -125,7 +124,7 @@ bool Open(const QUrl& address) {
       (address.isLocalFile() ? QDir::toNativeSeparators(address.toLocalFile()) : address.toString(QUrl::FullyEncoded))
           .toStdWString();
   HINSTANCE const answer = ShellExecuteW(nullptr, L"Open", target.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-  // The numbers of failures; 0 is one of memory, which says nothing about what is installed.
+  // The error numbers, except 0 (out of memory), which says nothing about what is installed.
   constexpr INT_PTR kFirstFailure = 1;
   constexpr INT_PTR kLastFailure = 32;
   const auto number = reinterpret_cast<INT_PTR>(answer);

@@ -8,12 +8,12 @@
 
 namespace orvalis {
 
-// The objects that the driver platform gives every driver, by their ProgIDs.
+// The objects that the driver platform provides to drivers, by their ProgIDs.
 inline constexpr const char* kDriverProfile = "DriverHelper.Profile";
 inline constexpr const char* kDriverUtility = "DriverHelper.util";
 inline constexpr const char* kDriverSerial = "DriverHelper.Serial";
 
-/// The driver platform's profile store. It has no way to write several values in one step.
+/// The driver platform's profile store. It cannot write several values in one step.
 class DriverProfile : public Profile {
  public:
   void SetDeviceType(std::string_view type) override { object_.Put("DeviceType", type); }

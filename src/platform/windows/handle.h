@@ -6,7 +6,7 @@
 
 namespace orvalis {
 
-/// Owns one of Windows' handles.
+/// Owns a Windows handle.
 class Handle {
  public:
   Handle() = default;

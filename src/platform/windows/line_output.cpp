@@ -16,7 +16,7 @@ void LineOutput::Write(const std::string& line) {
     return;
   }
   if (GetFileType(handle) == FILE_TYPE_PIPE) {
-    // A pipe without room then takes nothing, and does not wait. Asked for each time: the pipe may be another's too.
+    // A full pipe then drops the line instead of blocking. Set each time, because other processes may share the pipe.
     DWORD at_once = PIPE_READMODE_BYTE | PIPE_NOWAIT;
     SetNamedPipeHandleState(handle, &at_once, nullptr, nullptr);
   }

@@ -10,7 +10,7 @@
 namespace orvalis {
 namespace {
 
-/// How the commands call the open sound.
+/// The open sound's name in commands.
 const std::wstring kAlias = L"orvalis_alert";
 
 MCIERROR Send(const std::wstring& command) { return mciSendStringW(command.c_str(), nullptr, 0, nullptr); }
@@ -21,7 +21,7 @@ std::string Words(MCIERROR error) {
   return Narrow(words.data());
 }
 
-/// The file's short name where it has one: the drivers used support neither all characters nor long paths.
+/// The file's short name if it has one: the drivers support neither all characters nor long paths.
 std::wstring DriverPath(const std::string& path) {
   const std::wstring full = Wide(path);
   std::array<wchar_t, MAX_PATH> name{};

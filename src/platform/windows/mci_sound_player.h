@@ -4,7 +4,7 @@
 
 namespace orvalis {
 
-/// Plays wave files by the multimedia control interface: open, play, and, before the next one, stop and close.
+/// Plays wave files through the multimedia control interface.
 class MciSoundPlayer : public SoundPlayer {
  public:
   MciSoundPlayer() = default;

@@ -19,7 +19,7 @@ struct DeleteGdiObject {
 using Bitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteGdiObject>;
 using Palette = std::unique_ptr<std::remove_pointer_t<HPALETTE>, DeleteGdiObject>;
 
-/// The device context of a window or of its inside.
+/// The device context of a window or of its client area.
 class WindowContext {
  public:
   WindowContext(HWND window, bool client) : window_(window), context_(client ? GetDC(window) : GetWindowDC(window)) {}
@@ -35,37 +35,37 @@ class WindowContext {
   HDC context_;
 };
 
-/// A device context in memory, with a bitmap and perhaps a palette selected as long as it lives.
+/// A memory device context, with a bitmap and optionally a palette selected during its lifetime.
 class MemoryContext {
  public:
   MemoryContext(HDC like, HBITMAP bitmap) : context_(CreateCompatibleDC(like)) {
-    if (context_ != nullptr) former_bitmap_ = SelectObject(context_, bitmap);
+    if (context_ != nullptr) previous_bitmap_ = SelectObject(context_, bitmap);
   }
   MemoryContext(const MemoryContext&) = delete;
   MemoryContext& operator=(const MemoryContext&) = delete;
   ~MemoryContext() {
     if (context_ == nullptr) return;
-    if (former_bitmap_ != nullptr) SelectObject(context_, former_bitmap_);
-    if (former_palette_ != nullptr) SelectPalette(context_, former_palette_, FALSE);
+    if (previous_bitmap_ != nullptr) SelectObject(context_, previous_bitmap_);
+    if (previous_palette_ != nullptr) SelectPalette(context_, previous_palette_, FALSE);
     DeleteDC(context_);
   }
   void Select(HPALETTE palette) {
-    former_palette_ = SelectPalette(context_, palette, FALSE);
+    previous_palette_ = SelectPalette(context_, palette, FALSE);
     RealizePalette(context_);
   }
   [[nodiscard]] HDC get() const { return context_; }
 
  private:
   HDC context_;
-  HGDIOBJ former_bitmap_ = nullptr;
-  HPALETTE former_palette_ = nullptr;
+  HGDIOBJ previous_bitmap_ = nullptr;
+  HPALETTE previous_palette_ = nullptr;
 };
 
-/// The colours of a screen that has 256 of them to choose; none on any other.
+/// The palette of a screen with 256 colours; null on any other.
 Palette SystemPalette(HDC context) {
   const bool has_palette = (GetDeviceCaps(context, RASTERCAPS) & RC_PALETTE) != 0;
   if (!has_palette || GetDeviceCaps(context, SIZEPALETTE) != static_cast<int>(kPaletteSize)) return nullptr;
-  // A logical palette is a header with one entry, followed by the others.
+  // LOGPALETTE includes the first entry; the others follow it.
   std::vector<std::byte> memory(sizeof(LOGPALETTE) + (kPaletteSize - 1) * sizeof(PALETTEENTRY));
   auto* colours = reinterpret_cast<LOGPALETTE*>(memory.data());
   colours->palVersion = kPaletteVersion;
@@ -115,9 +115,9 @@ PicturePtr CreateBitmapPicture(HBITMAP bitmap, HPALETTE palette) {
 QImage ImageOf(IPicture& picture) {
   OLE_HANDLE handle = 0;
   CheckCom("the picture has no bitmap", picture.get_Handle(&handle));
-  // Handles have 32 bits that count, with their sign.
+  // Handles have 32 significant bits, sign-extended.
   const auto number = static_cast<LONG_PTR>(static_cast<LONG>(handle));
-  const auto bitmap = reinterpret_cast<HBITMAP>(number);  // NOLINT(performance-no-int-to-ptr): OLE's own form of it
+  const auto bitmap = reinterpret_cast<HBITMAP>(number);  // NOLINT(performance-no-int-to-ptr): OLE's type for it
   return QImage::fromHBITMAP(bitmap).convertToFormat(QImage::Format_RGB32);
 }
 

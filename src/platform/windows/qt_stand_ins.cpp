@@ -1,10 +1,10 @@
-/// What Qt names and this program never needs, so that the linker takes these in the place of the real ones.
+/// Replacements for symbols that Qt refers to but this program never uses; the linker finds them first.
 
-// With its own types: the name below is declared in none of the headers that stay.
+// With its own types: none of the remaining headers declares the name below.
 #include <windows.h>
 
-/// A font engine that this Qt is built without, because it needs parts of DirectWrite that the compiler's headers lack.
-/// Qt's printing names it all the same; there is never an object of it to ask.
+/// A font engine that this Qt is built without, because the compiler's headers lack parts of DirectWrite. Qt's printing
+/// refers to it, but no object of it ever exists.
 class QWindowsFontEngineDirectWrite {
  public:
   HFONT createHFONT() const;
@@ -14,7 +14,6 @@ HFONT QWindowsFontEngineDirectWrite::createHFONT() const { return nullptr; }
 
 struct IDirect3D9;
 
-/// Qt asks the graphics card for its maker before it places its first window, for windows that draw with OpenGL; this
-/// Qt is built without that. The answer would load the card's complete driver into the program and keep it there.
-/// "None" is an answer that Qt knows how to take.
+/// Before its first window Qt looks up the graphics card's vendor, for OpenGL, which this Qt is built without. That
+/// would load the complete graphics driver into the program for its lifetime. Qt can handle a null result.
 extern "C" IDirect3D9* WINAPI Direct3DCreate9(UINT /*version*/) { return nullptr; }

@@ -11,9 +11,9 @@ namespace orvalis {
 namespace {
 
 constexpr DWORD kPatienceMs = 500;
-/// The value of the notes' key that tells that they are all there.
+/// The value of the notes' key that says that they are complete.
 constexpr const wchar_t* kNotesComplete = L"Complete";
-/// Below the notes' key, the notes themselves: the values of the store's own key stand apart from the mark.
+/// The notes themselves, in a subkey, so that no setting's name can clash with the mark.
 constexpr const wchar_t* kNotes = L"\\Notes";
 
 struct CloseKey {
@@ -35,7 +35,7 @@ Key MakeKey(const std::wstring& path) {
   return Key(key);
 }
 
-/// ERROR_SUCCESS, or why there is no text: ERROR_FILE_NOT_FOUND where there is nothing.
+/// ERROR_SUCCESS, or why there is no text: ERROR_FILE_NOT_FOUND if there is no value.
 DWORD ReadText(const std::wstring& path, const std::wstring& name, std::wstring& text) {
   constexpr DWORD kTextOnly = RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ | RRF_NOEXPAND;
   DWORD bytes = 0;
@@ -44,7 +44,7 @@ DWORD ReadText(const std::wstring& path, const std::wstring& name, std::wstring&
         RegGetValueW(HKEY_CURRENT_USER, path.c_str(), name.c_str(), kTextOnly, nullptr, into, &bytes));
   };
   if (const DWORD error = read(nullptr); error != ERROR_SUCCESS) return error;
-  // Another program may write a longer text in between.
+  // Another program may write a longer text meanwhile.
   DWORD error = ERROR_MORE_DATA;
   while (error == ERROR_MORE_DATA) {
     text.assign(bytes / sizeof(wchar_t) + 1, L'\0');
@@ -69,7 +69,7 @@ std::vector<std::wstring> NamesIn(HKEY key, bool keys) {
   }
 }
 
-/// When something in `path` was written last, for a person.
+/// When `path` was last written, for a person.
 std::string TimeOf(const std::wstring& path) {
   const Key key = OpenKey(path, KEY_READ);
   FILETIME written{};
@@ -86,12 +86,12 @@ std::string TimeOf(const std::wstring& path) {
       "YYYY-MM-DD hh:nn");
 }
 
-/// Keeps other programs from the store while it lives.
+/// Locks other programs out of the store during its lifetime.
 class StoreLock {
  public:
   StoreLock() : mutex_(CreateMutexW(nullptr, FALSE, L"Local\\Orvalis.Weather.profile")) {
     const DWORD outcome = WaitForSingleObject(mutex_.get(), kPatienceMs);
-    // Abandoned: its holder was killed, and its notes tell what is left to do.
+    // Abandoned: its holder was killed, and its notes say what is left to do.
     held_ = outcome == WAIT_OBJECT_0 || outcome == WAIT_ABANDONED;
   }
   StoreLock(const StoreLock&) = delete;
@@ -207,7 +207,7 @@ std::optional<RegistryProfile::Values> RegistryProfile::ReadAll(const std::wstri
     if (!key) continue;
     for (const std::wstring& name : NamesIn(key.get(), false)) {
       std::wstring text;
-      // What is no text is as good as missing.
+      // A value that is not text counts as missing.
       if (ReadText(PathOf(root, subkey), name, text) == ERROR_SUCCESS) values[{subkey, name}] = std::move(text);
     }
   }
@@ -224,7 +224,7 @@ ProfileValues RegistryProfile::AsTexts(const Values& values) {
 }
 
 std::string RegistryProfile::Fault(const StoreRules& rules) {
-  if (OpenKey(NotesKey(), KEY_READ)) return {};  // the next read carries them out
+  if (OpenKey(NotesKey(), KEY_READ)) return {};  // the next read applies them
   if (const std::optional<Values> values = ReadAll(key_)) return rules.fault(AsTexts(*values));
   if (const DWORD error = GetLastError(); error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND) {
     return "cannot be read: " + SystemText(error);
@@ -267,7 +267,7 @@ void RegistryProfile::Restore() {
   try {
     if (!lock.held()) FailToWrite(ERROR_BUSY);
     if (exists) CopyAside(aside);
-    // Once it is noted, a crash cannot keep it from being carried out.
+    // Once noted, it is completed even after a crash.
     Note(restored);
     RegDeleteTreeW(HKEY_CURRENT_USER, key_.c_str());
     FinishNotes();
@@ -303,7 +303,7 @@ void RegistryProfile::RenewCopy() const {
   try {
     Write(CopyKey(), *values);
   } catch (const RunTimeError&) {
-    // The settings are well; the next write tries again.
+    // The settings are intact; the next write tries again.
   }
 }
 

@@ -11,14 +11,14 @@
 namespace orvalis {
 
 /// The profile store in the user's part of the registry, for machines without the driver platform. Each write is on the
-/// disk when it returns. Writes that belong together are noted beside the store first, so that after a crash all of
-/// them are found there or none. No operation waits longer than half a second for another program. The store's copy is
-/// the key with ".good" at its end, and what was destroyed is kept under one with ".damaged-DATE".
+/// disk when it returns. A batch is noted beside the store first, so that after a crash either all of it or nothing is
+/// stored. No operation waits longer than half a second for another program. The store's copy is the key with ".good"
+/// appended, and a destroyed store is kept with ".damaged-DATE" appended.
 class RegistryProfile : public Profile {
  public:
   static constexpr const wchar_t* kKey = L"Software\\Orvalis\\Orvalis.Weather";
 
-  /// `key` stands below HKEY_CURRENT_USER and is made when the first value is written.
+  /// `key` is below HKEY_CURRENT_USER and is created when the first value is written.
   explicit RegistryProfile(std::wstring key = kKey) : key_(std::move(key)) {}
 
   // The key is this one driver's and of this one type, so there is nothing to register it with.
@@ -50,22 +50,22 @@ class RegistryProfile : public Profile {
     return subkey.empty() ? root : root + L"\\" + subkey;
   }
   void Write(const std::wstring& root, const Values& values) const;
-  /// Every text below the key `root`; none where that is not there.
+  /// Every text below the key `root`, or nothing if there is no such key.
   [[nodiscard]] std::optional<Values> ReadAll(const std::wstring& root) const;
   /// Records `values` beside the store, for `FinishNotes`. Requires the lock.
   void Note(const Values& values) const;
-  /// Puts the copy in the place of a store that was destroyed, in memory at least.
+  /// Replaces a destroyed store by the copy, at least in memory.
   void Restore();
-  /// Keeps what was destroyed under the name `aside` too.
+  /// Also keeps a destroyed store under the name `aside`.
   void CopyAside(const std::wstring& aside) const;
-  /// A name for it that is free.
+  /// An unused name for it.
   [[nodiscard]] std::wstring NameAside() const;
-  /// Brings the copy up to the store, if that is worth one.
+  /// Updates the copy from the store, if its values are worth one.
   void RenewCopy() const;
-  /// Before a write: what could be restored in memory alone is tried again.
+  /// Before a write: tries again to restore what is restored only in memory.
   void RestoreBeforeWrite();
 
-  /// Carries out what a program that was ended in the middle of a batch had noted, if it had noted all of it.
+  /// Applies the notes of a program that ended in the middle of a batch, if they are complete; deletes them otherwise.
   void FinishNotes() const;
   [[noreturn]] void FailToWrite(DWORD error) const;
 
@@ -73,7 +73,7 @@ class RegistryProfile : public Profile {
   bool in_batch_ = false;
   Values batch_;
   std::optional<StoreRules> rules_;  ///< once the store keeps itself safe
-  std::optional<Values> in_memory_;  ///< what stands in for a destroyed store that could not be written
+  std::optional<Values> in_memory_;  ///< replaces a destroyed store that could not be written
 };
 
 }  // namespace orvalis

@@ -48,7 +48,7 @@ std::string ErrorText(int error) { return SystemText(static_cast<DWORD>(error));
 bool CanRead(const QString& file) { return static_cast<bool>(Open(file, GENERIC_READ)); }
 
 bool CanWrite(const QString& folder) {
-  // Rights come from so many places that only trying tells.
+  // Permissions come from so many places that only trying shows.
   const QString probe = folder + "/orvalis-" + QString::number(QCoreApplication::applicationPid()) + ".probe";
   const Handle file(CreateFileW(Native(probe).c_str(), GENERIC_WRITE, kShareAll, nullptr, CREATE_ALWAYS,
                                 FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
@@ -76,7 +76,7 @@ bool Flush(const QString& file) {
   return handle && FlushFileBuffers(handle.get()) != 0;
 }
 
-// Names are written through when a file is moved.
+// MoveFileExW already writes names through.
 void FlushNames(const QString& /*folder*/) {}
 
 }  // namespace orvalis::safe_file

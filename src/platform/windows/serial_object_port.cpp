@@ -12,12 +12,11 @@
 namespace orvalis {
 namespace {
 
-/// How long opening a port may take, the start of the process included.
+/// How long opening a port may take, including the start of the process.
 constexpr std::chrono::milliseconds kOpenPatience{15000};
-/// What the object may need beyond its own time-out.
+/// How much longer than its own time-out the object may take.
 constexpr std::chrono::milliseconds kReceiveGrace{3000};
-/// How long a cancelled receive may go on before it is cut off, and a process that was told to
-/// end.
+/// How long a cancelled receive, or a process told to end, may go on before the process is killed.
 constexpr std::chrono::milliseconds kReceiveLeft{500};
 constexpr std::chrono::milliseconds kEndPatience{1000};
 
@@ -27,7 +26,7 @@ std::string FromHex(const std::string& hex) {
   return QByteArray::fromHex(QByteArray::fromStdString(hex)).toStdString();
 }
 
-/// The object takes a number only.
+/// The object accepts only a number.
 std::string PortNumber(const std::string& port) {
   const std::string name = ComPortName(port);
   if (!name.starts_with("COM")) {
@@ -45,7 +44,7 @@ SerialObjectPort::SerialObjectPort(QString program) : program_(std::move(program
 }
 
 SerialObjectPort::~SerialObjectPort() {
-  // No answer is expected any more.
+  // Answers are no longer expected.
   receive_done_ = nullptr;
   if (connected_) Close();
   EndProcess(End::kInOrder);
@@ -86,7 +85,7 @@ void SerialObjectPort::EndProcess(End end) {
     process_->kill();
     process_->waitForFinished(static_cast<int>(kEndPatience.count()));
   }
-  // One of them may be what this was called by.
+  // Later: one of them may be the caller.
   server_.release()->deleteLater();
   process_.release()->deleteLater();
 }
@@ -218,14 +217,14 @@ void SerialObjectPort::BeginReceive(const std::string& operation, const std::str
     if (answer.error && !answer.connected) {
       Lose("the port " + name_ + " failed: " + std::string(answer.error->what()));
     } else {
-      // The object keeps to itself what came before a time-out.
+      // The object does not return what came before a time-out.
       Finish({answer.error ? Outcome::kTimedOut : Outcome::kComplete, answer.error ? std::string() : answer.text});
     }
   });
 }
 
 void SerialObjectPort::CancelReceive() {
-  // The object goes on with it, and the next call waits for it.
+  // The object continues with it, and the next call waits for it.
   receive_done_ = nullptr;
   hung_.stop();
 }
@@ -238,7 +237,7 @@ void SerialObjectPort::Finish(Received received) {
 void SerialObjectPort::Lose(const std::string& reason) {
   const bool was_connected = std::exchange(connected_, false);
   EndProcess(End::kCutOff);
-  // The reason first: the pending receive is about to report why no answer came.
+  // First, because the pending receive reports this reason.
   if (was_connected && lost_) lost_(reason);
   Finish({Outcome::kClosed, {}});
 }

@@ -18,9 +18,9 @@
 
 namespace orvalis {
 
-/// The serial port by the driver platform's serial object, whose receives block the caller. So the object
-/// lives in a process of its own, another instance of this program (`RunSerialObject`), which carries out one call
-/// after the other and answers through a local socket. A call that must not go on is ended with that process.
+/// The serial port through the driver platform's serial object, whose receives block the caller. So the object lives in
+/// a separate process, another instance of this program (`RunSerialObject`), which makes one call after the other and
+/// answers through a local socket. A call that must not go on is ended by killing that process.
 class SerialObjectPort : public QObject, public SerialPort {
  public:
   /// `program` is the executable that knows `kSerialObjectService`.
@@ -41,7 +41,7 @@ class SerialObjectPort : public QObject, public SerialPort {
   void OnLost(Lost lost) override { lost_ = std::move(lost); }
 
  private:
-  /// What became of a call: whether the object is connected after it, and its result or its error.
+  /// The outcome of a call: whether the object is connected afterwards, and its result or error.
   struct Answer {
     bool connected = false;
     std::string text;
@@ -55,9 +55,9 @@ class SerialObjectPort : public QObject, public SerialPort {
   void EndProcess(End end);
   void Open();
   void Close();
-  /// Sends a call on its way. `answered` is called from the event loop, or from `WaitFor`.
+  /// Sends a call. `answered` is called from the event loop, or from `WaitFor`.
   std::uint64_t Ask(const std::string& operation, const std::string& argument, Answered answered);
-  /// Holds everything up until the call is answered, as opening a port does; false when that takes too long.
+  /// Blocks until the call is answered, as opening a port does; false if that takes too long.
   bool WaitFor(std::uint64_t call, std::chrono::milliseconds patience);
   void TakeAnswers();
   void BeginReceive(const std::string& operation, const std::string& argument, ReceiveDone done);
@@ -73,17 +73,17 @@ class SerialObjectPort : public QObject, public SerialPort {
   Lost lost_;
   std::unique_ptr<QLocalServer> server_;
   std::unique_ptr<QProcess> process_;
-  QLocalSocket* socket_ = nullptr;  ///< the server owns it
-  std::string unsent_;              ///< calls from before the process was there
+  QLocalSocket* socket_ = nullptr;  ///< owned by the server
+  std::string unsent_;              ///< calls made before the process connected
   std::uint64_t last_call_ = 0;
   std::map<std::uint64_t, Answered> open_calls_;
   std::optional<RunTimeError> opening_error_;
   ReceiveDone receive_done_;
   std::uint64_t receive_call_ = 0;
-  QTimer hung_;  ///< a receive that does not even end by the object's own time-out
+  QTimer hung_;  ///< for a receive that outlasts even the object's own time-out
 };
 
-/// The word on the command line that makes a process the home of the serial object, followed by the socket's name.
+/// The command line option for the serial object's process, followed by the socket's name.
 inline constexpr const char* kSerialObjectService = "--serial-object";
 /// Serves the object until the socket is closed. Returns the exit code.
 [[nodiscard]] int RunSerialObject(const std::string& socket_name);

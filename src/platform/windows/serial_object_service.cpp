@@ -1,4 +1,4 @@
-// The process that the driver platform's serial object lives in.
+// The process of the driver platform's serial object.
 
 #include <QByteArray>
 #include <QCoreApplication>
@@ -17,13 +17,13 @@
 namespace orvalis {
 namespace {
 
-/// The bytes of the line are letters of the same number in the object's texts.
+/// In the object's texts each byte of the line is the character with its number.
 std::string TextOfBytes(const std::string& bytes) { return QString::fromLatin1(bytes).toStdString(); }
 std::string BytesOfText(const std::string& text) { return QString::fromStdString(text).toLatin1().toStdString(); }
 
 class SerialObject {
  public:
-  /// Carries out one call; what it returns is its result. Throws RunTimeError.
+  /// Makes one call and returns its result. Throws RunTimeError.
   std::string Carry(const std::string& operation, const std::string& argument) {
     if (!object_) object_.emplace(kDriverSerial);
     const auto found = operations_.find(operation);
@@ -93,7 +93,7 @@ void Answer(QLocalSocket& socket, SerialObject& object) {
     error = failure.number();
     text = failure.what();
   }
-  // A success means that the object is connected where that matters; a failure may have ended it.
+  // After a success the object is connected where that matters; a failure may have disconnected it.
   const bool connected = error == 0 ? operation != "connected" || object.Connected() : object.Connected();
   socket.write(QByteArray::fromStdString(call + (connected ? " 1 " : " 0 ") + std::to_string(error) + " ") +
                QByteArray::fromStdString(text).toHex() + "\n");

@@ -15,7 +15,7 @@
 namespace orvalis {
 namespace {
 
-/// What the device manager calls each port, "USB Serial Port (COM3)", by the port's name.
+/// The device manager's name of each port, "USB Serial Port (COM3)", by the port's name.
 std::map<std::wstring, std::wstring> FriendlyNames() {
   std::map<std::wstring, std::wstring> names;
   HDEVINFO const devices = SetupDiGetClassDevsW(&GUID_DEVCLASS_PORTS, nullptr, nullptr, DIGCF_PRESENT);

@@ -6,7 +6,7 @@
 
 namespace orvalis {
 
-/// The serial ports that the machine has now, by their numbers, with the name that the device manager shows.
+/// The machine's serial ports, ordered by number, with the device manager's names.
 [[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
 
 }  // namespace orvalis

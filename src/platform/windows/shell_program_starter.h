@@ -8,8 +8,8 @@ namespace orvalis {
 
 enum class StartWindow { kNormal, kMinimised };
 
-/// Starts what `command_line` names, with its arguments, as a process of its own, and does not wait for it. Throws
-/// RunTimeError, kFileNotFound among others. Without a `folder` the process begins in this one's.
+/// Starts the program and arguments of `command_line` without waiting for it. Throws RunTimeError, for example
+/// kFileNotFound. Without a `folder` it starts in this process's.
 void StartCommandLine(const std::string& command_line, StartWindow window, const std::string& folder = {});
 
 /// Starts programs and batch files, each in its own folder.

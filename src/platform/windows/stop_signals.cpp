@@ -12,7 +12,7 @@ namespace orvalis {
 namespace {
 
 constexpr const wchar_t* kWindowClass = L"OrvalisStop";
-/// As long as Windows lets a console program have for its end, nearly.
+/// Slightly less than Windows gives a console program to end.
 constexpr DWORD kEndPatienceMs = 4500;
 
 // The console's handler runs on its own thread and can use only globals.
@@ -20,7 +20,7 @@ StopSignals::Calls* g_calls = nullptr;
 HANDLE g_ended = nullptr;
 
 BOOL WINAPI HandleConsole(DWORD event) {
-  // The call is made by the event loop, on the program's one thread.
+  // The event loop makes the call, on the program's one thread.
   QMetaObject::invokeMethod(
       QCoreApplication::instance(),
       [] {
@@ -43,7 +43,7 @@ BOOL WINAPI EndProcess(DWORD /*event*/) {
 
 LRESULT CALLBACK HandleMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
   switch (message) {
-    case WM_CLOSE:  // a request to end from a program that does not see the other windows
+    case WM_CLOSE:  // a request to end, from a program that does not see the other windows
       g_calls->stop();
       return 0;
     case WM_QUERYENDSESSION:
@@ -58,8 +58,7 @@ LRESULT CALLBACK HandleMessage(HWND window, UINT message, WPARAM first, LPARAM s
 
 }  // namespace
 
-/// An invisible window: only windows are notified of the end of the session. Where there are no windows at all, there
-/// is no session.
+/// An invisible window, because only windows are notified of the end of the session.
 class StopSignals::Watch {
  public:
   explicit Watch(Calls calls) : calls_(std::move(calls)), ended_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
@@ -99,7 +98,7 @@ StopSignals::~StopSignals() = default;
 
 void StopSignals::ExitImmediately(int exit_code) {
   g_exit_code = exit_code;
-  SetConsoleCtrlHandler(EndProcess, TRUE);  // of several handlers the last one is asked first
+  SetConsoleCtrlHandler(EndProcess, TRUE);  // the handler added last is called first
 }
 
 void StopSignals::RestoreDefault() { SetConsoleCtrlHandler(EndProcess, FALSE); }

@@ -7,13 +7,11 @@ namespace {
 
 QDate DateOf(const CivilTime& time) { return {time.year, time.month, time.day}; }
 
-QString TimeOfDay(const CivilTime& time) { return ToQString(FormatTimeOfDay(time)); }
-
 }  // namespace
 
-BigWordText VerdictText(const PanelModel& model, QDate today) {
-  if (model.stale || !model.safe) return {"NO DATA", StaleSinceText(model.fresh_at, today), std::nullopt};
-  const QString detail = model.fresh_at ? "reading at " + TimeOfDay(*model.fresh_at) : QString();
+BigWordText VerdictText(const PanelModel& model, QDate today, const TimeStyle& style) {
+  if (model.stale || !model.safe) return {"NO DATA", StaleSinceText(model.fresh_at, today, style), std::nullopt};
+  const QString detail = model.fresh_at ? "reading at " + ToQString(style.time(*model.fresh_at)) : QString();
   if (*model.safe) return {"SAFE", detail, Colour::kGreen};
   return {"UNSAFE", detail, Colour::kRed};
 }
@@ -32,10 +30,10 @@ BigWordText SkyText(const PanelModel& model) {
   return shown;
 }
 
-QString StaleSinceText(const std::optional<CivilTime>& fresh_at, QDate today) {
+QString StaleSinceText(const std::optional<CivilTime>& fresh_at, QDate today, const TimeStyle& style) {
   if (!fresh_at) return "no reading yet";
-  QString when = TimeOfDay(*fresh_at);
-  if (DateOf(*fresh_at) != today) when.prepend(DateText(*fresh_at) + " ");
+  QString when = ToQString(style.time(*fresh_at));
+  if (DateOf(*fresh_at) != today) when.prepend(ToQString(style.date(*fresh_at)) + " ");
   return "no reading since " + when;
 }
 
@@ -53,20 +51,5 @@ QString SwitchMeaning(std::string_view sign) {
 QString ToQString(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 QString OrDash(const QString& text) { return text.isEmpty() ? QStringLiteral("–") : text; }
-
-QString DateText(const CivilTime& time) { return ToQString(FormatDate(time)); }
-
-CivilTime CivilTimeOf(const QDateTime& moment) {
-  const QDate date = moment.date();
-  const QTime time = moment.time();
-  return {.year = date.year(),
-          .month = date.month(),
-          .day = date.day(),
-          .hour = time.hour(),
-          .minute = time.minute(),
-          .second = time.second(),
-          .millisecond = time.msec(),
-          .utc_offset_minutes = moment.offsetFromUtc() / 60};
-}
 
 }  // namespace orvalis

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDate>
-#include <QDateTime>
 #include <QString>
 #include <optional>
 #include <string_view>
@@ -20,12 +19,12 @@ struct BigWordText {
 
 /// "SAFE" or "UNSAFE" while the model's values are current; otherwise "NO DATA". The time of the last reading includes
 /// its date unless that is `today`.
-[[nodiscard]] BigWordText VerdictText(const PanelModel& model, QDate today);
+[[nodiscard]] BigWordText VerdictText(const PanelModel& model, QDate today, const TimeStyle& style);
 /// The sky word and the values it is derived from.
 [[nodiscard]] BigWordText SkyText(const PanelModel& model);
 
 /// Since when the values are out of date: "no reading since 21:04:05", "no reading yet".
-[[nodiscard]] QString StaleSinceText(const std::optional<CivilTime>& fresh_at, QDate today);
+[[nodiscard]] QString StaleSinceText(const std::optional<CivilTime>& fresh_at, QDate today, const TimeStyle& style);
 
 /// "°C" or "°F"
 [[nodiscard]] QString TemperatureUnit(bool centigrade);
@@ -38,9 +37,5 @@ struct BigWordText {
 [[nodiscard]] QString ToQString(std::string_view text);
 /// `text`, or a dash when it is empty.
 [[nodiscard]] QString OrDash(const QString& text);
-/// The date in the user's format.
-[[nodiscard]] QString DateText(const CivilTime& time);
-/// `moment` in its own zone.
-[[nodiscard]] CivilTime CivilTimeOf(const QDateTime& moment);
 
 }  // namespace orvalis

@@ -21,6 +21,7 @@
 #include "ui/controls/text_fit.h"
 #include "ui/graphs/graph_files.h"
 #include "ui/graphs/history_plot.h"
+#include "ui/graphs/local_time_ticker.h"
 
 namespace orvalis {
 namespace {
@@ -42,7 +43,7 @@ frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
                           {.history = [this]() -> const History& { return parts_.recorder.Shown(); },
                            .now = [this] { return parts_.recorder.Now(); },
                            .is_demo = [this] { return parts_.recorder.demo_shown(); }},
-                          parts_.zone, this);
+                          parts_.zone, parts_.style, this);
   message_ = new QLabel;
   message_->setObjectName("lblMessage");
   message_->setTextFormat(Qt::PlainText);
@@ -228,9 +229,7 @@ void frmGraph::SavePicture(const QString& path) {
 }
 
 void frmGraph::SaveValues(const QString& path) {
-  const auto local_time = [zone = parts_.zone](std::int64_t moment) {
-    return CivilTimeOf(QDateTime::fromMSecsSinceEpoch(moment, zone));
-  };
+  const auto local_time = [zone = parts_.zone](std::int64_t moment) { return LocalTime(moment, zone); };
   Save(path, [local_time, history = parts_.recorder.Shown(), range = plot_->Shown(), quantities = kind_.Quantities(),
               centigrade = parts_.centigrade(), source = parts_.recorder.demo_shown() ? "demo" : "unit"] {
     return QByteArray::fromStdString(HistoryCsv(history, range, quantities, centigrade, source, local_time));

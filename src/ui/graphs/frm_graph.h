@@ -27,6 +27,7 @@ class frmGraph : public QWidget {
     std::function<bool()> centigrade;
     std::function<bool()> on_top;  ///< whether the panel is kept on top, and would cover the window
     std::function<void(const std::string& text)> report;  ///< called with what could not be saved
+    TimeStyle style{};
     QTimeZone zone = QTimeZone::systemTimeZone();
   };
   frmGraph(const GraphKind& kind, Parts parts, QWidget* parent = nullptr);

@@ -10,7 +10,6 @@
 #include "history/history_csv.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/text_fit.h"
-#include "ui/graphs/history_plot_parts.h"
 #include "ui/graphs/local_time_ticker.h"
 
 namespace orvalis {
@@ -21,22 +20,35 @@ constexpr double kShortestRange = 60;
 constexpr double kDefaultRange = 12 * 3600;
 constexpr double kRangeWithoutValues = 3600;
 
-CivilTime LocalTime(double seconds, const QTimeZone& zone) {
-  return CivilTimeOf(QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(seconds * kMsPerSecond), zone));
+QString DateAndTime(const CivilTime& time, const TimeStyle& style, const TimeStyle::Format& time_format) {
+  return ToQString(style.date(time) + " " + time_format(time));
 }
 
-/// A date and the time of the day in it.
-QString DateAndTime(const CivilTime& time, const std::string& time_of_day) {
-  return DateText(time) + " " + ToQString(time_of_day);
+/// A range of values, or the only value.
+QString RangeText(double lowest, double highest) {
+  const QString low = ToQString(FormatFixed(lowest, 1));
+  const QString high = ToQString(FormatFixed(highest, 1));
+  return low == high ? low : low + " to " + high;
+}
+
+QString ConditionsText(const Span& span) {
+  QString text = span.conditions.Has(Condition::kUnsafe) ? "UNSAFE" : "safe";
+  for (const Condition condition :
+       {Condition::kClear, Condition::kPartlyCloudy, Condition::kCloudy, Condition::kRain}) {
+    if (span.conditions.Has(condition)) text += ", " + ToQString(Name(condition));
+  }
+  return text;
 }
 
 }  // namespace
 
-HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& zone, QWidget* parent)
+HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& zone, const TimeStyle& style,
+                         QWidget* parent)
     : QCustomPlot(parent),
       kind_(kind),
       source_(std::move(source)),
       zone_(zone),
+      style_(style),
       theme_(Theme::ForDesktop(QApplication::palette())) {
   setObjectName("plot");
   setFocusPolicy(Qt::StrongFocus);
@@ -59,7 +71,7 @@ HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& 
   readout_ = new Readout(axisRect());
   readout_->setLayer("readout");
 
-  xAxis->setTicker(QSharedPointer<LocalTimeTicker>::create(zone_));
+  xAxis->setTicker(QSharedPointer<LocalTimeTicker>::create(zone_, style_));
   bool right = false;
   for (const CurveKind& curve : kind.curves) {
     right = right || curve.on_right_axis;
@@ -315,11 +327,12 @@ void HistoryPlot::FitValueAxis(QCPAxis* axis) {
 }
 
 void HistoryPlot::ShowTitle() {
-  const CivilTime from = LocalTime(xAxis->range().lower, zone_);
-  const CivilTime to = LocalTime(xAxis->range().upper, zone_);
-  const std::string end = FormatHourAndMinute(to);
-  QString title = QString(kind_.title) + ", " + DateAndTime(from, FormatHourAndMinute(from)) + " to " +
-                  (DayNumber(to) == DayNumber(from) ? ToQString(end) : DateAndTime(to, end));
+  const CivilTime from = Local(xAxis->range().lower);
+  const CivilTime to = Local(xAxis->range().upper);
+  const auto& hour_and_minute = style_.hour_and_minute;
+  QString title =
+      QString(kind_.title) + ", " + DateAndTime(from, style_, hour_and_minute) + " to " +
+      (DayNumber(to) == DayNumber(from) ? ToQString(hour_and_minute(to)) : DateAndTime(to, style_, hour_and_minute));
   if (!source_.history().Extent()) title = QString(kind_.title) + ": no values yet";
   if (source_.is_demo()) title += " · DEMO — simulated values";
   title_->setText(title);
@@ -378,41 +391,31 @@ void HistoryPlot::ShowReadout() {
   if (!span) return;
   const double middle = (static_cast<double>(span->first) + static_cast<double>(span->last)) / 2 / kMsPerSecond;
   const double x = xAxis->coordToPixel(middle);
-  const CivilTime first = LocalTime(static_cast<double>(span->first) / kMsPerSecond, zone_);
-  QString when = DateAndTime(first, FormatTimeOfDay(first));
-  if (span->last != span->first) {
-    when += " to " + ToQString(FormatTimeOfDay(LocalTime(static_cast<double>(span->last) / kMsPerSecond, zone_)));
-  }
+  QString when = DateAndTime(LocalTime(span->first, zone_), style_, style_.time);
+  if (span->last != span->first) when += " to " + ToQString(style_.time(LocalTime(span->last, zone_)));
   std::vector<Readout::Row> rows{{when, nullptr, std::nullopt}};
-  for (const CurveGraph* curve : curves_) {
-    const Quantity quantity = curve->kind().quantity;
-    QString text = curve->name() + "  ";
-    std::optional<QPointF> dot;
-    if (span->lowest.Knows(quantity)) {
-      const auto shown = [&](const Values& values) {
-        // The two decimals that were kept, without what a float adds to them: the panel's rounding would show it.
-        constexpr int kDecimals = 2;
-        return ShownValue(quantity, RoundToDecimals(values[quantity], kDecimals), centigrade_);
-      };
-      const double lowest = shown(span->lowest);
-      const double highest = shown(span->highest);
-      const QString low = ToQString(FormatFixed(lowest, 1));
-      const QString high = ToQString(FormatFixed(highest, 1));
-      text += (low == high ? low : low + " to " + high) + " " + UnitOf(quantity, centigrade_);
-      if (span->held.Has(quantity)) text += ", held";
-      dot = QPointF(x, curve->valueAxis()->coordToPixel(highest));
-    } else {
-      text += "unknown";
-    }
-    rows.push_back({text, curve, dot});
-  }
-  QString conditions = span->conditions.Has(Condition::kUnsafe) ? "UNSAFE" : "safe";
-  for (const Condition condition :
-       {Condition::kClear, Condition::kPartlyCloudy, Condition::kCloudy, Condition::kRain}) {
-    if (span->conditions.Has(condition)) conditions += ", " + ToQString(Name(condition));
-  }
-  rows.push_back({conditions, nullptr, std::nullopt});
+  for (const CurveGraph* curve : curves_) rows.push_back(ReadoutRow(*curve, *span, x));
+  rows.push_back({ConditionsText(*span), nullptr, std::nullopt});
   readout_->Show(x, std::move(rows));
+}
+
+Readout::Row HistoryPlot::ReadoutRow(const CurveGraph& curve, const Span& span, double x) const {
+  const Quantity quantity = curve.kind().quantity;
+  const QString name = curve.name() + "  ";
+  if (!span.lowest.Knows(quantity)) return {name + "unknown", &curve, std::nullopt};
+  const auto shown = [&](const Values& values) {
+    // The two decimals that were kept, without what a float adds to them: the panel's rounding would show it.
+    constexpr int kDecimals = 2;
+    return ShownValue(quantity, RoundToDecimals(values[quantity], kDecimals), centigrade_);
+  };
+  const double highest = shown(span.highest);
+  const QString held = span.held.Has(quantity) ? ", held" : "";
+  return {name + RangeText(shown(span.lowest), highest) + " " + UnitOf(quantity, centigrade_) + held, &curve,
+          QPointF(x, curve.valueAxis()->coordToPixel(highest))};
+}
+
+CivilTime HistoryPlot::Local(double seconds) const {
+  return LocalTime(static_cast<std::int64_t>(seconds * kMsPerSecond), zone_);
 }
 
 }  // namespace orvalis

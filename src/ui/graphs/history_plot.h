@@ -9,16 +9,13 @@
 #include <optional>
 #include <vector>
 
+#include "base/clock.h"
 #include "history/history.h"
 #include "ui/controls/theme.h"
 #include "ui/graphs/graph_kind.h"
+#include "ui/graphs/history_plot_parts.h"
 
 namespace orvalis {
-
-class ConditionLayer;
-class ConditionLegendItem;
-class CurveGraph;
-class Readout;
 
 /// The curves of one graph over local time, with the conditions in the background and the values at the pointer. The
 /// wheel zooms, dragging pans, a double click shows all; the value axes always fit the visible values. While its end is
@@ -32,7 +29,8 @@ class HistoryPlot : public QCustomPlot {
     std::function<bool()> is_demo;  ///< the values are from demo mode
   };
 
-  HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& zone, QWidget* parent = nullptr);
+  HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& zone, const TimeStyle& style,
+              QWidget* parent = nullptr);
 
   void SetTheme(const Theme& theme);
   void SetCentigrade(bool centigrade);
@@ -78,11 +76,15 @@ class HistoryPlot : public QCustomPlot {
   void WrapLegends();
   /// The values at the pointer, or nothing where there are none.
   void ShowReadout();
+  [[nodiscard]] Readout::Row ReadoutRow(const CurveGraph& curve, const Span& span, double x) const;
+  /// `seconds` since 1970-01-01 UTC, as the time axis counts, in the plot's zone.
+  [[nodiscard]] CivilTime Local(double seconds) const;
   [[nodiscard]] int Columns() const;
 
   const GraphKind& kind_;
   Source source_;
   QTimeZone zone_;
+  TimeStyle style_;
   bool centigrade_ = true;
   Theme theme_;
   bool follows_ = true;     ///< its end is that of the history

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
+#include <optional>
 
 #include "ui/controls/panel_texts.h"
 
@@ -13,6 +15,7 @@ namespace {
 constexpr double kMinute = 60;
 constexpr double kHour = 3600;
 constexpr double kDay = 24 * kHour;
+constexpr std::int64_t kMsPerSecond = 1000;
 
 struct Step {
   double seconds;
@@ -38,6 +41,10 @@ constexpr std::array kSteps{Step{1, 1},
                             Step{kDay, 4}};
 
 }  // namespace
+
+CivilTime LocalTime(std::int64_t milliseconds, const QTimeZone& zone) {
+  return TimeAt(milliseconds, zone.offsetFromUtc(QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC)) / 60);
+}
 
 int LocalTimeTicker::Offset(double time) const {
   return zone_.offsetFromUtc(QDateTime::fromSecsSinceEpoch(static_cast<qint64>(std::floor(time)), Qt::UTC));
@@ -79,25 +86,22 @@ QVector<QString> LocalTimeTicker::createLabelVector(const QVector<double>& ticks
   bool changes = false;
   for (const double tick : ticks) changes = changes || Offset(tick) != Offset(ticks.front());
   QVector<QString> labels;
-  QDate last_date;
+  std::optional<std::int64_t> last_day;
   for (const double tick : ticks) {
-    const int offset = Offset(tick);
-    const QDateTime local =
-        QDateTime::fromSecsSinceEpoch(static_cast<qint64>(std::llround(tick)), Qt::OffsetFromUTC, offset);
-    const CivilTime civil = CivilTimeOf(local);
-    const QString date = DateText(civil);
+    const CivilTime local = LocalTime(std::llround(tick) * kMsPerSecond, zone_);
+    const QString date = ToQString(style_.date(local));
     if (step_ >= kDay) {
       labels.append(date);
       continue;
     }
-    QString label = ToQString(step_ < kMinute ? FormatTimeOfDay(civil) : FormatHourAndMinute(civil));
+    QString label = ToQString(step_ < kMinute ? style_.time(local) : style_.hour_and_minute(local));
     if (changes) {
-      const int minutes = std::abs(offset) / 60;
-      label += (offset < 0 ? "-" : "+") + QString("%1").arg(minutes / 60, 2, 10, QChar('0'));
+      const int minutes = std::abs(local.utc_offset_minutes);
+      label += (local.utc_offset_minutes < 0 ? "-" : "+") + QString("%1").arg(minutes / 60, 2, 10, QChar('0'));
       if (minutes % 60 != 0) label += QString(":%1").arg(minutes % 60, 2, 10, QChar('0'));
     }
-    if (local.date() != last_date) label += "\n" + date;
-    last_date = local.date();
+    if (DayNumber(local) != last_day) label += "\n" + date;
+    last_day = DayNumber(local);
     labels.append(label);
   }
   return labels;

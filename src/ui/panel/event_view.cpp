@@ -20,7 +20,7 @@ void RemoveBlock(const QTextBlock& block) {
 
 }  // namespace
 
-EventView::EventView(QWidget* parent) : NightProof(parent) {
+EventView::EventView(const TimeStyle& style, QWidget* parent) : NightProof(parent), style_(style) {
   setReadOnly(true);
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -35,13 +35,12 @@ void EventView::Append(const Event& event) {
   const bool at_end = verticalScrollBar()->value() == verticalScrollBar()->maximum();
   const QDate date(event.time.year, event.time.month, event.time.day);
   if (date != last_date_) {
-    appendPlainText(DateText(event.time));
+    appendPlainText(ToQString(style_.date(event.time)));
     document()->lastBlock().setUserState(kDateLine);
     last_date_ = date;
   }
   // A text of several lines stays one line: each line begins with its time.
-  appendPlainText(QString::fromStdString(FormatTimeOfDay(event.time)) + "  " +
-                  QString::fromStdString(event.text).simplified());
+  appendPlainText(ToQString(style_.time(event.time)) + "  " + QString::fromStdString(event.text).simplified());
   document()->lastBlock().setUserState(-1);
   if (++count_ > EventList::kKept) DropOldest();
   if (at_end) ScrollToNewest();

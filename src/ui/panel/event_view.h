@@ -14,7 +14,7 @@ namespace orvalis {
 class EventView : public NightProof<QPlainTextEdit> {
   Q_OBJECT
  public:
-  explicit EventView(QWidget* parent);
+  EventView(const TimeStyle& style, QWidget* parent);
 
   /// Stays at the bottom if it is there, to show the newest; otherwise does not scroll.
   void Append(const Event& event);
@@ -26,6 +26,7 @@ class EventView : public NightProof<QPlainTextEdit> {
  private:
   void DropOldest();
 
+  TimeStyle style_;
   QDate last_date_;
   std::size_t count_ = 0;
 };

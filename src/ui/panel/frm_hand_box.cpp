@@ -28,7 +28,7 @@ void frmHandBox::Refresh() {
 
 void frmHandBox::ShowWords() {
   const Tone unknown = theme_.Stale(Theme::Shape::kCard);
-  const BigWordText verdict = VerdictText(model_, QDate::currentDate());
+  const BigWordText verdict = VerdictText(model_, QDate::currentDate(), style_);
   Tone verdict_tone = verdict.colour ? theme_.Strong(*verdict.colour) : unknown;
   verdict_tone.stale = false;  // "NO DATA" is never out of date
   verdict_->Show({verdict.word, verdict.detail, {}, verdict_tone});

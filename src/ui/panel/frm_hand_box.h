@@ -31,7 +31,8 @@ class frmHandBox : public QWidget {
   Q_OBJECT
  public:
   /// `model` must outlive the window, which writes one field of it: the humidity selector, as the user types it.
-  explicit frmHandBox(PanelModel& model, QWidget* parent = nullptr);
+  /// `style` is that of the times shown.
+  explicit frmHandBox(PanelModel& model, const TimeStyle& style = {}, QWidget* parent = nullptr);
 
   /// Updates the window from the model. Unchanged parts are not repainted, so it may be called at any rate.
   void Refresh();
@@ -90,6 +91,7 @@ class frmHandBox : public QWidget {
   void ShowEvents(bool open);
 
   PanelModel& model_;
+  TimeStyle style_;
   Theme theme_;
   bool night_ = false;
   bool applying_theme_ = false;

@@ -59,8 +59,8 @@ Part* Named(Part* part, const char* name) {
 
 }  // namespace
 
-frmHandBox::frmHandBox(PanelModel& model, QWidget* parent)
-    : QWidget(parent), model_(model), theme_(Theme::ForDesktop(palette())) {
+frmHandBox::frmHandBox(PanelModel& model, const TimeStyle& style, QWidget* parent)
+    : QWidget(parent), model_(model), style_(style), theme_(Theme::ForDesktop(palette())) {
   setObjectName("frmHandBox");
   setWindowTitle("Orvalis");
   auto* outer = new QVBoxLayout(this);
@@ -212,7 +212,7 @@ void frmHandBox::BuildTools(QBoxLayout* column) {
   events_button_->setFocusPolicy(Qt::StrongFocus);
   events_button_->setAccessibleName("Show events");
   column->addWidget(events_button_, 0, Qt::AlignLeft);
-  events_ = Named(new EventView(body), "txtEvents");
+  events_ = Named(new EventView(style_, body), "txtEvents");
   column->addWidget(events_, 40);
   column->addStretch(1);
   connect(events_button_, &QToolButton::toggled, this, &frmHandBox::ShowEvents);

@@ -34,7 +34,7 @@ class WeatherService : public QDBusVirtualObject, public WeatherServer {
 
  private:
   // Called by the bus library by name.
-  Q_SLOT void NoteNameOwner(const QString& name, const QString& former, const QString& current);
+  Q_SLOT void NoteNameOwner(const QString& name, const QString& previous, const QString& current);
   Q_SLOT void NoteDisconnected();
 
   /// Answers or throws BusError, AutomationError or RunTimeError. Answers of calls that wait come later.

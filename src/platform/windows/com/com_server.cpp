@@ -12,14 +12,14 @@
 namespace orvalis {
 namespace {
 
-/// A program has this event while its class is on offer; it is never set.
+/// This event exists while a program offers its class; it is never set.
 constexpr const wchar_t* kOfferName = L"Local\\Orvalis.Weather.offered";
 
 }  // namespace
 
 bool ClassIsOffered() { return static_cast<bool>(Handle(OpenEventW(SYNCHRONIZE, FALSE, kOfferName))); }
 
-/// The class object. It outlives the server while a client still has a reference to it, and then makes nothing.
+/// The class object. A client's reference may keep it alive after the server; it then creates nothing.
 class ComServer::Factory final : public IClassFactory {
  public:
   Factory(Parts parts, ITypeInfo* type) : parts_(std::move(parts)), type_(type) {}
@@ -27,7 +27,7 @@ class ComServer::Factory final : public IClassFactory {
   Factory& operator=(const Factory&) = delete;
 
   HRESULT Offer() {
-    // Suspended first: no client's call comes before the registration is known here.
+    // Suspended first: no client's call may arrive before the registration is stored here.
     const HRESULT result = CoRegisterClassObject(CLSID_Weather, this, CLSCTX_LOCAL_SERVER,
                                                  REGCLS_MULTIPLEUSE | REGCLS_SUSPENDED, &registration_);
     if (FAILED(result)) return result;
@@ -42,7 +42,7 @@ class ComServer::Factory final : public IClassFactory {
     mark_ = {};
   }
 
-  /// The program ends, perhaps while clients still hold objects.
+  /// The program is ending; clients may still hold objects.
   void Close() {
     Withdraw();
     closed_ = true;
@@ -75,7 +75,7 @@ class ComServer::Factory final : public IClassFactory {
     try {
       weather = parts_.create();
     } catch (const std::exception&) {
-      return E_OUTOFMEMORY;  // there are as many clients as can be counted
+      return E_OUTOFMEMORY;  // the limit of clients has been reached
     }
     had_clients_ = true;
     AddRef();
@@ -87,7 +87,7 @@ class ComServer::Factory final : public IClassFactory {
     return result;
   }
 
-  /// A client that only holds the class keeps the program from being called unused.
+  /// A client that holds only the class also keeps the program in use.
   STDMETHODIMP LockServer(BOOL lock) override {
     if (lock != FALSE) had_clients_ = true;
     return S_OK;
@@ -98,8 +98,8 @@ class ComServer::Factory final : public IClassFactory {
 
   void Forget(WeatherObject* object) {
     std::erase(objects_, object);
-    // The program is about to end with its last client: a new client gets a new program, and one that
-    // already holds the class gets an error.
+    // The program is ending with its last client: a new client starts a new program, and one that already holds
+    // the class gets an error.
     if (objects_.empty() && parts_.ends_with_last_client) {
       Withdraw();
       closed_ = true;

@@ -4,10 +4,10 @@
 
 namespace orvalis {
 
-/// Whether a program of this session, this one included, gives objects to clients now.
+/// Whether a program in this session, this one included, is serving clients.
 [[nodiscard]] bool ClassIsOffered();
 
-/// The class factory that the automation system calls for each client. Its objects end with their clients.
+/// The class factory that COM calls for each client. An object lives as long as its client holds it.
 class ComServer final : public WeatherServer {
  public:
   explicit ComServer(Parts parts);
@@ -15,7 +15,7 @@ class ComServer final : public WeatherServer {
   ComServer& operator=(const ComServer&) = delete;
   ~ComServer() override;
 
-  /// Registers the class object. Needs the thread's apartment, which the application object has made.
+  /// Registers the class object. Needs the thread's apartment, which the application object creates.
   bool Start() override;
   [[nodiscard]] bool had_clients() const override;
 
@@ -23,7 +23,7 @@ class ComServer final : public WeatherServer {
   class Factory;
 
   Parts parts_;
-  Factory* factory_ = nullptr;  ///< holds one reference of ours
+  Factory* factory_ = nullptr;  ///< one reference is ours
 };
 
 }  // namespace orvalis

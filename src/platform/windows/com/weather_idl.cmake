@@ -1,5 +1,5 @@
-# The interface of the automation object: a header for its server and its clients, and the type libraries for clients of
-# 64 and of 32 bits, which go into the executable. Included, not a subdirectory: CMake knows the outputs only beside the target that needs them.
+# The interface of the automation object: a header for its server and its clients, and the type libraries for 64-bit and
+# 32-bit clients, which go into the executable. Included, not a subdirectory: CMake knows the outputs only beside the target that needs them.
 find_program(WIDL widl REQUIRED)
 set(weather_idl ${CMAKE_CURRENT_LIST_DIR}/weather.idl)
 set(weather_header ${CMAKE_CURRENT_BINARY_DIR}/weather_idl.h)
@@ -16,5 +16,5 @@ target_sources(orvalis_platform PRIVATE ${weather_header} ${weather_types} ${wea
   ${CMAKE_CURRENT_LIST_DIR}/weather_object.cpp
   ${CMAKE_CURRENT_LIST_DIR}/weather_registration.cpp
 )
-# Nobody wrote the header: nobody is warned of it.
+# No warnings for a generated header.
 target_include_directories(orvalis_platform SYSTEM PUBLIC ${CMAKE_CURRENT_BINARY_DIR})

@@ -11,8 +11,7 @@
 namespace orvalis {
 namespace {
 
-/// The numbers that the language's runtime raises reach a client as errors of this facility, and a script as the
-/// numbers themselves.
+/// Run-time error numbers reach a compiled client as errors of this facility, and a script as plain numbers.
 constexpr HRESULT RunTimeResult(int number) { return MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, number); }
 
 BSTR ToBstr(std::string_view text) {
@@ -20,7 +19,7 @@ BSTR ToBstr(std::string_view text) {
   return SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
 }
 
-/// Leaves the text and the source where the client's side of the call looks for them.
+/// Stores the text and the source where the client's side of the call looks for them.
 HRESULT Raise(HRESULT number, const std::string& text) {
   ICreateErrorInfo* creator = nullptr;
   if (FAILED(CreateErrorInfo(&creator))) return number;
@@ -40,7 +39,7 @@ HRESULT Raise(HRESULT number, const std::string& text) {
   return number;
 }
 
-/// What the client gets for what a member threw.
+/// The result for an exception that a member threw.
 HRESULT ResultOf(const std::exception_ptr& error) {
   try {
     std::rethrow_exception(error);
@@ -53,7 +52,7 @@ HRESULT ResultOf(const std::exception_ptr& error) {
   }
 }
 
-// How each type of a property travels.
+// How each type of property is passed.
 VARIANT_BOOL ToAutomation(bool value) { return value ? VARIANT_TRUE : VARIANT_FALSE; }
 LONG ToAutomation(std::int32_t value) { return value; }
 float ToAutomation(float value) { return value; }
@@ -115,10 +114,10 @@ STDMETHODIMP WeatherObject::Invoke(DISPID id, REFIID reserved, LCID /*locale*/, 
                                    VARIANT* result, EXCEPINFO* exception, UINT* wrong_argument) {
   if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
   if (arguments == nullptr) return E_INVALIDARG;
-  // Not every system counts them: no member takes an argument but a property that is put, which takes one.
+  // Not every system counts the arguments: only a property being set takes one.
   const bool is_put = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
   if (arguments->cArgs != (is_put ? 1U : 0U)) return DISP_E_BADPARAMCOUNT;
-  SetErrorInfo(0, nullptr);  // an error that stands from another call must not become this one's
+  SetErrorInfo(0, nullptr);  // an error left by another call must not become this one's
   return DispInvoke(static_cast<IWeather*>(this), parts_.type, id, flags, arguments, result, exception, wrong_argument);
 }
 
@@ -138,7 +137,7 @@ HRESULT WeatherObject::Read(WeatherMember member, Value* value) {
           if constexpr (std::is_same_v<decltype(ToAutomation(held)), Value>) {
             *value = ToAutomation(held);
           } else {
-            throw std::logic_error("a property is not of its type");
+            throw std::logic_error("a property has the wrong type");
           }
         },
         read);
@@ -156,7 +155,7 @@ HRESULT WeatherObject::Wait(const std::function<void(const Weather::Done&)>& sta
   };
   if (!parts_.weather) return RPC_E_DISCONNECTED;
   const auto outcome = std::make_shared<Outcome>();
-  AddRef();  // the client may vanish in the middle of its call
+  AddRef();  // the client may go away during its call
   HRESULT result = S_OK;
   try {
     start([outcome](const std::exception_ptr& error) {
@@ -170,7 +169,7 @@ HRESULT WeatherObject::Wait(const std::function<void(const Weather::Done&)>& sta
       loop.exec();
       outcome->waiting = nullptr;
     }
-    if (!outcome->done) result = RPC_E_DISCONNECTED;  // the program ends
+    if (!outcome->done) result = RPC_E_DISCONNECTED;  // the program is ending
     if (outcome->error) std::rethrow_exception(outcome->error);
   } catch (...) {
     result = ResultOf(std::current_exception());

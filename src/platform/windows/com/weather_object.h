@@ -14,23 +14,24 @@
 
 namespace orvalis {
 
-/// One client's `Weather` as an automation object: early bound, late bound, and with errors that either can read. It
-/// lives in the one thread's apartment; what waits serves other calls and the windows meanwhile.
+/// One client's `Weather` as an automation object, early and late bound, with errors that both kinds of client can
+/// read. It lives in the apartment of the program's one thread; while a call waits, other calls and the windows are
+/// served.
 class WeatherObject final : public IWeather, public ISupportErrorInfo {
  public:
   struct Parts {
     std::unique_ptr<Weather> weather;
-    ITypeInfo* type;  ///< of IWeather; the object takes a reference of its own
-    /// Called when the last reference is gone, before `weather` is.
+    ITypeInfo* type;  ///< of IWeather; the object adds its own reference
+    /// Called after the last reference was released, before `weather` is destroyed.
     std::function<void(WeatherObject*)> released;
   };
 
-  /// With one reference, which is the caller's.
+  /// Starts with one reference, which belongs to the caller.
   explicit WeatherObject(Parts parts);
   WeatherObject(const WeatherObject&) = delete;
   WeatherObject& operator=(const WeatherObject&) = delete;
 
-  /// The program ends: whatever the client asks from now on is answered with the system's error for that.
+  /// The program is ending: every later call of the client returns RPC_E_DISCONNECTED.
   void Detach() { parts_.weather.reset(); }
 
   STDMETHODIMP QueryInterface(REFIID interface_id, void** object) override;
@@ -69,7 +70,7 @@ class WeatherObject final : public IWeather, public ISupportErrorInfo {
 
   template <typename Value>
   HRESULT Read(WeatherMember member, Value* value);
-  /// Starts what ends by a `Weather::Done` and waits for it, with events and calls going on.
+  /// Starts an operation that ends with a `Weather::Done` and waits for it, while events and calls are served.
   HRESULT Wait(const std::function<void(const Weather::Done&)>& start);
 
   Parts parts_;

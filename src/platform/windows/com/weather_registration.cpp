@@ -46,7 +46,7 @@ void LoadLibraryInto(TypeLibrary& type_library) {
            LoadTypeLibEx(ExecutablePath().c_str(), REGKIND_NONE, &type_library.library));
 }
 
-/// Where the classes of all users, or of this one, are registered. Programs of 32 bits have a part of it to themselves.
+/// Where classes are registered, for all users or for this one. 32-bit programs see a separate view.
 class ClassesRoot {
  public:
   enum class View : REGSAM { k64Bits = KEY_WOW64_64KEY, k32Bits = KEY_WOW64_32KEY };
@@ -58,7 +58,7 @@ class ClassesRoot {
     CheckWritten(RegSetValueExW(key.get(), name.empty() ? nullptr : name.c_str(), 0, REG_SZ,
                                 reinterpret_cast<const BYTE*>(value.c_str()), bytes));
   }
-  /// Empty where there is none.
+  /// Empty if there is none.
   [[nodiscard]] std::wstring Get(const std::wstring& path, const std::wstring& name) const {
     std::wstring value(kLongestPath, L'\0');
     auto bytes = static_cast<DWORD>(value.size() * sizeof(wchar_t));
@@ -69,7 +69,7 @@ class ClassesRoot {
     return value;
   }
   void Remove(const std::wstring& path) const {
-    // The key is reached from the one above it: only there is it certain which part of the registry is meant.
+    // Deleted through its parent, because only opening a key selects the view.
     const std::size_t last = path.rfind(L'\\');
     const bool nested = last != std::wstring::npos;
     const Key parent(hive_, kClasses + (nested ? path.substr(0, last) : L""), KEY_ALL_ACCESS | view_);
@@ -106,7 +106,7 @@ std::wstring ClassPath() { return L"CLSID\\" + GuidText(CLSID_Weather); }
 std::wstring InterfacePath() { return L"Interface\\" + GuidText(IID_IWeather); }
 std::wstring TypesPath() { return L"TypeLib\\" + GuidText(LIBID_Orvalis); }
 
-/// One of the two places: its hive, and the calls for the type library that go with it.
+/// One of the two scopes: its hive, and the type library calls for it.
 struct Scope {
   HKEY hive;
   const char* who;
@@ -114,7 +114,7 @@ struct Scope {
   HRESULT (*unregister_types)();
 };
 
-/// Not declared by the compiler's headers; oleaut32 has had them since Windows Vista.
+/// In oleaut32 since Windows Vista, but missing from the compiler's headers.
 extern "C" HRESULT WINAPI RegisterTypeLibForUser(ITypeLib* library, OLECHAR* path, OLECHAR* help_folder);
 extern "C" HRESULT WINAPI UnRegisterTypeLibForUser(REFGUID id, WORD major, WORD minor, LCID locale, SYSKIND kind);
 
@@ -133,7 +133,7 @@ struct Row {
   std::wstring value;
 };
 
-/// What both kinds of programs look for.
+/// For both 64-bit and 32-bit programs.
 std::vector<Row> ClassRows(const std::wstring& executable) {
   const std::wstring prog_id(kProgId);
   const std::wstring class_path = ClassPath();
@@ -151,9 +151,9 @@ std::vector<Row> ClassRows(const std::wstring& executable) {
   };
 }
 
-/// What the system's registration of the type library writes for programs of the server's own kind alone.
+/// What registering the type library writes only for programs of the server's own bitness.
 std::vector<Row> InterfaceRows32() {
-  // The class of the system that carries calls from process to process as the type library describes them.
+  // The system's marshaler, which works from the type library.
   constexpr const wchar_t* kMarshaler = L"{00020424-0000-0000-C000-000000000046}";
   const std::wstring path = InterfacePath();
   return {
@@ -164,7 +164,7 @@ std::vector<Row> InterfaceRows32() {
   };
 }
 
-/// Removes all that is registered, the system's own part of it excepted.
+/// Removes everything registered, except what the system's calls remove.
 void RemoveKeys(const Scope& scope) {
   const ClassesRoot classes(scope.hive);
   const ClassesRoot classes_32(scope.hive, ClassesRoot::View::k32Bits);
@@ -182,12 +182,12 @@ std::wstring EventSourcePath() {
 
 void Unregister(const Scope& scope) {
   if (scope.hive == HKEY_LOCAL_MACHINE) RegDeleteTreeW(scope.hive, EventSourcePath().c_str());
-  scope.unregister_types();  // one that is not there is none too many
+  scope.unregister_types();  // fails if there is none, which is fine
   RemoveKeys(scope);
 }
 
-/// An event that is a text and nothing else needs a file with such messages; one of the system's own has them. Without
-/// this the event is kept all the same, among words that say that its description is missing.
+/// A plain text event needs a message file; one that comes with Windows will do. Without it the event viewer adds that
+/// the description is missing.
 void RegisterEventSource() {
   const std::wstring path = EventSourcePath();
   constexpr std::wstring_view kMessages = L"%SystemRoot%\\System32\\EventCreate.exe";
@@ -218,21 +218,21 @@ void Register(const Scope& scope) {
   }
 }
 
-/// A registration for all users must not be hidden by what this one had before.
-void RegisterInFront(const Scope& scope) {
+/// An earlier registration for this user must not hide the one for all users.
+void RegisterUnhidden(const Scope& scope) {
   Register(scope);
   if (scope.hive != HKEY_LOCAL_MACHINE) return;
   RegisterEventSource();
   try {
-    // The system's call for one user's type library is not known to leave that of all users alone everywhere.
+    // Not by UnRegisterTypeLibForUser, which may not leave the library of all users alone on every system.
     RemoveKeys(kScopes[1]);
   } catch (const RunTimeError&) {
     // The registration for all users is valid, and this user may never have had one.
   }
 }
 
-/// Whether the registration leads to the same program in another folder, and is not for this one to remove.
-bool IsAnothers(const Scope& scope) {
+/// Whether the registration points to a program in another folder, so that this one must not remove it.
+bool BelongsToAnother(const Scope& scope) {
   const std::wstring registered = ClassesRoot(scope.hive).Get(ClassPath() + L"\\LocalServer32", L"ServerExecutable");
   if (registered.empty()) return false;
   return CompareStringOrdinal(registered.c_str(), -1, ExecutablePath().c_str(), -1, TRUE) != CSTR_EQUAL &&
@@ -244,7 +244,7 @@ bool IsSwitch(std::string_view argument, std::string_view name) {
   return CompareStringOrdinal(Wide(argument.substr(1)).c_str(), -1, Wide(name).c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
-/// `work` for all users, or for this one where more is not allowed.
+/// Does `work` for all users, or for this one if that is not allowed.
 int RunFor(void (*work)(const Scope&), const char* what) {
   std::string failures;
   for (const Scope& scope : kScopes) {
@@ -271,12 +271,12 @@ ITypeInfo* LoadWeatherType() {
 
 std::optional<int> RunRegistration(const std::vector<std::string>& arguments) {
   if (arguments.size() != 2) return std::nullopt;
-  if (IsSwitch(arguments[1], "RegServer")) return RunFor(RegisterInFront, "registered");
+  if (IsSwitch(arguments[1], "RegServer")) return RunFor(RegisterUnhidden, "registered");
   if (IsSwitch(arguments[1], "UnregServer")) {
     // In both places: an earlier version may have been registered with other rights.
     int code = 1;
     for (const Scope& scope : kScopes) {
-      if (IsAnothers(scope)) {
+      if (BelongsToAnother(scope)) {
         std::cerr << "orvalis: kept for " << scope.who << ": a program in another folder is registered\n";
         code = 0;
         continue;
