@@ -169,6 +169,7 @@ def clients(world):
         flooder.leave()
         stop(program)
         bus.terminate()
+    del world.env["DBUS_SESSION_BUS_ADDRESS"]  # of a bus that is gone
 
 
 def watch(world):

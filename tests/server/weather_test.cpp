@@ -102,8 +102,7 @@ TEST_F(WeatherTest, EachPropertyAnswersAndLeavesItsLines) {
   panel.wind = "10.0";
   settings.WindSpeedCloseD = 12.5;
   settings.StepTime = 0.25;
-  settings.CanTemp = true;
-  settings.CanTempComp = true;
+  settings.CanTemp = settings.CanTempComp = true;
   const std::tuple<WeatherMember, WeatherValue, const char*> rows[] = {
       {WeatherMember::kSafe, true, "COM .Safe invoked\r\nSafe: True\r\n"},
       {WeatherMember::kAmbientTemperature, -9.99F, "AmbientTemperature invoked\r\nAmbientTemperature: -9.99\r\n"},
