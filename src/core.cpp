@@ -296,7 +296,7 @@ std::vector<SerialPortEntry> Core::ListPorts() {
 void Core::Announce(const Observation& now, const Observer::News& news) {
   verdict_records_.Note(now, news);
   if (!now.verdict.safe) poll_.KeepRecord(news.verdict);
-  network_.Note(now);
+  network_.Note(now, news);
 }
 
 void Core::Report(const std::string& text) {

@@ -33,12 +33,14 @@ std::string FieldValue(const std::string& text) {
 NetworkFront::NetworkFront(Parts parts)
     : parts_(std::move(parts)),
       alpaca_({.observe = parts_.observe, .tick = [this] { return parts_.loop.TickCount(); }}),
+      readings_({.observe = parts_.observe, .tick = [this] { return parts_.loop.TickCount(); }, .station = station_}),
       server_({.sockets = parts_.sockets,
                .loop = parts_.loop,
                .clock = parts_.clock,
                .resources = resources_,
                .report = parts_.record}) {
   alpaca_.AddTo(resources_);
+  readings_.AddTo(resources_);
   resources_.Add({.path = "/help",
                   .get = [this](const HttpRequest&) -> HttpResponse { return {.body = resources_.Help()}; },
                   .help = "this list"});

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "app/observer.h"
 #include "base/clock.h"
 #include "base/event_loop.h"
 #include "base/once_until_mended.h"
@@ -18,6 +19,7 @@
 #include "network/http/http_server.h"
 #include "network/http/resources.h"
 #include "network/http/sockets.h"
+#include "network/readings.h"
 #include "verdict/observation.h"
 
 namespace orvalis::network {
@@ -45,7 +47,10 @@ class NetworkFront {
   /// Ends all connections.
   void Close();
   /// To be called with every new account.
-  void Note(const Observation& now) { alpaca_.Note(now); }
+  void Note(const Observation& now, const Observer::News& news) {
+    alpaca_.Note(now);
+    readings_.Note(now, news);
+  }
 
   /// The table of what can be asked for; further resources may be added before `Apply`.
   [[nodiscard]] Resources& resources() { return resources_; }
@@ -72,9 +77,10 @@ class NetworkFront {
 
   Parts parts_;
   Resources resources_;
-  AlpacaServer alpaca_;
-  HttpServer server_;
   Station station_;
+  AlpacaServer alpaca_;
+  Readings readings_;
+  HttpServer server_;
   std::optional<Wanted> wanted_;  ///< nothing while it is off
   std::optional<AlpacaDiscovery> discovery_;
   std::unique_ptr<DatagramListener> discovery_listener_;
