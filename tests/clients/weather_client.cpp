@@ -2,6 +2,7 @@
 // standard output.
 //
 //   get NAME                  "NAME = VALUE" or "error NAME-OF-ERROR: TEXT"; true, false or a text
+//   get Observation1.NAME     the same of the other interface
 //   set NAME 0|1              "done" or an error, when the call returns
 
 #include <systemd/sd-bus.h>
@@ -32,7 +33,12 @@ std::string Get(sd_bus* bus, const std::string& name) {
   Error error;
   sd_bus_message* reply = nullptr;
   const std::string type = name == "Name" ? "s" : "b";
-  if (sd_bus_get_property(bus, kName, kPath, kName, name.c_str(), &error.error, &reply, type.c_str()) < 0) {
+  const std::size_t point = name.find('.');
+  const bool other = point != std::string::npos;
+  const std::string interface = other ? "org.orvalis." + name.substr(0, point) : kName;
+  const std::string member = other ? name.substr(point + 1) : name;
+  if (sd_bus_get_property(bus, kName, kPath, interface.c_str(), member.c_str(), &error.error, &reply, type.c_str()) <
+      0) {
     return error.Text();
   }
   const std::unique_ptr<sd_bus_message, Closer> owned(reply);
