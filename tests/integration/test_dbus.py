@@ -145,7 +145,7 @@ class StartedByAPerson(BusCase):
         unit = self.unit("--fast")
         unit.measure({"RB": "0"})
         program = self.program("--port", self.link)
-        self.wait_until(self.owner, "the name has an owner")  # a call before would have the bus start another program
+        self.wait_until(self.owner, "the name has an owner")  # a look before would have the bus start another program
         client = self.client()
         self.wait_until(lambda: client.ask("get Safe") == "Safe = true", "it never was safe")
         self.call_setup()
@@ -167,6 +167,7 @@ class StartedByAPerson(BusCase):
         unit = self.unit("--fast")
         unit.tell("fault silent 60")
         program = self.headless()
+        self.wait_until(self.owner, "the name has an owner")
         waiting, leaving, asking = self.client(), self.client(), self.client()
         waiting.send("set Connected 1")
         leaving.send("set Connected 1")
@@ -233,6 +234,7 @@ class Observed(BusCase):
         unit = self.unit("--fast")
         unit.measure({"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "200", "WND": "20", "RB": "0"})
         program = self.headless()
+        self.wait_until(self.owner, "the name has an owner")
         heard = Process(["gdbus", "monitor", "--session", "-d", SERVICE], env=self.env)
         self.addCleanup(heard.kill)
         announced = r".*PropertiesChanged \('%s', .*'Safe': <%%s>" % OBSERVATION

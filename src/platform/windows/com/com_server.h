@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "server/weather_server.h"
 
 namespace orvalis {
@@ -7,7 +9,7 @@ namespace orvalis {
 /// Whether a program of this session, this one included, gives objects to clients now.
 [[nodiscard]] bool ClassIsOffered();
 
-/// The class factory that the automation system calls for each client. Its objects end with their clients.
+/// The class factories that the automation system calls for each client. Their objects end with their clients.
 class ComServer final : public WeatherServer {
  public:
   explicit ComServer(Parts parts);
@@ -15,15 +17,16 @@ class ComServer final : public WeatherServer {
   ComServer& operator=(const ComServer&) = delete;
   ~ComServer() override;
 
-  /// Registers the class object. Needs the thread's apartment, which the application object has made.
+  /// Registers the class objects. Needs the thread's apartment, which the application object has made.
   bool Start() override;
   [[nodiscard]] bool had_clients() const override;
 
  private:
+  class Offer;
   class Factory;
 
   Parts parts_;
-  Factory* factory_ = nullptr;  ///< holds one reference of ours
+  std::shared_ptr<Offer> offer_;  ///< the factories have it too, which clients may keep
 };
 
 }  // namespace orvalis
