@@ -46,7 +46,8 @@ class ObservationReader {
   /// Both must outlive the reader. `traffic` is null while the traffic window is closed.
   ObservationReader(Observer& observer, Traffic* const& traffic) : observer_(observer), traffic_(traffic) {}
 
-  /// The account of now, for a client that asks for the property `asked`, or with "" for all. Each look is a line in
+  [[nodiscard]] const Observation& Now() const { return observer_.Now(); }
+  /// The same for a client that asks for the property `asked`, or with "" for all. Each look is a line in
   /// the traffic window.
   [[nodiscard]] const Observation& Look(std::string_view asked) const;
 

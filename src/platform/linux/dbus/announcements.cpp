@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <chrono>
 #include <limits>
+#include <utility>
 
 #include "platform/linux/dbus/observation_interface.h"
 
@@ -13,19 +14,19 @@ namespace {
 
 /// A little longer than a cycle, so that a cycle with a reading is announced once.
 constexpr std::chrono::milliseconds kLongestSilence{2500};
-constexpr int kMostUnconfirmed = 8;
+constexpr int kMostUnconfirmed = 2;
 constexpr int kNoTimeout = std::numeric_limits<int>::max();
 
 }  // namespace
 
 void Announcements::Note(const Observation& now, const Observer::News& news) {
   if (!news.reading && !news.reasons && !last_.hasExpired(kLongestSilence.count())) return;
-  if (unconfirmed_ >= kMostUnconfirmed) return;
-  last_.start();
-  Send(now);
+  missed_ = unconfirmed_ >= kMostUnconfirmed;
+  if (!missed_) Send(now);
 }
 
 void Announcements::Send(const Observation& now) {
+  last_.start();
   QDBusMessage signal = QDBusMessage::createSignal(path_, QStringLiteral("org.freedesktop.DBus.Properties"),
                                                    QStringLiteral("PropertiesChanged"));
   signal << kObservationInterface << BusValues(now) << QStringList();
@@ -39,6 +40,7 @@ void Announcements::Send(const Observation& now) {
   connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* done) {
     --unconfirmed_;
     done->deleteLater();
+    if (unconfirmed_ == 0 && std::exchange(missed_, false)) Send(reader_.Now());
   });
 }
 

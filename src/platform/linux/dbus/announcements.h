@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "app/observer.h"
+#include "server/observation_members.h"
 
 namespace orvalis {
 
@@ -14,10 +15,15 @@ namespace orvalis {
 /// verdict or its reasons, and every few seconds while no reading comes, because a listener that hears nothing has to
 /// expect that the program hangs.
 ///
-/// A bus that does not read is told nothing more until it does: what waits for it is bounded.
+/// A bus that does not read is told nothing more until it does, and then how things are by then: neither does what
+/// waits for it grow, nor does an old "safe" stand longer than a moment.
 class Announcements : public QObject {
  public:
-  Announcements(QDBusConnection bus, QString path) : bus_(std::move(bus)), path_(std::move(path)) { last_.start(); }
+  /// `reader` must outlive the announcements.
+  Announcements(QDBusConnection bus, QString path, const ObservationReader& reader)
+      : bus_(std::move(bus)), path_(std::move(path)), reader_(reader) {
+    last_.start();
+  }
 
   /// To be called at each update of the observer, and at least once a second.
   void Note(const Observation& now, const Observer::News& news);
@@ -27,8 +33,10 @@ class Announcements : public QObject {
 
   QDBusConnection bus_;
   QString path_;
+  const ObservationReader& reader_;
   QElapsedTimer last_;   ///< since the last announcement
   int unconfirmed_ = 0;  ///< announcements that the bus is not known to have read
+  bool missed_ = false;  ///< one was not sent
 };
 
 }  // namespace orvalis

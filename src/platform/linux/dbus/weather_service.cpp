@@ -134,7 +134,7 @@ std::string WeatherService::TakeName() {
                 QStringLiteral("Disconnected"), this, SLOT(NoteDisconnected()));
     bus.registerVirtualObject(kPath, this);
     bus_ = bus;
-    announcements_ = std::make_unique<Announcements>(bus, kPath);
+    announcements_ = std::make_unique<Announcements>(bus, kPath, parts_.observation);
   }
   if (!bus_->registerService(kService)) return "another program owns the name " + kService.toStdString();
   return {};
