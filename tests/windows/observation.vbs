@@ -1,15 +1,14 @@
 ' Reads the observation and prints its members, one a line. The last line is "end": without it the script did not get
 ' through. With an argument it first asks the other object to connect, and waits until that is safe.
 Option Explicit
-Dim observation, weather, name, i
+Dim observation, weather, name, number, begin
 Set observation = CreateObject("Orvalis.Observation")
 If WScript.Arguments.Count > 0 Then
   Set weather = CreateObject("Orvalis.Weather")
   weather.Connected = True
-  For i = 1 To 60
-    If observation.Safe Then Exit For
-    WScript.Sleep 500
-  Next
+  begin = Timer
+  Do Until observation.Safe Or Timer - begin > 60
+  Loop
 End If
 WScript.Echo "Safe " & TypeName(observation.Safe) & " " & observation.Safe
 WScript.Echo "Since " & TypeName(observation.Since) & " " & Int(observation.Since / 1000)
@@ -25,7 +24,7 @@ Next
 On Error Resume Next
 For Each name In Array("ambient_c", "pressure")
   Err.Clear
-  observation.Value name
+  number = observation.Value(name)
   WScript.Echo name & " " & Err.Number & " " & Err.Description
 Next
 WScript.Echo "end"
