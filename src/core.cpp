@@ -164,6 +164,7 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                          },
                      .end_program = [] { QCoreApplication::exit(0); }},
       server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
+                                         .observation = observation_reader_,
                                          .record = [this](const std::string& text) { events_.Record(text); },
                                          .ends_with_last_client = line.automation})),
       network_({.sockets = sockets_,
@@ -177,6 +178,10 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                       panel_.Stand({.cause = StandingMessage::Cause::kNetwork, .text = text});
                     }}) {
   error_log_.Open(PathFromText(ProgramFolder()));
+  // Clients first: a roof waits for it, and the others write to a disk.
+  observer_.Listen([this](const Observation& now, const Observer::News& news) {
+    if (server_) server_->Announce(now, news);
+  });
   observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
   if (line_.headless && line_.automation) {

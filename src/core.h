@@ -39,6 +39,7 @@
 #include "platform/system/line_output.h"
 #include "publish/web_publisher.h"
 #include "reading/weather_state.h"
+#include "server/observation_members.h"
 #include "server/traffic.h"
 #include "server/weather.h"
 #include "unit/auto_reconnect.h"
@@ -204,6 +205,7 @@ class Core {
   Front* front_ = nullptr;      ///< none without windows
   Traffic* traffic_ = nullptr;  ///< none while the traffic window is closed
   Weather::Parts weather_parts_;
+  ObservationReader observation_reader_{observer_, traffic_};
   std::unique_ptr<WeatherServer> server_;  ///< null where clients are not supported
   QtSockets sockets_;
   network::NetworkFront network_;
