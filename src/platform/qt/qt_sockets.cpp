@@ -41,7 +41,7 @@ network::Peer PeerOf(const QHostAddress& address) {
   return {.address = plain.toString().toStdString(), .loopback = plain.isLoopback()};
 }
 
-class QtStreamSocket : public QObject, public network::StreamSocket {
+class QtStreamSocket final : public QObject, public network::StreamSocket {
  public:
   explicit QtStreamSocket(QTcpSocket* socket) : socket_(socket), peer_(PeerOf(socket->peerAddress())) {
     socket_->setParent(nullptr);
@@ -109,7 +109,7 @@ class QtStreamSocket : public QObject, public network::StreamSocket {
   bool reading_ = true;
 };
 
-class QtListener : public network::Listener {
+class QtListener final : public network::Listener {
  public:
   QtListener(const QHostAddress& address, std::uint16_t port, network::Sockets::Accept accept)
       : accept_(std::move(accept)) {
@@ -133,7 +133,7 @@ class QtListener : public network::Listener {
   QTcpServer server_;
 };
 
-class QtDatagramListener : public network::DatagramListener {
+class QtDatagramListener final : public network::DatagramListener {
  public:
   QtDatagramListener(network::Sockets::SharedPort port, network::Sockets::Answer answer)
       : port_(std::move(port)), answer_(std::move(answer)) {
