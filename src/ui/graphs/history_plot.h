@@ -10,26 +10,23 @@
 #include <vector>
 
 #include "history/history.h"
+#include "history/verdict_bands.h"
 #include "ui/controls/theme.h"
 #include "ui/graphs/graph_kind.h"
+#include "ui/graphs/history_plot_parts.h"
 
 namespace orvalis {
 
-class ConditionLayer;
-class ConditionLegendItem;
-class CurveGraph;
-class Readout;
-
-/// The curves of one graph over local time, with the conditions in the background and the values at the pointer. The
+/// The curves of one graph over local time, with the conditions and the verdict in the
+/// background and the values at the pointer. The
 /// wheel zooms, dragging pans, a double click shows all; the value axes always fit the visible values. While its end is
 /// visible it scrolls with the time.
 class HistoryPlot : public QCustomPlot {
   Q_OBJECT
  public:
   struct Source {
-    std::function<const History&()> history;
+    std::function<HistoryView()> view;
     std::function<std::int64_t()> now;
-    std::function<bool()> is_demo;  ///< the values are from demo mode
   };
 
   HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& zone, QWidget* parent = nullptr);
@@ -73,11 +70,15 @@ class HistoryPlot : public QCustomPlot {
   void Recalculate();
   /// Where everything is drawn that depends on the values.
   [[nodiscard]] std::vector<QPoint> Pixels() const;
+  /// Incremented by every change of what is shown.
+  [[nodiscard]] std::uint64_t Revision() const;
   void FitValueAxis(QCPAxis* axis);
   void ShowTitle();
   void WrapLegends();
   /// The values at the pointer, or nothing where there are none.
   void ShowReadout();
+  /// Adds the values and the conditions of `span` to `rows`, with the dots at `x`.
+  void AddValues(const Span& span, double x, std::vector<Readout::Row>& rows) const;
   [[nodiscard]] int Columns() const;
 
   const GraphKind& kind_;
