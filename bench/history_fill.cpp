@@ -10,6 +10,7 @@
 #include "platform/sqlite/sqlite_history.h"
 #include "reading/frame_interpreter.h"
 #include "tests/support/fake_event_loop.h"
+#include "verdict/safety_judge.h"
 
 namespace orvalis {
 namespace {
@@ -36,6 +37,8 @@ int Run(const char* file) {
   HistoryRecorder recorder({.loop = loop, .clock = clock, .store = store, .report = report, .remember = false});
   FrameInterpreter interpreter;
   WeatherState weather;
+  SafetyJudge judge;
+  const Situation situation{.connected = true};
   long count = 0;
   std::int64_t time = 0;
   std::string text;
@@ -48,6 +51,9 @@ int Run(const char* file) {
     interpreter.Interpret(frame, settings, 200, weather);
     clock.now = time;
     recorder.Note(weather, frame);
+    const Instant now{.tick = loop.TickCount(), .utc = time};
+    judge.Take({.frame = frame, .weather = weather, .source = ReadingSource::kUnit}, settings, situation, now);
+    recorder.NoteVerdict(judge.Judge(settings, situation, now));
     loop.Advance(std::chrono::seconds(2));
   }
   recorder.Flush();

@@ -278,6 +278,7 @@ std::vector<SerialPortEntry> Core::ListPorts() {
 
 void Core::Announce(const Observation& now, const Observer::News& news) {
   verdict_records_.Note(now, news);
+  history_.NoteVerdict(now);
   if (!now.verdict.safe) poll_.KeepRecord(news.verdict);
 }
 
