@@ -8,7 +8,7 @@ namespace orvalis {
 namespace {
 
 /// The keys that the setup dialog saves, in writing order; one is written twice.
-constexpr std::array<std::string_view, 64> kSetupKeys{
+constexpr std::array<std::string_view, 71> kSetupKeys{
     "WindSpeedCloseD",
     "StepTime",
     "WindSpeedWarn",
@@ -72,6 +72,13 @@ constexpr std::array<std::string_view, 64> kSetupKeys{
     "g_sCloudApp",
     "g_bchkRelayApp",
     "g_sRelayApp",
+    "SafetyAlerts",
+    "UnsafeSound",
+    "UnsafeApp",
+    "SafeSound",
+    "SafeApp",
+    "NoReadingsSound",
+    "NoReadingsApp",
     "g_bchkRepeatApp",
 };
 

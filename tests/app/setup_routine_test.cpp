@@ -159,7 +159,7 @@ TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
     form.unit.allow_wind = true;
     return true;
   }});
-  ASSERT_EQ(profile.log.size(), 65u);
+  ASSERT_EQ(profile.log.size(), 72u);
   EXPECT_EQ(profile.log[0] + ", " + profile.log[1], "write /COM Port, write /WindSpeedCloseD");
   EXPECT_EQ(profile.At("COM Port"), "/dev/ttyACM1");
   EXPECT_EQ(profile.At("RainThreshold"), "360");

@@ -81,7 +81,7 @@ TEST_F(SettingsStoreTest, SetupSavesItsKeysInOrderEachInItsForm) {
   settings.WindSpeedCloseD = 30.5;
   profile.log.clear();
   store.SaveSetupSettings(settings);
-  ASSERT_EQ(profile.log.size(), 64u);
+  ASSERT_EQ(profile.log.size(), 71u);
   EXPECT_EQ(profile.log.front(), "write /WindSpeedCloseD");
   EXPECT_EQ(profile.log.back(), "write /g_bchkRepeatApp");
   EXPECT_EQ(profile.At("Centigrade"), "True");
