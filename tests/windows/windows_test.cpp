@@ -249,10 +249,16 @@ using ProgramTest = WindowsTest;
 
 TEST_F(ProgramTest, StartsABatchFileInItsOwnFolder) {
   const std::string batch = folder + "\\close the roof.bat";
-  std::ofstream(PathFromText(batch)) << "@echo closed>done.txt\r\n";
+  std::ofstream(PathFromText(batch)) << "@echo closed %ORVALIS_ALERT%>done.txt\r\n@exit 3\r\n";
   ShellProgramStarter starter;
-  EXPECT_EQ(NumberOf([&] { starter.Start(batch); }), 0);
-  EXPECT_TRUE(Eventually([&] { return Content(folder + "\\done.txt").starts_with("closed"); }));
+  std::string failure;
+  const ProgramStarter::Call call{.path = batch,
+                                  .facts = {{"ORVALIS_ALERT", "unsafe"}, {"ORVALIS_SKY_C", std::nullopt}},
+                                  .ended = [&](const std::string& how) { failure = how; }};
+  EXPECT_EQ(NumberOf([&] { starter.Start(call); }), 0);
+  EXPECT_TRUE(Eventually([&] { return !failure.empty(); }));
+  EXPECT_EQ(failure, "ended with code 3");
+  EXPECT_TRUE(Content(folder + "\\done.txt").starts_with("closed unsafe"));
 
   std::ofstream(PathFromText(folder + "\\text.exe")) << "no program at all";
   const struct {
@@ -262,7 +268,7 @@ TEST_F(ProgramTest, StartsABatchFileInItsOwnFolder) {
               {"", RunTimeError::kFileNotFound},
               {folder, RunTimeError::kFileNotFound},
               {folder + "\\text.exe", RunTimeError::kPathFileAccess}};
-  for (const auto& row : rows) EXPECT_EQ(NumberOf([&] { starter.Start(row.path); }), row.error) << row.path;
+  for (const auto& row : rows) EXPECT_EQ(NumberOf([&] { starter.Start({.path = row.path}); }), row.error) << row.path;
 }
 
 using SafeFileTest = WindowsTest;

@@ -112,7 +112,10 @@ void FormSection::AlertRow(const QString& title, const AlertFile& sound, const A
   // This grid has no units to leave room for; the files share what there is.
   grid_->setColumnStretch(kRestColumn, 0);
   int column = kLabelColumn;
-  grid_->addWidget(new QLabel(title + ":"), row_, column++);
+  auto* label = new QLabel(title + ":");
+  // The boxes of all sections stand in one line.
+  grid_->setColumnMinimumWidth(column, label->fontMetrics().horizontalAdvance("No readings:"));
+  grid_->addWidget(label, row_, column++);
   struct Half {
     const AlertFile& names;
     const char* text;
@@ -132,6 +135,8 @@ void FormSection::AlertRow(const QString& title, const AlertFile& sound, const A
     test->setAccessibleName(title + ": " + half.text + " test");
     test->setToolTip(half.tip);
     test->setAutoDefault(false);
+    constexpr int kMargins = 24;
+    test->setFixedWidth(test->fontMetrics().horizontalAdvance(test->text()) + kMargins);
     grid_->addWidget(MakeRemark(QString(half.names.file) + kResultEnd), row_ + 1, column, 1, kHalfColumns);
     grid_->addWidget(box, row_, column++);
     grid_->addWidget(file, row_, column);

@@ -141,15 +141,15 @@ QWidget* frmSetup::BuildAlertsPage() {
   FormSection verdict("By verdict", page.left);
   verdict.Check("chkSafetyAlerts", "&Give these alerts",
                 "The switch of these three; they do not depend on \"Enable alerts\"");
+  verdict.Note(
+      "For a roof: each is given when the verdict changes, whether or not alerts are enabled below.\nA program that "
+      "fails is started again after 10, 30 and 60 s while the verdict stays.");
   constexpr Row kVerdictRows[] = {
       {"Unsafe", "chkUnsafeSound", "UnsafeSound", "chkUnsafeApp", "UnsafeApp"},
       {"Safe again", "chkSafeSound", "SafeSound", "chkSafeApp", "SafeApp"},
       {"No readings", "chkNoReadingsSound", "NoReadingsSound", "chkNoReadingsApp", "NoReadingsApp"},
   };
   for (const Row& row : kVerdictRows) add(verdict, row);
-  verdict.Note(
-      "For a roof: given at each change of the verdict, whether or not \"Enable alerts\" is on. A program that fails "
-      "is started again\nafter 10, 30 and 60 s.");
 
   FormSection condition("By condition", page.left);
   condition.Check("chkEnableSounds", "&Enable alerts", "Switch for the sounds and programs of the five conditions");

@@ -51,12 +51,13 @@ void frmSetup::AskForAlertFile(std::size_t file, bool switched_on) {
 }
 
 void frmSetup::TryAlert(std::size_t file) {
-  // The program may end after the dialog.
+  // A program may end after the dialog.
   parts_.trial.Try(SetupFiles()[file], files_[file]->path(),
-                   [label = QPointer(results_[file])](const std::string& what) {
-                     if (!label) return;
-                     label->setText("↑ " + ToQString(what));
-                     label->show();
+                   [this, dialog = QPointer(this), file](const std::string& what) {
+                     if (!dialog) return;
+                     results_[file]->setText("↑ " + ToQString(what));
+                     results_[file]->show();
+                     files_[file]->setAccessibleDescription(ToQString(what));
                    });
 }
 
