@@ -112,6 +112,7 @@ void DetachedPrograms::Start(const Call& call) {
   Detach(child.attributes);
   std::vector<std::string> variables = EnvironmentWith(call.facts);
   std::vector<char*> environment;
+  environment.reserve(variables.size() + 1);
   for (std::string& variable : variables) environment.push_back(variable.data());
   environment.push_back(nullptr);
   char* arguments[] = {path.data(), nullptr};

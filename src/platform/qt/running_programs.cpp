@@ -23,8 +23,8 @@ void RunningPrograms::LookAtAll() {
   };
   std::vector<End> ends;
   std::erase_if(programs_, [&](const Program& program) {
-    std::optional<std::string> failure = program.look();
-    if (failure && program.ended) ends.push_back({program.ended, *std::move(failure)});
+    const std::optional<std::string> failure = program.look();
+    if (failure && program.ended) ends.push_back({program.ended, *failure});
     return failure.has_value();
   });
   if (programs_.empty()) timer_.stop();
