@@ -70,6 +70,7 @@ void ProgramWindows::BuildPanel() {
 void ProgramWindows::BuildSetup() {
   setup_ = std::make_unique<frmSetup>(
       frmSetup::Parts{.switches = parts_.switches,
+                      .trial = parts_.alert_trial,
                       .ports = [this] { return core_.ListPorts(); },
                       .report = [this](const std::exception_ptr& error) { parts_.boundary.Report(kChanging, error); },
                       .succeeded = [this] { parts_.boundary.Succeeded(kChanging); },

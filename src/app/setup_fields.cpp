@@ -73,7 +73,7 @@ constexpr std::array<SetupField, 29> kFields{{
 }};
 // clang-format on
 
-constexpr std::array<SetupFlag, 25> kFlags{{
+constexpr std::array<SetupFlag, 26> kFlags{{
     {"Absolute", &Settings::Absolute},
     {"chkSynchronous", &Settings::Synchronous},
     {"chkCentigrade", &Settings::Centigrade},
@@ -87,6 +87,7 @@ constexpr std::array<SetupFlag, 25> kFlags{{
     {"chkCanHalt", &Settings::CanHalt},
     {"chkBacklashDir", &Settings::BacklashDir},
     {"chkEnableSounds", &Settings::g_bchkEnableSounds},
+    {"chkSafetyAlerts", &Settings::SafetyAlerts},
     {"chkRepeatSounds", &Settings::g_bchkRepeatSounds},
     {"chkRepeatApp", &Settings::g_bchkRepeatApp},
     {"chkRainSounds", &Settings::g_bchkRainSounds},
@@ -101,17 +102,23 @@ constexpr std::array<SetupFlag, 25> kFlags{{
     {"chkRelayApp", &Settings::g_bchkRelayApp},
 }};
 
-constexpr std::array<SetupFile, 10> kFiles{{
-    {"RainSounds", "chkRainSounds", true, &Settings::g_sRainSounds},
-    {"WindSounds", "chkWindSounds", true, &Settings::g_sWindSounds},
-    {"LightSounds", "chkLightSounds", true, &Settings::g_sLightSounds},
-    {"CloudSounds", "chkCloudSounds", true, &Settings::g_sCloudSounds},
-    {"RelaySounds", "chkRelaySounds", true, &Settings::g_sRelaySounds},
-    {"RainApp", "chkRainApp", false, &Settings::g_sRainApp},
-    {"WindApp", "chkWindApp", false, &Settings::g_sWindApp},
-    {"LightApp", "chkLightApp", false, &Settings::g_sLightApp},
-    {"CloudApp", "chkCloudApp", false, &Settings::g_sCloudApp},
-    {"RelayApp", "chkRelayApp", false, &Settings::g_sRelayApp},
+constexpr std::array<SetupFile, 16> kFiles{{
+    {"RainSounds", "chkRainSounds", true, &Settings::g_sRainSounds, "rain"},
+    {"WindSounds", "chkWindSounds", true, &Settings::g_sWindSounds, "wind"},
+    {"LightSounds", "chkLightSounds", true, &Settings::g_sLightSounds, "light"},
+    {"CloudSounds", "chkCloudSounds", true, &Settings::g_sCloudSounds, "cloud"},
+    {"RelaySounds", "chkRelaySounds", true, &Settings::g_sRelaySounds, "relay"},
+    {"RainApp", "chkRainApp", false, &Settings::g_sRainApp, "rain"},
+    {"WindApp", "chkWindApp", false, &Settings::g_sWindApp, "wind"},
+    {"LightApp", "chkLightApp", false, &Settings::g_sLightApp, "light"},
+    {"CloudApp", "chkCloudApp", false, &Settings::g_sCloudApp, "cloud"},
+    {"RelayApp", "chkRelayApp", false, &Settings::g_sRelayApp, "relay"},
+    {"UnsafeSound", "chkUnsafeSound", true, &Settings::UnsafeSound, "unsafe", true},
+    {"SafeSound", "chkSafeSound", true, &Settings::SafeSound, "safe", true},
+    {"NoReadingsSound", "chkNoReadingsSound", true, &Settings::NoReadingsSound, "no_readings", true},
+    {"UnsafeApp", "chkUnsafeApp", false, &Settings::UnsafeApp, "unsafe", true},
+    {"SafeApp", "chkSafeApp", false, &Settings::SafeApp, "safe", true},
+    {"NoReadingsApp", "chkNoReadingsApp", false, &Settings::NoReadingsApp, "no_readings", true},
 }};
 
 constexpr std::array<SetupUnitOption, 8> kUnitOptions{{

@@ -69,6 +69,8 @@ struct SetupFile {
   std::string_view check_box;  ///< checking it asks for the file
   bool is_sound;               ///< otherwise a program
   std::string Settings::*path;
+  std::string_view alert;   ///< its name for programs
+  bool of_verdict = false;  ///< the check box has no setting then: the file is given when it is named
 };
 [[nodiscard]] std::span<const SetupFile> SetupFiles();
 

@@ -15,7 +15,7 @@ constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
 
 // clang-format off
-constexpr std::array<SettingKey, 102> kKeys{{
+constexpr std::array<SettingKey, 109> kKeys{{
     {"RegVer", kRoot, KeyType::kText, kLayoutVersion, kStoreOnly},
     {"Absolute", kRoot, KeyType::kBoolean, "True", &Settings::Absolute},
     {"Synchronous", kRoot, KeyType::kBoolean, "False", &Settings::Synchronous},
@@ -118,6 +118,13 @@ constexpr std::array<SettingKey, 102> kKeys{{
     {"VerdictLight", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLight, "0", "1"},
     {"DemoCanBeSafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::DemoCanBeSafe, "0", "0"},
     {"ForceUnsafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::ForceUnsafe, "0", "1"},
+    {"SafetyAlerts", kRoot, KeyType::kInteger, kNoDefault, &Settings::SafetyAlerts, "1", "1", 0, 1},
+    {"UnsafeSound", kRoot, KeyType::kText, kNoDefault, &Settings::UnsafeSound},
+    {"UnsafeApp", kRoot, KeyType::kText, kNoDefault, &Settings::UnsafeApp},
+    {"SafeSound", kRoot, KeyType::kText, kNoDefault, &Settings::SafeSound},
+    {"SafeApp", kRoot, KeyType::kText, kNoDefault, &Settings::SafeApp},
+    {"NoReadingsSound", kRoot, KeyType::kText, kNoDefault, &Settings::NoReadingsSound},
+    {"NoReadingsApp", kRoot, KeyType::kText, kNoDefault, &Settings::NoReadingsApp},
     {"VerdictLog", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLog, "1", "1"},
 }};
 // clang-format on

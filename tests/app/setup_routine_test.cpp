@@ -154,9 +154,9 @@ TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
     form.unit.allow_wind = true;
     return true;
   }});
-  ASSERT_EQ(profile.log.size(), 65u);
-  EXPECT_EQ(profile.log[0] + ", " + profile.log[1] + ", " + profile.log.back(),
-            "write /COM Port, write /WindSpeedCloseD, write /g_bchkRepeatApp");
+  ASSERT_EQ(profile.log.size(), 72u);
+  EXPECT_EQ(profile.log[0] + ", " + profile.log[1],
+            "write /COM Port, write /WindSpeedCloseD");
   const std::pair<const char*, const char*> stored[] = {
       {"COM Port", "/dev/ttyACM1"}, {"RainThreshold", "360"}, {"g_sRainSounds", "/home/a b/rain.wav"},
       {"WindSpeedCloseD", "30.5"},  {"Centigrade", "True"},   {"g_bchkRainSounds", "1"}};

@@ -91,7 +91,10 @@ void frmSetup::CollectControls() {
   for (const SetupFlag& flag : SetupFlags()) {
     flags_.push_back(flag.name == "AdvancedMode" ? nullptr : Find<QAbstractButton>(flag.name));
   }
-  for (const SetupFile& file : SetupFiles()) files_.push_back(Find<PathButton>(file.name));
+  for (const SetupFile& file : SetupFiles()) {
+    files_.push_back(Find<PathButton>(file.name));
+    results_.push_back(Find<QLabel>(std::string(file.name) + FormSection::kResultEnd));
+  }
   for (const SetupUnitOption& option : SetupUnitOptions()) unit_options_.push_back(Find<QCheckBox>(option.name));
 }
 
@@ -108,6 +111,8 @@ void frmSetup::ConnectControls() {
       if (on) AskForAlertFile(i, true);
     });
     connect(files_[i], &QPushButton::clicked, this, [this, i] { AskForAlertFile(i, false); });
+    connect(Find<QPushButton>(std::string(SetupFiles()[i].name) + FormSection::kTestEnd), &QPushButton::clicked, this,
+            [this, i] { TryAlert(i); });
   }
 }
 
@@ -140,7 +145,12 @@ void frmSetup::ShowForm(const SetupForm& form) {
       if (flags_[i]->autoExclusive() && !form.flags[i]) relative_->setChecked(true);
     }
   }
-  for (std::size_t i = 0; i < files_.size(); ++i) files_[i]->SetPath(form.files[i]);
+  for (std::size_t i = 0; i < files_.size(); ++i) {
+    files_[i]->SetPath(form.files[i]);
+    results_[i]->hide();
+    const SetupFile& file = SetupFiles()[i];
+    if (file.of_verdict) Find<QCheckBox>(file.check_box)->setChecked(!form.files[i].empty());
+  }
   ShowUnit(form.unit, form.unit_known);
   port_->SetPort(form.port);
   ShowPortNote();
@@ -163,7 +173,11 @@ void frmSetup::ReadForm(SetupForm& form) const {
   for (std::size_t i = 0; i < flags_.size(); ++i) {
     form.flags[i] = flags_[i] == nullptr ? advanced_ : flags_[i]->isChecked();
   }
-  for (std::size_t i = 0; i < files_.size(); ++i) form.files[i] = files_[i]->path();
+  for (std::size_t i = 0; i < files_.size(); ++i) {
+    const SetupFile& file = SetupFiles()[i];
+    const bool given = !file.of_verdict || Find<QCheckBox>(file.check_box)->isChecked();
+    form.files[i] = given ? files_[i]->path() : std::string();
+  }
   for (std::size_t i = 0; i < unit_options_.size(); ++i) {
     form.unit.*SetupUnitOptions()[i].member = unit_options_[i]->isChecked();
   }

@@ -127,11 +127,6 @@ QWidget* frmSetup::BuildThresholdsPage() {
 
 QWidget* frmSetup::BuildAlertsPage() {
   const Page page = MakePage("Frame3", "Alerts", Columns::kOne);
-  FormSection all("All alerts", page.left);
-  all.Check("chkEnableSounds", "&Enable alerts", "Master switch for all sounds and programs");
-  all.Checks({{"chkRepeatSounds", "&Repeat sounds"}, {"chkRepeatApp", "Repeat &programs"}});
-
-  FormSection each("By condition", page.left);
   struct Row {
     const char* title;
     const char* sound_box;
@@ -139,14 +134,34 @@ QWidget* frmSetup::BuildAlertsPage() {
     const char* program_box;
     const char* program;
   };
-  constexpr Row kRows[] = {
+  const auto add = [](FormSection& section, const Row& row) {
+    section.AlertRow(row.title, {row.sound_box, row.sound}, {row.program_box, row.program});
+  };
+
+  FormSection verdict("By verdict", page.left);
+  verdict.Check("chkSafetyAlerts", "&Give these alerts",
+                "The switch of these three; they do not depend on \"Enable alerts\"");
+  verdict.Note(
+      "For a roof: each is given when the verdict changes, whether or not alerts are enabled below.\nA program that "
+      "fails is started again after 10, 30 and 60 s while the verdict stays.");
+  constexpr Row kVerdictRows[] = {
+      {"Unsafe", "chkUnsafeSound", "UnsafeSound", "chkUnsafeApp", "UnsafeApp"},
+      {"Safe again", "chkSafeSound", "SafeSound", "chkSafeApp", "SafeApp"},
+      {"No readings", "chkNoReadingsSound", "NoReadingsSound", "chkNoReadingsApp", "NoReadingsApp"},
+  };
+  for (const Row& row : kVerdictRows) add(verdict, row);
+
+  FormSection condition("By condition", page.left);
+  condition.Check("chkEnableSounds", "&Enable alerts", "Switch for the sounds and programs of the five conditions");
+  condition.Checks({{"chkRepeatSounds", "&Repeat sounds"}, {"chkRepeatApp", "Repeat &programs"}});
+  constexpr Row kConditionRows[] = {
       {"Rain", "chkRainSounds", "RainSounds", "chkRainApp", "RainApp"},
       {"Wind", "chkWindSounds", "WindSounds", "chkWindApp", "WindApp"},
       {"Light", "chkLightSounds", "LightSounds", "chkLightApp", "LightApp"},
       {"Clouds", "chkCloudSounds", "CloudSounds", "chkCloudApp", "CloudApp"},
       {"Relay", "chkRelaySounds", "RelaySounds", "chkRelayApp", "RelayApp"},
   };
-  for (const Row& row : kRows) each.AlertRow(row.title, {row.sound_box, row.sound}, {row.program_box, row.program});
+  for (const Row& row : kConditionRows) add(condition, row);
   Finish(page);
   return page.scroll;
 }
