@@ -79,7 +79,6 @@ void PollCycle::WithdrawDemoVerdict() {
 
 void PollCycle::WithdrawVerdict() {
   parts_.weather.unsafe_indicator = WeatherState::kNoVerdict;
-  parts_.panel.safe.reset();
 }
 
 void PollCycle::ResetAfterGap(ReadingSource source) {
@@ -96,7 +95,6 @@ void PollCycle::ResetAfterGap(ReadingSource source) {
 void PollCycle::ReadSwitches() {
   parts_.weather.from_demo = source_ == ReadingSource::kDemo;
   FrameInterpreter::ReadSwitches(frame_, parts_.weather);
-  parts_.panel.safe = parts_.weather.unsafe_indicator == 0;
   parts_.alerts.Check(Alerts::Kind::kRelay, parts_.settings, parts_.weather);
 }
 

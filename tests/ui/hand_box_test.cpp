@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -11,7 +14,6 @@
 #include <vector>
 
 #include "tests/support/window_tools.h"
-#include "ui/controls/panel_texts.h"
 #include "ui/controls/screen_place.h"
 #include "ui/controls/theme.h"
 #include "ui/panel/connect_button.h"
@@ -38,7 +40,9 @@ PanelModel GoodNight() {
     *word = {"Clear", Colour::kGreen};
   }
   model.rain_indicator = Colour::kGreen;
-  model.safe = true;
+  model.banner.state = VerdictBanner::State::kSafe;
+  model.banner.word = model.banner.text = "SAFE";
+  model.banner.since = "safe since 20:11";
   model.connect = {"Connected", true, true, Colour::kGreen};
   model.status = "Connected to /dev/ttyUSB0";
   model.stale = false;
@@ -51,7 +55,10 @@ PanelModel BadNight() {
   for (Word* word : {&model.cloud, &model.wind_word, &model.heater}) *word = {"PCloudy", Colour::kYellow};
   for (Word* word : {&model.rain_word, &model.relay}) *word = {"Rain", Colour::kRed};
   model.humidity_background = model.sky_background = Colour::kRed;
-  model.safe = false;
+  model.banner = {};
+  model.banner.reason = std::string(100, 'x') + ", limit 350 passed at 2026-11-21 21:04";
+  model.banner.explanations = {"rain 412 counts, limit 350", "wind 50 counts"};
+  model.banner.forced = true;
   model.demo = true;
   model.Stand({.cause = StandingMessage::Cause::kAveragingCount, .text = "The setting \"TempsAvgCount\" is 9999"});
   model.connect = {kCountdown, false, true, Colour::kYellow};
@@ -93,28 +100,6 @@ TEST(Theme, TextIsReadableInEveryColour) {
   }
 }
 
-TEST(Verdict, IsSafeOnlyWhenSaidSoJustNow) {
-  using Time = std::optional<CivilTime>;
-  const std::tuple<bool, std::optional<bool>, Time, int, const char*, std::optional<Colour>> cases[] = {
-      {false, true, kReadAt, 0, "SAFE, reading at 21:04:05", Colour::kGreen},
-      {false, false, kReadAt, 0, "UNSAFE, reading at 21:04:05", Colour::kRed},
-      {false, std::nullopt, std::nullopt, 0, "NO DATA, no reading yet", std::nullopt},
-      {true, std::nullopt, std::nullopt, 0, "NO DATA, no reading yet", std::nullopt},
-      {true, true, kReadAt, 0, "NO DATA, no reading since 21:04:05", std::nullopt},
-      {true, false, kReadAt, 0, "NO DATA, no reading since 21:04:05", std::nullopt},
-      {true, true, kReadAt, 1, "NO DATA, no reading since 2026-11-21 21:04:05", std::nullopt},
-  };
-  for (const auto& [stale, safe, fresh_at, days_later, text, colour] : cases) {
-    PanelModel model;
-    model.stale = stale;
-    model.safe = safe;
-    model.fresh_at = fresh_at;
-    const BigWordText shown = VerdictText(model, QDate(2026, 11, 21 + days_later));
-    EXPECT_EQ((shown.word + ", " + shown.detail).toStdString(), text);
-    EXPECT_EQ(shown.colour, colour) << text;
-  }
-}
-
 class HandBox : public testing::Test {
  protected:
   ~HandBox() override { QApplication::setPalette(QPalette()); }
@@ -136,13 +121,47 @@ TEST_F(HandBox, OldReadingsLoseTheirColourInThePicture) {
   model.stale = true;
   Refresh();
   const auto picture = [&](const char* name) { return Get(name)->grab().toImage(); };
-  for (const char* name : {"lblVerdict", "lblCloud", "lblWindWord", "lblRainWord", "lblHeater", "lblRain"}) {
+  for (const char* name : {"lblCloud", "lblWindWord", "lblRainWord", "lblHeater", "lblRain"}) {
     EXPECT_EQ(Light(picture(name)).coloured, 0) << name;
   }
-  const QImage was_safe = picture("lblVerdict");
-  model.safe = false;
+}
+
+TEST_F(HandBox, TheBannerIsGreenOnlyWhenSafeAndTellsEverythingToAScreenReader) {
+  using State = VerdictBanner::State;
+  auto* card = Get<WordCard>("lblVerdict");
+  const QColor green = Theme::ForDesktop(box.palette()).Strong(Colour::kGreen).fill;
+  for (const State state : {State::kSafe, State::kSafeDemo, State::kSafeSoon, State::kUnsafe}) {
+    model.banner.state = state;
+    Refresh();
+    EXPECT_EQ(card->content().tone.fill == green, state == State::kSafe);
+  }
+  model.banner.text = "UNSAFE - rain, limit 350 passed at 21:04";
+  model.banner.explanations = {"rain 412 counts, limit 350", "forced by hand"};
   Refresh();
-  EXPECT_EQ(picture("lblVerdict"), was_safe);
+  EXPECT_EQ(card->accessibleName(), "Verdict: UNSAFE - rain, limit 350 passed at 21:04, safe since 20:11");
+  EXPECT_EQ(card->accessibleDescription(), "rain 412 counts, limit 350\nforced by hand");
+  EXPECT_TRUE(card->toolTip().endsWith(card->accessibleDescription()));
+}
+
+TEST_F(HandBox, TheVerdictsMenuAsksAndShowsWhatTheModelSays) {
+  std::vector<bool> forced;
+  int tested = 0;
+  QObject::connect(&box, &frmHandBox::ForceUnsafeToggled, [&](bool on) { forced.push_back(on); });
+  QObject::connect(&box, &frmHandBox::TestUnsafeClicked, [&] { ++tested; });
+  auto* force = Get<QAction>("mnuForceUnsafe");
+  auto* test = Get<QAction>("mnuTestUnsafe");
+  EXPECT_EQ(Get<QPushButton>("cmdVerdict")->menu()->actions(), (QList<QAction*>{force, test}));
+  force->trigger();
+  EXPECT_FALSE(force->isChecked()) << "it could not be stored, say";
+  model.banner.forced = true;
+  Refresh();
+  EXPECT_TRUE(force->isChecked() && !test->isEnabled());
+  force->trigger();
+  EXPECT_EQ(forced, (std::vector<bool>{true, false}));
+  model.banner.forced = false;
+  Refresh();
+  test->trigger();
+  EXPECT_EQ(tested, 1);
 }
 
 TEST_F(HandBox, NightShowsNothingButRedAndDayComesBackAsItWas) {

@@ -24,4 +24,8 @@ CivilTime QtClock::LocalNow() const { return ToCivilTime(QDateTime::currentDateT
 
 CivilTime QtClock::UtcNow() const { return ToCivilTime(QDateTime::currentDateTimeUtc()); }
 
+CivilTime QtClock::LocalAt(std::int64_t milliseconds) const {
+  return ToCivilTime(QDateTime::fromMSecsSinceEpoch(milliseconds));
+}
+
 }  // namespace orvalis
