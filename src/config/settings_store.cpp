@@ -74,6 +74,11 @@ constexpr std::array<std::string_view, 64> kSetupKeys{
     "g_sRelayApp",
     "g_bchkRepeatApp",
 };
+/// Those that it saves after them.
+constexpr std::array<std::string_view, 8> kSafetyKeys{
+    "SafeHoldSeconds", "VerdictRain",   "VerdictWind", "VerdictClouds",
+    "VerdictLight",    "DemoCanBeSafe", "KeepVerdict", "VerdictLog",
+};
 
 const SettingKey& Require(std::string_view name) {
   const SettingKey* key = FindSettingKey(name);
@@ -134,7 +139,6 @@ Settings SettingsStore::LoadSettings() {
   return settings;
 }
 
-
 std::string SettingsStore::Get(const SettingKey& key) const {
   return profile_.GetValue(kDriverId, key.name, key.subkey);
 }
@@ -164,6 +168,7 @@ void SettingsStore::WriteText(std::string_view name, std::string_view text) {
 void SettingsStore::SaveSetupSettings(const Settings& settings) {
   Profile::Batch batch(profile_);
   for (const std::string_view name : kSetupKeys) Write(name, settings);
+  for (const std::string_view name : kSafetyKeys) Write(name, settings);
   batch.Commit();
 }
 

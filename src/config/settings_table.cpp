@@ -108,17 +108,17 @@ constexpr std::array<SettingKey, 102> kKeys{{
     {"g_sWEBUpdate_interval_index", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"g_sWEBUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"NightTheme", kRoot, KeyType::kInteger, kNoDefault, &Settings::NightTheme, "0"},
-    {"KeepVerdict", kRoot, KeyType::kInteger, kNoDefault, &Settings::KeepVerdict, "0", "0"},
+    {"KeepVerdict", kRoot, KeyType::kInteger, kNoDefault, &Settings::KeepVerdict, "0", "0", 0, 1},
     {"WebcamBuiltIn", kRoot, KeyType::kInteger, kNoDefault, &Settings::WebcamBuiltIn, "0"},
     // What is unreadable here must not open a roof.
     {"SafeHoldSeconds", kRoot, KeyType::kInteger, kNoDefault, &Settings::SafeHoldSeconds, "10", "60", 0, 3600},
-    {"VerdictRain", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictRain, "1", "1"},
-    {"VerdictWind", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictWind, "0", "1"},
-    {"VerdictClouds", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictClouds, "0", "1"},
-    {"VerdictLight", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLight, "0", "1"},
-    {"DemoCanBeSafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::DemoCanBeSafe, "0", "0"},
-    {"ForceUnsafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::ForceUnsafe, "0", "1"},
-    {"VerdictLog", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLog, "1", "1"},
+    {"VerdictRain", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictRain, "1", "1", 0, 1},
+    {"VerdictWind", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictWind, "0", "1", 0, 1},
+    {"VerdictClouds", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictClouds, "0", "1", 0, 1},
+    {"VerdictLight", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLight, "0", "1", 0, 1},
+    {"DemoCanBeSafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::DemoCanBeSafe, "0", "0", 0, 1},
+    {"ForceUnsafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::ForceUnsafe, "0", "1", 0, 1},
+    {"VerdictLog", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLog, "1", "1", 0, 1},
 }};
 // clang-format on
 

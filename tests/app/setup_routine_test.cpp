@@ -28,6 +28,9 @@ TEST(SetupFields, BadInputGetsItsMessageAndReplacement) {
       {"StepTime", "0", "invalid input in Step Time, must be > 0", -9999},
       {"TempAvgCnt", "301", "invalid input in Temp Avg Count, must be 1 through 300", 9999},
       {"TempAvgCnt", "0", "invalid input in Temp Avg Count, must be 1 through 300", 9999},
+      {"SafeHoldSeconds", "3601", "invalid input in Hold before safe, must be 0 through 3600", -9999},
+      {"SafeHoldSeconds", "-1", "invalid input in Hold before safe, must be 0 through 3600", -9999},
+      {"SafeHoldSeconds", "3600", "", 3600},
       {"TPTempHysteresis", "x", "invalid input in Temp hysteresis value, 9.9 to 0.1", -9999},
       {"LightThreshold", "x", "invalid input in LightThreshold, 1 to 1000, defaulted to 950", 300},
       {"PartCloudyDegCL", "x", "invalid input in PartCloudyDegC, 1 to 40, defaulted to 22", 0},
@@ -66,6 +69,7 @@ TEST(SetupFields, TheAdviceSaysWhatOkWouldStore) {
       {"PartCloudyDegCL", "x", "stores 0: not a whole number; \"Clear\" is below \"Cloudy\""},
       {"TempAvgCnt", "301", "stores 9999: must be 1 through 300"},
       {"StepTime", "0", "must be above 0: OK returns here"},
+      {"SafeHoldSeconds", "", "empty: OK returns here"},
       {"Lpt_addr", "-9999", "-9999 cannot be stored: OK returns here"},
       {"RainThreshold", "1000", "the unit gets 000 (it takes three digits)"},
       {"TPTempHysteresis", "120", "the unit gets 200 (it takes three digits, of tenths)"},
@@ -155,16 +159,19 @@ TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
     EXPECT_EQ(form.texts[FieldIndex("WindSpeedCloseD")], "12");
     form.port = "/dev/ttyACM1";
     form.texts[FieldIndex("RainThreshold")] = "360";
+    form.texts[FieldIndex("SafeHoldSeconds")] = "0";
     form.files[0] = "/home/a b/rain.wav";
     form.unit.allow_wind = true;
     return true;
   }});
-  ASSERT_EQ(profile.log.size(), 65u);
+  ASSERT_EQ(profile.log.size(), 73u);
   EXPECT_EQ(profile.log[0] + ", " + profile.log[1], "write /COM Port, write /WindSpeedCloseD");
   EXPECT_EQ(profile.At("COM Port"), "/dev/ttyACM1");
   EXPECT_EQ(profile.At("RainThreshold"), "360");
   EXPECT_EQ(profile.At("g_sRainSounds"), "/home/a b/rain.wav");
   EXPECT_EQ(settings.RainThreshold, 360);
+  EXPECT_EQ(settings.SafeHoldSeconds, 0);
+  EXPECT_EQ(profile.At("VerdictRain") + profile.At("VerdictWind"), "10");
   EXPECT_TRUE(options.allow_wind);
   EXPECT_TRUE(dialog.messages.empty());
 }

@@ -81,9 +81,10 @@ TEST_F(SettingsStoreTest, SetupSavesItsKeysInOrderEachInItsForm) {
   settings.WindSpeedCloseD = 30.5;
   profile.log.clear();
   store.SaveSetupSettings(settings);
-  ASSERT_EQ(profile.log.size(), 64u);
+  ASSERT_EQ(profile.log.size(), 72u);
   EXPECT_EQ(profile.log.front(), "write /WindSpeedCloseD");
-  EXPECT_EQ(profile.log.back(), "write /g_bchkRepeatApp");
+  EXPECT_EQ(profile.log[63], "write /g_bchkRepeatApp");
+  EXPECT_EQ(profile.log.back(), "write /VerdictLog") << "after the keys whose order is fixed";
   EXPECT_EQ(profile.At("Centigrade"), "True");
   EXPECT_EQ(profile.At("g_bchkRainSounds"), "1");
   EXPECT_EQ(profile.At("WindSpeedCloseD"), "30.5");

@@ -145,7 +145,7 @@ TEST_F(SetupDialogTest, AdvancedShowsTheLeftovers) {
   form.flags[advanced_mode] = false;
   Exec([&] {
     auto* tabs = Get<QTabWidget>("pages");
-    const int leftovers = 3;
+    const int leftovers = 4;
     ASSERT_TRUE(tabs->widget(leftovers)->isAncestorOf(Get<QWidget>("Frame4")));
     EXPECT_FALSE(tabs->isTabVisible(leftovers));
     Click("cmdAdvanced");

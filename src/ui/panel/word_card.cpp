@@ -169,8 +169,8 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
   // small card a second one only when it must be.
   const double spare = form_ == Form::kHero ? area.height() / line : 0;
   const bool tall = spare > 5.5;
-  const bool long_detail = form_ == Form::kHero &&
-                           (content_.detail.contains('\n') || small.horizontalAdvance(content_.detail) > area.width());
+  const bool two = content_.detail.contains('\n');
+  const bool long_detail = form_ == Form::kHero && (two || small.horizontalAdvance(content_.detail) > area.width());
   const double detail_height = line * (spare > 7.5 ? 3.4 : tall ? 2.4 : long_detail ? 2 : 1);
 
   const double size = PixelSize(font());
@@ -183,7 +183,7 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
   const double word_height = std::min(room.height(), QFontMetricsF(word_font).height());
 
   // The three stay together in the middle, however large the card.
-  double top = area.top() + (room.height() - word_height) / 2 + (tall ? line / 2 : 0);
+  double top = area.top() + (room.height() - word_height) / 2 + (tall && !two ? line / 2 : 0);
   const auto next = [&](double height) {
     const QRectF strip(area.left(), top, area.width(), height);
     top += height;

@@ -24,7 +24,7 @@ class QTabWidget;
 
 namespace orvalis {
 
-/// The setup dialog: a page each for the connection, the thresholds, the alerts and, in the advanced layout, the
+/// The setup dialog: a page each for the connection, the thresholds, the verdict, the alerts and, in the advanced layout, the
 /// leftovers of the focuser driver. It shows a SetupForm and returns it; only the immediate switches act on their own.
 /// Its controls have the names in the tables of setup_fields.h.
 class frmSetup : public QDialog, public SetupDialog {
@@ -59,6 +59,7 @@ class frmSetup : public QDialog, public SetupDialog {
 
   QWidget* BuildConnectionPage();
   QWidget* BuildThresholdsPage();
+  QWidget* BuildSafetyPage();
   QWidget* BuildAlertsPage();
   QWidget* BuildLeftoversPage();
   QBoxLayout* BuildFooter();
