@@ -77,9 +77,7 @@ void PollCycle::WithdrawDemoVerdict() {
   WithdrawVerdict();
 }
 
-void PollCycle::WithdrawVerdict() {
-  parts_.weather.unsafe_indicator = WeatherState::kNoVerdict;
-}
+void PollCycle::WithdrawVerdict() { parts_.weather.unsafe_indicator = WeatherState::kNoVerdict; }
 
 void PollCycle::ResetAfterGap(ReadingSource source) {
   // Averages mixed from old or demo values and current readings would look fresh and be wrong. The clock is checked

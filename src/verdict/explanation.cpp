@@ -181,7 +181,8 @@ std::string RoughTime(milliseconds time) {
     std::int64_t seconds;
     const char* name;
   };
-  constexpr std::array<Unit, 3> kUnits{{{2 * 86400, " days"}, {2 * 3600, " h"}, {120, " min"}}};
+  constexpr std::array<Unit, 3> kUnits{
+      {{std::int64_t{2} * 86400, " days"}, {std::int64_t{2} * 3600, " h"}, {120, " min"}}};
   constexpr std::array<std::int64_t, 3> kDivisors{86400, 3600, 60};
   const std::int64_t seconds = std::chrono::floor<std::chrono::seconds>(time).count();
   for (std::size_t i = 0; i < kUnits.size(); ++i) {

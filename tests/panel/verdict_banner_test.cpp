@@ -46,7 +46,7 @@ TEST(VerdictBanner, SaysWhatItIsWhyAndSinceWhen) {
   lost.source = ReadingSource::kNone;
   lost.age = minutes(21 * 60 + 5);
   lost.verdict.lasted = *lost.age - seconds(10);
-  lost.verdict.reason_since.fill(now - 22 * 60 * kMinute);
+  lost.verdict.reason_since.fill(now - 1320 * kMinute);
 
   const std::tuple<Observation, VerdictBanner::State, const char*, const char*, const char*, const char*> rows[] = {
       {safe, kSafe, "SAFE", "SAFE", "", "safe since 20:11, reading at 21:04:03"},

@@ -21,6 +21,10 @@ constexpr double kFirstText = 1.2;       ///< the more important of two texts
 constexpr double kSmallestOfTwo = 0.68;  ///< with smaller letters it had better stand alone
 constexpr double kStripWord = 1.15;
 
+// In lines of small text: the height of a large card with room to spare for so many lines below its word.
+constexpr double kRoomForTwo = 5.5;
+constexpr double kRoomForThree = 7.5;
+
 /// How large the letters of a small text may be, in units of the ordinary letters.
 struct Sizes {
   double largest;
@@ -32,8 +36,9 @@ struct Sizes {
 std::optional<double> DrawIfFits(QPainter& painter, const QFont& ordinary, const QRectF& area, int alignment,
                                  const QString& text, Sizes sizes) {
   constexpr double kStep = 0.07;
-  for (double size = sizes.largest; size >= sizes.smallest; size -= kStep) {
-    const QFont font = ScaledFont(ordinary, size);
+  const int steps = static_cast<int>((sizes.largest - sizes.smallest) / kStep);
+  for (int step = 0; step <= steps; ++step) {
+    const QFont font = ScaledFont(ordinary, sizes.largest - step * kStep);
     const QSizeF needed = QFontMetricsF(font).boundingRect(area, alignment | Qt::TextWordWrap, text).size();
     if (needed.width() > area.width() || needed.height() > area.height() + 1) continue;
     painter.setFont(font);
@@ -168,10 +173,10 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
   // More lines for the detail where there is room to spare, so that the word stays in its place whatever it is; in a
   // small card a second one only when it must be.
   const double spare = form_ == Form::kHero ? area.height() / line : 0;
-  const bool tall = spare > 5.5;
+  const bool tall = spare > kRoomForTwo;
   const bool two = content_.detail.contains('\n');
   const bool long_detail = form_ == Form::kHero && (two || small.horizontalAdvance(content_.detail) > area.width());
-  const double detail_height = line * (spare > 7.5 ? 3.4 : tall ? 2.4 : long_detail ? 2 : 1);
+  const double detail_height = line * (spare > kRoomForThree ? 3.4 : tall ? 2.4 : long_detail ? 2 : 1);
 
   const double size = PixelSize(font());
   const double largest = form_ == Form::kHero ? 1000 : 2.6 * size;
@@ -183,7 +188,8 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
   const double word_height = std::min(room.height(), QFontMetricsF(word_font).height());
 
   // The three stay together in the middle, however large the card.
-  double top = area.top() + (room.height() - word_height) / 2 + (tall && !two ? line / 2 : 0);
+  const double lower = (two ? spare > kRoomForThree : tall) ? line / 2 : 0;
+  double top = area.top() + (room.height() - word_height) / 2 + lower;
   const auto next = [&](double height) {
     const QRectF strip(area.left(), top, area.width(), height);
     top += height;
@@ -192,7 +198,7 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
   if (caption_height > 0) DrawSmall(painter, font(), next(caption_height), Qt::AlignCenter, caption_);
   painter.setFont(word_font);
   painter.drawText(next(word_height), Qt::AlignCenter | Qt::TextSingleLine, content_.word);
-  DrawDetail(painter, font(), next(detail_height), content_.detail);
+  DrawDetail(painter, font(), next(detail_height - lower), content_.detail);
 }
 
 void WordCard::PaintStrip(QPainter& painter, QRectF area) const {
