@@ -70,7 +70,7 @@ void DrawDetail(QPainter& painter, const QFont& ordinary, const QRectF& area, co
       DrawIfFits(painter, ordinary, area.adjusted(0, 0, 0, -line), kAlignment, first, {kFirstText, kSmallestOfTwo});
   if (!used) return DrawSmall(painter, ordinary, area, kAlignment, first);
   DrawSmall(painter, ordinary, QRectF(area.left(), area.top() + *used, area.width(), line), kAlignment,
-            text.section('\n', 1));
+            text.section('\n', 1), {kSmallText, kSmallestOfTwo});
 }
 
 }  // namespace
