@@ -22,6 +22,7 @@ class GivenClock : public Clock {
     // Any number of seconds is valid: they are only added up.
     return {.second = static_cast<int>(now / 1000), .millisecond = static_cast<int>(now % 1000)};
   }
+  [[nodiscard]] CivilTime LocalAt(std::int64_t milliseconds) const override { return TimeAt(milliseconds); }
   std::int64_t now = 0;
 };
 

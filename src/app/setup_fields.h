@@ -16,7 +16,7 @@ namespace orvalis {
 /// One text box of the setup dialog: its setting, valid range, messages, and replacement value for bad input. Messages
 /// and replacement values are fixed, even where they name another field.
 struct SetupField {
-  enum class Range { kAny, kNotBelowZero, kAboveZero, k1To300 };
+  enum class Range { kAny, kNotBelowZero, kAboveZero, k1To300, k0To3600 };
   /// None for fields without a setting.
   using Member = std::variant<std::monostate, std::int32_t Settings::*, double Settings::*>;
 

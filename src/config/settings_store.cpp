@@ -74,10 +74,11 @@ constexpr std::array<std::string_view, 64> kSetupKeys{
     "g_sRelayApp",
     "g_bchkRepeatApp",
 };
-
 /// Those that it saves after them.
-constexpr std::array<std::string_view, 7> kSafetyKeys{
-    "SafetyAlerts", "UnsafeSound", "UnsafeApp", "SafeSound", "SafeApp", "NoReadingsSound", "NoReadingsApp",
+constexpr std::array<std::string_view, 15> kSafetyKeys{
+    "SafeHoldSeconds", "VerdictRain", "VerdictWind", "VerdictClouds",   "VerdictLight",
+    "DemoCanBeSafe",   "KeepVerdict", "VerdictLog",  "SafetyAlerts",    "UnsafeSound",
+    "UnsafeApp",       "SafeSound",   "SafeApp",     "NoReadingsSound", "NoReadingsApp",
 };
 
 const SettingKey& Require(std::string_view name) {

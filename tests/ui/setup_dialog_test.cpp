@@ -141,7 +141,7 @@ TEST_F(SetupDialogTest, AdvancedShowsTheLeftovers) {
   form.flags[advanced_mode] = false;
   Exec([&] {
     auto* tabs = Get<QTabWidget>("pages");
-    const int leftovers = 3;
+    const int leftovers = 4;
     ASSERT_TRUE(tabs->widget(leftovers)->isAncestorOf(Get<QWidget>("Frame4")));
     EXPECT_FALSE(tabs->isTabVisible(leftovers));
     Click("cmdAdvanced");
@@ -195,7 +195,7 @@ TEST_F(SetupDialogTest, AVerdictsAlertIsOnWhenItNamesAFileAndCanBeTried) {
   form.files[13] = "/roof/close";
   Exec([&] {
     EXPECT_TRUE(Checked("chkSafeSound") && Checked("chkUnsafeApp") && !Checked("chkSafeApp"));
-    Get<QTabWidget>("pages")->setCurrentIndex(2);
+    Get<QTabWidget>("pages")->setCurrentIndex(3);
     Click("UnsafeAppTest");
     EXPECT_EQ(alerted.given, "/roof/close ");
     auto* result = Get<QLabel>("UnsafeAppResult");

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStyle>
 
 #include "ui/controls/night_proof.h"
 #include "ui/controls/path_button.h"
@@ -54,6 +55,7 @@ QLabel* FormSection::Field(const char* name, const QString& label, const QString
   if (!unit.isEmpty()) grid_->addWidget(new QLabel(unit), row_, kUnitColumn);
   ++row_;
   grid_->addWidget(MakeRemark(QString(name) + kAdviceEnd), row_++, kControlColumn, 1, kColumns - kControlColumn);
+  last_ = field;
   return title;
 }
 
@@ -74,7 +76,20 @@ QCheckBox* FormSection::Check(const char* name, const QString& text, const QStri
   box->setObjectName(name);
   box->setToolTip(tip);
   grid_->addWidget(box, row_++, kLabelColumn, 1, kColumns);
+  last_ = box;
   return box;
+}
+
+void FormSection::Meaning(const QString& text) {
+  auto* meaning = new QLabel(text);
+  meaning->setWordWrap(true);
+  meaning->setBuddy(last_);
+  last_->setToolTip(text);  // screen readers tell it where a box has no description
+  // Below the text of a check box.
+  constexpr int kBesideMark = 6;
+  const int mark = meaning->style()->pixelMetric(QStyle::PM_IndicatorWidth) + kBesideMark;
+  meaning->setContentsMargins(mark, 0, 0, 4);
+  grid_->addWidget(meaning, row_++, kLabelColumn, 1, kColumns);
 }
 
 void FormSection::Checks(std::initializer_list<NamedBox> boxes) {

@@ -38,6 +38,8 @@ class FormSection {
   QLabel* Field(const char* name, const QString& label, const QString& unit, const QString& tip,
                 Width width = Width::kNumber);
   QCheckBox* Check(const char* name, const QString& text, const QString& tip);
+  /// What the last box means, in a line of its own.
+  void Meaning(const QString& text);
   /// Check boxes side by side.
   void Checks(std::initializer_list<NamedBox> boxes);
   /// A control that takes what width there is.
@@ -55,6 +57,7 @@ class FormSection {
 
   QGridLayout* grid_;
   int row_ = 0;
+  QWidget* last_ = nullptr;  ///< the last text or check box
 };
 
 }  // namespace orvalis

@@ -31,6 +31,7 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
   pages_->setObjectName("pages");
   pages_->addTab(BuildConnectionPage(), "&Connection");
   pages_->addTab(BuildThresholdsPage(), "&Thresholds");
+  pages_->addTab(BuildSafetyPage(), "Sa&fety");
   pages_->addTab(BuildAlertsPage(), "&Alerts");
   leftovers_page_ = BuildLeftoversPage();
   pages_->addTab(leftovers_page_, "&Leftovers");

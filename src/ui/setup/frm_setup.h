@@ -25,9 +25,9 @@ class QTabWidget;
 
 namespace orvalis {
 
-/// The setup dialog: a page each for the connection, the thresholds, the alerts and, in the advanced layout, the
-/// leftovers of the focuser driver. It shows a SetupForm and returns it; only the immediate switches act on their own.
-/// Its controls have the names in the tables of setup_fields.h.
+/// The setup dialog: a page each for the connection, the thresholds, the verdict, the alerts and, in the advanced
+/// layout, the leftovers of the focuser driver. It shows a SetupForm and returns it; only the immediate switches act on
+/// their own. Its controls have the names in the tables of setup_fields.h.
 class frmSetup : public QDialog, public SetupDialog {
   Q_OBJECT
  public:
@@ -61,6 +61,7 @@ class frmSetup : public QDialog, public SetupDialog {
 
   QWidget* BuildConnectionPage();
   QWidget* BuildThresholdsPage();
+  QWidget* BuildSafetyPage();
   QWidget* BuildAlertsPage();
   QWidget* BuildLeftoversPage();
   QBoxLayout* BuildFooter();

@@ -73,7 +73,7 @@ QWidget* frmSetup::BuildConnectionPage() {
   panel.Check("chkCentigrade", "Temperatures in degrees C&elsius", "Otherwise degrees Fahrenheit");
 
   FormSection logs("Logs", page.left);
-  full_log_ = logs.Check("chk_FullLog", "&Full log: one line per reading", "Takes effect immediately");
+  full_log_ = logs.Check("chk_FullLog", "F&ull log: one line per reading", "Takes effect immediately");
   full_log_path_ = new PathButton(PathButton::Shows::kPath);
   full_log_path_->setObjectName("FullLogPath");
   logs.Control("Folder:", full_log_path_, {});
@@ -91,7 +91,7 @@ QWidget* frmSetup::BuildThresholdsPage() {
   FormSection wind("Wind", page.left);
   wind.Field("WindSpeedWarn", "\"&Breeze\" above:", "mph", "The wind word turns yellow above this speed");
   wind.Field("WindSpeedCloseD", "\"&Windy\" above:", "mph",
-             "The wind word turns red above this speed; only the unit's own wind alarm changes the verdict to unsafe");
+             "The wind word turns red above this speed; it is unsafe then if the page Safety says so");
   wind.Field("WindMultiplierL", "&Multiplier:", "÷ 10", "Tenths of a mile per hour for each count, 1 to 9");
   wind.Field("WindThreshold", "Alarm abo&ve:", "counts", "Stored in the unit: wind alarm threshold, 1 to 999");
   wind.Field("WindTimerL", "Alarm t&ime:", "s", "Stored in the unit: wind alarm duration, 1 to 999");
@@ -121,6 +121,41 @@ QWidget* frmSetup::BuildThresholdsPage() {
   FormSection outputs("Heater and relay", page.right);
   outputs.Checks({{"AllowHeater", "Allow heater"}, {"ForceHeater", "Force heater"}});
   outputs.Checks({{"AllowRelay", "Allow relay"}, {"ForceRelay", "Force relay"}});
+  Finish(page);
+  return page.scroll;
+}
+
+QWidget* frmSetup::BuildSafetyPage() {
+  const Page page = MakePage("Frame5", "Safety", Columns::kTwo);
+  const auto check = [](FormSection& section, const char* name, const QString& text, const QString& meaning) {
+    section.Check(name, text, {});
+    section.Meaning(meaning);
+  };
+
+  FormSection hold("Before it is safe", page.left);
+  hold.Field("SafeHoldSeconds", "&Hold before safe:", "s", {});
+  hold.Meaning(
+      "How long nothing must speak against it before it is safe, 0 to 3600; it is unsafe at once. With a longer hold "
+      "the roof moves less often on a changeable night.");
+
+  FormSection own("Unsafe as well, whatever the unit's alarms say", page.left);
+  check(own, "chkVerdictRain", "&Rain: \"Damp\" or \"Rain\"",
+        "Leave this on: an alarm that is switched off in the unit must not keep a wet roof open.");
+  check(own, "chkVerdictWind", "&Wind: \"Windy\"",
+        "Closes the roof above the speed of \"Windy\", for a roof or a telescope that wind can damage.");
+  check(own, "chkVerdictClouds", "Clo&uds: \"Cloudy\"", "Closes the roof under a cloudy sky, before rain can begin.");
+  check(own, "chkVerdictLight", "&Daylight: \"Day\"", "Keeps the roof closed by day. Not for solar telescopes.");
+
+  FormSection trust("Only for tests and for older programs", page.right);
+  check(trust, "chkDemoCanBeSafe", "Demo &mode can be safe",
+        "Never on where a roof listens: simulated values would open it under a real sky.");
+  check(trust, "chkKeepVerdict", "\"Safe\" &keeps the last verdict",
+        "Programs that read only \"Safe\" get the last answer of a unit that has fallen silent, however old: the roof "
+        "may stay open in rain.");
+
+  FormSection record("Record", page.right);
+  check(record, "chkVerdictLog", "&Verdict log: orvalis_verdicts.txt",
+        "A line for each change of the verdict, with its reasons and values: why the roof closed last night.");
   Finish(page);
   return page.scroll;
 }
