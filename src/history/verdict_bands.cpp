@@ -75,14 +75,25 @@ VerdictSummary VerdictDuring(const HistoryView& view, TimeRange range) {
   if (!extent) return summary;
   // The newest verdict holds until the next one comes; it was last confirmed a moment ago.
   if (range.from - extent->to <= kLongestStepMs) range.from = std::min(range.from, extent->to);
-  view.verdicts.Visit(range, [&](const RecordedVerdict& verdict) {
-    const bool over = verdict.last == range.from && verdict.first < range.from && verdict.last != extent->to;
-    if (over || !IsKnown(verdict, view.demo)) return;
+  const auto take = [&](const RecordedVerdict& verdict) {
+    if (!IsKnown(verdict, view.demo)) return;
     (verdict.safe ? summary.safe : summary.unsafe) = true;
     ForEachName(verdict.reasons, [&](std::string_view name) {
       if (std::ranges::find(summary.reasons, name) == summary.reasons.end()) summary.reasons.emplace_back(name);
     });
+  };
+  // Where one ends and another begins, it is the other's time.
+  const RecordedVerdict* ends = nullptr;
+  view.verdicts.Visit(range, [&](const RecordedVerdict& verdict) {
+    if (ends != nullptr && verdict.first != range.from) take(*ends);
+    ends = nullptr;
+    if (verdict.last == range.from && verdict.first < range.from) {
+      ends = &verdict;
+    } else {
+      take(verdict);
+    }
   });
+  if (ends != nullptr) take(*ends);
   return summary;
 }
 

@@ -257,6 +257,7 @@ TEST_F(VerdictHistoryTest, WhereNoneWasRecordedTheUnitAloneSaysUnsafeAndNothingS
   EXPECT_EQ(Bands(&VerdictBands::unsafe, 10), "6-38 50-70");  // too close to be told apart
   EXPECT_EQ(At(5, 5), "");
   EXPECT_EQ(At(20, 20), "UNSAFE hold");
+  EXPECT_EQ(At(30, 30), "UNSAFE hold");
   EXPECT_EQ(At(15, 60), "safeUNSAFE hold no_reading rain");
   EXPECT_EQ(At(35, 45), "");
   EXPECT_EQ(At(92, 92), "safe");  // until the next look at it
