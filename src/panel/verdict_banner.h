@@ -15,7 +15,7 @@ struct VerdictBanner {
   enum class State : std::uint8_t {
     kSafe,      ///< without any condition
     kSafeDemo,  ///< safe by simulated values, which the settings allow
-    kSafeSoon,  ///< unsafe; nothing speaks against it any more, but not yet for long enough
+    kSafeSoon,  ///< unsafe; no reason is left, but not yet for long enough
     kUnsafe,
   };
   State state = State::kUnsafe;

@@ -135,8 +135,8 @@ QWidget* frmSetup::BuildSafetyPage() {
   FormSection hold("Before it is safe", page.left);
   hold.Field("SafeHoldSeconds", "&Hold before safe:", "s", {});
   hold.Meaning(
-      "How long nothing must speak against it before it is safe, 0 to 3600; it is unsafe at once. With a longer hold "
-      "the roof moves less often on a changeable night.");
+      "How long there must be no reason to be unsafe before it is safe, 0 to 3600. Unsafe is always at once. A longer "
+      "hold moves the roof less often on a changeable night.");
 
   FormSection own("Unsafe as well, whatever the unit's alarms say", page.left);
   check(own, "chkVerdictRain", "&Rain: \"Damp\" or \"Rain\"",
