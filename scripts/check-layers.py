@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Checks the direction of the includes between the folders of src/: downwards only, and no cycle among neighbours.
 
-Below `ui` and `platform` only the C++ standard library is allowed: no Qt and no operating-system headers.
+Below `ui` and `platform` only the C++ standard library is allowed, and few libraries of headers alone in the folders
+that need them: no Qt and no operating-system headers.
 """
 
 import pathlib
@@ -19,6 +20,8 @@ LEVELS = [
     ["ui", "platform"],
 ]
 STANDARD_LIBRARY_ONLY = {folder for level in LEVELS[:-1] for folder in level}
+# What a folder may include besides, by the beginning of the header's name.
+HEADER_LIBRARIES = {"app": ("nlohmann/",), "network": ("boost/", "nlohmann/")}
 # The files of src/ itself, above all folders, in their own order.
 CONNECTING = [["core"], ["program_windows", "launch"], ["main", "orvalisd"]]
 
@@ -68,7 +71,9 @@ def main():
             continue
         for quoted, system in INCLUDE.findall(path.read_text(encoding="utf-8")):
             if system:
-                if node.split("/")[0] in STANDARD_LIBRARY_ONLY and not STANDARD_HEADER.fullmatch(system):
+                folder = node.split("/")[0]
+                allowed = STANDARD_HEADER.fullmatch(system) or system.startswith(HEADER_LIBRARIES.get(folder, ()))
+                if folder in STANDARD_LIBRARY_ONLY and not allowed:
                     complaints.append(f"src/{name}: <{system}> is not a standard library header")
                 continue
             if not (source / quoted).exists():

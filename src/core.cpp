@@ -176,7 +176,17 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
       server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
                                          .observation = observation_reader_,
                                          .record = [this](const std::string& text) { events_.Record(text); },
-                                         .ends_with_last_client = line.automation})) {
+                                         .ends_with_last_client = line.automation})),
+      network_({.sockets = sockets_,
+                .loop = loop_,
+                .clock = clock_,
+                .store = store_,
+                .observe = [this]() -> const Observation& { return observer_.Now(); },
+                .record = [this](const std::string& text) { events_.Record(text); },
+                .complain =
+                    [this](const std::string& text) {
+                      panel_.Stand({.cause = StandingMessage::Cause::kNetwork, .text = text});
+                    }}) {
   error_log_.Open(PathFromText(ProgramFolder()));
   // Clients first: a roof waits for it, and the others write to a disk.
   observer_.Listen([this](const Observation& now, const Observer::News& news) {
@@ -228,6 +238,7 @@ int Core::Run(Front* front) {
   publisher_.Load();
   if (front_ != nullptr) front_->ShowSettings();
   ServeClients();
+  ApplyNetwork();
   if (poll_.InDemoMode()) panel_.status = "Demo mode: simulated values";
   Refresh();
   history_.LoadSoon();
@@ -260,6 +271,7 @@ void Core::ShutDown() noexcept {
   if (!startup_) return;
   setup_timer_.SetEnabled(false);
   boundary_.RunToEnd("giving the last verdict", [this] { observer_.Stop(); });
+  network_.Close();
   startup_->Shutdown();  // first: the link is closed and the panel's place kept, whatever the history's disk does
   history_.Flush();
 }
@@ -269,6 +281,16 @@ void Core::Refresh() {
   ShowLink(link_.state(), reconnect_.seconds_left(), panel_);
   panel_.banner = BannerOf(observer_.Now(), clock_, store_.locale());
   front_->Refresh();
+}
+
+void Core::ApplyNetwork() {
+  // What was started for a client ends with it: others could not rely on it.
+  if (line_.automation) return;
+  Settings settings = settings_;
+  if (const QString port = qEnvironmentVariable("ORVALIS_HTTP_PORT"); !port.isEmpty()) {
+    settings.NetworkPort = port.toUShort();
+  }
+  boundary_.RunToEnd("serving the network", [&] { network_.Apply(settings); });
 }
 
 void Core::Poll() {
@@ -293,6 +315,7 @@ void Core::Announce(const Observation& now, const Observer::News& news) {
   verdict_records_.Note(now, news);
   history_.NoteVerdict(now);
   if (!now.verdict.safe) poll_.KeepRecord(news.verdict);
+  network_.Note(now, news);
 }
 
 void Core::Report(const std::string& text) {

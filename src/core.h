@@ -29,12 +29,14 @@
 #include "logs/error_log.h"
 #include "logs/log_writer.h"
 #include "logs/verdict_log.h"
+#include "network/network_front.h"
 #include "panel/panel_model.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_http_socket.h"
+#include "platform/qt/qt_sockets.h"
 #include "platform/sqlite/sqlite_history.h"
 #include "platform/system/line_output.h"
 #include "publish/web_publisher.h"
@@ -127,6 +129,8 @@ class Core {
 
   /// Updates the windows from the models.
   void Refresh();
+  /// Serves the network as the settings say now.
+  void ApplyNetwork();
   /// Adds a line to the event list as soon as the program runs: then whatever shows the list listens.
   void Note(const std::string& text) {
     loop_.CallAfter(std::chrono::milliseconds(0), [this, text] { events_.Record(text); });
@@ -208,6 +212,8 @@ class Core {
   Weather::Parts weather_parts_;
   ObservationReader observation_reader_{observer_, traffic_};
   std::unique_ptr<WeatherServer> server_;  ///< null where clients are not supported
+  QtSockets sockets_;
+  network::NetworkFront network_;
 };
 
 }  // namespace orvalis

@@ -23,7 +23,7 @@ class RunTimeError : public std::runtime_error {
     kCannotCreateObject = 429,  ///< an automation object that cannot be made
     kNoSuchMember = 438,        ///< a member that an automation object does not have
     kAutomationError = 440,     ///< an automation object's own failure
-    kPortInUse = 8005,          ///< a serial port that another program has open
+    kPortInUse = 8005,          ///< a serial or network port that another program has open
     kPortClosed = 8018,         ///< an operation on a serial port that is not open
     kReceiveTimedOut = 8020,    ///< nothing, or too little, was received in time
   };

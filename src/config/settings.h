@@ -114,6 +114,15 @@ struct Settings {
   std::string NoReadingsSound;
   std::string NoReadingsApp;
   std::int32_t VerdictLog = 1;  ///< 1: a line for each change of the verdict
+
+  // In the subkey "Network", named there without "Network".
+  std::int32_t NetworkEnabled = 1;           ///< 1: serve the readings over HTTP
+  std::string NetworkAddress = "127.0.0.1";  ///< to listen on; "0.0.0.0" or "::" for all
+  std::int32_t NetworkPort = 11111;          ///< to listen on, 0 for none
+  std::int32_t NetworkDiscovery = 1;         ///< 1: clients find the program, when it is open to the network
+  std::string NetworkStation;                ///< what it is called there; "" for the machine's name
+  std::string NetworkNames;                  ///< further host names of this machine, separated by blanks or commas
+  std::string NetworkAllowOrigin;  ///< the origin whose pages may read what is shared; "" for none, "*" for all
 };
 
 }  // namespace orvalis

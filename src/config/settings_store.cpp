@@ -163,7 +163,8 @@ void SettingsStore::Write(std::string_view name, const Settings& settings) {
 }
 
 void SettingsStore::WriteText(std::string_view name, std::string_view text) {
-  profile_.WriteValue(kDriverId, name, text, Require(name).subkey);
+  const SettingKey& key = Require(name);
+  profile_.WriteValue(kDriverId, key.name, text, key.subkey);
 }
 
 void SettingsStore::SaveSetupSettings(const Settings& settings) {

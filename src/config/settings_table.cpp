@@ -11,11 +11,12 @@ namespace {
 
 constexpr std::string_view kRoot;
 constexpr std::string_view kCapabilities = "Capabilities";
+constexpr std::string_view kNetwork = "Network";
 constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
 
 // clang-format off
-constexpr std::array<SettingKey, 109> kKeys{{
+constexpr std::array<SettingKey, 119> kKeys{{
     {"RegVer", kRoot, KeyType::kText, kLayoutVersion, kStoreOnly},
     {"Absolute", kRoot, KeyType::kBoolean, "True", &Settings::Absolute},
     {"Synchronous", kRoot, KeyType::kBoolean, "False", &Settings::Synchronous},
@@ -126,6 +127,16 @@ constexpr std::array<SettingKey, 109> kKeys{{
     {"SafeApp", kRoot, KeyType::kText, kNoDefault, &Settings::SafeApp},
     {"NoReadingsSound", kRoot, KeyType::kText, kNoDefault, &Settings::NoReadingsSound},
     {"NoReadingsApp", kRoot, KeyType::kText, kNoDefault, &Settings::NoReadingsApp},
+    {"Enabled", kNetwork, KeyType::kInteger, kNoDefault, &Settings::NetworkEnabled, "1", "0"},
+    {"Address", kNetwork, KeyType::kText, kNoDefault, &Settings::NetworkAddress, "127.0.0.1"},
+    {"Port", kNetwork, KeyType::kInteger, kNoDefault, &Settings::NetworkPort, "11111", "0", 0, 65535},
+    {"Discovery", kNetwork, KeyType::kInteger, kNoDefault, &Settings::NetworkDiscovery, "1", "0"},
+    {"Station", kNetwork, KeyType::kText, kNoDefault, &Settings::NetworkStation},
+    {"Names", kNetwork, KeyType::kText, kNoDefault, &Settings::NetworkNames},
+    {"AllowOrigin", kNetwork, KeyType::kText, kNoDefault, &Settings::NetworkAllowOrigin},
+    {"Uuid", kNetwork, KeyType::kText, kNoDefault, kStoreOnly},
+    {"ObservingConditionsUuid", kNetwork, KeyType::kText, kNoDefault, kStoreOnly},
+    {"SafetyMonitorUuid", kNetwork, KeyType::kText, kNoDefault, kStoreOnly},
 }};
 // clang-format on
 

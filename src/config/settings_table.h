@@ -24,7 +24,7 @@ using SettingMember = std::variant<std::monostate, bool Settings::*, std::int32_
 /// One key of the profile.
 struct SettingKey {
   std::string_view name;
-  std::string_view subkey;  ///< "", "Capabilities" …
+  std::string_view subkey;  ///< "", "Capabilities", "Network"
   KeyType type;
   std::optional<std::string_view> default_text;  ///< none: the key is not written on initialisation
   SettingMember member;

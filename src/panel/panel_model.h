@@ -18,7 +18,7 @@ namespace orvalis {
 
 /// What the panel goes on saying until its cause is gone, one message for each cause.
 struct StandingMessage {
-  enum class Cause { kSettingsLost, kAveragingCount };
+  enum class Cause { kSettingsLost, kAveragingCount, kNetwork };
   Cause cause;
   std::string text;
   bool to_acknowledge = false;  ///< it stands until a person has acknowledged it

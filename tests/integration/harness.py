@@ -104,7 +104,8 @@ class Case(unittest.TestCase):
         self.profile = os.path.join(self.folder, "profile")
         self.link = os.path.join(self.folder, "unit")
         self.record = os.path.join(self.folder, "record")
-        self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.profile, LC_ALL="C.UTF-8")
+        # Several tests run at a time, and there is but one port.
+        self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.profile, ORVALIS_HTTP_PORT="0", LC_ALL="C.UTF-8")
 
     def unit(self, *options):
         unit = Unit(self.link, "--record", self.record, *options)

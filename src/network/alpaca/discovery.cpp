@@ -1,0 +1,37 @@
+#include "network/alpaca/discovery.h"
+
+#include <string_view>
+
+namespace orvalis::network {
+namespace {
+
+constexpr std::uint16_t kDiscoveryPort = 32'227;
+constexpr std::string_view kQuestion = "alpacadiscovery";
+/// The question, its version, and room for what later versions add.
+constexpr std::size_t kShortest = 16;
+constexpr std::size_t kLongest = 64;
+constexpr int kMostInASecond = 50;
+
+bool IsVersion(char c) { return (c >= '1' && c <= '9') || (c >= 'A' && c <= 'Z'); }
+
+}  // namespace
+
+Sockets::SharedPort AlpacaDiscovery::Port(const std::string& only_on) {
+  return {.port = kDiscoveryPort, .group = "ff12::a1:9aca", .loopback_group = "ff11::a1:9aca", .only_on = only_on};
+}
+
+std::string AlpacaDiscovery::Answer(const Datagram& datagram, std::int64_t tick) {
+  const std::string_view bytes = datagram.bytes;
+  if (bytes.size() < kShortest || bytes.size() > kLongest || !bytes.starts_with(kQuestion) ||
+      !IsVersion(bytes[kQuestion.size()])) {
+    return "";
+  }
+  if (tick / 1'000 != second_) {
+    second_ = tick / 1'000;
+    answers_ = 0;
+  }
+  if (++answers_ > kMostInASecond) return "";
+  return "{\"AlpacaPort\":" + std::to_string(http_port_) + "}";
+}
+
+}  // namespace orvalis::network

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "network/http/sockets.h"
+
+namespace orvalis::network {
+
+/// Tells clients that look for Alpaca servers by a broadcast where this one is.
+class AlpacaDiscovery {
+ public:
+  /// What is listened to, on all interfaces or on the one that has the address `only_on`.
+  [[nodiscard]] static Sockets::SharedPort Port(const std::string& only_on);
+
+  explicit AlpacaDiscovery(std::uint16_t http_port) : http_port_(http_port) {}
+
+  /// The answer to a datagram that came at `tick` (milliseconds); "" for none. Limited, so that forged questions cannot
+  /// make much traffic for others.
+  [[nodiscard]] std::string Answer(const Datagram& datagram, std::int64_t tick);
+
+ private:
+  std::uint16_t http_port_;
+  std::int64_t second_ = 0;
+  int answers_ = 0;  ///< in that second
+};
+
+}  // namespace orvalis::network

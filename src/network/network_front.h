@@ -1,0 +1,92 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/observer.h"
+#include "base/clock.h"
+#include "base/event_loop.h"
+#include "base/once_until_mended.h"
+#include "config/settings.h"
+#include "config/settings_store.h"
+#include "config/station.h"
+#include "network/alpaca/alpaca_server.h"
+#include "network/alpaca/discovery.h"
+#include "network/http/http_server.h"
+#include "network/http/resources.h"
+#include "network/http/sockets.h"
+#include "network/readings.h"
+#include "verdict/observation.h"
+
+namespace orvalis::network {
+
+/// Serves the readings to other programs over HTTP as the settings say.
+class NetworkFront {
+ public:
+  struct Parts {
+    Sockets& sockets;
+    EventLoop& loop;
+    const Clock& clock;
+    SettingsStore& store;
+    std::function<const Observation&()> observe;       ///< the account of now
+    std::function<void(const std::string&)> record;    ///< an event
+    std::function<void(const std::string&)> complain;  ///< what a person should mend; "" when it is mended
+  };
+
+  explicit NetworkFront(Parts parts);
+  NetworkFront(const NetworkFront&) = delete;
+  NetworkFront& operator=(const NetworkFront&) = delete;
+  ~NetworkFront();
+
+  /// Serves as `settings` say, from now on. Where that is not possible it is tried again every minute.
+  void Apply(const Settings& settings);
+  /// Ends all connections.
+  void Close();
+  /// To be called with every new account.
+  void Note(const Observation& now, const Observer::News& news) {
+    alpaca_.Note(now);
+    readings_.Note(now, news);
+  }
+
+  /// The table of what can be asked for; further resources may be added before `Apply`.
+  [[nodiscard]] Resources& resources() { return resources_; }
+  [[nodiscard]] const Station& station() const { return station_; }
+  /// Whether clients can connect.
+  [[nodiscard]] bool open() const { return server_.open(); }
+
+ private:
+  /// What the settings ask for.
+  struct Wanted {
+    std::string address;
+    std::uint16_t port = 0;
+    bool discovery = false;
+    std::vector<std::string> names;
+    std::string allowed_origin;
+  };
+
+  [[nodiscard]] Wanted WantedBy(const Settings& settings) const;
+  void Identify(const Settings& settings);
+  void Open();
+  void OpenDiscovery();
+  void TryAgainLater();
+  [[nodiscard]] std::string Place() const;
+
+  Parts parts_;
+  Resources resources_;
+  Station station_;
+  AlpacaServer alpaca_;
+  Readings readings_;
+  HttpServer server_;
+  std::optional<Wanted> wanted_;  ///< nothing while it is off
+  std::optional<AlpacaDiscovery> discovery_;
+  std::unique_ptr<DatagramListener> discovery_listener_;
+  OnceUntilMended server_trouble_;
+  OnceUntilMended discovery_trouble_;
+  EventLoop::TimerId minute_timer_ = 0;
+};
+
+}  // namespace orvalis::network
