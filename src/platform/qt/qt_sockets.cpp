@@ -137,12 +137,15 @@ class QtDatagramListener final : public network::DatagramListener {
  public:
   QtDatagramListener(network::Sockets::SharedPort port, network::Sockets::Answer answer)
       : port_(std::move(port)), answer_(std::move(answer)) {
-    if (!Open(ipv4_, QHostAddress::AnyIPv4)) {
-      throw RunTimeError(RunTimeError::kDeviceUnavailable, ipv4_.errorString().toStdString());
+    const bool has_ipv4 = port_.ipv4 && Open(ipv4_, QHostAddress::AnyIPv4);
+    has_ipv6_ = port_.ipv6 && Open(ipv6_, QHostAddress::AnyIPv6);
+    // A system without IPv6 serves everyone else.
+    if (has_ipv4 || (!port_.ipv4 && has_ipv6_)) {
+      JoinGroups();
+      return;
     }
-    // Without IPv6 it works for everyone else.
-    has_ipv6_ = Open(ipv6_, QHostAddress::AnyIPv6);
-    JoinGroups();
+    const QUdpSocket& failed = port_.ipv4 ? ipv4_ : ipv6_;
+    throw RunTimeError(RunTimeError::kDeviceUnavailable, failed.errorString().toStdString());
   }
 
   void JoinGroups() override {
