@@ -178,12 +178,12 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                                          .record = [this](const std::string& text) { events_.Record(text); },
                                          .ends_with_last_client = line.automation})) {
   error_log_.Open(PathFromText(ProgramFolder()));
-  // Clients first: a roof waits for it, and the others write to a disk.
+  // What closes a roof first: the others write to a disk, which may hang.
   observer_.Listen([this](const Observation& now, const Observer::News& news) {
     if (server_) server_->Announce(now, news);
   });
-  observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
   observer_.Listen([this](const Observation& now, const Observer::News& /*news*/) { safety_alerts_.Note(now); });
+  observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
   if (line_.headless && line_.automation) {
     events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
@@ -290,9 +290,9 @@ std::vector<SerialPortEntry> Core::ListPorts() {
 }
 
 void Core::Announce(const Observation& now, const Observer::News& news) {
+  if (!now.verdict.safe) poll_.KeepRecord(news.verdict);  // a roof may read it
   verdict_records_.Note(now, news);
   history_.NoteVerdict(now);
-  if (!now.verdict.safe) poll_.KeepRecord(news.verdict);
 }
 
 void Core::Report(const std::string& text) {
