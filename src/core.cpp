@@ -188,12 +188,13 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                       panel_.Stand({.cause = StandingMessage::Cause::kNetwork, .text = text});
                     }}) {
   error_log_.Open(PathFromText(ProgramFolder()));
-  // Clients first: a roof waits for it, and the others write to a disk.
+  // What closes a roof first: the others write to a disk, which may hang.
   observer_.Listen([this](const Observation& now, const Observer::News& news) {
     if (server_) server_->Announce(now, news);
+    network_.Note(now, news);
   });
-  observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
   observer_.Listen([this](const Observation& now, const Observer::News& /*news*/) { safety_alerts_.Note(now); });
+  observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
   if (line_.headless && line_.automation) {
     events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
@@ -312,10 +313,9 @@ std::vector<SerialPortEntry> Core::ListPorts() {
 }
 
 void Core::Announce(const Observation& now, const Observer::News& news) {
+  if (!now.verdict.safe) poll_.KeepRecord(news.verdict);  // a roof may read it
   verdict_records_.Note(now, news);
   history_.NoteVerdict(now);
-  if (!now.verdict.safe) poll_.KeepRecord(news.verdict);
-  network_.Note(now, news);
 }
 
 void Core::Report(const std::string& text) {

@@ -13,7 +13,14 @@ namespace {
 std::string EffectiveText(const SettingKey& key, const SettingsStore& store) {
   if (key.default_text && !store.HasCurrentLayout()) return DefaultText(key, store.program_folder(), store.locale());
   std::string text = store.Get(key);
-  return key.default_text || !text.empty() ? text : std::string(key.when_absent);
+  if (!key.default_text && text.empty()) return std::string(key.when_absent);
+  if (!key.when_unreadable) return text;
+  try {
+    CheckText(key, text, store.locale());
+    return text;
+  } catch (const RunTimeError&) {
+    return std::string(*key.when_unreadable);
+  }
 }
 
 void List(const SettingsStore& store, std::ostream& out) {

@@ -9,6 +9,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Returns whether `path` now holds `record` and nothing else.
+bool WriteWhole(const fs::path& path, const std::string& record) {
+  std::ofstream file(path, std::ios::trunc | std::ios::binary);
+  file << record << '\n' << std::flush;
+  return file.good();
+}
+
 }  // namespace
 
 void RotatingLog::Open(const fs::path& folder) {
@@ -90,12 +97,13 @@ void OneLineLog::Write(const fs::path& folder, const std::string& record) {
   const fs::path path = folder / kFileName;
   const fs::path fresh = folder / (std::string(kFileName) + ".new");
   std::error_code error;
-  {
-    std::ofstream file(fresh, std::ios::trunc | std::ios::binary);
-    file << record << '\n' << std::flush;
-    if (!file) error = std::make_error_code(std::errc::io_error);
+  bool written = WriteWhole(fresh, record);
+  if (!written) {
+    // On a full disk the older record would go on saying what is no longer so, and it is in the way of this one.
+    fs::remove(path, error);
+    written = WriteWhole(fresh, record);
   }
-  const bool written = !error;
+  error = written ? std::error_code() : std::make_error_code(std::errc::io_error);
   if (!error) fs::rename(fresh, path, error);
   // Where a file cannot be replaced while it is read, a reader may block a record now and then, and the next one
   // follows.

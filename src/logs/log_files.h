@@ -55,6 +55,7 @@ class OneLineLog {
 
   explicit OneLineLog(LogReport report) : report_(std::move(report)) {}
 
+  /// Replaces the record in `folder`. Where there is no room for both, the older one is removed first.
   void Write(const std::filesystem::path& folder, const std::string& record);
 
  private:

@@ -23,7 +23,7 @@ struct SafetyJudge::Case {
   const Situation& situation;
   bool any_reading;      ///< from this source and connection
   bool stale;            ///< the last one is too old
-  bool any_damaged;      ///< since the last undamaged one
+  bool any_damaged;      ///< on this connection, since the last undamaged one
   const Facts* reading;  ///< the last undamaged one, where it is of now
   const Facts* against;  ///< a damaged one after it
 };
@@ -104,20 +104,25 @@ SafetyJudge::Facts SafetyJudge::FactsOf(const Reading& reading, const Settings& 
   const SensorFrame& frame = reading.frame;
   const auto is_on = [&](Field field) { return frame.Integer(field) == 1; };
   const bool has_ambient = frame.Cut(Field::kTa) != kNoTemperature;
-  const double difference =
-      RoundToDecimals(RoundToDecimals(frame.Celsius(Field::kTa), 1) - frame.Celsius(Field::kTp), 2);
-  return {.weather = reading.weather,
-          .relay_allowed = is_on(Field::kAr),
-          .wind_alarm = is_on(Field::kAw),
-          .cloud_alarm = is_on(Field::kAc),
-          .light_alarm = is_on(Field::kAl),
-          .wind_count = frame.Number(Field::kWnd),
-          .cloudy_now =
-              has_ambient && CloudWord(difference, settings.PartCloudyDegC, settings.FullCloudyDegC).text == "Cloudy"};
+  const double averaged = reading.weather.difference_celsius;
+  const double alone = RoundToDecimals(RoundToDecimals(frame.Celsius(Field::kTa), 1) - frame.Celsius(Field::kTp), 2);
+  return {
+      .weather = reading.weather,
+      .relay_allowed = is_on(Field::kAr),
+      .wind_alarm = is_on(Field::kAw),
+      .cloud_alarm = is_on(Field::kAc),
+      .light_alarm = is_on(Field::kAl),
+      .wind_count = frame.Number(Field::kWnd),
+      .cloudy_now = has_ambient && CloudWord(alone, settings.PartCloudyDegC, settings.FullCloudyDegC).text == "Cloudy",
+      .difference = has_ambient ? std::min(alone, averaged) : averaged};
 }
 
 bool SafetyJudge::IsOfSource(const Situation& situation) const {
   return source_ == (situation.demo_mode ? ReadingSource::kDemo : ReadingSource::kUnit);
+}
+
+bool SafetyJudge::IsOfLine(const Situation& situation) const {
+  return IsOfSource(situation) && session_ == situation.session && (situation.demo_mode || situation.connected);
 }
 
 milliseconds SafetyJudge::Age(Instant now) const { return milliseconds(now.tick - good_tick_); }
@@ -133,7 +138,7 @@ ReasonSet SafetyJudge::ReasonsNow(const Settings& settings, const Situation& sit
                .situation = situation,
                .any_reading = of_source && session_ == situation.session,
                .stale = of_source && Age(now) >= kFreshFor,
-               .any_damaged = damaged_.has_value() && IsOfSource(situation),
+               .any_damaged = damaged_.has_value() && IsOfLine(situation),
                .reading = current ? &*good_ : nullptr,
                .against = current && damaged_ ? &*damaged_ : nullptr};
   ReasonSet reasons;
@@ -207,12 +212,14 @@ void SafetyJudge::ShowFigures(const Settings& settings, const Situation& situati
   f.relay_forced = situation.relay_forced;
   if (settings.ForceUnsafe == 0) f.test_left = situation.test_left;
   if (!IsCurrent(situation, now)) return;
-  f.rain = good_->weather.rain;
-  f.wind = good_->wind_count;
-  f.wind_mph = good_->weather.wind_mph;
-  f.sky_c = good_->weather.sky_celsius;
-  f.difference_c = good_->weather.difference_celsius;
-  f.light = good_->weather.light;
+  // A damaged reading that speaks against it is told with its own figures.
+  const Facts& against = damaged_ ? *damaged_ : *good_;
+  f.rain = std::max(good_->weather.rain, against.weather.rain);
+  f.wind = std::max(good_->wind_count, against.wind_count);
+  f.wind_mph = std::max(good_->weather.wind_mph, against.weather.wind_mph);
+  f.sky_c = std::max(good_->weather.sky_celsius, against.weather.sky_celsius);
+  f.difference_c = std::min(good_->difference, against.difference);
+  f.light = std::min(good_->weather.light, against.weather.light);
   f.wind_alarm = good_->wind_alarm;
   f.cloud_alarm = good_->cloud_alarm;
   f.light_alarm = good_->light_alarm;

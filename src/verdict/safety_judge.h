@@ -57,6 +57,7 @@ class SafetyJudge {
     bool light_alarm = false;
     double wind_count = 0;
     bool cloudy_now = false;  ///< by this frame alone, whatever earlier ones did to the averages
+    double difference = 0;    ///< ambient minus sky, averaged or by this frame alone: the cloudier
   };
   struct Case;
   struct Rule;
@@ -67,6 +68,8 @@ class SafetyJudge {
   [[nodiscard]] static Facts FactsOf(const Reading& reading, const Settings& settings);
   /// Whether the readings come from where they are expected now.
   [[nodiscard]] bool IsOfSource(const Situation& situation) const;
+  /// Whether they also come from this connection, which lasts.
+  [[nodiscard]] bool IsOfLine(const Situation& situation) const;
   [[nodiscard]] std::chrono::milliseconds Age(Instant now) const;
   /// Whether there is an undamaged reading of now.
   [[nodiscard]] bool IsCurrent(const Situation& situation, Instant now) const;

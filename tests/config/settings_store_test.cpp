@@ -133,6 +133,9 @@ TEST_F(SettingsStoreTest, TheProfileCommandRefusesWhatATypeCannotHold) {
   EXPECT_EQ(run({.verb = kList, .key = {}, .value = {}, .subkey = {}}, "", out), 0);
   EXPECT_EQ(out.find("s3cret"), std::string::npos);
   EXPECT_NE(out.find("Capabilities/TempMax = 5.0\n"), std::string::npos);
+  profile.values[{"", "SafeHoldSeconds"}] = "3601";
+  EXPECT_EQ(run({.verb = kGet, .key = "SafeHoldSeconds", .value = {}, .subkey = {}}, "", out), 0);
+  EXPECT_EQ(out, "60\n") << "what the program makes of it";
   profile.fails = true;
   EXPECT_EQ(run({.verb = kSet, .key = "Left", .value = "1", .subkey = {}}, "", out), 1);
 }

@@ -54,6 +54,17 @@ class Alerts(Case):
         self.wait_until(lambda: os.path.exists(path + ".closed"), "it goes on")
         self.assertFalse([line for line in program.all_lines if "No readings" in line])
 
+    def test_a_disk_that_hangs_keeps_no_roof_open(self):
+        called, log = Path(self.folder, "called"), Path(self.folder, "orvalis_verdicts.txt")
+        self.set_all({"UnsafeApp": self.script("close roof"), "SafeHoldSeconds": "0", "g_sFullLogPath": self.folder})
+        unit = self.unit("--fast")
+        self.event(self.headless(), "SAFE")
+        called.unlink(missing_ok=True)
+        log.unlink()
+        os.mkfifo(log)  # who opens it waits for a reader
+        unit.measure({"R": "900"})
+        self.wait_until(called.exists, "it is started")
+
 
 class Port(Case):
     def test_a_port_in_use_is_said(self):

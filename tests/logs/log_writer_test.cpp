@@ -134,6 +134,9 @@ TEST_F(LogWriterTest, AReaderNeverFindsAnEmptyOrHalfRecord) {
   EXPECT_EQ(bad, 0);
   for (int i = 0; i < 2; ++i) log.Write(folder / "nowhere", records[0]);
   EXPECT_EQ(events.events().size(), 1u);
+  std::filesystem::create_directory(folder / "orvalis_single.txt.new");  // as if there were no room
+  log.Write(folder, records[0]);
+  EXPECT_FALSE(std::filesystem::exists(folder / "orvalis_single.txt"));
 }
 #endif
 

@@ -124,9 +124,14 @@ TEST_F(SafetyJudgeTest, OnlyReadingsOfNowCount) {
   Frame(LiveFrame());
   EXPECT_EQ(Reasons(), "hold");
   EXPECT_EQ(Frames(LiveFrame(), 5), "");
-  // The next connection may be to another unit.
+  // The next connection may be to another unit, whose readings are not the damaged ones.
+  Frames(damaged, 5);
+  EXPECT_EQ(Reasons(), "stale, damaged_reading");
+  situation.connected = false;
+  EXPECT_EQ(Reasons(), "no_connection, stale");
+  situation.connected = true;
   situation.session = 2;
-  EXPECT_EQ(Reasons(), "no_reading");
+  EXPECT_EQ(Reasons(), "no_reading, stale");
 }
 
 TEST_F(SafetyJudgeTest, TheHoldIsMonotonicAndNeedsTwoFrames) {
@@ -190,6 +195,15 @@ TEST_F(SafetyJudgeTest, ExplainsWithFigures) {
   EXPECT_EQ(Banner(Judge(), at), "UNSAFE - rain, limit 350 passed at 21:04");
   Frames(LiveFrame("RB=1"), 9);
   EXPECT_EQ(explain(), "rain 120 counts, limit 350; the unit stays on for 60 s after rain, 42 s left");
+  // What decided, where it is not the current values.
+  std::string damaged = LiveFrame("R=0412");
+  damaged[0] = 'I';
+  Frames(damaged);
+  EXPECT_EQ(Explain(Reason::kRain, Judge()), "rain 412 counts, limit 350");
+  settings.VerdictClouds = 1;
+  settings.TempsAvgCount = 5;
+  Frames(LiveFrame("TA=-01000"));
+  EXPECT_EQ(Explain(Reason::kClouds, Judge()), "cloudy: the sky is 10.0 C colder than the air, limit 19 C");
   Pass(std::chrono::minutes(2));
   EXPECT_EQ(Banner(Judge(), at), "UNSAFE - no reading for 2 min");
   Frames(LiveFrame(), 2);
