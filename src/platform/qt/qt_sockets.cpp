@@ -225,8 +225,9 @@ std::vector<std::string> QtSockets::MachineAddresses() const {
   for (const QHostAddress& address : QNetworkInterface::allAddresses()) {
     if (!address.isLinkLocal()) addresses.push_back(address.toString().toStdString());
   }
-  std::ranges::stable_partition(
-      addresses, [](const std::string& a) { return QHostAddress(QString::fromStdString(a)).isLoopback(); });
+  std::stable_partition(addresses.begin(), addresses.end(), [](const std::string& address) {
+    return QHostAddress(QString::fromStdString(address)).isLoopback();
+  });
   return addresses;
 }
 
