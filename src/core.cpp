@@ -186,7 +186,8 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                 .complain =
                     [this](const std::string& text) {
                       panel_.Stand({.cause = StandingMessage::Cause::kNetwork, .text = text});
-                    }}) {
+                    },
+                .traffic = traffic_}) {
   error_log_.Open(PathFromText(ProgramFolder()));
   // What closes a roof first: the others write to a disk, which may hang.
   observer_.Listen([this](const Observation& now, const Observer::News& news) {
@@ -292,6 +293,11 @@ void Core::ApplyNetwork() {
     settings.NetworkPort = port.toUShort();
   }
   boundary_.RunToEnd("serving the network", [&] { network_.Apply(settings); });
+}
+
+network::Served Core::NetworkNow() const {
+  if (line_.automation) return {.trouble = "A program that was started for a client serves no others."};
+  return network_.served();
 }
 
 void Core::Poll() {

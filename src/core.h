@@ -131,6 +131,8 @@ class Core {
   void Refresh();
   /// Serves the network as the settings say now.
   void ApplyNetwork();
+  /// What the network can reach now.
+  [[nodiscard]] network::Served NetworkNow() const;
   /// Adds a line to the event list as soon as the program runs: then whatever shows the list listens.
   void Note(const std::string& text) {
     loop_.CallAfter(std::chrono::milliseconds(0), [this, text] { events_.Record(text); });

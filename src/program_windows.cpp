@@ -79,7 +79,8 @@ void ProgramWindows::BuildSetup() {
                       .report = [this](const std::exception_ptr& error) { parts_.boundary.Report(kChanging, error); },
                       .succeeded = [this] { parts_.boundary.Succeeded(kChanging); },
                       .version = ORVALIS_VERSION,
-                      .locale = parts_.store.locale()},
+                      .locale = parts_.store.locale(),
+                      .network = [this] { return core_.NetworkNow(); }},
       panel_.get());
   routine_.emplace(SetupRoutine::Parts{.store = parts_.store,
                                        .settings = parts_.settings,
@@ -89,7 +90,8 @@ void ProgramWindows::BuildSetup() {
                                        .dialog_timer = parts_.setup_timer,
                                        .dialog = *setup_,
                                        .leftovers = parts_.leftovers,
-                                       .window = panel_window_.get()});
+                                       .window = panel_window_.get(),
+                                       .network_changed = [this] { core_.ApplyNetwork(); }});
   requests_.emplace(*routine_, parts_.loop, parts_.boundary);
   QObject::connect(panel_->AddToolButton("&Traffic…"), &QPushButton::clicked, panel_.get(), [this] { OpenTraffic(); });
   QObject::connect(panel_->AddToolButton("&Setup…"), &QPushButton::clicked, panel_.get(), [this] {

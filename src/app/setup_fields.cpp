@@ -11,7 +11,7 @@ using Range = SetupField::Range;
 constexpr std::monostate kNone;
 
 // clang-format off
-constexpr std::array<SetupField, 30> kFields{{
+constexpr std::array<SetupField, 31> kFields{{
     {"Lpt_addr", kNone, false, Range::kAny, "",
      "invalid input in LPT address", -9999.0, ""},
     {"WindSpeedCloseD", &Settings::WindSpeedCloseD, false, Range::kNotBelowZero, "invalid input in WindSpeedCloseD, must be >= 0",
@@ -72,10 +72,12 @@ constexpr std::array<SetupField, 30> kFields{{
      "invalid input in Steinhart C2 value", 9999.0, ""},
     {"SafeHoldSeconds", &Settings::SafeHoldSeconds, true, Range::k0To3600, "invalid input in Hold before safe, must be 0 through 3600",
      "invalid input in Hold before safe", -9999, ""},
+    {"NetworkPort", &Settings::NetworkPort, true, Range::k1To65535, "invalid input in Port, must be 1 through 65535",
+     "invalid input in Port", -9999, ""},
 }};
 // clang-format on
 
-constexpr std::array<SetupFlag, 33> kFlags{{
+constexpr std::array<SetupFlag, 35> kFlags{{
     {"Absolute", &Settings::Absolute},
     {"chkSynchronous", &Settings::Synchronous},
     {"chkCentigrade", &Settings::Centigrade},
@@ -109,6 +111,15 @@ constexpr std::array<SetupFlag, 33> kFlags{{
     {"chkDemoCanBeSafe", &Settings::DemoCanBeSafe},
     {"chkKeepVerdict", &Settings::KeepVerdict},
     {"chkVerdictLog", &Settings::VerdictLog},
+    {"chkNetworkEnabled", &Settings::NetworkEnabled},
+    {"chkNetworkDiscovery", &Settings::NetworkDiscovery},
+}};
+
+constexpr std::array<SetupText, 4> kTexts{{
+    {"NetworkAddress", &Settings::NetworkAddress},
+    {"NetworkStation", &Settings::NetworkStation},
+    {"NetworkNames", &Settings::NetworkNames},
+    {"NetworkAllowOrigin", &Settings::NetworkAllowOrigin},
 }};
 
 constexpr std::array<SetupFile, 16> kFiles{{
@@ -153,6 +164,8 @@ bool InRange(Range range, double value) {
       return value >= 1 && value <= 300;
     case Range::k0To3600:
       return value >= 0 && value <= 3600;
+    case Range::k1To65535:
+      return value >= 1 && value <= 65535;
   }
   return true;
 }
@@ -161,6 +174,7 @@ bool InRange(Range range, double value) {
 
 std::span<const SetupField> SetupFields() { return kFields; }
 std::span<const SetupFlag> SetupFlags() { return kFlags; }
+std::span<const SetupText> SetupTexts() { return kTexts; }
 std::span<const SetupFile> SetupFiles() { return kFiles; }
 std::span<const SetupUnitOption> SetupUnitOptions() { return kUnitOptions; }
 
@@ -176,6 +190,8 @@ std::string_view RangeText(Range range) {
       return "must be 1 through 300";
     case Range::k0To3600:
       return "must be 0 through 3600";
+    case Range::k1To65535:
+      return "must be 1 through 65535";
   }
   return "";
 }

@@ -16,7 +16,7 @@ namespace orvalis {
 /// One text box of the setup dialog: its setting, valid range, messages, and replacement value for bad input. Messages
 /// and replacement values are fixed, even where they name another field.
 struct SetupField {
-  enum class Range { kAny, kNotBelowZero, kAboveZero, k1To300, k0To3600 };
+  enum class Range { kAny, kNotBelowZero, kAboveZero, k1To300, k0To3600, k1To65535 };
   /// None for fields without a setting.
   using Member = std::variant<std::monostate, std::int32_t Settings::*, double Settings::*>;
 
@@ -62,6 +62,13 @@ struct SetupFlag {
   void Set(bool value, Settings& settings) const;
 };
 [[nodiscard]] std::span<const SetupFlag> SetupFlags();
+
+/// One text that is stored as it is typed.
+struct SetupText {
+  std::string_view name;  ///< the control's object name
+  std::string Settings::*member;
+};
+[[nodiscard]] std::span<const SetupText> SetupTexts();
 
 /// The file of an alert; its check box is one of the flags.
 struct SetupFile {

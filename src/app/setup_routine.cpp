@@ -10,6 +10,12 @@ namespace {
 
 constexpr std::chrono::seconds kDialogTick{1};
 
+bool SameNetwork(const Settings& a, const Settings& b, NumberLocale locale) {
+  return std::ranges::all_of(SettingKeys(), [&](const SettingKey& key) {
+    return key.subkey != kNetworkSubkey || ToText(key, a, locale) == ToText(key, b, locale);
+  });
+}
+
 }  // namespace
 
 void SetupRoutine::Run() {
@@ -57,12 +63,17 @@ void SetupRoutine::FollowUnit() {
 }
 
 SetupForm SetupRoutine::CopyIn() const {
-  const Settings& settings = parts_.settings;
+  Settings settings = parts_.settings;
+  if (settings.NetworkPort == 0) {  // another way to say that nothing is served, which the dialog does not have
+    settings.NetworkEnabled = 0;
+    settings.NetworkPort = Settings().NetworkPort;
+  }
   SetupForm form;
   for (const SetupField& field : SetupFields()) {
     form.texts.push_back(SetupFieldText(field, settings, parts_.store.locale()));
   }
   for (const SetupFlag& flag : SetupFlags()) form.flags.push_back(flag.Get(settings));
+  for (const SetupText& text : SetupTexts()) form.plain_texts.push_back(settings.*text.member);
   for (const SetupFile& file : SetupFiles()) form.files.push_back(settings.*file.path);
   form.unit = parts_.unit;
   form.unit_known = parts_.unit_known();
@@ -81,6 +92,7 @@ bool SetupRoutine::ReadBack(SetupForm& form, Settings& settings) const {
     StoreSetupField(field, reading.value, settings);
   }
   for (std::size_t i = 0; i < SetupFlags().size(); ++i) SetupFlags()[i].Set(form.flags[i], settings);
+  for (std::size_t i = 0; i < SetupTexts().size(); ++i) settings.*SetupTexts()[i].member = form.plain_texts[i];
   for (std::size_t i = 0; i < SetupFiles().size(); ++i) settings.*SetupFiles()[i].path = form.files[i];
   return true;
 }
@@ -91,7 +103,9 @@ bool SetupRoutine::Accept(SetupForm& form, const ShownUnit& shown) {
     Settings changed = parts_.settings;
     if (!ReadBack(form, changed)) return false;
     parts_.store.SaveSetupSettings(changed);
+    const bool same_network = SameNetwork(parts_.settings, changed, parts_.store.locale());
     parts_.settings = changed;
+    if (!same_network && parts_.network_changed) parts_.network_changed();
   } catch (const RunTimeError& error) {
     parts_.dialog.ShowMessage(error.what());
     return false;

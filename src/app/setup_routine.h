@@ -21,8 +21,9 @@ namespace orvalis {
 
 /// The contents of the setup dialog. Indices are those of the tables in setup_fields.h.
 struct SetupForm {
-  std::vector<std::string> texts;
+  std::vector<std::string> texts;  ///< of the fields
   std::vector<bool> flags;
+  std::vector<std::string> plain_texts;
   std::vector<std::string> files;  ///< full paths; the dialog shows only the names
   UnitOptions unit;
   bool unit_known = false;  ///< whether `unit` is that of a connected unit
@@ -56,7 +57,8 @@ class SetupRoutine {
     IntervalTimer& dialog_timer;  ///< runs the working cycle while the dialog is open
     SetupDialog& dialog;
     Leftovers& leftovers;
-    PanelWindow* window;  ///< none when headless
+    PanelWindow* window;                         ///< none when headless
+    std::function<void()> network_changed = {};  ///< a setting of the network has another value now
   };
 
   explicit SetupRoutine(const Parts& parts) : parts_(parts) {}

@@ -80,6 +80,11 @@ constexpr std::array<std::string_view, 15> kSafetyKeys{
     "DemoCanBeSafe",   "KeepVerdict", "VerdictLog",  "SafetyAlerts",    "UnsafeSound",
     "UnsafeApp",       "SafeSound",   "SafeApp",     "NoReadingsSound", "NoReadingsApp",
 };
+/// And the network's.
+constexpr std::array<std::string_view, 7> kNetworkKeys{
+    "Network/Enabled", "Network/Address", "Network/Port",        "Network/Discovery",
+    "Network/Station", "Network/Names",   "Network/AllowOrigin",
+};
 
 const SettingKey& Require(std::string_view name) {
   const SettingKey* key = FindSettingKey(name);
@@ -171,6 +176,7 @@ void SettingsStore::SaveSetupSettings(const Settings& settings) {
   Profile::Batch batch(profile_);
   for (const std::string_view name : kSetupKeys) Write(name, settings);
   for (const std::string_view name : kSafetyKeys) Write(name, settings);
+  for (const std::string_view name : kNetworkKeys) Write(name, settings);
   batch.Commit();
 }
 

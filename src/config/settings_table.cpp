@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view kRoot;
 constexpr std::string_view kCapabilities = "Capabilities";
-constexpr std::string_view kNetwork = "Network";
+constexpr std::string_view kNetwork = kNetworkSubkey;
 constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
 

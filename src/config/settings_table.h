@@ -45,6 +45,8 @@ inline constexpr std::string_view kPortKey = "COM Port";
 inline constexpr std::string_view kDefaultPort = "2";
 /// As a default: the program's own folder.
 inline constexpr std::string_view kProgramFolder = "<program folder>";
+/// Where the network's settings are.
+inline constexpr std::string_view kNetworkSubkey = "Network";
 /// The key of the password, which is never listed.
 inline constexpr std::string_view kPasswordKey = "g_sPWS_password";
 

@@ -11,19 +11,43 @@ constexpr std::chrono::milliseconds kTryAgain{60'000};
 
 bool IsLoopback(const std::string& address) { return address.starts_with("127.") || address == "::1"; }
 
+bool IsAny(const std::string& address) { return address == "0.0.0.0" || address == "::"; }
+
+bool IsIpv6(const std::string& address) { return address.find(':') != std::string::npos; }
+
+/// As it stands in a URL.
+std::string PlaceOf(const std::string& address, std::uint16_t port) {
+  return (IsIpv6(address) ? "[" + address + "]" : address) + ":" + std::to_string(port);
+}
+
+void AppendPrintable(std::string& text, char c) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  const auto byte = static_cast<unsigned char>(c);
+  if (byte >= 0x20 && byte < 0x7F) {
+    text += c;
+  } else {
+    text.append({'%', kDigits[byte / 16], kDigits[byte % 16]});
+  }
+}
+
 /// `text` as a header field takes it: bytes beyond ASCII and control characters as "%C3".
 std::string FieldValue(const std::string& text) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string value;
   for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte >= 0x20 && byte < 0x7F && byte != '%') {
-      value += c;
+    if (c == '%') {
+      value += "%25";
     } else {
-      value.append({'%', kDigits[byte / 16], kDigits[byte % 16]});
+      AppendPrintable(value, c);
     }
   }
   return value;
+}
+
+/// A part of a request as a line of traffic shows it: in ASCII, and not so long that it pushes the others out.
+void AppendShort(std::string& line, std::string_view part) {
+  constexpr std::size_t kLongest = 100;
+  for (const char c : part.substr(0, kLongest)) AppendPrintable(line, c);
+  if (part.size() > kLongest) line += "...";
 }
 
 }  // namespace
@@ -36,7 +60,8 @@ NetworkFront::NetworkFront(Parts parts)
                .loop = parts_.loop,
                .clock = parts_.clock,
                .resources = resources_,
-               .report = parts_.record}) {
+               .report = parts_.record,
+               .answered = [this](const HttpRequest& request, int status) { ShowRequest(request, status); }}) {
   alpaca_.AddTo(resources_);
   readings_.AddTo(resources_);
   resources_.Add({.path = "/help",
@@ -81,13 +106,22 @@ void NetworkFront::Apply(const Settings& settings) {
 void NetworkFront::Close() {
   if (minute_timer_ != 0) parts_.loop.Cancel(std::exchange(minute_timer_, 0));
   wanted_.reset();
+  trouble_.clear();
   discovery_listener_.reset();
   server_.Close();
 }
 
-std::string NetworkFront::Place() const {
-  const bool ipv6 = wanted_->address.find(':') != std::string::npos;
-  return (ipv6 ? "[" + wanted_->address + "]" : wanted_->address) + ":" + std::to_string(wanted_->port);
+std::string NetworkFront::Place() const { return PlaceOf(wanted_->address, wanted_->port); }
+
+Served NetworkFront::served() const {
+  Served served{.trouble = trouble_};
+  if (!server_.open()) return served;
+  const bool any = IsAny(wanted_->address);
+  for (const std::string& address : any ? parts_.sockets.MachineAddresses() : std::vector{wanted_->address}) {
+    if (wanted_->address == "0.0.0.0" && IsIpv6(address)) continue;
+    served.pages.push_back("http://" + PlaceOf(address, wanted_->port) + "/");
+  }
+  return served;
 }
 
 void NetworkFront::Open() {
@@ -95,6 +129,7 @@ void NetworkFront::Open() {
     server_.Open(wanted_->address, wanted_->port,
                  {.fields = {{"Orvalis-Station", FieldValue(station_.name)}, {"Orvalis-Station-Id", station_.uuid}},
                   .guard = RequestGuard(wanted_->names, wanted_->allowed_origin)});
+    trouble_.clear();
     const bool mended = server_trouble_.Mended();
     if (mended) parts_.complain("");
     if (mended || !IsLoopback(wanted_->address)) parts_.record("Serving the network on " + Place());
@@ -108,6 +143,7 @@ void NetworkFront::Open() {
     text += "It is tried again every minute";
     if (server_trouble_.IsNews(text)) parts_.record(text);
     parts_.complain(text);
+    trouble_ = text;
   }
   if (server_.open()) OpenDiscovery();
   TryAgainLater();
@@ -122,10 +158,21 @@ void NetworkFront::OpenDiscovery() {
   try {
     discovery_listener_ = parts_.sockets.AnswerDatagrams(AlpacaDiscovery::Port(wanted_->address), answer);
     discovery_trouble_.Mended();
+    trouble_.clear();
   } catch (const RunTimeError& error) {
-    const std::string text = std::string("Clients cannot find the program by themselves: ") + error.what();
-    if (discovery_trouble_.IsNews(text)) parts_.record(text);
+    trouble_ = std::string("Clients cannot find the program by themselves: ") + error.what();
+    if (discovery_trouble_.IsNews(trouble_)) parts_.record(trouble_);
   }
+}
+
+void NetworkFront::ShowRequest(const HttpRequest& request, int status) const {
+  if (parts_.traffic == nullptr || !parts_.traffic->Wants(TrafficCategory::kNetwork)) return;
+  std::string line = request.peer.address + " ";
+  AppendShort(line, request.method_name);
+  line += " ";
+  // Without the query, and only what is a path: the rest may have what is not for everybody's eyes.
+  AppendShort(line, request.path.starts_with('/') ? request.path : "*");
+  parts_.traffic->TrafficLine(line + ": " + std::to_string(status));
 }
 
 void NetworkFront::TryAgainLater() {

@@ -20,6 +20,8 @@
 #include "network/http/resources.h"
 #include "network/http/sockets.h"
 #include "network/readings.h"
+#include "network/served.h"
+#include "server/traffic.h"
 #include "verdict/observation.h"
 
 namespace orvalis::network {
@@ -35,6 +37,7 @@ class NetworkFront {
     std::function<const Observation&()> observe;       ///< the account of now
     std::function<void(const std::string&)> record;    ///< an event
     std::function<void(const std::string&)> complain;  ///< what a person should mend; "" when it is mended
+    Traffic* const& traffic;                           ///< null while the traffic window is closed
   };
 
   explicit NetworkFront(Parts parts);
@@ -57,6 +60,8 @@ class NetworkFront {
   [[nodiscard]] const Station& station() const { return station_; }
   /// Whether clients can connect.
   [[nodiscard]] bool open() const { return server_.open(); }
+  /// Where it can be reached now, and what cannot be served.
+  [[nodiscard]] Served served() const;
 
  private:
   /// What the settings ask for.
@@ -73,6 +78,8 @@ class NetworkFront {
   void Open();
   void OpenDiscovery();
   void TryAgainLater();
+  /// A line in the traffic window, where that is wanted.
+  void ShowRequest(const HttpRequest& request, int status) const;
   [[nodiscard]] std::string Place() const;
 
   Parts parts_;
@@ -84,6 +91,7 @@ class NetworkFront {
   std::optional<Wanted> wanted_;  ///< nothing while it is off
   std::optional<AlpacaDiscovery> discovery_;
   std::unique_ptr<DatagramListener> discovery_listener_;
+  std::string trouble_;  ///< that lasts
   OnceUntilMended server_trouble_;
   OnceUntilMended discovery_trouble_;
   EventLoop::TimerId minute_timer_ = 0;

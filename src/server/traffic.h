@@ -10,11 +10,11 @@
 namespace orvalis {
 
 /// The category of a client's call; each has its own check box in the traffic window.
-enum class TrafficCategory { kMove, kOther, kTemp, kMoving };
-constexpr std::size_t kTrafficCategories = 4;
+enum class TrafficCategory { kMove, kOther, kTemp, kMoving, kNetwork };
+constexpr std::size_t kTrafficCategories = 5;
 
-/// The running text of the traffic window: the clients' calls and the answers. The pieces are ASCII except for a
-/// locale's decimal separator; lines end in CR LF.
+/// The running text of the traffic window: the clients' calls and requests, and the answers. The pieces are ASCII
+/// except for a locale's decimal separator; lines end in CR LF.
 class Traffic {
  public:
   /// Each write drops older characters, even in the middle of a line.
@@ -48,7 +48,7 @@ class Traffic {
   std::string text_;
   bool at_line_start_ = true;
   bool paused_ = false;
-  std::array<bool, kTrafficCategories> wanted_ = {true, true, true, false};
+  std::array<bool, kTrafficCategories> wanted_ = {true, true, true, false, false};
   std::function<void()> changed_;
 };
 

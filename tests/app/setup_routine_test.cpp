@@ -29,6 +29,9 @@ TEST(SetupFields, BadInputGetsItsMessageAndReplacement) {
       {"SafeHoldSeconds", "3601", "invalid input in Hold before safe, must be 0 through 3600", -9999},
       {"SafeHoldSeconds", "-1", "invalid input in Hold before safe, must be 0 through 3600", -9999},
       {"SafeHoldSeconds", "3600", "", 3600},
+      {"NetworkPort", "0", "invalid input in Port, must be 1 through 65535", -9999},
+      {"NetworkPort", "65536", "invalid input in Port, must be 1 through 65535", -9999},
+      {"NetworkPort", "65535", "", 65535},
       {"TPTempHysteresis", "x", "invalid input in Temp hysteresis value, 9.9 to 0.1", -9999},
       {"LightThreshold", "x", "invalid input in LightThreshold, 1 to 1000, defaulted to 950", 300},
       {"CloudThreshCL", "x", "invalid input in CloudThreshC, defaulted to -5.0", -5},
@@ -128,6 +131,7 @@ class SetupRoutineTest : public test::LinkFixture {
   }
 
   bool unit_known = true;
+  std::vector<std::int32_t> ports_served;
   test::FakeTimer poll_timer;
   test::FakeTimer dialog_timer;
   Leftovers leftovers;
@@ -140,7 +144,8 @@ class SetupRoutineTest : public test::LinkFixture {
                         .dialog_timer = dialog_timer,
                         .dialog = dialog,
                         .leftovers = leftovers,
-                        .window = nullptr}};
+                        .window = nullptr,
+                        .network_changed = [this] { ports_served.push_back(settings.NetworkPort); }}};
 };
 
 TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
@@ -155,11 +160,12 @@ TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
     form.texts[FieldIndex("WindSpeedCloseD")] = "30.5";
     form.flags.assign(form.flags.size(), true);
     form.texts[FieldIndex("SafeHoldSeconds")] = "0";
+    form.plain_texts[0] = "0.0.0.0";
     form.files[0] = "/home/a b/rain.wav";
     form.unit.allow_wind = true;
     return true;
   }});
-  ASSERT_EQ(profile.log.size(), 80u);
+  ASSERT_EQ(profile.log.size(), 87u);
   EXPECT_EQ(profile.log[0] + ", " + profile.log[1], "write /COM Port, write /WindSpeedCloseD");
   const std::pair<const char*, const char*> stored[] = {
       {"COM Port", "/dev/ttyACM1"}, {"RainThreshold", "360"}, {"g_sRainSounds", "/home/a b/rain.wav"},
@@ -237,6 +243,16 @@ TEST_F(SetupRoutineTest, AStoreThatFailsKeepsTheDialogOpenAndNothingIsTaken) {
   EXPECT_EQ(dialog.messages, Strings{"cannot write the settings to memory: full"});
   EXPECT_EQ(dialog.shown.size(), 2u);
   EXPECT_EQ(settings.RainThreshold, 350);
+}
+
+TEST_F(SetupRoutineTest, OkServesTheNetworkAgainWhenItsSettingsChanged) {
+  settings.NetworkPort = 0;
+  Run({Type({})});
+  EXPECT_EQ(settings.NetworkEnabled, 0) << "without a port nothing was served, and OK must not change that";
+  EXPECT_EQ(settings.NetworkPort, 11111);
+  Run({Type({{"RainThreshold", "77"}})});
+  Run({Type({{"NetworkPort", "11112"}})});
+  EXPECT_EQ(ports_served, (std::vector{11111, 11112}));
 }
 
 TEST_F(SetupRoutineTest, ASecondRequestBringsTheOpenDialogToTheFront) {

@@ -73,13 +73,15 @@ class NetworkFrontTest : public testing::Test {
   Observation observation_;
   std::vector<std::string> events_;
   std::string complaint_;
+  Traffic* traffic_ = nullptr;
   NetworkFront front_{{.sockets = sockets_,
                        .loop = loop_,
                        .clock = clock_,
                        .store = store_,
                        .observe = [this]() -> const Observation& { return observation_; },
                        .record = [this](const std::string& text) { events_.push_back(text); },
-                       .complain = [this](const std::string& text) { complaint_ = text; }}};
+                       .complain = [this](const std::string& text) { complaint_ = text; },
+                       .traffic = traffic_}};
 };
 
 const std::string kConditions = "/api/v1/observingconditions/0/";
@@ -280,20 +282,39 @@ TEST_F(NetworkFrontTest, WaitsForItsPortAndTakesNoOther) {
                        .store = store_,
                        .observe = [this]() -> const Observation& { return observation_; },
                        .record = [this](const std::string& text) { events_.push_back(text); },
-                       .complain = [this](const std::string& text) { complaint_ = text; }});
+                       .complain = [this](const std::string& text) { complaint_ = text; },
+                       .traffic = traffic_});
   second.Apply(settings_);
   loop_.Advance(3 * kMinute);
   ASSERT_EQ(events_.size(), 1U);
   EXPECT_NE(events_[0].find("another program has the port"), std::string::npos);
   EXPECT_EQ(complaint_, events_[0]);
+  EXPECT_EQ(second.served().trouble, complaint_);
+  EXPECT_EQ(front_.served().pages, std::vector{"http://127.0.0.1:" + std::to_string(port()) + "/"});
   front_.Close();
   loop_.Advance(kMinute);
   EXPECT_TRUE(second.open());
-  EXPECT_EQ(complaint_, "");
+  EXPECT_EQ(complaint_ + second.served().trouble, "");
   EXPECT_EQ(events_.size(), 2U);
   settings_.NetworkEnabled = 0;
   second.Apply(settings_);
   EXPECT_FALSE(second.open());
+}
+
+TEST_F(NetworkFrontTest, ShowsItsRequestsWhileTheirBoxIsTicked) {
+  Start();
+  Traffic traffic;
+  traffic_ = &traffic;
+  Get(kSafety + "issafe");
+  EXPECT_EQ(traffic.text(), "");
+  traffic.SetWanted(TrafficCategory::kNetwork, true);
+  Get(kSafety + "issafe", "ClientID=7&key=secret");
+  Ask("BREW", "/n\xE4he/" + std::string(100, 'a'), "");
+  Ask("GET", "user:secret@dome", "");
+  traffic_ = nullptr;
+  EXPECT_EQ(Ask("GET", "/help", "").first, kOk);
+  EXPECT_EQ(traffic.text(), "127.0.0.1 GET /api/v1/safetymonitor/0/issafe: 200\r\n127.0.0.1 BREW /n%E4he/" +
+                                std::string(94, 'a') + "...: 404\r\n127.0.0.1 GET *: 404\r\n");
 }
 
 TEST_F(NetworkFrontTest, IsFoundWhenItIsOpenToTheNetwork) {

@@ -30,6 +30,7 @@ class SetupDialogTest : public LinkFixture {
       form.flags.push_back(i % 2 == 0);
       if (SetupFlags()[i].name == "AdvancedMode") advanced_mode = i;
     }
+    for (std::size_t i = 0; i < SetupTexts().size(); ++i) form.plain_texts.push_back("text " + std::to_string(i));
     for (std::size_t i = 0; i < SetupFiles().size(); ++i) form.files.push_back("/sounds/file " + std::to_string(i));
     form.unit.force_relay = form.unit.allow_wind = true;
     form.unit_known = true;
@@ -77,13 +78,15 @@ class SetupDialogTest : public LinkFixture {
   int reported = 0;
   int succeeded = 0;
   std::vector<SerialPortEntry> ports{{"/dev/ttyUSB0", "FTDI adapter"}, {"/dev/ttyS0", ""}};
+  network::Served served;
   AlertTrial trial{{.observer = observer, .sounds = alerted, .programs = alerted, .events = events}};
   frmSetup dialog{{.switches = switches,
                    .trial = trial,
                    .ports = [this] { return ports; },
                    .report = [this](const std::exception_ptr&) { ++reported; },
                    .succeeded = [this] { ++succeeded; },
-                   .version = "0.1.0"}};
+                   .version = "0.1.0",
+                   .network = [this] { return served; }}};
   SetupForm form;
 };
 
@@ -92,8 +95,8 @@ TEST_F(SetupDialogTest, EveryRowHasItsControlAndComesBackUntouched) {
   for (int round = 0; round < 2; ++round) {
     const SetupForm given = form;
     EXPECT_TRUE(Exec([] {}));
-    EXPECT_EQ(std::tie(form.texts, form.flags, form.files, form.port),
-              std::tie(given.texts, given.flags, given.files, given.port));
+    EXPECT_EQ(std::tie(form.texts, form.flags, form.plain_texts, form.files, form.port),
+              std::tie(given.texts, given.flags, given.plain_texts, given.files, given.port));
     for (const SetupUnitOption& option : SetupUnitOptions()) {
       EXPECT_EQ(form.unit.*option.member, given.unit.*option.member) << option.name;
       form.unit.*option.member = !(form.unit.*option.member);
@@ -141,7 +144,7 @@ TEST_F(SetupDialogTest, AdvancedShowsTheLeftovers) {
   form.flags[advanced_mode] = false;
   Exec([&] {
     auto* tabs = Get<QTabWidget>("pages");
-    const int leftovers = 4;
+    const int leftovers = 5;
     ASSERT_TRUE(tabs->widget(leftovers)->isAncestorOf(Get<QWidget>("Frame4")));
     EXPECT_FALSE(tabs->isTabVisible(leftovers));
     Click("cmdAdvanced");
@@ -270,6 +273,24 @@ TEST_F(SetupDialogTest, APortThatIsNotInTheListCanBeTyped) {
     Get<QComboBox>("gPort")->setEditText("2 ");
   });
   EXPECT_EQ(form.port, "2");
+}
+
+TEST_F(SetupDialogTest, TheAddressIsChosenOrTypedAndThePagesServedAreLinks) {
+  const auto address_after = [&](const char* given, const char* shown, const char* typed) {
+    form.plain_texts[0] = given;
+    Exec([&] {
+      EXPECT_EQ(Get<AddressBox>("NetworkAddress")->currentText(), shown);
+      if (typed != nullptr) Get<AddressBox>("NetworkAddress")->setEditText(typed);
+    });
+    return form.plain_texts[0];
+  };
+  served = {.pages = {"http://[::1]:11111/"}, .trouble = "<port>"};
+  EXPECT_EQ(address_after("0.0.0.0", "All interfaces", " 192.168.1.7 "), "192.168.1.7");
+  EXPECT_EQ(address_after("0.0.0.0", "All interfaces", "This machine only"), "127.0.0.1");
+  EXPECT_EQ(address_after("dome", "dome", nullptr), "dome");
+  EXPECT_TRUE(Get<AddressBox>("NetworkAddress")->Meaning().startsWith("↑ Not an address"));
+  const QString now = Get<QLabel>("NetworkNow")->text();
+  EXPECT_TRUE(now.contains("href=\"http://[::1]:11111/\"") && now.contains("&lt;port&gt;")) << now.toStdString();
 }
 
 TEST_F(SetupDialogTest, NoKeyIsTakenTwiceOnAPage) { EXPECT_EQ(KeysTakenTwice(dialog), ""); }

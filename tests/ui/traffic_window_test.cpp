@@ -39,6 +39,9 @@ TEST(TrafficWindow, ShowsPausesClearsAndFilters) {
     window.findChild<QCheckBox*>(name)->click();
     EXPECT_FALSE(traffic.Wants(category)) << name;
   }
+  EXPECT_FALSE(traffic.Wants(TrafficCategory::kNetwork));
+  window.findChild<QCheckBox*>("chkNetwork")->click();
+  EXPECT_TRUE(traffic.Wants(TrafficCategory::kNetwork));
   EXPECT_TRUE(QFontInfo(text->font()).fixedPitch()) << QFontInfo(text->font()).family().toStdString();
 }
 

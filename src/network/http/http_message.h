@@ -46,9 +46,10 @@ struct HeaderField {
 /// A complete request. Its texts are valid while it is being answered.
 struct HttpRequest {
   Method method = Method::kOther;
-  std::string_view authority;  ///< host and port that the client believes to talk to; "" when it does not say
-  std::string_view path;       ///< as sent, without the query
-  std::string_view query;      ///< what follows the "?"
+  std::string_view method_name;  ///< as sent
+  std::string_view authority;    ///< host and port that the client believes to talk to; "" when it does not say
+  std::string_view path;         ///< as sent, without the query
+  std::string_view query;        ///< what follows the "?"
   std::span<const HeaderField> headers;
   std::string_view body;
   Peer peer;

@@ -116,6 +116,7 @@ void HttpParser::ReadRequest() {
   const auto& message = beast_->parser.get();
   for (const auto& field : message) headers_.push_back({View(field.name_string()), View(field.value())});
   request_.method = MethodOf(message.method());
+  request_.method_name = View(message.method_string());
   request_.headers = headers_;
   request_.body = message.body();
   request_.authority = request_.Header("Host");

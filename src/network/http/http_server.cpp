@@ -95,6 +95,12 @@ void HttpServer::CheckTimes() {
 }
 
 HttpResponse HttpServer::Answer(const HttpRequest& request) {
+  HttpResponse response = Respond(request);
+  if (parts_.answered) parts_.answered(request, response.status);
+  return response;
+}
+
+HttpResponse HttpServer::Respond(const HttpRequest& request) {
   const Resource* const resource = parts_.resources.Find(request.path);
   const bool shared = resource != nullptr && resource->shared;
   if (auto refusal = guard_->Refuse(request, shared)) {

@@ -32,6 +32,8 @@ class HttpServer : private HttpConnection::Owner {
     const Clock& clock;
     const Resources& resources;
     std::function<void(const std::string&)> report;  ///< something was refused, or failed; at most once a minute
+    /// Called with every complete request and the status of its answer. Must not throw.
+    std::function<void(const HttpRequest&, int status)> answered = {};
   };
   /// Who answers, for the header of every answer, and who may ask.
   struct Identity {
@@ -57,6 +59,7 @@ class HttpServer : private HttpConnection::Owner {
   void CheckTimes();
 
   [[nodiscard]] HttpResponse Answer(const HttpRequest& request) override;
+  [[nodiscard]] HttpResponse Respond(const HttpRequest& request);
   [[nodiscard]] std::string_view CommonFields() override;
   [[nodiscard]] std::int64_t Now() const override { return parts_.loop.TickCount(); }
   void NoteRefusal(const Peer& peer, const std::string& reason) override;

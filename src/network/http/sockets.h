@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvalis::network {
 
@@ -98,6 +99,9 @@ class Sockets {
   [[nodiscard]] virtual std::unique_ptr<DatagramListener> AnswerDatagrams(const SharedPort& port, Answer answer) = 0;
   /// What this machine is called, without its domain.
   [[nodiscard]] virtual std::string MachineName() const = 0;
+  /// The numeric addresses that this machine has now, its own to itself first. Without those of IPv6 that need an
+  /// interface named.
+  [[nodiscard]] virtual std::vector<std::string> MachineAddresses() const = 0;
 };
 
 }  // namespace orvalis::network

@@ -10,6 +10,7 @@
 #include <QTcpSocket>
 #include <QTimer>
 #include <QUdpSocket>
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <utility>
@@ -221,5 +222,16 @@ std::unique_ptr<network::DatagramListener> QtSockets::AnswerDatagrams(const Shar
 }
 
 std::string QtSockets::MachineName() const { return QSysInfo::machineHostName().section('.', 0, 0).toStdString(); }
+
+std::vector<std::string> QtSockets::MachineAddresses() const {
+  std::vector<std::string> addresses;
+  for (const QHostAddress& address : QNetworkInterface::allAddresses()) {
+    if (!address.isLinkLocal()) addresses.push_back(address.toString().toStdString());
+  }
+  std::stable_partition(addresses.begin(), addresses.end(), [](const std::string& address) {
+    return QHostAddress(QString::fromStdString(address)).isLoopback();
+  });
+  return addresses;
+}
 
 }  // namespace orvalis

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "network/http/sockets.h"
 
@@ -15,6 +16,7 @@ class QtSockets : public network::Sockets {
   [[nodiscard]] std::unique_ptr<network::DatagramListener> AnswerDatagrams(const SharedPort& port,
                                                                            Answer answer) override;
   [[nodiscard]] std::string MachineName() const override;
+  [[nodiscard]] std::vector<std::string> MachineAddresses() const override;
 };
 
 }  // namespace orvalis

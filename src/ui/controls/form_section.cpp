@@ -59,6 +59,12 @@ QLabel* FormSection::Field(const char* name, const QString& label, const QString
   return title;
 }
 
+void FormSection::Text(const char* name, const QString& label) {
+  auto* box = new NightProof<QLineEdit>;
+  box->setObjectName(name);
+  Control(label, box, {});
+}
+
 QLabel* FormSection::MakeRemark(const QString& name) {
   auto* remark = new QLabel;
   remark->setObjectName(name);
@@ -80,7 +86,7 @@ QCheckBox* FormSection::Check(const char* name, const QString& text, const QStri
   return box;
 }
 
-void FormSection::Meaning(const QString& text) {
+QLabel* FormSection::Meaning(const QString& text) {
   auto* meaning = new QLabel(text);
   meaning->setWordWrap(true);
   meaning->setBuddy(last_);
@@ -90,6 +96,7 @@ void FormSection::Meaning(const QString& text) {
   const int mark = meaning->style()->pixelMetric(QStyle::PM_IndicatorWidth) + kBesideMark;
   meaning->setContentsMargins(mark, 0, 0, 4);
   grid_->addWidget(meaning, row_++, kLabelColumn, 1, kColumns);
+  return meaning;
 }
 
 void FormSection::Checks(std::initializer_list<NamedBox> boxes) {
@@ -108,6 +115,7 @@ void FormSection::Control(const QString& label, QWidget* control, const QString&
   if (!tip.isEmpty()) control->setToolTip(tip);
   grid_->addWidget(title, row_, kLabelColumn);
   grid_->addWidget(control, row_++, kControlColumn, 1, kColumns - kControlColumn);
+  last_ = control;
 }
 
 void FormSection::Row(std::initializer_list<QWidget*> controls) {

@@ -37,9 +37,11 @@ class FormSection {
   /// A text box for a number, with a hidden label below it for advice; returns the label in front of it.
   QLabel* Field(const char* name, const QString& label, const QString& unit, const QString& tip,
                 Width width = Width::kNumber);
+  /// A text box for a text, as wide as there is room.
+  void Text(const char* name, const QString& label);
   QCheckBox* Check(const char* name, const QString& text, const QString& tip);
-  /// What the last box means, in a line of its own.
-  void Meaning(const QString& text);
+  /// What the last box means, below it.
+  QLabel* Meaning(const QString& text);
   /// Check boxes side by side.
   void Checks(std::initializer_list<NamedBox> boxes);
   /// A control that takes what width there is.
@@ -57,7 +59,7 @@ class FormSection {
 
   QGridLayout* grid_;
   int row_ = 0;
-  QWidget* last_ = nullptr;  ///< the last text or check box
+  QWidget* last_ = nullptr;  ///< the last box that one can set
 };
 
 }  // namespace orvalis

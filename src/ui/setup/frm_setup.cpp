@@ -11,6 +11,7 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <chrono>
 #include <stdexcept>
 #include <utility>
 
@@ -21,6 +22,7 @@
 #include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/screen_place.h"
+#include "ui/controls/web_page.h"
 
 namespace orvalis {
 
@@ -33,6 +35,7 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
   pages_->addTab(BuildThresholdsPage(), "&Thresholds");
   pages_->addTab(BuildSafetyPage(), "Sa&fety");
   pages_->addTab(BuildAlertsPage(), "&Alerts");
+  pages_->addTab(BuildNetworkPage(), "&Network");
   leftovers_page_ = BuildLeftoversPage();
   pages_->addTab(leftovers_page_, "&Leftovers");
   auto* column = new QVBoxLayout(this);
@@ -92,6 +95,9 @@ void frmSetup::CollectControls() {
   for (const SetupFlag& flag : SetupFlags()) {
     flags_.push_back(flag.name == "AdvancedMode" ? nullptr : Find<QAbstractButton>(flag.name));
   }
+  for (const SetupText& text : SetupTexts()) {
+    plain_texts_.push_back(text.name == "NetworkAddress" ? nullptr : Find<QLineEdit>(text.name));
+  }
   for (const SetupFile& file : SetupFiles()) {
     files_.push_back(Find<PathButton>(file.name));
     results_.push_back(Find<QLabel>(std::string(file.name) + FormSection::kResultEnd));
@@ -106,6 +112,14 @@ void frmSetup::ConnectControls() {
   }
   for (QLineEdit* field : fields_) connect(field, &QLineEdit::textChanged, this, &frmSetup::ShowAdvice);
   connect(port_, &QComboBox::editTextChanged, this, &frmSetup::ShowPortNote);
+  connect(address_, &QComboBox::editTextChanged, this, &frmSetup::ShowAddressNote);
+  connect(network_now_, &QLabel::linkActivated, this, [this](const QString& page) { OpenWebPage(QUrl(page), this); });
+  // A port becomes free, an adapter is plugged in.
+  constexpr std::chrono::seconds kLookAgain{1};
+  network_timer_.setInterval(kLookAgain);
+  connect(&network_timer_, &QTimer::timeout, this, [this] {
+    if (network_now_->isVisible()) ShowNetworkNow();
+  });
   for (std::size_t i = 0; i < files_.size(); ++i) {
     // Not "toggled": only the user's own click asks for a file.
     connect(Find<QCheckBox>(SetupFiles()[i].check_box), &QCheckBox::clicked, this, [this, i](bool on) {
@@ -124,7 +138,9 @@ bool frmSetup::Exec(SetupForm& form) {
   // What the frame measures is known when the window is there.
   QTimer::singleShot(0, this, [this] { MoveOntoScreen(*this); });
   FocusBadField();
+  network_timer_.start();
   const bool confirmed = exec() == QDialog::Accepted;
+  network_timer_.stop();
   position_ = pos();
   ReadForm(form);
   return confirmed;
@@ -146,6 +162,7 @@ void frmSetup::ShowForm(const SetupForm& form) {
       if (flags_[i]->autoExclusive() && !form.flags[i]) relative_->setChecked(true);
     }
   }
+  for (std::size_t i = 0; i < plain_texts_.size(); ++i) SetPlainText(i, form.plain_texts[i]);
   for (std::size_t i = 0; i < files_.size(); ++i) {
     files_[i]->SetPath(form.files[i]);
     results_[i]->hide();
@@ -155,6 +172,8 @@ void frmSetup::ShowForm(const SetupForm& form) {
   ShowUnit(form.unit, form.unit_known);
   port_->SetPort(form.port);
   ShowPortNote();
+  ShowAddressNote();
+  ShowNetworkNow();
   UpdateControls();
 }
 
@@ -174,6 +193,7 @@ void frmSetup::ReadForm(SetupForm& form) const {
   for (std::size_t i = 0; i < flags_.size(); ++i) {
     form.flags[i] = flags_[i] == nullptr ? advanced_ : flags_[i]->isChecked();
   }
+  for (std::size_t i = 0; i < plain_texts_.size(); ++i) form.plain_texts[i] = PlainText(i);
   for (std::size_t i = 0; i < files_.size(); ++i) {
     const SetupFile& file = SetupFiles()[i];
     const bool given = !file.of_verdict || Find<QCheckBox>(file.check_box)->isChecked();
@@ -208,6 +228,40 @@ void frmSetup::UpdateControls() {
 void frmSetup::ShowPortNote() {
   const QString description = port_->Description();
   port_note_->setText(description.isEmpty() ? QString("No known device on this port") : description);
+}
+
+std::string frmSetup::PlainText(std::size_t text) const {
+  return plain_texts_[text] == nullptr ? address_->address() : plain_texts_[text]->text().trimmed().toStdString();
+}
+
+void frmSetup::SetPlainText(std::size_t text, const std::string& value) {
+  if (PlainText(text) == value) return;  // it keeps its cursor and undo history
+  if (plain_texts_[text] == nullptr) {
+    address_->SetAddress(value);
+  } else {
+    plain_texts_[text]->setText(ToQString(value));
+  }
+}
+
+void frmSetup::ShowAddressNote() {
+  address_note_->setText(address_->Meaning());
+  address_->setAccessibleDescription(address_->Meaning());
+}
+
+void frmSetup::ShowNetworkNow() {
+  const network::Served served = parts_.network();
+  // The style sheet of the night does not reach links.
+  const QPalette palette = IsNight(this) ? Theme::Night().palette() : QDialog::palette();
+  const QString colour = palette.color(QPalette::Link).name();
+  QString text;
+  for (const std::string& page : served.pages) {
+    const QString shown = ToQString(page).toHtmlEscaped();
+    text += QString("<div><a href=\"%1\" style=\"color: %2\">%1</a></div>").arg(shown, colour);
+  }
+  if (!served.trouble.empty()) text += "<div>" + ToQString(served.trouble).toHtmlEscaped() + "</div>";
+  if (text.isEmpty()) text = "Nothing is served.";
+  // Set again, it would lose the link that has the focus.
+  if (network_now_->text() != text) network_now_->setText(text);
 }
 
 void frmSetup::ShowAdvice() {

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QPoint>
+#include <QTimer>
 #include <cstddef>
 #include <exception>
 #include <functional>
@@ -12,7 +13,9 @@
 
 #include "app/alert_trial.h"
 #include "app/setup_routine.h"
+#include "network/served.h"
 #include "ui/controls/path_button.h"
+#include "ui/setup/address_box.h"
 #include "ui/setup/port_box.h"
 #include "unit/serial_port_entry.h"
 
@@ -25,9 +28,9 @@ class QTabWidget;
 
 namespace orvalis {
 
-/// The setup dialog: a page each for the connection, the thresholds, the verdict, the alerts and, in the advanced
-/// layout, the leftovers of the focuser driver. It shows a SetupForm and returns it; only the immediate switches act on
-/// their own. Its controls have the names in the tables of setup_fields.h.
+/// The setup dialog: a page each for the connection, the thresholds, the verdict, the alerts, the network and, in the
+/// advanced layout, the leftovers of the focuser driver. It shows a SetupForm and returns it; only the immediate
+/// switches act on their own. Its controls have the names in the tables of setup_fields.h.
 class frmSetup : public QDialog, public SetupDialog {
   Q_OBJECT
  public:
@@ -40,6 +43,7 @@ class frmSetup : public QDialog, public SetupDialog {
     std::function<void()> succeeded;  ///< called when a switch succeeded
     QString version;
     NumberLocale locale = {};  ///< how the numbers in the boxes are written
+    std::function<network::Served()> network = [] { return network::Served(); };  ///< what is served now
   };
   explicit frmSetup(Parts parts, QWidget* parent = nullptr);
 
@@ -63,6 +67,7 @@ class frmSetup : public QDialog, public SetupDialog {
   QWidget* BuildThresholdsPage();
   QWidget* BuildSafetyPage();
   QWidget* BuildAlertsPage();
+  QWidget* BuildNetworkPage();
   QWidget* BuildLeftoversPage();
   QBoxLayout* BuildFooter();
   /// Finds the control of every row of the tables. Throws std::logic_error for a row without one.
@@ -77,6 +82,9 @@ class frmSetup : public QDialog, public SetupDialog {
   /// Updates which boxes can be edited and the unit of temperature. Disabled boxes are read all the same.
   void UpdateControls();
   void ShowPortNote();
+  void ShowAddressNote();
+  /// Where the network can reach the program now; while the page is open it is kept up to date.
+  void ShowNetworkNow();
   /// Shows below each box what OK would store.
   void ShowAdvice();
   /// Sets the focus to the bad input that the dialog is shown again for, if any.
@@ -94,6 +102,8 @@ class frmSetup : public QDialog, public SetupDialog {
   [[nodiscard]] Control* Find(std::string_view name) const;
   /// None when they cannot be listed; any port can still be typed.
   [[nodiscard]] std::vector<SerialPortEntry> ListPorts() const;
+  [[nodiscard]] std::string PlainText(std::size_t text) const;
+  void SetPlainText(std::size_t text, const std::string& value);
 
   Parts parts_;
   bool advanced_ = false;
@@ -110,6 +120,10 @@ class frmSetup : public QDialog, public SetupDialog {
   PathButton* full_log_path_ = nullptr;
   QCheckBox* one_line_log_ = nullptr;
   PathButton* one_line_log_path_ = nullptr;
+  AddressBox* address_ = nullptr;
+  QLabel* address_note_ = nullptr;
+  QLabel* network_now_ = nullptr;
+  QTimer network_timer_;
   QLabel* temperature_label_ = nullptr;
   QRadioButton* relative_ = nullptr;  ///< the other button in the group of "Absolute"
   QPushButton* advanced_button_ = nullptr;
@@ -118,6 +132,7 @@ class frmSetup : public QDialog, public SetupDialog {
   std::vector<QLineEdit*> fields_;
   std::vector<QLabel*> advice_;
   std::vector<QAbstractButton*> flags_;  ///< null for the layout, which is not a box
+  std::vector<QLineEdit*> plain_texts_;  ///< null for the address, which has a box of its own
   std::vector<PathButton*> files_;
   std::vector<QLabel*> results_;  ///< of trying the files out
   std::vector<QCheckBox*> unit_options_;

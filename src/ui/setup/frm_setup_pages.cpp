@@ -116,7 +116,7 @@ QWidget* frmSetup::BuildThresholdsPage() {
   FormSection rain("Rain", page.right);
   rain.Field("RainThreshold", "\"W&et\" above:", "counts", "\"Rain\" when more than 20 counts above this; 1 to 999");
   rain.Field("RainOnTimeL", "&On for:", "s", "Stored in the unit: rain alarm duration, 1 to 999");
-  rain.Check("AllowRain", "Unit alarms on rai&n", {});
+  rain.Check("AllowRain", "Unit alarms on rain", {});
 
   FormSection outputs("Heater and relay", page.right);
   outputs.Checks({{"AllowHeater", "Allow heater"}, {"ForceHeater", "Force heater"}});
@@ -197,6 +197,43 @@ QWidget* frmSetup::BuildAlertsPage() {
       {"Relay", "chkRelaySounds", "RelaySounds", "chkRelayApp", "RelayApp"},
   };
   for (const Row& row : kConditionRows) add(condition, row);
+  Finish(page);
+  return page.scroll;
+}
+
+QWidget* frmSetup::BuildNetworkPage() {
+  const Page page = MakePage("Frame6", "Network", Columns::kTwo);
+
+  FormSection serving("For other programs", page.left);
+  serving.Check("chkNetworkEnabled", "&Serve the readings over HTTP", {});
+  serving.Meaning(
+      "Observatory programs, scripts and browsers can read the values and whether it is safe. Nothing can be changed "
+      "that way, and no password is read.");
+  address_ = new AddressBox;
+  address_->setObjectName("NetworkAddress");
+  serving.Control("A&ddress:", address_, {});
+  address_note_ = serving.Meaning({});
+  address_->setToolTip("For one interface alone, type its address");
+  serving.Field("NetworkPort", "&Port:", {}, {});
+  serving.Meaning("1 to 65535. A second Orvalis on this machine needs a port of its own.");
+  serving.Check("chkNetworkDiscovery", "Clients find it by themsel&ves", {});
+  serving.Meaning("Programs that look for ASCOM Alpaca see it, while it is open to the network.");
+
+  FormSection now("Now served at", page.right);
+  network_now_ = now.Note({});
+  network_now_->setObjectName("NetworkNow");
+  network_now_->setTextFormat(Qt::RichText);
+  network_now_->setWordWrap(true);
+  network_now_->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::LinksAccessibleByKeyboard);
+  network_now_->setAccessibleName("Now served at");
+
+  FormSection names("Names", page.right);
+  names.Text("NetworkStation", "Stat&ion:");
+  names.Meaning("What other programs call this one. Empty: the machine's name.");
+  names.Text("NetworkNames", "Further na&mes:");
+  names.Meaning("Host names that a browser may reach this machine by, besides its own, such as a proxy's.");
+  names.Text("NetworkAllowOrigin", "&Other site:");
+  names.Meaning("A web site whose pages may read too, such as https://club.example.org; * for all. Empty: none.");
   Finish(page);
   return page.scroll;
 }

@@ -82,11 +82,13 @@ QWidget* frmShow::BuildControls() {
   for (const Filter& filter : {Filter{"chkMove", "Move / Halt", TrafficCategory::kMove, 0, 1},
                                Filter{"chkOther", "Other Calls", TrafficCategory::kOther, 0, 2},
                                Filter{"chkTemp", "Temp Related", TrafficCategory::kTemp, 1, 1},
-                               Filter{"chkMoving", "IsMoving", TrafficCategory::kMoving, 1, 2}}) {
+                               Filter{"chkMoving", "IsMoving", TrafficCategory::kMoving, 1, 2},
+                               Filter{"chkNetwork", "Network requests", TrafficCategory::kNetwork, 2, 1}}) {
     auto* box = new QCheckBox(filter.caption);
     box->setObjectName(filter.name);
     box->setChecked(traffic_.Wants(filter.category));
-    grid->addWidget(box, filter.row, filter.column);
+    // The last one has a row of its own.
+    grid->addWidget(box, filter.row, filter.column, 1, filter.row == 2 ? 2 : 1);
     connect(box, &QCheckBox::toggled, this,
             [this, category = filter.category](bool on) { traffic_.SetWanted(category, on); });
   }

@@ -10,7 +10,8 @@ class QPushButton;
 
 namespace orvalis {
 
-/// The traffic window: the calls of automation clients and their answers, live. Closing deletes it and its text.
+/// The traffic window: the calls of automation clients and the requests of the network, with their answers, live.
+/// Closing deletes it and its text.
 class frmShow : public QWidget {
   Q_OBJECT
  public:

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace orvalis::network {
+
+/// What the network can reach now.
+struct Served {
+  std::vector<std::string> pages = {};  ///< the address of each page to begin at, such as "http://127.0.0.1:11111/"
+  std::string trouble = {};             ///< what does not work, and why; "" when everything does
+};
+
+}  // namespace orvalis::network
