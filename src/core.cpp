@@ -166,6 +166,16 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
       server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
                                          .record = [this](const std::string& text) { events_.Record(text); },
                                          .ends_with_last_client = line.automation})),
+      observations_({.loop = loop_,
+                     .station = [this]() -> const Station& { return network_.station(); },
+                     .observe = [this]() -> const Observation& { return observer_.Now(); },
+                     .recorded =
+                         [this] {
+                           history_.Remember();
+                           return network::ObservationService::Recorded{.history = history_.Shown(),
+                                                                        .demo = history_.demo_shown()};
+                         },
+                     .counters = [this] { return CountersNow(); }}),
       network_({.sockets = sockets_,
                 .loop = loop_,
                 .clock = clock_,
@@ -176,9 +186,10 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                     [this](const std::string& text) {
                       panel_.Stand({.cause = StandingMessage::Cause::kNetwork, .text = text});
                     }}) {
+  observations_.AddTo(network_.resources());
   error_log_.Open(PathFromText(ProgramFolder()));
   observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
-  poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
+  poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame, observer_.Now().verdict.safe); });
   if (line_.headless && line_.automation) {
     events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
   } else if (line_.headless) {
@@ -297,6 +308,15 @@ void Core::Announce(const Observation& now, const Observer::News& news) {
   verdict_records_.Note(now, news);
   if (!now.verdict.safe) poll_.KeepRecord(news.verdict);
   network_.Note(now);
+  observations_.Note(now, news.reading || news.reasons);
+}
+
+network::MetricCounters Core::CountersNow() {
+  const auto& readings = publisher_.readings().counts();
+  const auto& pictures = publisher_.webcam().counts();
+  return {.connections = link_.session(),
+          .uploads = readings.succeeded + pictures.succeeded,
+          .failed_uploads = readings.failed + pictures.failed};
 }
 
 void Core::Report(const std::string& text) {

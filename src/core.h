@@ -28,6 +28,7 @@
 #include "logs/log_writer.h"
 #include "logs/verdict_log.h"
 #include "network/network_front.h"
+#include "network/observation/observation_service.h"
 #include "panel/panel_model.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
@@ -150,6 +151,7 @@ class Core {
   void StartUp(Front* front);
   /// A second has passed.
   void Poll();
+  [[nodiscard]] network::MetricCounters CountersNow();
   /// What follows from an update of the observation.
   void Announce(const Observation& now, const Observer::News& news);
   /// Shows what goes wrong in the background where a person looks.
@@ -205,6 +207,7 @@ class Core {
   Traffic* traffic_ = nullptr;  ///< none while the traffic window is closed
   Weather::Parts weather_parts_;
   std::unique_ptr<WeatherServer> server_;  ///< null where clients are not supported
+  network::ObservationService observations_;
   QtSockets sockets_;
   network::NetworkFront network_;
 };

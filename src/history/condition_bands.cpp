@@ -17,6 +17,8 @@ std::string_view Name(Condition condition) {
       return "rain";
     case Condition::kUnsafe:
       return "unsafe";
+    case Condition::kSafe:
+      return "safe";
   }
   return "";
 }

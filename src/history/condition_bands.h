@@ -8,7 +8,7 @@
 
 namespace orvalis {
 
-/// "clear", "partly cloudy", "cloudy", "rain", "unsafe"
+/// "clear", "partly cloudy", "cloudy", "rain", "unsafe", "safe"
 [[nodiscard]] std::string_view Name(Condition condition);
 
 /// When `condition` held within `range`, for a picture `columns` wide: bands closer together than a column are merged.

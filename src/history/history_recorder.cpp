@@ -48,8 +48,15 @@ void HistoryRecorder::Load() {
   });
 }
 
-void HistoryRecorder::Note(const WeatherState& weather, const SensorFrame& frame) {
-  const Sample sample = SampleOf(weather, frame, Now());
+void HistoryRecorder::Remember() {
+  if (std::exchange(parts_.remember, true)) return;
+  Flush();
+  if (load_timer_ == 0) Load();
+}
+
+void HistoryRecorder::Note(const WeatherState& weather, const SensorFrame& frame, bool safe) {
+  Sample sample = SampleOf(weather, frame, Now());
+  if (safe) sample.conditions.Put(Condition::kSafe);
   if (parts_.remember) (weather.from_demo ? demo_ : real_).Add(sample);
   if (!weather.from_demo) NoteForStore(sample);
   if (std::exchange(demo_shown_, weather.from_demo) != weather.from_demo && replaced_) replaced_();

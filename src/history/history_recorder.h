@@ -31,7 +31,7 @@ class HistoryRecorder {
     const Clock& clock;
     HistoryStore& store;
     std::function<void(const std::string& text)> report;
-    bool remember = true;  ///< keep a history in memory; not needed without a window
+    bool remember = true;  ///< keep a history in memory from the start, for windows
   };
   explicit HistoryRecorder(Parts parts) : parts_(std::move(parts)) {}
   HistoryRecorder(const HistoryRecorder&) = delete;
@@ -40,8 +40,10 @@ class HistoryRecorder {
 
   /// Checks and reads the store shortly after the start.
   void LoadSoon();
-  /// Records a working cycle.
-  void Note(const WeatherState& weather, const SensorFrame& frame);
+  /// Keeps a history in memory from now on, if it does not yet. Reads the store at once.
+  void Remember();
+  /// Records a working cycle; `safe` is the verdict after it.
+  void Note(const WeatherState& weather, const SensorFrame& frame, bool safe);
   /// Stores pending data at exit.
   void Flush();
 

@@ -27,7 +27,7 @@ class GraphTest : public LinkFixture {
       clock.now.second += 10;  // only added up
       weather.sky_celsius = -20 + i % 7;
       weather.wind_mph = weather.wind_gust_mph = i % 9;
-      recorder.Note(weather, SensorFrame());
+      recorder.Note(weather, SensorFrame(), false);
     }
   }
   frmGraph::Parts Parts() {

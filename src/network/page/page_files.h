@@ -1,0 +1,18 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace orvalis::network {
+
+/// A file of the page, as it is in the sources.
+struct PageFile {
+  std::string_view path;          ///< that it is asked for by
+  std::string_view content_type;
+  std::string_view content;
+  std::string_view help;  ///< "" for what only the page itself needs
+};
+
+[[nodiscard]] std::span<const PageFile> PageFiles();
+
+}  // namespace orvalis::network
