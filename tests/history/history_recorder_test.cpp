@@ -56,6 +56,21 @@ TEST_F(HistoryRecorderTest, WhatTheStoreDoesNotTakeIsKeptAndSaidOnce) {
   EXPECT_EQ(history.loaded_to - history.loaded_from, 48 * History::kHourMs);  // read after all
 }
 
+TEST_F(HistoryRecorderTest, BeginsToRememberWhenSomebodyAsks) {
+  HistoryRecorder headless(
+      {.loop = loop, .clock = clock, .store = history, .report = [](const std::string&) {}, .remember = false});
+  Connect(20);
+  headless.Note(weather, SensorFrame(), false);
+  EXPECT_EQ(headless.Shown().size(), 0u);
+  headless.Remember();
+  // What was not stored yet is, so that it is read back with the rest.
+  EXPECT_EQ(Stored(), 1u);
+  EXPECT_EQ(history.loaded_to - history.loaded_from, 48 * History::kHourMs);
+  headless.Note(weather, SensorFrame(), true);
+  ASSERT_EQ(headless.Shown().size(), 1u);
+  EXPECT_TRUE(headless.Shown().Nearest(headless.Now(), 0)->conditions.Has(Condition::kSafe));
+}
+
 TEST_F(HistoryRecorderTest, MadeUpValuesAreNeitherStoredNorMixedWithRealOnes) {
   int replaced = 0;
   recorder.OnReplaced([&] { ++replaced; });

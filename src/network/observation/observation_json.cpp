@@ -45,9 +45,7 @@ std::string Text(const Json& json) { return json.dump(-1, ' ', false, Json::erro
 
 }  // namespace
 
-std::string UtcText(std::int64_t milliseconds) {
-  return FormatTime(TimeAt(milliseconds), "YYYY-MM-DDThh:nn:ss.zzzZ");
-}
+std::string UtcText(std::int64_t milliseconds) { return FormatTime(TimeAt(milliseconds), "YYYY-MM-DDThh:nn:ss.zzzZ"); }
 
 std::string ObservationJson(const Observation& now, const Station& station) {
   const ObservedWords& words = now.words;

@@ -19,13 +19,12 @@ constexpr int kCurvesPerSecond = 4;
 }  // namespace
 
 void ObservationService::AddTo(Resources& resources) {
-  resources.Add(
-      {.path = "/observation",
-       .get = [this](const HttpRequest&) -> HttpResponse {
-         return {.content_type = kJsonType, .body = ObservationJson(parts_.observe(), parts_.station())};
-       },
-       .help = "the readings and whether it is safe, as JSON",
-       .shared = true});
+  resources.Add({.path = "/observation",
+                 .get = [this](const HttpRequest&) -> HttpResponse {
+                   return {.content_type = kJsonType, .body = ObservationJson(parts_.observe(), parts_.station())};
+                 },
+                 .help = "the readings and whether it is safe, as JSON",
+                 .shared = true});
   resources.Add({.path = "/observation/stream",
                  .get = [this](const HttpRequest&) { return Stream(); },
                  .help = "the same whenever it changes, as server-sent events"});

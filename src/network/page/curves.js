@@ -156,7 +156,8 @@ class Drawing {
         path += pen + x.toFixed(1) + ' ' + y(point[1]).toFixed(1);
         pen = 'L';
       }
-      svg.append(element('path', {class: 'curve curve' + i, d: path}));
+      // The first one is on top.
+      svg.insertBefore(element('path', {class: 'curve curve' + i, d: path}), svg.querySelector('.curve'));
       const item = html('li', '');
       const key = element('svg', {viewBox: '0 0 28 8', width: 28, height: 8, 'aria-hidden': 'true'});
       key.append(element('path', {class: 'curve curve' + i, d: 'M0 4L28 4'}));

@@ -48,7 +48,6 @@ class Follower {
     } else {
       this.visible = true;
       this.hurry();
-      this.show(this.view());
     }
   }
 
@@ -72,6 +71,7 @@ class Follower {
   }
 
   tick() {
+    if (this.visible !== (document.visibilityState !== 'hidden')) this.followVisibility();
     if (!this.visible) return;
     const silence = this.last ? this.age(this.last) : Infinity;
     if (silence > SILENCE_MS && this.stream) this.closeStream();

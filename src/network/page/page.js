@@ -22,7 +22,7 @@ function measure(kind) {
     difference: {sign: temperature.sign, decimals: 1, convert: temperature.step},
     speed: {sign: speed.sign, decimals: 1, convert: (value) => value * speed.factor},
     percent: {sign: '%', decimals: 0, convert: (value) => value},
-    counts: {sign: 'counts', decimals: 0, convert: (value) => value},
+    counts: {sign: '', decimals: 0, convert: (value) => value},
   }[kind];
 }
 
@@ -42,16 +42,16 @@ const ON_OFF = {Y: 'on', N: 'off', '?': 'unknown'};
 const VALUES = [
   ['Air', 'ambient_c', 'temperature'],
   ['Sky', 'sky_c', 'temperature'],
-  ['Clear sky would be', 'clear_sky_c', 'temperature'],
+  ['Clear sky', 'clear_sky_c', 'temperature'],
   ['Sky colder by', 'difference_c', 'difference'],
   ['Dew point', 'dew_point_c', 'temperature'],
   ['Humidity', 'humidity_percent', 'percent'],
   ['Wind', 'wind_m_s', 'speed'],
-  ['Wind, average', 'wind_average_m_s', 'speed'],
+  ['Average wind', 'wind_average_m_s', 'speed'],
   ['Gust', 'wind_gust_m_s', 'speed'],
   ['Cloud cover', 'cloud_cover_percent', 'percent'],
-  ['Rain', 'rain_counts', 'counts'],
-  ['Light (high is dark)', 'light_counts', 'counts'],
+  ['Rain count', 'rain_counts', 'counts'],
+  ['Light count', 'light_counts', 'counts'],
 ];
 
 const SIGNS = {
@@ -121,7 +121,7 @@ function showValues(observation) {
   VALUES.forEach(([, key, kind], i) => {
     const value = observation ? observation.values[key] : null;
     const known = typeof value === 'number';
-    setCell(valueCells[i], known ? number(value, kind) + ' ' + measure(kind).sign : null);
+    setCell(valueCells[i], known ? (number(value, kind) + ' ' + measure(kind).sign).trim() : null);
   });
   for (const [cell, key] of [[heaterCell, 'heater'], [relayCell, 'relay']]) {
     const sign = observation ? observation[key] : null;
@@ -167,6 +167,7 @@ function showBanner(view) {
 }
 
 let shown = null;
+let origin = '';
 function show(view) {
   shown = view;
   const {verdict, observation} = view;
@@ -175,6 +176,7 @@ function show(view) {
   setText(byId('clock'), timeOfDay(Date.now(), true) + (observation && observation.source === 'demo' ? ' · demo' : ''));
   showBanner(view);
   showValues(observation);
+  if (observation) followOrigin(observation.uuid + (observation.source === 'demo'));
   const old = verdict === 'unknown' && observation !== null;
   byId('now').classList.toggle('stale', verdict === 'unknown');
   byId('old').hidden = !old;
@@ -222,6 +224,13 @@ async function loadCurves() {
     setText(byId('curves-note'), history ? 'Until ' + timeOfDay(history.to) + '; there is no newer answer.' : 'No answer yet.');
   }
   curvesTimer = setTimeout(loadCurves, again);
+}
+
+// Curves of another station, or simulated ones, are not left beside values that are not theirs.
+function followOrigin(now) {
+  const changed = origin !== '' && origin !== now;
+  origin = now;
+  if (changed) loadCurves();
 }
 
 choose('look', LOOKS, kept('look', LOOKS), (look) => {

@@ -7,7 +7,7 @@ namespace orvalis::network {
 
 /// A file of the page, as it is in the sources.
 struct PageFile {
-  std::string_view path;          ///< that it is asked for by
+  std::string_view path;  ///< that it is asked for by
   std::string_view content_type;
   std::string_view content;
   std::string_view help;  ///< "" for what only the page itself needs
