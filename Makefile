@@ -36,7 +36,7 @@ asan:           ## the same tests under AddressSanitizer and UndefinedBehaviorSa
 	@scripts/build.sh asan
 	@scripts/asan-test.sh
 
-lint:           ## check format, layers and clang-tidy
+lint:           ## check format, layers and, with clang-tidy, the program, its tests and benchmarks
 	@scripts/install-deps.sh build test lint
 	@scripts/lint.sh
 

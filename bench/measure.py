@@ -13,6 +13,7 @@ import sys
 import tempfile
 import time
 
+from network_load import network
 from report import check_running, leave, processor_share, resident_megabytes, row, start_to_window, wait_for_line
 
 BIN, SECONDS = sys.argv[1], float(sys.argv[2])
@@ -169,11 +170,12 @@ def clients(world):
         flooder.leave()
         stop(program)
         bus.terminate()
+    del world.env["DBUS_SESSION_BUS_ADDRESS"]  # of a bus that is gone
 
 
 def watch(world):
     # One line serves one program, so the two are watched one after the other.
-    for name, program, options, megabytes in (("orvalisd", "orvalisd", [], 20),
+    for name, program, options, megabytes in (("orvalisd", "orvalisd", [], 25),
                                               ("headless", "orvalis", ["--headless"], 30),
                                               ("panel", "orvalis", [], 70)):
         process = world.start("--port", world.link, *options, program=program)
@@ -232,6 +234,7 @@ with World() as world:
     start_up(world)
     working_cycle(world)
     clients(world)
+    network(world, stop, BIN)
     watch(world)
     graphs(world)
 leave()

@@ -164,30 +164,30 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                          },
                      .end_program = [] { QCoreApplication::exit(0); }},
       server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
+                                         .observation = observation_reader_,
                                          .record = [this](const std::string& text) { events_.Record(text); },
                                          .ends_with_last_client = line.automation})),
-      observations_({.loop = loop_,
-                     .station = [this]() -> const Station& { return network_.station(); },
-                     .observe = [this]() -> const Observation& { return observer_.Now(); },
-                     .recorded =
-                         [this] {
-                           history_.Remember();
-                           return network::ObservationService::Recorded{.history = history_.Shown(),
-                                                                        .demo = history_.demo_shown()};
-                         },
-                     .counters = [this] { return CountersNow(); }}),
       network_({.sockets = sockets_,
                 .loop = loop_,
                 .clock = clock_,
                 .store = store_,
                 .observe = [this]() -> const Observation& { return observer_.Now(); },
+                .recorded =
+                    [this] {
+                      history_.Remember();
+                      return network::RecordedHistory{.history = history_.Shown(), .demo = history_.demo_shown()};
+                    },
+                .counters = [this] { return CountersNow(); },
                 .record = [this](const std::string& text) { events_.Record(text); },
                 .complain =
                     [this](const std::string& text) {
                       panel_.Stand({.cause = StandingMessage::Cause::kNetwork, .text = text});
                     }}) {
-  observations_.AddTo(network_.resources());
   error_log_.Open(PathFromText(ProgramFolder()));
+  // Clients first: a roof waits for it, and the others write to a disk.
+  observer_.Listen([this](const Observation& now, const Observer::News& news) {
+    if (server_) server_->Announce(now, news);
+  });
   observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame, observer_.Now().verdict.safe); });
   if (line_.headless && line_.automation) {
@@ -307,8 +307,7 @@ std::vector<SerialPortEntry> Core::ListPorts() {
 void Core::Announce(const Observation& now, const Observer::News& news) {
   verdict_records_.Note(now, news);
   if (!now.verdict.safe) poll_.KeepRecord(news.verdict);
-  network_.Note(now);
-  observations_.Note(now, news.reading || news.reasons);
+  network_.Note(now, news);
 }
 
 network::MetricCounters Core::CountersNow() {

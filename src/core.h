@@ -28,7 +28,6 @@
 #include "logs/log_writer.h"
 #include "logs/verdict_log.h"
 #include "network/network_front.h"
-#include "network/observation/observation_service.h"
 #include "panel/panel_model.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
@@ -40,6 +39,7 @@
 #include "platform/system/line_output.h"
 #include "publish/web_publisher.h"
 #include "reading/weather_state.h"
+#include "server/observation_members.h"
 #include "server/traffic.h"
 #include "server/weather.h"
 #include "unit/auto_reconnect.h"
@@ -206,8 +206,8 @@ class Core {
   Front* front_ = nullptr;      ///< none without windows
   Traffic* traffic_ = nullptr;  ///< none while the traffic window is closed
   Weather::Parts weather_parts_;
+  ObservationReader observation_reader_{observer_, traffic_};
   std::unique_ptr<WeatherServer> server_;  ///< null where clients are not supported
-  network::ObservationService observations_;
   QtSockets sockets_;
   network::NetworkFront network_;
 };

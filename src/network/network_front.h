@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "app/observer.h"
 #include "base/clock.h"
 #include "base/event_loop.h"
 #include "base/once_until_mended.h"
@@ -15,9 +16,11 @@
 #include "config/station.h"
 #include "network/alpaca/alpaca_server.h"
 #include "network/alpaca/discovery.h"
+#include "network/curves.h"
 #include "network/http/http_server.h"
 #include "network/http/resources.h"
 #include "network/http/sockets.h"
+#include "network/readings.h"
 #include "verdict/observation.h"
 
 namespace orvalis::network {
@@ -31,6 +34,8 @@ class NetworkFront {
     const Clock& clock;
     SettingsStore& store;
     std::function<const Observation&()> observe;       ///< the account of now
+    std::function<RecordedHistory()> recorded;         ///< what was
+    std::function<MetricCounters()> counters;          ///< what happened since the start
     std::function<void(const std::string&)> record;    ///< an event
     std::function<void(const std::string&)> complain;  ///< what a person should mend; "" when it is mended
   };
@@ -45,7 +50,10 @@ class NetworkFront {
   /// Ends all connections.
   void Close();
   /// To be called with every new account.
-  void Note(const Observation& now) { alpaca_.Note(now); }
+  void Note(const Observation& now, const Observer::News& news) {
+    alpaca_.Note(now);
+    readings_.Note(now, news);
+  }
 
   /// The table of what can be asked for; further resources may be added before `Apply`.
   [[nodiscard]] Resources& resources() { return resources_; }
@@ -72,9 +80,11 @@ class NetworkFront {
 
   Parts parts_;
   Resources resources_;
-  AlpacaServer alpaca_;
-  HttpServer server_;
   Station station_;
+  AlpacaServer alpaca_;
+  Readings readings_;
+  Curves curves_;
+  HttpServer server_;
   std::optional<Wanted> wanted_;  ///< nothing while it is off
   std::optional<AlpacaDiscovery> discovery_;
   std::unique_ptr<DatagramListener> discovery_listener_;

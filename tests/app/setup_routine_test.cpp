@@ -61,7 +61,6 @@ TEST(SetupFields, TheAdviceSaysWhatOkWouldStore) {
       {"TempAvgCnt", "301", "stores 9999: must be 1 through 300"},
       {"StepTime", "0", "must be above 0: OK returns here"},
       {"Lpt_addr", "-9999", "-9999 cannot be stored: OK returns here"},
-      {"RainThreshold", "1000", "the unit gets 000 (it takes three digits)"},
       {"TPTempHysteresis", "120", "the unit gets 200 (it takes three digits, of tenths)"},
       {"CloudThreshCL", "-5.4", "stores -5: a whole number is needed"},
       {"WindSpeedCloseD", "12,5", "stores 12.5"},

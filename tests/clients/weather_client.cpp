@@ -2,6 +2,7 @@
 // standard output.
 //
 //   get NAME                  "NAME = true" or "NAME = false", or "error NAME-OF-ERROR: TEXT"
+//   get Observation1.NAME     the same of the other interface
 //   set NAME 0|1              "done" or an error, when the call returns
 
 #include <iostream>
@@ -22,9 +23,12 @@ struct Error {
 
 std::string Get(sd_bus* bus, const std::string& name) {
   Error error;
+  const std::size_t point = name.find('.');
+  const bool other = point != std::string::npos;
+  const std::string interface = other ? "org.orvalis." + name.substr(0, point) : kBusName;
   int on = 0;
-  const int result =
-      sd_bus_get_property_trivial(bus, kBusName, kBusPath, kBusName, name.c_str(), &error.error, 'b', &on);
+  const int result = sd_bus_get_property_trivial(bus, kBusName, kBusPath, interface.c_str(),
+                                                 name.c_str() + (other ? point + 1 : 0), &error.error, 'b', &on);
   return result < 0 ? error.Text() : name + (on != 0 ? " = true" : " = false");
 }
 

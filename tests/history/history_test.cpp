@@ -76,7 +76,6 @@ TEST(History, ThinningKeepsGapsConditionsAndWhatIsNotKnownApart) {
   const auto spans = All(history);
   ASSERT_EQ(spans.size(), 5u);
   EXPECT_EQ(spans[0].last, old + 10 * kSecond);
-  EXPECT_EQ(spans[1].first, spans[1].last);
   EXPECT_TRUE(spans[2].conditions.Has(Condition::kUnsafe));
   EXPECT_FALSE(spans[3].lowest.Knows(Quantity::kWind));
 }

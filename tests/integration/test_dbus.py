@@ -4,6 +4,7 @@ import os
 import re
 import signal
 import subprocess
+import textwrap
 import time
 import unittest
 from pathlib import Path
@@ -11,6 +12,8 @@ from pathlib import Path
 from harness import BIN, PATIENCE, Case, Process
 
 SERVICE, PATH = "org.orvalis.Weather", "/org/orvalis/Weather"
+OBSERVATION = "org.orvalis.Observation1"
+DOCUMENT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "docs", "dbus.md")
 PROPERTIES = "org.freedesktop.DBus.Properties"
 
 
@@ -62,6 +65,9 @@ class BusCase(Case):
 
     def member(self, name):
         return self.answer("busctl", "--user", "get-property", SERVICE, PATH, SERVICE, name)
+
+    def observed(self, name):
+        return self.answer("busctl", "--user", "get-property", SERVICE, PATH, OBSERVATION, name)
 
     def owner(self):
         """The process that has the name, or none."""
@@ -136,6 +142,7 @@ class StartedByAPerson(BusCase):
         unit = self.unit("--fast")
         unit.tell("fault silent 60")
         program = self.headless()
+        self.wait_until(self.owner, "the name has an owner")
         waiting, leaving, asking = self.client(), self.client(), self.client()
         waiting.say("set Connected 1")
         leaving.say("set Connected 1")
@@ -184,6 +191,94 @@ class StartedByTheBus(BusCase):
         for client in several:
             client.kill()
         self.wait_until(lambda: self.owner() is None, "the program stayed without a client")
+
+    def test_who_reads_the_observation_alone_is_a_client_too(self):
+        reader = self.client()
+        self.assertEqual(reader.ask("get Observation1.Safe"), "Observation1.Safe = false")
+        process = self.owner()
+        time.sleep(1)
+        self.assertEqual(self.owner(), process)
+        reader.kill()
+        self.wait_until(lambda: not os.path.exists("/proc/%d" % process), "the program stayed without a client")
+
+
+class Observed(BusCase):
+    def setUp(self):
+        super().setUp()
+        self.set("SafeHoldSeconds", "1")
+
+    def test_is_read_and_announced_as_of_now(self):
+        unit = self.unit("--fast")
+        unit.measure({"TA": "5.00", "TTP": "6.25", "TP": "-20.00", "HUM": "520", "R": "200", "WND": "20", "RB": "0"})
+        program = self.headless()
+        self.wait_until(self.owner, "the name has an owner")
+        heard = Process(["gdbus", "monitor", "--session", "-d", SERVICE], env=self.env)
+        self.addCleanup(heard.kill)
+        announced = r".*PropertiesChanged \('%s', .*'Safe': <%%s>" % OBSERVATION
+        heard.line(lambda line: re.match(announced % "true", line))
+        # From the values above: 18 mph are 8.04672 m/s.
+        rows = {"Safe": "b true", "Reasons": "as 0", "Explanation": 's ""', "Source": 's "unit"'}
+        for name, value in rows.items():
+            self.assertEqual(self.observed(name), value)
+        self.assertRegex(self.observed("AgeSeconds"), r"^d [0-9.]+$")
+        kind, since = self.observed("Since").split()
+        self.assertEqual(kind, "x")
+        self.assertLess(abs(time.time() - int(since) / 1000), PATIENCE)
+        values = self.observed("Values")
+        for value in ("a{sv} 13 ", '"ambient_c" d 5 ', '"sky_c" d -20 ', '"difference_c" d 25 ', '"wind_m_s" d 8.04672',
+                      '"rain_counts" d 200 ', '"cloud_cover_percent" d 0 '):
+            self.assertIn(value, values)
+        for call, error in [((".Get", OBSERVATION, "Name"), "UnknownProperty"),
+                            ((".Set", OBSERVATION, "Safe", "<true>"), "PropertyReadOnly")]:
+            self.assertIn("org.freedesktop.DBus.Error." + error, self.gdbus(PROPERTIES + call[0], *call[1:]))
+
+        # An account of now, even before the first tick after a sleep.
+        program.process.send_signal(signal.SIGSTOP)
+        unit.process.send_signal(signal.SIGSTOP)
+        time.sleep(11)
+        heard.forget()
+        asked = Process(["busctl", "--user", "get-property", SERVICE, PATH, OBSERVATION, "Reasons"], env=self.env)
+        self.addCleanup(asked.kill)
+        program.process.send_signal(signal.SIGCONT)
+        self.assertEqual(asked.line(lambda line: True), 'as 1 "stale"')
+        unit.process.send_signal(signal.SIGCONT)
+        heard.line(lambda line: re.match(announced % "true", line))
+        unit.process.send_signal(signal.SIGSTOP)
+        stale = heard.line(lambda line: re.match(announced % "false", line))
+        self.assertIn("'Reasons': <['stale']>", stale)
+        self.assertLess(float(re.search(r"'AgeSeconds': <([0-9.]+)>", stale).group(1)), 11.5)
+        self.assertIn("'Values': <@a{sv} {}>", stale)
+        begin = time.monotonic()
+        heard.line(lambda line: re.match(announced % "false", line))  # it still says that it works
+        self.assertLess(time.monotonic() - begin, 6)
+        self.assertEqual(program.stop()[0], 0)
+        heard.line(lambda line: "'stopping'" in line)
+
+    def test_the_example_notices_whatever_happens(self):
+        with open(DOCUMENT, encoding="utf-8") as file:
+            found = re.search(r"A program in Python.*?\n\n((?:    .*\n|\n)+)", file.read())
+        script = os.path.join(self.folder, "example.py")
+        with open(script, "w", encoding="utf-8") as file:
+            file.write(textwrap.dedent(found.group(1)))
+        unit = self.unit("--fast")
+        unit.measure({"RB": "0"})
+        example = Process(["/usr/bin/python3", script], env=self.env)  # the one that has Debian's modules
+        self.addCleanup(example.kill)
+        example.line(lambda line: line == "safe")
+        unit.process.send_signal(signal.SIGSTOP)
+        example.line(lambda line: line == "unsafe: no reading for 10 s")
+        unit.process.send_signal(signal.SIGCONT)
+        example.line(lambda line: line == "safe")
+        os.kill(self.owner(), signal.SIGSTOP)
+        example.line(lambda line: line == "unsafe: no announcement for 10 s", patience=14)
+        os.kill(self.owner(), signal.SIGCONT)
+        example.line(lambda line: line == "safe")
+        os.kill(self.owner(), signal.SIGKILL)
+        example.line(lambda line: line == "unsafe: Orvalis is not running", patience=2)
+        example.line(lambda line: line == "safe")  # started anew
+        process = self.owner()
+        example.kill()
+        self.wait_until(lambda: not os.path.exists("/proc/%d" % process), "the program stayed without a client")
 
 
 if __name__ == "__main__":

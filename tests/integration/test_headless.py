@@ -46,7 +46,7 @@ class Headless(Case):
         program.forget()
         said = []
         program.line(lambda line: said.append(line) or "stale: no complete frame since" in line)
-        self.assertEqual(len(said), 1, "readings in the silence: %r" % said[:-1])
+        self.assertEqual([line for line in said if '"frame"' in line], [], "readings in the silence")
         unit.tell("set TA 7.77")
         self.event(program, "fresh again")
         self.reading(program, lambda r: r["ambient_c"] == 7.77)

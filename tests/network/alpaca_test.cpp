@@ -40,6 +40,19 @@ class NetworkFrontTest : public testing::Test {
     observation_.verdict.safe = true;
   }
 
+  NetworkFront::Parts Parts() {
+    return {.sockets = sockets_,
+            .loop = loop_,
+            .clock = clock_,
+            .store = store_,
+            .observe = [this]() -> const Observation& { return observation_; },
+            .recorded = [this]() -> RecordedHistory {
+              return {history_, false};
+            },
+            .counters = [] { return MetricCounters(); },
+            .record = [this](const std::string& text) { events_.push_back(text); },
+            .complain = [this](const std::string& text) { complaint_ = text; }};
+  }
   void Start() {
     front_.Apply(settings_);
     while (!front_.open() && settings_.NetworkPort < 24'290) {
@@ -73,13 +86,8 @@ class NetworkFrontTest : public testing::Test {
   Observation observation_;
   std::vector<std::string> events_;
   std::string complaint_;
-  NetworkFront front_{{.sockets = sockets_,
-                       .loop = loop_,
-                       .clock = clock_,
-                       .store = store_,
-                       .observe = [this]() -> const Observation& { return observation_; },
-                       .record = [this](const std::string& text) { events_.push_back(text); },
-                       .complain = [this](const std::string& text) { complaint_ = text; }}};
+  History history_;
+  NetworkFront front_{Parts()};
 };
 
 const std::string kConditions = "/api/v1/observingconditions/0/";
@@ -219,6 +227,40 @@ TEST_F(NetworkFrontTest, TellsNothingThatIsNoLongerSo) {
   EXPECT_EQ(json::parse(reasons["Value"].get<std::string>())[0]["name"], "stale");
 }
 
+TEST_F(NetworkFrontTest, TellsTheReadingsToProgramsThatWantNoAlpaca) {
+  Start();
+  observation_.verdict.since = observation_.time - 60'000;
+  const json safe = Get("/observation");
+  EXPECT_EQ(safe["time"], "2026-11-21T20:04:05.250Z");
+  EXPECT_EQ(safe["since"], "2026-11-21T20:03:05.250Z");
+  EXPECT_EQ(safe["station"], "Dome <A>");
+  EXPECT_EQ(safe["uuid"], front_.station().uuid);
+  EXPECT_EQ(safe["age_s"], 1.5);
+  EXPECT_EQ(safe["values"]["humidity_percent"], 100.4);
+  EXPECT_TRUE(safe["values"].contains("dew_point_c") && safe["values"]["dew_point_c"].is_null());
+  EXPECT_EQ(safe["words"]["rain"], "Damp");
+  EXPECT_TRUE(safe["words"]["sky"].is_null());
+  EXPECT_EQ(Get("/roof-status").dump(), R"({"roof_status":{"open_ok":1,"reasons":""}})");
+  const std::string metrics = Ask("GET", "/metrics", "").second;
+  for (const char* const line :
+       {"\norvalis_ambient_celsius 4.25\n", "\norvalis_humidity_ratio 1.004\n", "\norvalis_safe 1\n",
+        "\norvalis_unsafe_reason{reason=\"stale\"} 0\n", "{station=\"Dome <A>\",uuid="}) {
+    EXPECT_NE(metrics.find(line), std::string::npos) << line << metrics;
+  }
+  EXPECT_EQ(metrics.find("dew_point"), std::string::npos);
+  // The stream begins with how it is, and goes on with every change.
+  RawClient reader(port());
+  reader.Send("GET /observation/stream HTTP/1.1\r\nHost: localhost\r\n\r\n");
+  ASSERT_TRUE(test::RunUntil([&] { return reader.received().endsWith("}\n\n"); }));
+  observation_.verdict.safe = false;
+  observation_.verdict.reasons.Add(Reason::kRain);
+  front_.Note(observation_, {});
+  front_.Note(observation_, {.reasons = true});
+  ASSERT_TRUE(test::RunUntil([&] { return reader.received().contains("\"safe\":false"); }));
+  EXPECT_EQ(reader.received().count("data: {"), 2);
+  EXPECT_EQ(Get("/roof-status")["roof_status"]["open_ok"], 0);
+}
+
 TEST_F(NetworkFrontTest, KeepsItsIdentifiersForever) {
   Start();
   const json devices = Get("/management/v1/configureddevices")["Value"];
@@ -240,13 +282,7 @@ TEST_F(NetworkFrontTest, KeepsItsIdentifiersForever) {
 
 TEST_F(NetworkFrontTest, WaitsForItsPortAndTakesNoOther) {
   Start();
-  NetworkFront second({.sockets = sockets_,
-                       .loop = loop_,
-                       .clock = clock_,
-                       .store = store_,
-                       .observe = [this]() -> const Observation& { return observation_; },
-                       .record = [this](const std::string& text) { events_.push_back(text); },
-                       .complain = [this](const std::string& text) { complaint_ = text; }});
+  NetworkFront second(Parts());
   second.Apply(settings_);
   loop_.Advance(3 * kMinute);
   ASSERT_EQ(events_.size(), 1U);

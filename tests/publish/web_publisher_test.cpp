@@ -44,12 +44,8 @@ class WebPublisherTest : public PublishFixture {
   PollCycle publishing_poll{PublishingParts()};
 };
 
-TEST(WebcamUpload, SaysWhyNothingIsSentWhereTheProgramsCannotRun) {
-  Settings settings;
+TEST_F(WebPublisherTest, SaysWhyNoPictureIsSentWhereTheProgramsCannotRun) {
   settings.g_bAllow_WEB = 1;
-  FakeClock clock;
-  FakeOutside outside;
-  EventList events(clock);
   SubmitBoxes boxes(settings, clock);
   WebcamUpload upload({.settings = settings,
                        .folder = {.path = "/opt/orvalis"},

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "base/run_time_error.h"
+#include "server/observation_members.h"
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {
@@ -102,8 +104,7 @@ TEST_F(WeatherTest, EachPropertyAnswersAndLeavesItsLines) {
   panel.wind = "10.0";
   settings.WindSpeedCloseD = 12.5;
   settings.StepTime = 0.25;
-  settings.CanTemp = true;
-  settings.CanTempComp = true;
+  settings.CanTemp = settings.CanTempComp = true;
   const std::tuple<WeatherMember, WeatherValue, const char*> rows[] = {
       {WeatherMember::kSafe, true, "COM .Safe invoked\r\nSafe: True\r\n"},
       {WeatherMember::kAmbientTemperature, -9.99F, "AmbientTemperature invoked\r\nAmbientTemperature: -9.99\r\n"},
@@ -289,6 +290,28 @@ TEST_F(WeatherTest, SetupReturnsWhenTheDialogIsClosed) {
   object.reset();
   setup_closed({});
   EXPECT_EQ(answer, "");
+}
+
+TEST_F(WeatherTest, TheObservationIsJudgedAtEachLook) {
+  const ObservationReader reader(observer, parts.traffic);
+  const auto error = [&](std::string_view name) -> int {
+    try {
+      static_cast<void>(KnownValue(reader.Look(name), name));
+      return 0;
+    } catch (const RunTimeError& raised) {
+      return raised.number();
+    }
+  };
+  Connect(1);
+  Measure("R=0121", 16);
+  EXPECT_EQ(KnownValue(reader.Look("rain_counts"), "rain_counts"), 121);
+  EXPECT_EQ(error("rain"), 9);
+  window.Clear();
+  EXPECT_TRUE(reader.Look("Safe").verdict.safe);
+  loop.Advance(seconds(11));  // asleep: nothing was updated
+  EXPECT_FALSE(reader.Look("").verdict.safe);
+  EXPECT_EQ(TakeTraffic(), "Observation.Safe: safe\r\nObservation: unsafe (stale)\r\n");
+  EXPECT_EQ(error("rain_counts"), 13);
 }
 
 }  // namespace

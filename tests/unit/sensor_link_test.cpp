@@ -30,7 +30,6 @@ TEST_F(SensorLinkTest, ConnectsInItsFixedOrderAndPace) {
             (Strings{"port /dev/ttyUSB0", "speed 9600", "time-out 4", "open", "clear", "send #", "send \x06",
                      "receive 1", "send p", "send p", "clear", "send :", "send F", "receive until #"}));
   EXPECT_TRUE(ConnectControl().checked);
-  EXPECT_EQ(ConnectControl().background, Colour::kGreen);
   // From the frame: AH=1 AR=1 RB=0 AW=1 AL=0 AC=1
   EXPECT_TRUE(options.allow_heater && options.allow_relay && options.allow_wind && options.allow_clouds);
   EXPECT_FALSE(options.force_heater || options.force_relay || options.allow_light || options.allow_rain);

@@ -101,7 +101,6 @@ class Settings(WindowsCase):
         self.assertRegex(stored, r"RegVer\s+REG_SZ\s+2\.18")
         self.wine("reg", "delete", r"HKCU\Software\Orvalis", "/f")
 
-
     def test_everything_may_stand_below_letters_of_every_kind(self):
         place = os.path.join(self.folder, "Dach über Ω 雨")
         os.mkdir(place)

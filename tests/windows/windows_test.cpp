@@ -110,7 +110,6 @@ TEST_F(RegistryProfileTest, KeepsTextsBySubkeyAndName) {
   const std::string path = "C:\\Söunds Ω\\雨 %TEMP%;a=b\\x.wav";
   profile.WriteValue("Orvalis.Weather", "g_sRainSounds", path, "");
   profile.WriteValue("Orvalis.Weather", "TempMax", "2.5", "Capabilities");
-  profile.WriteValue("Orvalis.Weather", "COM Port", "", "");
   EXPECT_EQ(RegistryProfile(kTestKey).GetValue("", "g_sRainSounds", ""), path);
   EXPECT_EQ(RegistryProfile(kTestKey).GetValue("", "TempMax", "Capabilities"), "2.5");
   EXPECT_EQ(RegistryProfile(kTestKey).GetValue("", "TempMax", ""), "");

@@ -1,6 +1,7 @@
 #include "network/page/page_files.h"
 
 #include <array>
+#include <string>
 
 #include "network/http/http_message.h"
 #include "page_contents.h"
@@ -18,6 +19,16 @@ std::span<const PageFile> PageFiles() {
       {"/curves.js", kScript, page_contents::kCurvesJs, ""},
   }};
   return kFiles;
+}
+
+void AddPage(Resources& resources) {
+  for (const PageFile& file : PageFiles()) {
+    resources.Add({.path = std::string(file.path),
+                   .get = [file](const HttpRequest&) -> HttpResponse {
+                     return {.content_type = file.content_type, .body = std::string(file.content)};
+                   },
+                   .help = std::string(file.help)});
+  }
 }
 
 }  // namespace orvalis::network

@@ -3,6 +3,8 @@
 #include <span>
 #include <string_view>
 
+#include "network/http/resources.h"
+
 namespace orvalis::network {
 
 /// A file of the page, as it is in the sources.
@@ -14,5 +16,7 @@ struct PageFile {
 };
 
 [[nodiscard]] std::span<const PageFile> PageFiles();
+/// Adds the page for a person.
+void AddPage(Resources& resources);
 
 }  // namespace orvalis::network

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/run_time_error.h"
+#include "platform/linux/dbus/observation_interface.h"
 
 namespace orvalis {
 namespace {
@@ -100,12 +101,14 @@ WeatherService::WeatherService(Parts parts) : parts_(std::move(parts)) {
 }
 
 WeatherService::~WeatherService() {
+  announcements_.reset();
   if (bus_) QDBusConnection::disconnectFromBus(kConnectionName);
 }
 
 bool WeatherService::Start() {
   const std::string problem = TakeName();
   if (problem.empty()) {
+    has_name_ = true;
     if (trouble_.Mended()) parts_.record("clients can use the D-Bus interface again");
     return true;
   }
@@ -131,6 +134,7 @@ std::string WeatherService::TakeName() {
                 QStringLiteral("Disconnected"), this, SLOT(NoteDisconnected()));
     bus.registerVirtualObject(kPath, this);
     bus_ = bus;
+    announcements_ = std::make_unique<Announcements>(bus, kPath, parts_.observation);
   }
   if (!bus_->registerService(kService)) return "another program owns the name " + kService.toStdString();
   return {};
@@ -143,6 +147,8 @@ void WeatherService::TryAgain(const std::string& reason) {
 
 void WeatherService::NoteDisconnected() {
   QDBusConnection::disconnectFromBus(kConnectionName);
+  has_name_ = false;
+  announcements_.reset();
   bus_.reset();
   clients_.clear();
   TryAgain("session bus lost");
@@ -160,6 +166,7 @@ void WeatherService::EndClient(const QString& client) {
   // The program is about to end. It gives its name away first: a client that comes now lets the bus start a new
   // program, and one whose call has come already is served by this one.
   bus_->unregisterService(kService);
+  has_name_ = false;
   QTimer::singleShot(0, this, [this, client] {
     const bool others_came = clients_.size() > 1;
     clients_.erase(client);
@@ -182,7 +189,7 @@ QString WeatherService::introspect(const QString& path) const {
            "      <annotation name=\"org.freedesktop.DBus.Property.EmitsChangedSignal\" value=\"false\"/>\n"
            "    </property>\n";
   }
-  return xml + "  </interface>\n";
+  return xml + "  </interface>\n" + IntrospectObservation();
 }
 
 bool WeatherService::handleMessage(const QDBusMessage& message, const QDBusConnection& /*connection*/) {
@@ -214,7 +221,9 @@ void WeatherService::HandleProperties(const QDBusMessage& call) {
   }
   ExpectSignature(call, is_get ? "ss" : is_set ? "ssv" : "s");
   const QVariantList arguments = call.arguments();
-  if (const QString interface = arguments[0].toString(); interface != kInterface && !interface.isEmpty()) {
+  const QString interface = arguments[0].toString();
+  if (interface == kObservationInterface) return ReadObservation(call, is_set);
+  if (interface != kInterface && !interface.isEmpty()) {
     throw BusError(QDBusError::UnknownInterface, "there is no interface " + interface.toStdString());
   }
   if (is_get) {
@@ -226,6 +235,24 @@ void WeatherService::HandleProperties(const QDBusMessage& call) {
   } else {
     Answer(call, {All(ObjectOf(call))});
   }
+}
+
+void WeatherService::ReadObservation(const QDBusMessage& call, bool is_set) {
+  const bool is_all = call.member() == "GetAll";
+  const QString name = is_all ? QString() : call.arguments()[1].toString();
+  const ObservationMember* const member = FindObservationMember(name);
+  if (member == nullptr && !is_all) {
+    throw BusError(QDBusError::UnknownProperty, "there is no property " + name.toStdString());
+  }
+  if (is_set) throw BusError(QDBusError::PropertyReadOnly, name.toStdString() + " can only be read");
+  static_cast<void>(ObjectOf(call));  // whoever reads is a client
+  const Observation& now = parts_.observation.Look(is_all ? "" : member->name);
+  Answer(call, {is_all ? QVariant(BusValues(now)) : QVariant::fromValue(QDBusVariant(BusValue(*member, now)))});
+}
+
+void WeatherService::Announce(const Observation& now, const Observer::News& news) {
+  // Another program may have the name: a listener must not take this one's word for its.
+  if (has_name_) announcements_->Note(now, news);
 }
 
 void WeatherService::Set(const QDBusMessage& call, const WeatherMemberInfo& property, const QVariant& value) {

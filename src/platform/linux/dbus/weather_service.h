@@ -10,12 +10,14 @@
 #include <string>
 
 #include "base/once_until_mended.h"
+#include "platform/linux/dbus/announcements.h"
 #include "server/weather_server.h"
 
 namespace orvalis {
 
-/// The automation object on the session bus, as docs/dbus.md describes it. Each client has a `Weather` of its own from
-/// its first call until it leaves the bus, however it leaves.
+/// The automation object on the session bus, with the observation as its second interface, as docs/dbus.md describes
+/// them. Each client has a `Weather` of its own from its first call to either until it leaves the bus, however it
+/// leaves.
 ///
 /// Without a bus, or while another program owns the name, it reports that once and retries every minute.
 class WeatherService : public QDBusVirtualObject, public WeatherServer {
@@ -28,6 +30,7 @@ class WeatherService : public QDBusVirtualObject, public WeatherServer {
 
   bool Start() override;
   [[nodiscard]] bool had_clients() const override { return had_clients_; }
+  void Announce(const Observation& now, const Observer::News& news) override;
 
   [[nodiscard]] QString introspect(const QString& path) const override;
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
@@ -40,6 +43,7 @@ class WeatherService : public QDBusVirtualObject, public WeatherServer {
   /// Answers or throws BusError, AutomationError or RunTimeError. Answers of calls that wait come later.
   void Handle(const QDBusMessage& call);
   void HandleProperties(const QDBusMessage& call);
+  void ReadObservation(const QDBusMessage& call, bool is_set);
   void HandleMethod(const QDBusMessage& call);
   void Set(const QDBusMessage& call, const WeatherMemberInfo& property, const QVariant& value);
   [[nodiscard]] QVariantMap All(const Weather& object) const;
@@ -56,6 +60,8 @@ class WeatherService : public QDBusVirtualObject, public WeatherServer {
 
   Parts parts_;
   std::optional<QDBusConnection> bus_;
+  std::unique_ptr<Announcements> announcements_;  ///< as long as `bus_`
+  bool has_name_ = false;
   std::map<QString, std::unique_ptr<Weather>> clients_;  ///< by the client's own name on the bus
   bool had_clients_ = false;
   QTimer retry_;

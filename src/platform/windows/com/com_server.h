@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "server/weather_server.h"
 
 namespace orvalis {
@@ -7,7 +9,7 @@ namespace orvalis {
 /// Whether a program in this session, this one included, is serving clients.
 [[nodiscard]] bool ClassIsOffered();
 
-/// The class factory that COM calls for each client. An object lives as long as its client holds it.
+/// The class factories that the automation system calls for each client. Their objects end with their clients.
 class ComServer final : public WeatherServer {
  public:
   explicit ComServer(Parts parts);
@@ -15,15 +17,16 @@ class ComServer final : public WeatherServer {
   ComServer& operator=(const ComServer&) = delete;
   ~ComServer() override;
 
-  /// Registers the class object. Needs the thread's apartment, which the application object creates.
+  /// Registers the class objects. Needs the thread's apartment, which the application object has made.
   bool Start() override;
   [[nodiscard]] bool had_clients() const override;
 
  private:
+  class Offer;
   class Factory;
 
   Parts parts_;
-  Factory* factory_ = nullptr;  ///< one reference is ours
+  std::shared_ptr<Offer> offer_;  ///< the factories have it too, which clients may keep
 };
 
 }  // namespace orvalis

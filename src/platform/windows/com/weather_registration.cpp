@@ -13,8 +13,18 @@
 namespace orvalis {
 namespace {
 
-constexpr std::wstring_view kProgId = L"Orvalis.Weather";
-constexpr const wchar_t* kDescription = L"Orvalis weather server";
+struct RegisteredClass {
+  const CLSID& class_id;
+  const IID& interface_id;
+  const wchar_t* prog_id;
+  const wchar_t* interface_name;
+  const wchar_t* description;
+};
+const std::array kRegistered = {
+    RegisteredClass{CLSID_Weather, IID_IWeather, L"Orvalis.Weather", L"IWeather", L"Orvalis weather server"},
+    RegisteredClass{CLSID_Observation, IID_IObservation, L"Orvalis.Observation", L"IObservation",
+                    L"Orvalis observation server"},
+};
 
 struct TypeLibrary {
   ITypeLib* library = nullptr;
@@ -102,8 +112,8 @@ class ClassesRoot {
   REGSAM view_;
 };
 
-std::wstring ClassPath() { return L"CLSID\\" + GuidText(CLSID_Weather); }
-std::wstring InterfacePath() { return L"Interface\\" + GuidText(IID_IWeather); }
+std::wstring ClassPath(const RegisteredClass& of) { return L"CLSID\\" + GuidText(of.class_id); }
+std::wstring InterfacePath(const RegisteredClass& of) { return L"Interface\\" + GuidText(of.interface_id); }
 std::wstring TypesPath() { return L"TypeLib\\" + GuidText(LIBID_Orvalis); }
 
 /// One of the two scopes: its hive, and the type library calls for it.
@@ -133,12 +143,12 @@ struct Row {
   std::wstring value;
 };
 
-/// For both 64-bit and 32-bit programs.
-std::vector<Row> ClassRows(const std::wstring& executable) {
-  const std::wstring prog_id(kProgId);
-  const std::wstring class_path = ClassPath();
+/// What both kinds of programs look for.
+std::vector<Row> ClassRows(const RegisteredClass& of, const std::wstring& executable) {
+  const std::wstring prog_id(of.prog_id);
+  const std::wstring class_path = ClassPath(of);
   return {
-      {class_path, L"", kDescription},
+      {class_path, L"", of.description},
       {class_path + L"\\LocalServer32", L"", L"\"" + executable + L"\""},
       {class_path + L"\\LocalServer32", L"ServerExecutable", executable},
       {class_path + L"\\ProgID", L"", prog_id},
@@ -146,18 +156,18 @@ std::vector<Row> ClassRows(const std::wstring& executable) {
       {class_path + L"\\TypeLib", L"", GuidText(LIBID_Orvalis)},
       {class_path + L"\\Version", L"", L"1.0"},
       {class_path + L"\\Programmable", L"", L""},
-      {prog_id, L"", kDescription},
-      {prog_id + L"\\CLSID", L"", GuidText(CLSID_Weather)},
+      {prog_id, L"", of.description},
+      {prog_id + L"\\CLSID", L"", GuidText(of.class_id)},
   };
 }
 
-/// What registering the type library writes only for programs of the server's own bitness.
-std::vector<Row> InterfaceRows32() {
-  // The system's marshaler, which works from the type library.
+/// What the system's registration of the type library writes for programs of the server's own kind alone.
+std::vector<Row> InterfaceRows32(const RegisteredClass& of) {
+  // The class of the system that carries calls from process to process as the type library describes them.
   constexpr const wchar_t* kMarshaler = L"{00020424-0000-0000-C000-000000000046}";
-  const std::wstring path = InterfacePath();
+  const std::wstring path = InterfacePath(of);
   return {
-      {path, L"", L"IWeather"},
+      {path, L"", of.interface_name},
       {path + L"\\ProxyStubClsid32", L"", kMarshaler},
       {path + L"\\TypeLib", L"", GuidText(LIBID_Orvalis)},
       {path + L"\\TypeLib", L"Version", L"1.0"},
@@ -169,9 +179,11 @@ void RemoveKeys(const Scope& scope) {
   const ClassesRoot classes(scope.hive);
   const ClassesRoot classes_32(scope.hive, ClassesRoot::View::k32Bits);
   for (const ClassesRoot* const root : {&classes, &classes_32}) {
-    root->Remove(ClassPath());
-    root->Remove(InterfacePath());
-    root->Remove(std::wstring(kProgId));
+    for (const RegisteredClass& each : kRegistered) {
+      root->Remove(ClassPath(each));
+      root->Remove(InterfacePath(each));
+      root->Remove(each.prog_id);
+    }
   }
   classes.Remove(TypesPath());
 }
@@ -202,14 +214,18 @@ void Register(const Scope& scope) {
   const ClassesRoot classes_32(scope.hive, ClassesRoot::View::k32Bits);
   const std::wstring executable = ExecutablePath();
   try {
-    for (const Row& row : ClassRows(executable)) {
-      classes.Set(row.path, row.name, row.value);
-      classes_32.Set(row.path, row.name, row.value);
+    for (const RegisteredClass& each : kRegistered) {
+      for (const Row& row : ClassRows(each, executable)) {
+        classes.Set(row.path, row.name, row.value);
+        classes_32.Set(row.path, row.name, row.value);
+      }
     }
     TypeLibrary types;
     LoadLibraryInto(types);
     CheckCom("the type library cannot be registered", scope.register_types(types.library, executable));
-    for (const Row& row : InterfaceRows32()) classes_32.Set(row.path, row.name, row.value);
+    for (const RegisteredClass& each : kRegistered) {
+      for (const Row& row : InterfaceRows32(each)) classes_32.Set(row.path, row.name, row.value);
+    }
     // The second type library in the executable, see orvalis.rc.in.
     classes.Set(TypesPath() + L"\\1.0\\0\\win32", L"", executable + L"\\2");
   } catch (const RunTimeError&) {
@@ -231,9 +247,10 @@ void RegisterUnhidden(const Scope& scope) {
   }
 }
 
-/// Whether the registration points to a program in another folder, so that this one must not remove it.
-bool BelongsToAnother(const Scope& scope) {
-  const std::wstring registered = ClassesRoot(scope.hive).Get(ClassPath() + L"\\LocalServer32", L"ServerExecutable");
+/// Whether the registration leads to the same program in another folder, and is not for this one to remove.
+bool IsAnothers(const Scope& scope) {
+  const std::wstring registered =
+      ClassesRoot(scope.hive).Get(ClassPath(kRegistered[0]) + L"\\LocalServer32", L"ServerExecutable");
   if (registered.empty()) return false;
   return CompareStringOrdinal(registered.c_str(), -1, ExecutablePath().c_str(), -1, TRUE) != CSTR_EQUAL &&
          GetFileAttributesW(registered.c_str()) != INVALID_FILE_ATTRIBUTES;
@@ -261,11 +278,11 @@ int RunFor(void (*work)(const Scope&), const char* what) {
 
 }  // namespace
 
-ITypeInfo* LoadWeatherType() {
+ITypeInfo* LoadType(const IID& interface_id) {
   TypeLibrary types;
   LoadLibraryInto(types);
   ITypeInfo* type = nullptr;
-  CheckCom("the type library is not complete", types.library->GetTypeInfoOfGuid(IID_IWeather, &type));
+  CheckCom("the type library is not complete", types.library->GetTypeInfoOfGuid(interface_id, &type));
   return type;
 }
 

@@ -15,13 +15,13 @@ namespace orvalis {
 constexpr const wchar_t* kEventSource = L"Orvalis";
 constexpr unsigned kEventNumber = 1;
 
-/// The interface's description in this executable's type library. Throws RunTimeError if there is none.
-[[nodiscard]] ITypeInfo* LoadWeatherType();
+/// What the type library in this executable says of an interface; the caller's. Throws RunTimeError when it has none.
+[[nodiscard]] ITypeInfo* LoadType(const IID& interface_id);
 
-/// Registers or unregisters this executable as the class's server if the command line says so ("/RegServer",
-/// "/UnregServer", also with a minus sign), and returns the exit code; otherwise returns nothing. It is done for all
-/// users if allowed, removing an earlier registration for this user, which would hide it; otherwise for this user. A
-/// failure is reported on standard error and undone.
+/// The exit code when the command line ("/RegServer", "/UnregServer", with a minus sign too) asks to make this
+/// executable known as the server of the classes, or to make it forgotten; otherwise nothing. For all users where that
+/// is allowed, otherwise for this one; where it is, this user's own registration of before goes, because it would stand
+/// in front. A failure is reported on standard error and undone.
 [[nodiscard]] std::optional<int> RunRegistration(const std::vector<std::string>& arguments);
 
 }  // namespace orvalis

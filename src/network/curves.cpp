@@ -1,4 +1,4 @@
-#include "network/observation/history_json.h"
+#include "network/curves.h"
 
 #include <algorithm>
 #include <array>
@@ -9,11 +9,11 @@
 #include <stdexcept>
 #include <vector>
 
+#include "base/clock.h"
 #include "base/text.h"
 #include "history/condition_bands.h"
 #include "history/curve.h"
 #include "network/http/form_fields.h"
-#include "network/observation/observation_json.h"
 
 namespace orvalis::network {
 namespace {
@@ -21,6 +21,8 @@ namespace {
 constexpr std::int64_t kMsPerSecond = 1'000;
 /// A curve has the first, lowest, highest and last value of each column.
 constexpr int kPointsOfColumn = 4;
+/// Computing the curves of two days takes some ten milliseconds, which everything else waits for.
+constexpr int kTurnsPerSecond = 4;
 constexpr double kMetresPerSecond = 0.44704;  ///< of a mile an hour
 
 /// How much colder the sky is than the air. Within a span the two are not known at the same moment: their middles are.
@@ -31,13 +33,15 @@ std::optional<ValueLimits> Difference(const Span& span) {
   return ValueLimits{.lowest = difference, .highest = difference};
 }
 
+std::string IsoTime(std::int64_t utc) { return FormatTime(TimeAt(utc), "YYYY-MM-DDThh:nn:ss.zzzZ"); }
+
 struct Curve {
   const char* name;
   CurveValue value;
   double factor = 1;
 };
 
-const std::array<Curve, 8>& Curves() {
+const std::array<Curve, 8>& AllCurves() {
   static const std::array<Curve, 8> kCurves{{
       {"ambient_c", ValueOf(Quantity::kAmbient)},
       {"sky_c", ValueOf(Quantity::kSky)},
@@ -145,19 +149,20 @@ CurveRequest ReadCurveRequest(std::string_view query, std::int64_t now) {
   return request;
 }
 
-std::string HistoryJson(const History& history, bool demo, const CurveRequest& request, const Station& station) {
+std::string HistoryJson(const RecordedHistory& recorded, const CurveRequest& request, const Station& station) {
+  const History& history = recorded.history;
   const TimeRange& range = request.range;
   const int columns = request.points / kPointsOfColumn;
-  std::string text = nlohmann::ordered_json{{"from", UtcText(range.from)},
-                                            {"to", UtcText(range.to)},
+  std::string text = nlohmann::ordered_json{{"from", IsoTime(range.from)},
+                                            {"to", IsoTime(range.to)},
                                             {"station", station.name},
                                             {"uuid", station.uuid},
-                                            {"source", demo ? "demo" : "unit"}}
+                                            {"source", recorded.demo ? "demo" : "unit"}}
                          .dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
   text.pop_back();
   WriteName(text, "curves");
   text += '{';
-  for (const Curve& curve : Curves()) {
+  for (const Curve& curve : AllCurves()) {
     WriteName(text, curve.name);
     WriteCurve(text, curve, CurvePoints(history, curve.value, range, columns), range.from);
   }
@@ -170,6 +175,35 @@ std::string HistoryJson(const History& history, bool demo, const CurveRequest& r
   }
   text += "}}";
   return text;
+}
+
+void Curves::AddTo(Resources& resources) {
+  resources.Add({.path = "/history",
+                 .get = [this](const HttpRequest& request) { return Answer(request); },
+                 .help = "curves: ?from=SECONDS&to=SECONDS&points=NUMBER, negative seconds are before now"});
+}
+
+HttpResponse Curves::Answer(const HttpRequest& request) {
+  CurveRequest curves;
+  try {
+    curves = ReadCurveRequest(request.query, parts_.observe().time);
+  } catch (const std::invalid_argument& error) {
+    return TextAnswer(kBadRequest, error.what());
+  }
+  if (!TakeTurn()) {
+    HttpResponse later = TextAnswer(kUnavailable, "Too many ask for curves at once. Ask again in a second");
+    later.headers.emplace_back("Retry-After", "1");
+    return later;
+  }
+  return {.content_type = kJsonType, .body = HistoryJson(parts_.recorded(), curves, parts_.station)};
+}
+
+bool Curves::TakeTurn() {
+  if (const std::int64_t second = parts_.tick() / kMsPerSecond; second != turns_second_) {
+    turns_second_ = second;
+    turns_ = 0;
+  }
+  return ++turns_ <= kTurnsPerSecond;
 }
 
 }  // namespace orvalis::network

@@ -1,0 +1,71 @@
+#include "server/observation_members.h"
+
+#include <array>
+
+#include "base/run_time_error.h"
+#include "verdict/explanation.h"
+
+namespace orvalis {
+namespace {
+
+std::vector<std::string_view> NamesOf(ReasonSet reasons) {
+  std::vector<std::string_view> names;
+  reasons.ForEach([&](Reason reason) { names.push_back(Name(reason)); });
+  return names;
+}
+
+// In the order of ObservationProperty.
+const std::array kMembers = {
+    ObservationMember{.name = "Safe", .read = [](const Observation& o) -> ObservationValue { return o.verdict.safe; }},
+    ObservationMember{.name = "Since",
+                      .read = [](const Observation& o) -> ObservationValue { return o.verdict.since; }},
+    ObservationMember{.name = "Reasons",
+                      .read = [](const Observation& o) -> ObservationValue { return NamesOf(o.verdict.reasons); }},
+    ObservationMember{.name = "Explanation",
+                      .steady = false,
+                      .read = [](const Observation& o) -> ObservationValue { return Explain(o); }},
+    ObservationMember{.name = "AgeSeconds",
+                      .steady = false,
+                      .read = [](const Observation& o) -> ObservationValue { return o.AgeSeconds(); }},
+    ObservationMember{.name = "Source",
+                      .read = [](const Observation& o) -> ObservationValue { return std::string(Name(o.source)); }},
+    ObservationMember{.name = "Values",
+                      .read = [](const Observation& o) -> ObservationValue { return KnownValues(o); }},
+};
+
+}  // namespace
+
+std::span<const ObservationMember> ObservationMembers() { return kMembers; }
+
+const ObservationMember& MemberOf(ObservationProperty property) {
+  return kMembers.at(static_cast<std::size_t>(property));
+}
+
+std::vector<NamedValue> KnownValues(const Observation& now) {
+  std::vector<NamedValue> known;
+  for (const ObservedValue& row : ObservedValueTable()) {
+    if (const auto& value = now.values.*row.member) known.push_back({row.name, *value});
+  }
+  return known;
+}
+
+double KnownValue(const Observation& now, std::string_view name) {
+  for (const ObservedValue& row : ObservedValueTable()) {
+    if (row.name != name) continue;
+    if (const auto& value = now.values.*row.member) return *value;
+    throw RunTimeError(RunTimeError::kTypeMismatch, std::string(name) + " is unknown");
+  }
+  throw RunTimeError(RunTimeError::kSubscriptOutOfRange, "there is no value " + std::string(name));
+}
+
+const Observation& ObservationReader::Look(std::string_view asked) const {
+  const Observation& now = observer_.Now();
+  if (traffic_ == nullptr || !traffic_->Wants(TrafficCategory::kOther)) return now;
+  std::string line = "Observation";
+  if (!asked.empty()) line += "." + std::string(asked);
+  line += now.verdict.safe ? ": safe" : ": unsafe (" + ReasonNames(now.verdict) + ")";
+  traffic_->TrafficLine(line);
+  return now;
+}
+
+}  // namespace orvalis
