@@ -10,7 +10,7 @@ namespace {
 class HistoryRecorderTest : public test::LinkFixture {
  protected:
   HistoryRecorderTest() {
-    poll.Listen([this](const SensorFrame& frame) { recorder.Note(weather, frame, true); });
+    poll.Listen([this](const SensorFrame& frame) { recorder.Note(weather, frame, false); });
   }
   [[nodiscard]] std::size_t Stored() const {
     std::size_t count = 0;
