@@ -42,7 +42,7 @@ struct Curve {
 };
 
 const std::array<Curve, 8>& AllCurves() {
-  static const std::array<Curve, 8> kCurves{{
+  static const std::array<Curve, 8> curves{{
       {"ambient_c", ValueOf(Quantity::kAmbient)},
       {"sky_c", ValueOf(Quantity::kSky)},
       {"clear_sky_c", ValueOf(Quantity::kClearSky)},
@@ -52,7 +52,7 @@ const std::array<Curve, 8>& AllCurves() {
       {"wind_m_s", ValueOf(Quantity::kWind), kMetresPerSecond},
       {"wind_gust_m_s", ValueOf(Quantity::kGust), kMetresPerSecond},
   }};
-  return kCurves;
+  return curves;
 }
 
 struct Band {

@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::int64_t kNow = 1'795'291'445'250;  // 2026-11-21T20:04:05.250Z
 constexpr std::int64_t kSecond = 1'000;
+constexpr std::int64_t kHour = 3'600 * kSecond;
 
 /// What is asked of the resources, with an observation and a history of the test's own.
 class ReadingsTest : public testing::Test, protected EventChannel::Reader {
@@ -111,7 +112,7 @@ TEST_F(ReadingsTest, TellsTheCurvesOfAStretch) {
   }
   const std::string body = Ask("/history", "from=-100&points=2000").body;
   for (const char* const part :
-       {R"({"from":"2026-11-21T20:02:25.250Z","to":"2026-11-21T20:04:05.250Z","station":"Dome \"A\"�","uuid":"id",)"
+       {R"({"from":"2026-11-21T20:02:25.250Z","to":"2026-11-21T20:04:05.250Z","station":"Dome \"A\"�","uuid":"id",)",
         R"("source":"unit","curves":{"ambient_c":[[40,10],[42,10],null,[46,10],[48,10]],)",
         R"("difference_c":[[40,14],[42,15],null,[46,17],[48,18]])", R"("dew_point_c":[],)",
         R"("wind_m_s":[[40,4.47],[42,4.47],[44,4.47],[46,4.47],[48,4.47]])",
@@ -125,8 +126,8 @@ TEST_F(ReadingsTest, BoundsWhatCurvesCost) {
     EXPECT_EQ(Ask("/history", query).status, kBadRequest) << query;
   }
   const CurveRequest all = ReadCurveRequest("from=0&points=1000000", kNow);
-  EXPECT_EQ(all, (CurveRequest{{kNow - 48 * 3600 * kSecond, kNow}, 2'000}));
-  EXPECT_EQ(ReadCurveRequest("", kNow), (CurveRequest{{kNow - 24 * 3600 * kSecond, kNow}, 800}));
+  EXPECT_EQ(all, (CurveRequest{{kNow - 48 * kHour, kNow}, 2'000}));
+  EXPECT_EQ(ReadCurveRequest("", kNow), (CurveRequest{{kNow - 24 * kHour, kNow}, 800}));
   for (int i = 0; i < 4; ++i) EXPECT_EQ(Ask("/history").status, kOk);
   EXPECT_EQ(Ask("/history").status, kUnavailable);
   tick_ += kSecond;
