@@ -10,6 +10,7 @@
 #include "platform/sqlite/sqlite_history.h"
 #include "reading/frame_interpreter.h"
 #include "tests/support/fake_event_loop.h"
+#include "verdict/safety_judge.h"
 
 namespace orvalis {
 namespace {
@@ -21,6 +22,7 @@ class GivenClock : public Clock {
     // Any number of seconds is valid: they are only added up.
     return {.second = static_cast<int>(now / 1000), .millisecond = static_cast<int>(now % 1000)};
   }
+  [[nodiscard]] CivilTime LocalAt(std::int64_t milliseconds) const override { return TimeAt(milliseconds); }
   std::int64_t now = 0;
 };
 
@@ -36,6 +38,8 @@ int Run(const char* file) {
   HistoryRecorder recorder({.loop = loop, .clock = clock, .store = store, .report = report, .remember = false});
   FrameInterpreter interpreter;
   WeatherState weather;
+  SafetyJudge judge;
+  const Situation situation{.connected = true};
   long count = 0;
   std::int64_t time = 0;
   std::string text;
@@ -48,6 +52,9 @@ int Run(const char* file) {
     interpreter.Interpret(frame, settings, 200, weather);
     clock.now = time;
     recorder.Note(weather, frame);
+    const Instant now{.tick = loop.TickCount(), .utc = time};
+    judge.Take({.frame = frame, .weather = weather, .source = ReadingSource::kUnit}, settings, situation, now);
+    recorder.NoteVerdict(judge.Judge(settings, situation, now));
     loop.Advance(std::chrono::seconds(2));
   }
   recorder.Flush();

@@ -11,39 +11,12 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 export ORVALIS_PROFILE_DIR=$folder
 
-# picture NAME SCENARIO [KEY VALUE]...
-picture() {
-  local name=$1 scenario=$2
-  shift 2
-  while (($#)); do
-    "$bin/orvalis" profile set "$1" "$2"
-    shift 2
-  done
-  "$bin/orvalis-unit" --link "$folder/unit" --scenario "simulator/scenarios/$scenario.scenario" >/dev/null &
-  local unit=$!
-  while [[ ! -e $folder/unit ]]; do sleep 0.05; done
-  xvfb-run -a -s "-screen 0 1280x1024x24" "$bin/orvalis" --port "$folder/unit" --picture "$out/$name.png"
-  kill $unit
-  wait $unit || true
-  echo "$out/$name.png"
-}
-
-picture panel-clear clear Centigrade True
-picture panel-cloudy cloudy
-picture panel-rain rain
-picture panel-night clear NightTheme 1
-"$bin/orvalis" profile set NightTheme 0
-
-# The pages of the setup dialog, opened with the keyboard.
 Xvfb -displayfd 3 -noreset -screen 0 1280x1024x24 3>"$folder/display" 2>/dev/null &
 screen=$!
 trap 'kill $screen; rm -rf "$folder"' EXIT
 while [[ ! -s $folder/display ]]; do sleep 0.05; done
 DISPLAY=:$(cat "$folder/display")
 export DISPLAY
-"$bin/orvalis" profile set AdvancedSetup True
-"$bin/orvalis" --demo 2>/dev/null &
-program=$!
 
 # window NAME: waits for the window and gives it the keyboard
 window() {
@@ -56,11 +29,45 @@ window() {
   echo "$id"
 }
 
+# picture NAME SCENARIO [KEY VALUE]...: the panel once the verdict's hold is over
+picture() {
+  local name=$1 scenario=$2
+  shift 2
+  while (($#)); do
+    "$bin/orvalis" profile set "$1" "$2"
+    shift 2
+  done
+  "$bin/orvalis-unit" --link "$folder/unit" --scenario "simulator/scenarios/$scenario.scenario" >/dev/null &
+  local unit=$!
+  while [[ ! -e $folder/unit ]]; do sleep 0.05; done
+  "$bin/orvalis" --port "$folder/unit" 2>/dev/null &
+  local program=$! id
+  id=$(window Orvalis)
+  sleep 15
+  import -window "$id" "$out/$name.png"
+  kill $program $unit
+  wait $program $unit || true
+  echo "$out/$name.png"
+}
+
+"$bin/orvalis" profile set SafeHoldSeconds 2
+picture panel-clear clear Centigrade True
+picture panel-cloudy cloudy
+picture panel-rain rain
+picture panel-night clear NightTheme 1
+"$bin/orvalis" profile set NightTheme 0
+"$bin/orvalis" profile set SafeHoldSeconds 10
+
+# The pages of the setup dialog, opened with the keyboard.
+"$bin/orvalis" profile set AdvancedSetup True
+"$bin/orvalis" --demo 2>/dev/null &
+program=$!
+
 window Orvalis >/dev/null
 sleep 3
 xdotool key alt+s
 setup=$(window "Orvalis Setup")
-for page in connection:alt+c thresholds:alt+t alerts:alt+a leftovers:alt+l; do
+for page in connection:alt+c thresholds:alt+t safety:alt+f alerts:alt+a leftovers:alt+l; do
   xdotool key "${page#*:}"
   sleep 0.7
   import -window "$setup" "$out/setup-${page%%:*}.png"

@@ -64,7 +64,10 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
       events_(clock_),
       boundary_(panel_.status, events_),
       settings_loss_({.store = store_, .panel = panel_, .events = events_}),
-      sounds_(native::MakeSoundPlayer([this](const std::string& failure) { events_.Record(failure); })),
+      sounds_(native::MakeSoundPlayer([this](const std::string& failure) {
+        events_.Record(failure);
+        alert_trial_.SoundFailed(failure);
+      })),
       programs_(native::MakeProgramStarter()),
       alerts_(*sounds_, *programs_, events_),
       logs_([this](const std::string& text) { Report(text); }),
@@ -88,6 +91,13 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                  .demo_mode = [this] { return poll_.InDemoMode(); }}),
       verdict_log_([this](const std::string& text) { Report(text); }),
       verdict_records_({.clock = clock_, .settings = settings_, .events = events_, .log = verdict_log_}),
+      safety_alerts_({.loop = loop_,
+                      .settings = settings_,
+                      .observer = observer_,
+                      .sounds = *sounds_,
+                      .programs = *programs_,
+                      .events = events_}),
+      alert_trial_({.observer = observer_, .sounds = *sounds_, .programs = *programs_, .events = events_}),
       ftp_(native::MakeFtpSender()),
       commands_(native::MakeCommandStarter()),
       publisher_({.store = store_,
@@ -175,7 +185,7 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                 .recorded =
                     [this] {
                       history_.Remember();
-                      return network::RecordedHistory{.history = history_.Shown(), .demo = history_.demo_shown()};
+                      return history_.View();
                     },
                 .counters = [this] { return CountersNow(); },
                 .record = [this](const std::string& text) { events_.Record(text); },
@@ -189,7 +199,8 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
     if (server_) server_->Announce(now, news);
   });
   observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
-  poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame, observer_.Now().verdict.safe); });
+  observer_.Listen([this](const Observation& now, const Observer::News& /*news*/) { safety_alerts_.Note(now); });
+  poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
   if (line_.headless && line_.automation) {
     events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
   } else if (line_.headless) {
@@ -219,6 +230,7 @@ Core::Parts Core::parts() {
           .history = history_,
           .switches = switches_,
           .leftovers = leftovers_,
+          .alert_trial = alert_trial_,
           .poll_timer = poll_timer_,
           .setup_timer = setup_timer_,
           .traffic = traffic_};
@@ -273,6 +285,7 @@ void Core::ShutDown() noexcept {
 void Core::Refresh() {
   if (front_ == nullptr) return;
   ShowLink(link_.state(), reconnect_.seconds_left(), panel_);
+  panel_.banner = BannerOf(observer_.Now(), clock_, store_.locale());
   front_->Refresh();
 }
 
@@ -306,6 +319,7 @@ std::vector<SerialPortEntry> Core::ListPorts() {
 
 void Core::Announce(const Observation& now, const Observer::News& news) {
   verdict_records_.Note(now, news);
+  history_.NoteVerdict(now);
   if (!now.verdict.safe) poll_.KeepRecord(news.verdict);
   network_.Note(now, news);
 }

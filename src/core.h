@@ -9,12 +9,14 @@
 #include <string_view>
 #include <vector>
 
+#include "app/alert_trial.h"
 #include "app/alerts.h"
 #include "app/leftovers.h"
 #include "app/observer.h"
 #include "app/panel_window.h"
 #include "app/poll_cycle.h"
 #include "app/program_flags.h"
+#include "app/safety_alerts.h"
 #include "app/settings_loss.h"
 #include "app/setup_routine.h"
 #include "app/startup.h"
@@ -104,6 +106,7 @@ class Core {
     HistoryRecorder& history;
     ImmediateSwitches& switches;
     Leftovers& leftovers;
+    AlertTrial& alert_trial;
     IntervalTimer& poll_timer;
     IntervalTimer& setup_timer;
     Traffic*& traffic;  ///< the text of the traffic window while that is open
@@ -188,6 +191,8 @@ class Core {
   Observer observer_;
   VerdictLog verdict_log_;
   VerdictRecords verdict_records_;
+  SafetyAlerts safety_alerts_;
+  AlertTrial alert_trial_;
   QtHttpSocket http_;
   std::unique_ptr<FtpSender> ftp_;
   std::unique_ptr<CommandStarter> commands_;

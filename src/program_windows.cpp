@@ -60,6 +60,10 @@ void ProgramWindows::BuildPanel() {
   QObject::connect(panel_.get(), &frmHandBox::Acknowledged, panel_.get(), [this] {
     Click("acknowledging the loss of the settings", [this] { parts_.settings_loss.Acknowledge(); });
   });
+  QObject::connect(panel_.get(), &frmHandBox::ForceUnsafeToggled, panel_.get(),
+                   [this](bool on) { Click("forcing the verdict", [this, on] { parts_.observer.ForceUnsafe(on); }); });
+  QObject::connect(panel_.get(), &frmHandBox::TestUnsafeClicked, panel_.get(),
+                   [this] { Click("testing the verdict", [this] { parts_.observer.TestUnsafe(); }); });
   QObject::connect(panel_.get(), &frmHandBox::Closing, panel_.get(), [] { QCoreApplication::exit(0); });
   // The core may record events after the panel is destroyed.
   parts_.events.Listen([panel = QPointer(panel_.get())](const Event& event) {
@@ -70,6 +74,7 @@ void ProgramWindows::BuildPanel() {
 void ProgramWindows::BuildSetup() {
   setup_ = std::make_unique<frmSetup>(
       frmSetup::Parts{.switches = parts_.switches,
+                      .trial = parts_.alert_trial,
                       .ports = [this] { return core_.ListPorts(); },
                       .report = [this](const std::exception_ptr& error) { parts_.boundary.Report(kChanging, error); },
                       .succeeded = [this] { parts_.boundary.Succeeded(kChanging); },

@@ -8,7 +8,7 @@ namespace {
 
 /// The inputs of one kind of alert.
 struct AlertRow {
-  const char* name;  ///< for a person
+  const char* name;  ///< for a person, and for the program
   bool (*holds)(const WeatherState& weather);
   std::int32_t Settings::*sound_switch;
   std::string Settings::*sound_file;
@@ -40,14 +40,24 @@ bool Count(std::int32_t& counter, bool repeats) {
   return repeats || counter == 1;
 }
 
-/// A failed alert is recorded in the event list, and the next one is tried again.
+/// One way to give an alert.
+struct Means {
+  const char* name;
+  const char* done;
+};
+constexpr Means kSound{"sound", "played"};
+constexpr Means kProgram{"program", "started"};
+
+/// A failed alert is recorded in the event list, and the next one is tried again. Of alerts in every cycle, the first
+/// is recorded.
 template <typename Give>
-void Try(const AlertRow& row, const char* what, OnceUntilMended& trouble, EventList& events, Give give) {
+void Try(const AlertRow& row, const Means& means, bool first, OnceUntilMended& trouble, EventList& events,
+         const std::string& file, Give give) {
   try {
     give();
-    trouble.Mended();
+    if (trouble.Mended() || first) events.Record(std::string("alert ") + row.name + ": " + means.done + " " + file);
   } catch (const std::exception& error) {
-    const std::string failure = std::string("the ") + row.name + " " + what + ": " + error.what();
+    const std::string failure = std::string("the ") + row.name + " " + means.name + ": " + error.what();
     if (trouble.IsNews(failure)) events.Record(failure);
   }
 }
@@ -65,10 +75,13 @@ void Alerts::Check(Kind kind, const Settings& settings, const WeatherState& weat
   if (!enabled || !holds) return;
 
   if (settings.*row.sound_switch == 1 && Count(counters.sound.times, settings.g_bchkRepeatSounds == 1)) {
-    Try(row, "sound", counters.sound.trouble, events_, [&] { sounds_.Play(settings.*row.sound_file); });
+    const std::string& file = settings.*row.sound_file;
+    Try(row, kSound, counters.sound.times == 1, counters.sound.trouble, events_, file, [&] { sounds_.Play(file); });
   }
   if (settings.*row.program_switch == 1 && Count(counters.program.times, settings.g_bchkRepeatApp == 1)) {
-    Try(row, "program", counters.program.trouble, events_, [&] { programs_.Start(settings.*row.program_file); });
+    const std::string& file = settings.*row.program_file;
+    Try(row, kProgram, counters.program.times == 1, counters.program.trouble, events_, file,
+        [&] { programs_.Start({.path = file, .facts = FactsOfAlert(row.name, false)}); });
   }
 }
 

@@ -3,8 +3,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 
+#include "app/alert_facts.h"
 #include "base/event_list.h"
 #include "base/once_until_mended.h"
 #include "config/settings.h"
@@ -24,10 +26,18 @@ class SoundPlayer {
 /// Starts the alerts' programs.
 class ProgramStarter {
  public:
+  /// `failure` is what went wrong, such as "ended with code 3"; "" when the program ended with code 0.
+  using Ended = std::function<void(const std::string& failure)>;
+  struct Call {
+    std::string path;
+    AlertFacts facts = {};  ///< for the program's environment, besides our own
+    Ended ended = {};       ///< called from the event loop, never from within `Start`; may be none
+  };
+
   virtual ~ProgramStarter() = default;
-  /// Starts the program or script at `path`, without a shell, as a detached process. Throws RunTimeError kFileNotFound
-  /// or kPermissionDenied.
-  virtual void Start(const std::string& path) = 0;
+  /// Starts the program or script at `call.path`, without a shell and in its own folder. It lives on when this program
+  /// ends. Throws RunTimeError kFileNotFound, kPermissionDenied or kPathFileAccess.
+  virtual void Start(const Call& call) = 0;
 };
 
 /// A sound and a program for each of five conditions: once when the condition begins, or in every working cycle while

@@ -77,10 +77,7 @@ void PollCycle::WithdrawDemoVerdict() {
   WithdrawVerdict();
 }
 
-void PollCycle::WithdrawVerdict() {
-  parts_.weather.unsafe_indicator = WeatherState::kNoVerdict;
-  parts_.panel.safe.reset();
-}
+void PollCycle::WithdrawVerdict() { parts_.weather.unsafe_indicator = WeatherState::kNoVerdict; }
 
 void PollCycle::ResetAfterGap(ReadingSource source) {
   // Averages mixed from old or demo values and current readings would look fresh and be wrong. The clock is checked
@@ -96,7 +93,6 @@ void PollCycle::ResetAfterGap(ReadingSource source) {
 void PollCycle::ReadSwitches() {
   parts_.weather.from_demo = source_ == ReadingSource::kDemo;
   FrameInterpreter::ReadSwitches(frame_, parts_.weather);
-  parts_.panel.safe = parts_.weather.unsafe_indicator == 0;
   parts_.alerts.Check(Alerts::Kind::kRelay, parts_.settings, parts_.weather);
 }
 

@@ -71,12 +71,6 @@ class JsonObject {
   std::string fields_;
 };
 
-std::vector<std::string_view> NamesOf(const SafetyVerdict& verdict) {
-  std::vector<std::string_view> names;
-  verdict.reasons.ForEach([&](Reason reason) { names.push_back(Name(reason)); });
-  return names;
-}
-
 }  // namespace
 
 std::string ReadingText(const Reading& reading, const TimeStyle& style) {
@@ -138,7 +132,7 @@ std::string ReadingJson(const Reading& reading) {
       .Text("heater", w.heater.text)
       .Text("relay", w.relay.text)
       .Boolean("safe", reading.now.verdict.safe)
-      .Texts("reasons", NamesOf(reading.now.verdict))
+      .Texts("reasons", NamesOf(reading.now.verdict.reasons))
       .Number("age_s", reading.now.AgeSeconds(), reading.now.age.has_value())
       .Boolean("unit_unsafe", w.unsafe_indicator != 0)
       .Boolean("unsafe", !reading.now.verdict.safe);
@@ -149,7 +143,7 @@ std::string VerdictJson(const CivilTime& time, const Observation& now) {
   return JsonObject()
       .Text("time", FormatIso8601(time))
       .Text("verdict", now.verdict.safe ? "safe" : "unsafe")
-      .Texts("reasons", NamesOf(now.verdict))
+      .Texts("reasons", NamesOf(now.verdict.reasons))
       .Utf8("explanation", Explain(now))
       .Finish();
 }

@@ -11,7 +11,7 @@ using Range = SetupField::Range;
 constexpr std::monostate kNone;
 
 // clang-format off
-constexpr std::array<SetupField, 29> kFields{{
+constexpr std::array<SetupField, 30> kFields{{
     {"Lpt_addr", kNone, false, Range::kAny, "",
      "invalid input in LPT address", -9999.0, ""},
     {"WindSpeedCloseD", &Settings::WindSpeedCloseD, false, Range::kNotBelowZero, "invalid input in WindSpeedCloseD, must be >= 0",
@@ -70,10 +70,12 @@ constexpr std::array<SetupField, 29> kFields{{
      "invalid input in Steinhart B2 value", 9999.0, ""},
     {"ThermistorR_C", &Settings::ThermistorR_C, false, Range::kAny, "",
      "invalid input in Steinhart C2 value", 9999.0, ""},
+    {"SafeHoldSeconds", &Settings::SafeHoldSeconds, true, Range::k0To3600, "invalid input in Hold before safe, must be 0 through 3600",
+     "invalid input in Hold before safe", -9999, ""},
 }};
 // clang-format on
 
-constexpr std::array<SetupFlag, 25> kFlags{{
+constexpr std::array<SetupFlag, 33> kFlags{{
     {"Absolute", &Settings::Absolute},
     {"chkSynchronous", &Settings::Synchronous},
     {"chkCentigrade", &Settings::Centigrade},
@@ -87,6 +89,7 @@ constexpr std::array<SetupFlag, 25> kFlags{{
     {"chkCanHalt", &Settings::CanHalt},
     {"chkBacklashDir", &Settings::BacklashDir},
     {"chkEnableSounds", &Settings::g_bchkEnableSounds},
+    {"chkSafetyAlerts", &Settings::SafetyAlerts},
     {"chkRepeatSounds", &Settings::g_bchkRepeatSounds},
     {"chkRepeatApp", &Settings::g_bchkRepeatApp},
     {"chkRainSounds", &Settings::g_bchkRainSounds},
@@ -99,19 +102,32 @@ constexpr std::array<SetupFlag, 25> kFlags{{
     {"chkLightApp", &Settings::g_bchkLightApp},
     {"chkCloudApp", &Settings::g_bchkCloudApp},
     {"chkRelayApp", &Settings::g_bchkRelayApp},
+    {"chkVerdictRain", &Settings::VerdictRain},
+    {"chkVerdictWind", &Settings::VerdictWind},
+    {"chkVerdictClouds", &Settings::VerdictClouds},
+    {"chkVerdictLight", &Settings::VerdictLight},
+    {"chkDemoCanBeSafe", &Settings::DemoCanBeSafe},
+    {"chkKeepVerdict", &Settings::KeepVerdict},
+    {"chkVerdictLog", &Settings::VerdictLog},
 }};
 
-constexpr std::array<SetupFile, 10> kFiles{{
-    {"RainSounds", "chkRainSounds", true, &Settings::g_sRainSounds},
-    {"WindSounds", "chkWindSounds", true, &Settings::g_sWindSounds},
-    {"LightSounds", "chkLightSounds", true, &Settings::g_sLightSounds},
-    {"CloudSounds", "chkCloudSounds", true, &Settings::g_sCloudSounds},
-    {"RelaySounds", "chkRelaySounds", true, &Settings::g_sRelaySounds},
-    {"RainApp", "chkRainApp", false, &Settings::g_sRainApp},
-    {"WindApp", "chkWindApp", false, &Settings::g_sWindApp},
-    {"LightApp", "chkLightApp", false, &Settings::g_sLightApp},
-    {"CloudApp", "chkCloudApp", false, &Settings::g_sCloudApp},
-    {"RelayApp", "chkRelayApp", false, &Settings::g_sRelayApp},
+constexpr std::array<SetupFile, 16> kFiles{{
+    {"RainSounds", "chkRainSounds", true, &Settings::g_sRainSounds, "rain"},
+    {"WindSounds", "chkWindSounds", true, &Settings::g_sWindSounds, "wind"},
+    {"LightSounds", "chkLightSounds", true, &Settings::g_sLightSounds, "light"},
+    {"CloudSounds", "chkCloudSounds", true, &Settings::g_sCloudSounds, "cloud"},
+    {"RelaySounds", "chkRelaySounds", true, &Settings::g_sRelaySounds, "relay"},
+    {"RainApp", "chkRainApp", false, &Settings::g_sRainApp, "rain"},
+    {"WindApp", "chkWindApp", false, &Settings::g_sWindApp, "wind"},
+    {"LightApp", "chkLightApp", false, &Settings::g_sLightApp, "light"},
+    {"CloudApp", "chkCloudApp", false, &Settings::g_sCloudApp, "cloud"},
+    {"RelayApp", "chkRelayApp", false, &Settings::g_sRelayApp, "relay"},
+    {"UnsafeSound", "chkUnsafeSound", true, &Settings::UnsafeSound, "unsafe", true},
+    {"SafeSound", "chkSafeSound", true, &Settings::SafeSound, "safe", true},
+    {"NoReadingsSound", "chkNoReadingsSound", true, &Settings::NoReadingsSound, "no_readings", true},
+    {"UnsafeApp", "chkUnsafeApp", false, &Settings::UnsafeApp, "unsafe", true},
+    {"SafeApp", "chkSafeApp", false, &Settings::SafeApp, "safe", true},
+    {"NoReadingsApp", "chkNoReadingsApp", false, &Settings::NoReadingsApp, "no_readings", true},
 }};
 
 constexpr std::array<SetupUnitOption, 8> kUnitOptions{{
@@ -135,6 +151,8 @@ bool InRange(Range range, double value) {
       return value > 0;
     case Range::k1To300:
       return value >= 1 && value <= 300;
+    case Range::k0To3600:
+      return value >= 0 && value <= 3600;
   }
   return true;
 }
@@ -156,6 +174,8 @@ std::string_view RangeText(Range range) {
       return "must be above 0";
     case Range::k1To300:
       return "must be 1 through 300";
+    case Range::k0To3600:
+      return "must be 0 through 3600";
   }
   return "";
 }

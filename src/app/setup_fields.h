@@ -16,7 +16,7 @@ namespace orvalis {
 /// One text box of the setup dialog: its setting, valid range, messages, and replacement value for bad input. Messages
 /// and replacement values are fixed, even where they name another field.
 struct SetupField {
-  enum class Range { kAny, kNotBelowZero, kAboveZero, k1To300 };
+  enum class Range { kAny, kNotBelowZero, kAboveZero, k1To300, k0To3600 };
   /// None for fields without a setting.
   using Member = std::variant<std::monostate, std::int32_t Settings::*, double Settings::*>;
 
@@ -69,6 +69,8 @@ struct SetupFile {
   std::string_view check_box;  ///< checking it asks for the file
   bool is_sound;               ///< otherwise a program
   std::string Settings::*path;
+  std::string_view alert;   ///< its name for programs
+  bool of_verdict = false;  ///< the check box has no setting then: the file is given when it is named
 };
 [[nodiscard]] std::span<const SetupFile> SetupFiles();
 

@@ -54,6 +54,8 @@ class Clock {
   virtual ~Clock() = default;
   [[nodiscard]] virtual CivilTime LocalNow() const = 0;
   [[nodiscard]] virtual CivilTime UtcNow() const = 0;
+  /// The local time of `milliseconds` since 1970-01-01 UTC, with the offset that holds or held then.
+  [[nodiscard]] virtual CivilTime LocalAt(std::int64_t milliseconds) const = 0;
   /// How its times are written for people.
   [[nodiscard]] const TimeStyle& style() const { return style_; }
 

@@ -106,7 +106,14 @@ struct Settings {
   std::int32_t VerdictLight = 0;      ///< 1: "Day" is unsafe
   std::int32_t DemoCanBeSafe = 0;     ///< 1: simulated values may be called safe, for trying clients out
   std::int32_t ForceUnsafe = 0;       ///< 1: unsafe until a person releases it
-  std::int32_t VerdictLog = 1;        ///< 1: a line for each change of the verdict
+  std::int32_t SafetyAlerts = 1;      ///< 1: the sounds and programs below, where one is named, are given
+  std::string UnsafeSound;
+  std::string UnsafeApp;
+  std::string SafeSound;
+  std::string SafeApp;
+  std::string NoReadingsSound;
+  std::string NoReadingsApp;
+  std::int32_t VerdictLog = 1;  ///< 1: a line for each change of the verdict
 
   // In the subkey "Network", named there without "Network".
   std::int32_t NetworkEnabled = 1;           ///< 1: serve the readings over HTTP

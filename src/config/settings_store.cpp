@@ -74,6 +74,12 @@ constexpr std::array<std::string_view, 64> kSetupKeys{
     "g_sRelayApp",
     "g_bchkRepeatApp",
 };
+/// Those that it saves after them.
+constexpr std::array<std::string_view, 15> kSafetyKeys{
+    "SafeHoldSeconds", "VerdictRain", "VerdictWind", "VerdictClouds",   "VerdictLight",
+    "DemoCanBeSafe",   "KeepVerdict", "VerdictLog",  "SafetyAlerts",    "UnsafeSound",
+    "UnsafeApp",       "SafeSound",   "SafeApp",     "NoReadingsSound", "NoReadingsApp",
+};
 
 const SettingKey& Require(std::string_view name) {
   const SettingKey* key = FindSettingKey(name);
@@ -134,7 +140,6 @@ Settings SettingsStore::LoadSettings() {
   return settings;
 }
 
-
 std::string SettingsStore::Get(const SettingKey& key) const {
   return profile_.GetValue(kDriverId, key.name, key.subkey);
 }
@@ -165,6 +170,7 @@ void SettingsStore::WriteText(std::string_view name, std::string_view text) {
 void SettingsStore::SaveSetupSettings(const Settings& settings) {
   Profile::Batch batch(profile_);
   for (const std::string_view name : kSetupKeys) Write(name, settings);
+  for (const std::string_view name : kSafetyKeys) Write(name, settings);
   batch.Commit();
 }
 

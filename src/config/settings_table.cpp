@@ -16,7 +16,7 @@ constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
 
 // clang-format off
-constexpr std::array<SettingKey, 112> kKeys{{
+constexpr std::array<SettingKey, 119> kKeys{{
     {"RegVer", kRoot, KeyType::kText, kLayoutVersion, kStoreOnly},
     {"Absolute", kRoot, KeyType::kBoolean, "True", &Settings::Absolute},
     {"Synchronous", kRoot, KeyType::kBoolean, "False", &Settings::Synchronous},
@@ -109,17 +109,24 @@ constexpr std::array<SettingKey, 112> kKeys{{
     {"g_sWEBUpdate_interval_index", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"g_sWEBUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"NightTheme", kRoot, KeyType::kInteger, kNoDefault, &Settings::NightTheme, "0"},
-    {"KeepVerdict", kRoot, KeyType::kInteger, kNoDefault, &Settings::KeepVerdict, "0", "0"},
+    {"KeepVerdict", kRoot, KeyType::kInteger, kNoDefault, &Settings::KeepVerdict, "0", "0", 0, 1},
     {"WebcamBuiltIn", kRoot, KeyType::kInteger, kNoDefault, &Settings::WebcamBuiltIn, "0"},
     // What is unreadable here must not open a roof.
     {"SafeHoldSeconds", kRoot, KeyType::kInteger, kNoDefault, &Settings::SafeHoldSeconds, "10", "60", 0, 3600},
-    {"VerdictRain", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictRain, "1", "1"},
-    {"VerdictWind", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictWind, "0", "1"},
-    {"VerdictClouds", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictClouds, "0", "1"},
-    {"VerdictLight", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLight, "0", "1"},
-    {"DemoCanBeSafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::DemoCanBeSafe, "0", "0"},
-    {"ForceUnsafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::ForceUnsafe, "0", "1"},
-    {"VerdictLog", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLog, "1", "1"},
+    {"VerdictRain", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictRain, "1", "1", 0, 1},
+    {"VerdictWind", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictWind, "0", "1", 0, 1},
+    {"VerdictClouds", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictClouds, "0", "1", 0, 1},
+    {"VerdictLight", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLight, "0", "1", 0, 1},
+    {"DemoCanBeSafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::DemoCanBeSafe, "0", "0", 0, 1},
+    {"ForceUnsafe", kRoot, KeyType::kInteger, kNoDefault, &Settings::ForceUnsafe, "0", "1", 0, 1},
+    {"VerdictLog", kRoot, KeyType::kInteger, kNoDefault, &Settings::VerdictLog, "1", "1", 0, 1},
+    {"SafetyAlerts", kRoot, KeyType::kInteger, kNoDefault, &Settings::SafetyAlerts, "1", "1", 0, 1},
+    {"UnsafeSound", kRoot, KeyType::kText, kNoDefault, &Settings::UnsafeSound},
+    {"UnsafeApp", kRoot, KeyType::kText, kNoDefault, &Settings::UnsafeApp},
+    {"SafeSound", kRoot, KeyType::kText, kNoDefault, &Settings::SafeSound},
+    {"SafeApp", kRoot, KeyType::kText, kNoDefault, &Settings::SafeApp},
+    {"NoReadingsSound", kRoot, KeyType::kText, kNoDefault, &Settings::NoReadingsSound},
+    {"NoReadingsApp", kRoot, KeyType::kText, kNoDefault, &Settings::NoReadingsApp},
     {"Enabled", kNetwork, KeyType::kInteger, kNoDefault, &Settings::NetworkEnabled, "1", "0"},
     {"Address", kNetwork, KeyType::kText, kNoDefault, &Settings::NetworkAddress, "127.0.0.1"},
     {"Port", kNetwork, KeyType::kInteger, kNoDefault, &Settings::NetworkPort, "11111", "0", 0, 65535},
@@ -155,8 +162,8 @@ const SettingKey* FindSettingKey(std::string_view path) {
   const auto is_called = [&](const SettingKey& key) { return key.name == path || PathOf(key) == path; };
   const auto found = std::ranges::find_if(kKeys, is_called);
   if (found == kKeys.end()) return nullptr;
-  const bool ambiguous = found->name == path && !found->subkey.empty() &&
-                         std::any_of(std::next(found), kKeys.end(), is_called);
+  const bool ambiguous =
+      found->name == path && !found->subkey.empty() && std::any_of(std::next(found), kKeys.end(), is_called);
   return ambiguous ? nullptr : &*found;
 }
 
@@ -183,8 +190,8 @@ void SetFromText(const SettingKey& key, std::string_view text, NumberLocale loca
     void operator()(std::int32_t Settings::*member) const {
       const std::int32_t number = TextToInteger(text, locale);
       if (number < key.lowest || number > key.highest) {
-        throw RunTimeError(RunTimeError::kInvalidCall, "it must be " + std::to_string(key.lowest) + " to " +
-                                                           std::to_string(key.highest));
+        throw RunTimeError(RunTimeError::kInvalidCall,
+                           "it must be " + std::to_string(key.lowest) + " to " + std::to_string(key.highest));
       }
       settings.*member = number;
     }

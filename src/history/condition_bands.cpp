@@ -17,10 +17,16 @@ std::string_view Name(Condition condition) {
       return "rain";
     case Condition::kUnsafe:
       return "unsafe";
-    case Condition::kSafe:
-      return "safe";
   }
   return "";
+}
+
+void AddBand(std::vector<TimeRange>& bands, TimeRange band, std::int64_t column_ms) {
+  if (!bands.empty() && band.from - bands.back().to <= column_ms) {
+    bands.back().to = band.to;
+  } else {
+    bands.push_back(band);
+  }
 }
 
 std::vector<TimeRange> ConditionBands(const History& history, Condition condition, TimeRange range, int columns) {
@@ -29,13 +35,8 @@ std::vector<TimeRange> ConditionBands(const History& history, Condition conditio
   bool under_way = false;
   std::optional<std::int64_t> end;
   const auto add = [&](std::int64_t from, std::int64_t to) {
-    from = std::clamp(from, range.from, range.to);
-    to = std::clamp(to, range.from, range.to);
-    if (!bands.empty() && from - bands.back().to <= column_ms) {
-      bands.back().to = to;
-    } else {
-      bands.push_back({.from = from, .to = to});
-    }
+    AddBand(bands, {.from = std::clamp(from, range.from, range.to), .to = std::clamp(to, range.from, range.to)},
+            column_ms);
   };
   history.Visit(range, [&](const Span& span) {
     // A condition lasts until it is known to have ended.

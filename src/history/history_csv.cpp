@@ -1,5 +1,7 @@
 #include "history/history_csv.h"
 
+#include <string_view>
+
 #include "base/text.h"
 #include "reading/conversions.h"
 
@@ -34,6 +36,13 @@ std::string_view SkyWord(SmallSet<Condition> conditions) {
   return "";
 }
 
+/// `text` as a field. In quotes, because it may contain commas.
+std::string Quoted(std::string_view text) {
+  std::string field = "\"";
+  for (const char c : text) field += c == '"' ? "\"\"" : std::string(1, c);
+  return field + '"';
+}
+
 }  // namespace
 
 bool IsTemperature(Quantity quantity) {
@@ -44,20 +53,20 @@ double ShownValue(Quantity quantity, double value, bool centigrade) {
   return IsTemperature(quantity) && !centigrade ? ToFahrenheit(value) : value;
 }
 
-std::string HistoryCsv(const History& history, TimeRange range, std::span<const Quantity> quantities, bool centigrade,
-                       std::string_view source, const std::function<CivilTime(std::int64_t)>& local_time) {
-  std::string csv = "time,until,source,value,verdict,sky_word,rain,held";
+std::string HistoryCsv(const HistoryView& view, TimeRange range, std::span<const Quantity> quantities, bool centigrade,
+                       const LocalTimeOf& local_time) {
+  std::string csv = "time,until,source,value,verdict,unit_unsafe,sky_word,rain,held";
   for (const Quantity quantity : quantities) csv += "," + ColumnName(quantity, centigrade);
   csv += "\r\n";
   const auto row = [&](const Span& span, std::string_view kind, const Values& values) {
     csv += FormatIso8601(local_time(span.first));
     csv += ',';
     csv += FormatIso8601(local_time(span.last));
-    csv += ',';
-    csv += source;
-    csv += ',';
+    csv += view.demo ? ",demo," : ",unit,";
     csv += kind;
-    csv += span.conditions.Has(Condition::kUnsafe) ? ",unsafe," : ",safe,";
+    csv += ',';
+    csv += VerdictDuring(view, {.from = span.first, .to = span.last}).Word();
+    csv += span.conditions.Has(Condition::kUnsafe) ? ",1," : ",0,";
     csv += SkyWord(span.conditions);
     csv += span.conditions.Has(Condition::kRain) ? ",1," : ",0,";
     std::string_view blank;
@@ -74,7 +83,7 @@ std::string HistoryCsv(const History& history, TimeRange range, std::span<const 
     }
     csv += "\r\n";
   };
-  history.Visit(range, [&](const Span& span) {
+  view.history.Visit(range, [&](const Span& span) {
     if (span.last < range.from || span.first > range.to) return;
     if (span.first == span.last) {
       row(span, "reading", span.lowest);
@@ -82,6 +91,17 @@ std::string HistoryCsv(const History& history, TimeRange range, std::span<const 
       row(span, "lowest", span.lowest);
       row(span, "highest", span.highest);
     }
+  });
+  return csv;
+}
+
+std::string VerdictCsv(const VerdictHistory& verdicts, TimeRange range, const LocalTimeOf& local_time) {
+  std::string csv = "time,until,source,verdict,reasons,explanation\r\n";
+  verdicts.Visit(range, [&](const RecordedVerdict& verdict) {
+    csv += FormatIso8601(local_time(verdict.first)) + ',' + FormatIso8601(local_time(verdict.last)) + ',';
+    csv += Name(verdict.source);
+    csv += verdict.safe ? ",safe," : ",unsafe,";
+    csv += Quoted(verdict.reasons) + ',' + Quoted(verdict.explanation) + "\r\n";
   });
   return csv;
 }

@@ -44,6 +44,7 @@ void HistoryRecorder::Load() {
     const std::int64_t unthinned = parts_.remember ? History::kUnthinnedMs : 0;
     const HistoryStore::Part part = parts_.store.Load(now - kept, now - unthinned, now + unthinned);
     real_.Load(part.spans, part.samples, now);
+    if (parts_.remember) verdicts_.Load(part.verdicts, now);
     if (replaced_) replaced_();
   });
 }
@@ -54,9 +55,8 @@ void HistoryRecorder::Remember() {
   if (load_timer_ == 0) Load();
 }
 
-void HistoryRecorder::Note(const WeatherState& weather, const SensorFrame& frame, bool safe) {
-  Sample sample = SampleOf(weather, frame, Now());
-  if (safe) sample.conditions.Put(Condition::kSafe);
+void HistoryRecorder::Note(const WeatherState& weather, const SensorFrame& frame) {
+  const Sample sample = SampleOf(weather, frame, Now());
   if (parts_.remember) (weather.from_demo ? demo_ : real_).Add(sample);
   if (!weather.from_demo) NoteForStore(sample);
   if (std::exchange(demo_shown_, weather.from_demo) != weather.from_demo && replaced_) replaced_();
@@ -76,25 +76,55 @@ void HistoryRecorder::NoteForStore(const Sample& sample) {
   StartTimer();
 }
 
+void HistoryRecorder::NoteVerdict(const Observation& now) {
+  std::int64_t time = now.time;
+  bool begins = !open_verdict_ || !now.verdict.SameAs(noted_);
+  if (open_verdict_) {
+    if (std::abs(time - open_verdict_->last) <= kLongestStepMs) {
+      // A clock that was put right by a moment changes no order.
+      time = std::max(time, open_verdict_->last);
+      if (begins) time = std::max(time, open_verdict_->first + 1);
+      open_verdict_->last = time;
+      PutVerdict();
+    } else {
+      begins = true;  // the machine slept, or the clock was set: nothing is known of the time between
+    }
+  }
+  if (begins) {
+    if (open_verdict_) pending_.verdicts.push_back(*open_verdict_);
+    KeepNewest(pending_.verdicts);
+    noted_ = now.verdict;
+    open_verdict_ = RecordOf(now, time);
+    PutVerdict();
+  }
+  if (!forgotten_at_) forgotten_at_ = CurrentInstant();
+  StartTimer();
+}
+
+void HistoryRecorder::PutVerdict() {
+  if (parts_.remember) verdicts_.Put(*open_verdict_);
+}
+
 void HistoryRecorder::StartTimer() {
   if (batch_timer_ != 0) return;
   batch_timer_ = parts_.loop.CallAfter(kBatchInterval, [this] {
     batch_timer_ = 0;
-    WriteBatch();
-    if (!pending_.samples.empty()) StartTimer();
+    if (!WriteBatch()) StartTimer();
   });
 }
 
-void HistoryRecorder::WriteBatch() {
+bool HistoryRecorder::WriteBatch() {
   const bool written = Try([this] {
     HistoryStore::Batch batch = pending_;
     if (open_span_) batch.spans.push_back(*open_span_);
+    if (open_verdict_) batch.verdicts.push_back(*open_verdict_);
     parts_.store.Write(batch);
   });
-  if (!written) return;
+  if (!written) return false;
   pending_ = {};
   ForgetOld();
   if (load_failed_) Load();
+  return true;
 }
 
 HistoryRecorder::Instant HistoryRecorder::CurrentInstant() const {
@@ -114,7 +144,8 @@ void HistoryRecorder::ForgetOld() {
 }
 
 void HistoryRecorder::Flush() {
-  if (!pending_.samples.empty()) WriteBatch();
+  if (batch_timer_ == 0 || !WriteBatch()) return;
+  parts_.loop.Cancel(std::exchange(batch_timer_, 0));
 }
 
 template <typename Work>

@@ -12,13 +12,17 @@
 #include "base/once_until_mended.h"
 #include "history/history.h"
 #include "history/history_store.h"
+#include "history/verdict_bands.h"
+#include "history/verdict_history.h"
 #include "reading/sensor_frame.h"
 #include "reading/weather_state.h"
+#include "verdict/observation.h"
 
 namespace orvalis {
 
-/// Records what the working cycles measured: in memory for the graphs, and in the store in batches once a minute. Demo
-/// values have their own history, which is never stored. What the store rejects is kept and retried with the next
+/// Records what the working cycles measured, and the verdicts: in memory for the graphs, and in the store in batches
+/// once a minute. Demo values have their own history, which is never stored; the verdict is that of the program,
+/// whatever it rests on, and always stored. What the store rejects is kept and retried with the next
 /// batch; a failure is reported once until it is fixed.
 class HistoryRecorder {
  public:
@@ -31,7 +35,7 @@ class HistoryRecorder {
     const Clock& clock;
     HistoryStore& store;
     std::function<void(const std::string& text)> report;
-    bool remember = true;  ///< keep a history in memory from the start, for windows
+    bool remember = true;  ///< keep a history in memory; not needed without a window
   };
   explicit HistoryRecorder(Parts parts) : parts_(std::move(parts)) {}
   HistoryRecorder(const HistoryRecorder&) = delete;
@@ -42,13 +46,19 @@ class HistoryRecorder {
   void LoadSoon();
   /// Keeps a history in memory from now on, if it does not yet. Reads the store at once.
   void Remember();
-  /// Records a working cycle; `safe` is the verdict after it.
-  void Note(const WeatherState& weather, const SensorFrame& frame, bool safe);
+  /// Records a working cycle.
+  void Note(const WeatherState& weather, const SensorFrame& frame);
+  /// Records the verdict of `now`. To be called once a second and whenever it changes: where it was not confirmed for
+  /// ten seconds it counts as unknown.
+  void NoteVerdict(const Observation& now);
   /// Stores pending data at exit.
   void Flush();
 
   /// The history of what the panel shows: the unit's or the demo one.
   [[nodiscard]] const History& Shown() const { return demo_shown_ ? demo_ : real_; }
+  [[nodiscard]] const VerdictHistory& Verdicts() const { return verdicts_; }
+  /// Both together.
+  [[nodiscard]] HistoryView View() const { return {.history = Shown(), .verdicts = verdicts_, .demo = demo_shown_}; }
   [[nodiscard]] bool demo_shown() const { return demo_shown_; }
   [[nodiscard]] std::int64_t Now() const;
 
@@ -64,8 +74,10 @@ class HistoryRecorder {
   [[nodiscard]] Instant CurrentInstant() const;
   void Load();
   void NoteForStore(const Sample& sample);
+  void PutVerdict();
   void StartTimer();
-  void WriteBatch();
+  /// Returns whether it succeeded.
+  bool WriteBatch();
   void ForgetOld();
   /// Runs a store operation; returns whether it succeeded.
   template <typename Work>
@@ -74,14 +86,17 @@ class HistoryRecorder {
   Parts parts_;
   History real_;
   History demo_;
+  VerdictHistory verdicts_;
   bool demo_shown_ = false;
   bool load_failed_ = false;  ///< retry when the store works
   std::function<void()> replaced_;
 
   HistoryStore::Batch pending_;
-  std::optional<Span> open_span_;          ///< incomplete; it is written anyway and replaced later
-  std::optional<std::int64_t> last_time_;  ///< of the last sample for the store
-  std::optional<Instant> forgotten_at_;    ///< the last purge, or the first sample
+  std::optional<Span> open_span_;                ///< incomplete; it is written anyway and replaced later
+  std::optional<RecordedVerdict> open_verdict_;  ///< the present one; written like the open span
+  SafetyVerdict noted_;                          ///< the same
+  std::optional<std::int64_t> last_time_;        ///< of the last sample for the store
+  std::optional<Instant> forgotten_at_;          ///< the last purge, or the first sample
   OnceUntilMended trouble_;
   EventLoop::TimerId batch_timer_ = 0;
   EventLoop::TimerId load_timer_ = 0;

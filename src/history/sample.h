@@ -39,15 +39,7 @@ enum class Quantity : std::uint8_t { kSky, kClearSky, kAmbient, kDewPoint, kWind
 inline constexpr std::size_t kQuantities = 7;
 
 /// Weather conditions. The numbers are stored.
-enum class Condition : std::uint8_t {
-  kClear = 0,
-  kPartlyCloudy = 1,
-  kCloudy = 2,
-  kRain = 3,
-  kUnsafe = 4,  ///< by the unit's digit
-  kSafe = 5,    ///< by the verdict
-};
-/// Those that the graph windows show, the first ones.
+enum class Condition : std::uint8_t { kClear = 0, kPartlyCloudy = 1, kCloudy = 2, kRain = 3, kUnsafe = 4 };
 inline constexpr std::size_t kConditions = 5;
 
 /// One value per quantity, in °C, miles per hour and percent, rounded to hundredths; NaN where unknown.

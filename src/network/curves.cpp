@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <stdexcept>
@@ -59,13 +60,12 @@ struct Band {
   const char* name;
   Condition condition;
 };
-constexpr std::array<Band, 6> kBands{{
+constexpr std::array<Band, 5> kBands{{
     {"clear", Condition::kClear},
     {"partly_cloudy", Condition::kPartlyCloudy},
     {"cloudy", Condition::kCloudy},
     {"rain", Condition::kRain},
     {"unit_alarm", Condition::kUnsafe},
-    {"safe", Condition::kSafe},
 }};
 
 /// Appends [[…,…],[…,…]], without the cost of an object for each of some thousand points.
@@ -149,7 +149,7 @@ CurveRequest ReadCurveRequest(std::string_view query, std::int64_t now) {
   return request;
 }
 
-std::string HistoryJson(const RecordedHistory& recorded, const CurveRequest& request, const Station& station) {
+std::string HistoryJson(const HistoryView& recorded, const CurveRequest& request, const Station& station) {
   const History& history = recorded.history;
   const TimeRange& range = request.range;
   const int columns = request.points / kPointsOfColumn;
@@ -173,6 +173,11 @@ std::string HistoryJson(const RecordedHistory& recorded, const CurveRequest& req
     WriteName(text, band.name);
     WriteBands(text, ConditionBands(history, band.condition, range, columns), range.from);
   }
+  const VerdictBands verdicts = BandsOf(recorded, range, columns);
+  WriteName(text, "safe");
+  WriteBands(text, verdicts.safe, range.from);
+  WriteName(text, "unsafe");
+  WriteBands(text, verdicts.unsafe, range.from);
   text += "}}";
   return text;
 }

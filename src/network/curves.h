@@ -8,6 +8,7 @@
 
 #include "config/station.h"
 #include "history/history.h"
+#include "history/verdict_bands.h"
 #include "network/http/resources.h"
 #include "verdict/observation.h"
 
@@ -29,15 +30,8 @@ struct CurveRequest {
 /// std::invalid_argument with a text for the client.
 [[nodiscard]] CurveRequest ReadCurveRequest(std::string_view query, std::int64_t now);
 
-/// What was recorded.
-struct RecordedHistory {
-  const History& history;
-  bool demo;  ///< it is simulated
-};
-
-/// The curves and the conditions of a stretch; docs/network.md describes the fields.
-[[nodiscard]] std::string HistoryJson(const RecordedHistory& recorded, const CurveRequest& request,
-                                      const Station& station);
+/// The curves, the conditions and the verdicts of a stretch; docs/network.md describes the fields.
+[[nodiscard]] std::string HistoryJson(const HistoryView& recorded, const CurveRequest& request, const Station& station);
 
 /// The resource with the curves.
 class Curves {
@@ -45,7 +39,7 @@ class Curves {
   struct Parts {
     std::function<const Observation&()> observe;  ///< the account of now
     std::function<std::int64_t()> tick;           ///< milliseconds since the system started
-    std::function<RecordedHistory()> recorded;
+    std::function<HistoryView()> recorded;
     const Station& station;
   };
 

@@ -12,8 +12,6 @@ constexpr std::chrono::milliseconds kTryAgain{60'000};
 
 bool IsLoopback(const std::string& address) { return address.starts_with("127.") || address == "::1"; }
 
-bool IsAny(const std::string& address) { return address == "0.0.0.0" || address == "::"; }
-
 /// `text` as a header field takes it: bytes beyond ASCII and control characters as "%C3".
 std::string FieldValue(const std::string& text) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -131,9 +129,8 @@ void NetworkFront::OpenDiscovery() {
   const auto answer = [this](const Datagram& datagram) {
     return discovery_->Answer(datagram, parts_.loop.TickCount());
   };
-  const std::string only_on = IsAny(wanted_->address) ? "" : wanted_->address;
   try {
-    discovery_listener_ = parts_.sockets.AnswerDatagrams(AlpacaDiscovery::Port(only_on), answer);
+    discovery_listener_ = parts_.sockets.AnswerDatagrams(AlpacaDiscovery::Port(wanted_->address), answer);
     discovery_trouble_.Mended();
   } catch (const RunTimeError& error) {
     const std::string text = std::string("Clients cannot find the program by themselves: ") + error.what();

@@ -34,7 +34,7 @@ class NetworkFront {
     const Clock& clock;
     SettingsStore& store;
     std::function<const Observation&()> observe;       ///< the account of now
-    std::function<RecordedHistory()> recorded;         ///< what was
+    std::function<HistoryView()> recorded;             ///< what was
     std::function<MetricCounters()> counters;          ///< what happened since the start
     std::function<void(const std::string&)> record;    ///< an event
     std::function<void(const std::string&)> complain;  ///< what a person should mend; "" when it is mended

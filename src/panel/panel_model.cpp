@@ -73,7 +73,6 @@ void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale local
   panel.heater = state.heater;
   panel.relay = state.relay;
   panel.rain_indicator = state.raining ? Colour::kRed : Colour::kGreen;
-  panel.safe = state.unsafe_indicator == 0;
   panel.demo = state.from_demo;
 }
 

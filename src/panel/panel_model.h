@@ -9,6 +9,7 @@
 #include "base/clock.h"
 #include "base/colour.h"
 #include "base/text.h"
+#include "panel/verdict_banner.h"
 #include "reading/conversions.h"
 #include "reading/weather_state.h"
 #include "unit/link_state.h"
@@ -60,7 +61,7 @@ struct PanelModel {
   Word heater;
   Word relay;
   Colour rain_indicator = Colour::kWhite;
-  std::optional<bool> safe;  ///< nothing before the first frame
+  VerdictBanner banner;
 
   ConnectControl connect;
   std::string status;  ///< what the program is doing, or what went wrong

@@ -8,8 +8,8 @@
 
 #include "platform/linux/command_starter.h"
 #include "platform/linux/dbus/weather_service.h"
+#include "platform/linux/detached_programs.h"
 #include "platform/linux/private_file.h"
-#include "platform/linux/qt_program_starter.h"
 #include "platform/linux/qt_serial_port.h"
 #include "platform/linux/serial_ports.h"
 #include "platform/native.h"
@@ -68,7 +68,7 @@ std::vector<SerialPortEntry> ListSerialPorts() { return orvalis::ListSerialPorts
 
 std::string SystemPortName(const std::string& name) { return DevicePath(name); }
 
-std::unique_ptr<ProgramStarter> MakeProgramStarter() { return std::make_unique<QtProgramStarter>(); }
+std::unique_ptr<ProgramStarter> MakeProgramStarter() { return std::make_unique<DetachedPrograms>(); }
 
 std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts parts) {
   return std::make_unique<WeatherService>(std::move(parts));

@@ -8,12 +8,6 @@
 namespace orvalis {
 namespace {
 
-std::vector<std::string_view> NamesOf(ReasonSet reasons) {
-  std::vector<std::string_view> names;
-  reasons.ForEach([&](Reason reason) { names.push_back(Name(reason)); });
-  return names;
-}
-
 // In the order of ObservationProperty.
 const std::array kMembers = {
     ObservationMember{.name = "Safe", .read = [](const Observation& o) -> ObservationValue { return o.verdict.safe; }},

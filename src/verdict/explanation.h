@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "base/text.h"
 #include "verdict/observation.h"
 
 namespace orvalis {
@@ -12,7 +13,7 @@ namespace orvalis {
 // The verdict in words, for people. Programs read the names of the reasons.
 
 /// One reason with its figures: "rain 412 counts, limit 350; the unit stays on for 60 s after rain".
-[[nodiscard]] std::string Explain(Reason reason, const Observation& observation);
+[[nodiscard]] std::string Explain(Reason reason, const Observation& observation, NumberLocale locale = {});
 /// All reasons, one sentence each. "" when it is safe.
 [[nodiscard]] std::string Explain(const Observation& observation);
 /// The names of the reasons: "rain, wind". "" when it is safe.
@@ -20,6 +21,9 @@ namespace orvalis {
 
 /// Formats a wall-clock time, ms since 1970-01-01 UTC, as the time of day.
 using TimeOfDay = std::function<std::string(std::int64_t utc)>;
+/// The first reason in short, with the time since when it applies where that matters: "rain, limit 350 passed at
+/// 21:04". "in 8 s" during a hold; "" when it is safe.
+[[nodiscard]] std::string FirstReason(const Observation& observation, const TimeOfDay& time_of_day);
 /// One line for a panel: "SAFE", "SAFE in 8 s", "UNSAFE - rain, limit 350 passed at 21:04".
 [[nodiscard]] std::string Banner(const Observation& observation, const TimeOfDay& time_of_day);
 

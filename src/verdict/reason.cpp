@@ -20,4 +20,10 @@ constexpr std::array<std::string_view, kReasonCount> kNames{
 
 std::string_view Name(Reason reason) { return kNames[static_cast<std::size_t>(reason)]; }
 
+std::vector<std::string_view> NamesOf(ReasonSet reasons) {
+  std::vector<std::string_view> names;
+  reasons.ForEach([&](Reason reason) { names.push_back(Name(reason)); });
+  return names;
+}
+
 }  // namespace orvalis

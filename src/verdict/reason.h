@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace orvalis {
 
@@ -58,5 +59,8 @@ class ReasonSet {
 
   std::uint32_t bits_ = 0;
 };
+
+/// The names of `reasons`, in their order.
+[[nodiscard]] std::vector<std::string_view> NamesOf(ReasonSet reasons);
 
 }  // namespace orvalis

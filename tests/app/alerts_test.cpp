@@ -1,5 +1,10 @@
 #include "app/alerts.h"
 
+#include <map>
+#include <string>
+#include <utility>
+
+#include "app/safety_alerts.h"
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {
@@ -93,7 +98,115 @@ TEST_F(AlertsTest, AFailureIsListedOnceAndTheNextAlertWorks) {
   EXPECT_EQ(EventTexts(), (test::Strings{"the rain sound: there is no file rain.wav",
                                          "the rain program: there is no file rain.wav"}));
   alerted.failure.clear();
-  EXPECT_EQ(Given({Kind::kRain}, 1), "rain.wav ");
+  EXPECT_EQ(Given({Kind::kRain}, 50).substr(0, 18), "rain.wav rain.wav ");
+  EXPECT_EQ(events.events().size(), 3u);
+  EXPECT_EQ(LastEvent(), "alert rain: played rain.wav");
+}
+
+class SafetyAlertsTest : public test::LinkFixture {
+ protected:
+  SafetyAlertsTest() {
+    settings.UnsafeApp = "unsafe";
+    settings.SafeApp = "safe";
+    settings.SafeSound = "bell";
+    settings.NoReadingsApp = "silence";
+    observer.Listen([this](const Observation& now, const Observer::News&) { safety.Note(now); });
+  }
+  /// What was given since it was asked for last.
+  std::string Given() { return std::exchange(alerted.given, {}); }
+  /// What the program started last found in its environment; "none" for what it did not.
+  std::string Fact(const std::string& name) {
+    for (const AlertFact& fact : alerted.calls.back().facts) {
+      if (fact.name == "ORVALIS_" + name && fact.value) return *fact.value;
+    }
+    return "none";
+  }
+  void End(const std::string& failure) { alerted.calls.back().ended(failure); }
+
+  SafetyAlerts safety{{.loop = loop,
+                       .settings = settings,
+                       .observer = observer,
+                       .sounds = alerted,
+                       .programs = alerted,
+                       .events = events}};
+};
+
+// A start without rain is unsafe too, but only the first reading can tell.
+TEST_F(SafetyAlertsTest, TheFirstUnsafeComesWithTheFirstReadingAndItsFacts) {
+  observer.Update();
+  port.frame = test::LiveFrame("R=0900 TP=-04000");
+  Connect();
+  EXPECT_EQ(Given(), "") << "there cannot be a reading yet";
+  Tick(4);
+  EXPECT_EQ(Given(), "unsafe ");
+  // As the demonstration line's fields have them: 5.0 degrees in the air; 20 counts of wind are 18 mph, 8.047 m/s.
+  const std::map<std::string, std::string> facts{
+      {"ALERT", "unsafe"},  {"VERDICT", "unsafe"},  {"REASONS", "rain"},   {"TEST", "0"},      {"SOURCE", "unit"},
+      {"AGE_SECONDS", "0"}, {"RAIN_COUNTS", "900"}, {"WIND_M_S", "8.047"}, {"AMBIENT_C", "5"}, {"SKY_C", "-40"}};
+  for (const auto& [name, value] : facts) EXPECT_EQ(Fact(name), value) << name;
+}
+
+TEST_F(SafetyAlertsTest, EachChangeIsGivenWithItsSilenceAndItsEnd) {
+  observer.Update();
+  Tick(9);
+  EXPECT_EQ(Given(), "");
+  Tick(2);
+  EXPECT_EQ(Given(), "unsafe silence ") << "ten seconds without any reading";
+  EXPECT_EQ(Fact("REASONS") + Fact("AGE_SECONDS") + Fact("AMBIENT_C"), "no_connectionnonenone");
+  Connect(20);
+  EXPECT_EQ(Given(), "safe bell ");
+  Silence(30);
+  EXPECT_EQ(Given(), "unsafe silence ") << "once";
+  Measure("", 20);
+  EXPECT_EQ(Given(), "safe bell ");
+  observer.Stop();
+  EXPECT_EQ(Given(), "unsafe ");
+  EXPECT_EQ(Fact("REASONS"), "stopping");
+}
+
+// A program may do nothing in a test: it must hear when the test turns into rain.
+TEST_F(SafetyAlertsTest, ATestIsCalledOneUntilItRains) {
+  Connect(20);
+  Given();
+  observer.TestUnsafe();
+  EXPECT_EQ(Given() + Fact("TEST"), "unsafe 1");
+  Measure("R=0900", 4);
+  EXPECT_EQ(Given() + Fact("TEST"), "unsafe 0");
+  Measure("", 60);
+  EXPECT_EQ(Given(), "safe bell ");
+  settings.SafetyAlerts = 0;
+  Silence(20);
+  EXPECT_EQ(Given(), "");
+}
+
+TEST_F(SafetyAlertsTest, AProgramThatFailsIsTriedAgainWhileItsVerdictStays) {
+  Connect(20);
+  Given();
+  alerted.failure = "there is no file";
+  Silence(12);
+  EXPECT_EQ(LastEvent(), "alert No readings: there is no file; trying again in 10 s");
+  alerted.failure.clear();
+  settings.NoReadingsApp.clear();
+  loop.Advance(std::chrono::seconds(10));
+  EXPECT_EQ(Given(), "unsafe ");
+  End("ended with code 3");
+  EXPECT_EQ(LastEvent(), "alert Unsafe: unsafe ended with code 3; trying again in 30 s");
+  loop.Advance(std::chrono::seconds(29));
+  EXPECT_EQ(Given(), "");
+  loop.Advance(std::chrono::seconds(1));
+  EXPECT_EQ(Given() + LastEvent(), "unsafe alert Unsafe: started unsafe");
+  End("ended with code 3");
+  loop.Advance(std::chrono::seconds(60));
+  EXPECT_EQ(Given(), "unsafe ");
+  End("ended with code 3");
+  EXPECT_EQ(LastEvent(), "alert Unsafe: unsafe ended with code 3; given up after 4 attempts");
+  loop.Advance(std::chrono::minutes(5));
+  EXPECT_EQ(Given(), "");
+  Measure("", 20);
+  EXPECT_EQ(Given(), "safe bell ");
+  End("ended with code 1");
+  Silence(12);
+  EXPECT_EQ(Given(), "unsafe ") << "it is not safe any more";
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ class PollCycleTest : public test::LinkFixture {
 TEST_F(PollCycleTest, OneWorkingCycleBringsAFrameToThePanel) {
   Connect(1);
   EXPECT_EQ(frames, 0) << "the first tick after the start does no work";
-  EXPECT_FALSE(panel.safe.has_value());
+  EXPECT_EQ(weather.unsafe_indicator, WeatherState::kNoVerdict);
   Tick(2);
   EXPECT_EQ(frames, 1);
   EXPECT_EQ((Strings{panel.ambient, panel.body, panel.sky, panel.humidity, panel.dew_point, panel.wind}),
@@ -33,7 +33,7 @@ TEST_F(PollCycleTest, OneWorkingCycleBringsAFrameToThePanel) {
   using Words = std::vector<std::string_view>;
   EXPECT_EQ((Words{panel.cloud.text, panel.wind_word.text, panel.rain_word.text, panel.light_word.text}),
             (Words{"Clear", "Windy", "Dry", "Dark"}));
-  EXPECT_EQ(panel.safe, true);
+  EXPECT_EQ(weather.unsafe_indicator, 0);
   EXPECT_FALSE(panel.stale);
 }
 
@@ -87,7 +87,7 @@ TEST_F(PollCycleTest, BrokenFramesAreAskedForAgainAndNeverUsed) {
   garbage[10] = '\0';
   port.frame = garbage + "#";
   Tick(4);
-  EXPECT_EQ(panel.safe, false);
+  EXPECT_EQ(weather.unsafe_indicator, -1);
   EXPECT_EQ(panel.ambient, "0.0");
 }
 
@@ -178,7 +178,6 @@ TEST_F(PollCycleTest, DemoValuesDoNotLeakIntoReadings) {
   settings.DemoMode = 0;
   Silence(2);
   EXPECT_EQ(weather.unsafe_indicator, -1);
-  EXPECT_FALSE(panel.safe.has_value());
   Measure("WND=0000 TA=+00700", 4);
   EXPECT_FALSE(panel.demo);
   EXPECT_EQ(panel.ambient, "7.0");

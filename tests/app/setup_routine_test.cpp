@@ -26,6 +26,9 @@ TEST(SetupFields, BadInputGetsItsMessageAndReplacement) {
       {"WindSpeedWarn", "-1", "invalid input in WindSpeedWarn, must be >= 0", 9999},
       {"StepTime", "0", "invalid input in Step Time, must be > 0", -9999},
       {"TempAvgCnt", "0", "invalid input in Temp Avg Count, must be 1 through 300", 9999},
+      {"SafeHoldSeconds", "3601", "invalid input in Hold before safe, must be 0 through 3600", -9999},
+      {"SafeHoldSeconds", "-1", "invalid input in Hold before safe, must be 0 through 3600", -9999},
+      {"SafeHoldSeconds", "3600", "", 3600},
       {"TPTempHysteresis", "x", "invalid input in Temp hysteresis value, 9.9 to 0.1", -9999},
       {"LightThreshold", "x", "invalid input in LightThreshold, 1 to 1000, defaulted to 950", 300},
       {"CloudThreshCL", "x", "invalid input in CloudThreshC, defaulted to -5.0", -5},
@@ -60,6 +63,7 @@ TEST(SetupFields, TheAdviceSaysWhatOkWouldStore) {
       {"PartCloudyDegCL", "x", "stores 0: not a whole number; \"Clear\" is below \"Cloudy\""},
       {"TempAvgCnt", "301", "stores 9999: must be 1 through 300"},
       {"StepTime", "0", "must be above 0: OK returns here"},
+      {"SafeHoldSeconds", "", "empty: OK returns here"},
       {"Lpt_addr", "-9999", "-9999 cannot be stored: OK returns here"},
       {"TPTempHysteresis", "120", "the unit gets 200 (it takes three digits, of tenths)"},
       {"CloudThreshCL", "-5.4", "stores -5: a whole number is needed"},
@@ -150,18 +154,20 @@ TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
     form.texts[FieldIndex("RainThreshold")] = "360";
     form.texts[FieldIndex("WindSpeedCloseD")] = "30.5";
     form.flags.assign(form.flags.size(), true);
+    form.texts[FieldIndex("SafeHoldSeconds")] = "0";
     form.files[0] = "/home/a b/rain.wav";
     form.unit.allow_wind = true;
     return true;
   }});
-  ASSERT_EQ(profile.log.size(), 65u);
-  EXPECT_EQ(profile.log[0] + ", " + profile.log[1] + ", " + profile.log.back(),
-            "write /COM Port, write /WindSpeedCloseD, write /g_bchkRepeatApp");
+  ASSERT_EQ(profile.log.size(), 80u);
+  EXPECT_EQ(profile.log[0] + ", " + profile.log[1], "write /COM Port, write /WindSpeedCloseD");
   const std::pair<const char*, const char*> stored[] = {
       {"COM Port", "/dev/ttyACM1"}, {"RainThreshold", "360"}, {"g_sRainSounds", "/home/a b/rain.wav"},
-      {"WindSpeedCloseD", "30.5"},  {"Centigrade", "True"},   {"g_bchkRainSounds", "1"}};
+      {"WindSpeedCloseD", "30.5"},  {"Centigrade", "True"},   {"g_bchkRainSounds", "1"},
+      {"VerdictWind", "1"}};
   for (const auto& [key, text] : stored) EXPECT_EQ(profile.At(key), text) << key;
   EXPECT_EQ(settings.RainThreshold, 360);
+  EXPECT_EQ(settings.SafeHoldSeconds, 0);
   EXPECT_TRUE(options.allow_wind);
   EXPECT_TRUE(dialog.messages.empty());
 }

@@ -41,7 +41,7 @@ TEST_F(SettingsStoreTest, AnotherStampResetsEverything) {
   EXPECT_EQ(store.LoadSettings().RainThreshold, 500);
 }
 
-TEST_F(SettingsStoreTest, AutoConnectAloneIsMended) {
+TEST_F(SettingsStoreTest, WhatCannotBeReadIsMendedOrRefused) {
   store.LoadSettings();
   for (const char* text : {"", "abc"}) {
     profile.values[{"", "AutoConnect"}] = text;
@@ -50,6 +50,12 @@ TEST_F(SettingsStoreTest, AutoConnectAloneIsMended) {
     EXPECT_EQ(profile.TakeLog(), test::Strings{"write /AutoConnect"});
     EXPECT_EQ(profile.At("AutoConnect"), "0");
   }
+  for (const auto& [key, text] : {std::pair{"VerdictWind", "2"}, {"SafeHoldSeconds", "3601"}, {"DemoCanBeSafe", "2"}}) {
+    profile.values[{"", key}] = text;
+  }
+  const Settings settings = store.LoadSettings();
+  EXPECT_EQ(std::tuple(settings.VerdictWind, settings.SafeHoldSeconds, settings.DemoCanBeSafe), std::tuple(1, 60, 0))
+      << "what cannot be read must not open a roof";
 }
 
 // In a locale with a comma the defaults must come back as the numbers they are, not a hundred times larger.

@@ -10,7 +10,7 @@ namespace {
 class HistoryRecorderTest : public test::LinkFixture {
  protected:
   HistoryRecorderTest() {
-    poll.Listen([this](const SensorFrame& frame) { recorder.Note(weather, frame, false); });
+    poll.Listen([this](const SensorFrame& frame) { recorder.Note(weather, frame); });
   }
   [[nodiscard]] std::size_t Stored() const {
     std::size_t count = 0;
@@ -56,19 +56,65 @@ TEST_F(HistoryRecorderTest, WhatTheStoreDoesNotTakeIsKeptAndSaidOnce) {
   EXPECT_EQ(history.loaded_to - history.loaded_from, 48 * History::kHourMs);  // read after all
 }
 
+TEST_F(HistoryRecorderTest, EveryChangeOfTheVerdictIsARowThatLastsUntilTheNext) {
+  const std::int64_t noon = UtcMilliseconds(clock.now);
+  Observation now;
+  const auto look = [&](std::int64_t second, std::initializer_list<Reason> reasons) {
+    now.time = noon + 1000 * second;
+    now.verdict.safe = reasons.size() == 0;
+    now.verdict.reasons = {};
+    for (const Reason reason : reasons) now.verdict.reasons.Add(reason);
+    recorder.NoteVerdict(now);
+  };
+  const auto stored = [&] {
+    recorder.Flush();
+    std::string rows;
+    for (const RecordedVerdict& row : history.batches.back().verdicts) {
+      rows += std::to_string(row.first - noon) + "-" + std::to_string(row.last - noon) + " " +
+              (row.safe ? "safe" : row.reasons) + ", ";
+    }
+    return rows;
+  };
+  look(0, {Reason::kNoReading});
+  look(0, {Reason::kHold});  // in the same millisecond
+  look(9, {Reason::kHold});
+  look(10, {});
+  EXPECT_EQ(stored(), "0-1 no_reading, 1-10000 hold, 10000-10000 safe, ");
+  const std::size_t batches = history.batches.size();
+  recorder.Flush();
+  EXPECT_EQ(history.batches.size(), batches);  // nothing is new
+  look(15, {});
+  look(14, {Reason::kRain, Reason::kUnitAlarm});  // the clock was put right by a second
+  EXPECT_EQ(stored(), "10000-15000 safe, 15000-15000 unit_alarm rain, ");
+  look(16, {Reason::kRain, Reason::kUnitAlarm});
+  look(3600, {Reason::kRain, Reason::kUnitAlarm});  // asleep for an hour
+  EXPECT_EQ(stored(), "15000-16000 unit_alarm rain, 3600000-3600000 unit_alarm rain, ");
+  EXPECT_EQ(VerdictDuring(recorder.View(), {.from = noon + 60'000, .to = noon + 3'500'000}).Word(), "");
+
+  // A store that is full for a while gets all of them, in one go.
+  history.fails = true;
+  for (int i = 0; i < 10'000; ++i) {
+    look(3601 + i, {i % 2 == 0 ? Reason::kWind : Reason::kClouds});
+    if (i % 100 == 0) loop.Advance(HistoryRecorder::kBatchInterval);
+  }
+  history.fails = false;
+  loop.Advance(HistoryRecorder::kBatchInterval);
+  EXPECT_EQ(history.batches.back().verdicts.size(), 10'001u);
+  EXPECT_EQ(history.batches.back().verdicts.back().reasons, "clouds");
+}
+
 TEST_F(HistoryRecorderTest, BeginsToRememberWhenSomebodyAsks) {
   HistoryRecorder headless(
       {.loop = loop, .clock = clock, .store = history, .report = [](const std::string&) {}, .remember = false});
   Connect(20);
-  headless.Note(weather, SensorFrame(), false);
+  headless.Note(weather, SensorFrame());
   EXPECT_EQ(headless.Shown().size(), 0u);
   headless.Remember();
   // What was not stored yet is, so that it is read back with the rest.
   EXPECT_EQ(Stored(), 1u);
   EXPECT_EQ(history.loaded_to - history.loaded_from, 48 * History::kHourMs);
-  headless.Note(weather, SensorFrame(), true);
-  ASSERT_EQ(headless.Shown().size(), 1u);
-  EXPECT_TRUE(headless.Shown().Nearest(headless.Now(), 0)->conditions.Has(Condition::kSafe));
+  headless.Note(weather, SensorFrame());
+  EXPECT_EQ(headless.Shown().size(), 1u);
 }
 
 TEST_F(HistoryRecorderTest, MadeUpValuesAreNeitherStoredNorMixedWithRealOnes) {

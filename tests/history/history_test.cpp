@@ -10,6 +10,7 @@
 #include "history/condition_bands.h"
 #include "history/curve.h"
 #include "history/history_csv.h"
+#include "history/verdict_bands.h"
 
 namespace orvalis {
 namespace {
@@ -39,6 +40,16 @@ std::vector<Span> All(const History& history) {
 
 void Fill(History& history, std::int64_t from, std::int64_t to, float wind = 1) {
   for (std::int64_t time = from; time <= to; time += 2 * kSecond) history.Add(Reading(time, wind));
+}
+
+/// In seconds from noon.
+RecordedVerdict Verdict(std::int64_t first, std::int64_t last, bool safe, const char* reasons = "") {
+  return {.first = kNoon + first * kSecond,
+          .last = kNoon + last * kSecond,
+          .safe = safe,
+          .source = ReadingSource::kUnit,
+          .reasons = reasons,
+          .explanation = safe ? "" : "rain 412 counts, limit 350; \"wet\""};
 }
 
 bool IsInOrder(const std::vector<Span>& spans) {
@@ -183,14 +194,110 @@ TEST(HistoryCsv, HasUnitsInItsHeaderAndLeavesBlankWhatIsNotKnown) {
     const int hour = seconds % 86400 / 3600 + 1;
     return CivilTime{2026, 11, 20 + seconds / 86400, hour, seconds % 3600 / 60, seconds % 60, 0, 60};
   };
-  EXPECT_EQ(
-      HistoryCsv(history, kEver, quantities, true, "unit", local),
-      "time,until,source,value,verdict,sky_word,rain,held,ambient_c,wind_mph\r\n"
-      "2026-11-20T07:00:00.000+01:00,2026-11-20T07:00:02.000+01:00,unit,lowest,safe,Clear,0,,-9.99,3.60\r\n"
-      "2026-11-20T07:00:00.000+01:00,2026-11-20T07:00:02.000+01:00,unit,highest,safe,Clear,0,,10.50,3.60\r\n"
-      "2026-11-21T13:00:00.000+01:00,2026-11-21T13:00:00.000+01:00,unit,reading,unsafe,Cloudy,1,ambient_c,8.25,\r\n");
-  const std::string fahrenheit = HistoryCsv(history, {.from = kNoon, .to = kNoon}, quantities, false, "demo", local);
-  EXPECT_TRUE(fahrenheit.ends_with(",demo,reading,unsafe,Cloudy,1,ambient_f,46.85,\r\n")) << fahrenheit;
+  VerdictHistory verdicts;
+  verdicts.Put(Verdict(-30 * 3600, -30 * 3600 + 1, true));
+  verdicts.Put(Verdict(-30 * 3600 + 1, -30 * 3600 + 2, false, "hold"));
+  EXPECT_EQ(HistoryCsv({history, verdicts}, kEver, quantities, true, local),
+            "time,until,source,value,verdict,unit_unsafe,sky_word,rain,held,ambient_c,wind_mph\r\n"
+            "2026-11-20T07:00:00.000+01:00,2026-11-20T07:00:02.000+01:00,unit,lowest,unsafe,0,Clear,0,,-9.99,3.60\r\n"
+            "2026-11-20T07:00:00.000+01:00,2026-11-20T07:00:02.000+01:00,unit,highest,unsafe,0,Clear,0,,10.50,3.60\r\n"
+            "2026-11-21T13:00:00.000+01:00,2026-11-21T13:00:00.000+01:00,unit,reading,,1,Cloudy,1,ambient_c,8.25,\r\n");
+  const std::string fahrenheit =
+      HistoryCsv({history, verdicts, true}, {.from = kNoon, .to = kNoon}, quantities, false, local);
+  EXPECT_TRUE(
+      fahrenheit.ends_with("ambient_f,wind_mph\r\n2026-11-21T13:00:00.000+01:00,2026-11-21T13:00:00.000+01:00,"
+                           "demo,reading,,1,Cloudy,1,ambient_f,46.85,\r\n"))
+      << fahrenheit;
+  verdicts.Put(Verdict(0, 1, false, "rain light"));
+  EXPECT_EQ(VerdictCsv(verdicts, {.from = kNoon, .to = kNoon}, local),
+            "time,until,source,verdict,reasons,explanation\r\n"
+            "2026-11-21T13:00:00.000+01:00,2026-11-21T13:00:01.000+01:00,unit,unsafe,\"rain light\","
+            "\"rain 412 counts, limit 350; \"\"wet\"\"\"\r\n");
+}
+
+class VerdictHistoryTest : public testing::Test {
+ protected:
+  /// "safe", "UNSAFE rain", one of them twice where the range holds both, "" where nothing is known.
+  [[nodiscard]] std::string At(std::int64_t from, std::int64_t to, bool demo = false) const {
+    const VerdictSummary during = VerdictDuring({history, verdicts, demo}, {Second(from), Second(to)});
+    std::string text = during.safe ? "safe" : "";
+    if (during.unsafe) text += "UNSAFE";
+    for (const std::string& reason : during.reasons) text += " " + reason;
+    return text;
+  }
+  /// The bands of the first 100 seconds after noon, "10-20 30-30", in a picture with so many columns.
+  [[nodiscard]] std::string Bands(std::vector<TimeRange> VerdictBands::*kind, int columns, bool demo = false) const {
+    std::string text;
+    const VerdictBands bands = BandsOf({history, verdicts, demo}, {Second(0), Second(100)}, columns);
+    for (const TimeRange& band : bands.*kind) {
+      const auto second = [](std::int64_t time) { return std::to_string((time - kNoon) / kSecond); };
+      text += (text.empty() ? "" : " ") + second(band.from) + "-" + second(band.to);
+    }
+    return text;
+  }
+  [[nodiscard]] static std::int64_t Second(std::int64_t second) { return kNoon + second * kSecond; }
+
+  History history;
+  VerdictHistory verdicts;
+};
+
+TEST_F(VerdictHistoryTest, WhereNoneWasRecordedTheUnitAloneSaysUnsafeAndNothingSaysSafe) {
+  const auto unsafe = Conditions({Condition::kUnsafe});
+  // Read on before, between and during the verdicts; unsafe from 6 to 12, at 36, and from 60 on, says the unit.
+  for (int i = 0; i <= 80; i += 2) {
+    if (i > 40 && i < 60) continue;
+    history.Add(Reading(Second(i), 1, (i >= 6 && i < 12) || i == 36 || i >= 60 ? unsafe : SmallSet<Condition>()));
+  }
+  verdicts.Put(Verdict(10, 20, true));
+  verdicts.Put(Verdict(20, 30, false, "hold"));  // the program ends, and begins with an older version
+  verdicts.Put(Verdict(50, 70, false, "no_reading rain"));
+  verdicts.Put(Verdict(70, 90, true));
+  EXPECT_EQ(Bands(&VerdictBands::unsafe, 1000), "6-10 20-30 36-38 50-70");
+  EXPECT_EQ(Bands(&VerdictBands::safe, 1000), "10-20 70-90");
+  EXPECT_EQ(Bands(&VerdictBands::unsafe, 10), "6-38 50-70");  // too close to be told apart
+  EXPECT_EQ(At(5, 5), "");
+  EXPECT_EQ(At(20, 20), "UNSAFE hold");
+  EXPECT_EQ(At(30, 30), "UNSAFE hold");
+  EXPECT_EQ(At(15, 60), "safeUNSAFE hold no_reading rain");
+  EXPECT_EQ(At(35, 45), "");
+  EXPECT_EQ(At(92, 92), "safe");  // until the next look at it
+  EXPECT_EQ(At(101, 101), "");
+}
+
+TEST_F(VerdictHistoryTest, ADemoVerdictSaysNothingGoodAboutTheSky) {
+  verdicts.Put(Verdict(0, 10, false, "demo"));
+  RecordedVerdict demo = Verdict(10, 20, true);
+  demo.source = ReadingSource::kDemo;
+  verdicts.Put(demo);
+  EXPECT_EQ(Bands(&VerdictBands::unsafe, 100), "0-10");
+  EXPECT_EQ(Bands(&VerdictBands::safe, 100), "");
+  EXPECT_EQ(Bands(&VerdictBands::safe, 100, true), "10-20");
+  EXPECT_EQ(At(12, 12) + "," + At(12, 12, true), ",safe");
+}
+
+TEST_F(VerdictHistoryTest, TheLaterArrivalWinsWhenTheClockIsSetBack) {
+  verdicts.Put(Verdict(0, 40, true));
+  verdicts.Put(Verdict(40, 60, false, "rain"));
+  verdicts.Put(Verdict(60, 80, true));
+  verdicts.Put(Verdict(30, 30, false, "wind"));
+  EXPECT_EQ(Bands(&VerdictBands::safe, 100), "0-30");  // what is ahead of the clock is not shown
+  EXPECT_EQ(Bands(&VerdictBands::unsafe, 100), "30-30");
+  verdicts.Put(Verdict(30, 50, false, "wind"));
+  verdicts.Put(Verdict(70, 90, false, "light"));  // and ended before that
+  EXPECT_EQ(Bands(&VerdictBands::unsafe, 100), "30-50 70-90");
+  EXPECT_EQ(Bands(&VerdictBands::safe, 100), "0-30 60-70");
+  // What is read from the store comes below.
+  verdicts.Load({Verdict(-50, -20, true), Verdict(-20, 75, true)}, kNoon);
+  EXPECT_EQ(At(-10, -10) + " " + At(65, 65) + " " + At(80, 80), "safe safe UNSAFE light");
+}
+
+TEST_F(VerdictHistoryTest, ManyChangesAreBoundedAndTheNewestStay) {
+  const int last = 2 * static_cast<int>(VerdictHistory::kMostKept);
+  for (int i = 0; i < last; ++i) verdicts.Put(Verdict(i, i + 1, i % 2 == 0, i % 2 == 0 ? "" : "wind"));
+  int count = 0;
+  verdicts.Visit(kEver, [&](const RecordedVerdict&) { ++count; });
+  EXPECT_EQ(count, 20'000);
+  EXPECT_EQ(At(last, last), "UNSAFE wind");
 }
 
 }  // namespace

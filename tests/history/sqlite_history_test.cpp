@@ -44,6 +44,18 @@ class SqliteHistoryTest : public testing::Test {
     }
     return batch;
   }
+  /// In seconds from noon; safe without reasons.
+  static RecordedVerdict Verdict(std::int64_t first, std::int64_t last, const char* reasons = "") {
+    return {.first = kNoon + first * 1000,
+            .last = kNoon + last * 1000,
+            .safe = *reasons == 0,
+            .source = ReadingSource::kUnit,
+            .reasons = reasons,
+            .explanation = "rain, limit 350; \"it's\""};
+  }
+  void WriteVerdicts(std::vector<RecordedVerdict> verdicts) {
+    history.Write({.follows = {}, .samples = {}, .spans = {}, .verdicts = std::move(verdicts)});
+  }
   [[nodiscard]] static std::vector<Sample> SamplesOf(SqliteHistory& history) {
     return history.Load(0, kNoon - 24 * kHour, kNoon + 24 * kHour).samples;
   }
@@ -104,6 +116,76 @@ TEST_F(SqliteHistoryTest, ASpanAcrossTheLimitLeavesNoHole) {
   ASSERT_EQ(part.spans.size(), 1u);
   EXPECT_EQ(part.spans[0].last, kNoon + 58'000);
   EXPECT_EQ(part.samples.at(0).time, kNoon + 60'000);
+}
+
+/// "safe", or the reasons, and how many seconds after noon it was so.
+std::string Text(const std::vector<RecordedVerdict>& verdicts) {
+  std::string text;
+  for (const RecordedVerdict& verdict : verdicts) {
+    text += (verdict.safe ? "safe" : verdict.reasons) + " " + std::to_string((verdict.first - kNoon) / 1000) + "-" +
+            std::to_string((verdict.last - kNoon) / 1000) + ", ";
+  }
+  return text;
+}
+
+TEST_F(SqliteHistoryTest, KeepsVerdictsAndTheLaterOneWhereTwoClaimATime) {
+  const RecordedVerdict rain = Verdict(40, 60, "rain unit_alarm");
+  WriteVerdicts({Verdict(-50 * 3600, 40), rain});
+  WriteVerdicts({Verdict(40, 90, "rain unit_alarm"), Verdict(90, 95)});  // it went on
+  const auto all = [&](std::int64_t from = 0) { return history.Load(from, kNoon, kNoon + kHour).verdicts; };
+  EXPECT_EQ(Text(all(kNoon - kHour)), "safe -180000-40, rain unit_alarm 40-90, safe 90-95, ");
+  EXPECT_EQ(Text(all(kNoon + 91'000)), "safe 90-95, ");
+  RecordedVerdict read = all()[1];
+  read.last = rain.last;
+  EXPECT_EQ(read, rain);
+  WriteVerdicts({Verdict(20, 30, "a_reason_of_a_later_version"), Verdict(30, 92, "wind")});  // the clock was set back
+  EXPECT_EQ(Text(all()), "safe -180000-20, a_reason_of_a_later_version 20-30, wind 30-92, ");
+}
+
+TEST_F(SqliteHistoryTest, KeepsNoMoreVerdictsThanAHundredThousandOrFourHundredDays) {
+  std::vector<RecordedVerdict> many;
+  for (int i = 0; i < 100'010; ++i) many.push_back(Verdict(i, i + 1));
+  WriteVerdicts(many);
+  history.Forget(0, kNoon + 5000);
+  EXPECT_EQ(history.Load(0, 0, kNoon + 100 * kHour).verdicts.size(), VerdictHistory::kMostKept);
+  EXPECT_EQ(Text(history.Load(0, 0, kNoon + 11'000).verdicts), "safe 10-11, safe 11-12, ");
+  history.Forget(0, kNoon + 100'008'500);
+  EXPECT_EQ(Text(history.Load(0, 0, kNoon + 100 * kHour).verdicts), "safe 100008-100009, safe 100009-100010, ");
+}
+
+TEST_F(SqliteHistoryTest, TakesOverAFileWithoutVerdictsAndLeavesANewerOneAlone) {
+  fs::create_directories(file.parent_path());
+  {
+    // As the first layout was made.
+    Database old(file);
+    const std::string values = "sky, clear_sky, ambient, dew_point, wind, gust, humidity";
+    old.Execute("CREATE TABLE cycle (time INTEGER PRIMARY KEY, conditions INTEGER NOT NULL, held INTEGER NOT NULL, " +
+                values + ")");
+    old.Execute(
+        "CREATE TABLE span (first INTEGER PRIMARY KEY, last INTEGER NOT NULL, conditions INTEGER NOT NULL, held "
+        "INTEGER NOT NULL, sky_low, clear_sky_low, ambient_low, dew_point_low, wind_low, gust_low, humidity_low, "
+        "sky_high, clear_sky_high, ambient_high, dew_point_high, wind_high, gust_high, humidity_high)");
+    old.Execute("INSERT INTO cycle (time, conditions, held, sky) VALUES (1795262400000, 17, 0, -2007)");
+    old.Execute(
+        "INSERT INTO span (first, last, conditions, held, wind_high) VALUES (1795161600000, 1795161650000, 1, "
+        "0, 990)");
+    old.Execute("PRAGMA user_version = 1");
+  }
+  WriteVerdicts({Verdict(0, 1)});
+  const auto part = history.Load(0, kNoon - kHour, kNoon + kHour);
+  ASSERT_EQ(part.samples.size(), 1u);
+  EXPECT_FLOAT_EQ(part.samples[0].values[Quantity::kSky], -20.07F);
+  EXPECT_EQ(part.samples[0].conditions.bits(), 17);
+  ASSERT_EQ(part.spans.size(), 1u);
+  EXPECT_FLOAT_EQ(part.spans[0].highest[Quantity::kWind], 9.9F);
+  EXPECT_EQ(Text(part.verdicts), "safe 0-1, ");
+
+  SqliteHistory later(file, clock, {});
+  Database(file).Execute("PRAGMA user_version = 3");
+  EXPECT_THROW(later.Write(BatchOf({Reading(kNoon + 2000)})), RunTimeError);
+  Database(file).Execute("PRAGMA user_version = 2");
+  EXPECT_EQ(SamplesOf(later).size(), 1u);
+  EXPECT_TRUE(notices.empty());
 }
 
 // Each row spoils the file in another way.

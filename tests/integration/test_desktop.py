@@ -33,6 +33,28 @@ class Alerts(Case):
                         {player + " " + sound, close_roof + " "}, "both are started")
 
 
+    def test_the_alert_of_the_verdict_has_its_facts_is_tried_again_and_outlives_the_program(self):
+        path = os.path.join(self.folder, "close roof")
+        with open(path, "w", encoding="utf-8") as file:
+            file.write('#!/bin/sh\nenv > "$0.facts"\n[ -e "$0.tried" ] || { touch "$0.tried"; exit 4; }\n'
+                       'sleep 3\necho closed; touch "$0.closed"\n')
+        os.chmod(path, 0o755)
+        self.set("UnsafeApp", path)
+        self.set("NoReadingsApp", path)
+        self.unit("--fast").measure({"R": "900"})
+        self.env["ORVALIS_TEST"] = "1"  # of a program that was started by an alert itself
+        program = self.headless()
+        self.event(program, "alert Unsafe: %s ended with code 4; trying again in 10 s" % path)
+        with open(path + ".facts", encoding="utf-8") as file:
+            facts = file.read().splitlines()
+        for fact in ("ALERT=unsafe", "VERDICT=unsafe", "REASONS=unit_alarm,rain", "RAIN_COUNTS=900", "TEST=0"):
+            self.assertEqual(facts.count("ORVALIS_" + fact), 1, facts)
+        self.event(program, "alert Unsafe: started")
+        program.kill()
+        self.wait_until(lambda: os.path.exists(path + ".closed"), "it goes on")
+        self.assertFalse([line for line in program.all_lines if "No readings" in line])
+
+
 class Port(Case):
     def test_a_port_in_use_is_said(self):
         self.unit("--fast")

@@ -14,12 +14,19 @@ BATCH_SECONDS = 60
 
 
 class History(Case):
-    def stored(self, columns="*"):
+    def stored(self, columns="*", table="cycle"):
         connection = sqlite3.connect("file:%s/history.sqlite?mode=ro" % self.profile, uri=True)
         try:
-            return connection.execute("SELECT %s FROM cycle ORDER BY time" % columns).fetchall()
+            return connection.execute("SELECT %s FROM %s ORDER BY time" % (columns, table)).fetchall()
         finally:
             connection.close()
+
+    @staticmethod
+    def told(program):
+        """The verdicts that the program printed."""
+        told = [json.loads(line) for line in program.all_lines]
+        return [(line["verdict"] == "safe", " ".join(line["reasons"]), line["explanation"])
+                for line in told if "verdict" in line]
 
     def test_a_kill_loses_at_most_the_last_minute_and_damage_is_survived(self):
         unit = self.unit("--fast", "--speed", "60")
@@ -48,6 +55,12 @@ class History(Case):
             frame = reading["frame"]
             self.assertEqual((row[1], row[2]), (int(frame[37:43]), int(frame[58:64])))
             self.assertEqual(bool(row[7] & 16), frame[83] != "0")
+        verdicts = self.stored("safe, reasons, explanation, time, until", "verdict")
+        self.assertEqual([row[:3] for row in verdicts], self.told(program)[:len(verdicts)])
+        self.assertIn((0, "hold"), [row[:2] for row in verdicts])
+        self.assertLess(killed_at - verdicts[-1][4], 1000 * (BATCH_SECONDS + 10))
+        for before, after in zip(verdicts, verdicts[1:]):
+            self.assertEqual(before[4], after[3])  # one at any time
 
         for name in ("history.sqlite", "history.sqlite-wal"):  # the journal alone would mend the rest
             Path(self.profile, name).write_bytes(b"not a database any more" * 500)
@@ -56,6 +69,9 @@ class History(Case):
         self.reading(program)
         self.assertEqual(program.stop()[0], 0)  # which stores what there is
         self.assertIn(len(self.stored()), (1, 2))
+        verdicts = self.stored("safe, reasons, explanation", "verdict")
+        self.assertEqual(verdicts, self.told(program))
+        self.assertEqual(verdicts[-1][:2], (0, "stopping"))
         self.assertEqual(len([name for name in os.listdir(self.profile) if "-damaged-" in name and
                               name.endswith(".sqlite")]), 1)
 
@@ -63,7 +79,9 @@ class History(Case):
         program = self.program("--headless", "--json", "--demo")
         self.reading(program)
         program.stop()
-        self.assertFalse(os.path.exists(self.profile + "/history.sqlite"))
+        self.assertEqual(self.stored(), [])
+        self.assertEqual(self.stored("safe, reasons", "verdict")[-1], (0, "demo stopping"))
+        os.remove(self.profile + "/history.sqlite")
         os.mkdir(self.profile + "/history.sqlite")  # where the file has to be
         self.unit("--fast")
         program = self.headless()

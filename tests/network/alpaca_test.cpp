@@ -46,8 +46,8 @@ class NetworkFrontTest : public testing::Test {
             .clock = clock_,
             .store = store_,
             .observe = [this]() -> const Observation& { return observation_; },
-            .recorded = [this]() -> RecordedHistory {
-              return {history_, false};
+            .recorded = [this]() -> HistoryView {
+              return {history_, verdicts_};
             },
             .counters = [] { return MetricCounters(); },
             .record = [this](const std::string& text) { events_.push_back(text); },
@@ -87,6 +87,7 @@ class NetworkFrontTest : public testing::Test {
   std::vector<std::string> events_;
   std::string complaint_;
   History history_;
+  VerdictHistory verdicts_;
   NetworkFront front_{Parts()};
 };
 

@@ -95,7 +95,7 @@ TEST_F(HttpServerTest, AnswersOrRefusesEveryKindOfRequest) {
       {"an unknown method", "BREW /echo HTTP/1.1\r\n" + host, "405 Method Not Allowed"},
       {"a fault", "GET /fault HTTP/1.1\r\n" + host, "500 Internal Server Error"},
       {"not HTTP", "\x16\x03\x01\x02\r\n\r\n", "400 Bad Request"},
-      {"a NUL in the path", std::string("GET /ec\0ho HTTP/1.1\r\n", 22) + host, "400 Bad Request"},
+      {"a NUL in the path", std::string("GET /ec\0ho HTTP/1.1\r\n", 21) + host, "400 Bad Request"},
       {"a NUL in a field", std::string("GET /echo HTTP/1.1\r\nA: \0\r\n", 26) + host, "400 Bad Request"},
       {"no host", "GET /echo HTTP/1.1\r\n\r\n", "400 Bad Request"},
       {"two hosts", "GET /echo HTTP/1.1\r\nHost: evil.org\r\n" + host, "400 Bad Request"},

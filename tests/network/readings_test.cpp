@@ -42,6 +42,7 @@ class ReadingsTest : public testing::Test, protected EventChannel::Reader {
   Observation now_;
   Station station_;
   History history_;
+  VerdictHistory verdicts_;
   Resources resources_;
   std::vector<std::string> pushed_;
   Readings readings_{{.observe = [this]() -> const Observation& { return now_; },
@@ -50,10 +51,9 @@ class ReadingsTest : public testing::Test, protected EventChannel::Reader {
                       .counters = [] { return MetricCounters{.connections = 3, .uploads = 2}; }}};
   Curves curves_{{.observe = [this]() -> const Observation& { return now_; },
                   .tick = [this] { return tick_; },
-                  .recorded =
-                      [this] {
-                        return RecordedHistory{history_, false};
-                      },
+                  .recorded = [this]() -> HistoryView {
+                    return {history_, verdicts_};
+                  },
                   .station = station_}};
 };
 
@@ -107,16 +107,17 @@ TEST_F(ReadingsTest, TellsTheCurvesOfAStretch) {
     if (i != 2) sample.values[Quantity::kAmbient] = 10;
     sample.values[Quantity::kSky] = static_cast<float>(-4 - i);
     sample.values[Quantity::kWind] = 10;  // miles an hour
-    if (i > 1) sample.conditions.Put(Condition::kSafe);
     history_.Add(sample);
   }
+  verdicts_.Put({.first = kNow - 60 * kSecond, .last = kNow - 56 * kSecond, .reasons = "hold", .explanation = ""});
+  verdicts_.Put({.first = kNow - 56 * kSecond, .last = kNow, .safe = true, .reasons = "", .explanation = ""});
   const std::string body = Ask("/history", "from=-100&points=2000").body;
   for (const char* const part :
        {R"({"from":"2026-11-21T20:02:25.250Z","to":"2026-11-21T20:04:05.250Z","station":"Dome \"A\"�","uuid":"id",)",
         R"("source":"unit","curves":{"ambient_c":[[40,10],[42,10],null,[46,10],[48,10]],)",
         R"("difference_c":[[40,14],[42,15],null,[46,17],[48,18]])", R"("dew_point_c":[],)",
         R"("wind_m_s":[[40,4.47],[42,4.47],[44,4.47],[46,4.47],[48,4.47]])",
-        R"("rain":[],"unit_alarm":[],"safe":[[44,48]]}})"}) {
+        R"("rain":[],"unit_alarm":[],"safe":[[44,100]],"unsafe":[[40,44]]}})"}) {
     EXPECT_NE(body.find(part), std::string::npos) << part << "\n" << body;
   }
 }

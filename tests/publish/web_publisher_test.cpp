@@ -103,12 +103,11 @@ TEST_F(WebPublisherTest, NothingGoesOutWhileSwitchedOffOrDisconnected) {
   EXPECT_EQ(socket.requests.size(), 2u) << "due as soon as there is a frame";
 }
 
-// SAFE must not go out in the cycle that found UNSAFE, nor "NO DATA" in the one that ended a silence.
+// "SAFE soon" must not go out in the cycle that found UNSAFE, nor an old reason in the one that ended a silence.
 TEST_F(WebPublisherTest, ThePictureIsOfThePanelAsThisCycleLeftIt) {
   PollCycle::Parts drawing = PublishingParts();
-  drawing.draw = [this] {
-    outside.Note(panel.stale || !panel.safe ? "drawn NO DATA" : *panel.safe ? "drawn SAFE" : "drawn UNSAFE");
-  };
+  drawing.draw = [this] { outside.Note("drawn " + BannerOf(observer.Now(), clock, {}).word); };
+  settings.SafeHoldSeconds = 0;
   PollCycle cycle(drawing);
   settings.g_bAllow_WEB = 1;
   publisher.SetInterval(kSubmitIntervals[1], 0);
@@ -119,7 +118,7 @@ TEST_F(WebPublisherTest, ThePictureIsOfThePanelAsThisCycleLeftIt) {
     if (i == 2) port.frame = LiveFrame("RB=1");
   }
   outside.calls.resize(4);
-  EXPECT_EQ(outside.calls, (Strings{"drawn SAFE", "drawn UNSAFE", "drawn UNSAFE", "capture"}));
+  EXPECT_EQ(outside.calls, (Strings{"drawn SAFE soon", "drawn UNSAFE", "drawn UNSAFE", "capture"}));
 }
 
 TEST_F(WebPublisherTest, WhatIsDueWaitsForAReadingAndForTheEndOfAnEdit) {

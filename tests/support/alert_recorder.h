@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "app/alerts.h"
 #include "base/run_time_error.h"
@@ -11,9 +12,13 @@ namespace orvalis::test {
 class AlertRecorder : public SoundPlayer, public ProgramStarter {
  public:
   void Play(const std::string& path) override { Give(path); }
-  void Start(const std::string& path) override { Give(path); }
+  void Start(const Call& call) override {
+    Give(call.path);
+    calls.push_back(call);
+  }
   std::string given;
   std::string failure;
+  std::vector<Call> calls;  ///< those that did not fail
 
  private:
   void Give(const std::string& path) {

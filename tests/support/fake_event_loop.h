@@ -49,6 +49,7 @@ class FakeClock : public Clock {
  public:
   [[nodiscard]] CivilTime LocalNow() const override { return now; }
   [[nodiscard]] CivilTime UtcNow() const override { return now; }
+  [[nodiscard]] CivilTime LocalAt(std::int64_t milliseconds) const override { return TimeAt(milliseconds); }
 
   CivilTime now{.year = 2026, .month = 11, .day = 21, .hour = 21, .minute = 4, .second = 5};
 };

@@ -37,7 +37,7 @@ class RawClient {
   std::string Answer() {
     RunUntil([this] { return Length() > 0 || Ended(); });
     const qsizetype length = Length() > 0 ? Length() : received_.size();
-    const std::string answer = received_.left(length).toStdString();
+    std::string answer = received_.left(length).toStdString();
     received_.remove(0, length);
     return answer;
   }

@@ -152,7 +152,9 @@ TEST_F(FormSubmitTest, NoKeyIsTakenTwice) { EXPECT_EQ(KeysTakenTwice(form), "");
 // Windows of the panel get its style sheet as well, which took their own palette away.
 TEST_F(FormSubmitTest, NothingButRedShinesAtNight) {
   frmHandBox box(panel);
+  AlertTrial trial({.observer = observer, .sounds = alerted, .programs = alerted, .events = events});
   frmSetup setup({.switches = switches,
+                  .trial = trial,
                   .ports = [] { return std::vector<SerialPortEntry>(); },
                   .report = {},
                   .succeeded = {},

@@ -27,7 +27,7 @@ class GraphTest : public LinkFixture {
       clock.now.second += 10;  // only added up
       weather.sky_celsius = -20 + i % 7;
       weather.wind_mph = weather.wind_gust_mph = i % 9;
-      recorder.Note(weather, SensorFrame(), false);
+      recorder.Note(weather, SensorFrame());
     }
   }
   frmGraph::Parts Parts() {
@@ -90,11 +90,12 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   HistoryPlot& plot = window.plot();
   PointAtTheMiddle(plot);
   const auto row = [&](std::size_t index) { return plot.readout().rows().at(index).text.toStdString(); };
-  EXPECT_EQ(row(3), "Ambient  12.5 °C");
-  EXPECT_EQ(row(5), "safe, clear");
+  EXPECT_EQ(row(4), "Ambient  12.5 °C");
+  EXPECT_EQ(row(1), "verdict not recorded");
+  EXPECT_EQ(row(6), "clear");
   settings.Centigrade = false;
   window.UpdateUnits();
-  EXPECT_EQ(row(3), "Ambient  54.4 °F");
+  EXPECT_EQ(row(4), "Ambient  54.4 °F");
 
   const std::string middle = row(0);
   plot.Pan(-0.3);
@@ -116,6 +117,57 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   EXPECT_EQ(plot.Shown(), past);
   plot.Zoom(1000);  // not beyond what there is
   EXPECT_NEAR(static_cast<double>(plot.Shown().to - plot.Shown().from), 4 * kHour, 30'000);
+}
+
+TEST_F(GraphTest, ShowsTheVerdictThatWasGivenAlsoWithoutReadings) {
+  Pass(0.5);
+  Observation now;
+  now.source = ReadingSource::kUnit;
+  const auto judge = [&](double hours, bool safe) {
+    now.verdict.safe = safe;
+    for (int i = 0; i < static_cast<int>(hours * 360); ++i) {
+      clock.now.second += 10;
+      now.time = UtcMilliseconds(clock.now);
+      recorder.NoteVerdict(now);
+    }
+  };
+  judge(0.5, true);
+  now.verdict.reasons.Add(Reason::kUnitAlarm);
+  now.verdict.reasons.Add(Reason::kRain);
+  judge(1, false);  // the line is cut
+  clock.now.second += 3600;
+  Pass(1);
+  frmGraph window(WindGraph(), Parts());
+  window.show();
+  Settle();
+  HistoryPlot& plot = window.plot();
+  const auto verdict = [&](double share) {
+    plot.ShowAll();
+    plot.Zoom(0.01);
+    plot.Pan((share - 1) * 100 + 0.5);
+    PointAtTheMiddle(plot);
+    return plot.readout().shown() ? plot.readout().rows().at(1).text.toStdString() : "";
+  };
+  // Of four hours: half an hour with readings alone, half an hour safe, an hour unsafe, nothing, readings alone.
+  EXPECT_EQ(verdict(0.06), "verdict not recorded");
+  EXPECT_EQ(verdict(0.19), "safe");
+  EXPECT_EQ(verdict(0.37), "UNSAFE: unit_alarm, rain");
+  EXPECT_EQ(verdict(0.62), "");
+  EXPECT_EQ(verdict(0.9), "verdict not recorded");
+
+  plot.ShowAll();
+  const QTemporaryDir folder;
+  window.SaveVerdicts(folder.filePath("a.csv"));
+  EXPECT_TRUE(Outcome(window).startsWith("Saved as "));
+  QFile file(folder.filePath("a.csv"));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray csv = file.readAll();
+  // The fake clock began at 22:04:05 in Berlin; the line at the latest ten seconds after the last look at it.
+  EXPECT_TRUE(
+      csv.contains("\r\n2026-11-21T22:34:15.000+01:00,2026-11-21T23:04:15.000+01:00,unit,safe,\"\",\"\"\r\n"
+                   "2026-11-21T23:04:15.000+01:00,2026-11-22T00:04:05.000+01:00,unit,unsafe,\"unit_alarm "
+                   "rain\","))
+      << csv.toStdString();
 }
 
 TEST_F(GraphTest, AClosedWindowDoesNothing) {

@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -12,7 +15,6 @@
 
 #include "tests/support/link_fixture.h"
 #include "tests/support/window_tools.h"
-#include "ui/controls/panel_texts.h"
 #include "ui/controls/screen_place.h"
 #include "ui/controls/theme.h"
 #include "ui/panel/connect_button.h"
@@ -65,32 +67,14 @@ TEST(Theme, TextIsReadableInEveryColour) {
   }
 }
 
-TEST(Verdict, IsSafeOnlyWhenSaidSoJustNow) {
-  using Time = std::optional<CivilTime>;
-  const std::tuple<bool, std::optional<bool>, Time, int, const char*, std::optional<Colour>> cases[] = {
-      {false, true, kReadAt, 0, "SAFE, reading at 21:04:05", Colour::kGreen},
-      {false, false, kReadAt, 0, "UNSAFE, reading at 21:04:05", Colour::kRed},
-      {true, std::nullopt, std::nullopt, 0, "NO DATA, no reading yet", std::nullopt},
-      {true, true, kReadAt, 0, "NO DATA, no reading since 21:04:05", std::nullopt},
-      {true, true, kReadAt, 1, "NO DATA, no reading since 2026-11-21 21:04:05", std::nullopt},
-  };
-  for (const auto& [stale, safe, fresh_at, days_later, text, colour] : cases) {
-    PanelModel model;
-    model.stale = stale;
-    model.safe = safe;
-    model.fresh_at = fresh_at;
-    const BigWordText shown = VerdictText(model, QDate(2026, 11, 21 + days_later), {});
-    EXPECT_EQ((shown.word + ", " + shown.detail).toStdString(), text);
-    EXPECT_EQ(shown.colour, colour) << text;
-  }
-}
-
 /// The window of a clear night with the unit connected.
 class HandBox : public test::LinkFixture {
  protected:
   HandBox() {
     Connect(4);
     (void)ConnectControl();
+    panel.banner.state = VerdictBanner::State::kSafe;
+    panel.banner.since = "safe since 20:11";
     box.Refresh();
   }
   ~HandBox() override { QApplication::setPalette(QPalette()); }
@@ -106,6 +90,9 @@ class HandBox : public test::LinkFixture {
   void TurnBad() {
     Measure("R=0900 RB=1 HB=2 HUM=0999", 4);
     panel.sky_background = Colour::kRed;
+    panel.banner = {};
+    panel.banner.reason = std::string(100, 'x') + ", limit 350 passed at 2026-11-21 21:04";
+    panel.banner.forced = true;
     panel.demo = true;
     panel.Stand({.cause = StandingMessage::Cause::kAveragingCount, .text = "The setting \"TempsAvgCount\" is 9999"});
     panel.connect = {"AutoConnect Enabled Will attempt reconnect in 119 secs", false, true, Colour::kYellow};
@@ -119,13 +106,47 @@ TEST_F(HandBox, OldReadingsLoseTheirColourInThePicture) {
   panel.stale = true;
   Refresh();
   const auto picture = [&](const char* name) { return Get(name)->grab().toImage(); };
-  for (const char* name : {"lblVerdict", "lblCloud", "lblWindWord", "lblRainWord", "lblHeater", "lblRain"}) {
+  for (const char* name : {"lblCloud", "lblWindWord", "lblRainWord", "lblHeater", "lblRain"}) {
     EXPECT_EQ(Light(picture(name)).coloured, 0) << name;
   }
-  const QImage was_safe = picture("lblVerdict");
-  panel.safe = false;
+}
+
+TEST_F(HandBox, TheBannerIsGreenOnlyWhenSafeAndTellsEverythingToAScreenReader) {
+  using State = VerdictBanner::State;
+  auto* card = Get<WordCard>("lblVerdict");
+  const QColor green = Theme::ForDesktop(box.palette()).Strong(Colour::kGreen).fill;
+  for (const State state : {State::kSafe, State::kSafeDemo, State::kSafeSoon, State::kUnsafe}) {
+    panel.banner.state = state;
+    Refresh();
+    EXPECT_EQ(card->content().tone.fill == green, state == State::kSafe);
+  }
+  panel.banner.text = "UNSAFE - rain, limit 350 passed at 21:04";
+  panel.banner.explanations = {"rain 412 counts, limit 350", "forced by hand"};
   Refresh();
-  EXPECT_EQ(picture("lblVerdict"), was_safe);
+  EXPECT_EQ(card->accessibleName(), "Verdict: UNSAFE - rain, limit 350 passed at 21:04, safe since 20:11");
+  EXPECT_EQ(card->accessibleDescription(), "rain 412 counts, limit 350\nforced by hand");
+  EXPECT_TRUE(card->toolTip().endsWith(card->accessibleDescription()));
+}
+
+TEST_F(HandBox, TheVerdictsMenuAsksAndShowsWhatTheModelSays) {
+  std::vector<bool> forced;
+  int tested = 0;
+  QObject::connect(&box, &frmHandBox::ForceUnsafeToggled, [&](bool on) { forced.push_back(on); });
+  QObject::connect(&box, &frmHandBox::TestUnsafeClicked, [&] { ++tested; });
+  auto* force = Get<QAction>("mnuForceUnsafe");
+  auto* test = Get<QAction>("mnuTestUnsafe");
+  EXPECT_EQ(Get<QPushButton>("cmdVerdict")->menu()->actions(), (QList<QAction*>{force, test}));
+  force->trigger();
+  EXPECT_FALSE(force->isChecked()) << "it could not be stored, say";
+  panel.banner.forced = true;
+  Refresh();
+  EXPECT_TRUE(force->isChecked() && !test->isEnabled());
+  force->trigger();
+  EXPECT_EQ(forced, (std::vector<bool>{true, false}));
+  panel.banner.forced = false;
+  Refresh();
+  test->trigger();
+  EXPECT_EQ(tested, 1);
 }
 
 TEST_F(HandBox, NightShowsNothingButRedAndDayComesBackAsItWas) {

@@ -77,7 +77,9 @@ class SetupDialogTest : public LinkFixture {
   int reported = 0;
   int succeeded = 0;
   std::vector<SerialPortEntry> ports{{"/dev/ttyUSB0", "FTDI adapter"}, {"/dev/ttyS0", ""}};
+  AlertTrial trial{{.observer = observer, .sounds = alerted, .programs = alerted, .events = events}};
   frmSetup dialog{{.switches = switches,
+                   .trial = trial,
                    .ports = [this] { return ports; },
                    .report = [this](const std::exception_ptr&) { ++reported; },
                    .succeeded = [this] { ++succeeded; },
@@ -139,7 +141,7 @@ TEST_F(SetupDialogTest, AdvancedShowsTheLeftovers) {
   form.flags[advanced_mode] = false;
   Exec([&] {
     auto* tabs = Get<QTabWidget>("pages");
-    const int leftovers = 3;
+    const int leftovers = 4;
     ASSERT_TRUE(tabs->widget(leftovers)->isAncestorOf(Get<QWidget>("Frame4")));
     EXPECT_FALSE(tabs->isTabVisible(leftovers));
     Click("cmdAdvanced");
@@ -185,6 +187,28 @@ TEST_F(SetupDialogTest, AFileIsShownByItsNameAndKeptWithItsPath) {
   EXPECT_EQ(answered, 3);
   EXPECT_EQ(form.files[0], R"(C:\Sounds\rain.wav)");
   EXPECT_EQ(form.files[1], QDir::toNativeSeparators(file).toStdString());
+}
+
+TEST_F(SetupDialogTest, AVerdictsAlertIsOnWhenItNamesAFileAndCanBeTried) {
+  form.files.assign(SetupFiles().size(), "");
+  form.files[11] = "/bells/dawn.wav";
+  form.files[13] = "/roof/close";
+  Exec([&] {
+    EXPECT_TRUE(Checked("chkSafeSound") && Checked("chkUnsafeApp") && !Checked("chkSafeApp"));
+    Get<QTabWidget>("pages")->setCurrentIndex(3);
+    Click("UnsafeAppTest");
+    EXPECT_EQ(alerted.given, "/roof/close ");
+    auto* result = Get<QLabel>("UnsafeAppResult");
+    EXPECT_EQ(result->text(), "↑ started");
+    alerted.calls.back().ended("ended with code 3");
+    EXPECT_EQ(result->text(), "↑ ended with code 3");
+    EXPECT_TRUE(result->isVisible());
+    Click("SafeAppTest");
+    EXPECT_EQ(Get<QLabel>("SafeAppResult")->text(), "↑ no file chosen");
+    Click("chkSafeSound");
+  });
+  EXPECT_EQ(form.files[11] + form.files[13], "/roof/close") << "unticked, the sound is forgotten";
+  EXPECT_EQ(std::string(*alerted.calls.back().facts[1].value), "1") << alerted.calls.back().facts[1].name;
 }
 
 #ifndef _WIN32  // whose own dialog asks for a folder, and no test can answer it

@@ -182,7 +182,7 @@ TEST_F(SafetyJudgeTest, ExplainsWithFigures) {
   const auto explain = [this] { return Explain(Reason::kUnitAlarm, Judge()); };
   Frames(LiveFrame("RB=1"));
   EXPECT_EQ(explain(), "the unit's relay is on; none of the readings explains it");
-  EXPECT_EQ(Banner(Judge(), at), "UNSAFE - the unit's relay is on at 21:04");
+  EXPECT_EQ(Banner(Judge(), at), "UNSAFE - unit's relay on since 21:04");
   Frames(LiveFrame("WND=0050 TP=-00300 LGT=0100 RB=1"));
   EXPECT_EQ(explain(), "wind 50 counts, limit 36; clouds: sky -3.0 C, limit -5.0 C") << "its light alarm is off";
   Frames(LiveFrame("R=0412 RB=1"));

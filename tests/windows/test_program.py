@@ -63,10 +63,10 @@ class SerialLine(WindowsCase):
         unit, program = self.evening(), self.headless()
         self.event(program, "connected to COM%d" % PORT)
         reading = self.reading(program)
-        self.assertEqual((reading["sky_c"], reading["diff_c"], reading["rain"], reading["unsafe"], len(reading["frame"])),
+        self.assertEqual((reading["sky_c"], reading["diff_c"], reading["rain"], reading["unit_unsafe"], len(reading["frame"])),
                          (-20, 25, 120, False, 117))
         unit.tell("set RB 1")
-        self.reading(program, lambda r: r["unsafe"])
+        self.reading(program, lambda r: r["unit_unsafe"])
         unit.kill()
         self.assertIn("the port COM12 has vanished; the adapter was unplugged", self.event(program, "lost")["event"])
         self.event(program, "Not connected, AutoConnect enabled, starting wait to reconnect: ")

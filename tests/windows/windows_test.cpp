@@ -219,17 +219,24 @@ using ProgramTest = WindowsTest;
 
 TEST_F(ProgramTest, StartsABatchFileInItsOwnFolder) {
   const std::string batch = folder + "\\close the roof.bat";
-  std::ofstream(PathFromText(batch)) << "@echo closed>done.txt\r\n";
+  std::ofstream(PathFromText(batch)) << "@echo closed %ORVALIS_ALERT%>done.txt\r\n@exit 3\r\n";
   ShellProgramStarter starter;
-  EXPECT_EQ(ErrorOf([&] { starter.Start(batch); }), 0);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return Content(folder + "\\done.txt").starts_with("closed"); }, kPatienceMs));
+  std::string failure;
+  const ProgramStarter::Call call{.path = batch,
+                                  .facts = {{"ORVALIS_ALERT", "unsafe"}, {"ORVALIS_SKY_C", std::nullopt}},
+                                  .ended = [&](const std::string& how) { failure = how; }};
+  EXPECT_EQ(ErrorOf([&] { starter.Start(call); }), 0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !failure.empty(); }, kPatienceMs));
+  EXPECT_EQ(failure, "ended with code 3");
+  EXPECT_TRUE(Content(folder + "\\done.txt").starts_with("closed unsafe"));
 
   std::ofstream(PathFromText(folder + "\\text.exe")) << "no program at all";
   const std::pair<std::string, int> rows[] = {{folder + "\\none.exe", RunTimeError::kFileNotFound},
                                               {"", RunTimeError::kFileNotFound},
                                               {folder, RunTimeError::kFileNotFound},
                                               {folder + "\\text.exe", RunTimeError::kPathFileAccess}};
-  for (const auto& [path, error] : rows) EXPECT_EQ(ErrorOf([&, to = path] { starter.Start(to); }), error) << path;
+  for (const auto& [path, error] : rows)
+    EXPECT_EQ(ErrorOf([&, to = path] { starter.Start({.path = to}); }), error) << path;
 }
 
 using SafeFileTest = WindowsTest;

@@ -17,7 +17,7 @@ class AlpacaClients {
   /// Those that used the device longest ago are forgotten beyond this.
   static constexpr std::size_t kMost = 256;
   /// A client that has not called for so long is gone, in milliseconds.
-  static constexpr std::int64_t kForgottenAfter = 24 * 60 * 60 * 1'000;
+  static constexpr std::int64_t kForgottenAfter = std::int64_t{24} * 60 * 60 * 1'000;
 
   /// `tick` is the time in milliseconds.
   void SetConnected(const AlpacaCall& call, bool connected, std::int64_t tick);

@@ -16,8 +16,15 @@ bool IsVersion(char c) { return (c >= '1' && c <= '9') || (c >= 'A' && c <= 'Z')
 
 }  // namespace
 
-Sockets::SharedPort AlpacaDiscovery::Port(const std::string& only_on) {
-  return {.port = kDiscoveryPort, .group = "ff12::a1:9aca", .loopback_group = "ff11::a1:9aca", .only_on = only_on};
+Sockets::SharedPort AlpacaDiscovery::Port(const std::string& address) {
+  const bool all = address == "::";
+  const bool is_ipv6 = address.find(':') != std::string::npos;
+  return {.port = kDiscoveryPort,
+          .group = "ff12::a1:9aca",
+          .loopback_group = "ff11::a1:9aca",
+          .only_on = all || address == "0.0.0.0" ? "" : address,
+          .ipv4 = all || !is_ipv6,
+          .ipv6 = is_ipv6};
 }
 
 std::string AlpacaDiscovery::Answer(const Datagram& datagram, std::int64_t tick) {

@@ -10,8 +10,9 @@ namespace orvalis::network {
 /// Tells clients that look for Alpaca servers by a broadcast where this one is.
 class AlpacaDiscovery {
  public:
-  /// What is listened to, on all interfaces or on the one that has the address `only_on`.
-  [[nodiscard]] static Sockets::SharedPort Port(const std::string& only_on);
+  /// What is listened to where the HTTP server listens on `address`: what comes in elsewhere would be led to an address
+  /// that does not answer.
+  [[nodiscard]] static Sockets::SharedPort Port(const std::string& address);
 
   explicit AlpacaDiscovery(std::uint16_t http_port) : http_port_(http_port) {}
 

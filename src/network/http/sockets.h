@@ -83,6 +83,8 @@ class Sockets {
     std::string group;           ///< an IPv6 multicast group to join on every interface
     std::string loopback_group;  ///< one to join within the machine
     std::string only_on;         ///< hear only the interface that has this address; "" for all
+    bool ipv4 = true;
+    bool ipv6 = true;  ///< where the system has it
   };
 
   virtual ~Sockets() = default;
@@ -91,8 +93,8 @@ class Sockets {
   /// program has the port, and kDeviceUnavailable with the reason when it cannot be had otherwise.
   [[nodiscard]] virtual std::unique_ptr<Listener> Listen(const std::string& address, std::uint16_t port,
                                                          Accept accept) = 0;
-  /// Answers datagrams on a port that other programs may use too, broadcast ones included, in IPv4 and, where the
-  /// system has it, IPv6. Throws RunTimeError kDeviceUnavailable with the reason.
+  /// Answers datagrams on a port that other programs may use too, broadcast ones included. Throws RunTimeError
+  /// kDeviceUnavailable with the reason.
   [[nodiscard]] virtual std::unique_ptr<DatagramListener> AnswerDatagrams(const SharedPort& port, Answer answer) = 0;
   /// What this machine is called, without its domain.
   [[nodiscard]] virtual std::string MachineName() const = 0;

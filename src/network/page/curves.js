@@ -17,7 +17,7 @@ const CHARTS = [
 
 // Rows of bands: the height of a band tells its state, not its colour alone.
 const ROWS = [
-  {title: 'Safe', bands: [['safe', 'Safe', 1]]},
+  {title: 'Verdict', bands: [['safe', 'Safe', 0.4], ['unsafe', 'Unsafe', 1]]},
   {title: 'Alarm', bands: [['unit_alarm', 'Unit’s alarm', 1]]},
   {title: 'Rain', bands: [['rain', 'Rain', 1]]},
   {title: 'Sky', bands: [['clear', 'Clear', 0.2], ['partly_cloudy', 'Partly cloudy', 0.55], ['cloudy', 'Cloudy', 1]]},

@@ -2,6 +2,8 @@
 'use strict';
 
 const LOOKS = ['auto', 'light', 'dark', 'red'];
+// What a phone draws around the page.
+const GROUNDS = {light: '#f6f7f8', dark: '#0e1114', red: '#000000'};
 
 // What the visitor chose last. A browser may refuse to keep it.
 function kept(name, choices) {
@@ -23,7 +25,9 @@ function keep(name, value) {
 
 function applyLook(look) {
   const dark = matchMedia('(prefers-color-scheme: dark)').matches;
-  document.documentElement.dataset.look = look === 'auto' ? (dark ? 'dark' : 'light') : look;
+  const shown = look === 'auto' ? (dark ? 'dark' : 'light') : look;
+  document.documentElement.dataset.look = shown;
+  document.querySelector('meta[name=theme-color]').content = GROUNDS[shown];
 }
 
 applyLook(kept('look', LOOKS));

@@ -103,13 +103,22 @@ const valueCells = VALUES.map(([term]) => addTerm(byId('values'), term));
 const heaterCell = addTerm(byId('values'), 'Heater');
 const relayCell = addTerm(byId('values'), 'Unit’s relay');
 
+// A dash, which is read as "unknown".
+function unknownMark() {
+  const dash = document.createElement('span');
+  const spoken = document.createElement('span');
+  dash.textContent = DASH;
+  dash.setAttribute('aria-hidden', 'true');
+  spoken.textContent = 'unknown';
+  spoken.className = 'unseen';
+  return [dash, spoken];
+}
+
 function setCell(cell, text) {
-  cell.classList.toggle('none', text === null);
-  setText(cell, text === null ? DASH : text);
-  if (text === null) {
-    cell.setAttribute('aria-label', 'unknown');
-  } else {
-    cell.removeAttribute('aria-label');
+  if (text !== null) {
+    setText(cell, text);
+  } else if (cell.children.length === 0) {
+    cell.replaceChildren(...unknownMark());
   }
 }
 
@@ -149,8 +158,7 @@ function announce(view, reasons) {
 function showBanner(view) {
   const {verdict, observation} = view;
   const reasons = reasonsOf(view);
-  const holding = verdict === 'unsafe' && observation.reasons.some((reason) => reason.name === 'hold');
-  byId('banner').className = verdict + (holding ? ' hold' : '');
+  byId('banner').className = verdict;
   setText(byId('verdict'), HEADINGS[verdict]);
   byId('sign-path').setAttribute('d', SIGNS[verdict]);
   setTexts(byId('reasons'), reasons, 'li');

@@ -9,11 +9,12 @@ namespace orvalis {
 
 QtClock::QtClock() : Clock(TimeStyleOf(QLocale::system())) {}
 
-CivilTime QtClock::LocalNow() const {
-  const QDateTime now = QDateTime::currentDateTime();
-  return TimeAt(now.toMSecsSinceEpoch(), now.offsetFromUtc() / 60);
-}
+CivilTime QtClock::LocalNow() const { return LocalAt(QDateTime::currentMSecsSinceEpoch()); }
 
 CivilTime QtClock::UtcNow() const { return TimeAt(QDateTime::currentMSecsSinceEpoch()); }
+
+CivilTime QtClock::LocalAt(std::int64_t milliseconds) const {
+  return TimeAt(milliseconds, QDateTime::fromMSecsSinceEpoch(milliseconds).offsetFromUtc() / 60);
+}
 
 }  // namespace orvalis

@@ -10,6 +10,7 @@ class QtClock : public Clock {
   QtClock();
   [[nodiscard]] CivilTime LocalNow() const override;
   [[nodiscard]] CivilTime UtcNow() const override;
+  [[nodiscard]] CivilTime LocalAt(std::int64_t milliseconds) const override;
 };
 
 }  // namespace orvalis

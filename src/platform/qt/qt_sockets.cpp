@@ -41,7 +41,7 @@ network::Peer PeerOf(const QHostAddress& address) {
   return {.address = plain.toString().toStdString(), .loopback = plain.isLoopback()};
 }
 
-class QtStreamSocket : public QObject, public network::StreamSocket {
+class QtStreamSocket final : public QObject, public network::StreamSocket {
  public:
   explicit QtStreamSocket(QTcpSocket* socket) : socket_(socket), peer_(PeerOf(socket->peerAddress())) {
     socket_->setParent(nullptr);
@@ -109,7 +109,7 @@ class QtStreamSocket : public QObject, public network::StreamSocket {
   bool reading_ = true;
 };
 
-class QtListener : public network::Listener {
+class QtListener final : public network::Listener {
  public:
   QtListener(const QHostAddress& address, std::uint16_t port, network::Sockets::Accept accept)
       : accept_(std::move(accept)) {
@@ -133,16 +133,19 @@ class QtListener : public network::Listener {
   QTcpServer server_;
 };
 
-class QtDatagramListener : public network::DatagramListener {
+class QtDatagramListener final : public network::DatagramListener {
  public:
   QtDatagramListener(network::Sockets::SharedPort port, network::Sockets::Answer answer)
       : port_(std::move(port)), answer_(std::move(answer)) {
-    if (!Open(ipv4_, QHostAddress::AnyIPv4)) {
-      throw RunTimeError(RunTimeError::kDeviceUnavailable, ipv4_.errorString().toStdString());
+    const bool has_ipv4 = port_.ipv4 && Open(ipv4_, QHostAddress::AnyIPv4);
+    has_ipv6_ = port_.ipv6 && Open(ipv6_, QHostAddress::AnyIPv6);
+    // A system without IPv6 serves everyone else.
+    if (has_ipv4 || (!port_.ipv4 && has_ipv6_)) {
+      JoinGroups();
+      return;
     }
-    // Without IPv6 it works for everyone else.
-    has_ipv6_ = Open(ipv6_, QHostAddress::AnyIPv6);
-    JoinGroups();
+    const QUdpSocket& failed = port_.ipv4 ? ipv4_ : ipv6_;
+    throw RunTimeError(RunTimeError::kDeviceUnavailable, failed.errorString().toStdString());
   }
 
   void JoinGroups() override {

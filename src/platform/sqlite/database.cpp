@@ -23,6 +23,11 @@ void Statement::Bind(int parameter, std::optional<std::int64_t> value) {
                          : sqlite3_bind_null(statement_.get(), parameter + 1));
 }
 
+void Statement::BindText(int parameter, const std::string& text) {
+  Check(database_,
+        sqlite3_bind_text64(statement_.get(), parameter + 1, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
+}
+
 bool Statement::Step() {
   const int code = sqlite3_step(statement_.get());
   if (code == SQLITE_ROW) return true;

@@ -30,6 +30,7 @@ class Statement {
 
   /// Parameters and columns are counted from 0.
   void Bind(int parameter, std::optional<std::int64_t> value);
+  void BindText(int parameter, const std::string& text);
   /// To the next row; false when there is none. Throws DatabaseError.
   bool Step();
   /// Runs to the end and makes the statement ready for another run. Throws DatabaseError.

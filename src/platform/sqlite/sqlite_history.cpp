@@ -14,7 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::int64_t kLayout = 1;
+/// 1 had no verdicts.
+constexpr int kLayout = 2;
 /// The columns of numbers in the order of `Quantity`, in hundredths.
 constexpr std::array<std::string_view, kQuantities> kColumns{"sky",  "clear_sky", "ambient", "dew_point",
                                                              "wind", "gust",      "humidity"};
@@ -39,6 +40,8 @@ std::string Parameters(std::size_t count) {
   return list;
 }
 
+constexpr const char* kVerdictColumns = "time, until, safe, source, reasons, explanation";
+constexpr std::size_t kVerdictColumnCount = 6;
 constexpr int kFirstSampleValue = 3;
 constexpr int kFirstSpanValue = 4;
 constexpr int kHighestAfter = static_cast<int>(kQuantities);
@@ -69,6 +72,56 @@ SmallSet<Member> ReadSet(const Statement& row, int column) {
   return SmallSet<Member>::FromBits(static_cast<std::uint8_t>(row.Integer(column).value_or(0)));
 }
 
+ReadingSource SourceOf(const std::string& name) {
+  for (const ReadingSource source : {ReadingSource::kUnit, ReadingSource::kDemo}) {
+    if (Name(source) == name) return source;
+  }
+  return ReadingSource::kNone;
+}
+
+std::vector<RecordedVerdict> LoadVerdicts(Database& database, std::int64_t from, std::int64_t to) {
+  // They do not overlap: only the last one that began before may reach beyond `from`.
+  Statement rows = database.Prepare(std::string("SELECT ") + kVerdictColumns +
+                                    " FROM verdict WHERE time >= coalesce((SELECT max(time) FROM verdict WHERE "
+                                    "time < ?1), ?1) AND time <= ?2 AND until >= ?1 ORDER BY time DESC LIMIT ?3");
+  rows.Bind(0, from);
+  rows.Bind(1, to);
+  rows.Bind(2, static_cast<std::int64_t>(VerdictHistory::kMostKept));
+  std::vector<RecordedVerdict> verdicts;
+  while (rows.Step()) {
+    verdicts.push_back({.first = rows.Integer(0).value_or(0),
+                        .last = rows.Integer(1).value_or(0),
+                        .safe = rows.Integer(2) == 1,
+                        .source = SourceOf(rows.Text(3)),
+                        .reasons = rows.Text(4),
+                        .explanation = rows.Text(5)});
+  }
+  std::reverse(verdicts.begin(), verdicts.end());
+  return verdicts;
+}
+
+void WriteVerdicts(Database& database, const std::vector<RecordedVerdict>& verdicts) {
+  Statement clear = database.Prepare("DELETE FROM verdict WHERE time > ? AND time < ?");
+  Statement shorten = database.Prepare(
+      "UPDATE verdict SET until = ?1 WHERE time = (SELECT max(time) FROM verdict WHERE time < ?1) AND until > ?1");
+  Statement insert = database.Prepare(std::string("INSERT OR REPLACE INTO verdict (") + kVerdictColumns + ") VALUES (" +
+                                      Parameters(kVerdictColumnCount) + ")");
+  for (const RecordedVerdict& verdict : verdicts) {
+    clear.Bind(0, verdict.first);
+    clear.Bind(1, verdict.last);
+    clear.Run();
+    shorten.Bind(0, verdict.first);
+    shorten.Run();
+    insert.Bind(0, verdict.first);
+    insert.Bind(1, verdict.last);
+    insert.Bind(2, verdict.safe ? 1 : 0);
+    insert.BindText(3, std::string(Name(verdict.source)));
+    insert.BindText(4, verdict.reasons);
+    insert.BindText(5, verdict.explanation);
+    insert.Run();
+  }
+}
+
 std::string OneText(Database& database, const std::string& sql) {
   Statement statement = database.Prepare(sql);
   return statement.Step() ? statement.Text(0) : "";
@@ -78,8 +131,8 @@ std::string OneText(Database& database, const std::string& sql) {
 void CheckFile(Database& database) {
   const std::string verdict = OneText(database, "PRAGMA quick_check(1)");
   if (verdict != "ok") throw DatabaseError(SQLITE_CORRUPT, verdict);
-  const std::string layout = OneText(database, "PRAGMA user_version");
-  if (layout != "0" && layout != std::to_string(kLayout)) {
+  Statement layout = database.Prepare("PRAGMA user_version");
+  if (!layout.Step() || layout.Integer(0) < 0 || layout.Integer(0) > kLayout) {
     throw DatabaseError(SQLITE_ERROR, "it was written by a newer version of the program");
   }
 }
@@ -98,9 +151,13 @@ void Prepare(Database& database) {
       "CREATE TABLE IF NOT EXISTS span (first INTEGER PRIMARY KEY, last INTEGER NOT NULL, conditions "
       "INTEGER NOT NULL, held INTEGER NOT NULL" +
       ColumnList("_low INTEGER") + ColumnList("_high INTEGER") + ")");
+  database.Execute(
+      "CREATE TABLE IF NOT EXISTS verdict (time INTEGER PRIMARY KEY, until INTEGER NOT NULL, safe INTEGER NOT NULL, "
+      "source TEXT NOT NULL, reasons TEXT NOT NULL, explanation TEXT NOT NULL)");
   // Tables of the same names and another make are not ours; asking for the columns finds out.
   static_cast<void>(database.Prepare("SELECT " + SampleColumns() + " FROM cycle"));
   static_cast<void>(database.Prepare("SELECT " + SpanColumns() + " FROM span"));
+  static_cast<void>(database.Prepare(std::string("SELECT ") + kVerdictColumns + " FROM verdict"));
   database.Execute("PRAGMA user_version = " + std::to_string(kLayout));
   transaction.Commit();
 }
@@ -208,6 +265,7 @@ HistoryStore::Part SqliteHistory::Load(std::int64_t spans_from, std::int64_t sam
                               .held = ReadSet<Quantity>(samples, 2),
                               .conditions = ReadSet<Condition>(samples, 1)});
     }
+    part.verdicts = LoadVerdicts(database, spans_from, to);
   });
   return part;
 }
@@ -254,6 +312,7 @@ void SqliteHistory::Write(const Batch& batch) {
       BindValues(insert_span, kFirstSpanValue + kHighestAfter, span.highest);
       insert_span.Run();
     }
+    WriteVerdicts(database, batch.verdicts);
     transaction.Commit();
   });
 }
@@ -261,8 +320,12 @@ void SqliteHistory::Write(const Batch& batch) {
 void SqliteHistory::Forget(std::int64_t samples_before, std::int64_t spans_before) {
   Serve("clear", [&](Database& database) {
     Transaction transaction(database);
-    for (const auto& [sql, limit] : {std::pair{"DELETE FROM cycle WHERE time < ?", samples_before},
-                                     std::pair{"DELETE FROM span WHERE first < ?", spans_before}}) {
+    for (const auto& [sql, limit] :
+         {std::pair{"DELETE FROM cycle WHERE time < ?", samples_before},
+          std::pair{"DELETE FROM span WHERE first < ?", spans_before},
+          std::pair{"DELETE FROM verdict WHERE time < ?1 AND until < ?1", spans_before},
+          std::pair{"DELETE FROM verdict WHERE time <= (SELECT time FROM verdict ORDER BY time DESC LIMIT 1 OFFSET ?)",
+                    kMostVerdicts}}) {
       Statement remove = database.Prepare(sql);
       remove.Bind(0, limit);
       remove.Run();

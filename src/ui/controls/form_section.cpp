@@ -6,6 +6,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QStyle>
 
 #include "ui/controls/night_proof.h"
 #include "ui/controls/path_button.h"
@@ -13,12 +15,12 @@
 namespace orvalis {
 namespace {
 
-// Columns of the grid: label, control, unit, and what is left over.
+// Columns of the grid: label, control, unit, and what is left over. The rows of alerts have more.
 constexpr int kLabelColumn = 0;
 constexpr int kControlColumn = 1;
 constexpr int kUnitColumn = 2;
 constexpr int kRestColumn = 3;
-constexpr int kColumns = 4;
+constexpr int kColumns = 7;
 
 int FieldWidth(const QWidget& field, FormSection::Width width) {
   const char* widest = width == FormSection::Width::kNumber ? "00000.000" : "-0.000000000000";
@@ -52,16 +54,21 @@ QLabel* FormSection::Field(const char* name, const QString& label, const QString
   grid_->addWidget(field, row_, kControlColumn);
   if (!unit.isEmpty()) grid_->addWidget(new QLabel(unit), row_, kUnitColumn);
   ++row_;
-  auto* advice = new QLabel;
-  advice->setObjectName(QString(name) + kAdviceEnd);
-  advice->setTextFormat(Qt::PlainText);
-  advice->setWordWrap(true);
-  QFont slanted = advice->font();
-  slanted.setItalic(true);
-  advice->setFont(slanted);
-  advice->hide();
-  grid_->addWidget(advice, row_++, kControlColumn, 1, kColumns - kControlColumn);
+  grid_->addWidget(MakeRemark(QString(name) + kAdviceEnd), row_++, kControlColumn, 1, kColumns - kControlColumn);
+  last_ = field;
   return title;
+}
+
+QLabel* FormSection::MakeRemark(const QString& name) {
+  auto* remark = new QLabel;
+  remark->setObjectName(name);
+  remark->setTextFormat(Qt::PlainText);
+  remark->setWordWrap(true);
+  QFont slanted = remark->font();
+  slanted.setItalic(true);
+  remark->setFont(slanted);
+  remark->hide();
+  return remark;
 }
 
 QCheckBox* FormSection::Check(const char* name, const QString& text, const QString& tip) {
@@ -69,7 +76,20 @@ QCheckBox* FormSection::Check(const char* name, const QString& text, const QStri
   box->setObjectName(name);
   box->setToolTip(tip);
   grid_->addWidget(box, row_++, kLabelColumn, 1, kColumns);
+  last_ = box;
   return box;
+}
+
+void FormSection::Meaning(const QString& text) {
+  auto* meaning = new QLabel(text);
+  meaning->setWordWrap(true);
+  meaning->setBuddy(last_);
+  last_->setToolTip(text);  // screen readers tell it where a box has no description
+  // Below the text of a check box.
+  constexpr int kBesideMark = 6;
+  const int mark = meaning->style()->pixelMetric(QStyle::PM_IndicatorWidth) + kBesideMark;
+  meaning->setContentsMargins(mark, 0, 0, 4);
+  grid_->addWidget(meaning, row_++, kLabelColumn, 1, kColumns);
 }
 
 void FormSection::Checks(std::initializer_list<NamedBox> boxes) {
@@ -107,23 +127,38 @@ void FormSection::AlertRow(const QString& title, const AlertFile& sound, const A
   // This grid has no units to leave room for; the files share what there is.
   grid_->setColumnStretch(kRestColumn, 0);
   int column = kLabelColumn;
-  grid_->addWidget(new QLabel(title + ":"), row_, column++);
+  auto* label = new QLabel(title + ":");
+  // The boxes of all sections stand in one line.
+  grid_->setColumnMinimumWidth(column, label->fontMetrics().horizontalAdvance("No readings:"));
+  grid_->addWidget(label, row_, column++);
   struct Half {
     const AlertFile& names;
     const char* text;
+    const char* tip;
   };
-  for (const Half& half : {Half{sound, "Sound"}, Half{program, "Program"}}) {
+  constexpr int kHalfColumns = 3;
+  for (const Half& half : {Half{sound, "Sound", "Plays this sound now"},
+                           Half{program, "Program", "Starts this program now, with ORVALIS_TEST=1"}}) {
     auto* box = new QCheckBox(half.text);
     box->setObjectName(half.names.check_box);
     box->setAccessibleName(title + ": " + half.text);
     auto* file = new PathButton(PathButton::Shows::kName);
     file->setObjectName(half.names.file);
     file->setAccessibleName(title + ": " + half.text + " file");
+    auto* test = new QPushButton("Test");
+    test->setObjectName(QString(half.names.file) + kTestEnd);
+    test->setAccessibleName(title + ": " + half.text + " test");
+    test->setToolTip(half.tip);
+    test->setAutoDefault(false);
+    constexpr int kMargins = 24;
+    test->setFixedWidth(test->fontMetrics().horizontalAdvance(test->text()) + kMargins);
+    grid_->addWidget(MakeRemark(QString(half.names.file) + kResultEnd), row_ + 1, column, 1, kHalfColumns);
     grid_->addWidget(box, row_, column++);
     grid_->addWidget(file, row_, column);
     grid_->setColumnStretch(column++, 1);
+    grid_->addWidget(test, row_, column++);
   }
-  ++row_;
+  row_ += 2;
 }
 
 }  // namespace orvalis

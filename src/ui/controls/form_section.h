@@ -30,10 +30,16 @@ class FormSection {
   /// Ends the object name of a text box's label for advice.
   static constexpr const char* kAdviceEnd = "Advice";
 
+  /// End the object names of the button that tries out an alert's file, and of the label for what came of it.
+  static constexpr const char* kTestEnd = "Test";
+  static constexpr const char* kResultEnd = "Result";
+
   /// A text box for a number, with a hidden label below it for advice; returns the label in front of it.
   QLabel* Field(const char* name, const QString& label, const QString& unit, const QString& tip,
                 Width width = Width::kNumber);
   QCheckBox* Check(const char* name, const QString& text, const QString& tip);
+  /// What the last box means, in a line of its own.
+  void Meaning(const QString& text);
   /// Check boxes side by side.
   void Checks(std::initializer_list<NamedBox> boxes);
   /// A control that takes what width there is.
@@ -41,12 +47,17 @@ class FormSection {
   /// Controls side by side.
   void Row(std::initializer_list<QWidget*> controls);
   QLabel* Note(const QString& text);
-  /// What is done about one condition: a sound and a program.
+  /// What is done about one condition: a sound and a program, each with a button that tries it out and a hidden label
+  /// below for what came of that.
   void AlertRow(const QString& title, const AlertFile& sound, const AlertFile& program);
 
  private:
+  /// A hidden label below a control, for a remark on it.
+  static QLabel* MakeRemark(const QString& name);
+
   QGridLayout* grid_;
   int row_ = 0;
+  QWidget* last_ = nullptr;  ///< the last text or check box
 };
 
 }  // namespace orvalis

@@ -13,6 +13,7 @@ constexpr const char* kNightProperty = "orvalis_night";
 constexpr const char* kNightRules = R"(
 QLabel { color: #ff0000; }
 QPushButton { background: black; color: #ff0000; border: 1px solid #8c0000; border-radius: 4px; padding: 4px 10px; }
+QPushButton::menu-indicator { subcontrol-position: right center; right: 3px; }
 QPushButton:hover { border-color: #ff0000; }
 QPushButton:focus { border: 2px solid #ff0000; padding: 3px 9px; }
 QPushButton:pressed, QPushButton:checked { background: #ff0000; color: black; }
@@ -41,6 +42,9 @@ QMenu::item { padding: 4px 20px; }
 QMenu::item:selected { background: #ff0000; color: black; }
 QMenu::item:disabled { color: #960000; }
 QMenu::icon { image: none; }
+QMenu::indicator { width: 12px; height: 12px; margin-left: 4px; border: 1px solid #b40000; background: black; }
+QMenu::indicator:checked { background: #ff0000; }
+QMenu::indicator:checked:selected { border-color: black; background: black; }
 QMenu::separator { background: #500000; height: 1px; }
 QToolTip { background: black; color: #ff0000; border: 1px solid #8c0000; }
 QTabWidget::pane { border: 1px solid #500000; }

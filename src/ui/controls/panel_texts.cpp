@@ -3,17 +3,26 @@
 #include <QCoreApplication>
 
 namespace orvalis {
-namespace {
 
-QDate DateOf(const CivilTime& time) { return {time.year, time.month, time.day}; }
+BigWordText VerdictText(const VerdictBanner& banner) {
+  QStringList lines;
+  for (const std::string& line : {banner.reason, banner.since}) {
+    if (!line.empty()) lines += ToQString(line);
+  }
+  return {ToQString(banner.word), lines.join('\n'), ColourOf(banner.state)};
+}
 
-}  // namespace
-
-BigWordText VerdictText(const PanelModel& model, QDate today, const TimeStyle& style) {
-  if (model.stale || !model.safe) return {"NO DATA", StaleSinceText(model.fresh_at, today, style), std::nullopt};
-  const QString detail = model.fresh_at ? "reading at " + ToQString(style.time(*model.fresh_at)) : QString();
-  if (*model.safe) return {"SAFE", detail, Colour::kGreen};
-  return {"UNSAFE", detail, Colour::kRed};
+Colour ColourOf(VerdictBanner::State state) {
+  switch (state) {
+    case VerdictBanner::State::kSafe:
+      return Colour::kGreen;
+    case VerdictBanner::State::kSafeDemo:
+    case VerdictBanner::State::kSafeSoon:
+      return Colour::kYellow;
+    case VerdictBanner::State::kUnsafe:
+      break;
+  }
+  return Colour::kRed;
 }
 
 BigWordText SkyText(const PanelModel& model) {
@@ -28,13 +37,6 @@ BigWordText SkyText(const PanelModel& model) {
   if (shown.detail.isEmpty()) shown.detail = "sky";
   if (!model.difference.empty()) shown.detail += ", difference " + ToQString(model.difference) + " °C";
   return shown;
-}
-
-QString StaleSinceText(const std::optional<CivilTime>& fresh_at, QDate today, const TimeStyle& style) {
-  if (!fresh_at) return "no reading yet";
-  QString when = ToQString(style.time(*fresh_at));
-  if (DateOf(*fresh_at) != today) when.prepend(ToQString(style.date(*fresh_at)) + " ");
-  return "no reading since " + when;
 }
 
 QString TemperatureUnit(bool centigrade) { return centigrade ? "°C" : "°F"; }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDate>
 #include <QString>
 #include <optional>
 #include <string_view>
@@ -17,14 +16,12 @@ struct BigWordText {
   std::optional<Colour> colour;  ///< none: grey, the current state is unknown
 };
 
-/// "SAFE" or "UNSAFE" while the model's values are current; otherwise "NO DATA". The time of the last reading includes
-/// its date unless that is `today`.
-[[nodiscard]] BigWordText VerdictText(const PanelModel& model, QDate today, const TimeStyle& style);
+/// The verdict; below it a line each for its reason and for how long it has been.
+[[nodiscard]] BigWordText VerdictText(const VerdictBanner& banner);
+/// Green only for what is safe without any condition.
+[[nodiscard]] Colour ColourOf(VerdictBanner::State state);
 /// The sky word and the values it is derived from.
 [[nodiscard]] BigWordText SkyText(const PanelModel& model);
-
-/// Since when the values are out of date: "no reading since 21:04:05", "no reading yet".
-[[nodiscard]] QString StaleSinceText(const std::optional<CivilTime>& fresh_at, QDate today, const TimeStyle& style);
 
 /// "°C" or "°F"
 [[nodiscard]] QString TemperatureUnit(bool centigrade);

@@ -33,17 +33,24 @@ constexpr double kPanStep = 0.2;
 constexpr const char* kPictureFilter = "PNG Pictures (*.png)|*.png|PDF Documents (*.pdf)|*.pdf";
 constexpr const char* kValuesFilter = "Comma-separated Values (*.csv)|*.csv";
 
+/// In the name of a file.
+const char* KindName(const GraphKind& kind) {
+  return kind.curves.front().quantity == Quantity::kWind ? "wind" : "temperatures";
+}
+
+LocalTimeOf LocalTimeIn(const QTimeZone& zone) {
+  return [zone](std::int64_t moment) { return LocalTime(moment, zone); };
+}
+
 }  // namespace
 
 frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
     : QWidget(parent), kind_(kind), parts_(std::move(parts)), theme_(Theme::ForDesktop(palette())) {
   setObjectName(kind.object_name);
   setWindowTitle("Orvalis " + QString(kind.title));
-  plot_ = new HistoryPlot(kind_,
-                          {.history = [this]() -> const History& { return parts_.recorder.Shown(); },
-                           .now = [this] { return parts_.recorder.Now(); },
-                           .is_demo = [this] { return parts_.recorder.demo_shown(); }},
-                          parts_.zone, parts_.style, this);
+  plot_ = new HistoryPlot(
+      kind_, {.view = [this] { return parts_.recorder.View(); }, .now = [this] { return parts_.recorder.Now(); }},
+      parts_.zone, parts_.style, this);
   message_ = new QLabel;
   message_->setObjectName("lblMessage");
   message_->setTextFormat(Qt::PlainText);
@@ -103,12 +110,16 @@ QWidget* frmGraph::BuildControls() {
   add("cmdAll", "Show &all", "Show the whole history; a double click on the graph does the same",
       [this] { plot_->ShowAll(); });
   add("cmdPicture", "Save &picture…", "Save this view as PNG or PDF", [this] {
-    const QString path = AskForFile("Save Picture", kPictureFilter, ".png");
+    const QString path = AskForFile("Save Picture", kPictureFilter, KindName(kind_), ".png");
     if (!path.isEmpty()) SavePicture(path);
   });
   add("cmdValues", "Save &values…", "Save the values of this view as CSV", [this] {
-    const QString path = AskForFile("Save Values", kValuesFilter, ".csv");
+    const QString path = AskForFile("Save Values", kValuesFilter, KindName(kind_), ".csv");
     if (!path.isEmpty()) SaveValues(path);
+  });
+  add("cmdVerdicts", "Save v&erdicts…", "Save the verdicts of this view, with their reasons, as CSV", [this] {
+    const QString path = AskForFile("Save Verdicts", kValuesFilter, "verdicts", ".csv");
+    if (!path.isEmpty()) SaveVerdicts(path);
   });
   return controls;
 }
@@ -207,13 +218,11 @@ void frmGraph::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-QString frmGraph::AskForFile(const QString& title, const char* filter, const char* suffix) {
+QString frmGraph::AskForFile(const QString& title, const char* filter, const char* what, const char* suffix) {
   message_->hide();
   if (folder_.isEmpty()) folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   const QDateTime from = QDateTime::fromMSecsSinceEpoch(plot_->Shown().from, parts_.zone);
-  const QString name = QString("orvalis-") +
-                       (kind_.curves.front().quantity == Quantity::kWind ? "wind-" : "temperatures-") +
-                       from.toString("yyyy-MM-dd-HHmm") + suffix;
+  const QString name = QString("orvalis-") + what + "-" + from.toString("yyyy-MM-dd-HHmm") + suffix;
   const std::optional<std::string> path = PickSaveFile(this, title, filter, folder_ + "/" + name);
   if (!path) return {};
   folder_ = QFileInfo(ToQString(*path)).absolutePath();
@@ -229,10 +238,17 @@ void frmGraph::SavePicture(const QString& path) {
 }
 
 void frmGraph::SaveValues(const QString& path) {
-  const auto local_time = [zone = parts_.zone](std::int64_t moment) { return LocalTime(moment, zone); };
-  Save(path, [local_time, history = parts_.recorder.Shown(), range = plot_->Shown(), quantities = kind_.Quantities(),
-              centigrade = parts_.centigrade(), source = parts_.recorder.demo_shown() ? "demo" : "unit"] {
-    return QByteArray::fromStdString(HistoryCsv(history, range, quantities, centigrade, source, local_time));
+  Save(path, [history = parts_.recorder.Shown(), verdicts = parts_.recorder.Verdicts(),
+              demo = parts_.recorder.demo_shown(), range = plot_->Shown(), quantities = kind_.Quantities(),
+              centigrade = parts_.centigrade(), local_time = LocalTimeIn(parts_.zone)] {
+    const HistoryView view{.history = history, .verdicts = verdicts, .demo = demo};
+    return QByteArray::fromStdString(HistoryCsv(view, range, quantities, centigrade, local_time));
+  });
+}
+
+void frmGraph::SaveVerdicts(const QString& path) {
+  Save(path, [verdicts = parts_.recorder.Verdicts(), range = plot_->Shown(), local_time = LocalTimeIn(parts_.zone)] {
+    return QByteArray::fromStdString(VerdictCsv(verdicts, range, local_time));
   });
 }
 

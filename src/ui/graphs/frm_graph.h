@@ -43,10 +43,11 @@ class frmGraph : public QWidget {
   [[nodiscard]] bool updating() const { return update_timer_.isActive(); }
   [[nodiscard]] HistoryPlot& plot() const { return *plot_; }
 
-  /// Saves the current view to `path`: a picture by its extension, ".png" or ".pdf", or the values. Writes in the
-  /// background; the window shows the result.
+  /// Saves the current view to `path`: a picture by its extension, ".png" or ".pdf", the values or the
+  /// verdicts. Writes in the background; the window shows the result.
   void SavePicture(const QString& path);
   void SaveValues(const QString& path);
+  void SaveVerdicts(const QString& path);
 
  protected:
   void showEvent(QShowEvent* event) override;
@@ -60,7 +61,8 @@ class frmGraph : public QWidget {
   void ApplyTheme();
   /// The timer runs only while the window is visible.
   void RunTimer();
-  [[nodiscard]] QString AskForFile(const QString& title, const char* filter, const char* suffix);
+  /// `what` is in the suggested name.
+  [[nodiscard]] QString AskForFile(const QString& title, const char* filter, const char* what, const char* suffix);
   void Save(const QString& path, FileContent content);
   void Say(const QString& text, Colour colour);
 

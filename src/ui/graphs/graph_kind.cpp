@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "history/condition_bands.h"
 #include "history/history_csv.h"
 #include "ui/controls/panel_texts.h"
 
@@ -58,15 +59,22 @@ QColor CurveColour(const CurveKind& curve, Theme::Kind theme) {
   return {curve.night, 0, 0};
 }
 
-BandLook LookOf(Condition condition, Theme::Kind theme) {
+QString NameOf(Band band) {
+  if (band == Band::kSafe) return "safe";
+  return ToQString(Name(band == Band::kUnsafe ? Condition::kUnsafe : static_cast<Condition>(band)));
+}
+
+BandLook LookOf(Band band, Theme::Kind theme) {
   struct Row {
     Qt::BrushStyle pattern;
     // Ground, pattern and outline for each theme; 0 is none.
     std::array<QRgb, 3> light;
     std::array<QRgb, 3> dark;
     std::array<QRgb, 3> night;
+    int strip = 0;
   };
-  static constexpr std::array<Row, kConditions> kRows{{
+  constexpr int kSafeHeight = 4;
+  static constexpr std::array<Row, kBands> kRows{{
       {Qt::NoBrush, {0xffe6f4e9, 0, 0xff9ccfab}, {0xff16301f, 0, 0xff2f6943}, {0, 0, 0xff780000}},
       {Qt::Dense7Pattern, {0, 0xffb7b7b7, 0xffa8a8a8}, {0, 0xff5a5a5a, 0xff686868}, {0, 0xff780000, 0xff780000}},
       {Qt::BDiagPattern,
@@ -74,16 +82,18 @@ BandLook LookOf(Condition condition, Theme::Kind theme) {
        {0xff303236, 0xff55585e, 0xff7a7d84},
        {0, 0xff5a0000, 0xff780000}},
       {Qt::VerPattern, {0, 0xff6aa5dc, 0xff4a86c5}, {0, 0xff3f6f9f, 0xff5a93cc}, {0, 0xff820000, 0xffa00000}},
-      {Qt::NoBrush, {0, 0, 0xffb4231e}, {0, 0, 0xffc23a33}, {0, 0, 0xffff0000}},
+      {Qt::NoBrush, {0, 0, 0xff2f8a4e}, {0, 0, 0xff4fae70}, {0, 0, 0xff8c0000}, kSafeHeight},
+      {Qt::NoBrush, {0, 0, 0xffb4231e}, {0, 0, 0xffc23a33}, {0, 0, 0xffff0000}, kStripHeight},
   }};
-  const Row& row = kRows[static_cast<std::size_t>(condition)];
+  const Row& row = kRows[static_cast<std::size_t>(band)];
   const auto& [ground, pattern, outline] =
       theme == Theme::Kind::kLight ? row.light : (theme == Theme::Kind::kDark ? row.dark : row.night);
   BandLook look;
   if (pattern != 0) look.brush = Hatch(QColor::fromRgb(pattern), row.pattern);
   if (ground != 0) look.ground = QColor::fromRgb(ground);
   look.outline = QColor::fromRgb(outline);
-  look.strip = condition == Condition::kUnsafe;
+  look.strip = row.strip;
+  look.word = band == Band::kUnsafe;
   look.ink = theme == Theme::Kind::kNight ? Qt::black : Qt::white;
   return look;
 }

@@ -3,6 +3,8 @@
 #include <qcustomplot.h>
 
 #include <QColor>
+#include <cstddef>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -41,15 +43,27 @@ struct GraphKind {
 
 [[nodiscard]] QColor CurveColour(const CurveKind& curve, Theme::Kind theme);
 
-/// How a condition is painted in the background: with patterns as well as colours, for users who cannot tell the
+/// What the background shows: the weather's conditions, by the same numbers, and the verdict.
+enum class Band : std::uint8_t { kClear, kPartlyCloudy, kCloudy, kRain, kSafe, kUnsafe };
+inline constexpr std::size_t kBands = 6;
+inline constexpr std::size_t kWeatherBands = 4;
+
+/// "clear", "rain", "unsafe"
+[[nodiscard]] QString NameOf(Band band);
+
+/// Of the strip along the top that shows the verdict, in pixels.
+inline constexpr int kStripHeight = 15;
+
+/// How a band is painted in the background: with patterns and heights as well as colours, for users who cannot tell the
 /// colours apart.
 struct BandLook {
   QBrush brush;
   QColor ground;  ///< not valid: only the pattern
   QColor outline;
-  bool strip = false;  ///< also a strip along the top, in `outline` with the word in `ink`
+  int strip = 0;      ///< height of a strip along the top in `outline`, instead of the whole background
+  bool word = false;  ///< the strip has the name on it, in `ink`, and its ends are marked below
   QColor ink;
 };
-[[nodiscard]] BandLook LookOf(Condition condition, Theme::Kind theme);
+[[nodiscard]] BandLook LookOf(Band band, Theme::Kind theme);
 
 }  // namespace orvalis

@@ -31,13 +31,16 @@ QString RangeText(double lowest, double highest) {
   return low == high ? low : low + " to " + high;
 }
 
-QString ConditionsText(const Span& span) {
-  QString text = span.conditions.Has(Condition::kUnsafe) ? "UNSAFE" : "safe";
-  for (const Condition condition :
-       {Condition::kClear, Condition::kPartlyCloudy, Condition::kCloudy, Condition::kRain}) {
-    if (span.conditions.Has(condition)) text += ", " + ToQString(Name(condition));
+/// "safe", "UNSAFE: rain, unit_alarm", or what the unit said of `span` where no verdict was recorded.
+QString VerdictText(const VerdictSummary& verdict, const std::optional<Span>& span) {
+  if (!verdict.unsafe && !verdict.safe) {
+    const bool unit_unsafe = span && span->conditions.Has(Condition::kUnsafe);
+    return unit_unsafe ? "UNSAFE by the unit, verdict not recorded" : "verdict not recorded";
   }
-  return text;
+  if (!verdict.unsafe) return "safe";
+  QStringList reasons;
+  for (const std::string& reason : verdict.reasons) reasons += ToQString(reason);
+  return (verdict.safe ? "UNSAFE at times: " : "UNSAFE: ") + reasons.join(", ");
 }
 
 }  // namespace
@@ -108,8 +111,8 @@ void HistoryPlot::BuildLegends() {
   }
   auto& [curves, conditions] = legends_;
   for (CurveGraph* curve : curves_) curves.items.push_back(new QCPPlottableLegendItem(curves.legend, curve));
-  for (std::size_t i = 0; i < kConditions; ++i) {
-    condition_items_.push_back(new ConditionLegendItem(conditions.legend, static_cast<Condition>(i)));
+  for (std::size_t i = 0; i < kBands; ++i) {
+    condition_items_.push_back(new ConditionLegendItem(conditions.legend, static_cast<Band>(i)));
     conditions.items.push_back(condition_items_.back());
   }
   for (const Legend& made : legends_) {
@@ -172,11 +175,18 @@ TimeRange HistoryPlot::Shown() const {
 
 QCPRange HistoryPlot::FullRange() const {
   const double now = static_cast<double>(source_.now()) / kMsPerSecond;
-  const std::optional<TimeRange> extent = source_.history().Extent();
-  if (!extent) return {now - kRangeWithoutValues, now};
-  const double from = static_cast<double>(extent->from) / kMsPerSecond;
-  const double to = std::max(now, static_cast<double>(extent->to) / kMsPerSecond);
-  return {std::min(from, to - kShortestRange), to};
+  const HistoryView view = source_.view();
+  const std::optional<TimeRange> values = view.history.Extent();
+  // Without a unit there is a verdict all the same. Demo values are of this run alone.
+  const std::optional<TimeRange> verdicts = view.demo ? std::nullopt : view.verdicts.Extent();
+  double from = now - (values ? kShortestRange : kRangeWithoutValues);
+  double to = now;
+  for (const std::optional<TimeRange>& extent : {values, verdicts}) {
+    if (!extent) continue;
+    from = std::min(from, static_cast<double>(extent->from) / kMsPerSecond);
+    to = std::max(to, static_cast<double>(extent->to) / kMsPerSecond);
+  }
+  return {from, to};
 }
 
 void HistoryPlot::LimitRange(const QCPRange& wanted) {
@@ -202,11 +212,16 @@ void HistoryPlot::Update() {
   const QCPRange shown = xAxis->range();
   const double moved = FullRange().upper - shown.upper;
   const bool scrolls = follows_ && moved >= shown.size() / Columns();
-  if (!scrolls && revision_ == source_.history().revision()) return;
+  if (!scrolls && revision_ == Revision()) return;
   // One more reading among thousands mostly changes no pixel, and drawing costs more than looking.
   const std::vector<QPoint> before = Pixels();
   SetShown(scrolls ? shown + moved : shown);
   if (scrolls || Pixels() != before) replot(rpQueuedReplot);
+}
+
+std::uint64_t HistoryPlot::Revision() const {
+  const HistoryView view = source_.view();
+  return view.history.revision() + view.verdicts.revision();
 }
 
 std::vector<QPoint> HistoryPlot::Pixels() const {
@@ -221,8 +236,8 @@ std::vector<QPoint> HistoryPlot::Pixels() const {
       add(xAxis->coordToPixel(point.key), std::isnan(point.value) ? -1 : curve->valueAxis()->coordToPixel(point.value));
     }
   }
-  for (std::size_t i = 0; i < kConditions; ++i) {
-    for (const TimeRange& band : conditions_->bands(static_cast<Condition>(i))) {
+  for (std::size_t i = 0; i < kBands; ++i) {
+    for (const TimeRange& band : conditions_->places(static_cast<Band>(i))) {
       add(xAxis->coordToPixel(static_cast<double>(band.from) / kMsPerSecond),
           xAxis->coordToPixel(static_cast<double>(band.to) / kMsPerSecond));
     }
@@ -261,22 +276,25 @@ void HistoryPlot::Pan(double share) {
 }
 
 void HistoryPlot::Recalculate() {
-  const History& history = source_.history();
-  revision_ = history.revision();
+  const HistoryView view = source_.view();
+  revision_ = Revision();
   const TimeRange range = Shown();
   const int columns = Columns();
   for (CurveGraph* curve : curves_) {
     const Quantity quantity = curve->kind().quantity;
     QVector<QCPGraphData> data;
-    for (const CurvePoint& point : CurvePoints(history, quantity, range, columns)) {
+    for (const CurvePoint& point : CurvePoints(view.history, quantity, range, columns)) {
       data.append({point.time / kMsPerSecond, ShownValue(quantity, point.value, centigrade_)});
     }
     curve->data()->set(data, true);
   }
-  for (std::size_t i = 0; i < kConditions; ++i) {
-    const auto condition = static_cast<Condition>(i);
-    conditions_->SetBands(condition, ConditionBands(history, condition, range, columns));
+  for (std::size_t i = 0; i < kWeatherBands; ++i) {
+    conditions_->SetBands(static_cast<Band>(i),
+                          ConditionBands(view.history, static_cast<Condition>(i), range, columns));
   }
+  VerdictBands verdict = BandsOf(view, range, columns);
+  conditions_->SetBands(Band::kSafe, std::move(verdict.safe));
+  conditions_->SetBands(Band::kUnsafe, std::move(verdict.unsafe));
   FitValueAxis(yAxis);
   if (yAxis2->visible()) FitValueAxis(yAxis2);
   for (CurveGraph* curve : curves_) curve->FitLine();
@@ -321,8 +339,8 @@ void HistoryPlot::FitValueAxis(QCPAxis* axis) {
   constexpr double kRoom = 0.05;
   const double room = (highest - lowest) * kRoom;
   // Leave room for the strip along the top.
-  const double height = std::max(1, axisRect()->height() - ConditionLayer::kStripHeight);
-  const double strip = (highest - lowest + 2 * room) * ConditionLayer::kStripHeight / height;
+  const double height = std::max(1, axisRect()->height() - kStripHeight);
+  const double strip = (highest - lowest + 2 * room) * kStripHeight / height;
   axis->setRange(lowest < 0 || temperature ? lowest - room : lowest, highest + room + strip);
 }
 
@@ -333,8 +351,9 @@ void HistoryPlot::ShowTitle() {
   QString title =
       QString(kind_.title) + ", " + DateAndTime(from, style_, hour_and_minute) + " to " +
       (DayNumber(to) == DayNumber(from) ? ToQString(hour_and_minute(to)) : DateAndTime(to, style_, hour_and_minute));
-  if (!source_.history().Extent()) title = QString(kind_.title) + ": no values yet";
-  if (source_.is_demo()) title += " · DEMO — simulated values";
+  const HistoryView view = source_.view();
+  if (!view.history.Extent()) title = QString(kind_.title) + ": no values yet";
+  if (view.demo) title += " · DEMO — simulated values";
   title_->setText(title);
 }
 
@@ -383,20 +402,35 @@ void HistoryPlot::leaveEvent(QEvent* event) {
 void HistoryPlot::ShowReadout() {
   readout_->Hide();
   if (!pointer_ || !axisRect()->rect().contains(pointer_->toPoint())) return;
+  const HistoryView view = source_.view();
   constexpr double kNearPixels = 6;
-  const double near = kNearPixels * xAxis->range().size() / Columns() * kMsPerSecond;
-  const double time = xAxis->pixelToCoord(pointer_->x()) * kMsPerSecond;
-  const std::optional<Span> span = source_.history().Nearest(static_cast<std::int64_t>(time),
-                                                             std::max(kLongestStepMs, static_cast<std::int64_t>(near)));
-  if (!span) return;
-  const double middle = (static_cast<double>(span->first) + static_cast<double>(span->last)) / 2 / kMsPerSecond;
-  const double x = xAxis->coordToPixel(middle);
-  QString when = DateAndTime(LocalTime(span->first, zone_), style_, style_.time);
-  if (span->last != span->first) when += " to " + ToQString(style_.time(LocalTime(span->last, zone_)));
-  std::vector<Readout::Row> rows{{when, nullptr, std::nullopt}};
-  for (const CurveGraph* curve : curves_) rows.push_back(ReadoutRow(*curve, *span, x));
-  rows.push_back({ConditionsText(*span), nullptr, std::nullopt});
+  const double pixel = xAxis->range().size() / Columns() * kMsPerSecond;
+  const auto time = static_cast<std::int64_t>(xAxis->pixelToCoord(pointer_->x()) * kMsPerSecond);
+  const std::optional<Span> near =
+      view.history.Nearest(time, std::max(kLongestStepMs, static_cast<std::int64_t>(kNearPixels * pixel)));
+  const TimeRange shown = near ? TimeRange{near->first, near->last} : TimeRange{time, time};
+  // What the strip shows at this place, too short as it may be for a picture of days.
+  const std::int64_t middle = shown.from + (shown.to - shown.from) / 2;
+  const auto beside = static_cast<std::int64_t>(pixel);
+  const VerdictSummary verdict =
+      VerdictDuring(view, {.from = std::min(shown.from, middle - beside), .to = std::max(shown.to, middle + beside)});
+  if (!near && verdict.Word().empty()) return;
+
+  QString when = DateAndTime(LocalTime(shown.from, zone_), style_, style_.time);
+  if (shown.to != shown.from) when += " to " + ToQString(style_.time(LocalTime(shown.to, zone_)));
+  std::vector<Readout::Row> rows{{when, nullptr, std::nullopt}, {VerdictText(verdict, near), nullptr, std::nullopt}};
+  const double x = xAxis->coordToPixel(static_cast<double>(middle) / kMsPerSecond);
+  if (near) AddValues(*near, x, rows);
   readout_->Show(x, std::move(rows));
+}
+
+void HistoryPlot::AddValues(const Span& span, double x, std::vector<Readout::Row>& rows) const {
+  for (const CurveGraph* curve : curves_) rows.push_back(ReadoutRow(*curve, span, x));
+  QStringList conditions;
+  for (std::size_t i = 0; i < kWeatherBands; ++i) {
+    if (span.conditions.Has(static_cast<Condition>(i))) conditions += NameOf(static_cast<Band>(i));
+  }
+  if (!conditions.isEmpty()) rows.push_back({conditions.join(", "), nullptr, std::nullopt});
 }
 
 Readout::Row HistoryPlot::ReadoutRow(const CurveGraph& curve, const Span& span, double x) const {

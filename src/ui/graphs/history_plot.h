@@ -11,22 +11,23 @@
 
 #include "base/clock.h"
 #include "history/history.h"
+#include "history/verdict_bands.h"
 #include "ui/controls/theme.h"
 #include "ui/graphs/graph_kind.h"
 #include "ui/graphs/history_plot_parts.h"
 
 namespace orvalis {
 
-/// The curves of one graph over local time, with the conditions in the background and the values at the pointer. The
+/// The curves of one graph over local time, with the conditions and the verdict in the background and the values at the
+/// pointer. The
 /// wheel zooms, dragging pans, a double click shows all; the value axes always fit the visible values. While its end is
 /// visible it scrolls with the time.
 class HistoryPlot : public QCustomPlot {
   Q_OBJECT
  public:
   struct Source {
-    std::function<const History&()> history;
+    std::function<HistoryView()> view;
     std::function<std::int64_t()> now;
-    std::function<bool()> is_demo;  ///< the values are from demo mode
   };
 
   HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& zone, const TimeStyle& style,
@@ -71,6 +72,8 @@ class HistoryPlot : public QCustomPlot {
   void Recalculate();
   /// Where everything is drawn that depends on the values.
   [[nodiscard]] std::vector<QPoint> Pixels() const;
+  /// Incremented by every change of what is shown.
+  [[nodiscard]] std::uint64_t Revision() const;
   void FitValueAxis(QCPAxis* axis);
   void ShowTitle();
   void WrapLegends();
@@ -79,6 +82,8 @@ class HistoryPlot : public QCustomPlot {
   [[nodiscard]] Readout::Row ReadoutRow(const CurveGraph& curve, const Span& span, double x) const;
   /// `seconds` since 1970-01-01 UTC, as the time axis counts, in the plot's zone.
   [[nodiscard]] CivilTime Local(double seconds) const;
+  /// Adds the values and the conditions of `span` to `rows`, with the dots at `x`.
+  void AddValues(const Span& span, double x, std::vector<Readout::Row>& rows) const;
   [[nodiscard]] int Columns() const;
 
   const GraphKind& kind_;

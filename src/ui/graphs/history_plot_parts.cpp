@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "history/condition_bands.h"
 #include "ui/controls/panel_texts.h"
 
 namespace orvalis {
@@ -92,22 +91,22 @@ void ConditionLayer::draw(QCPPainter* painter) {
   font.setPixelSize(kStripHeight - 4);
   font.setBold(true);
   painter->setFont(font);
-  const QString word = ToQString(Name(Condition::kUnsafe)).toUpper();
-  const double word_width = QFontMetricsF(font).horizontalAdvance(word);
-  for (std::size_t i = 0; i < kConditions; ++i) {
-    const BandLook look = LookOf(static_cast<Condition>(i), theme_);
-    for (const TimeRange& band : bands_[i]) {
+  for (std::size_t i = 0; i < kBands; ++i) {
+    const BandLook look = LookOf(static_cast<Band>(i), theme_);
+    const QString word = NameOf(static_cast<Band>(i)).toUpper();
+    const double word_width = QFontMetricsF(font).horizontalAdvance(word);
+    for (const TimeRange& band : places_[i]) {
       const double from = std::floor(axis->coordToPixel(static_cast<double>(band.from) / kMillisecondsPerSecond));
       const double to = std::ceil(axis->coordToPixel(static_cast<double>(band.to) / kMillisecondsPerSecond));
       // However short, it is visible.
-      const QRectF place(from, area.top(), std::max(to - from, look.strip ? 2.0 : 1.0), area.height());
+      const QRectF place(from, area.top(), std::max(to - from, look.word ? 2.0 : 1.0), area.height());
       Paint(painter, place, look);
-      if (!look.strip) continue;
+      const QRectF strip(place.left(), place.top(), place.width(), look.strip);
+      painter->fillRect(strip, look.outline);
+      if (!look.word) continue;
       painter->setPen(QPen(look.outline, 1, Qt::DotLine));
       painter->drawLine(place.topLeft(), place.bottomLeft());
       painter->drawLine(place.topRight(), place.bottomRight());
-      const QRectF strip(place.left(), place.top(), place.width(), kStripHeight);
-      painter->fillRect(strip, look.outline);
       if (strip.width() < word_width + 8) continue;
       painter->setPen(look.ink);
       painter->drawText(strip, Qt::AlignCenter, word);
@@ -115,8 +114,8 @@ void ConditionLayer::draw(QCPPainter* painter) {
   }
 }
 
-ConditionLegendItem::ConditionLegendItem(QCPLegend* parent, Condition condition)
-    : QCPAbstractLegendItem(parent), condition_(condition), text_(ToQString(Name(condition))) {
+ConditionLegendItem::ConditionLegendItem(QCPLegend* parent, Band band)
+    : QCPAbstractLegendItem(parent), band_(band), text_(NameOf(band)) {
   setAntialiased(false);
 }
 
@@ -129,13 +128,11 @@ QSize ConditionLegendItem::minimumOuterSizeHint() const {
 }
 
 void ConditionLegendItem::draw(QCPPainter* painter) {
-  const BandLook look = LookOf(condition_, theme_);
+  const BandLook look = LookOf(band_, theme_);
   const QRectF icon(QPointF(mRect.topLeft()), QSizeF(mParentLegend->iconSize()));
-  if (look.strip) {
-    painter->fillRect(icon.adjusted(0, 0, 0, -icon.height() / 2), look.outline);
-  } else {
-    ConditionLayer::Paint(painter, icon, look);
-  }
+  ConditionLayer::Paint(painter, icon, look);
+  painter->fillRect(QRectF(icon.topLeft(), QSizeF(icon.width(), icon.height() * look.strip / kStripHeight / 2)),
+                    look.outline);
   painter->setPen(look.outline);
   painter->setBrush(Qt::NoBrush);
   painter->drawRect(icon.adjusted(0, 0, -1, -1));
@@ -171,7 +168,7 @@ void Readout::draw(QCPPainter* painter) {
   size += QSizeF(indent + kPadding, 2 * kPadding);
   const bool fits_right = x_ + kAway + size.width() <= area.right();
   const double left = fits_right ? x_ + kAway : std::max(area.left(), x_ - kAway - size.width());
-  const QRectF box(QPointF(left, area.top() + ConditionLayer::kStripHeight + 4), size);
+  const QRectF box(QPointF(left, area.top() + kStripHeight + 4), size);
   painter->setPen(QPen(ink_, 1));
   painter->setBrush(ground_);
   painter->drawRoundedRect(box, 4, 4);

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "history/history.h"
-#include "history/sample.h"
 #include "ui/graphs/graph_kind.h"
 
 namespace orvalis {
@@ -35,19 +34,17 @@ class CurveGraph : public QCPGraph {
   QCPScatterStyle marker_;
 };
 
-/// The conditions, in the background.
+/// The conditions and the verdict, in the background.
 class ConditionLayer : public QCPLayerable {
  public:
   explicit ConditionLayer(QCPAxisRect* rect);
 
-  static constexpr int kStripHeight = 15;
-
   void SetTheme(Theme::Kind theme) { theme_ = theme; }
-  void SetBands(Condition condition, std::vector<TimeRange> bands) {
-    bands_[static_cast<std::size_t>(condition)] = std::move(bands);
+  void SetBands(Band band, std::vector<TimeRange> places) {
+    places_[static_cast<std::size_t>(band)] = std::move(places);
   }
-  [[nodiscard]] const std::vector<TimeRange>& bands(Condition condition) const {
-    return bands_[static_cast<std::size_t>(condition)];
+  [[nodiscard]] const std::vector<TimeRange>& places(Band band) const {
+    return places_[static_cast<std::size_t>(band)];
   }
 
   /// Fills `rect` with `look`.
@@ -61,13 +58,13 @@ class ConditionLayer : public QCPLayerable {
  private:
   QCPAxisRect* rect_;
   Theme::Kind theme_ = Theme::Kind::kLight;
-  std::array<std::vector<TimeRange>, kConditions> bands_;
+  std::array<std::vector<TimeRange>, kBands> places_;
 };
 
-/// A condition in the legend.
+/// A condition or verdict in the legend.
 class ConditionLegendItem : public QCPAbstractLegendItem {
  public:
-  ConditionLegendItem(QCPLegend* parent, Condition condition);
+  ConditionLegendItem(QCPLegend* parent, Band band);
 
   void SetTheme(Theme::Kind theme) { theme_ = theme; }
 
@@ -78,7 +75,7 @@ class ConditionLegendItem : public QCPAbstractLegendItem {
  private:
   [[nodiscard]] QSize TextSize() const;
 
-  Condition condition_;
+  Band band_;
   QString text_;
   Theme::Kind theme_ = Theme::Kind::kLight;
 };

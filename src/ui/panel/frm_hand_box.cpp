@@ -1,8 +1,8 @@
 #include "ui/panel/frm_hand_box.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDate>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -28,10 +28,7 @@ void frmHandBox::Refresh() {
 
 void frmHandBox::ShowWords() {
   const Tone unknown = theme_.Stale(Theme::Shape::kCard);
-  const BigWordText verdict = VerdictText(model_, QDate::currentDate(), style_);
-  Tone verdict_tone = verdict.colour ? theme_.Strong(*verdict.colour) : unknown;
-  verdict_tone.stale = false;  // "NO DATA" is never out of date
-  verdict_->Show({verdict.word, verdict.detail, {}, verdict_tone});
+  ShowVerdict();
 
   const BigWordText sky = SkyText(model_);
   sky_word_->Show(
@@ -42,6 +39,16 @@ void frmHandBox::ShowWords() {
   ShowTile(light_word_, model_.light_word, model_.light, "counts", "higher is darker");
   ShowSwitch(heater_, model_.heater);
   ShowSwitch(relay_, model_.relay);
+}
+
+void frmHandBox::ShowVerdict() {
+  const VerdictBanner& banner = model_.banner;
+  const BigWordText verdict = VerdictText(banner);
+  QStringList reasons;
+  for (const std::string& explanation : banner.explanations) reasons += ToQString(explanation);
+  QString line = ToQString(banner.text);
+  if (!banner.since.empty()) line += ", " + ToQString(banner.since);
+  verdict_->Show({verdict.word, verdict.detail, reasons.join('\n'), theme_.Strong(*verdict.colour), line});
 }
 
 void frmHandBox::ShowTile(WordCard* tile, const Word& word, const std::string& value, const QString& unit,
@@ -86,6 +93,9 @@ void frmHandBox::ShowValues() {
 }
 
 void frmHandBox::ShowControls() {
+  force_unsafe_->setChecked(model_.banner.forced);
+  test_unsafe_->setChecked(model_.banner.testing);
+  test_unsafe_->setEnabled(!model_.banner.forced);
   connect_->Show({ToQString(model_.connect.caption), model_.connect.checked, model_.connect.enabled,
                   theme_.Quiet(model_.connect.background)});
   status_->Show(ToQString(model_.status));

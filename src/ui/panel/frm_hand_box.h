@@ -9,6 +9,7 @@
 #include "ui/panel/value_row.h"
 #include "ui/panel/word_card.h"
 
+class QAction;
 class QBoxLayout;
 class QLabel;
 class QLineEdit;
@@ -58,6 +59,10 @@ class frmHandBox : public QWidget {
   void NightThemeToggled(bool on);
   /// The user acknowledged a standing message, which stays until the model says otherwise.
   void Acknowledged(StandingMessage::Cause cause);
+  /// The user wants it unsafe, or releases that. What the menu shows changes only with the model.
+  void ForceUnsafeToggled(bool on);
+  /// The user starts or ends a test that it is unsafe.
+  void TestUnsafeClicked();
   /// The window is being closed.
   void Closing();
 
@@ -71,11 +76,14 @@ class frmHandBox : public QWidget {
   void BuildHero();
   void BuildBody();
   void BuildTools(QBoxLayout* body);
+  /// The menu of what a person can do to the verdict, on a button and on the banner.
+  void BuildVerdictMenu();
   void BuildFooter();
   void SetTabOrder();
 
   void ApplyTheme();
   void ShowWords();
+  void ShowVerdict();
   void ShowValues();
   void ShowControls();
   void ShowTile(WordCard* tile, const Word& word, const std::string& value, const QString& unit,
@@ -104,6 +112,8 @@ class frmHandBox : public QWidget {
   QWidget* hero_ = nullptr;
   QBoxLayout* hero_layout_ = nullptr;
   WordCard* verdict_ = nullptr;
+  QAction* force_unsafe_ = nullptr;
+  QAction* test_unsafe_ = nullptr;
   WordCard* sky_word_ = nullptr;
 
   QScrollArea* scroll_ = nullptr;

@@ -1,9 +1,11 @@
 // The parts of the main panel and their places. What they show is in frm_hand_box.cpp.
 
+#include <QAction>
 #include <QApplication>
 #include <QBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
 #include <QScreen>
@@ -96,7 +98,7 @@ void frmHandBox::BuildHero() {
   hero_ = new QWidget(content_);
   hero_layout_ = new QBoxLayout(QBoxLayout::TopToBottom, hero_);
   hero_layout_->setContentsMargins(0, 0, 0, 0);
-  verdict_ = Named(new WordCard(WordCard::Form::kHero, "Verdict", "NO DATA", hero_), "lblVerdict");
+  verdict_ = Named(new WordCard(WordCard::Form::kHero, "Verdict", "UNSAFE", hero_), "lblVerdict");
   sky_word_ = Named(new WordCard(WordCard::Form::kHero, "Sky", "PCloudy", hero_), "lblCloud");
   hero_layout_->addWidget(verdict_, 1);
   hero_layout_->addWidget(sky_word_, 1);
@@ -199,6 +201,8 @@ void frmHandBox::BuildTools(QBoxLayout* column) {
     emit NightThemeToggled(on);
   });
 
+  BuildVerdictMenu();
+
   logo_pair_ = new QWidget(body);
   auto* pair = new QHBoxLayout(logo_pair_);
   pair->setContentsMargins(0, 0, 0, 0);
@@ -217,6 +221,32 @@ void frmHandBox::BuildTools(QBoxLayout* column) {
   column->addStretch(1);
   connect(events_button_, &QToolButton::toggled, this, &frmHandBox::ShowEvents);
   ShowEvents(false);
+}
+
+void frmHandBox::BuildVerdictMenu() {
+  auto* menu = Named(new QMenu(this), "mnuVerdict");
+  menu->setToolTipsVisible(true);
+  force_unsafe_ = Named(menu->addAction("&Force unsafe"), "mnuForceUnsafe");
+  force_unsafe_->setToolTip("Unsafe for every program until it is released here, even over a restart");
+  test_unsafe_ = Named(menu->addAction("&Test unsafe for 30 s"), "mnuTestUnsafe");
+  test_unsafe_->setToolTip("Shows what your roof and other programs do; choosing it again ends the test");
+  for (QAction* action : {force_unsafe_, test_unsafe_}) action->setCheckable(true);
+  connect(force_unsafe_, &QAction::triggered, this, [this] {
+    emit ForceUnsafeToggled(!model_.banner.forced);
+    Refresh();
+  });
+  connect(test_unsafe_, &QAction::triggered, this, [this] {
+    emit TestUnsafeClicked();
+    Refresh();
+  });
+
+  QPushButton* button = Named(AddToolButton("Ve&rdict"), "cmdVerdict");
+  button->setMenu(menu);
+  button->setToolTip("Force it to be unsafe, or test what happens then");
+  button->setAccessibleDescription(button->toolTip());
+  verdict_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(verdict_, &QWidget::customContextMenuRequested, menu,
+          [this, menu](const QPoint& place) { menu->popup(verdict_->mapToGlobal(place)); });
 }
 
 void frmHandBox::BuildFooter() {

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "ui/controls/text_fit.h"
 
@@ -16,33 +17,60 @@ constexpr double kPadding = 0.5;
 constexpr double kSmallText = 0.9;
 constexpr double kRadius = 0.45;
 constexpr double kSmallestText = 0.52;
+constexpr double kFirstText = 1.2;       ///< the more important of two texts
+constexpr double kSmallestOfTwo = 0.68;  ///< with smaller letters it had better stand alone
 constexpr double kStripWord = 1.15;
 
-/// One line of small text, or two where there is room for two; smaller when it is too long, then without what follows a
-/// comma, and only then cut.
-void DrawSmall(QPainter& painter, const QFont& ordinary, const QRectF& area, int alignment, const QString& text) {
+// In lines of small text: the height of a large card with room to spare for so many lines below its word.
+constexpr double kRoomForTwo = 5.5;
+constexpr double kRoomForThree = 7.5;
+
+/// How large the letters of a small text may be, in units of the ordinary letters.
+struct Sizes {
+  double largest;
+  double smallest;
+};
+
+/// Draws `text` as large as it fits into `area`, on as many lines as it takes. Returns its height, or nothing if it
+/// does not fit.
+std::optional<double> DrawIfFits(QPainter& painter, const QFont& ordinary, const QRectF& area, int alignment,
+                                 const QString& text, Sizes sizes) {
   constexpr double kStep = 0.07;
-  constexpr int kSteps = static_cast<int>((kSmallText - kSmallestText) / kStep);
-  QFont font;
-  for (int step = 0; step <= kSteps; ++step) {
-    font = ScaledFont(ordinary, kSmallText - step * kStep);
-    const QFontMetricsF metrics(font);
-    const bool one_line = metrics.horizontalAdvance(text) <= area.width();
-    const QRectF wrapped = metrics.boundingRect(area, alignment | Qt::TextWordWrap, text);
-    const bool two_lines = area.height() > 1.9 * metrics.height() && wrapped.width() <= area.width() &&
-                           wrapped.height() <= area.height() + 1;
-    if (!one_line && !two_lines) continue;
+  const int steps = static_cast<int>((sizes.largest - sizes.smallest) / kStep);
+  for (int step = 0; step <= steps; ++step) {
+    const QFont font = ScaledFont(ordinary, sizes.largest - step * kStep);
+    const QSizeF needed = QFontMetricsF(font).boundingRect(area, alignment | Qt::TextWordWrap, text).size();
+    if (needed.width() > area.width() || needed.height() > area.height() + 1) continue;
     painter.setFont(font);
-    painter.drawText(area, alignment | (one_line ? Qt::TextSingleLine : Qt::TextWordWrap), text);
-    return;
+    painter.drawText(area, alignment | Qt::TextWordWrap, text);
+    return needed.height();
   }
-  if (text.contains(',')) {
-    DrawSmall(painter, ordinary, area, alignment, text.section(',', 0, 0));
-    return;
-  }
+  return std::nullopt;
+}
+
+/// A small text; smaller when it is too long, then without what follows a comma, and only then cut.
+void DrawSmall(QPainter& painter, const QFont& ordinary, const QRectF& area, int alignment, const QString& text,
+               Sizes sizes = {kSmallText, kSmallestText}) {
+  if (DrawIfFits(painter, ordinary, area, alignment, text, sizes)) return;
+  const QString start = text.section(',', 0, 0);
+  if (start != text && DrawIfFits(painter, ordinary, area, alignment, start, sizes)) return;
+  const QFont font = ScaledFont(ordinary, sizes.smallest);
   painter.setFont(font);
   painter.drawText(area, alignment | Qt::TextSingleLine,
-                   QFontMetricsF(font).elidedText(text, Qt::ElideRight, area.width()));
+                   QFontMetricsF(font).elidedText(start, Qt::ElideRight, area.width()));
+}
+
+/// Two texts, of which the first matters more: larger, and alone where there is no room for both.
+void DrawDetail(QPainter& painter, const QFont& ordinary, const QRectF& area, const QString& text) {
+  constexpr int kAlignment = Qt::AlignHCenter | Qt::AlignTop;
+  const QString first = text.section('\n', 0, 0);
+  if (first == text) return DrawSmall(painter, ordinary, area, kAlignment, text);
+  const double line = QFontMetricsF(ScaledFont(ordinary, kSmallText)).height();
+  const auto used =
+      DrawIfFits(painter, ordinary, area.adjusted(0, 0, 0, -line), kAlignment, first, {kFirstText, kSmallestOfTwo});
+  if (!used) return DrawSmall(painter, ordinary, area, kAlignment, first);
+  DrawSmall(painter, ordinary, QRectF(area.left(), area.top() + *used, area.width(), line), kAlignment,
+            text.section('\n', 1), {kSmallText, kSmallestOfTwo});
 }
 
 }  // namespace
@@ -55,12 +83,12 @@ WordCard::WordCard(Form form, QString caption, QString longest_word, QWidget* pa
 void WordCard::Show(const Content& content) {
   if (content == content_) return;
   content_ = content;
-  QString name = caption_ + ": " + content_.word;
-  if (!content_.detail.isEmpty()) name += ", " + content_.detail;
-  if (content_.tone.stale) name += ", not current";
-  setAccessibleName(name);
+  QString line = content_.line;
+  if (line.isEmpty()) line = content_.detail.isEmpty() ? content_.word : content_.word + ", " + content_.detail;
+  setAccessibleName(caption_ + ": " + line + (content_.tone.stale ? ", not current" : ""));
   setAccessibleDescription(content_.meaning);
-  setToolTip(content_.meaning.isEmpty() ? QString() : content_.word + ": " + content_.meaning);
+  const QString title = content_.line.isEmpty() ? content_.word + ": " : content_.line + "\n";
+  setToolTip(content_.meaning.isEmpty() ? QString() : title + content_.meaning);
   update();
 }
 
@@ -142,11 +170,13 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
   const QFontMetricsF small(ScaledFont(font(), kSmallText));
   const double line = small.height();
   const double caption_height = caption_.isEmpty() || form_ == Form::kHero ? 0 : line;
-  // A second line for the detail where there is room to spare, so that the word stays in its place either way; in a
-  // small card only when it must be.
-  const bool tall = form_ == Form::kHero && area.height() > 5.5 * line;
-  const bool long_detail = form_ == Form::kHero && small.horizontalAdvance(content_.detail) > area.width();
-  const double detail_height = tall || long_detail ? 2 * line : line;
+  // More lines for the detail where there is room to spare, so that the word stays in its place whatever it is; in a
+  // small card a second one only when it must be.
+  const double spare = form_ == Form::kHero ? area.height() / line : 0;
+  const bool tall = spare > kRoomForTwo;
+  const bool two = content_.detail.contains('\n');
+  const bool long_detail = form_ == Form::kHero && (two || small.horizontalAdvance(content_.detail) > area.width());
+  const double detail_height = line * (spare > kRoomForThree ? 3.4 : tall ? 2.4 : long_detail ? 2 : 1);
 
   const double size = PixelSize(font());
   const double largest = form_ == Form::kHero ? 1000 : 2.6 * size;
@@ -158,7 +188,8 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
   const double word_height = std::min(room.height(), QFontMetricsF(word_font).height());
 
   // The three stay together in the middle, however large the card.
-  double top = area.top() + (room.height() - word_height) / 2 + (tall ? line / 2 : 0);
+  const double lower = (two ? spare > kRoomForThree : tall) ? line / 2 : 0;
+  double top = area.top() + (room.height() - word_height) / 2 + lower;
   const auto next = [&](double height) {
     const QRectF strip(area.left(), top, area.width(), height);
     top += height;
@@ -167,7 +198,7 @@ void WordCard::PaintStacked(QPainter& painter, QRectF area) const {
   if (caption_height > 0) DrawSmall(painter, font(), next(caption_height), Qt::AlignCenter, caption_);
   painter.setFont(word_font);
   painter.drawText(next(word_height), Qt::AlignCenter | Qt::TextSingleLine, content_.word);
-  DrawSmall(painter, font(), next(detail_height), Qt::AlignHCenter | Qt::AlignTop, content_.detail);
+  DrawDetail(painter, font(), next(detail_height - lower), content_.detail);
 }
 
 void WordCard::PaintStrip(QPainter& painter, QRectF area) const {

@@ -20,6 +20,7 @@ class WordCard : public QLabel {
     QString detail;
     QString meaning;  ///< for the tool tip and screen readers
     Tone tone;
+    QString line = {};  ///< for tool tip and screen readers: word and detail as one line; empty: as they are
 
     bool operator==(const Content&) const = default;
   };

@@ -31,6 +31,7 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
   pages_->setObjectName("pages");
   pages_->addTab(BuildConnectionPage(), "&Connection");
   pages_->addTab(BuildThresholdsPage(), "&Thresholds");
+  pages_->addTab(BuildSafetyPage(), "Sa&fety");
   pages_->addTab(BuildAlertsPage(), "&Alerts");
   leftovers_page_ = BuildLeftoversPage();
   pages_->addTab(leftovers_page_, "&Leftovers");
@@ -91,7 +92,10 @@ void frmSetup::CollectControls() {
   for (const SetupFlag& flag : SetupFlags()) {
     flags_.push_back(flag.name == "AdvancedMode" ? nullptr : Find<QAbstractButton>(flag.name));
   }
-  for (const SetupFile& file : SetupFiles()) files_.push_back(Find<PathButton>(file.name));
+  for (const SetupFile& file : SetupFiles()) {
+    files_.push_back(Find<PathButton>(file.name));
+    results_.push_back(Find<QLabel>(std::string(file.name) + FormSection::kResultEnd));
+  }
   for (const SetupUnitOption& option : SetupUnitOptions()) unit_options_.push_back(Find<QCheckBox>(option.name));
 }
 
@@ -108,6 +112,8 @@ void frmSetup::ConnectControls() {
       if (on) AskForAlertFile(i, true);
     });
     connect(files_[i], &QPushButton::clicked, this, [this, i] { AskForAlertFile(i, false); });
+    connect(Find<QPushButton>(std::string(SetupFiles()[i].name) + FormSection::kTestEnd), &QPushButton::clicked, this,
+            [this, i] { TryAlert(i); });
   }
 }
 
@@ -140,7 +146,12 @@ void frmSetup::ShowForm(const SetupForm& form) {
       if (flags_[i]->autoExclusive() && !form.flags[i]) relative_->setChecked(true);
     }
   }
-  for (std::size_t i = 0; i < files_.size(); ++i) files_[i]->SetPath(form.files[i]);
+  for (std::size_t i = 0; i < files_.size(); ++i) {
+    files_[i]->SetPath(form.files[i]);
+    results_[i]->hide();
+    const SetupFile& file = SetupFiles()[i];
+    if (file.of_verdict) Find<QCheckBox>(file.check_box)->setChecked(!form.files[i].empty());
+  }
   ShowUnit(form.unit, form.unit_known);
   port_->SetPort(form.port);
   ShowPortNote();
@@ -163,7 +174,11 @@ void frmSetup::ReadForm(SetupForm& form) const {
   for (std::size_t i = 0; i < flags_.size(); ++i) {
     form.flags[i] = flags_[i] == nullptr ? advanced_ : flags_[i]->isChecked();
   }
-  for (std::size_t i = 0; i < files_.size(); ++i) form.files[i] = files_[i]->path();
+  for (std::size_t i = 0; i < files_.size(); ++i) {
+    const SetupFile& file = SetupFiles()[i];
+    const bool given = !file.of_verdict || Find<QCheckBox>(file.check_box)->isChecked();
+    form.files[i] = given ? files_[i]->path() : std::string();
+  }
   for (std::size_t i = 0; i < unit_options_.size(); ++i) {
     form.unit.*SetupUnitOptions()[i].member = unit_options_[i]->isChecked();
   }

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/alert_trial.h"
 #include "app/setup_routine.h"
 #include "ui/controls/path_button.h"
 #include "ui/setup/port_box.h"
@@ -24,14 +25,15 @@ class QTabWidget;
 
 namespace orvalis {
 
-/// The setup dialog: a page each for the connection, the thresholds, the alerts and, in the advanced layout, the
-/// leftovers of the focuser driver. It shows a SetupForm and returns it; only the immediate switches act on their own.
-/// Its controls have the names in the tables of setup_fields.h.
+/// The setup dialog: a page each for the connection, the thresholds, the verdict, the alerts and, in the advanced
+/// layout, the leftovers of the focuser driver. It shows a SetupForm and returns it; only the immediate switches act on
+/// their own. Its controls have the names in the tables of setup_fields.h.
 class frmSetup : public QDialog, public SetupDialog {
   Q_OBJECT
  public:
   struct Parts {
     ImmediateSwitches& switches;
+    AlertTrial& trial;
     std::function<std::vector<SerialPortEntry>()> ports;
     /// Called with what a switch or the list of ports threw. For a switch the dialog also informs the user.
     std::function<void(const std::exception_ptr&)> report;
@@ -59,6 +61,7 @@ class frmSetup : public QDialog, public SetupDialog {
 
   QWidget* BuildConnectionPage();
   QWidget* BuildThresholdsPage();
+  QWidget* BuildSafetyPage();
   QWidget* BuildAlertsPage();
   QWidget* BuildLeftoversPage();
   QBoxLayout* BuildFooter();
@@ -81,6 +84,8 @@ class frmSetup : public QDialog, public SetupDialog {
 
   /// The user switched the alert's file on, or asks for another one.
   void AskForAlertFile(std::size_t file, bool switched_on);
+  /// Plays or starts what is chosen for the alert's file, and shows below it what comes of that.
+  void TryAlert(std::size_t file);
   void AskForLogFolder(const PathButton& current, const SetLog& set);
   /// Runs `action`, reports to the user and the log if it throws, and updates the switches.
   void Act(const std::function<void()>& action);
@@ -114,6 +119,7 @@ class frmSetup : public QDialog, public SetupDialog {
   std::vector<QLabel*> advice_;
   std::vector<QAbstractButton*> flags_;  ///< null for the layout, which is not a box
   std::vector<PathButton*> files_;
+  std::vector<QLabel*> results_;  ///< of trying the files out
   std::vector<QCheckBox*> unit_options_;
 };
 

@@ -73,7 +73,7 @@ QWidget* frmSetup::BuildConnectionPage() {
   panel.Check("chkCentigrade", "Temperatures in degrees C&elsius", "Otherwise degrees Fahrenheit");
 
   FormSection logs("Logs", page.left);
-  full_log_ = logs.Check("chk_FullLog", "&Full log: one line per reading", "Takes effect immediately");
+  full_log_ = logs.Check("chk_FullLog", "F&ull log: one line per reading", "Takes effect immediately");
   full_log_path_ = new PathButton(PathButton::Shows::kPath);
   full_log_path_->setObjectName("FullLogPath");
   logs.Control("Folder:", full_log_path_, {});
@@ -91,7 +91,7 @@ QWidget* frmSetup::BuildThresholdsPage() {
   FormSection wind("Wind", page.left);
   wind.Field("WindSpeedWarn", "\"&Breeze\" above:", "mph", "The wind word turns yellow above this speed");
   wind.Field("WindSpeedCloseD", "\"&Windy\" above:", "mph",
-             "The wind word turns red above this speed; only the unit's own wind alarm changes the verdict to unsafe");
+             "The wind word turns red above this speed; it is unsafe then if the page Safety says so");
   wind.Field("WindMultiplierL", "&Multiplier:", "÷ 10", "Tenths of a mile per hour for each count, 1 to 9");
   wind.Field("WindThreshold", "Alarm abo&ve:", "counts", "Stored in the unit: wind alarm threshold, 1 to 999");
   wind.Field("WindTimerL", "Alarm t&ime:", "s", "Stored in the unit: wind alarm duration, 1 to 999");
@@ -125,13 +125,43 @@ QWidget* frmSetup::BuildThresholdsPage() {
   return page.scroll;
 }
 
+QWidget* frmSetup::BuildSafetyPage() {
+  const Page page = MakePage("Frame5", "Safety", Columns::kTwo);
+  const auto check = [](FormSection& section, const char* name, const QString& text, const QString& meaning) {
+    section.Check(name, text, {});
+    section.Meaning(meaning);
+  };
+
+  FormSection hold("Before it is safe", page.left);
+  hold.Field("SafeHoldSeconds", "&Hold before safe:", "s", {});
+  hold.Meaning(
+      "How long there must be no reason to be unsafe before it is safe, 0 to 3600. Unsafe is always at once. A longer "
+      "hold moves the roof less often on a changeable night.");
+
+  FormSection own("Unsafe as well, whatever the unit's alarms say", page.left);
+  check(own, "chkVerdictRain", "&Rain: \"Damp\" or \"Rain\"",
+        "Leave this on: an alarm that is switched off in the unit must not keep a wet roof open.");
+  check(own, "chkVerdictWind", "&Wind: \"Windy\"",
+        "Closes the roof above the speed of \"Windy\", for a roof or a telescope that wind can damage.");
+  check(own, "chkVerdictClouds", "Clo&uds: \"Cloudy\"", "Closes the roof under a cloudy sky, before rain can begin.");
+  check(own, "chkVerdictLight", "&Daylight: \"Day\"", "Keeps the roof closed by day. Not for solar telescopes.");
+
+  FormSection trust("Only for tests and for older programs", page.right);
+  check(trust, "chkDemoCanBeSafe", "Demo &mode can be safe",
+        "Never on where a roof listens: simulated values would open it under a real sky.");
+  check(trust, "chkKeepVerdict", "\"Safe\" &keeps the last verdict",
+        "Programs that read only \"Safe\" get the last answer of a unit that has fallen silent, however old: the roof "
+        "may stay open in rain.");
+
+  FormSection record("Record", page.right);
+  check(record, "chkVerdictLog", "&Verdict log: orvalis_verdicts.txt",
+        "A line for each change of the verdict, with its reasons and values: why the roof closed last night.");
+  Finish(page);
+  return page.scroll;
+}
+
 QWidget* frmSetup::BuildAlertsPage() {
   const Page page = MakePage("Frame3", "Alerts", Columns::kOne);
-  FormSection all("All alerts", page.left);
-  all.Check("chkEnableSounds", "&Enable alerts", "Master switch for all sounds and programs");
-  all.Checks({{"chkRepeatSounds", "&Repeat sounds"}, {"chkRepeatApp", "Repeat &programs"}});
-
-  FormSection each("By condition", page.left);
   struct Row {
     const char* title;
     const char* sound_box;
@@ -139,14 +169,34 @@ QWidget* frmSetup::BuildAlertsPage() {
     const char* program_box;
     const char* program;
   };
-  constexpr Row kRows[] = {
+  const auto add = [](FormSection& section, const Row& row) {
+    section.AlertRow(row.title, {row.sound_box, row.sound}, {row.program_box, row.program});
+  };
+
+  FormSection verdict("By verdict", page.left);
+  verdict.Check("chkSafetyAlerts", "&Give these alerts",
+                "The switch of these three; they do not depend on \"Enable alerts\"");
+  verdict.Note(
+      "For a roof: each is given when the verdict changes, whether or not alerts are enabled below.\nA program that "
+      "fails is started again after 10, 30 and 60 s while the verdict stays.");
+  constexpr Row kVerdictRows[] = {
+      {"Unsafe", "chkUnsafeSound", "UnsafeSound", "chkUnsafeApp", "UnsafeApp"},
+      {"Safe again", "chkSafeSound", "SafeSound", "chkSafeApp", "SafeApp"},
+      {"No readings", "chkNoReadingsSound", "NoReadingsSound", "chkNoReadingsApp", "NoReadingsApp"},
+  };
+  for (const Row& row : kVerdictRows) add(verdict, row);
+
+  FormSection condition("By condition", page.left);
+  condition.Check("chkEnableSounds", "&Enable alerts", "Switch for the sounds and programs of the five conditions");
+  condition.Checks({{"chkRepeatSounds", "&Repeat sounds"}, {"chkRepeatApp", "Repeat &programs"}});
+  constexpr Row kConditionRows[] = {
       {"Rain", "chkRainSounds", "RainSounds", "chkRainApp", "RainApp"},
       {"Wind", "chkWindSounds", "WindSounds", "chkWindApp", "WindApp"},
       {"Light", "chkLightSounds", "LightSounds", "chkLightApp", "LightApp"},
       {"Clouds", "chkCloudSounds", "CloudSounds", "chkCloudApp", "CloudApp"},
       {"Relay", "chkRelaySounds", "RelaySounds", "chkRelayApp", "RelayApp"},
   };
-  for (const Row& row : kRows) each.AlertRow(row.title, {row.sound_box, row.sound}, {row.program_box, row.program});
+  for (const Row& row : kConditionRows) add(condition, row);
   Finish(page);
   return page.scroll;
 }

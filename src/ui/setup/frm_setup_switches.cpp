@@ -1,8 +1,11 @@
 // What the setup dialog does before OK: the switches that act at once, and asking for files and folders.
 
 #include <QCheckBox>
+#include <QLabel>
+#include <QPointer>
 
 #include "ui/controls/file_pickers.h"
+#include "ui/controls/panel_texts.h"
 #include "ui/setup/frm_setup.h"
 
 namespace orvalis {
@@ -45,6 +48,17 @@ void frmSetup::AskForAlertFile(std::size_t file, bool switched_on) {
   } else if (switched_on && files_[file]->path().empty()) {
     box->setChecked(false);
   }
+}
+
+void frmSetup::TryAlert(std::size_t file) {
+  // A program may end after the dialog.
+  parts_.trial.Try(SetupFiles()[file], files_[file]->path(),
+                   [this, dialog = QPointer(this), file](const std::string& what) {
+                     if (!dialog) return;
+                     results_[file]->setText("↑ " + ToQString(what));
+                     results_[file]->show();
+                     files_[file]->setAccessibleDescription(ToQString(what));
+                   });
 }
 
 void frmSetup::Act(const std::function<void()>& action) {

@@ -248,7 +248,7 @@ void RegisterUnhidden(const Scope& scope) {
 }
 
 /// Whether the registration leads to the same program in another folder, and is not for this one to remove.
-bool IsAnothers(const Scope& scope) {
+bool BelongsToAnother(const Scope& scope) {
   const std::wstring registered =
       ClassesRoot(scope.hive).Get(ClassPath(kRegistered[0]) + L"\\LocalServer32", L"ServerExecutable");
   if (registered.empty()) return false;

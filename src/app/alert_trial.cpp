@@ -1,0 +1,47 @@
+#include "app/alert_trial.h"
+
+#include <exception>
+
+namespace orvalis {
+
+void AlertTrial::Try(const SetupFile& file, const std::string& path, const Tell& tell) {
+  if (path.empty()) return tell("no file chosen");
+  const auto record = [this, title = "test of alert " + std::string(file.alert) + ": "](const std::string& what) {
+    parts_.events.Record(title + what);
+  };
+  try {
+    if (file.is_sound) {
+      Play(path, tell);
+    } else {
+      Start(file, path, [tell, record, path](const std::string& what) {
+        tell(what);
+        record(path + " " + what);
+      });
+    }
+  } catch (const std::exception& error) {
+    tell(error.what());
+    record(error.what());
+  }
+}
+
+void AlertTrial::SoundFailed(const std::string& failure) {
+  if (tell_of_sound_ && failure.find(sound_) != std::string::npos) tell_of_sound_(failure);
+}
+
+void AlertTrial::Play(const std::string& path, const Tell& tell) {
+  sound_ = path;
+  tell_of_sound_ = tell;
+  tell("playing");  // before: it may fail at once
+  parts_.sounds.Play(path);
+}
+
+void AlertTrial::Start(const SetupFile& file, const std::string& path, const Tell& tell) {
+  const AlertFacts facts =
+      file.of_verdict ? FactsOfAlert(file.alert, true, parts_.observer.Now()) : FactsOfAlert(file.alert, true);
+  parts_.programs.Start({.path = path, .facts = facts, .ended = [tell](const std::string& failure) {
+                           tell(failure.empty() ? "ended with code 0" : failure);
+                         }});
+  tell("started");
+}
+
+}  // namespace orvalis
