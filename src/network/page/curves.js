@@ -6,6 +6,7 @@ const RIGHT = 8;
 const HEIGHT = 150;
 const BOTTOM = 22;
 const TOP = 8;
+const HOUR_WIDTH = 40;
 
 const CHARTS = [
   {title: 'Temperatures', kind: 'temperature',
@@ -74,12 +75,15 @@ class Drawing {
     return marks;
   }
 
-  addHours(svg, height, labels) {
+  addHours(svg, height) {
+    let taken = 0;
     for (const mark of this.hourMarks()) {
       svg.append(element('line', {class: 'grid', x1: mark.x, x2: mark.x, y1: TOP, y2: height - BOTTOM}));
-      if (!labels) continue;
-      const anchor = mark.x > this.width - 24 ? 'end' : 'middle';
-      svg.append(element('text', {x: Math.min(mark.x, this.width - 2), y: height - 6, 'text-anchor': anchor}, mark.text));
+      // Within the picture, and clear of the one before.
+      const x = Math.min(mark.x, this.width - HOUR_WIDTH / 2);
+      if (x - HOUR_WIDTH / 2 < taken) continue;
+      svg.append(element('text', {x, y: height - 6, 'text-anchor': 'middle'}, mark.text));
+      taken = x + HOUR_WIDTH / 2;
     }
   }
 
@@ -87,7 +91,7 @@ class Drawing {
     const height = TOP + ROWS.length * ROW_HEIGHT + BOTTOM;
     const svg = element('svg', {viewBox: `0 0 ${this.width} ${height}`, height, role: 'img'});
     const spoken = [];
-    this.addHours(svg, height, true);
+    this.addHours(svg, height);
     ROWS.forEach((row, i) => {
       const base = TOP + i * ROW_HEIGHT + BAND_HEIGHT;
       svg.append(element('text', {x: 0, y: base - 2}, row.title));
@@ -136,7 +140,7 @@ class Drawing {
     const y = (value) => TOP + ((highest - value) / (highest - lowest)) * (HEIGHT - TOP - BOTTOM);
 
     const svg = element('svg', {viewBox: `0 0 ${this.width} ${HEIGHT}`, height: HEIGHT, role: 'img', tabindex: 0});
-    this.addHours(svg, HEIGHT, true);
+    this.addHours(svg, HEIGHT);
     for (let mark = lowest; mark <= highest + step / 2; mark += step) {
       svg.append(element('line', {class: 'grid', x1: LEFT, x2: this.width - RIGHT, y1: y(mark), y2: y(mark)}));
       const text = mark.toFixed(step < 1 ? 1 : 0).replace('-', '−');
@@ -234,8 +238,11 @@ class Drawing {
 
 // Fills `place` with the charts of `history`. `tools` are the functions measure, number and timeOfDay of the page.
 export function drawCurves(place, history, tools) {
-  // A chart that is being read with the keyboard stays as it is.
-  if (place.contains(document.activeElement)) return;
+  // A chart that is being read with the keyboard stays as it is, unless its place has another size.
+  const charts = () => [...place.querySelectorAll('svg[tabindex]')];
+  const read = charts().indexOf(document.activeElement);
+  if (read >= 0 && place.dataset.width === String(place.clientWidth)) return;
+  place.dataset.width = place.clientWidth;
   const width = place.clientWidth >= 720 ? (place.clientWidth - 24) / 2 : place.clientWidth;
   const strip = new Drawing(history, place.clientWidth, tools).bands();
   const figure = html('figure', 'chart wide');
@@ -244,4 +251,5 @@ export function drawCurves(place, history, tools) {
   figure.append(caption, strip);
   const drawing = new Drawing(history, Math.floor(width), tools);
   place.replaceChildren(figure, ...CHARTS.map((chart) => drawing.chart(chart)));
+  if (read >= 0) charts()[read].focus({preventScroll: true});
 }
