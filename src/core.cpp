@@ -182,6 +182,12 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                 .clock = clock_,
                 .store = store_,
                 .observe = [this]() -> const Observation& { return observer_.Now(); },
+                .recorded =
+                    [this] {
+                      history_.Remember();
+                      return history_.View();
+                    },
+                .counters = [this] { return CountersNow(); },
                 .record = [this](const std::string& text) { events_.Record(text); },
                 .complain =
                     [this](const std::string& text) {
@@ -322,6 +328,14 @@ void Core::Announce(const Observation& now, const Observer::News& news) {
   if (!now.verdict.safe) poll_.KeepRecord(news.verdict);  // a roof may read it
   verdict_records_.Note(now, news);
   history_.NoteVerdict(now);
+}
+
+network::MetricCounters Core::CountersNow() {
+  const auto& readings = publisher_.readings().counts();
+  const auto& pictures = publisher_.webcam().counts();
+  return {.connections = link_.session(),
+          .uploads = readings.succeeded + pictures.succeeded,
+          .failed_uploads = readings.failed + pictures.failed};
 }
 
 void Core::Report(const std::string& text) {

@@ -156,6 +156,7 @@ class Core {
   void StartUp(Front* front);
   /// A second has passed.
   void Poll();
+  [[nodiscard]] network::MetricCounters CountersNow();
   /// What follows from an update of the observation.
   void Announce(const Observation& now, const Observer::News& news);
   /// Shows what goes wrong in the background where a person looks.

@@ -85,19 +85,26 @@ class CurveBuilder {
 
 }  // namespace
 
-std::vector<CurvePoint> CurvePoints(const History& history, Quantity quantity, TimeRange range, int columns) {
+CurveValue ValueOf(Quantity quantity) {
+  return [quantity](const Span& span) -> std::optional<ValueLimits> {
+    if (!span.lowest.Knows(quantity)) return std::nullopt;
+    return ValueLimits{.lowest = span.lowest[quantity], .highest = span.highest[quantity]};
+  };
+}
+
+std::vector<CurvePoint> CurvePoints(const History& history, const CurveValue& value, TimeRange range, int columns) {
   CurveBuilder builder(range, std::max(1, columns));
   std::optional<std::int64_t> end;
   history.Visit(range, [&](const Span& span) {
     if (end && span.first - *end > kLongestStepMs) builder.Interrupt();
     end = span.last;
-    if (!span.lowest.Knows(quantity)) {
+    const std::optional<ValueLimits> limits = value(span);
+    if (!limits) {
       builder.Interrupt();
       return;
     }
     const double middle = (static_cast<double>(span.first) + static_cast<double>(span.last)) / 2;
-    const double lowest = span.lowest[quantity];
-    const double highest = span.highest[quantity];
+    const auto [lowest, highest] = *limits;
     // The end nearer to the curve so far comes first, to avoid a sawtooth.
     const bool from_below = std::abs(builder.last_value() - lowest) < std::abs(builder.last_value() - highest);
     builder.Add({middle, from_below ? lowest : highest});

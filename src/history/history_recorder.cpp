@@ -49,6 +49,12 @@ void HistoryRecorder::Load() {
   });
 }
 
+void HistoryRecorder::Remember() {
+  if (std::exchange(parts_.remember, true)) return;
+  Flush();
+  if (load_timer_ == 0) Load();
+}
+
 void HistoryRecorder::Note(const WeatherState& weather, const SensorFrame& frame) {
   const Sample sample = SampleOf(weather, frame, Now());
   if (parts_.remember) (weather.from_demo ? demo_ : real_).Add(sample);

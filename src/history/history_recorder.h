@@ -44,6 +44,8 @@ class HistoryRecorder {
 
   /// Checks and reads the store shortly after the start.
   void LoadSoon();
+  /// Keeps a history in memory from now on, if it does not yet. Reads the store at once.
+  void Remember();
   /// Records a working cycle.
   void Note(const WeatherState& weather, const SensorFrame& frame);
   /// Records the verdict of `now`. To be called once a second and whenever it changes: where it was not confirmed for

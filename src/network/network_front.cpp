@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/run_time_error.h"
+#include "network/page/page_files.h"
 
 namespace orvalis::network {
 namespace {
@@ -55,7 +56,14 @@ void AppendShort(std::string& line, std::string_view part) {
 NetworkFront::NetworkFront(Parts parts)
     : parts_(std::move(parts)),
       alpaca_({.observe = parts_.observe, .tick = [this] { return parts_.loop.TickCount(); }}),
-      readings_({.observe = parts_.observe, .tick = [this] { return parts_.loop.TickCount(); }, .station = station_}),
+      readings_({.observe = parts_.observe,
+                 .tick = [this] { return parts_.loop.TickCount(); },
+                 .station = station_,
+                 .counters = parts_.counters}),
+      curves_({.observe = parts_.observe,
+               .tick = [this] { return parts_.loop.TickCount(); },
+               .recorded = parts_.recorded,
+               .station = station_}),
       server_({.sockets = parts_.sockets,
                .loop = parts_.loop,
                .clock = parts_.clock,
@@ -64,6 +72,8 @@ NetworkFront::NetworkFront(Parts parts)
                .answered = [this](const HttpRequest& request, int status) { ShowRequest(request, status); }}) {
   alpaca_.AddTo(resources_);
   readings_.AddTo(resources_);
+  curves_.AddTo(resources_);
+  AddPage(resources_);
   resources_.Add({.path = "/help",
                   .get = [this](const HttpRequest&) -> HttpResponse { return {.body = resources_.Help()}; },
                   .help = "this list"});

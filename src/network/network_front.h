@@ -16,6 +16,7 @@
 #include "config/station.h"
 #include "network/alpaca/alpaca_server.h"
 #include "network/alpaca/discovery.h"
+#include "network/curves.h"
 #include "network/http/http_server.h"
 #include "network/http/resources.h"
 #include "network/http/sockets.h"
@@ -35,6 +36,8 @@ class NetworkFront {
     const Clock& clock;
     SettingsStore& store;
     std::function<const Observation&()> observe;       ///< the account of now
+    std::function<HistoryView()> recorded;             ///< what was
+    std::function<MetricCounters()> counters;          ///< what happened since the start
     std::function<void(const std::string&)> record;    ///< an event
     std::function<void(const std::string&)> complain;  ///< what a person should mend; "" when it is mended
     Traffic* const& traffic;                           ///< null while the traffic window is closed
@@ -87,6 +90,7 @@ class NetworkFront {
   Station station_;
   AlpacaServer alpaca_;
   Readings readings_;
+  Curves curves_;
   HttpServer server_;
   std::optional<Wanted> wanted_;  ///< nothing while it is off
   std::optional<AlpacaDiscovery> discovery_;

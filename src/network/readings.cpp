@@ -15,7 +15,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::int64_t kMostSilence = 5'000;  // ms
+/// A reader that hears nothing for ten seconds takes the program for lost; it looks after a few.
+constexpr std::int64_t kMostSilence = 2'500;  // ms
 constexpr int kDecimals = 3;
 
 std::string IsoTime(std::int64_t utc) { return FormatTime(TimeAt(utc), "YYYY-MM-DDThh:nn:ss.zzzZ"); }
@@ -78,6 +79,12 @@ class MetricsText {
     if (open_ && !unit.empty()) text_.append("# UNIT ").append(name).append(" ").append(unit).append("\n");
     text_.append("# HELP ").append(name).append(" ").append(help).append("\n");
   }
+  /// In OpenMetrics a counter is called without the "_total" of its sample.
+  void Counter(std::string_view name, std::string_view help, std::uint64_t value) {
+    const std::string sample = std::string(name) + "_total";
+    Head(open_ ? name : sample, "counter", help);
+    text_.append(sample).append(" ").append(std::to_string(value)).append("\n");
+  }
   void Sample(std::string_view name, const std::string& labels, double value) {
     text_.append(name).append(labels).append(" ").append(GeneralText(value)).append("\n");
   }
@@ -121,6 +128,14 @@ void AddVerdict(const Observation& now, MetricsText& text) {
   }
 }
 
+void AddCounters(const Observation& now, const MetricCounters& counters, MetricsText& text) {
+  text.Counter("orvalis_frames", "Complete frames.", now.frames);
+  text.Counter("orvalis_damaged_frames", "Complete frames that were damaged.", now.damaged_frames);
+  text.Counter("orvalis_connections", "Openings of the serial port.", counters.connections);
+  text.Counter("orvalis_uploads", "Uploads of readings and pictures that succeeded.", counters.uploads);
+  text.Counter("orvalis_failed_uploads", "Uploads of readings and pictures that failed.", counters.failed_uploads);
+}
+
 }  // namespace
 
 std::string ObservationJson(const Observation& now, const Station& station) {
@@ -155,7 +170,8 @@ std::string RoofStatusJson(const Observation& now) {
   return Line({{"roof_status", {{"open_ok", now.verdict.safe ? 1 : 0}, {"reasons", Explain(now)}}}});
 }
 
-std::string Metrics(const Observation& now, const Station& station, MetricsFormat format) {
+std::string Metrics(const Observation& now, const Station& station, const MetricCounters& counters,
+                    MetricsFormat format) {
   MetricsText text(format);
   AddStation(station, text);
   AddVerdict(now, text);
@@ -166,6 +182,7 @@ std::string Metrics(const Observation& now, const Station& station, MetricsForma
       text.Gauge(metric.name, metric.help, *value * metric.factor, metric.unit);
     }
   }
+  AddCounters(now, counters, text);
   return std::move(text).Finish();
 }
 
@@ -178,7 +195,7 @@ void Readings::AddTo(Resources& resources) {
                  .shared = true});
   resources.Add({.path = "/observation/stream",
                  .get = [this](const HttpRequest&) -> HttpResponse {
-                   last_sent_ = parts_.tick();
+                   if (!stream_.HasReaders()) last_sent_ = parts_.tick();
                    return {.content_type = kEventStreamType,
                            .body = EventChannel::Format(ObservationJson(parts_.observe(), parts_.station)),
                            .events = &stream_};
@@ -195,7 +212,7 @@ void Readings::AddTo(Resources& resources) {
                        request.Header("Accept").find("application/openmetrics-text") != std::string_view::npos;
                    return {.content_type = open ? "application/openmetrics-text; version=1.0.0; charset=utf-8"
                                                 : "text/plain; version=0.0.4; charset=utf-8",
-                           .body = Metrics(parts_.observe(), parts_.station,
+                           .body = Metrics(parts_.observe(), parts_.station, parts_.counters(),
                                            open ? MetricsFormat::kOpenMetrics : MetricsFormat::kPlain)};
                  },
                  .help = "the readings and the verdict of now, for Prometheus",

@@ -17,9 +17,17 @@ namespace orvalis::network {
 /// Whether the roof may open, in the form in which weather proxies read it.
 [[nodiscard]] std::string RoofStatusJson(const Observation& now);
 
+/// What happened since the program started, besides the frames.
+struct MetricCounters {
+  std::uint64_t connections = 0;  ///< openings of the serial port
+  std::uint64_t uploads = 0;      ///< of readings and pictures, that succeeded
+  std::uint64_t failed_uploads = 0;
+};
+
 enum class MetricsFormat : std::uint8_t { kPlain, kOpenMetrics };
 /// The account of now for a program that collects figures. What is unknown is left out.
-[[nodiscard]] std::string Metrics(const Observation& now, const Station& station, MetricsFormat format);
+[[nodiscard]] std::string Metrics(const Observation& now, const Station& station, const MetricCounters& counters,
+                                  MetricsFormat format);
 
 /// The resources with the readings of now.
 class Readings {
@@ -28,6 +36,7 @@ class Readings {
     std::function<const Observation&()> observe;  ///< the account of now
     std::function<std::int64_t()> tick;           ///< milliseconds since the system started
     const Station& station;
+    std::function<MetricCounters()> counters;
   };
 
   explicit Readings(Parts parts) : parts_(std::move(parts)) {}

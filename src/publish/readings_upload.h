@@ -81,6 +81,7 @@ class ReadingsUpload : public ScheduledUpload {
   void Edited();
 
   [[nodiscard]] RequestComposition& composition() { return composition_; }
+  [[nodiscard]] const UploadReport::Counts& counts() const { return report_.counts(); }
 
  private:
   /// Why nothing can be sent.

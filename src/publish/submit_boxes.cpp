@@ -63,6 +63,7 @@ std::string SubmitBoxes::Masked(std::string_view text, std::size_t from) const {
 }
 
 void UploadReport::Failed(const std::string& why) {
+  ++counts_.failed;
   Note(why);
   boxes_.AddError(why);
 }
@@ -72,6 +73,7 @@ void UploadReport::Refused(const std::string& why) {
 }
 
 void UploadReport::Succeeded() {
+  ++counts_.succeeded;
   if (trouble_.Mended()) events_.Record(std::string(name_) + ": works again");
 }
 

@@ -77,6 +77,12 @@ class UploadReport {
   /// The upload was not tried. Reported once, until something else happens.
   void Refused(const std::string& why);
   void Succeeded();
+  /// How many were tried since the start, and how that ended.
+  struct Counts {
+    std::uint64_t succeeded = 0;
+    std::uint64_t failed = 0;
+  };
+  [[nodiscard]] const Counts& counts() const { return counts_; }
   /// The user asked for the upload: its failure is reported even if it is the same as the last.
   void Repeat() { trouble_.Repeat(); }
 
@@ -87,6 +93,7 @@ class UploadReport {
   SubmitBoxes& boxes_;
   EventList& events_;
   OnceUntilMended trouble_;
+  Counts counts_;
 };
 
 }  // namespace orvalis

@@ -124,6 +124,7 @@ class WebcamUpload : public ScheduledUpload {
     SaveScreen1(kScreenshotFile);
     return UploadTurn::kTaken;
   }
+  [[nodiscard]] const UploadReport::Counts& counts() const { return report_.counts(); }
 
  private:
   void SendBuiltIn();

@@ -101,6 +101,8 @@ struct Observation {
   std::optional<std::chrono::milliseconds> age;
   ReadingSource source = ReadingSource::kNone;  ///< of the values; none where they are not of now
   bool connected = false;                       ///< the link to the unit is up
+  std::uint64_t frames = 0;                     ///< complete ones since the start
+  std::uint64_t damaged_frames = 0;             ///< of these
   ObservedValues values;
   ObservedWords words;
   SafetyVerdict verdict;

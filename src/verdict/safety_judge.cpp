@@ -69,7 +69,9 @@ void SafetyJudge::Take(const Reading& reading, const Settings& settings, const S
     damaged_.reset();
     last_rain_tick_.reset();
   }
+  ++now_.frames;
   if (!reading.usable || !reading.frame.IsUndamaged()) {
+    ++now_.damaged_frames;
     damaged_ = FactsOf(reading, settings);
     if (clear_frames_ < kFramesForSafe) clear_frames_ = 0;
     NoteReasons(ReasonsNow(settings, situation, now), now);

@@ -103,6 +103,20 @@ TEST_F(HistoryRecorderTest, EveryChangeOfTheVerdictIsARowThatLastsUntilTheNext) 
   EXPECT_EQ(history.batches.back().verdicts.back().reasons, "clouds");
 }
 
+TEST_F(HistoryRecorderTest, BeginsToRememberWhenSomebodyAsks) {
+  HistoryRecorder headless(
+      {.loop = loop, .clock = clock, .store = history, .report = [](const std::string&) {}, .remember = false});
+  Connect(20);
+  headless.Note(weather, SensorFrame());
+  EXPECT_EQ(headless.Shown().size(), 0u);
+  headless.Remember();
+  // What was not stored yet is, so that it is read back with the rest.
+  EXPECT_EQ(Stored(), 1u);
+  EXPECT_EQ(history.loaded_to - history.loaded_from, 48 * History::kHourMs);
+  headless.Note(weather, SensorFrame());
+  EXPECT_EQ(headless.Shown().size(), 1u);
+}
+
 TEST_F(HistoryRecorderTest, MadeUpValuesAreNeitherStoredNorMixedWithRealOnes) {
   int replaced = 0;
   recorder.OnReplaced([&] { ++replaced; });

@@ -40,6 +40,20 @@ class NetworkFrontTest : public testing::Test {
     observation_.verdict.safe = true;
   }
 
+  NetworkFront::Parts Parts() {
+    return {.sockets = sockets_,
+            .loop = loop_,
+            .clock = clock_,
+            .store = store_,
+            .observe = [this]() -> const Observation& { return observation_; },
+            .recorded = [this]() -> HistoryView {
+              return {history_, verdicts_};
+            },
+            .counters = [] { return MetricCounters(); },
+            .record = [this](const std::string& text) { events_.push_back(text); },
+            .complain = [this](const std::string& text) { complaint_ = text; },
+            .traffic = traffic_};
+  }
   void Start() {
     front_.Apply(settings_);
     while (!front_.open() && settings_.NetworkPort < 24'290) {
@@ -74,14 +88,9 @@ class NetworkFrontTest : public testing::Test {
   std::vector<std::string> events_;
   std::string complaint_;
   Traffic* traffic_ = nullptr;
-  NetworkFront front_{{.sockets = sockets_,
-                       .loop = loop_,
-                       .clock = clock_,
-                       .store = store_,
-                       .observe = [this]() -> const Observation& { return observation_; },
-                       .record = [this](const std::string& text) { events_.push_back(text); },
-                       .complain = [this](const std::string& text) { complaint_ = text; },
-                       .traffic = traffic_}};
+  History history_;
+  VerdictHistory verdicts_;
+  NetworkFront front_{Parts()};
 };
 
 const std::string kConditions = "/api/v1/observingconditions/0/";
@@ -276,14 +285,7 @@ TEST_F(NetworkFrontTest, KeepsItsIdentifiersForever) {
 
 TEST_F(NetworkFrontTest, WaitsForItsPortAndTakesNoOther) {
   Start();
-  NetworkFront second({.sockets = sockets_,
-                       .loop = loop_,
-                       .clock = clock_,
-                       .store = store_,
-                       .observe = [this]() -> const Observation& { return observation_; },
-                       .record = [this](const std::string& text) { events_.push_back(text); },
-                       .complain = [this](const std::string& text) { complaint_ = text; },
-                       .traffic = traffic_});
+  NetworkFront second(Parts());
   second.Apply(settings_);
   loop_.Advance(3 * kMinute);
   ASSERT_EQ(events_.size(), 1U);
