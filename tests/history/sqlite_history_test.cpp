@@ -130,7 +130,7 @@ std::string Text(const std::vector<RecordedVerdict>& verdicts) {
 
 TEST_F(SqliteHistoryTest, KeepsVerdictsAndTheLaterOneWhereTwoClaimATime) {
   const RecordedVerdict rain = Verdict(40, 60, "rain unit_alarm");
-  WriteVerdicts({Verdict(-50 * 3600, 40), rain});
+  WriteVerdicts({Verdict(-180'000, 40), rain});
   WriteVerdicts({Verdict(40, 90, "rain unit_alarm"), Verdict(90, 95)});  // it went on
   const auto all = [&](std::int64_t from = 0) { return history.Load(from, kNoon, kNoon + kHour).verdicts; };
   EXPECT_EQ(Text(all(kNoon - kHour)), "safe -180000-40, rain unit_alarm 40-90, safe 90-95, ");
