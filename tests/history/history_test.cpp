@@ -195,8 +195,9 @@ TEST(HistoryCsv, HasUnitsInItsHeaderAndLeavesBlankWhatIsNotKnown) {
     return CivilTime{2026, 11, 20 + seconds / 86400, hour, seconds % 3600 / 60, seconds % 60, 0, 60};
   };
   VerdictHistory verdicts;
-  verdicts.Put(Verdict(-30 * 3600, -30 * 3600 + 1, true));
-  verdicts.Put(Verdict(-30 * 3600 + 1, -30 * 3600 + 2, false, "hold"));
+  constexpr std::int64_t kBegin = -108'000;  // 30 hours before
+  verdicts.Put(Verdict(kBegin, kBegin + 1, true));
+  verdicts.Put(Verdict(kBegin + 1, kBegin + 2, false, "hold"));
   EXPECT_EQ(HistoryCsv({history, verdicts}, kEver, quantities, true, local),
             "time,until,source,value,verdict,unit_unsafe,sky_word,rain,held,ambient_c,wind_mph\r\n"
             "2026-11-20T07:00:00.000+01:00,2026-11-20T07:00:02.000+01:00,unit,lowest,unsafe,0,Clear,0,,-9.99,3.60\r\n"
