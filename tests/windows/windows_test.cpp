@@ -15,8 +15,8 @@
 #include <QWidget>
 #include <fstream>
 #include <functional>
+#include <future>
 #include <iterator>
-#include <semaphore>
 #include <string>
 #include <thread>
 #include <tuple>
@@ -170,20 +170,21 @@ TEST_F(RegistryProfileTest, ADestroyedStoreGetsItsCopyBack) {
 // The store names itself and the reason; what was stored stays.
 TEST_F(RegistryProfileTest, AStoreInUseFailsAfterHalfASecond) {
   profile.WriteValue("", "Left", "1", "");
-  std::binary_semaphore held(0);
-  std::binary_semaphore release(0);
+  // No semaphores: the library's may sleep through their release on this system.
+  std::promise<void> held;
+  std::promise<void> release;
   std::thread other([&] {
     const Handle mutex(CreateMutexW(nullptr, TRUE, L"Local\\Orvalis.Weather.profile"));
-    held.release();
-    release.acquire();
+    held.set_value();
+    release.get_future().wait();
     ReleaseMutex(mutex.get());
   });
-  held.acquire();
+  held.get_future().wait();
   std::string text;
   EXPECT_EQ(ErrorOf([&] { profile.WriteValue("", "Left", "2", ""); }, &text), RunTimeError::kPathFileAccess);
   EXPECT_NE(text.find("HKEY_CURRENT_USER\\Software\\OrvalisTests\\Registry"), std::string::npos) << text;
   EXPECT_EQ(profile.GetValue("", "Left", ""), "1");
-  release.release();
+  release.set_value();
   other.join();
   profile.WriteValue("", "Left", "2", "");
   EXPECT_EQ(profile.GetValue("", "Left", ""), "2");
