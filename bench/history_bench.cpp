@@ -120,7 +120,7 @@ int Run(const std::filesystem::path& folder) {
   {
     SqliteHistory filled(year, clock, report);
     for (int day = 400; day > 0; --day) {
-      Store(filled, now - (day - 1) * 24 * History::kHourMs, 24);
+      Store(filled, now - std::int64_t{day - 1} * 24 * History::kHourMs, 24);
       filled.Forget(now - History::kKeptMs, 0);
     }
   }
