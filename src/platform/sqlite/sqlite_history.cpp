@@ -14,11 +14,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// 1 had no verdicts.
-constexpr int kLayout = 2;
+/// 1 had no verdicts, 2 neither rain nor light.
+constexpr int kLayout = 3;
 /// The columns of numbers in the order of `Quantity`, in hundredths.
-constexpr std::array<std::string_view, kQuantities> kColumns{"sky",  "clear_sky", "ambient", "dew_point",
-                                                             "wind", "gust",      "humidity"};
+constexpr std::array<std::string_view, kQuantities> kColumns{
+    "sky", "clear_sky", "ambient", "dew_point", "wind", "gust", "humidity", "rain", "light"};
+/// Those of the first two layouts.
+constexpr std::size_t kFirstColumns = 7;
 constexpr double kStepsPerUnit = 100;
 constexpr std::array<const char*, 2> kCompanions{"-wal", "-shm"};
 
@@ -69,7 +71,7 @@ Values ReadValues(const Statement& row, int first) {
 
 template <typename Member>
 SmallSet<Member> ReadSet(const Statement& row, int column) {
-  return SmallSet<Member>::FromBits(static_cast<std::uint8_t>(row.Integer(column).value_or(0)));
+  return SmallSet<Member>::FromBits(static_cast<std::uint16_t>(row.Integer(column).value_or(0)));
 }
 
 ReadingSource SourceOf(const std::string& name) {
@@ -127,22 +129,35 @@ std::string OneText(Database& database, const std::string& sql) {
   return statement.Step() ? statement.Text(0) : "";
 }
 
-/// Throws DatabaseError when the file is damaged or of another program.
-void CheckFile(Database& database) {
+/// The layout of the file, 0 for a new one. Throws DatabaseError when it is damaged or of another program.
+std::int64_t CheckFile(Database& database) {
   const std::string verdict = OneText(database, "PRAGMA quick_check(1)");
   if (verdict != "ok") throw DatabaseError(SQLITE_CORRUPT, verdict);
   Statement layout = database.Prepare("PRAGMA user_version");
   if (!layout.Step() || layout.Integer(0) < 0 || layout.Integer(0) > kLayout) {
     throw DatabaseError(SQLITE_ERROR, "it was written by a newer version of the program");
   }
+  return layout.Integer(0).value_or(0);
+}
+
+/// Gives the tables of an older layout the columns that they lack: what they hold knows nothing of these.
+void AddColumns(Database& database) {
+  for (std::size_t i = kFirstColumns; i < kColumns.size(); ++i) {
+    const std::string column(kColumns[i]);
+    database.Execute("ALTER TABLE cycle ADD COLUMN " + column + " INTEGER");
+    for (const char* suffix : {"_low", "_high"}) {
+      database.Execute("ALTER TABLE span ADD COLUMN " + column + suffix + " INTEGER");
+    }
+  }
 }
 
 void Prepare(Database& database) {
-  CheckFile(database);
+  const std::int64_t layout = CheckFile(database);
   // A batch is in the file as soon as it is written, whatever becomes of the program, and the disk is not waited for.
   database.Execute("PRAGMA journal_mode = WAL");
   database.Execute("PRAGMA synchronous = NORMAL");
   Transaction transaction(database);
+  if (layout > 0 && layout < kLayout) AddColumns(database);
   database.Execute(
       "CREATE TABLE IF NOT EXISTS cycle (time INTEGER PRIMARY KEY, conditions INTEGER NOT NULL, "
       "held INTEGER NOT NULL" +
