@@ -119,6 +119,8 @@ void ProgramWindows::BuildGraphs() {
                    [this] { graphs_->OpenTemperatures(); });
   QObject::connect(panel_->AddToolButton("Wind grap&h…"), &QPushButton::clicked, panel_.get(),
                    [this] { graphs_->OpenWind(); });
+  QObject::connect(panel_->AddToolButton("Rain and &light graph…"), &QPushButton::clicked, panel_.get(),
+                   [this] { graphs_->OpenRain(); });
 }
 
 void ProgramWindows::ShowSettings() {

@@ -33,11 +33,6 @@ constexpr double kPanStep = 0.2;
 constexpr const char* kPictureFilter = "PNG Pictures (*.png)|*.png|PDF Documents (*.pdf)|*.pdf";
 constexpr const char* kValuesFilter = "Comma-separated Values (*.csv)|*.csv";
 
-/// In the name of a file.
-const char* KindName(const GraphKind& kind) {
-  return kind.curves.front().quantity == Quantity::kWind ? "wind" : "temperatures";
-}
-
 LocalTimeOf LocalTimeIn(const QTimeZone& zone) {
   return [zone](std::int64_t moment) { return LocalTime(moment, zone); };
 }
@@ -110,11 +105,11 @@ QWidget* frmGraph::BuildControls() {
   add("cmdAll", "Show &all", "Show the whole history; a double click on the graph does the same",
       [this] { plot_->ShowAll(); });
   add("cmdPicture", "Save &picture…", "Save this view as PNG or PDF", [this] {
-    const QString path = AskForFile("Save Picture", kPictureFilter, KindName(kind_), ".png");
+    const QString path = AskForFile("Save Picture", kPictureFilter, kind_.file_name, ".png");
     if (!path.isEmpty()) SavePicture(path);
   });
   add("cmdValues", "Save &values…", "Save the values of this view as CSV", [this] {
-    const QString path = AskForFile("Save Values", kValuesFilter, KindName(kind_), ".csv");
+    const QString path = AskForFile("Save Values", kValuesFilter, kind_.file_name, ".csv");
     if (!path.isEmpty()) SaveValues(path);
   });
   add("cmdVerdicts", "Save v&erdicts…", "Save the verdicts of this view, with their reasons, as CSV", [this] {

@@ -25,9 +25,9 @@ QString DateAndTime(const CivilTime& time, const TimeStyle& style, const TimeSty
 }
 
 /// A range of values, or the only value.
-QString RangeText(double lowest, double highest) {
-  const QString low = ToQString(FormatFixed(lowest, 1));
-  const QString high = ToQString(FormatFixed(highest, 1));
+QString RangeText(double lowest, double highest, int decimals) {
+  const QString low = ToQString(FormatFixed(lowest, decimals));
+  const QString high = ToQString(FormatFixed(highest, decimals));
   return low == high ? low : low + " to " + high;
 }
 
@@ -317,15 +317,12 @@ void HistoryPlot::FitValueAxis(QCPAxis* axis) {
       highest = std::max(highest, point.value);
     }
   }
-  const bool temperature = IsTemperature(quantity);
-  axis->setLabel((temperature ? "Temperature" : ToQString(quantity == Quantity::kHumidity ? "Humidity" : "Wind")) +
-                 " (" + UnitOf(quantity, centigrade_) + ")");
-  // Wind and humidity start at zero; temperatures get some room on both sides.
-  constexpr double kFullHumidity = 100;
-  constexpr double kDefaultWind = 10;
+  axis->setLabel(AxisLabel(quantity, centigrade_));
+  // Temperatures get some room on both sides.
   constexpr double kDefaultTemperatures = 10;
+  const double full_scale = FullScale(quantity);
+  const bool temperature = full_scale == 0;
   if (!temperature) {
-    const double full_scale = quantity == Quantity::kHumidity ? kFullHumidity : kDefaultWind;
     lowest = std::min(lowest, 0.0);
     highest = std::max(highest, full_scale);
   } else if (lowest > highest) {
@@ -444,7 +441,7 @@ Readout::Row HistoryPlot::ReadoutRow(const CurveGraph& curve, const Span& span, 
   };
   const double highest = shown(span.highest);
   const QString held = span.held.Has(quantity) ? ", held" : "";
-  return {name + RangeText(shown(span.lowest), highest) + " " + UnitOf(quantity, centigrade_) + held, &curve,
+  return {name + RangeText(shown(span.lowest), highest, DecimalsOf(quantity)) + " " + UnitOf(quantity, centigrade_) + held, &curve,
           QPointF(x, curve.valueAxis()->coordToPixel(highest))};
 }
 
