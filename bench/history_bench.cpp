@@ -101,10 +101,10 @@ int Run(const std::filesystem::path& folder) {
   recorder.LoadSoon();
   while (!recorder.Shown().Extent()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   std::vector<double> draws;
-  for (const GraphKind* kind : {&TemperatureGraph(), &WindGraph()}) {
+  for (const GraphKind* kind : {&TemperatureGraph(), &WindGraph(), &RainGraph()}) {
     frmGraph window(
         *kind,
-        {.recorder = recorder, .centigrade = [] { return false; }, .on_top = [] { return false; }, .report = report});
+        {.recorder = recorder, .centigrade = [] { return false; }, .limits = [] { return WordLimitsOf({.WindSpeedCloseD = 12, .WindSpeedWarn = 8, .RainThreshold = 350, .LightThreshold = 950, .PartCloudyDegC = 22, .FullCloudyDegC = 19}); }, .on_top = [] { return false; }, .report = report});
     window.resize(1200, 700);
     window.show();
     QCoreApplication::processEvents();

@@ -111,6 +111,7 @@ void ProgramWindows::BuildGraphs() {
   graphs_ = std::make_unique<GraphWindows>(
       frmGraph::Parts{.recorder = parts_.history,
                       .centigrade = [this] { return parts_.settings.Centigrade; },
+                      .limits = [this] { return WordLimitsOf(parts_.settings); },
                       .on_top = [this] { return parts_.settings.AlwaysOnTop; },
                       .report = [this](const std::string& text) { parts_.events.Record(text); },
                       .style = parts_.style});
@@ -142,7 +143,7 @@ void ProgramWindows::Refresh() {
   panel_->Refresh();
   routine_->FollowUnit();
   submit_->RefreshPreview();
-  graphs_->UpdateUnits();
+  graphs_->UpdateSettings();
 }
 
 void ProgramWindows::BringToFront() {

@@ -33,6 +33,7 @@ class GraphTest : public LinkFixture {
   frmGraph::Parts Parts() {
     return {.recorder = recorder,
             .centigrade = [this] { return settings.Centigrade; },
+            .limits = [this] { return WordLimitsOf(settings); },
             .on_top = [] { return false; },
             .report = [this](const std::string& text) { reports.push_back(text); },
             .zone = QTimeZone("Europe/Berlin")};
@@ -94,7 +95,7 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   EXPECT_EQ(row(1), "verdict not recorded");
   EXPECT_EQ(row(6), "clear");
   settings.Centigrade = false;
-  window.UpdateUnits();
+  window.UpdateSettings();
   EXPECT_EQ(row(4), "Ambient  54.4 °F");
 
   const std::string middle = row(0);
@@ -151,7 +152,7 @@ TEST_F(GraphTest, ShowsTheVerdictThatWasGivenAlsoWithoutReadings) {
   // Of four hours: half an hour with readings alone, half an hour safe, an hour unsafe, nothing, readings alone.
   EXPECT_EQ(verdict(0.06), "verdict not recorded");
   EXPECT_EQ(verdict(0.19), "safe");
-  EXPECT_EQ(verdict(0.37), "UNSAFE: unit_alarm, rain");
+  EXPECT_EQ(verdict(0.37), "UNSAFE: unit alarm, rain");
   EXPECT_EQ(verdict(0.62), "");
   EXPECT_EQ(verdict(0.9), "verdict not recorded");
 

@@ -19,8 +19,8 @@ class GraphWindows {
     night_ = on;
     ForEach([&](frmGraph& window) { window.SetNightTheme(on); });
   }
-  void UpdateUnits() {
-    ForEach([](frmGraph& window) { window.UpdateUnits(); });
+  void UpdateSettings() {
+    ForEach([](frmGraph& window) { window.UpdateSettings(); });
   }
   void ShowDefaultRange() {
     ForEach([](frmGraph& window) { window.ShowDefaultRange(); });
