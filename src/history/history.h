@@ -18,8 +18,8 @@ struct TimeRange {
   bool operator==(const TimeRange&) const = default;
 };
 
-/// The last 48 hours of working cycles, or another time, in time order: the last 24 hours unchanged, older ones merged into spans that
-/// keep the lowest and the highest value. About three megabytes when full.
+/// The last 48 hours of working cycles, or another time, in time order: the last 24 hours unchanged, older ones merged
+/// into spans that keep the lowest and the highest value. About three megabytes when full.
 ///
 /// The clock may jump. Where two samples claim the same time because the clock was set back, the later arrival wins.
 /// Samples stamped later than the last one are kept, because a machine may start with a slow clock and correct older

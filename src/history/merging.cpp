@@ -26,8 +26,7 @@ void AddReasons(std::string& reasons, std::string_view names) {
 }  // namespace
 
 void SpanMerger::Add(const Span& span) {
-  const bool merges =
-      column_ms_ > 0 && !spans_.empty() && span.first / column_ms_ == spans_.back().first / column_ms_;
+  const bool merges = column_ms_ > 0 && !spans_.empty() && span.first / column_ms_ == spans_.back().first / column_ms_;
   if (!merges) {
     spans_.push_back(span);
     return;

@@ -11,8 +11,8 @@
 
 namespace orvalis {
 
-/// Merges what comes in time order into columns of time, so that a picture of many days takes no more memory than one of
-/// a night. What is too narrow to be seen is lost: gaps within a column, and how a column is divided.
+/// Merges what comes in time order into columns of time, so that a picture of many days takes no more memory than one
+/// of a night. What is too narrow to be seen is lost: gaps within a column, and how a column is divided.
 class SpanMerger {
  public:
   /// Columns are `column_ms` wide; 0 merges nothing.

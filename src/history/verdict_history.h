@@ -29,8 +29,8 @@ struct RecordedVerdict {
 /// `now`, to be recorded from `time` on.
 [[nodiscard]] RecordedVerdict RecordOf(const Observation& now, std::int64_t time);
 
-/// The verdicts of the last 48 hours, or of another time, in time order, none at the same time as another. They follow each other without a
-/// gap while the program runs.
+/// The verdicts of the last 48 hours, or of another time, in time order, none at the same time as another. They follow
+/// each other without a gap while the program runs.
 ///
 /// Where two claim the same time because the clock was set back, the later arrival wins. Those stamped later than the
 /// newest are kept, but not shown until the clock reaches them.

@@ -162,7 +162,8 @@ TEST_F(HistoryRecorderTest, OldRowsGoAfterAnHourAndThenHourlyUnlessTheClockWasSe
 }
 
 TEST_F(HistoryRecorderTest, RemembersWhatIsKnownAndWhatIsHeld) {
-  // Sky, clear sky, ambient, dew point, wind, gust, humidity, rain, light; those held over from earlier readings in brackets.
+  // Sky, clear sky, ambient, dew point, wind, gust, humidity, rain, light; those held over from earlier readings in
+  // brackets.
   const auto last = [&] {
     const Span span = *recorder.Shown().Nearest(UtcMilliseconds(clock.now), 0);
     std::string text;

@@ -85,6 +85,11 @@ TEST_F(SqliteHistoryTest, GivesBackWhatItWasGivenAndForgetsWhatIsOld) {
   EXPECT_FLOAT_EQ(part.samples[0].values[Quantity::kLight], 1023);
   EXPECT_EQ(part.samples[0].held.bits(), 257);
   EXPECT_TRUE(part.samples[0].conditions.Has(Condition::kUnsafe));
+  EXPECT_EQ(again.Begin(), kNoon - 1000 * kHour);
+  const auto some = again.Spans(kNoon - 999 * kHour, kNoon + 1, 2);
+  ASSERT_EQ(some.size(), 2u);
+  EXPECT_EQ(some[1].first, kNoon);
+  EXPECT_EQ(again.Spans(kNoon - 999 * kHour, kNoon, 2).size(), 1u);
   again.Forget(kNoon - 29 * kHour, kNoon - 400 * kHour);
   EXPECT_EQ(again.Load(0, kNoon - 24 * kHour, kNoon).spans.size(), 1u);
   EXPECT_EQ(again.Load(0, 0, kNoon).samples.size(), 1u);
@@ -137,6 +142,7 @@ TEST_F(SqliteHistoryTest, KeepsVerdictsAndTheLaterOneWhereTwoClaimATime) {
   const auto all = [&](std::int64_t from = 0) { return history.Load(from, kNoon, kNoon + kHour).verdicts; };
   EXPECT_EQ(Text(all(kNoon - kHour)), "safe -180000-40, rain unit_alarm 40-90, safe 90-95, ");
   EXPECT_EQ(Text(all(kNoon + 91'000)), "safe 90-95, ");
+  EXPECT_EQ(Text(history.Verdicts(kNoon + 35'000, kNoon + kHour, 2)), "safe -180000-40, rain unit_alarm 40-90, ");
   RecordedVerdict read = all()[1];
   read.last = rain.last;
   EXPECT_EQ(read, rain);

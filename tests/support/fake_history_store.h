@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -23,6 +24,7 @@ class FakeHistoryStore : public HistoryStore {
   }
   std::vector<Span> Spans(std::int64_t from, std::int64_t to, std::size_t most) override {
     Fail();
+    most_spans = std::max(most_spans, most);
     std::vector<Span> spans;
     for (const Span& span : kept_spans) {
       if (span.first >= from && span.first < to && spans.size() < most) spans.push_back(span);
@@ -54,6 +56,7 @@ class FakeHistoryStore : public HistoryStore {
   std::int64_t loaded_to = 0;
   std::vector<Batch> batches;
   std::vector<Span> kept_spans;
+  std::size_t most_spans = 0;  ///< asked for at once
   std::vector<RecordedVerdict> kept_verdicts;
   std::vector<std::pair<std::int64_t, std::int64_t>> forgotten;
 };

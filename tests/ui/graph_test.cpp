@@ -1,5 +1,6 @@
 #include <QFile>
 #include <QLabel>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <cstdlib>
@@ -27,7 +28,9 @@ class GraphTest : public LinkFixture {
       clock.now.second += 10;  // only added up
       weather.sky_celsius = -20 + i % 7;
       weather.wind_mph = weather.wind_gust_mph = i % 9;
-      recorder.Note(weather, SensorFrame());
+      weather.rain = 300 + i % 3;
+      weather.light = 1000;
+      recorder.Note(weather, frame);
     }
   }
   frmGraph::Parts Parts() {
@@ -53,6 +56,7 @@ class GraphTest : public LinkFixture {
     QApplication::sendEvent(&plot, &move);
   }
 
+  const SensorFrame frame{LiveFrame()};
   FakeHistoryStore history;
   std::vector<std::string> reports;
   HistoryRecorder recorder{{.loop = loop, .clock = clock, .store = history, .report = [](const std::string&) {}}};
@@ -66,7 +70,7 @@ TEST_F(GraphTest, NightShowsNothingButRed) {
   weather.raining = true;
   weather.unsafe_indicator = 1;
   Pass(1);
-  for (const GraphKind* kind : {&TemperatureGraph(), &WindGraph()}) {
+  for (const GraphKind* kind : {&TemperatureGraph(), &WindGraph(), &RainGraph()}) {
     frmGraph window(*kind, Parts());
     window.SetNightTheme(true);
     window.show();
@@ -171,6 +175,71 @@ TEST_F(GraphTest, ShowsTheVerdictThatWasGivenAlsoWithoutReadings) {
       << csv.toStdString();
 }
 
+TEST_F(GraphTest, DrawsTheLimitsOfThePanelsWords) {
+  weather.ambient_celsius = 5;
+  settings.WindSpeedCloseD = 30;  // too far away for a wind of 8
+  Pass(1);
+  const auto lines = [&](const GraphKind& kind) {
+    frmGraph window(kind, Parts());
+    window.show();
+    Settle();
+    std::string text;
+    for (const LimitLayer::Line& line : window.plot().limits().lines()) {
+      const double y = line.axis->coordToPixel(line.points.back().value);
+      text += line.text.toStdString() +
+              (window.plot().axisRect()->rect().contains(100, static_cast<int>(y)) ? ", " : " out of sight, ");
+    }
+    return text;
+  };
+  EXPECT_EQ(lines(WindGraph()), "windy above 30.0 out of sight, breeze above 8.0, ");
+  EXPECT_EQ(lines(RainGraph()), "rain above 370, damp above 350, dark above 950, dusk above 200, ");
+  frmGraph window(TemperatureGraph(), Parts());
+  window.show();
+  const auto cloudy = [&] { return window.plot().limits().lines().at(0).points.back().value; };
+  EXPECT_EQ(cloudy(), 5 - 19);
+  settings.FullCloudyDegC = 15;
+  window.UpdateSettings();
+  EXPECT_EQ(cloudy(), 5 - 15);
+  settings.Centigrade = false;
+  window.UpdateSettings();
+  EXPECT_EQ(cloudy(), 14);  // -10 °C
+}
+
+TEST_F(GraphTest, ShowsTheSpanThatWasAskedForAlsoWhereTheFileAloneHasIt) {
+  Pass(2);
+  const std::int64_t now = UtcMilliseconds(clock.now);
+  for (int day = 9; day > 0; --day) {
+    Span span = SpanOf({.time = now - day * 24 * kHour, .values = {}, .held = {}, .conditions = {}});
+    span.lowest[Quantity::kWind] = span.highest[Quantity::kWind] = static_cast<float>(30 + day);
+    history.kept_spans.push_back(span);
+  }
+  frmGraph window(WindGraph(), Parts());
+  window.show();
+  Settle();
+  HistoryPlot& plot = window.plot();
+  const auto button = [&](const char* name) { return window.findChild<QPushButton*>(name); };
+  const auto hours = [&] { return static_cast<double>(plot.Shown().to - plot.Shown().from) / kHour; };
+  EXPECT_TRUE(button("cmd12Hours")->isChecked());
+  button("cmd7Days")->click();
+  loop.Advance(std::chrono::seconds(1));
+  EXPECT_NEAR(hours(), 7 * 24, 0.01);
+  EXPECT_TRUE(button("cmd7Days")->isChecked());
+  EXPECT_FALSE(button("cmd12Hours")->isChecked());
+  EXPECT_TRUE(plot.shows_past());
+  EXPECT_GT(plot.yAxis->range().upper, 37);  // the oldest of the seven
+  EXPECT_LT(plot.yAxis->range().upper, 42);
+  button("cmd400Days")->click();
+  EXPECT_NEAR(hours(), 9 * 24, 0.01);
+  clock.now.second += 24 * 3600;
+  plot.Update();
+  EXPECT_NEAR(hours(), 10 * 24, 0.01);  // grows until it has all
+  button("cmdZoomIn")->click();
+  EXPECT_FALSE(button("cmd400Days")->isChecked());
+  EXPECT_NEAR(hours(), 160, 0.01);
+  plot.MoveReadout(-1);
+  EXPECT_FALSE(plot.accessibleDescription().isEmpty());
+}
+
 TEST_F(GraphTest, AClosedWindowDoesNothing) {
   Pass(1);
   frmGraph window(WindGraph(), Parts());
@@ -248,6 +317,8 @@ TEST(LocalTimeTicker, StaysAtRoundTimesThroughAChangeOfSummerTime) {
        "00:00+02/2026-10-25 06:00+01 12:00+01 18:00+01 00:00+01/2026-10-26"},
       {"Australia/Lord_Howe", 1'775'309'400, 4, 4,  // 2026-04-05 00:30 +11:00
        "01:00+11/2026-04-05 02:00+10:30 03:00+10:30 04:00+10:30"},
+      {"Europe/Berlin", 1'792'879'200, 21 * 24, 4, "2026-10-26 2026-11-02 2026-11-09"},  // Mondays
+      {"Europe/Berlin", 1'792'879'200, 80 * 24, 4, "2026-11-01 2026-12-01 2027-01-01"},
   };
   for (const auto& [zone, from, hours, count, labels] : cases) {
     EXPECT_EQ(Ticks(QTimeZone(zone)).Labels(from, hours, count), labels) << zone << " " << from;

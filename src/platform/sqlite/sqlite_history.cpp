@@ -17,8 +17,8 @@ namespace fs = std::filesystem;
 /// 1 had no verdicts, 2 neither rain nor light.
 constexpr int kLayout = 3;
 /// The columns of numbers in the order of `Quantity`, in hundredths.
-constexpr std::array<std::string_view, kQuantities> kColumns{
-    "sky", "clear_sky", "ambient", "dew_point", "wind", "gust", "humidity", "rain", "light"};
+constexpr std::array<std::string_view, kQuantities> kColumns{"sky",  "clear_sky", "ambient", "dew_point", "wind",
+                                                             "gust", "humidity",  "rain",    "light"};
 /// Those of the first two layouts.
 constexpr std::size_t kFirstColumns = 7;
 constexpr double kStepsPerUnit = 100;

@@ -43,18 +43,18 @@ LocalTimeOf LocalTimeIn(const QTimeZone& zone) {
 }  // namespace
 
 frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
-    : QWidget(parent), kind_(kind),
+    : QWidget(parent),
+      kind_(kind),
       parts_(std::move(parts)),
       saved_verdicts_(parts_.recorder.Store()),
       theme_(Theme::ForDesktop(palette())) {
   setObjectName(kind.object_name);
   setWindowTitle("Orvalis " + QString(kind.title));
-  plot_ = new HistoryPlot(
-      kind_,
-      {.view = [this] { return parts_.recorder.View(); },
-       .now = [this] { return parts_.recorder.Now(); },
-       .store = parts_.recorder.Store()},
-      parts_.zone, parts_.style, this);
+  plot_ = new HistoryPlot(kind_,
+                          {.view = [this] { return parts_.recorder.View(); },
+                           .now = [this] { return parts_.recorder.Now(); },
+                           .store = parts_.recorder.Store()},
+                          parts_.zone, parts_.style, this);
   connect(plot_, &HistoryPlot::Failed, this, [this](const QString& text) { Say(text, Colour::kRed); });
   message_ = new QLabel;
   message_->setObjectName("lblMessage");
@@ -313,12 +313,12 @@ void frmGraph::SavePicture(const QString& path) {
 
 void frmGraph::SaveValues(const QString& path) {
   const HistoryView shown = plot_->View();
-  Save(path, [history = shown.history, verdicts = shown.verdicts, demo = shown.demo, range = plot_->Shown(),
-              quantities = kind_.Quantities(), centigrade = parts_.centigrade(),
-              local_time = LocalTimeIn(parts_.zone)] {
-    const HistoryView view{.history = history, .verdicts = verdicts, .demo = demo};
-    return QByteArray::fromStdString(HistoryCsv(view, range, quantities, centigrade, local_time));
-  });
+  Save(path,
+       [history = shown.history, verdicts = shown.verdicts, demo = shown.demo, range = plot_->Shown(),
+        quantities = kind_.Quantities(), centigrade = parts_.centigrade(), local_time = LocalTimeIn(parts_.zone)] {
+         const HistoryView view{.history = history, .verdicts = verdicts, .demo = demo};
+         return QByteArray::fromStdString(HistoryCsv(view, range, quantities, centigrade, local_time));
+       });
 }
 
 void frmGraph::SaveVerdicts(const QString& path) {

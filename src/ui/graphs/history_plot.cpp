@@ -324,9 +324,8 @@ void HistoryPlot::SetLimitLines(const HistoryView& view, TimeRange range, int co
                           .axis = (*curve)->valueAxis(),
                           .points = {}};
     const auto height = [](const WordLimit& of) { return of.under_ambient ? -of.value : of.value; };
-    line.text_below = std::ranges::any_of(limits_, [&](const WordLimit& other) {
-      return other.quantity == quantity && height(other) > height(limit);
-    });
+    line.text_below = std::ranges::any_of(
+        limits_, [&](const WordLimit& other) { return other.quantity == quantity && height(other) > height(limit); });
     if (limit.under_ambient) {
       // It moves slowly; fewer points are drawn faster.
       constexpr int kCoarser = 8;

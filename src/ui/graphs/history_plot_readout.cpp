@@ -150,9 +150,9 @@ Readout::Row HistoryPlot::ReadoutRow(const CurveGraph& curve, const Span& span, 
   };
   const double highest = shown(span.highest);
   const QString held = span.held.Has(quantity) ? ", held" : "";
-  return {name + RangeText(shown(span.lowest), highest, DecimalsOf(quantity)) + " " + UnitOf(quantity, centigrade_) +
-              held,
-          &curve, QPointF(x, curve.valueAxis()->coordToPixel(highest))};
+  return {
+      name + RangeText(shown(span.lowest), highest, DecimalsOf(quantity)) + " " + UnitOf(quantity, centigrade_) + held,
+      &curve, QPointF(x, curve.valueAxis()->coordToPixel(highest))};
 }
 
 }  // namespace orvalis

@@ -69,9 +69,7 @@ double LocalTimeTicker::getTickStep(const QCPRange& range) {
   return step_;
 }
 
-int LocalTimeTicker::getSubTickCount(double tick_step) {
-  return StepOf(tick_step).parts - 1;
-}
+int LocalTimeTicker::getSubTickCount(double tick_step) { return StepOf(tick_step).parts - 1; }
 
 QVector<double> LocalTimeTicker::MonthTicks(int months, const QCPRange& range) const {
   QVector<double> ticks;
