@@ -49,7 +49,7 @@ HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& 
   legend->setVisible(false);
 
   addLayer("conditions", layer("background"), limAbove);
-  addLayer("limits", layer("conditions"), limAbove);
+  addLayer("limits", layer("main"), limAbove);
   addLayer("readout", layer("overlay"), limAbove);
   layer("readout")->setMode(QCPLayer::lmBuffered);
   conditions_ = new ConditionLayer(axisRect());
@@ -143,7 +143,6 @@ void HistoryPlot::SetTheme(const Theme& theme) {
   limit_layer_->SetColours(ink, ground);
   readout_->SetColours(ink, ground);
   WrapLegends();
-  if (xAxis->range().size() > kShortestRange / 2) Recalculate();  // the lines have the curves' colours
   replot(rpQueuedReplot);
 }
 
@@ -320,13 +319,15 @@ void HistoryPlot::SetLimitLines(const HistoryView& view, TimeRange range, int co
     if (curve == curves_.end()) continue;
     LimitLayer::Line line{.text = limit.text,
                           .on_right = (*curve)->kind().on_right_axis,
-                          .colour = CurveColour((*curve)->kind(), theme_.kind()),
                           .axis = (*curve)->valueAxis(),
                           .points = {}};
     const auto height = [](const WordLimit& of) { return of.under_ambient ? -of.value : of.value; };
     line.text_below = std::ranges::any_of(
         limits_, [&](const WordLimit& other) { return other.quantity == quantity && height(other) > height(limit); });
     if (limit.under_ambient) {
+      // Up and down with each day it would cover the curves of a longer time.
+      constexpr std::int64_t kLongest = 8 * 24 * History::kHourMs;
+      if (range.to - range.from > kLongest) continue;
       // It moves slowly; fewer points are drawn faster.
       constexpr int kCoarser = 8;
       line.points = CurvePoints(view.history, ValueOf(limit), range, columns / kCoarser);

@@ -120,7 +120,7 @@ void LimitLayer::draw(QCPPainter* painter) {
   const QCPAxis* time = rect_->axis(QCPAxis::atBottom);
   const QRectF area = rect_->rect();
   for (const Line& line : lines_) {
-    QPen pen(line.colour, 1);
+    QPen pen(ink_, 1);
     pen.setDashPattern({7, 4});
     painter->setPen(pen);
     std::optional<QPointF> begin;

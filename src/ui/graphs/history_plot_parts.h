@@ -69,7 +69,6 @@ class LimitLayer : public QCPLayerable {
     QString text;
     bool text_below = false;  ///< there is another line close above
     bool on_right = false;    ///< the text is at the right end
-    QColor colour;
     QCPAxis* axis = nullptr;
     std::vector<CurvePoint> points;  ///< times in milliseconds; a value that is no number interrupts the line
   };
