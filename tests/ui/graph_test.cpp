@@ -212,6 +212,10 @@ TEST_F(GraphTest, ShowsTheSpanThatWasAskedForAlsoWhereTheFileAloneHasIt) {
     Span span = SpanOf({.time = now - day * 24 * kHour, .values = {}, .held = {}, .conditions = {}});
     span.lowest[Quantity::kWind] = span.highest[Quantity::kWind] = static_cast<float>(30 + day);
     history.kept_spans.push_back(span);
+    history.kept_verdicts.push_back(
+        {.first = span.first, .last = span.first + 1, .reasons = "rain", .explanation = ""});
+    history.kept_verdicts.push_back(
+        {.first = span.first + 1, .last = span.first + 2, .reasons = "wind", .explanation = ""});
   }
   frmGraph window(WindGraph(), Parts());
   window.show();
@@ -230,6 +234,13 @@ TEST_F(GraphTest, ShowsTheSpanThatWasAskedForAlsoWhereTheFileAloneHasIt) {
   EXPECT_LT(plot.yAxis->range().upper, 42);
   button("cmd400Days")->click();
   EXPECT_NEAR(hours(), 9 * 24, 0.01);
+  const QTemporaryDir folder;
+  window.SaveVerdicts(folder.filePath("a.csv"));
+  loop.Advance(std::chrono::seconds(1));
+  EXPECT_TRUE(Outcome(window).startsWith("Saved as "));
+  QFile file(folder.filePath("a.csv"));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll().count('\n'), 1 + 18);  // each of them, close together as they are
   clock.now.second += 24 * 3600;
   plot.Update();
   EXPECT_NEAR(hours(), 10 * 24, 0.01);  // grows until it has all

@@ -103,7 +103,9 @@ QWidget* frmGraph::BuildRanges() {
     button->setAutoDefault(false);
     button->setToolTip(tip);
     constexpr int kAround = 22;
-    button->setMinimumWidth(button->fontMetrics().horizontalAdvance(text) + kAround);
+    QFont bold = font();
+    bold.setBold(true);
+    button->setMinimumWidth(QFontMetrics(bold).horizontalAdvance(text) + kAround);
     row->addWidget(button);
     return button;
   };
@@ -137,7 +139,14 @@ QWidget* frmGraph::BuildRanges() {
 }
 
 void frmGraph::ShowChosen() {
-  for (const auto& [button, seconds] : ranges_) button->setChecked(plot_->chosen() == seconds);
+  for (const auto& [button, seconds] : ranges_) {
+    const bool chosen = plot_->chosen() == seconds;
+    button->setChecked(chosen);
+    // Some styles hardly show which one is down.
+    QFont letters = font();
+    letters.setBold(chosen);
+    button->setFont(letters);
+  }
 }
 
 QWidget* frmGraph::BuildControls() {
