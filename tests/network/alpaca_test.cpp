@@ -360,6 +360,11 @@ TEST_F(NetworkFrontTest, IsFoundWhenItIsOpenToTheNetwork) {
   EXPECT_EQ(ask("alpacadiscovery1", "127.255.255.255"), "");
   loop_.Advance(milliseconds(1'000));
   EXPECT_NE(ask("alpacadiscovery1", "127.255.255.255"), "");
+  // Nor does the one who floods use up the answers of the others.
+  AlpacaDiscovery discovery(1);
+  const Datagram flooding{.bytes = "alpacadiscovery1", .peer = {.address = "192.0.2.9"}};
+  while (!discovery.Answer(flooding, 0).empty()) continue;
+  EXPECT_EQ(discovery.Answer({.bytes = "alpacadiscovery1", .peer = {.address = "192.0.2.1"}}, 0), "{\"AlpacaPort\":1}");
 }
 
 }  // namespace

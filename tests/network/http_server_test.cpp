@@ -220,10 +220,10 @@ TEST_F(HttpServerTest, RefusesMoreConnectionsThanItServes) {
   }));
   EXPECT_EQ(reports_.size(), 1U);
   // Those that are only open give way, one to one.
-  RawClient asks(port_);
   const std::string request = "GET /echo HTTP/1.1\r\n" + std::string(kHost);
   loop_.Advance(milliseconds(1'000));
   clients[1]->Ask(request);
+  RawClient asks(port_);
   RawClient late(port_);
   EXPECT_EQ(Status(asks.Ask(request)) + Status(late.Ask(request)), "HTTP/1.1 200 OKHTTP/1.1 200 OK");
   loop_.Advance(milliseconds(0));
