@@ -198,8 +198,8 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
   // What closes a roof first: the others write to a disk, which may hang.
   observer_.Listen([this](const Observation& now, const Observer::News& news) {
     if (server_) server_->Announce(now, news);
-    network_.Note(now, news);
   });
+  observer_.Listen([this](const Observation& now, const Observer::News& news) { network_.Note(now, news); });
   observer_.Listen([this](const Observation& now, const Observer::News& /*news*/) { safety_alerts_.Note(now); });
   observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
