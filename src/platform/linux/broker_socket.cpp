@@ -1,6 +1,7 @@
 #include "platform/system/broker_socket.h"
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
@@ -22,6 +23,8 @@ bool PeerIsThisMachine(qintptr socket) {
   return IN6_IS_ADDR_LOOPBACK(&address) ||
          (IN6_IS_ADDR_V4MAPPED(&address) && address.s6_addr[kFirstOfIpv4] == kLoopbackNet);
 }
+
+void KeepFromChildren(qintptr socket) { fcntl(static_cast<int>(socket), F_SETFD, FD_CLOEXEC); }
 
 bool HasEnded(qintptr socket) {
   char byte = 0;

@@ -2,6 +2,8 @@
 
 #include <winsock2.h>
 #include <ws2tcpip.h>
+// After them:
+#include <windows.h>
 
 namespace orvalis {
 
@@ -18,6 +20,10 @@ bool PeerIsThisMachine(qintptr socket) {
   constexpr int kFirstOfIpv4 = 12;
   return IN6_IS_ADDR_LOOPBACK(&address) ||
          (IN6_IS_ADDR_V4MAPPED(&address) && address.s6_addr[kFirstOfIpv4] == kLoopbackNet);
+}
+
+void KeepFromChildren(qintptr socket) {
+  SetHandleInformation(reinterpret_cast<HANDLE>(socket), HANDLE_FLAG_INHERIT, 0);
 }
 
 bool HasEnded(qintptr socket) {
