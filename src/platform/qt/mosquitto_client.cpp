@@ -27,6 +27,7 @@ namespace {
 constexpr int kKeepAlive = 10;  // seconds
 constexpr std::chrono::seconds kLookUpPatience{20};
 constexpr std::chrono::seconds kAcceptPatience{10};
+constexpr std::chrono::seconds kLeavePatience{1};
 /// Threads that hang, such as in a look-up without an answer.
 constexpr int kMostThreads = 4;
 /// Nobody has anything longer to tell us.
@@ -100,14 +101,17 @@ bool IsUnknownVersion(int reason) {
 
 }  // namespace
 
-struct MosquittoClient::Line {
+struct MosquittoClient::Event {
   enum class Kind : std::uint8_t { kAccepted, kMessage, kAnswered, kOldVersion, kFailed };
-  struct Event {
-    Kind kind;
-    std::string topic = {};
-    std::string payload = {};
-    MqttTrouble trouble = {};
-  };
+  Kind kind;
+  std::string topic = {};
+  std::string payload = {};
+  MqttTrouble trouble = {};
+  int question = 0;
+};
+
+struct MosquittoClient::Line {
+  using Kind = Event::Kind;
 
   MqttAccess access;
   int version = 0;
@@ -172,8 +176,8 @@ void MosquittoClient::Line::Listen() {
                                                 .payload = std::string(static_cast<const char*>(message->payload),
                                                                        static_cast<std::size_t>(message->payloadlen))});
   });
-  mosquitto_unsubscribe_callback_set(handle.get(), [](mosquitto*, void* line, int) {
-    static_cast<Line*>(line)->events.push_back({.kind = Kind::kAnswered});
+  mosquitto_unsubscribe_callback_set(handle.get(), [](mosquitto*, void* line, int question) {
+    static_cast<Line*>(line)->events.push_back({.kind = Kind::kAnswered, .question = question});
   });
   mosquitto_publish_v5_callback_set(
       handle.get(), [](mosquitto*, void* line, int, int reason, const mosquitto_property*) {
@@ -234,11 +238,19 @@ MosquittoClient::MosquittoClient() : mailbox_(std::make_shared<Mailbox>(this)) {
   second_timer_.setInterval(std::chrono::seconds(1));
   connect(&second_timer_, &QTimer::timeout, this, &MosquittoClient::Tick);
   patience_timer_.setSingleShot(true);
-  connect(&patience_timer_, &QTimer::timeout, this, [this] { Fail({.failure = MqttFailure::kNoAnswer}); });
+  connect(&patience_timer_, &QTimer::timeout, this, [this] {
+    if (leaving_) {
+      Leave();
+    } else {
+      Fail({.failure = MqttFailure::kNoAnswer});
+    }
+  });
 }
 
 MosquittoClient::~MosquittoClient() {
   mailbox_->Close();
+  connect_next_ = false;
+  if (leaving_) Leave();
   Forget();
 }
 
@@ -252,10 +264,12 @@ bool MosquittoClient::LeavesThread() { return threads_connecting > 0; }
 mosquitto* MosquittoClient::handle() const { return line_->handle.get(); }
 
 void MosquittoClient::Connect(const MqttAccess& access, User& user) {
-  Abort();
+  if (!leaving_) Forget();
   access_ = access;
   user_ = &user;
-  Begin(MQTT_PROTOCOL_V5);
+  // Before the broker has taken the last words of the old connection, the new one would end it without them.
+  connect_next_ = leaving_;
+  if (!leaving_) Begin(MQTT_PROTOCOL_V5);
 }
 
 void MosquittoClient::Begin(int version) {
@@ -306,25 +320,11 @@ void MosquittoClient::Drive(const std::function<int(mosquitto*)>& work) {
   const int code = work(line->handle.get());
   const int error = errno;
   for (; !line->events.empty() && line == line_; line->events.pop_front()) {
-    const Line::Event event = line->events.front();
-    switch (event.kind) {
-      case Line::Kind::kAccepted:
-        accepted_ = true;
-        patience_timer_.stop();
-        user_->Connected();
-        break;
-      case Line::Kind::kMessage:
-        user_->Received(event.topic, event.payload);
-        break;
-      case Line::Kind::kAnswered:
-        user_->Answered();
-        break;
-      case Line::Kind::kOldVersion:
-        Fail({.failure = MqttFailure::kClosed});
-        break;
-      case Line::Kind::kFailed:
-        Fail(event.trouble);
-        break;
+    const Event event = line->events.front();
+    if (leaving_) {
+      FollowLeaving(event);
+    } else {
+      Tell(event);
     }
   }
   if (line != line_) return;
@@ -338,6 +338,32 @@ void MosquittoClient::Drive(const std::function<int(mosquitto*)>& work) {
   } else {
     Watch();
   }
+}
+
+void MosquittoClient::Tell(const Event& event) {
+  switch (event.kind) {
+    case Event::Kind::kAccepted:
+      accepted_ = true;
+      patience_timer_.stop();
+      user_->Connected();
+      break;
+    case Event::Kind::kMessage:
+      user_->Received(event.topic, event.payload);
+      break;
+    case Event::Kind::kAnswered:
+      if (event.question == asked_) user_->Answered();
+      break;
+    case Event::Kind::kOldVersion:
+      Fail({.failure = MqttFailure::kClosed});
+      break;
+    case Event::Kind::kFailed:
+      Fail(event.trouble);
+      break;
+  }
+}
+
+void MosquittoClient::FollowLeaving(const Event& event) {
+  if (event.kind == Event::Kind::kAnswered && event.question == asked_) Leave();
 }
 
 void MosquittoClient::Readable() {
@@ -362,13 +388,13 @@ void MosquittoClient::Tick() { Drive(mosquitto_loop_misc); }
 void MosquittoClient::Watch() { writable_->setEnabled(mosquitto_want_write(handle())); }
 
 void MosquittoClient::Subscribe(const std::string& topic) {
-  if (!accepted_) return;
+  if (!accepted_ || leaving_) return;
   mosquitto_subscribe(handle(), nullptr, topic.c_str(), 1);
   Watch();
 }
 
 void MosquittoClient::Send(const MqttMessage& message) {
-  if (!accepted_) return;
+  if (!accepted_ || leaving_) return;
   Properties properties;
   if (version_ == MQTT_PROTOCOL_V5 && !message.lasting) {
     properties.Add(MQTT_PROP_MESSAGE_EXPIRY_INTERVAL, static_cast<std::uint32_t>(network::kMqttExpiry.count()));
@@ -377,7 +403,7 @@ void MosquittoClient::Send(const MqttMessage& message) {
       mosquitto_publish_v5(handle(), nullptr, message.topic.c_str(), static_cast<int>(message.payload.size()),
                            message.payload.data(), Qos(message), message.lasting, properties.list());
   if (code != MOSQ_ERR_SUCCESS && code != MOSQ_ERR_NO_CONN) {
-    line_->events.push_back({.kind = Line::Kind::kFailed, .trouble = line_->TroubleOf(code, errno)});
+    line_->events.push_back({.kind = Event::Kind::kFailed, .trouble = line_->TroubleOf(code, errno)});
     QMetaObject::invokeMethod(
         this,
         [this, line = line_] {
@@ -389,31 +415,44 @@ void MosquittoClient::Send(const MqttMessage& message) {
 }
 
 void MosquittoClient::Ask() {
-  if (!accepted_) return;
+  if (!accepted_ || leaving_) return;
   // Any broker has to answer this, whatever it permits, and it changes nothing.
-  mosquitto_unsubscribe(handle(), nullptr, (access_.client_id + "/ask").c_str());
+  mosquitto_unsubscribe(handle(), &asked_, (access_.client_id + "/ask").c_str());
   Watch();
 }
 
 void MosquittoClient::Close() {
-  if (accepted_) {
-    const std::shared_ptr<Line> line = line_;
-    mosquitto* const client = line->handle.get();
-    const int socket = mosquitto_socket(client);
-    // With unread bytes the system would not end the connection in order.
-    mosquitto_loop_read(client, 1);
-    mosquitto_disconnect(client);
-    if (mosquitto_socket(client) >= 0) {
-      DropUnsentAtClose(socket, false);
-      mosquitto_loop_write(client, 1);
-      // It takes nothing any more: what waits would arrive late.
-      if (mosquitto_socket(client) >= 0) DropUnsentAtClose(socket, true);
-    }
+  connect_next_ = false;
+  if (leaving_) return;
+  if (!accepted_) {
+    Forget();
+    return;
   }
-  Forget();
+  // While answers are under way the system would not end the connection in order, and the broker would give the will.
+  Ask();
+  leaving_ = true;
+  patience_timer_.start(kLeavePatience);
 }
 
-void MosquittoClient::Abort() { Forget(); }
+void MosquittoClient::Abort() {
+  connect_next_ = false;
+  if (!leaving_) Forget();
+}
+
+void MosquittoClient::Leave() {
+  const std::shared_ptr<Line> line = line_;
+  mosquitto* const client = line->handle.get();
+  const int socket = mosquitto_socket(client);
+  if (socket >= 0) {
+    mosquitto_disconnect(client);
+    DropUnsentAtClose(socket, false);
+    mosquitto_loop_write(client, 1);
+    // It takes nothing any more: what waits would arrive late.
+    if (mosquitto_socket(client) >= 0) DropUnsentAtClose(socket, true);
+  }
+  Forget();
+  if (std::exchange(connect_next_, false)) Begin(MQTT_PROTOCOL_V5);
+}
 
 void MosquittoClient::Forget() {
   second_timer_.stop();
@@ -425,10 +464,15 @@ void MosquittoClient::Forget() {
     notifier->release()->deleteLater();
   }
   accepted_ = false;
+  leaving_ = false;
   line_.reset();
 }
 
 void MosquittoClient::Fail(const MqttTrouble& trouble) {
+  if (leaving_) {
+    Leave();
+    return;
+  }
   const bool perhaps_old = version_ == MQTT_PROTOCOL_V5 && !accepted_ && trouble.failure == MqttFailure::kClosed;
   Forget();
   if (perhaps_old) {

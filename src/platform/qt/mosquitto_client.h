@@ -37,6 +37,8 @@ class MosquittoClient : public QObject, public network::MqttClient {
   [[nodiscard]] static bool LeavesThread();
 
  private:
+  /// What the library told.
+  struct Event;
   /// A connection of the library. It belongs to the thread that makes it, and then to this object.
   struct Line;
   /// Carries a finished connection to the client, as long as that exists.
@@ -60,8 +62,13 @@ class MosquittoClient : public QObject, public network::MqttClient {
   void Tick();
   /// Watches for room to send while there is something to send.
   void Watch();
+  /// Says goodbye, and ends the connection.
+  void Leave();
   void Forget();
   void Fail(const network::MqttTrouble& trouble);
+  /// What happened to a connection in use, and to one that is being left.
+  void Tell(const Event& event);
+  void FollowLeaving(const Event& event);
   [[nodiscard]] network::MqttTrouble TroubleOf(int code) const;
   [[nodiscard]] mosquitto* handle() const;
 
@@ -70,6 +77,9 @@ class MosquittoClient : public QObject, public network::MqttClient {
   User* user_ = nullptr;
   std::shared_ptr<Line> line_;  ///< null without a connection
   bool accepted_ = false;       ///< by the broker
+  bool leaving_ = false;        ///< the broker is still taking what was sent last
+  bool connect_next_ = false;   ///< as soon as that is over
+  int asked_ = 0;               ///< the number of the last question
   int version_ = 0;             ///< of MQTT, that is tried
   std::unique_ptr<QSocketNotifier> readable_;
   std::unique_ptr<QSocketNotifier> writable_;

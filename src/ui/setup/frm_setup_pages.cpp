@@ -262,6 +262,7 @@ QWidget* frmSetup::BuildMqttPage() {
   mqtt_now_->setObjectName("MqttNow");
   mqtt_test_ = new QPushButton("Test");
   mqtt_test_->setObjectName("cmdMqttTest");
+  mqtt_test_->setAutoDefault(false);
   mqtt_test_->setToolTip("Connects as typed here; publishes nothing");
   now.Row({mqtt_test_});
   mqtt_result_ = now.Note({});
@@ -272,7 +273,7 @@ QWidget* frmSetup::BuildMqttPage() {
   }
 
   FormSection messages("Messages", page.right);
-  messages.Text("MqttPrefix", "&Begin of topics:");
+  messages.Text("MqttPrefix", "&Begin topics with:");
   messages.Meaning("The station's name follows, which is on the page Network.");
   messages.Check("chkMqttHomeAssistant", "H&ome Assistant finds the values by itself", {});
   messages.Meaning("In Home Assistant, \"unavailable\" must close the roof too: see the guide.");
