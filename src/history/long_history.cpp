@@ -70,6 +70,7 @@ std::optional<TimeRange> LongHistory::Extent() const {
 }
 
 std::uint64_t LongHistory::revision() const {
+  if (past_in_view_) return reads_;
   const HistoryView recent = parts_.recent();
   return recent.history.revision() + recent.verdicts.revision() + reads_;
 }

@@ -31,7 +31,7 @@ class LongHistory {
 
   /// From the first value or verdict to the last.
   [[nodiscard]] std::optional<TimeRange> Extent() const;
-  /// Incremented by every change.
+  /// Changes with what the last view shows.
   [[nodiscard]] std::uint64_t revision() const;
   [[nodiscard]] bool reading() const { return reader_.request() != nullptr; }
   /// Why the store cannot be read, or "".
