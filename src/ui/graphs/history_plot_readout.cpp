@@ -86,10 +86,15 @@ void HistoryPlot::MoveReadout(int steps) {
   const double x = std::clamp<double>(from + steps * area.width() / kSteps, area.left(), area.right());
   pointer_ = QPointF(x, area.center().y());
   ShowReadout();
+  if (!readout_->shown()) {
+    // Without a pointer nothing else tells where one is.
+    const auto time = static_cast<std::int64_t>(xAxis->pixelToCoord(x) * kMsPerSecond);
+    readout_->Show(x, {{TimesText({time, time}), nullptr, std::nullopt}, {"nothing is known", nullptr, std::nullopt}});
+  }
   layer("readout")->replot();
   QStringList texts;
   for (const Readout::Row& row : readout_->rows()) texts += row.text;
-  setAccessibleDescription(texts.isEmpty() ? "nothing is known of this time" : texts.join("; "));
+  setAccessibleDescription(texts.join("; "));
 }
 
 void HistoryPlot::ShowReadout() {
