@@ -53,7 +53,9 @@ void ObservationSource::Ask() {
   if (asking_) return;
   body_.clear();
   requested_ = Now();
-  asking_ = curl_multi_add_handle(multi_.get(), easy_.get()) == CURLM_OK;
+  const CURLMcode result = curl_multi_add_handle(multi_.get(), easy_.get());
+  asking_ = result == CURLM_OK;
+  if (!asking_) failed_(curl_multi_strerror(result));
 }
 
 void ObservationSource::Act(curl_socket_t socket, int events) {

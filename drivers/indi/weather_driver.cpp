@@ -59,11 +59,7 @@ struct WeatherDriver::Work {
               watch.TakeFailure(problem);
               driver.Look();
             }),
-        ask(events,
-            [this, &driver] {
-              source.Ask();
-              driver.Look();
-            }),
+        ask(events, [this] { source.Ask(); }),
         stale(events, [&driver] { driver.Look(); }),
         memory(driver.getDeviceName()),
         watch(memory.Read()) {
@@ -123,7 +119,7 @@ void WeatherDriver::Begin() {
   defineProperty(status_);
   defineProperty(safety_);
   defineProperty(reasons_);
-  DefineValues({});
+  DefineValues();
   defineProperty(station_);
   defineProperty(follow_);
   ShowAddress(IPS_OK);
@@ -301,32 +297,33 @@ void WeatherDriver::ShowReasons(const Account& account) {
 }
 
 void WeatherDriver::ShowValues(const Account& account) {
-  // INDI's numbers cannot say "unknown", and clients go on showing the last one whatever its state; -1 or not-a-number
-  // would be below every limit. So a value that is unknown is not there.
-  const auto is_shown = [this](std::size_t i) { return values_.findWidgetByName(ValueForms()[i].name) != nullptr; };
-  bool same = true;
-  for (std::size_t i = 0; i < account.values.size(); ++i) same = same && is_shown(i) == account.values[i].has_value();
+  // INDI's numbers cannot say "unknown". Clients go on using the last one whatever its state, and no limit is exceeded
+  // by -1 or not-a-number. So a value that is unknown is not there.
+  const bool same =
+      std::equal(shown_.begin(), shown_.end(), account.values.begin(),
+                 [](const auto& shown, const auto& value) { return shown.has_value() == value.has_value(); });
+  shown_ = account.values;
   if (!same) {
     deleteProperty(kParameters);
-    DefineValues(account.values);
+    DefineValues();
     return;
   }
   std::size_t at = 0;
   values_[at++].setValue(account.safe() ? 0 : 1);
-  for (const auto& value : account.values) {
+  for (const auto& value : shown_) {
     if (value) values_[at++].setValue(*value);
   }
   values_.apply();
 }
 
-void WeatherDriver::DefineValues(const Values& values) {
-  const auto known = std::count_if(values.begin(), values.end(), [](const auto& value) { return value.has_value(); });
+void WeatherDriver::DefineValues() {
+  const auto known = std::count_if(shown_.begin(), shown_.end(), [](const auto& value) { return value.has_value(); });
   values_.resize(static_cast<std::size_t>(known) + 1);
   std::size_t at = 0;
   values_[at++].fill(kVerdict, "Safety (0 safe, 1 unsafe)", "%.f", 0, 0, 0, safe_ ? 0 : 1);
-  for (std::size_t i = 0; i < values.size(); ++i) {
+  for (std::size_t i = 0; i < shown_.size(); ++i) {
     const ValueForm& form = ValueForms()[i];
-    if (values[i]) values_[at++].fill(form.name, form.label, form.format, form.lowest, form.highest, 0, *values[i]);
+    if (shown_[i]) values_[at++].fill(form.name, form.label, form.format, form.lowest, form.highest, 0, *shown_[i]);
   }
   values_.fill(getDeviceName(), kParameters, "Parameters", "Parameters", IP_RO, kTimeout, StateOf(known > 0));
   defineProperty(values_);

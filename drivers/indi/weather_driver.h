@@ -55,7 +55,7 @@ class WeatherDriver : public INDI::DefaultDevice {
   void ShowStatus(bool safe);
   void ShowReasons(const Account& account);
   void ShowValues(const Account& account);
-  void DefineValues(const Values& values);
+  void DefineValues();
 
   INDI::PropertyLight status_{1};
   INDI::PropertyLight safety_{1};
@@ -66,7 +66,8 @@ class WeatherDriver : public INDI::DefaultDevice {
   INDI::PropertyText address_text_{2};  ///< host, port
 
   Address address_;
-  bool loading_ = false;        ///< a configuration file is read
+  bool loading_ = false;  ///< a configuration file is read
+  Values shown_;
   bool safe_ = false;           ///< as clients know it
   std::set<std::string> told_;  ///< the names of the reasons since it was safe
   std::string kept_;            ///< the station in the memory
