@@ -23,7 +23,7 @@ void StationWatch::Take(Moment requested, std::string_view body) {
   other_.clear();
   answer_ = std::move(answer);
   requested_ = requested;
-  problem_ = {"no-answer", "no answer from Orvalis for ten seconds"};
+  problem_ = {"stale", "no reading for more than ten seconds"};
 }
 
 void StationWatch::TakeFailure(const std::string& problem) {
@@ -41,14 +41,11 @@ bool StationWatch::IsFresh(Moment now) const {
 }
 
 Account StationWatch::At(Moment now) const {
-  if (!answer_ || now - requested_ > kOldest) return {.reasons = {problem_}, .values = {}};
-  if (!answer_->safe) {
-    const Reason unexplained{"unsafe", "unsafe, without a reason"};
-    return {.reasons = answer_->reasons.empty() ? std::vector{unexplained} : answer_->reasons,
-            .values = IsFresh(now) ? answer_->values : Values{}};
-  }
-  if (!IsFresh(now)) return {.reasons = {{"stale", "no reading for more than ten seconds"}}, .values = {}};
-  return {.reasons = {}, .values = answer_->values};
+  const bool fresh = IsFresh(now);
+  if (!answer_ || now - requested_ > kOldest || (answer_->safe && !fresh)) return {.reasons = {problem_}, .values = {}};
+  Account account{.reasons = answer_->reasons, .values = fresh ? answer_->values : Values{}};
+  if (!answer_->safe && account.reasons.empty()) account.reasons = {{"unsafe", "unsafe, without a reason"}};
+  return account;
 }
 
 bool StationWatch::FollowOther() {

@@ -54,7 +54,7 @@ class StationWatch {
   std::string other_;  ///< the UUID of another station that answered
   std::optional<Answer> answer_;
   Moment requested_{};
-  Reason problem_{"no-answer", "no answer from Orvalis yet"};
+  Reason problem_{"no-answer", "no answer from Orvalis yet"};  ///< what is wrong when there is no fresh answer
 };
 
 }  // namespace orvalis::indi
