@@ -7,6 +7,7 @@ namespace orvalis::indi {
 void StationWatch::Take(Moment requested, std::string_view body) {
   auto read = ReadAnswer(body);
   answer_.reset();
+  other_.clear();
   if (const auto* none = std::get_if<NoAnswer>(&read)) {
     problem_ = {"no-observation", none->problem};
     return;
@@ -20,7 +21,6 @@ void StationWatch::Take(Moment requested, std::string_view body) {
     return;
   }
   followed_ = answer.uuid;
-  other_.clear();
   answer_ = std::move(answer);
   requested_ = requested;
   problem_ = {"stale", "no reading for more than ten seconds"};
