@@ -306,13 +306,13 @@ void WeatherDriver::ShowValues(const Account& account) {
   if (!same) {
     deleteProperty(kParameters);
     DefineValues();
-    return;
   }
   std::size_t at = 0;
   values_[at++].setValue(account.safe() ? 0 : 1);
   for (const auto& value : shown_) {
     if (value) values_[at++].setValue(*value);
   }
+  // Even where it was defined just now: KStars looks at values that are set.
   values_.apply();
 }
 
