@@ -146,8 +146,7 @@ void WeatherDriver::Tell(const std::string& text) {
   IDMessage(getDeviceName(), "%s", Printable(text, kLongestMessage).c_str());
 }
 
-// --- what clients write
-// --------------------------------------------------------------------------------------------------
+// What clients write.
 
 bool WeatherDriver::ISNewText(const char* device, const char* name, char* texts[], char* names[], int n) {
   if (std::strcmp(device, getDeviceName()) != 0 || std::strcmp(name, kAddress) != 0) return false;
@@ -242,8 +241,7 @@ void WeatherDriver::Follow() {
   work_->AskAtOnce();
 }
 
-// --- what clients are shown
-// ----------------------------------------------------------------------------------------------
+// What clients are shown.
 
 void WeatherDriver::StationAnswered() {
   const StationWatch& watch = work_->watch;
