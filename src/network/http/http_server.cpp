@@ -101,7 +101,7 @@ const HttpServer::Limit* HttpServer::Full(const Peer& peer) {
       ++count;
       if (idlest == nullptr || connection->Idle() > idlest->Idle()) idlest = connection.get();
     }
-    if (count < limit.most) continue;
+    if (idlest == nullptr || count < limit.most) continue;
     if (idlest->Idle() < kIdleEnough) return &limit;
     idlest->MakeRoom();
   }
