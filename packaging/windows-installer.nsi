@@ -1,7 +1,7 @@
 ; The Windows installer. `make installer` calls makensis with VERSION, EXECUTABLE (orvalis.exe), DOCS (the folder of the
-; guide), LICENSE and OUTPUT defined. "/S" installs and uninstalls silently, "/D=FOLDER" chooses the folder, "/PURGE" lets
-; the uninstaller remove what is the user's too. Exit codes: 0 done, 1 cancelled, 2 not done, with the reason in a window
-; unless it is silent.
+; guide), LICENSE and OUTPUT defined. "/S" installs and uninstalls silently, "/D=FOLDER" chooses the folder, "/FIREWALL"
+; lets other machines through the firewall, "/PURGE" lets the uninstaller remove what is the user's too. Exit codes: 0 done,
+; 1 cancelled, 2 not done, with the reason in a window unless it is silent.
 ;
 ; Clients find one program. Installed into a second folder, it is that one; when the second is removed, it is the first
 ; again, if that is still there.
@@ -25,6 +25,7 @@ VIAddVersionKey "LegalCopyright" "GPL-3.0-or-later"
 
 !include "MUI2.nsh"
 !include "FileFunc.nsh"
+!insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !define MUI_FINISHPAGE_RUN "$INSTDIR\orvalis.exe"
@@ -80,7 +81,17 @@ VIAddVersionKey "LegalCopyright" "GPL-3.0-or-later"
   Delete "${folder}\orvalis_errors*.txt*"
 !macroend
 
+; The exit code in $0.
+!macro FirewallRule command
+  nsExec::Exec '"$SYSDIR\netsh.exe" advfirewall firewall ${command}'
+  Pop $0
+!macroend
+!macro RemoveFirewallRule
+  !insertmacro FirewallRule 'delete rule name="Orvalis" program="$INSTDIR\orvalis.exe"'
+!macroend
+
 Section "Orvalis"
+  SectionIn RO
   SetRegView 64
   SetShellVarContext all
   !insertmacro FailWhileRunning
@@ -109,12 +120,37 @@ Section "Orvalis"
   !insertmacro MakeKnown "$INSTDIR" "${VERSION}"
 SectionEnd
 
+; The program still answers this machine alone until its settings open it. Public networks stay shut.
+Section /o "Firewall rule" firewall
+  !insertmacro RemoveFirewallRule
+  !insertmacro FirewallRule 'add rule name="Orvalis" dir=in action=allow program="$INSTDIR\orvalis.exe" profile=private,domain'
+  StrCmp $0 "0" allowed
+    MessageBox MB_ICONEXCLAMATION "Orvalis is installed, but the firewall could not be told to let other machines read it." /SD IDOK
+  allowed:
+SectionEnd
+
+LangString firewall_text ${LANG_ENGLISH} "A rule of the Windows firewall for private networks: other machines reach the \
+Alpaca devices and the page, once the program's settings open them to the network."
+!insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
+  !insertmacro MUI_DESCRIPTION_TEXT ${firewall} $(firewall_text)
+!insertmacro MUI_FUNCTION_DESCRIPTION_END
+
+Function .onInit
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/FIREWALL" $1
+  IfErrors shut
+    SectionSetFlags ${firewall} 1
+  shut:
+FunctionEnd
+
 Section "un.Orvalis"
   SectionIn RO
   SetRegView 64
   SetShellVarContext all
   !insertmacro FailWhileRunning
   ExecWait '"$INSTDIR\orvalis.exe" /UnregServer' $0
+  !insertmacro RemoveFirewallRule
   Delete "$INSTDIR\orvalis.exe"
   RMDir /r "$INSTDIR\docs"
   Delete "$INSTDIR\LICENSE.txt"

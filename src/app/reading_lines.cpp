@@ -1,8 +1,7 @@
 #include "app/reading_lines.h"
 
-#include <array>
+#include <nlohmann/json.hpp>
 #include <string_view>
-#include <vector>
 
 #include "base/text.h"
 #include "verdict/explanation.h"
@@ -10,66 +9,29 @@
 namespace orvalis {
 namespace {
 
-/// Any bytes as a JSON string. A garbled frame may contain bytes that are not text; each becomes the character with its
-/// number.
-std::string Quoted(std::string_view bytes) {
-  constexpr std::string_view kHex = "0123456789abcdef";
-  std::string text = "\"";
+using Json = nlohmann::ordered_json;
+
+/// A garbled frame may contain bytes that are not text: each becomes the character with its number.
+std::string Characters(std::string_view bytes) {
+  std::string text;
   for (const char c : bytes) {
     const auto byte = static_cast<unsigned char>(c);
-    if (c == '"' || c == '\\') {
-      text += '\\';
+    if (byte < 0x80) {
       text += c;
-    } else if (byte < 0x20 || byte >= 0x7f) {
-      text += "\\u00";
-      text += kHex[byte >> 4];
-      text += kHex[byte & 0xf];
     } else {
-      text += c;
+      text += static_cast<char>(0xc0 | (byte >> 6));
+      text += static_cast<char>(0x80 | (byte & 0x3f));
     }
   }
-  return text + '"';
+  return text;
 }
 
-/// Builds one JSON object in the order of the calls.
-class JsonObject {
- public:
-  JsonObject& Text(std::string_view name, std::string_view value, bool known = true) {
-    return Raw(name, known ? Quoted(value) : "null");
-  }
-  /// UTF-8 unchanged, except for what JSON does not allow in a string.
-  JsonObject& Utf8(std::string_view name, std::string_view value) {
-    std::string text = "\"";
-    for (const char c : value) {
-      if (c == '"' || c == '\\') text += '\\';
-      text += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
-    }
-    return Raw(name, text + '"');
-  }
-  JsonObject& Texts(std::string_view name, const std::vector<std::string_view>& values) {
-    std::string list;
-    for (const std::string_view value : values) list += (list.empty() ? "" : ",") + Quoted(value);
-    return Raw(name, "[" + list + "]");
-  }
-  JsonObject& Boolean(std::string_view name, bool value) { return Raw(name, value ? "true" : "false"); }
-  JsonObject& Number(std::string_view name, double value, bool known = true) {
-    constexpr int kDecimals = 3;
-    return Raw(name, known ? RealToText(RoundToDecimals(value, kDecimals)) : "null");
-  }
-  [[nodiscard]] std::string Finish() const { return "{" + fields_ + "}"; }
+Json NumberOrNull(double value, bool known) {
+  constexpr int kDecimals = 3;
+  return known ? Json(RoundToDecimals(value, kDecimals)) : Json();
+}
 
- private:
-  JsonObject& Raw(std::string_view name, const std::string& value) {
-    if (!fields_.empty()) fields_ += ',';
-    fields_ += '"';
-    fields_ += name;
-    fields_ += "\":";
-    fields_ += value;
-    return *this;
-  }
-
-  std::string fields_;
-};
+std::string Line(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
 
 }  // namespace
 
@@ -107,51 +69,48 @@ std::string ReadingText(const Reading& reading, const TimeStyle& style) {
 
 std::string ReadingJson(const Reading& reading) {
   const WeatherState& w = reading.weather;
-  JsonObject object;
-  object.Text("time", FormatIso8601(reading.time))
-      .Text("source", w.from_demo ? "demo" : "unit")
-      .Boolean("connected", reading.now.connected)
-      .Text("frame", reading.frame.text())
-      .Number("ambient_c", w.ambient_celsius, w.ambient_known)
-      .Number("body_c", w.body_celsius, w.body_known)
-      .Number("rain", w.rain)
-      .Number("humidity_percent", w.humidity_percent, w.ambient_known)
-      .Number("dew_point_c", w.dew_point_celsius, w.ambient_known)
-      .Number("sky_c", w.sky_celsius)
-      .Number("clear_sky_c", w.clear_sky_celsius, w.ambient_known)
-      .Number("diff_c", w.difference_celsius, w.ambient_known)
-      .Text("cloud_word", w.cloud.text, w.ambient_known)
-      .Number("clouds", static_cast<double>(w.clouds))
-      .Number("wind_mph", w.wind_mph)
-      .Number("wind_average_mph", w.wind_average_mph)
-      .Number("wind_gust_mph", w.wind_gust_mph)
-      .Text("wind_word", w.wind_word.text)
-      .Text("rain_word", w.rain_word.text)
-      .Number("light", w.light)
-      .Text("light_word", w.light_word.text)
-      .Text("heater", w.heater.text)
-      .Text("relay", w.relay.text)
-      .Boolean("safe", reading.now.verdict.safe)
-      .Texts("reasons", NamesOf(reading.now.verdict.reasons))
-      .Number("age_s", reading.now.AgeSeconds(), reading.now.age.has_value())
-      .Boolean("unit_unsafe", w.unsafe_indicator != 0)
-      .Boolean("unsafe", !reading.now.verdict.safe);
-  return object.Finish();
+  const Observation& now = reading.now;
+  const auto ambient = [&w](double value) { return NumberOrNull(value, w.ambient_known); };
+  const auto number = [](double value) { return NumberOrNull(value, true); };
+  return Line({{"time", FormatIso8601(reading.time)},
+               {"source", w.from_demo ? "demo" : "unit"},
+               {"connected", now.connected},
+               {"frame", Characters(reading.frame.text())},
+               {"ambient_c", ambient(w.ambient_celsius)},
+               {"body_c", NumberOrNull(w.body_celsius, w.body_known)},
+               {"rain", w.rain},
+               {"humidity_percent", ambient(w.humidity_percent)},
+               {"dew_point_c", ambient(w.dew_point_celsius)},
+               {"sky_c", number(w.sky_celsius)},
+               {"clear_sky_c", ambient(w.clear_sky_celsius)},
+               {"diff_c", ambient(w.difference_celsius)},
+               {"cloud_word", w.ambient_known ? Json(w.cloud.text) : Json()},
+               {"clouds", number(static_cast<double>(w.clouds))},
+               {"wind_mph", number(w.wind_mph)},
+               {"wind_average_mph", number(w.wind_average_mph)},
+               {"wind_gust_mph", number(w.wind_gust_mph)},
+               {"wind_word", w.wind_word.text},
+               {"rain_word", w.rain_word.text},
+               {"light", number(w.light)},
+               {"light_word", w.light_word.text},
+               {"heater", w.heater.text},
+               {"relay", w.relay.text},
+               {"safe", now.verdict.safe},
+               {"reasons", NamesOf(now.verdict.reasons)},
+               {"age_s", NumberOrNull(now.AgeSeconds(), now.age.has_value())},
+               {"unit_unsafe", w.unsafe_indicator != 0},
+               {"unsafe", !now.verdict.safe}});
 }
 
 std::string VerdictJson(const CivilTime& time, const Observation& now) {
-  return JsonObject()
-      .Text("time", FormatIso8601(time))
-      .Text("verdict", now.verdict.safe ? "safe" : "unsafe")
-      .Texts("reasons", NamesOf(now.verdict.reasons))
-      .Utf8("explanation", Explain(now))
-      .Finish();
+  return Line({{"time", FormatIso8601(time)},
+               {"verdict", now.verdict.safe ? "safe" : "unsafe"},
+               {"reasons", NamesOf(now.verdict.reasons)},
+               {"explanation", Explain(now)}});
 }
 
 std::string EventText(const Event& event, const TimeStyle& style) { return style.time(event.time) + "  " + event.text; }
 
-std::string EventJson(const Event& event) {
-  return JsonObject().Text("time", FormatIso8601(event.time)).Utf8("event", event.text).Finish();
-}
+std::string EventJson(const Event& event) { return Line({{"time", FormatIso8601(event.time)}, {"event", event.text}}); }
 
 }  // namespace orvalis
