@@ -14,6 +14,7 @@ namespace {
 constexpr double kGap = 0.45;
 constexpr double kLineHeight = 1.75;
 constexpr double kSmallestText = 0.7;
+constexpr double kArrow = 0.62;  ///< its height
 
 /// The longest number that the rows are laid out for; a longer one is drawn smaller.
 const QString& LongestValue() {
@@ -29,13 +30,30 @@ void ValueRow::Show(const Content& content) {
   if (content == content_) return;
   const bool other_label = content.label != content_.label;
   content_ = content;
-  QString name = content_.label + " " + content_.value + " " + content_.unit;
-  if (content_.tone.stale) name += ", not current";
-  setAccessibleName(name);
-  setAccessibleDescription(content_.meaning);
-  setToolTip(content_.meaning);
+  Describe();
   if (other_label) updateGeometry();
   update();
+}
+
+void ValueRow::ShowTrend(Trend trend) {
+  if (trend == trend_) return;
+  trend_ = trend;
+  Describe();
+  update();
+}
+
+void ValueRow::Describe() {
+  QString name = content_.label + " " + content_.value + " " + content_.unit;
+  if (content_.tone.stale) name += ", not current";
+  QString meaning = content_.meaning;
+  if (trend_ != Trend::kNone) {
+    const QString direction = trend_ == Trend::kRising ? ", rising" : ", falling";
+    name += direction;
+    meaning += direction + " over the last 15 minutes";
+  }
+  setAccessibleName(name);
+  setAccessibleDescription(meaning);
+  setToolTip(meaning);
 }
 
 void ValueRow::SetWidestUnit(const QString& widest) {
@@ -63,7 +81,8 @@ double ValueRow::ValueWidth() const {
 QSize ValueRow::sizeHint() const {
   const double size = PixelSize(font());
   const double label = QFontMetricsF(font()).horizontalAdvance(content_.label);
-  return QSizeF(std::ceil(label + ValueWidth() + UnitWidth() + 3 * kGap * size), std::ceil(kLineHeight * size))
+  return QSizeF(std::ceil(label + kArrow * size + ValueWidth() + UnitWidth() + 4 * kGap * size),
+                std::ceil(kLineHeight * size))
       .toSize();
 }
 
@@ -93,7 +112,11 @@ void ValueRow::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(cell.adjusted(0.5, 0.5, -0.5, -0.5), gap / 2, gap / 2);
   }
 
-  const QRectF label_area(gap / 2, 0, cell.left() - gap, area.height() - 1);
+  const double arrow = kArrow * size;
+  const QRectF arrow_area(cell.left() - gap - arrow, (area.height() - 1 - arrow) / 2, arrow, arrow);
+  const QRectF label_area(gap / 2, 0, arrow_area.left() - gap, area.height() - 1);
+  painter.setPen(tone.fill.isValid() ? content_.label_ink : tone.ink);
+  PaintTrend(painter, arrow_area);
   painter.setPen(content_.label_ink);
   const QFont label_font =
       FitFont(font(), content_.label, {label_area.width(), area.height() * 2}, kSmallestText * size, size);
@@ -109,6 +132,22 @@ void ValueRow::paintEvent(QPaintEvent*) {
   painter.setFont(FitFont(ValueFont(), content_.value, {value_area.width(), area.height() * 2}, 1, size));
   painter.drawText(QRectF(value_area.left(), 0, value_area.width(), area.height() - 1),
                    Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, content_.value);
+}
+
+void ValueRow::PaintTrend(QPainter& painter, const QRectF& area) const {
+  if (trend_ == Trend::kNone) return;
+  const bool rising = trend_ == Trend::kRising;
+  const double tip = rising ? area.top() : area.bottom();
+  const double end = rising ? area.bottom() : area.top();
+  const double wing = area.center().y();
+  QPen pen = painter.pen();
+  pen.setWidthF(std::max(1.5, area.height() * 0.16));
+  pen.setCapStyle(Qt::RoundCap);
+  pen.setJoinStyle(Qt::RoundJoin);
+  painter.setPen(pen);
+  const double middle = area.center().x();
+  painter.drawLine(QPointF(middle, end), QPointF(middle, tip));
+  painter.drawPolyline(QPolygonF{{area.left(), wing}, {middle, tip}, {area.right(), wing}});
 }
 
 void ValueRow::changeEvent(QEvent* event) {
