@@ -75,6 +75,7 @@ void ProgramWindows::BuildEvents() {
   events_ = std::make_unique<frmEvents>(
       frmEvents::Parts{.events = parts_.events,
                        .style = parts_.style,
+                       .on_top = [this] { return parts_.settings.AlwaysOnTop; },
                        .report = [this](const std::string& text) { parts_.events.Record(text); }},
       panel_.get());
   // The core may record events after the windows are destroyed.

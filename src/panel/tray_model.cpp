@@ -11,6 +11,8 @@ std::optional<TrayMessage> TrayModel::Take(const VerdictBanner& banner) {
   // While it waits to be safe again the banner's word is of what will be.
   TrayMessage message{.safe = safe, .title = safe ? banner.word : "UNSAFE", .text = {}};
   for (const std::string& explanation : banner.explanations) {
+    // The unit and the program often have the same reason.
+    if (message.text.find(explanation) != std::string::npos) continue;
     message.text += (message.text.empty() ? "" : "\n") + explanation;
   }
   if (message.text.empty()) message.text = banner.since;

@@ -93,13 +93,13 @@ TEST(VerdictBanner, TheTrayTellsEachChangeAndNeverTheWordOfWhatWillBe) {
   const VerdictBanner safe = banner_of(kSafe, "SAFE", "safe since 20:11");
   const VerdictBanner hold = banner_of(kSafeSoon, "SAFE in 8 s", "unsafe since 21:04");
   VerdictBanner wet = banner_of(kUnsafe, "UNSAFE", "unsafe since 21:04");
-  wet.explanations = {"rain 412 counts, limit 350", "wind"};
+  wet.explanations = {"rain 412 counts, limit 350; the unit stays on", "rain 412 counts, limit 350", "wind"};
   TrayModel model;
   const std::pair<VerdictBanner, std::optional<TrayMessage>> rows[] = {
       {hold, std::nullopt},
       {safe, TrayMessage{true, "SAFE", "safe since 20:11"}},
       {safe, std::nullopt},
-      {wet, TrayMessage{false, "UNSAFE", "rain 412 counts, limit 350\nwind"}},
+      {wet, TrayMessage{false, "UNSAFE", "rain 412 counts, limit 350; the unit stays on\nwind"}},
       {hold, std::nullopt},
       {safe, TrayMessage{true, "SAFE", "safe since 20:11"}},
       {hold, TrayMessage{false, "UNSAFE", "unsafe since 21:04"}},

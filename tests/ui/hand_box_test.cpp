@@ -375,9 +375,7 @@ class Events : public test::LinkFixture {
   }
 
   TimeStyle style;
-  std::string reported;
-  frmEvents window{{.events = events, .style = style, .report = [this](const std::string& text) { reported = text; }},
-                   nullptr};
+  frmEvents window{{.events = events, .style = style, .on_top = [] { return false; }, .report = {}}, nullptr};
 };
 
 TEST_F(Events, AreBoundedAndKeepTheDateOfTheirDay) {

@@ -24,6 +24,7 @@
 #include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/text_fit.h"
+#include "ui/desktop.h"
 #include "ui/panel/event_view.h"
 
 namespace orvalis {
@@ -118,7 +119,8 @@ void frmEvents::Copy() {
     return;
   }
   QApplication::clipboard()->setText(QString::fromStdString(EventFile(view_->events(), parts_.style)));
-  Say(QString("Copied %1 events").arg(view_->events().size()));
+  const std::size_t count = view_->events().size();
+  Say(count == 1 ? QString("Copied 1 event") : QString("Copied %1 events").arg(count));
 }
 
 void frmEvents::Save() {
@@ -148,6 +150,7 @@ void frmEvents::Say(const QString& text) {
 }
 
 void frmEvents::ShowInFront() {
+  if (!isVisible()) desktop::KeepOnTop(*this, parts_.on_top());  // the panel would cover it
   showNormal();
   raise();
   activateWindow();

@@ -22,6 +22,7 @@ class frmEvents : public QWidget {
   struct Parts {
     const EventList& events;
     const TimeStyle& style;
+    std::function<bool()> on_top;                         ///< whether the panel is kept above other windows
     std::function<void(const std::string& text)> report;  ///< what goes wrong
   };
   /// The parts must outlive the window, which is built hidden.

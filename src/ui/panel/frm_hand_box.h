@@ -78,6 +78,7 @@ class frmHandBox : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  [[nodiscard]] QSize InitialSize() const;
   void BuildHero();
   void BuildBody();
   void BuildBar();

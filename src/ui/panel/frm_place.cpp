@@ -49,6 +49,9 @@ frmPlace::frmPlace(const std::optional<Place>& current, NumberLocale locale, Des
   latitude_->setFocus();
   latitude_->selectAll();
   DressWindow(*this, IsNight(parent));
+  if (IsNight(parent)) {
+    for (QAbstractButton* button : buttons->buttons()) button->setIcon({});  // they are coloured
+  }
   setMinimumWidth(advice_->fontMetrics().averageCharWidth() * 60);
 }
 

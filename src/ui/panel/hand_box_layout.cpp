@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
 #include <QScreen>
@@ -31,7 +32,9 @@ namespace {
 // Lengths in units of the font size, so that the window follows the desktop's font.
 constexpr QSizeF kInitialSize(36, 56);
 constexpr QSizeF kUprightSize(36, 57);  ///< in larger windows the letters grow
-constexpr QSizeF kWideSize(60, 45);
+constexpr QSizeF kWideSize(60, 36);
+constexpr QSizeF kInitialWideSize(60, 34);
+constexpr double kShareOfScreen = 0.9;
 constexpr double kMinWideWidth = 54;
 constexpr double kMinStackedHeight = 46;
 constexpr double kMargin = 0.8;
@@ -88,12 +91,21 @@ frmHandBox::frmHandBox(PanelModel& model, QWidget* parent)
   column->addLayout(footer_);
   SetTabOrder();
 
-  const double unit = PixelSize(font());
-  QSize size = (kInitialSize * unit).toSize();
-  if (const QScreen* on = screen()) size = size.boundedTo(on->availableSize() * 0.9);
-  resize(size);
+  resize(InitialSize());
   ApplyTheme();
   Arrange();
+}
+
+QSize frmHandBox::InitialSize() const {
+  const double unit = PixelSize(font());
+  const QSize upright = (kInitialSize * unit).toSize();
+  const QScreen* on = screen();
+  if (on == nullptr) return upright;
+  const QSize room = on->availableSize() * kShareOfScreen;
+  // Large letters on a low screen: side by side all of it is seen.
+  const QSize wide = (kInitialWideSize * unit).toSize();
+  const bool lies_better = upright.height() > room.height() && wide.width() <= room.width();
+  return (lies_better ? wide : upright).boundedTo(room);
 }
 
 void frmHandBox::BuildHero() {
@@ -320,6 +332,7 @@ void frmHandBox::PlaceSetup(bool narrow) {
 void frmHandBox::FitBar(double letter_size) {
   const int side = static_cast<int>(std::lround(kLogo * letter_size));
   for (LogoButton* logo : logos_) logo->setFixedSize(side, side);
+  if (menus_->font() != content_->font()) menus_->setFont(content_->font());  // menus have a font of the system's
   // Styles leave the same few pixels around a text of any size.
   const QSize text = setup_->fontMetrics().size(Qt::TextShowMnemonic, setup_->text());
   setup_->setMinimumSize(text + (QSizeF(setup_is_above_ ? 0.6 : 1.6, 0.8) * letter_size).toSize());

@@ -81,8 +81,7 @@ double ValueRow::ValueWidth() const {
 QSize ValueRow::sizeHint() const {
   const double size = PixelSize(font());
   const double label = QFontMetricsF(font()).horizontalAdvance(content_.label);
-  return QSizeF(std::ceil(label + kArrow * size + ValueWidth() + UnitWidth() + 4 * kGap * size),
-                std::ceil(kLineHeight * size))
+  return QSizeF(std::ceil(label + ValueWidth() + UnitWidth() + 3 * kGap * size), std::ceil(kLineHeight * size))
       .toSize();
 }
 
@@ -112,11 +111,7 @@ void ValueRow::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(cell.adjusted(0.5, 0.5, -0.5, -0.5), gap / 2, gap / 2);
   }
 
-  const double arrow = kArrow * size;
-  const QRectF arrow_area(cell.left() - gap - arrow, (area.height() - 1 - arrow) / 2, arrow, arrow);
-  const QRectF label_area(gap / 2, 0, arrow_area.left() - gap, area.height() - 1);
-  painter.setPen(tone.fill.isValid() ? content_.label_ink : tone.ink);
-  PaintTrend(painter, arrow_area);
+  const QRectF label_area(gap / 2, 0, cell.left() - gap, area.height() - 1);
   painter.setPen(content_.label_ink);
   const QFont label_font =
       FitFont(font(), content_.label, {label_area.width(), area.height() * 2}, kSmallestText * size, size);
@@ -127,8 +122,14 @@ void ValueRow::paintEvent(QPaintEvent*) {
   painter.drawText(QRectF(unit_left, 0, UnitWidth() + gap, area.height() - 1),
                    Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, content_.unit);
 
-  const QRectF value_area = cell.adjusted(gap / 2, 0, -gap, 0);
+  QRectF value_area = cell.adjusted(gap / 2, 0, -gap, 0);
   painter.setPen(tone.ink);
+  if (trend_ != Trend::kNone) {
+    // Where the longest number would have its sign: the column is not widened for it.
+    const double arrow = kArrow * size;
+    PaintTrend(painter, {value_area.left(), (area.height() - 1 - arrow) / 2, arrow, arrow});
+    value_area.adjust(arrow + gap / 4, 0, 0, 0);
+  }
   painter.setFont(FitFont(ValueFont(), content_.value, {value_area.width(), area.height() * 2}, 1, size));
   painter.drawText(QRectF(value_area.left(), 0, value_area.width(), area.height() - 1),
                    Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, content_.value);
@@ -148,6 +149,8 @@ void ValueRow::PaintTrend(QPainter& painter, const QRectF& area) const {
   const double middle = area.center().x();
   painter.drawLine(QPointF(middle, end), QPointF(middle, tip));
   painter.drawPolyline(QPolygonF{{area.left(), wing}, {middle, tip}, {area.right(), wing}});
+  pen.setWidthF(1);
+  painter.setPen(pen);
 }
 
 void ValueRow::changeEvent(QEvent* event) {

@@ -31,7 +31,7 @@ class ValueRow : public QLabel {
   void Show(const Content& content);
   [[nodiscard]] const Content& content() const { return content_; }
 
-  /// Draws an arrow before the number, or none; its place is kept free in any case.
+  /// Draws an arrow before the number, or none. Nothing moves for it.
   void ShowTrend(Trend trend);
   [[nodiscard]] Trend trend() const { return trend_; }
 
