@@ -236,6 +236,7 @@ Core::Parts Core::parts() {
           .poll = poll_,
           .observer = observer_,
           .history = history_,
+          .clock = clock_,
           .switches = switches_,
           .leftovers = leftovers_,
           .alert_trial = alert_trial_,
@@ -294,9 +295,17 @@ void Core::ShutDown() noexcept {
 
 void Core::Refresh() {
   if (front_ == nullptr) return;
+  ShowTrendsAndSun();
   ShowLink(link_.state(), reconnect_.seconds_left(), panel_);
   panel_.banner = BannerOf(observer_.Now(), clock_, store_.locale());
   front_->Refresh();
+}
+
+void Core::ShowTrendsAndSun() {
+  const std::int64_t now = history_.Now();
+  panel_.trends = panel_.stale ? Trends{} : TrendsOf(history_.Shown(), now, panel_.trends);
+  const bool has_place = settings_.Latitude && settings_.Longitude;
+  panel_.sun = has_place ? DescribeSun({*settings_.Latitude, *settings_.Longitude}, now, clock_) : SunText{};
 }
 
 void Core::ApplyNetwork() {

@@ -107,6 +107,7 @@ class Core {
     PollCycle& poll;
     Observer& observer;
     HistoryRecorder& history;
+    const Clock& clock;
     ImmediateSwitches& switches;
     Leftovers& leftovers;
     AlertTrial& alert_trial;
@@ -167,6 +168,8 @@ class Core {
   /// A second has passed.
   void Poll();
   [[nodiscard]] network::MetricCounters CountersNow();
+  /// Brings what the panel derives from the history and the place up to date.
+  void ShowTrendsAndSun();
   /// What follows from an update of the observation.
   void Announce(const Observation& now, const Observer::News& news);
   /// Shows what goes wrong in the background where a person looks.

@@ -1,8 +1,9 @@
 #include "program_windows.h"
 
+#include <QAction>
 #include <QCoreApplication>
+#include <QKeySequence>
 #include <QPixmap>
-#include <QPushButton>
 #include <chrono>
 #include <iostream>
 
@@ -32,16 +33,19 @@ class PlacedPanel : public PanelWindow {
 
 ProgramWindows::ProgramWindows(Core& core) : core_(core), parts_(core.parts()) {
   BuildPanel();
+  BuildEvents();
+  BuildGraphs();
   BuildSetup();
   BuildWebPublishing();
-  BuildGraphs();
+  BuildProgramMenu();
+  BuildTray();
   if (parts_.line.picture) TakePictureSoon();
 }
 
 ProgramWindows::~ProgramWindows() = default;
 
 void ProgramWindows::BuildPanel() {
-  panel_ = std::make_unique<frmHandBox>(parts_.panel, parts_.style);
+  panel_ = std::make_unique<frmHandBox>(parts_.panel);
   panel_window_ = std::make_unique<PlacedPanel>(*panel_);
   QObject::connect(panel_.get(), &frmHandBox::ConnectToggled, panel_.get(), [this](bool on) {
     if (on) {
@@ -65,9 +69,68 @@ void ProgramWindows::BuildPanel() {
   QObject::connect(panel_.get(), &frmHandBox::TestUnsafeClicked, panel_.get(),
                    [this] { Click("testing the verdict", [this] { parts_.observer.TestUnsafe(); }); });
   QObject::connect(panel_.get(), &frmHandBox::Closing, panel_.get(), [] { QCoreApplication::exit(0); });
-  // The core may record events after the panel is destroyed.
-  parts_.events.Listen([panel = QPointer(panel_.get())](const Event& event) {
-    if (panel) panel->AppendEvent(event);
+}
+
+void ProgramWindows::BuildEvents() {
+  events_ = std::make_unique<frmEvents>(
+      frmEvents::Parts{.events = parts_.events,
+                       .style = parts_.style,
+                       .on_top = [this] { return parts_.settings.AlwaysOnTop; },
+                       .report = [this](const std::string& text) { parts_.events.Record(text); }},
+      panel_.get());
+  // The core may record events after the windows are destroyed.
+  parts_.events.Listen([window = QPointer(events_.get())](const Event& event) {
+    if (window) window->Append(event);
+  });
+  AddEntry(frmHandBox::Menu::kView, "mnuEvents", "&Events…", "Alt+E", [this] { events_->ShowInFront(); });
+}
+
+void ProgramWindows::BuildProgramMenu() {
+  using enum frmHandBox::Menu;
+  AddEntry(kProgram, "mnuPlace", "&Place…", "", [this] { AskForPlace(); });
+  tray_messages_ = AddEntry(kProgram, "mnuTrayMessages", "&Messages of the tray icon", "", [this] {
+    parts_.settings.TrayMessages = tray_messages_->isChecked() ? 1 : 0;
+    Click("saving the choice of messages", [this] { parts_.store.Write("TrayMessages", parts_.settings); });
+  });
+  tray_messages_->setCheckable(true);
+  tray_messages_->setToolTip("A message over the desktop when it becomes safe or unsafe; never in the night theme");
+}
+
+void ProgramWindows::BuildTray() {
+  QList<QAction*> entries = panel_->VerdictEntries();
+  auto* show = new QAction("Show the &panel", panel_.get());
+  QObject::connect(show, &QAction::triggered, panel_.get(), [this] { BringToFront(); });
+  entries.prepend(show);
+  tray_ = std::make_unique<TrayIcon>(entries);
+  QObject::connect(tray_.get(), &TrayIcon::Clicked, panel_.get(), [this] { BringToFront(); });
+}
+
+void ProgramWindows::AskForPlace() {
+  if (place_) {
+    place_->raise();
+    place_->activateWindow();
+    return;
+  }
+  std::optional<Place> current;
+  if (parts_.settings.Latitude && parts_.settings.Longitude) {
+    current = Place{.latitude = *parts_.settings.Latitude, .longitude = *parts_.settings.Longitude};
+  }
+  place_ = new frmPlace(
+      current, parts_.store.locale(),
+      [this](const Place& place) { return DescribeSun(place, parts_.history.Now(), parts_.clock); }, panel_.get());
+  QObject::connect(place_, &frmPlace::Chosen, panel_.get(),
+                   [this](const std::optional<Place>& place) { SetPlace(place); });
+  place_->open();  // not exec: nothing waits for it
+}
+
+void ProgramWindows::SetPlace(const std::optional<Place>& place) {
+  parts_.settings.Latitude = place ? std::optional(place->latitude) : std::nullopt;
+  parts_.settings.Longitude = place ? std::optional(place->longitude) : std::nullopt;
+  Click("saving the place", [this] {
+    Profile::Batch batch(parts_.store.profile());
+    parts_.store.Write("Latitude", parts_.settings);
+    parts_.store.Write("Longitude", parts_.settings);
+    batch.Commit();
   });
 }
 
@@ -97,18 +160,18 @@ void ProgramWindows::BuildSetup() {
                                        .network_changed = [this] { core_.ApplyNetwork(); },
                                        .mqtt_changed = [this] { core_.ApplyMqtt(); }});
   requests_.emplace(*routine_, parts_.loop, parts_.boundary);
-  QObject::connect(panel_->AddToolButton("&Traffic…"), &QPushButton::clicked, panel_.get(), [this] { OpenTraffic(); });
-  QObject::connect(panel_->AddToolButton("&Setup…"), &QPushButton::clicked, panel_.get(), [this] {
+  AddEntry(frmHandBox::Menu::kView, "mnuTraffic", "&Traffic…", "Alt+T", [this] { OpenTraffic(); });
+  panel_->SetSetupEntry(AddEntry(frmHandBox::Menu::kProgram, "mnuSetup", "&Setup…", "Alt+S", [this] {
     requests_->Run();
     core_.Refresh();
-  });
+  }));
 }
 
 void ProgramWindows::BuildWebPublishing() {
   submit_ = std::make_unique<frmFormSubmit>(
       parts_.publisher, [this] { return desktop::PictureOf(*panel_); }, panel_.get());
   if (!native::SendsPictures()) submit_->HideBuiltIn();
-  QObject::connect(panel_->AddToolButton("&Web…"), &QPushButton::clicked, submit_.get(), &frmFormSubmit::ShowInFront);
+  AddEntry(frmHandBox::Menu::kView, "mnuWeb", "&Web publishing…", "Alt+W", [this] { submit_->ShowInFront(); });
 }
 
 void ProgramWindows::BuildGraphs() {
@@ -120,16 +183,22 @@ void ProgramWindows::BuildGraphs() {
                       .report = [this](const std::string& text) { parts_.events.Record(text); },
                       .style = parts_.style});
   parts_.history.OnReplaced([this] { graphs_->ShowDefaultRange(); });
-  QObject::connect(panel_->AddToolButton("Temperature &graph…"), &QPushButton::clicked, panel_.get(),
-                   [this] { graphs_->OpenTemperatures(); });
-  QObject::connect(panel_->AddToolButton("Wind grap&h…"), &QPushButton::clicked, panel_.get(),
-                   [this] { graphs_->OpenWind(); });
-  QObject::connect(panel_->AddToolButton("Rain and &light graph…"), &QPushButton::clicked, panel_.get(),
-                   [this] { graphs_->OpenRain(); });
+  using enum frmHandBox::Menu;
+  AddEntry(kView, "mnuTemperatureGraph", "Temperature &graph…", "Alt+G", [this] { graphs_->OpenTemperatures(); });
+  AddEntry(kView, "mnuWindGraph", "Wind grap&h…", "Alt+H", [this] { graphs_->OpenWind(); });
+  AddEntry(kView, "mnuRainGraph", "Rain and &light graph…", "Alt+L", [this] { graphs_->OpenRain(); });
+}
+
+QAction* ProgramWindows::AddEntry(frmHandBox::Menu menu, const char* name, const QString& text, const char* keys,
+                                  std::function<void()> work) {
+  QAction* entry = panel_->AddEntry(menu, name, text, QKeySequence(keys));
+  QObject::connect(entry, &QAction::triggered, panel_.get(), std::move(work));
+  return entry;
 }
 
 void ProgramWindows::ShowSettings() {
   ApplyTheme();
+  tray_messages_->setChecked(parts_.settings.TrayMessages == 1);
   setup_->SyncSwitches();
   submit_->Load();
 }
@@ -145,6 +214,7 @@ void ProgramWindows::Started() {
 
 void ProgramWindows::Refresh() {
   panel_->Refresh();
+  tray_->Show(parts_.panel.banner, panel_->theme(), parts_.settings.TrayMessages == 1);
   routine_->FollowUnit();
   submit_->RefreshPreview();
   graphs_->UpdateSettings();
@@ -175,6 +245,7 @@ void ProgramWindows::ApplyTheme() {
   setup_->SetNightTheme(night);
   submit_->SetNightTheme(night);
   graphs_->SetNightTheme(night);
+  events_->SetNightTheme(night);
   if (show_) show_->SetNightTheme(night);
 }
 

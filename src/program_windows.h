@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -9,12 +10,17 @@
 #include "app/setup_routine.h"
 #include "base/error_boundary.h"
 #include "core.h"
-#include "ui/graphs/graph_files.h"
+#include "ui/controls/file_saving.h"
 #include "ui/graphs/graph_windows.h"
+#include "ui/panel/frm_events.h"
 #include "ui/panel/frm_hand_box.h"
+#include "ui/panel/frm_place.h"
+#include "ui/panel/tray_icon.h"
 #include "ui/publishing/frm_form_submit.h"
 #include "ui/setup/frm_setup.h"
 #include "ui/traffic/frm_show.h"
+
+class QAction;
 
 namespace orvalis {
 
@@ -42,9 +48,18 @@ class ProgramWindows : public Front {
   }
   void BuildPanel();
   void BuildSetup();
+  /// The place and the tray's messages.
+  void BuildProgramMenu();
+  void BuildEvents();
+  void BuildTray();
+  void AskForPlace();
+  void SetPlace(const std::optional<Place>& place);
   void BuildWebPublishing();
   /// The graphs' buttons; their windows are made when they are pressed.
   void BuildGraphs();
+  /// An entry of the panel's menus; `keys` may be "".
+  QAction* AddEntry(frmHandBox::Menu menu, const char* name, const QString& text, const char* keys,
+                    std::function<void()> work);
   void OpenTraffic();
   void ApplyTheme();
   /// Ends the program with a picture of the panel after the first reading, or without one after a time-out.
@@ -61,6 +76,10 @@ class ProgramWindows : public Front {
   std::unique_ptr<GraphWindows> graphs_;
   std::unique_ptr<frmFormSubmit> submit_;
   QPointer<frmShow> show_;
+  QPointer<frmPlace> place_;
+  std::unique_ptr<frmEvents> events_;
+  QAction* tray_messages_ = nullptr;
+  std::unique_ptr<TrayIcon> tray_;
 };
 
 }  // namespace orvalis

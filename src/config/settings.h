@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace orvalis {
@@ -97,6 +98,9 @@ struct Settings {
 
   // Outside the stamped layout: a store without them is complete, and they are at their defaults.
   std::int32_t NightTheme = 0;        ///< 1: the panel in red on black
+  std::int32_t TrayMessages = 1;      ///< 1: the tray icon tells each change of the verdict
+  std::optional<double> Latitude;     ///< of the place, degrees, north is positive; none: not set
+  std::optional<double> Longitude;    ///< likewise, east is positive
   std::int32_t KeepVerdict = 0;       ///< 1: clients' `Safe` keeps the verdict of the last frame, however old
   std::int32_t WebcamBuiltIn = 0;     ///< 1: send the panel's picture with the built-in FTP
   std::int32_t SafeHoldSeconds = 10;  ///< 0 to 3600: time without a reason to be unsafe before it is safe

@@ -17,7 +17,7 @@ constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
 
 // clang-format off
-constexpr std::array<SettingKey, 130> kKeys{{
+constexpr std::array<SettingKey, 133> kKeys{{
     {"RegVer", kRoot, KeyType::kText, kLayoutVersion, kStoreOnly},
     {"Absolute", kRoot, KeyType::kBoolean, "True", &Settings::Absolute},
     {"Synchronous", kRoot, KeyType::kBoolean, "False", &Settings::Synchronous},
@@ -110,6 +110,9 @@ constexpr std::array<SettingKey, 130> kKeys{{
     {"g_sWEBUpdate_interval_index", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"g_sWEBUpdate_interval", kRoot, KeyType::kText, kNoDefault, kStoreOnly},
     {"NightTheme", kRoot, KeyType::kInteger, kNoDefault, &Settings::NightTheme, "0"},
+    {"TrayMessages", kRoot, KeyType::kInteger, kNoDefault, &Settings::TrayMessages, "1", "1", 0, 1},
+    {"Latitude", kRoot, KeyType::kReal, kNoDefault, &Settings::Latitude, {}, "", -90, 90},
+    {"Longitude", kRoot, KeyType::kReal, kNoDefault, &Settings::Longitude, {}, "", -180, 180},
     {"KeepVerdict", kRoot, KeyType::kInteger, kNoDefault, &Settings::KeepVerdict, "0", "0", 0, 1},
     {"WebcamBuiltIn", kRoot, KeyType::kInteger, kNoDefault, &Settings::WebcamBuiltIn, "0"},
     // What is unreadable here must not open a roof.
@@ -152,6 +155,14 @@ constexpr std::array<SettingKey, 130> kKeys{{
     {"Announced", kMqtt, KeyType::kText, kNoDefault, kStoreOnly},
 }};
 // clang-format on
+
+/// `number`, if it is within the limits of `key`.
+template <typename Number>
+Number InRange(Number number, const SettingKey& key) {
+  if (number >= key.lowest && number <= key.highest) return number;
+  throw RunTimeError(RunTimeError::kInvalidCall,
+                     "it must be " + std::to_string(key.lowest) + " to " + std::to_string(key.highest));
+}
 
 }  // namespace
 
@@ -203,15 +214,14 @@ void SetFromText(const SettingKey& key, std::string_view text, NumberLocale loca
     void operator()(std::monostate) const {}
     void operator()(bool Settings::*member) const { settings.*member = TextToBoolean(text, locale); }
     void operator()(std::int32_t Settings::*member) const {
-      const std::int32_t number = TextToInteger(text, locale);
-      if (number < key.lowest || number > key.highest) {
-        throw RunTimeError(RunTimeError::kInvalidCall,
-                           "it must be " + std::to_string(key.lowest) + " to " + std::to_string(key.highest));
-      }
-      settings.*member = number;
+      settings.*member = InRange(TextToInteger(text, locale), key);
     }
     void operator()(double Settings::*member) const { settings.*member = TextToReal(text, locale); }
     void operator()(std::string Settings::*member) const { settings.*member = text; }
+    void operator()(std::optional<double> Settings::*member) const {
+      (settings.*member).reset();
+      if (!text.empty()) settings.*member = InRange(TextToReal(text, locale), key);
+    }
   };
   std::visit(Setter{key, text, locale, settings}, key.member);
 }
@@ -225,6 +235,9 @@ std::string ToText(const SettingKey& key, const Settings& settings, NumberLocale
     std::string operator()(std::int32_t Settings::*member) const { return std::to_string(settings.*member); }
     std::string operator()(double Settings::*member) const { return RealToText(settings.*member, locale); }
     std::string operator()(std::string Settings::*member) const { return settings.*member; }
+    std::string operator()(std::optional<double> Settings::*member) const {
+      return settings.*member ? RealToText(*(settings.*member), locale) : "";
+    }
   };
   return std::visit(Getter{settings, locale}, key.member);
 }

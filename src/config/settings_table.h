@@ -19,7 +19,7 @@ enum class KeyType { kBoolean, kInteger, kReal, kText };
 
 /// The member that a key is loaded into; none for keys that exist only in the store.
 using SettingMember = std::variant<std::monostate, bool Settings::*, std::int32_t Settings::*, double Settings::*,
-                                   std::string Settings::*>;
+                                   std::string Settings::*, std::optional<double> Settings::*>;
 
 /// One key of the profile.
 struct SettingKey {
@@ -32,7 +32,7 @@ struct SettingKey {
   std::string_view when_absent = {};
   /// What an unreadable text means. None: the program does not start with it.
   std::optional<std::string_view> when_unreadable = {};
-  /// Whole numbers beyond these limits are unreadable.
+  /// Whole numbers beyond these limits are unreadable, and real ones that may be missing.
   std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
   std::int32_t highest = std::numeric_limits<std::int32_t>::max();
 };

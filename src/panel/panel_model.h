@@ -9,6 +9,8 @@
 #include "base/clock.h"
 #include "base/colour.h"
 #include "base/text.h"
+#include "history/trend.h"
+#include "panel/sun_text.h"
 #include "panel/verdict_banner.h"
 #include "reading/conversions.h"
 #include "reading/weather_state.h"
@@ -62,6 +64,8 @@ struct PanelModel {
   Word relay;
   Colour rain_indicator = Colour::kWhite;
   VerdictBanner banner;
+  Trends trends;  ///< none while the values are out of date
+  SunText sun;    ///< empty while no place is set
 
   ConnectControl connect;
   std::string status;  ///< what the program is doing, or what went wrong

@@ -10,6 +10,7 @@
 #include "history/condition_bands.h"
 #include "history/curve.h"
 #include "history/history_csv.h"
+#include "history/trend.h"
 #include "history/verdict_bands.h"
 
 namespace orvalis {
@@ -299,6 +300,46 @@ TEST_F(VerdictHistoryTest, ManyChangesAreBoundedAndTheNewestStay) {
   verdicts.Visit(kEver, [&](const RecordedVerdict&) { ++count; });
   EXPECT_EQ(count, 20'000);
   EXPECT_EQ(At(last, last), "UNSAFE wind");
+}
+
+TEST(History, TheTrendComparesTheEndsOfFifteenMinutesAndIgnoresNoise) {
+  constexpr std::int64_t kMinute = 60 * kSecond;
+  using enum Trend;
+  struct Part {
+    std::int64_t from;  ///< minutes before now
+    std::int64_t to;
+    float wind;
+  };
+  const std::tuple<const char*, std::vector<Part>, Trend, Trend> rows[] = {
+      {"steady", {{20, 0, 5}}, kNone, kNone},
+      {"within the noise", {{15, 5, 5}, {5, 0, 6.9F}}, kNone, kNone},
+      {"up", {{15, 5, 5}, {5, 0, 7.1F}}, kNone, kRising},
+      {"down", {{15, 5, 9}, {5, 0, 6.9F}}, kNone, kFalling},
+      {"still up, by three quarters", {{15, 5, 5}, {5, 0, 6.6F}}, kRising, kRising},
+      {"no longer up", {{15, 5, 5}, {5, 0, 6.4F}}, kRising, kNone},
+      {"up does not hold down", {{15, 5, 9}, {5, 0, 7.4F}}, kRising, kNone},
+      {"a gust", {{15, 3, 5}, {3, 2, 14}, {2, 0, 5}}, kNone, kNone},  // (4 * 5 + 14) / 5 is 6.8
+      {"too short", {{12, 5, 5}, {5, 0, 9}}, kNone, kNone},
+      {"a gap in the middle", {{15, 12, 5}, {4, 0, 9}}, kNone, kRising},
+      {"nothing of late", {{15, 3, 5}}, kRising, kNone},
+      {"what was long ago", {{60, 20, 0}, {15, 0, 5}}, kNone, kNone},
+  };
+  for (const auto& [what, parts, before, trend] : rows) {
+    History history;
+    for (const Part& part : parts) {
+      for (std::int64_t t = kNoon - part.from * kMinute; t < kNoon - part.to * kMinute; t += 2 * kSecond) {
+        history.Add(Reading(t, part.wind));
+      }
+    }
+    EXPECT_EQ(TrendOf(history, Quantity::kWind, kNoon, before), trend) << what;
+  }
+  History held;  // old readings of a sensor that has gone say nothing
+  for (std::int64_t t = kNoon - 15 * kMinute; t < kNoon; t += 2 * kSecond) {
+    Sample sample = Reading(t, t < kNoon - 5 * kMinute ? 5 : 9);
+    sample.held.Put(Quantity::kWind);
+    held.Add(sample);
+  }
+  EXPECT_EQ(TrendOf(held, Quantity::kWind, kNoon, kNone), kNone);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "panel/tray_model.h"
 #include "tests/support/fake_event_loop.h"
 
 namespace orvalis {
@@ -79,6 +80,31 @@ TEST(VerdictBanner, SaysWhatItIsWhyAndSinceWhen) {
     EXPECT_EQ(banner.forced, banner.since.find("release") != std::string::npos) << text;
     EXPECT_EQ(banner.testing, (banner.reason + banner.since).find("test") != std::string::npos) << text;
   }
+}
+
+TEST(VerdictBanner, TheTrayTellsEachChangeAndNeverTheWordOfWhatWillBe) {
+  const auto banner_of = [](VerdictBanner::State state, const char* word, const char* since) {
+    VerdictBanner banner;
+    banner.state = state;
+    banner.word = word;
+    banner.since = since;
+    return banner;
+  };
+  const VerdictBanner safe = banner_of(kSafe, "SAFE", "safe since 20:11");
+  const VerdictBanner hold = banner_of(kSafeSoon, "SAFE in 8 s", "unsafe since 21:04");
+  VerdictBanner wet = banner_of(kUnsafe, "UNSAFE", "unsafe since 21:04");
+  wet.explanations = {"rain 412 counts, limit 350; the unit stays on", "rain 412 counts, limit 350", "wind"};
+  TrayModel model;
+  const std::pair<VerdictBanner, std::optional<TrayMessage>> rows[] = {
+      {hold, std::nullopt},
+      {safe, TrayMessage{true, "SAFE", "safe since 20:11"}},
+      {safe, std::nullopt},
+      {wet, TrayMessage{false, "UNSAFE", "rain 412 counts, limit 350; the unit stays on\nwind"}},
+      {hold, std::nullopt},
+      {safe, TrayMessage{true, "SAFE", "safe since 20:11"}},
+      {hold, TrayMessage{false, "UNSAFE", "unsafe since 21:04"}},
+  };
+  for (const auto& [banner, message] : rows) EXPECT_EQ(model.Take(banner), message) << banner.word;
 }
 
 TEST(VerdictBanner, ExplainsEveryReasonInTheUsersNumbers) {

@@ -2,14 +2,19 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QClipboard>
+#include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -18,7 +23,9 @@
 #include "ui/controls/screen_place.h"
 #include "ui/controls/theme.h"
 #include "ui/panel/connect_button.h"
+#include "ui/panel/frm_events.h"
 #include "ui/panel/frm_hand_box.h"
+#include "ui/panel/frm_place.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -29,8 +36,6 @@ namespace {
 
 using test::Light;
 using test::Settle;
-
-constexpr CivilTime kReadAt{2026, 11, 21, 21, 4, 5, 0, 60};
 
 QPalette Desktop(QColor window, QColor text) {
   QPalette palette;
@@ -135,7 +140,7 @@ TEST_F(HandBox, TheVerdictsMenuAsksAndShowsWhatTheModelSays) {
   QObject::connect(&box, &frmHandBox::TestUnsafeClicked, [&] { ++tested; });
   auto* force = Get<QAction>("mnuForceUnsafe");
   auto* test = Get<QAction>("mnuTestUnsafe");
-  EXPECT_EQ(Get<QPushButton>("cmdVerdict")->menu()->actions(), (QList<QAction*>{force, test}));
+  EXPECT_EQ(Get<QMenu>("mnuVerdict")->actions(), (QList<QAction*>{force, test}));
   force->trigger();
   EXPECT_FALSE(force->isChecked()) << "it could not be stored, say";
   panel.banner.forced = true;
@@ -163,15 +168,15 @@ TEST_F(HandBox, NightShowsNothingButRedAndDayComesBackAsItWas) {
     const QImage day = box.grab().toImage();
 
     box.SetNightTheme(true);
-    Get<QAbstractButton>("cmdEvents")->setChecked(true);
-    Get("txtHumiditySelector")->setFocus();  // its text cursor would be white
+    Get<QAction>("mnuHumidityCurve")->setChecked(true);
+    EXPECT_TRUE(Get("txtHumiditySelector")->hasFocus());  // its text cursor would be white
     Settle();
     const Light light(box.grab().toImage());
     EXPECT_EQ(light.not_red, 0);
     EXPECT_GT(light.bright, 1000);
 
-    Get<QAbstractButton>("cmdEvents")->setChecked(false);
     Get("txtHumiditySelector")->clearFocus();
+    Get<QAction>("mnuHumidityCurve")->setChecked(false);
     box.SetNightTheme(false);
     box.findChild<QScrollArea*>()->verticalScrollBar()->setValue(0);  // the focus has moved it where letters are large
     Settle();
@@ -215,7 +220,6 @@ TEST_F(HandBox, LongTextsNeitherWidenTheWindowNorGetLost) {
   QFont large = QApplication::font();
   large.setPointSizeF(16);
   box.setFont(large);
-  box.AddToolButton("&Setup");
   box.resize(360, 480);
   box.show();
   Refresh();
@@ -224,7 +228,7 @@ TEST_F(HandBox, LongTextsNeitherWidenTheWindowNorGetLost) {
   EXPECT_EQ(status->toPlainText().toStdString(), panel.status);
   EXPECT_TRUE(status->toolTip().contains("&lt;b&gt;Permission"));
   EXPECT_TRUE(status->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
-  for (const char* name : {"cmdConnect", "txtStatus", "lblVerdict", "lblCloud", "lblDemo"}) {
+  for (const char* name : {"cmdConnect", "txtStatus", "cmdSetup", "lblVerdict", "lblCloud", "lblDemo"}) {
     auto* widget = Get(name);
     const QRect place(widget->mapTo(&box, QPoint()), widget->size());
     EXPECT_TRUE(box.rect().contains(place)) << name;
@@ -232,6 +236,59 @@ TEST_F(HandBox, LongTextsNeitherWidenTheWindowNorGetLost) {
   }
   auto* button = Get<ConnectButton>("cmdConnect");
   EXPECT_GE(button->height(), button->heightForWidth(button->width()));
+}
+
+TEST_F(HandBox, NothingMovesWhenATextGrows) {
+  box.resize(420, 640);
+  box.show();
+  Refresh();
+  const auto places = [&] {
+    std::map<QString, QRect> all;
+    for (const auto* widget : box.findChildren<QWidget*>()) {
+      const bool is_ours = !widget->objectName().isEmpty() && !widget->objectName().startsWith("qt_");
+      if (is_ours && widget->isVisible()) all[widget->objectName()] = {widget->mapTo(&box, QPoint()), widget->size()};
+    }
+    return all;
+  };
+  const auto before = places();
+  panel.status = "Opening /dev/" + std::string(300, 'x') + " failed";
+  panel.connect.caption = "AutoConnect Enabled Will attempt reconnect in 119 secs";
+  panel.trends = {Trend::kRising, Trend::kFalling, Trend::kRising};
+  panel.wind = "108.8";
+  Refresh();
+  for (const auto& [name, place] : places()) EXPECT_EQ(place, before.at(name)) << name.toStdString();
+}
+
+TEST_F(HandBox, ArrowsAndTheSunAreForScreenReadersToo) {
+  panel.trends.sky = Trend::kFalling;
+  panel.sun = {.line = "Sun 18° below the horizon, dusk 23:59, dawn 10:43", .meaning = "Next sunset 22:25"};
+  Refresh();
+  EXPECT_TRUE(Get("lblSky")->accessibleName().endsWith(", falling"));
+  EXPECT_TRUE(Get("lblSky")->toolTip().endsWith(", falling over the last 15 minutes"));
+  EXPECT_FALSE(Get("lblWind")->accessibleName().contains("ing"));
+  EXPECT_FALSE(Get("lblSun")->isHidden());
+  panel.sun = {};
+  Refresh();
+  EXPECT_TRUE(Get("lblSun")->isHidden());
+}
+
+TEST_F(HandBox, TheMenusHaveKeysOfTheirOwn) {
+  std::set<QString> keys;
+  for (const auto* menu : Get<QMenuBar>("mnuPanel")->findChildren<QMenu*>()) {
+    const QString& title = menu->title();
+    EXPECT_TRUE(keys.insert("Alt+" + title.mid(title.indexOf('&') + 1, 1).toUpper()).second) << title.toStdString();
+  }
+  for (const QAction* entry : box.actions()) {
+    if (entry->shortcut().isEmpty()) continue;
+    EXPECT_TRUE(keys.insert(entry->shortcut().toString()).second) << entry->text().toStdString();
+  }
+  int nights = 0;
+  QObject::connect(&box, &frmHandBox::NightThemeToggled, [&](bool on) { nights += on ? 1 : 10; });
+  Get<QAbstractButton>("cmdNight")->click();
+  EXPECT_TRUE(Get<QAction>("mnuNight")->isChecked());
+  Get<QAction>("mnuNight")->trigger();
+  EXPECT_FALSE(Get<QAbstractButton>("cmdNight")->isChecked());
+  EXPECT_EQ(nights, 11);
 }
 
 TEST_F(HandBox, AStandingMessageStaysUntilTheModelLetsItGo) {
@@ -280,26 +337,81 @@ TEST_F(HandBox, HumiditySelectorIsTheUsersWhileTyping) {
   EXPECT_EQ(next_pass(), "200");
 }
 
-TEST_F(HandBox, EventsAreBoundedAndKeepTheDateOfTheirDay) {
-  CivilTime time = kReadAt;
-  box.AppendEvent({time, "first"});
-  time.day = 22;
-  box.AppendEvent({time, "two\nlines"});
-  const auto lines = [&] { return Get<QPlainTextEdit>("txtEvents")->toPlainText().split('\n'); };
-  EXPECT_EQ(lines(), (QStringList{"2026-11-21", "21:04:05  first", "2026-11-22", "21:04:05  two lines"}));
+TEST_F(HandBox, ThePlaceIsCheckedWhileItIsTyped) {
+  frmPlace place(
+      Place{48.5, -11.25}, {.decimal_separator = ',', .name = "de"},
+      [](const Place&) { return SunText{.line = "Sun", .meaning = ""}; }, &box);
+  place.setAttribute(Qt::WA_DeleteOnClose, false);
+  std::vector<std::optional<Place>> chosen;
+  QObject::connect(&place, &frmPlace::Chosen, [&](const std::optional<Place>& p) { chosen.push_back(p); });
+  auto* latitude = test::Find<QLineEdit>(place, "txtLatitude");
+  auto* longitude = test::Find<QLineEdit>(place, "txtLongitude");
+  auto* ok = place.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+  const auto advice = [&] { return test::Find<QLabel>(place, "lblAdvice")->text(); };
+  EXPECT_EQ(std::pair(latitude->text(), longitude->text()), std::pair(QString("48,5"), QString("-11,25")));
+  latitude->setText("91");
+  EXPECT_TRUE(!ok->isEnabled() && advice().startsWith("The latitude is a number"));
+  latitude->setText("33°30' S");
+  EXPECT_TRUE(ok->isEnabled() && advice() == "Sun");
+  place.done(QDialog::Rejected);
+  EXPECT_TRUE(chosen.empty());
+  ok->click();
+  longitude->clear();
+  EXPECT_FALSE(ok->isEnabled());
+  latitude->clear();
+  ok->click();
+  EXPECT_EQ(chosen, (std::vector<std::optional<Place>>{Place{-33.5, -11.25}, std::nullopt}));
+}
 
-  for (std::size_t i = 2; i < EventList::kKept + 1; ++i) box.AppendEvent({time, "later"});
-  box.AppendEvent({time, "last"});
-  EXPECT_EQ(lines().mid(0, 2), (QStringList{"2026-11-22", "21:04:05  later"}));
-  EXPECT_EQ(lines().size(), 1 + static_cast<qsizetype>(EventList::kKept));
-  EXPECT_EQ(lines().back(), "21:04:05  last");
+/// The window of the event list.
+class Events : public test::LinkFixture {
+ protected:
+  void Record(const std::string& text) {
+    events.Record(text);
+    window.Append(events.events().back());
+  }
+  [[nodiscard]] QStringList Lines() const {
+    return test::Find<QPlainTextEdit>(window, "txtEvents")->toPlainText().split('\n');
+  }
+
+  TimeStyle style;
+  frmEvents window{{.events = events, .style = style, .on_top = [] { return false; }, .report = {}}, nullptr};
+};
+
+TEST_F(Events, AreBoundedAndKeepTheDateOfTheirDay) {
+  Record("first");
+  clock.now.day = 22;
+  Record("two\nlines");
+  EXPECT_EQ(Lines(), (QStringList{"2026-11-21", "21:04:05  first", "2026-11-22", "21:04:05  two lines"}));
+  for (std::size_t i = 2; i < EventList::kKept + 1; ++i) Record("later");
+  Record("last");
+  EXPECT_EQ(Lines().mid(0, 2), (QStringList{"2026-11-22", "21:04:05  later"}));
+  EXPECT_EQ(Lines().size(), 1 + static_cast<qsizetype>(EventList::kKept));
+  EXPECT_EQ(Lines().back(), "21:04:05  last");
+}
+
+TEST_F(Events, AreFilteredAndCopiedAsTheyAreShown) {
+  Record("Connected to /dev/ttyUSB0");
+  auto* filter = test::Find<QLineEdit>(window, "txtFilter");
+  auto* copy = test::Find<QPushButton>(window, "cmdCopy");
+  filter->setText("usb  connected");
+  Record("connection lost");
+  Record("connected to\n/dev/ttyUSB1");
+  copy->click();
+  EXPECT_EQ(QApplication::clipboard()->text(),
+            "2026-11-21 21:04:05  Connected to /dev/ttyUSB0\n2026-11-21 21:04:05  connected to /dev/ttyUSB1\n");
+  filter->setText("rain");
+  EXPECT_FALSE(copy->isEnabled());
+  Record("it began to rain");
+  EXPECT_TRUE(copy->isEnabled());
+  filter->clear();
+  EXPECT_EQ(Lines().size(), 5) << "with its date";
 }
 
 TEST_F(HandBox, BeginsAtTheSizeThatShowsEverythingAndEndsAtTheScreen) {
   const auto* bar = box.findChild<QScrollArea*>()->verticalScrollBar();
   const int whole = box.screen()->availableGeometry().height();
   box.resize(box.width(), whole / 2);
-  for (const char* text : {"Traffic", "Setup", "Temperature graph", "Wind graph"}) box.AddToolButton(text);
   box.SetNightTheme(true);
   box.move(0, 0);
   Settle();

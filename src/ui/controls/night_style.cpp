@@ -37,6 +37,11 @@ QScrollBar::handle:horizontal { min-width: 24px; }
 QScrollBar::handle:hover { background: #b40000; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: black; }
+QMenuBar { background: black; color: #ff0000; }
+QMenuBar::item { background: black; color: #ff0000; padding: 4px 8px; border: 1px solid black; border-radius: 4px; }
+QMenuBar::item:selected { border-color: #8c0000; }
+QMenuBar::item:pressed { background: #ff0000; color: black; }
+QToolButton:checked { background: #ff0000; color: black; }
 QMenu { background: black; color: #ff0000; border: 1px solid #8c0000; }
 QMenu::item { padding: 4px 20px; }
 QMenu::item:selected { background: #ff0000; color: black; }

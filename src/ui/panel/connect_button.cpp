@@ -18,6 +18,8 @@ constexpr double kPadding = 0.6;
 constexpr double kLamp = 0.75;
 constexpr double kRadius = 0.45;
 
+constexpr const char* kLongestCaption = "AutoConnect Enabled Will attempt reconnect in 120 secs";
+
 /// The first "c" of the caption is its mnemonic: every caption that the program sets has one, so that the key stays
 /// the same whatever the button says.
 QString WithMnemonic(QString caption) {
@@ -75,7 +77,10 @@ int ConnectButton::heightForWidth(int width) const {
   const double padding = kPadding * PixelSize(font());
   const QFontMetricsF metrics(font());
   const QRectF room(0, 0, std::max(1.0, width - LeftOfText() - padding), 10000);
-  const double needed = metrics.boundingRect(room, Qt::TextWordWrap | Qt::TextShowMnemonic, text()).height();
+  const auto height_of = [&](const QString& caption) {
+    return metrics.boundingRect(room, Qt::TextWordWrap | Qt::TextShowMnemonic, caption).height();
+  };
+  const double needed = std::max(height_of(text()), height_of(kLongestCaption));
   return static_cast<int>(std::ceil(std::max(needed, metrics.height() * 1.4) + padding));
 }
 

@@ -7,7 +7,8 @@
 
 namespace orvalis {
 
-/// The connect button: a toggle that shows its content and never flips on its own. A long caption is wrapped.
+/// The connect button: a toggle that shows its content and never flips on its own. A long caption is wrapped;
+/// the height is that of the longest one.
 class ConnectButton : public QPushButton {
   Q_OBJECT
  public:

@@ -3,6 +3,7 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
+#include <utility>
 
 #include "ui/controls/panel_texts.h"
 
@@ -33,6 +34,21 @@ EventView::EventView(const TimeStyle& style, QWidget* parent) : NightProof(paren
 
 void EventView::Append(const Event& event) {
   const bool at_end = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+  events_.push_back(event);
+  Write(event);
+  if (events_.size() > EventList::kKept) DropOldest();
+  if (at_end) ScrollToNewest();
+}
+
+void EventView::Replace(std::deque<Event> events) {
+  clear();
+  last_date_ = {};
+  events_ = std::move(events);
+  for (const Event& event : events_) Write(event);
+  ScrollToNewest();
+}
+
+void EventView::Write(const Event& event) {
   const QDate date(event.time.year, event.time.month, event.time.day);
   if (date != last_date_) {
     appendPlainText(ToQString(style_.date(event.time)));
@@ -42,8 +58,6 @@ void EventView::Append(const Event& event) {
   // A text of several lines stays one line: each line begins with its time.
   appendPlainText(ToQString(style_.time(event.time)) + "  " + QString::fromStdString(event.text).simplified());
   document()->lastBlock().setUserState(-1);
-  if (++count_ > EventList::kKept) DropOldest();
-  if (at_end) ScrollToNewest();
 }
 
 void EventView::ScrollToNewest() { verticalScrollBar()->setValue(verticalScrollBar()->maximum()); }
@@ -51,7 +65,7 @@ void EventView::ScrollToNewest() { verticalScrollBar()->setValue(verticalScrollB
 void EventView::DropOldest() {
   // The first line is the date of the oldest event, the second that event.
   RemoveBlock(document()->firstBlock().next());
-  --count_;
+  events_.pop_front();
   if (document()->firstBlock().next().userState() == kDateLine) RemoveBlock(document()->firstBlock());
 }
 

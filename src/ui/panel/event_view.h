@@ -2,7 +2,7 @@
 
 #include <QDate>
 #include <QPlainTextEdit>
-#include <cstddef>
+#include <deque>
 
 #include "base/event_list.h"
 #include "ui/controls/night_proof.h"
@@ -19,16 +19,20 @@ class EventView : public NightProof<QPlainTextEdit> {
   /// Stays at the bottom if it is there, to show the newest; otherwise does not scroll.
   void Append(const Event& event);
   void ScrollToNewest();
+  /// Shows these instead, beginning with the newest.
+  void Replace(std::deque<Event> events);
+  [[nodiscard]] const std::deque<Event>& events() const { return events_; }
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  private:
+  void Write(const Event& event);
   void DropOldest();
 
   TimeStyle style_;
   QDate last_date_;
-  std::size_t count_ = 0;
+  std::deque<Event> events_;
 };
 
 }  // namespace orvalis

@@ -5,8 +5,8 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QScrollArea>
+#include <QMenuBar>
+#include <QToolButton>
 #include <algorithm>
 #include <cmath>
 
@@ -14,11 +14,20 @@
 #include "ui/controls/panel_texts.h"
 #include "ui/desktop.h"
 #include "ui/panel/connect_button.h"
-#include "ui/panel/event_view.h"
 #include "ui/panel/standing_notices.h"
 #include "ui/panel/status_text.h"
 
 namespace orvalis {
+namespace {
+
+/// Some styles draw a line below each menu and the bar, which is not as wide as the window here.
+constexpr const char* kPlainMenuBar = R"(
+QMenuBar { background: transparent; border: none; }
+QMenuBar::item { background: transparent; padding: 4px 8px; border-radius: 4px; }
+QMenuBar::item:selected { background: palette(highlight); color: palette(highlighted-text); }
+)";
+
+}  // namespace
 
 void frmHandBox::Refresh() {
   ShowWords();
@@ -88,8 +97,20 @@ void frmHandBox::ShowValues() {
           model_.rain_indicator);
   ShowRow(light_, "Light:", model_.light, "counts", "Light sensor; higher is darker");
 
-  const QString averaging = ToQString(model_.averaging);
-  if (averaging_->text() != averaging) averaging_->setText(averaging);
+  ambient_->ShowTrend(model_.trends.ambient);
+  sky_->ShowTrend(model_.trends.sky);
+  wind_->ShowTrend(model_.trends.wind);
+
+  ShowLine(averaging_, model_.averaging);
+  ShowLine(sun_, model_.sun.line);
+  sun_->setToolTip(ToQString(model_.sun.meaning));
+  sun_->setAccessibleDescription(ToQString(model_.sun.meaning));
+}
+
+void frmHandBox::ShowLine(QLabel* line, const std::string& text) {
+  const QString shown = ToQString(text);
+  if (line->text() != shown) line->setText(shown);
+  if (line->isHidden() != shown.isEmpty()) line->setVisible(!shown.isEmpty());
 }
 
 void frmHandBox::ShowControls() {
@@ -108,19 +129,20 @@ void frmHandBox::ShowControls() {
   if (!typing_ && humidity_selector_->text() != selector) humidity_selector_->setText(selector);
 }
 
-void frmHandBox::AppendEvent(const Event& event) { events_->Append(event); }
-
 void frmHandBox::SetNightTheme(bool on) {
   night_button_->setChecked(on);
-  if (on == night_) return;
-  night_ = on;
+  night_->setChecked(on);
+  if (on == is_night_) return;
+  is_night_ = on;
   ApplyTheme();
 }
 
 void frmHandBox::ApplyTheme() {
   if (applying_theme_) return;
   applying_theme_ = true;
-  theme_ = DressWindow(*this, night_);
+  menus_->setStyleSheet({});  // first, like the window's
+  theme_ = DressWindow(*this, is_night_);
+  if (!is_night_) menus_->setStyleSheet(kPlainMenuBar);
   applying_theme_ = false;
   Refresh();
 }
@@ -137,7 +159,7 @@ void frmHandBox::changeEvent(QEvent* event) {
   switch (event->type()) {
     case QEvent::ApplicationPaletteChange:
     case QEvent::PaletteChange:
-      if (!night_) ApplyTheme();
+      if (!is_night_) ApplyTheme();
       break;
     case QEvent::FontChange:
       Arrange();

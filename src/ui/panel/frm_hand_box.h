@@ -1,9 +1,10 @@
 #pragma once
 
+#include <QKeySequence>
+#include <QList>
 #include <QWidget>
 #include <vector>
 
-#include "base/event_list.h"
 #include "panel/panel_model.h"
 #include "ui/controls/theme.h"
 #include "ui/panel/value_row.h"
@@ -13,6 +14,8 @@ class QAction;
 class QBoxLayout;
 class QLabel;
 class QLineEdit;
+class QMenu;
+class QMenuBar;
 class QPushButton;
 class QScrollArea;
 class QToolButton;
@@ -20,8 +23,6 @@ class QToolButton;
 namespace orvalis {
 
 class ConnectButton;
-class EventView;
-class FlowLayout;
 class LogoButton;
 class StandingNotices;
 class StatusText;
@@ -32,16 +33,12 @@ class frmHandBox : public QWidget {
   Q_OBJECT
  public:
   /// `model` must outlive the window, which writes one field of it: the humidity selector, as the user types it.
-  /// `style` is that of the times shown.
-  explicit frmHandBox(PanelModel& model, const TimeStyle& style = {}, QWidget* parent = nullptr);
+  explicit frmHandBox(PanelModel& model, QWidget* parent = nullptr);
 
   /// Updates the window from the model. Unchanged parts are not repainted, so it may be called at any rate.
   void Refresh();
-  /// Adds a line to the event list.
-  void AppendEvent(const Event& event);
 
-  /// Grows until nothing has to be scrolled, as far as the screen allows. For a window that is shown, when all of its
-  /// buttons are there. The list of events may be scrolled: while that is open, nothing is done.
+  /// Grows until nothing has to be scrolled, as far as the screen allows. For a window that is shown.
   void ShowWhole();
 
   /// Black and red, or the desktop's colours. Does not signal.
@@ -49,8 +46,16 @@ class frmHandBox : public QWidget {
   /// Keeps the window's position and whether it is shown.
   void SetAlwaysOnTop(bool on);
 
-  /// Adds a button to the row below the values; the window owns it.
-  QPushButton* AddToolButton(const QString& text);
+  /// A place in the menus: before the panel's own entries, or at the end of a menu.
+  enum class Menu { kProgram, kProgramEnd, kView, kViewEnd, kHelp };
+  /// Adds an entry, after the others of its place. `keys` work in the whole window, and may be none.
+  QAction* AddEntry(Menu menu, const char* name, const QString& text, const QKeySequence& keys);
+  /// What a person can do to the verdict.
+  [[nodiscard]] QList<QAction*> VerdictEntries() const;
+  /// The setup's button triggers `entry`, which is in a menu too.
+  void SetSetupEntry(QAction* entry);
+
+  [[nodiscard]] const Theme& theme() const { return theme_; }
 
  signals:
   /// The user asks to connect (`on`) or disconnect. What the button shows changes only with the model.
@@ -73,11 +78,15 @@ class frmHandBox : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  [[nodiscard]] QSize InitialSize() const;
   void BuildHero();
   void BuildBody();
-  void BuildTools(QBoxLayout* body);
-  /// The menu of what a person can do to the verdict, on a button and on the banner.
-  void BuildVerdictMenu();
+  void BuildBar();
+  /// The menu of what a person can do to the verdict, in the bar and on the banner.
+  void BuildVerdictMenu(QMenu* menu);
+  /// The lines of text below the values.
+  void BuildLines(QBoxLayout* body);
+  void BuildHumidityCurve(QBoxLayout* body);
   void BuildFooter();
   void SetTabOrder();
 
@@ -89,31 +98,45 @@ class frmHandBox : public QWidget {
   void ShowTile(WordCard* tile, const Word& word, const std::string& value, const QString& unit,
                 const QString& meaning);
   void ShowSwitch(WordCard* strip, const Word& sign);
+  /// A line without a text takes no room.
+  static void ShowLine(QLabel* line, const std::string& text);
   void ShowRow(ValueRow* row, const QString& label, const std::string& value, const QString& unit,
                const QString& meaning, Colour background = Colour::kWhite);
 
   /// Places the parts side by side or one above the other, and scales the font with the window.
   void Arrange();
   void ArrangeValues();
-  void FitToolButtons(double letter_size);
-  void ShowEvents(bool open);
+  void PlaceSetup(bool narrow);
+  void FitBar(double letter_size);
+  void ShowHumidityCurve(bool shown);
 
   PanelModel& model_;
-  TimeStyle style_;
   Theme theme_;
-  bool night_ = false;
+  bool is_night_ = false;
   bool applying_theme_ = false;
   bool typing_ = false;  ///< the humidity selector is being edited
 
   QWidget* content_ = nullptr;  ///< everything; its font is the window's, grown
+  QBoxLayout* bar_ = nullptr;
+  QMenuBar* menus_ = nullptr;
+  QMenu* program_menu_ = nullptr;
+  QMenu* verdict_menu_ = nullptr;
+  QMenu* view_menu_ = nullptr;
+  QMenu* help_menu_ = nullptr;
+  QAction* program_tail_ = nullptr;  ///< before the panel's own entries
+  QAction* view_tail_ = nullptr;
+  QAction* force_unsafe_ = nullptr;
+  QAction* test_unsafe_ = nullptr;
+  QAction* night_ = nullptr;
+  QAction* curve_ = nullptr;
+  QToolButton* night_button_ = nullptr;
+  std::vector<LogoButton*> logos_;
   WordCard* demo_ = nullptr;
   StandingNotices* notices_ = nullptr;
   QBoxLayout* main_ = nullptr;  ///< the hero and the body
   QWidget* hero_ = nullptr;
   QBoxLayout* hero_layout_ = nullptr;
   WordCard* verdict_ = nullptr;
-  QAction* force_unsafe_ = nullptr;
-  QAction* test_unsafe_ = nullptr;
   WordCard* sky_word_ = nullptr;
 
   QScrollArea* scroll_ = nullptr;
@@ -140,18 +163,16 @@ class frmHandBox : public QWidget {
   ValueRow* rain_ = nullptr;
   ValueRow* light_ = nullptr;
 
+  QLabel* sun_ = nullptr;
   QLabel* averaging_ = nullptr;
+  QWidget* humidity_line_ = nullptr;  ///< folded away at first
   QLineEdit* humidity_selector_ = nullptr;
-  FlowLayout* tools_ = nullptr;
-  QPushButton* night_button_ = nullptr;
-  QPushButton* last_tool_ = nullptr;
-  QWidget* logo_pair_ = nullptr;  ///< after the tool buttons
-  std::vector<LogoButton*> logos_;
-  QToolButton* events_button_ = nullptr;
-  EventView* events_ = nullptr;
 
   QBoxLayout* footer_ = nullptr;
+  QBoxLayout* buttons_ = nullptr;
   ConnectButton* connect_ = nullptr;
+  QPushButton* setup_ = nullptr;
+  bool setup_is_above_ = false;  ///< in the bar
   StatusText* status_ = nullptr;
 };
 

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
 #include <QScreen>
@@ -16,13 +17,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/controls/flow_layout.h"
 #include "ui/controls/logo_button.h"
 #include "ui/controls/night_proof.h"
 #include "ui/controls/screen_place.h"
 #include "ui/controls/text_fit.h"
 #include "ui/panel/connect_button.h"
-#include "ui/panel/event_view.h"
 #include "ui/panel/frm_hand_box.h"
 #include "ui/panel/standing_notices.h"
 #include "ui/panel/status_text.h"
@@ -32,13 +31,17 @@ namespace {
 
 // Lengths in units of the font size, so that the window follows the desktop's font.
 constexpr QSizeF kInitialSize(36, 56);
-constexpr QSizeF kUprightSize(36, 64);  ///< in larger windows the letters grow
-constexpr QSizeF kWideSize(60, 45);
+constexpr QSizeF kUprightSize(36, 57);  ///< in larger windows the letters grow
+constexpr QSizeF kWideSize(60, 36);
+constexpr QSizeF kInitialWideSize(60, 34);
+constexpr double kShareOfScreen = 0.9;
 constexpr double kMinWideWidth = 54;
 constexpr double kMinStackedHeight = 46;
 constexpr double kMargin = 0.8;
 constexpr double kGap = 0.6;
-constexpr double kMaxGrowth = 2.2;
+constexpr double kMaxGrowth = 5;
+constexpr double kLogo = 2.2;
+constexpr double kNarrow = 26;
 
 /// Scrolls when it must, and asks for as much height as its contents need.
 class BodyScroll : public QScrollArea {
@@ -61,8 +64,8 @@ Part* Named(Part* part, const char* name) {
 
 }  // namespace
 
-frmHandBox::frmHandBox(PanelModel& model, const TimeStyle& style, QWidget* parent)
-    : QWidget(parent), model_(model), style_(style), theme_(Theme::ForDesktop(palette())) {
+frmHandBox::frmHandBox(PanelModel& model, QWidget* parent)
+    : QWidget(parent), model_(model), theme_(Theme::ForDesktop(palette())) {
   setObjectName("frmHandBox");
   setWindowTitle("Orvalis");
   auto* outer = new QVBoxLayout(this);
@@ -71,6 +74,8 @@ frmHandBox::frmHandBox(PanelModel& model, const TimeStyle& style, QWidget* paren
   outer->addWidget(content_);
 
   auto* column = new QVBoxLayout(content_);
+  BuildBar();
+  column->addLayout(bar_);
   demo_ = Named(new WordCard(WordCard::Form::kStrip, {}, {}, content_), "lblDemo");
   column->addWidget(demo_);
   notices_ = new StandingNotices(content_);
@@ -86,12 +91,21 @@ frmHandBox::frmHandBox(PanelModel& model, const TimeStyle& style, QWidget* paren
   column->addLayout(footer_);
   SetTabOrder();
 
-  const double unit = PixelSize(font());
-  QSize size = (kInitialSize * unit).toSize();
-  if (const QScreen* on = screen()) size = size.boundedTo(on->availableSize() * 0.9);
-  resize(size);
-  Refresh();
+  resize(InitialSize());
+  ApplyTheme();
   Arrange();
+}
+
+QSize frmHandBox::InitialSize() const {
+  const double unit = PixelSize(font());
+  const QSize upright = (kInitialSize * unit).toSize();
+  const QScreen* on = screen();
+  if (on == nullptr) return upright;
+  const QSize room = on->availableSize() * kShareOfScreen;
+  // Large letters on a low screen: side by side all of it is seen.
+  const QSize wide = (kInitialWideSize * unit).toSize();
+  const bool lies_better = upright.height() > room.height() && wide.width() <= room.width();
+  return (lies_better ? wide : upright).boundedTo(room);
 }
 
 void frmHandBox::BuildHero() {
@@ -103,6 +117,9 @@ void frmHandBox::BuildHero() {
   hero_layout_->addWidget(verdict_, 1);
   hero_layout_->addWidget(sky_word_, 1);
   hero_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  verdict_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(verdict_, &QWidget::customContextMenuRequested, verdict_menu_,
+          [this](const QPoint& place) { verdict_menu_->popup(verdict_->mapToGlobal(place)); });
 }
 
 void frmHandBox::BuildBody() {
@@ -160,20 +177,33 @@ void frmHandBox::BuildBody() {
     values_->addLayout(group, 1);
   }
   column->addLayout(values_);
-  BuildTools(column);
+  BuildLines(column);
 }
 
-void frmHandBox::BuildTools(QBoxLayout* column) {
-  QWidget* body = scroll_->widget();
-  auto* line = new QHBoxLayout;
-  averaging_ = Named(new QLabel(body), "lblAveraging");
-  averaging_->setTextFormat(Qt::PlainText);
-  averaging_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+void frmHandBox::BuildLines(QBoxLayout* column) {
+  const auto line = [&](const char* name) {
+    auto* made = Named(new QLabel(scroll_->widget()), name);
+    made->setTextFormat(Qt::PlainText);
+    made->setWordWrap(true);
+    made->hide();
+    column->addWidget(made);
+    return made;
+  };
+  sun_ = line("lblSun");
+  averaging_ = line("lblAveraging");
   averaging_->setToolTip("How many readings the temperatures are averaged over");
-  line->addWidget(averaging_, 1);
-  auto* label = new QLabel("Hu&midity curve:", body);
+  BuildHumidityCurve(column);
+  column->addStretch(1);
+}
+
+void frmHandBox::BuildHumidityCurve(QBoxLayout* column) {
+  humidity_line_ = new QWidget(scroll_->widget());
+  auto* line = new QHBoxLayout(humidity_line_);
+  line->setContentsMargins(0, 0, 0, 0);
+  line->addStretch(1);
+  auto* label = new QLabel("Hu&midity curve:");
   line->addWidget(label);
-  humidity_selector_ = Named(new NightProof<QLineEdit>(body), "txtHumiditySelector");
+  humidity_selector_ = Named(new NightProof<QLineEdit>, "txtHumiditySelector");
   label->setBuddy(humidity_selector_);
   humidity_selector_->setAlignment(Qt::AlignRight);
   humidity_selector_->setToolTip("A value below 2 selects the humidity sensor's other temperature curve");
@@ -188,72 +218,33 @@ void frmHandBox::BuildTools(QBoxLayout* column) {
   });
   connect(humidity_selector_, &QLineEdit::editingFinished, this, [this] { typing_ = false; });
   line->addWidget(humidity_selector_);
-  column->addLayout(line);
-
-  tools_ = new FlowLayout;
-  column->addLayout(tools_);
-  night_button_ = Named(AddToolButton("&Night"), "cmdNight");
-  night_button_->setCheckable(true);
-  night_button_->setToolTip("Red on black, to preserve night vision");
-  night_button_->setAccessibleName("Night theme");
-  connect(night_button_, &QPushButton::clicked, this, [this](bool on) {
-    SetNightTheme(on);
-    emit NightThemeToggled(on);
-  });
-
-  BuildVerdictMenu();
-
-  logo_pair_ = new QWidget(body);
-  auto* pair = new QHBoxLayout(logo_pair_);
-  pair->setContentsMargins(0, 0, 0, 0);
-  logos_ = MakeLogoButtons(logo_pair_);
-  for (LogoButton* logo : logos_) pair->addWidget(logo);
-  tools_->addWidget(logo_pair_);
-
-  events_button_ = Named(new QToolButton(body), "cmdEvents");
-  events_button_->setCheckable(true);
-  events_button_->setAutoRaise(true);
-  events_button_->setFocusPolicy(Qt::StrongFocus);
-  events_button_->setAccessibleName("Show events");
-  column->addWidget(events_button_, 0, Qt::AlignLeft);
-  events_ = Named(new EventView(style_, body), "txtEvents");
-  column->addWidget(events_, 40);
-  column->addStretch(1);
-  connect(events_button_, &QToolButton::toggled, this, &frmHandBox::ShowEvents);
-  ShowEvents(false);
+  humidity_line_->hide();
+  column->addWidget(humidity_line_);
 }
 
-void frmHandBox::BuildVerdictMenu() {
-  auto* menu = Named(new QMenu(this), "mnuVerdict");
-  menu->setToolTipsVisible(true);
-  force_unsafe_ = Named(menu->addAction("&Force unsafe"), "mnuForceUnsafe");
-  force_unsafe_->setToolTip("Unsafe for every program until it is released here, even over a restart");
-  test_unsafe_ = Named(menu->addAction("&Test unsafe for 30 s"), "mnuTestUnsafe");
-  test_unsafe_->setToolTip("Shows what your roof and other programs do; choosing it again ends the test");
-  for (QAction* action : {force_unsafe_, test_unsafe_}) action->setCheckable(true);
-  connect(force_unsafe_, &QAction::triggered, this, [this] {
-    emit ForceUnsafeToggled(!model_.banner.forced);
-    Refresh();
+void frmHandBox::ShowHumidityCurve(bool shown) {
+  humidity_line_->setVisible(shown);
+  scroll_->updateGeometry();
+  if (!shown) return;
+  humidity_selector_->setFocus();
+  QTimer::singleShot(0, this, [this] {
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);  // it needs its place first
+    scroll_->ensureWidgetVisible(humidity_line_);
   });
-  connect(test_unsafe_, &QAction::triggered, this, [this] {
-    emit TestUnsafeClicked();
-    Refresh();
-  });
-
-  QPushButton* button = Named(AddToolButton("Ve&rdict"), "cmdVerdict");
-  button->setMenu(menu);
-  button->setToolTip("Force it to be unsafe, or test what happens then");
-  button->setAccessibleDescription(button->toolTip());
-  verdict_->setContextMenuPolicy(Qt::CustomContextMenu);
-  connect(verdict_, &QWidget::customContextMenuRequested, menu,
-          [this, menu](const QPoint& place) { menu->popup(verdict_->mapToGlobal(place)); });
 }
 
 void frmHandBox::BuildFooter() {
   footer_ = new QBoxLayout(QBoxLayout::TopToBottom);
+  buttons_ = new QHBoxLayout;
   connect_ = Named(new ConnectButton(content_), "cmdConnect");
+  setup_ = Named(new QPushButton("Setup…", content_), "cmdSetup");
+  setup_->setAutoDefault(false);
   status_ = Named(new StatusText(content_), "txtStatus");
-  footer_->addWidget(connect_);
+  constexpr int kStatusLines = 2;
+  status_->SetLines(kStatusLines);
+  buttons_->addWidget(connect_, 1);
+  buttons_->addWidget(setup_);
+  footer_->addLayout(buttons_);
   footer_->addWidget(status_);
   connect(connect_, &QPushButton::clicked, this, [this] {
     emit ConnectToggled(!model_.connect.checked);
@@ -261,46 +252,22 @@ void frmHandBox::BuildFooter() {
   });
 }
 
+void frmHandBox::SetSetupEntry(QAction* entry) { connect(setup_, &QPushButton::clicked, entry, &QAction::trigger); }
+
 void frmHandBox::SetTabOrder() {
   QWidget* before = connect_;
-  for (QWidget* next : std::initializer_list<QWidget*>{humidity_selector_, last_tool_, logos_.front(), logos_.back(),
-                                                       events_button_, events_, status_}) {
+  for (QWidget* next : std::initializer_list<QWidget*>{setup_, status_, night_button_, logos_.front(), logos_.back(),
+                                                       humidity_selector_}) {
     setTabOrder(before, next);
     before = next;
   }
   connect_->setFocus();
 }
 
-QPushButton* frmHandBox::AddToolButton(const QString& text) {
-  auto* button = new QPushButton(text, scroll_->widget());
-  button->setAutoDefault(false);
-  tools_->addWidget(button);
-  if (logo_pair_) {  // at the end, whatever is added
-    tools_->removeWidget(logo_pair_);
-    tools_->addWidget(logo_pair_);
-  }
-  if (last_tool_) setTabOrder(last_tool_, button);
-  last_tool_ = button;
-  FitToolButtons(PixelSize(button->font()));
-  return button;
-}
-
-void frmHandBox::ShowEvents(bool open) {
-  events_button_->setText(open ? "▾ E&vents" : "▸ E&vents");
-  events_->setVisible(open);
-  scroll_->updateGeometry();
-  if (!open) return;
-  QTimer::singleShot(0, events_, [this] {
-    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);  // the list needs its place first
-    scroll_->verticalScrollBar()->setValue(scroll_->verticalScrollBar()->maximum());
-    events_->ScrollToNewest();
-  });
-}
-
 void frmHandBox::ShowWhole() {
   // A taller window gives the upper words more room as well, so that it takes a few steps.
   constexpr int kMostSteps = 10;
-  for (int step = 0; step < kMostSteps && !events_->isVisible(); ++step) {
+  for (int step = 0; step < kMostSteps; ++step) {
     QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     const int more = std::min(scroll_->verticalScrollBar()->maximum(), RoomBelow(*this));
     if (more <= 0) return;
@@ -325,7 +292,8 @@ void frmHandBox::Arrange() {
   main_->setSpacing(gap);
   hero_layout_->setSpacing(gap);
   footer_->setSpacing(gap);
-  tools_->setSpacing(gap);
+  bar_->setSpacing(gap / 2);
+  buttons_->setSpacing(gap);
   scroll_->widget()->layout()->setSpacing(gap);
   values_->setSpacing(values_->direction() == QBoxLayout::LeftToRight ? 3 * gap : 0);
 
@@ -340,29 +308,39 @@ void frmHandBox::Arrange() {
   footer_->setStretch(1, wide ? 14 : 0);
 
   const double grown = unit * factor;
-  FitToolButtons(grown);
+  PlaceSetup(width() < kNarrow * unit);
+  FitBar(grown);
   humidity_selector_->setFixedWidth(static_cast<int>(5 * grown));
   for (WordCard* tile : {wind_word_, rain_word_, light_word_}) tile->setMaximumHeight(static_cast<int>(8 * grown));
   scroll_->setMinimumHeight(static_cast<int>(4 * unit));
-  status_->SetMaxLines(height() < kMinStackedHeight * unit && !wide ? 2 : 4);
   ArrangeValues();
 }
 
-void frmHandBox::FitToolButtons(double letter_size) {
-  // Styles leave the same few pixels around a text of any size.
-  int height = 0;
-  for (int i = 0; i < tools_->count(); ++i) {
-    auto* button = qobject_cast<QPushButton*>(tools_->itemAt(i)->widget());
-    if (button == nullptr) continue;
-    const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
-    button->setMinimumSize(text + (QSizeF(1.6, 0.8) * letter_size).toSize());
-    height = std::max(height, tools_->itemAt(i)->sizeHint().height());
+void frmHandBox::PlaceSetup(bool narrow) {
+  // Beside a long caption of the connect button there is no room for it.
+  if (setup_is_above_ == narrow) return;
+  setup_is_above_ = narrow;
+  QBoxLayout* const from = narrow ? buttons_ : bar_;
+  from->removeWidget(setup_);
+  if (narrow) {
+    bar_->insertWidget(1, setup_);
+  } else {
+    buttons_->addWidget(setup_);
   }
-  for (LogoButton* logo : logos_) logo->setFixedSize(height, height);
+}
+
+void frmHandBox::FitBar(double letter_size) {
+  const int side = static_cast<int>(std::lround(kLogo * letter_size));
+  for (LogoButton* logo : logos_) logo->setFixedSize(side, side);
+  if (menus_->font() != content_->font()) menus_->setFont(content_->font());  // menus have a font of the system's
+  // Styles leave the same few pixels around a text of any size.
+  const QSize text = setup_->fontMetrics().size(Qt::TextShowMnemonic, setup_->text());
+  setup_->setMinimumSize(text + (QSizeF(setup_is_above_ ? 0.6 : 1.6, 0.8) * letter_size).toSize());
+  setup_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
 }
 
 void frmHandBox::ArrangeValues() {
-  const int gap = tools_->spacing();
+  const int gap = bar_->spacing() * 2;
   QLayout* column = scroll_->widget()->layout();
   const int beside_bar = scroll_->verticalScrollBar()->isVisible() ? gap / 2 : 0;
   if (column->contentsMargins().right() != beside_bar) column->setContentsMargins(0, 0, beside_bar, 0);

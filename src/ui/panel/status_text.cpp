@@ -4,6 +4,7 @@
 #include <QResizeEvent>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextLayout>
 #include <QTimer>
 #include <algorithm>
 #include <cmath>
@@ -40,25 +41,23 @@ void StatusText::Show(const QString& text) {
   FitHeight();
 }
 
-void StatusText::SetMaxLines(int lines) {
-  if (lines == max_lines_) return;
+void StatusText::SetLines(int lines) {
   max_lines_ = lines;
+  fixed_ = true;
   FitHeightLater();
 }
 
 void StatusText::FitHeight() {
   // As laid out: lines of the document are higher than the font's metrics say.
-  double text_height = 0;
-  for (QTextBlock block = document()->firstBlock(); block.isValid(); block = block.next()) {
-    text_height += blockBoundingRect(block).height();
-  }
+  const QTextLayout* first = document()->firstBlock().layout();
+  const double line = first->lineCount() > 0 ? first->lineAt(0).height() : QFontMetricsF(font()).lineSpacing();
   // The document of a plain text edit counts its height in lines.
   const double lines = std::max(1.0, document()->size().height());
   const bool too_long = lines > max_lines_;
   setVerticalScrollBarPolicy(too_long ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+  const double shown = line * (fixed_ ? max_lines_ : std::min<double>(lines, max_lines_));
   // Without a margin below when more lines follow: their tops would look in.
-  const double shown = text_height / lines * std::min<double>(lines, max_lines_);
-  const int height = static_cast<int>(std::ceil(shown)) + (too_long ? kMargin : 2 * kMargin + 2);
+  const int height = static_cast<int>(std::ceil(shown)) + (too_long && !fixed_ ? kMargin : 2 * kMargin + 2);
   if (height == maximumHeight() && height == minimumHeight()) return;
   setFixedHeight(height);
 }

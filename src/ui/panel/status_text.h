@@ -7,8 +7,8 @@
 
 namespace orvalis {
 
-/// The status line: one line when it is short, a few when it is long, scrolling when even those are too few. Its
-/// text can be selected and copied; the full text is in the tool tip.
+/// A text that says how things are: one line when it is short, a few when it is long, scrolling when even those are too
+/// few. It can be selected and copied; the full text is in the tool tip.
 class StatusText : public NightProof<QPlainTextEdit> {
   Q_OBJECT
  public:
@@ -16,8 +16,8 @@ class StatusText : public NightProof<QPlainTextEdit> {
 
   /// Does nothing if unchanged, so that a selection is kept.
   void Show(const QString& text);
-  /// How many lines it grows to before it scrolls; 4 by default.
-  void SetMaxLines(int lines);
+  /// Always as high as so many lines, so that no text moves what is beside it.
+  void SetLines(int lines);
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -31,6 +31,7 @@ class StatusText : public NightProof<QPlainTextEdit> {
   void FitHeightLater();
 
   int max_lines_ = 4;
+  bool fixed_ = false;
   bool fit_pending_ = false;
 };
 

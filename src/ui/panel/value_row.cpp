@@ -14,6 +14,7 @@ namespace {
 constexpr double kGap = 0.45;
 constexpr double kLineHeight = 1.75;
 constexpr double kSmallestText = 0.7;
+constexpr double kArrow = 0.62;  ///< its height
 
 /// The longest number that the rows are laid out for; a longer one is drawn smaller.
 const QString& LongestValue() {
@@ -29,13 +30,30 @@ void ValueRow::Show(const Content& content) {
   if (content == content_) return;
   const bool other_label = content.label != content_.label;
   content_ = content;
-  QString name = content_.label + " " + content_.value + " " + content_.unit;
-  if (content_.tone.stale) name += ", not current";
-  setAccessibleName(name);
-  setAccessibleDescription(content_.meaning);
-  setToolTip(content_.meaning);
+  Describe();
   if (other_label) updateGeometry();
   update();
+}
+
+void ValueRow::ShowTrend(Trend trend) {
+  if (trend == trend_) return;
+  trend_ = trend;
+  Describe();
+  update();
+}
+
+void ValueRow::Describe() {
+  QString name = content_.label + " " + content_.value + " " + content_.unit;
+  if (content_.tone.stale) name += ", not current";
+  QString meaning = content_.meaning;
+  if (trend_ != Trend::kNone) {
+    const QString direction = trend_ == Trend::kRising ? ", rising" : ", falling";
+    name += direction;
+    meaning += direction + " over the last 15 minutes";
+  }
+  setAccessibleName(name);
+  setAccessibleDescription(meaning);
+  setToolTip(meaning);
 }
 
 void ValueRow::SetWidestUnit(const QString& widest) {
@@ -104,11 +122,35 @@ void ValueRow::paintEvent(QPaintEvent*) {
   painter.drawText(QRectF(unit_left, 0, UnitWidth() + gap, area.height() - 1),
                    Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, content_.unit);
 
-  const QRectF value_area = cell.adjusted(gap / 2, 0, -gap, 0);
+  QRectF value_area = cell.adjusted(gap / 2, 0, -gap, 0);
   painter.setPen(tone.ink);
+  if (trend_ != Trend::kNone) {
+    // Where the longest number would have its sign: the column is not widened for it.
+    const double arrow = kArrow * size;
+    PaintTrend(painter, {value_area.left(), (area.height() - 1 - arrow) / 2, arrow, arrow});
+    value_area.adjust(arrow + gap / 4, 0, 0, 0);
+  }
   painter.setFont(FitFont(ValueFont(), content_.value, {value_area.width(), area.height() * 2}, 1, size));
   painter.drawText(QRectF(value_area.left(), 0, value_area.width(), area.height() - 1),
                    Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, content_.value);
+}
+
+void ValueRow::PaintTrend(QPainter& painter, const QRectF& area) const {
+  if (trend_ == Trend::kNone) return;
+  const bool rising = trend_ == Trend::kRising;
+  const double tip = rising ? area.top() : area.bottom();
+  const double end = rising ? area.bottom() : area.top();
+  const double wing = area.center().y();
+  QPen pen = painter.pen();
+  pen.setWidthF(std::max(1.5, area.height() * 0.16));
+  pen.setCapStyle(Qt::RoundCap);
+  pen.setJoinStyle(Qt::RoundJoin);
+  painter.setPen(pen);
+  const double middle = area.center().x();
+  painter.drawLine(QPointF(middle, end), QPointF(middle, tip));
+  painter.drawPolyline(QPolygonF{{area.left(), wing}, {middle, tip}, {area.right(), wing}});
+  pen.setWidthF(1);
+  painter.setPen(pen);
 }
 
 void ValueRow::changeEvent(QEvent* event) {

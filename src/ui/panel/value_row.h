@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QString>
 
+#include "history/trend.h"
 #include "ui/controls/theme.h"
 
 namespace orvalis {
@@ -30,6 +31,10 @@ class ValueRow : public QLabel {
   void Show(const Content& content);
   [[nodiscard]] const Content& content() const { return content_; }
 
+  /// Draws an arrow before the number, or none. Nothing moves for it.
+  void ShowTrend(Trend trend);
+  [[nodiscard]] Trend trend() const { return trend_; }
+
   /// Sets the width of the unit column to that of `widest`, the same for all rows whose numbers are to line up.
   void SetWidestUnit(const QString& widest);
 
@@ -45,7 +50,11 @@ class ValueRow : public QLabel {
   [[nodiscard]] double ValueWidth() const;
   [[nodiscard]] QFont ValueFont() const;
 
+  void Describe();
+  void PaintTrend(QPainter& painter, const QRectF& area) const;
+
   Content content_;
+  Trend trend_ = Trend::kNone;
   QString widest_unit_;
 };
 
