@@ -143,7 +143,10 @@ void ProgramWindows::BuildSetup() {
                       .succeeded = [this] { parts_.boundary.Succeeded(kChanging); },
                       .version = ORVALIS_VERSION,
                       .locale = parts_.store.locale(),
-                      .network = [this] { return core_.NetworkNow(); }},
+                      .network = [this] { return core_.NetworkNow(); },
+                      .mqtt = [this] { return core_.MqttNow(); },
+                      .try_mqtt = [this](const Settings& settings, auto done) { core_.TryMqtt(settings, done); },
+                      .mqtt_tls = MosquittoClient::HasTls()},
       panel_.get());
   routine_.emplace(SetupRoutine::Parts{.store = parts_.store,
                                        .settings = parts_.settings,
@@ -154,7 +157,8 @@ void ProgramWindows::BuildSetup() {
                                        .dialog = *setup_,
                                        .leftovers = parts_.leftovers,
                                        .window = panel_window_.get(),
-                                       .network_changed = [this] { core_.ApplyNetwork(); }});
+                                       .network_changed = [this] { core_.ApplyNetwork(); },
+                                       .mqtt_changed = [this] { core_.ApplyMqtt(); }});
   requests_.emplace(*routine_, parts_.loop, parts_.boundary);
   AddEntry(frmHandBox::Menu::kView, "mnuTraffic", "&Traffic…", "Alt+T", [this] { OpenTraffic(); });
   panel_->SetSetupEntry(AddEntry(frmHandBox::Menu::kProgram, "mnuSetup", "&Setup…", "Alt+S", [this] {
