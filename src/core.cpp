@@ -174,10 +174,12 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                            front_->RunSetup(std::move(closed));
                          },
                      .end_program = [] { QCoreApplication::exit(0); }},
-      server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
-                                         .observation = observation_reader_,
-                                         .record = [this](const std::string& text) { events_.Record(text); },
-                                         .ends_with_last_client = line.automation})),
+      server_(native::MakeWeatherServer(
+          {.create =
+               [this](std::string caller) { return std::make_unique<Weather>(weather_parts_, std::move(caller)); },
+           .observation = observation_reader_,
+           .record = [this](const std::string& text) { events_.Record(text); },
+           .ends_with_last_client = line.automation})),
       network_({.sockets = sockets_,
                 .loop = loop_,
                 .clock = clock_,

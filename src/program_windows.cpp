@@ -155,7 +155,7 @@ void ProgramWindows::OpenTraffic() {
     show_->activateWindow();
     return;
   }
-  show_ = new frmShow(panel_.get());  // it deletes itself when it is closed
+  show_ = new frmShow(panel_.get(), parts_.style);  // it deletes itself when it is closed
   parts_.traffic = &show_->traffic();
   QObject::connect(show_, &QObject::destroyed, panel_.get(), [this] { parts_.traffic = nullptr; });
   ApplyTheme();

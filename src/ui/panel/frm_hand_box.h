@@ -89,6 +89,8 @@ class frmHandBox : public QWidget {
   void ShowTile(WordCard* tile, const Word& word, const std::string& value, const QString& unit,
                 const QString& meaning);
   void ShowSwitch(WordCard* strip, const Word& sign);
+  /// `value`, or nothing before the first reading: the model then holds numbers that were never measured.
+  [[nodiscard]] std::string Measured(const std::string& value) const;
   void ShowRow(ValueRow* row, const QString& label, const std::string& value, const QString& unit,
                const QString& meaning, Colour background = Colour::kWhite);
 
