@@ -58,9 +58,7 @@ void frmHandBox::ShowTile(WordCard* tile, const Word& word, const std::string& v
               model_.stale ? theme_.Stale(Theme::Shape::kCard) : theme_.Quiet(word.colour)});
 }
 
-std::string frmHandBox::Measured(const std::string& value) const {
-  return model_.fresh_at ? value : std::string();
-}
+std::string frmHandBox::Measured(const std::string& value) const { return model_.fresh_at ? value : std::string(); }
 
 void frmHandBox::ShowSwitch(WordCard* strip, const Word& sign) {
   const QString meaning = SwitchMeaning(sign.text);
