@@ -144,7 +144,7 @@ TEST_F(SetupDialogTest, AdvancedShowsTheLeftovers) {
   form.flags[advanced_mode] = false;
   Exec([&] {
     auto* tabs = Get<QTabWidget>("pages");
-    const int leftovers = 5;
+    const int leftovers = 6;
     ASSERT_TRUE(tabs->widget(leftovers)->isAncestorOf(Get<QWidget>("Frame4")));
     EXPECT_FALSE(tabs->isTabVisible(leftovers));
     Click("cmdAdvanced");

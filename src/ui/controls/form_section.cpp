@@ -59,10 +59,11 @@ QLabel* FormSection::Field(const char* name, const QString& label, const QString
   return title;
 }
 
-void FormSection::Text(const char* name, const QString& label) {
+QLineEdit* FormSection::Text(const char* name, const QString& label) {
   auto* box = new NightProof<QLineEdit>;
   box->setObjectName(name);
   Control(label, box, {});
+  return box;
 }
 
 QLabel* FormSection::MakeRemark(const QString& name) {

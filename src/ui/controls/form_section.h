@@ -7,6 +7,7 @@ class QBoxLayout;
 class QCheckBox;
 class QGridLayout;
 class QLabel;
+class QLineEdit;
 class QWidget;
 
 namespace orvalis {
@@ -38,7 +39,7 @@ class FormSection {
   QLabel* Field(const char* name, const QString& label, const QString& unit, const QString& tip,
                 Width width = Width::kNumber);
   /// A text box for a text, as wide as there is room.
-  void Text(const char* name, const QString& label);
+  QLineEdit* Text(const char* name, const QString& label);
   QCheckBox* Check(const char* name, const QString& text, const QString& tip);
   /// What the last box means, below it.
   QLabel* Meaning(const QString& text);

@@ -23,6 +23,7 @@ class QBoxLayout;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 class QRadioButton;
 class QTabWidget;
 
@@ -44,6 +45,10 @@ class frmSetup : public QDialog, public SetupDialog {
     QString version;
     NumberLocale locale = {};  ///< how the numbers in the boxes are written
     std::function<network::Served()> network = [] { return network::Served(); };  ///< what is served now
+    std::function<std::string()> mqtt = [] { return std::string(); };  ///< what is published now, or why nothing is
+    /// Tries a broker out and gives what came of it.
+    std::function<void(const Settings&, std::function<void(const std::string&)>)> try_mqtt = {};
+    bool mqtt_tls = true;  ///< whether the line to a broker can be encrypted
   };
   explicit frmSetup(Parts parts, QWidget* parent = nullptr);
 
@@ -68,6 +73,7 @@ class frmSetup : public QDialog, public SetupDialog {
   QWidget* BuildSafetyPage();
   QWidget* BuildAlertsPage();
   QWidget* BuildNetworkPage();
+  QWidget* BuildMqttPage();
   QWidget* BuildLeftoversPage();
   QBoxLayout* BuildFooter();
   /// Finds the control of every row of the tables. Throws std::logic_error for a row without one.
@@ -85,6 +91,9 @@ class frmSetup : public QDialog, public SetupDialog {
   void ShowAddressNote();
   /// Where the network can reach the program now; while the page is open it is kept up to date.
   void ShowNetworkNow();
+  void ShowMqttNow();
+  /// Tries out the broker that is typed, and shows what came of it.
+  void TryMqtt();
   /// Shows below each box what OK would store.
   void ShowAdvice();
   /// Sets the focus to the bad input that the dialog is shown again for, if any.
@@ -124,6 +133,9 @@ class frmSetup : public QDialog, public SetupDialog {
   QLabel* address_note_ = nullptr;
   QLabel* network_now_ = nullptr;
   QTimer network_timer_;
+  QLabel* mqtt_now_ = nullptr;
+  QLabel* mqtt_result_ = nullptr;
+  QPushButton* mqtt_test_ = nullptr;
   QLabel* temperature_label_ = nullptr;
   QRadioButton* relative_ = nullptr;  ///< the other button in the group of "Absolute"
   QPushButton* advanced_button_ = nullptr;
