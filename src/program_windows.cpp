@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "platform/native.h"
+#include "ui/controls/help_request.h"
 #include "ui/desktop.h"
 
 namespace orvalis {
@@ -35,6 +36,7 @@ ProgramWindows::ProgramWindows(Core& core) : core_(core), parts_(core.parts()) {
   BuildSetup();
   BuildWebPublishing();
   BuildGraphs();
+  ForHelp(panel_->AddToolButton("Hel&p"));
   if (parts_.line.picture) TakePictureSoon();
 }
 
@@ -173,6 +175,7 @@ void ProgramWindows::ApplyTheme() {
   submit_->SetNightTheme(night);
   graphs_->SetNightTheme(night);
   if (show_) show_->SetNightTheme(night);
+  help_.SetNightTheme(night);
 }
 
 void ProgramWindows::TakePictureSoon() {

@@ -11,6 +11,7 @@
 #include "core.h"
 #include "ui/graphs/graph_files.h"
 #include "ui/graphs/graph_windows.h"
+#include "ui/help/help.h"
 #include "ui/panel/frm_hand_box.h"
 #include "ui/publishing/frm_form_submit.h"
 #include "ui/setup/frm_setup.h"
@@ -61,6 +62,7 @@ class ProgramWindows : public Front {
   std::unique_ptr<GraphWindows> graphs_;
   std::unique_ptr<frmFormSubmit> submit_;
   QPointer<frmShow> show_;
+  Help help_;
 };
 
 }  // namespace orvalis

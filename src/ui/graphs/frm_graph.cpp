@@ -16,6 +16,7 @@
 #include "history/history_csv.h"
 #include "history/update_rate.h"
 #include "ui/controls/file_pickers.h"
+#include "ui/controls/help_request.h"
 #include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/text_fit.h"
@@ -121,6 +122,7 @@ QWidget* frmGraph::BuildControls() {
     const QString path = AskForFile("Save Verdicts", kValuesFilter, "verdicts", ".csv");
     if (!path.isEmpty()) SaveVerdicts(path);
   });
+  row->addWidget(ForHelp(new QPushButton("Help")));
   return controls;
 }
 

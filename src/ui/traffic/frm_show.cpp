@@ -10,6 +10,7 @@
 #include <chrono>
 #include <cmath>
 
+#include "ui/controls/help_request.h"
 #include "ui/controls/night_proof.h"
 #include "ui/controls/night_style.h"
 #include "ui/controls/text_fit.h"
@@ -98,6 +99,7 @@ QWidget* frmShow::BuildControls() {
             [this, category = filter.category](bool on) { traffic_.SetWanted(category, on); });
   }
 
+  grid->addWidget(ForHelp(new QPushButton("Help")), 2, 0);
   auto* clear = new QPushButton("Clear");
   clear->setObjectName("cmdClear");
   grid->addWidget(clear, 1, 0);
