@@ -38,8 +38,14 @@ HEAD
       /^<!-- (linux|windows) -->$/ { shown = $2 == wanted; next }
       /^<!-- end -->$/ { shown = 1; next }
       shown' "$page.md" |
-      sed -E 's/\[([a-z-]+)\.md\]\(/[\1](/g; s/\]\(([a-z-]+)\.md\)/](\1.html)/g' |
-      cmark-gfm --extension table
+      sed -E 's/\[([a-z-]+)\.md\]\(/[\1](/g; s/\]\(([a-z-]+)\.md(#[a-z-]+)?\)/](\1.html\2)/g' |
+      cmark-gfm --extension table |
+      # What links and the program's own help lead to: the heading in small letters, with "-" for blanks.
+      awk 'match($0, /^<h[1-6]>/) {
+             id = tolower($0); gsub(/<[^>]*>|&[a-z]+;/, "", id); gsub(/[^a-z0-9 _-]/, "", id); gsub(/ /, "-", id)
+             sub(/>/, " id=\"" id "\">")
+           }
+           { print }'
     echo '</body></html>'
   } >"$out/$page.html"
 done

@@ -79,7 +79,8 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
              .options = options_},
             line.port),
       connector_(link_, boundary_),
-      reconnect_({.link = link_, .connector = connector_, .events = events_, .clock = clock_}),
+      port_finder_(native::MakePortFinder()),
+      reconnect_({.link = link_, .connector = connector_, .events = events_, .clock = clock_, .ports = *port_finder_}),
       observer_({.loop = loop_,
                  .clock = clock_,
                  .store = store_,
@@ -173,10 +174,12 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                            front_->RunSetup(std::move(closed));
                          },
                      .end_program = [] { QCoreApplication::exit(0); }},
-      server_(native::MakeWeatherServer({.create = [this] { return std::make_unique<Weather>(weather_parts_); },
-                                         .observation = observation_reader_,
-                                         .record = [this](const std::string& text) { events_.Record(text); },
-                                         .ends_with_last_client = line.automation})),
+      server_(native::MakeWeatherServer(
+          {.create =
+               [this](std::string caller) { return std::make_unique<Weather>(weather_parts_, std::move(caller)); },
+           .observation = observation_reader_,
+           .record = [this](const std::string& text) { events_.Record(text); },
+           .ends_with_last_client = line.automation})),
       network_({.sockets = sockets_,
                 .loop = loop_,
                 .clock = clock_,

@@ -202,6 +202,7 @@ class Core {
   Leftovers leftovers_;
   SensorLink link_;
   Connector connector_;
+  std::unique_ptr<PortFinder> port_finder_;
   AutoReconnect reconnect_;
   Observer observer_;
   VerdictLog verdict_log_;

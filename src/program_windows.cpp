@@ -232,7 +232,7 @@ void ProgramWindows::OpenTraffic() {
     show_->activateWindow();
     return;
   }
-  show_ = new frmShow(panel_.get());  // it deletes itself when it is closed
+  show_ = new frmShow(panel_.get(), parts_.style);  // it deletes itself when it is closed
   parts_.traffic = &show_->traffic();
   QObject::connect(show_, &QObject::destroyed, panel_.get(), [this] { parts_.traffic = nullptr; });
   ApplyTheme();
@@ -247,6 +247,7 @@ void ProgramWindows::ApplyTheme() {
   graphs_->SetNightTheme(night);
   events_->SetNightTheme(night);
   if (show_) show_->SetNightTheme(night);
+  help_.SetNightTheme(night);
 }
 
 void ProgramWindows::TakePictureSoon() {

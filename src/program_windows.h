@@ -13,6 +13,7 @@
 #include "ui/controls/file_saving.h"
 #include "ui/graphs/graph_windows.h"
 #include "ui/panel/frm_events.h"
+#include "ui/help/help.h"
 #include "ui/panel/frm_hand_box.h"
 #include "ui/panel/frm_place.h"
 #include "ui/panel/tray_icon.h"
@@ -80,6 +81,7 @@ class ProgramWindows : public Front {
   std::unique_ptr<frmEvents> events_;
   QAction* tray_messages_ = nullptr;
   std::unique_ptr<TrayIcon> tray_;
+  Help help_;
 };
 
 }  // namespace orvalis

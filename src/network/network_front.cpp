@@ -69,7 +69,9 @@ NetworkFront::NetworkFront(Parts parts)
                .clock = parts_.clock,
                .resources = resources_,
                .report = parts_.record,
-               .answered = [this](const HttpRequest& request, int status) { ShowRequest(request, status); }}) {
+               .answered = [this](const HttpRequest& request, int status, std::chrono::microseconds took) {
+                 ShowRequest(request, status, took);
+               }}) {
   alpaca_.AddTo(resources_);
   readings_.AddTo(resources_);
   curves_.AddTo(resources_);
@@ -175,14 +177,16 @@ void NetworkFront::OpenDiscovery() {
   }
 }
 
-void NetworkFront::ShowRequest(const HttpRequest& request, int status) const {
+void NetworkFront::ShowRequest(const HttpRequest& request, int status, std::chrono::microseconds took) const {
   if (parts_.traffic == nullptr || !parts_.traffic->Wants(TrafficCategory::kNetwork)) return;
-  std::string line = request.peer.address + " ";
-  AppendShort(line, request.method_name);
-  line += " ";
+  std::string asked;
+  AppendShort(asked, request.method_name);
+  asked += " ";
   // Without the query, and only what is a path: the rest may have what is not for everybody's eyes.
-  AppendShort(line, request.path.starts_with('/') ? request.path : "*");
-  parts_.traffic->TrafficLine(line + ": " + std::to_string(status));
+  AppendShort(asked, request.path.starts_with('/') ? request.path : "*");
+  const std::string answer = std::to_string(status);
+  parts_.traffic->Enter(request.peer.address, asked, answer + " " + std::string(ReasonPhrase(status)), took);
+  parts_.traffic->TrafficLine(request.peer.address + " " + asked + ": " + answer);
 }
 
 void NetworkFront::TryAgainLater() {

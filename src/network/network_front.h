@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -83,7 +84,7 @@ class NetworkFront {
   void OpenDiscovery();
   void TryAgainLater();
   /// A line in the traffic window, where that is wanted.
-  void ShowRequest(const HttpRequest& request, int status) const;
+  void ShowRequest(const HttpRequest& request, int status, std::chrono::microseconds took) const;
   [[nodiscard]] std::string Place() const;
 
   Parts parts_;

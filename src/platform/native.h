@@ -14,6 +14,7 @@
 #include "platform/qt/command_line.h"
 #include "publish/webcam_upload.h"
 #include "server/weather_server.h"
+#include "unit/serial_adapter.h"
 #include "unit/serial_port.h"
 #include "unit/serial_port_entry.h"
 
@@ -64,6 +65,7 @@ void DetachConsole();
 [[nodiscard]] std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder);
 [[nodiscard]] std::unique_ptr<UtilityObject> MakeUtilityObject();
 [[nodiscard]] std::unique_ptr<SerialPort> MakeSerialPort();
+[[nodiscard]] std::unique_ptr<PortFinder> MakePortFinder();
 /// The machine's current serial ports, with the devices attached to them.
 [[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
 /// The system's name of the port that the key "COM Port" calls `name`, as `SerialPort::Port` returns it. Throws

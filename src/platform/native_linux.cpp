@@ -12,6 +12,7 @@
 #include "platform/linux/private_file.h"
 #include "platform/linux/qt_serial_port.h"
 #include "platform/linux/serial_ports.h"
+#include "platform/linux/sysfs_port_finder.h"
 #include "platform/native.h"
 #include "platform/qt/ini_profile.h"
 
@@ -63,6 +64,8 @@ std::unique_ptr<Profile> MakeProfile(const std::optional<QString>& folder) {
 std::unique_ptr<UtilityObject> MakeUtilityObject() { return std::make_unique<NoUtilityObject>(); }
 
 std::unique_ptr<SerialPort> MakeSerialPort() { return std::make_unique<QtSerialPort>(); }
+
+std::unique_ptr<PortFinder> MakePortFinder() { return std::make_unique<SysfsPortFinder>(); }
 
 std::vector<SerialPortEntry> ListSerialPorts() { return orvalis::ListSerialPorts(); }
 

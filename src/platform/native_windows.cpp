@@ -17,6 +17,7 @@
 #include "platform/windows/com/com_server.h"
 #include "platform/windows/com/weather_registration.h"
 #include "platform/windows/com_port.h"
+#include "platform/windows/device_port_finder.h"
 #include "platform/windows/driver_objects.h"
 #include "platform/windows/mci_sound_player.h"
 #include "platform/windows/registry_profile.h"
@@ -174,6 +175,8 @@ std::unique_ptr<SerialPort> MakeSerialPort() {
   }
   return std::make_unique<ComPort>();
 }
+
+std::unique_ptr<PortFinder> MakePortFinder() { return std::make_unique<DevicePortFinder>(); }
 
 std::vector<SerialPortEntry> ListSerialPorts() { return orvalis::ListSerialPorts(); }
 

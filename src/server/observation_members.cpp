@@ -52,13 +52,15 @@ double KnownValue(const Observation& now, std::string_view name) {
   throw RunTimeError(RunTimeError::kSubscriptOutOfRange, "there is no value " + std::string(name));
 }
 
-const Observation& ObservationReader::Look(std::string_view asked) const {
+const Observation& ObservationReader::Look(std::string_view asked, std::string_view caller) const {
+  if (traffic_ == nullptr || !traffic_->Wants(TrafficCategory::kOther)) return observer_.Now();
+  std::string member = "Observation";
+  if (!asked.empty()) member += "." + std::string(asked);
+  const CallTimer timer(traffic_, TrafficCategory::kOther, caller, member);
   const Observation& now = observer_.Now();
-  if (traffic_ == nullptr || !traffic_->Wants(TrafficCategory::kOther)) return now;
-  std::string line = "Observation";
-  if (!asked.empty()) line += "." + std::string(asked);
-  line += now.verdict.safe ? ": safe" : ": unsafe (" + ReasonNames(now.verdict) + ")";
-  traffic_->TrafficLine(line);
+  const std::string answer = now.verdict.safe ? "safe" : "unsafe (" + ReasonNames(now.verdict) + ")";
+  timer.End(answer);
+  traffic_->TrafficLine(member + ": " + answer);
   return now;
 }
 

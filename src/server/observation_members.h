@@ -47,9 +47,9 @@ class ObservationReader {
   ObservationReader(Observer& observer, Traffic* const& traffic) : observer_(observer), traffic_(traffic) {}
 
   [[nodiscard]] const Observation& Now() const { return observer_.Now(); }
-  /// The same for a client that asks for the property `asked`, or with "" for all. Each look is a line in
+  /// The same for the client `caller` that asks for the property `asked`, or with "" for all. Each look is a line in
   /// the traffic window.
-  [[nodiscard]] const Observation& Look(std::string_view asked) const;
+  [[nodiscard]] const Observation& Look(std::string_view asked, std::string_view caller = {}) const;
 
  private:
   Observer& observer_;

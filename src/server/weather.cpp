@@ -156,6 +156,17 @@ const std::array kRows = {
 
 const Row& RowOf(WeatherMember member) { return kRows[static_cast<std::size_t>(member)]; }
 
+/// The end of a call without a value: `error` is null when it succeeded.
+void EndCall(const CallTimer& timer, const std::exception_ptr& error) {
+  if (!timer.runs()) return;
+  try {
+    if (error) std::rethrow_exception(error);
+    timer.End("done");
+  } catch (const std::exception& raised) {
+    timer.End(raised.what());
+  }
+}
+
 }  // namespace
 
 std::span<const WeatherMemberInfo> WeatherMembers() {
@@ -167,7 +178,7 @@ std::span<const WeatherMemberInfo> WeatherMembers() {
   return members;
 }
 
-Weather::Weather(const Parts& parts) : parts_(parts) {
+Weather::Weather(const Parts& parts, std::string caller) : parts_(parts), caller_(std::move(caller)) {
   if (parts_.flags.started_by_user) return;
   if (parts_.flags.client_count == std::numeric_limits<std::int16_t>::max()) {
     throw RunTimeError(RunTimeError::kOverflow, "too many clients");
@@ -185,7 +196,23 @@ Weather::~Weather() {
   parts_.end_program();
 }
 
+CallTimer Weather::Begin(WeatherMember member, std::string_view name) const {
+  return {parts_.traffic, RowOf(member).traffic, caller_, name};
+}
+
 WeatherValue Weather::Get(WeatherMember property) const {
+  const CallTimer timer = Begin(property, RowOf(property).info.name);
+  try {
+    WeatherValue value = Read(property);
+    if (timer.runs()) timer.End(ValueText(value));
+    return value;
+  } catch (...) {
+    EndCall(timer, std::current_exception());
+    throw;
+  }
+}
+
+WeatherValue Weather::Read(WeatherMember property) const {
   const Row& row = RowOf(property);
   if (row.info.type == WeatherType::kNone) throw std::logic_error("a method has no value");
   if (row.style == kStartAndEnd) {
@@ -202,7 +229,12 @@ WeatherValue Weather::Get(WeatherMember property) const {
   return value;
 }
 
-void Weather::SetConnected(bool value, const Done& done) {
+void Weather::SetConnected(bool value, const Done& answer) {
+  const CallTimer timer = Begin(WeatherMember::kConnected, value ? "Connected = True" : "Connected = False");
+  const Done done = [timer, answer](const std::exception_ptr& error) {
+    EndCall(timer, error);
+    answer(error);
+  };
   Write(kOther, Piece::kStart,
         "Link: " + std::string(BooleanToText(Connected(parts_))) + " -> " + std::string(BooleanToText(value)));
   const Outcome outcome = OutcomeOf(value, parts_.flags);
@@ -226,18 +258,27 @@ void Weather::FinishConnected(const Done& done) {
 
 void Weather::Halt() {
   const Row& row = RowOf(WeatherMember::kHalt);
+  const CallTimer timer = Begin(WeatherMember::kHalt, row.info.name);
   Write(row.traffic, Piece::kStart, row.call);
-  CheckGate(WeatherMember::kHalt);
+  try {
+    CheckGate(WeatherMember::kHalt);
+  } catch (...) {
+    EndCall(timer, std::current_exception());
+    throw;
+  }
   parts_.flags.moving = false;
   Write(row.traffic, Piece::kEnd, row.answer);
+  EndCall(timer, {});
 }
 
 void Weather::SetupDialog(const Done& done) {
   const Row& row = RowOf(WeatherMember::kSetupDialog);
+  const CallTimer timer = Begin(WeatherMember::kSetupDialog, row.info.name);
   Write(row.traffic, Piece::kStart, row.call);
-  parts_.run_setup([this, &row, done, alive = std::weak_ptr(alive_)](const std::exception_ptr& error) {
+  parts_.run_setup([this, &row, timer, done, alive = std::weak_ptr(alive_)](const std::exception_ptr& error) {
     if (alive.expired()) return;
     if (!error) Write(row.traffic, Piece::kEnd, row.answer);
+    EndCall(timer, error);
     done(error);
   });
 }

@@ -92,11 +92,14 @@ class Weather {
     std::function<void()> end_program;
   };
 
-  /// `parts` must outlive the object. Throws RunTimeError kOverflow when there are 32767 clients.
-  explicit Weather(const Parts& parts);
+  /// `parts` must outlive the object. `caller` is what the traffic window calls the client. Throws RunTimeError
+  /// kOverflow when there are 32767 clients.
+  explicit Weather(const Parts& parts, std::string caller = {});
   Weather(const Weather&) = delete;
   Weather& operator=(const Weather&) = delete;
   ~Weather();
+
+  [[nodiscard]] const std::string& caller() const { return caller_; }
 
   /// The value of a property. Throws std::logic_error for a method.
   [[nodiscard]] WeatherValue Get(WeatherMember property) const;
@@ -115,6 +118,9 @@ class Weather {
   /// The traffic window operations that members use.
   enum class Piece { kLine, kStart, kEnd };
 
+  [[nodiscard]] WeatherValue Read(WeatherMember property) const;
+  /// The beginning of a call, for the table of the traffic window, which calls it `name`.
+  [[nodiscard]] CallTimer Begin(WeatherMember member, std::string_view name) const;
   void Write(TrafficCategory category, Piece piece, std::string_view text) const;
   [[nodiscard]] std::string ValueText(const WeatherValue& value) const;
   /// Throws ErrNotImplemented if the gate of `member` is closed.
@@ -122,6 +128,7 @@ class Weather {
   void FinishConnected(const Done& done);
 
   const Parts& parts_;
+  std::string caller_;
   std::shared_ptr<const bool> alive_ =
       std::make_shared<const bool>(true);  ///< tracks the object's lifetime for callbacks
 };

@@ -14,8 +14,9 @@ namespace orvalis {
 class WeatherServer {
  public:
   struct Parts {
-    /// Creates the object of a new client. An exception is passed to the client.
-    std::function<std::unique_ptr<Weather>()> create;
+    /// Creates the object of a new client, which the traffic window calls `caller`. An exception is passed to the
+    /// client.
+    std::function<std::unique_ptr<Weather>(std::string caller)> create;
     const ObservationReader& observation;
     /// Called when clients cannot connect, and when they can again.
     std::function<void(const std::string&)> record;

@@ -6,16 +6,29 @@ namespace orvalis {
 
 void AutoReconnect::Tick(bool enabled) {
   if (parts_.connector.connecting()) return;
+  if (parts_.link.Connected()) adapter_.NoteConnected();
   if (parts_.link.Connected() || !enabled) {
     waited_.Reset();
     return;
   }
   if (waited_.ticks() == 0) Record("Not connected, AutoConnect enabled, starting wait to reconnect: ");
   waited_.Raise();
-  if (waited_.ticks() < kWaitTicks) return;
-  waited_.Reset();
+  if (waited_.ticks() == kWaitTicks) {
+    waited_.Reset();
+    Connect(adapter_.Place());
+  } else if (const auto port = adapter_.DueAt()) {
+    parts_.events.Record("the adapter is there again, at " + *port);
+    Connect(port);
+  }
+}
+
+void AutoReconnect::Connect(const std::optional<std::string>& port) {
   parts_.connector.Connect(
-      [this](bool connected) { Record(connected ? "Reconnect succeeded: " : "Reconnect failed: "); });
+      [this](bool connected) {
+        if (connected) adapter_.NoteConnected();
+        Record(connected ? "Reconnect succeeded: " : "Reconnect failed: ");
+      },
+      port);
 }
 
 std::optional<std::int16_t> AutoReconnect::seconds_left() const {

@@ -4,10 +4,10 @@
 
 namespace orvalis {
 
-void Connector::Connect(Done done) {
+void Connector::Connect(Done done, const std::optional<std::string>& port) {
   if (done) waiting_.push_back(std::move(done));
   if (job_.running()) return;
-  job_.Start(link_.Connect(), [this](const std::exception_ptr& error) {
+  job_.Start(link_.Connect(port), [this](const std::exception_ptr& error) {
     if (error) boundary_.Report("connecting", error);
     TellAll();
   });

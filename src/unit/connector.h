@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "base/error_boundary.h"
@@ -18,8 +20,9 @@ class Connector {
   Connector(SensorLink& link, ErrorBoundary& boundary) : link_(link), boundary_(boundary) {}
 
   /// Starts a connect, or joins the one under way. `done` is called once, from the event loop or, when nothing needs to
-  /// be waited for, before this returns. It must not connect.
-  void Connect(Done done = {});
+  /// be waited for, before this returns. It must not connect. `port` is where the unit is now, if not at the chosen
+  /// port.
+  void Connect(Done done = {}, const std::optional<std::string>& port = std::nullopt);
   /// Closes the link and ends a connect under way, at once: whoever waits for it is told, and the next connect is one
   /// of its own. Not from inside `done`.
   void Disconnect();

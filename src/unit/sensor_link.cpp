@@ -52,19 +52,22 @@ LinkState SensorLink::state() const {
   return port_.Connected() ? LinkState::kConnected : LinkState::kDisconnected;
 }
 
-Task<> SensorLink::Connect() {
+// NOLINTNEXTLINE(performance-unnecessary-value-param): a coroutine keeps its own
+Task<> SensorLink::Connect(std::optional<std::string> port) {
   if (connecting_ || port_.Connected()) co_return;
   connecting_ = LinkState::kConnecting;
   halt_ = false;
   lost_reason_.clear();
   std::string failure;
   try {
-    failure = co_await Greet();
+    const std::string name = port ? *port : PortName();
+    failure = co_await Greet(name);
   } catch (const std::exception& error) {
     failure = error.what();
   }
   connecting_.reset();
   if (failure.empty()) {
+    loss_.reset();
     status_ = "Connected to " + port_.Port();
     events_.Record("connected to " + port_.Port());
     co_return;
@@ -75,10 +78,9 @@ Task<> SensorLink::Connect() {
   events_.Record("connect failed: " + failure);
 }
 
-Task<std::string> SensorLink::Greet() {
-  const std::string name = PortName();
+Task<std::string> SensorLink::Greet(const std::string& port) {
   status_ = "Attempting to connect";
-  port_.SetPort(name);
+  port_.SetPort(port);
   port_.SetSpeed(kBitsPerSecond);
   port_.SetReceiveTimeout(kReceiveTimeout);
   const std::uint64_t session = ++session_;
@@ -161,6 +163,7 @@ Task<bool> SensorLink::LineRunsDry() {
 void SensorLink::Disconnect() {
   halt_ = true;
   connecting_.reset();  // a connect under way was abandoned
+  loss_.reset();
   const bool was_connected = port_.Connected();
   port_.SetConnected(false);
   status_ = "Disconnected";
@@ -326,8 +329,15 @@ std::string SensorLink::PortName() {
   return name;
 }
 
+const std::optional<SensorLink::Loss>& SensorLink::LastLoss() {
+  if (loss_ && PortName() != loss_->chosen) loss_.reset();
+  return loss_;
+}
+
 void SensorLink::HandleLost(const std::string& reason) {
   lost_reason_ = reason;
+  const bool again = connecting_.has_value() && loss_.has_value();
+  if (!again) loss_ = {.port = port_.Port(), .session = session_, .chosen = PortName()};
   // A connect that is under way notices the closed port and reports the failure itself.
   if (connecting_) return;
   status_ = "Connection lost: " + reason;

@@ -38,8 +38,9 @@ class SensorLink {
   explicit SensorLink(const Parts& parts, std::optional<std::string> port_override = std::nullopt);
 
   /// Opens the port and greets the unit. Ends with the port open and the first frame read, or closed with the reason on
-  /// the status line and in the event list. Does nothing while the port is open or another connect runs.
-  Task<> Connect();
+  /// the status line and in the event list. Does nothing while the port is open or another connect runs. `port` is used
+  /// instead of the chosen one.
+  Task<> Connect(std::optional<std::string> port = std::nullopt);
   /// Closes the port and ends whatever is under way on it, at once. A running `Connect` must be destroyed before.
   void Disconnect();
 
@@ -50,6 +51,18 @@ class SensorLink {
   /// Sends every command whose value differs from the copy last sent; nothing while the unit has to be greeted first.
   /// Only while `Ready`.
   Task<> PushSettings(const Settings& settings);
+
+  /// The port, as `SerialPort::Port` has it.
+  [[nodiscard]] std::string port() const { return port_.Port(); }
+  /// A port that vanished while it was open.
+  struct Loss {
+    std::string port;
+    std::uint64_t session = 0;
+    std::string chosen;  ///< the port that the user had chosen
+  };
+  /// The last one. Nothing once the link is connected again or was disconnected on purpose, or when another port was
+  /// chosen meanwhile.
+  [[nodiscard]] const std::optional<Loss>& LastLoss();
 
   /// Whether some settings have not been sent since the unit was last greeted, which may have lost them.
   [[nodiscard]] bool SettingsPending() const { return !settings_sent_; }
@@ -65,8 +78,8 @@ class SensorLink {
   [[nodiscard]] bool Ready() const { return state() == LinkState::kConnected && !halt_; }
 
  private:
-  /// Returns why it failed, or "".
-  Task<std::string> Greet();
+  /// Returns why it failed, or "". `port` must outlive it.
+  Task<std::string> Greet(const std::string& port);
   void SendGreeting();
   /// The end of a greeting that was answered; false when the link was closed.
   Task<bool> Proceed();
@@ -83,6 +96,7 @@ class SensorLink {
   void TakeInTime();
   void ReportLate(std::int64_t milliseconds);
   Task<> Send(const UnitCommand& command, std::size_t index, std::int32_t value);
+  /// The port that the user chose.
   [[nodiscard]] std::string PortName();
   void HandleLost(const std::string& reason);
   /// Whether the connection that `session` began is over; to be asked after every wait.
@@ -100,6 +114,7 @@ class SensorLink {
   bool halt_ = false;                    ///< switched off, by a person, a client or the shutdown; a connect clears it
   std::uint64_t session_ = 0;            ///< counts the openings of the port: a wait may outlive its connection
   std::string lost_reason_;              ///< why the port vanished in the connect under way
+  std::optional<Loss> loss_;
   LastSent last_sent_;
   bool settings_sent_ = false;  ///< all of them, since the unit was greeted
 

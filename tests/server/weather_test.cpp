@@ -237,6 +237,31 @@ TEST_F(WeatherTest, ConnectedWaitsForTheUnitAndForNothingElse) {
   EXPECT_EQ(first.Get(WeatherMember::kConnected), WeatherValue(true));
 }
 
+TEST_F(WeatherTest, ListsCallsWithCallerAndAnswerOnceTheyAreAnswered) {
+  Weather object(parts, "D-Bus :1.7");
+  const auto listed = [&] {
+    std::string rows;
+    for (const TrafficCall& call : window.TakeCalls())
+      rows += call.caller + "|" + call.member + "|" + call.answer + "; ";
+    return rows;
+  };
+  static_cast<void>(object.Get(WeatherMember::kName));
+  EXPECT_THROW(static_cast<void>(object.Get(WeatherMember::kDewPoint)), AutomationError);
+  EXPECT_EQ(listed(), "D-Bus :1.7|Name|Orvalis; D-Bus :1.7|DewPoint| is not implemented by this Orvalis server.; ");
+  port.silent = true;
+  const auto failed = SetConnected(object, true);
+  EXPECT_EQ(listed(), "") << "not yet answered";
+  loop.Advance(seconds(5));
+  EXPECT_EQ(listed(), "D-Bus :1.7|Connected = True|The Orvalis unit is not connected; ");
+  object.SetupDialog([](const std::exception_ptr&) {});
+  traffic = nullptr;  // the window is closed, and another opened
+  static_cast<void>(object.Get(WeatherMember::kName));
+  Traffic other;
+  traffic = &other;
+  setup_closed({});
+  EXPECT_EQ(listed() + std::to_string(other.TakeCalls().size()), "0");
+}
+
 TEST_F(WeatherTest, TheLastClientTakesTheLinkAndTheProgramWithIt) {
   flags.started_by_user = false;
   auto first = std::make_unique<Weather>(parts);

@@ -6,6 +6,7 @@
 #include "app/setup_routine.h"
 #include "tests/support/alert_recorder.h"
 #include "tests/support/fake_event_loop.h"
+#include "tests/support/fake_port_finder.h"
 #include "tests/support/fake_serial_port.h"
 #include "tests/support/memory_profile.h"
 #include "unit/auto_reconnect.h"
@@ -66,7 +67,8 @@ struct LinkWorld {
   SensorLink link{
       {.port = port, .loop = loop, .store = store, .status = panel.status, .events = events, .options = options}};
   Connector connector{link, boundary};
-  AutoReconnect reconnect{{.link = link, .connector = connector, .events = events, .clock = clock}};
+  FakePortFinder ports;
+  AutoReconnect reconnect{{.link = link, .connector = connector, .events = events, .clock = clock, .ports = ports}};
   AlertRecorder alerted;
   Alerts alerts{alerted, alerted, events};
   LogWriter logs{[this](const std::string& text) { events.Record(text); }};

@@ -72,6 +72,18 @@ TEST(Theme, TextIsReadableInEveryColour) {
   }
 }
 
+TEST(HandBoxAtTheStart, DrawsADashForWhatWasNeverMeasured) {
+  PanelModel model;
+  frmHandBox box(model);
+  const auto shown = [&](const char* name) { return test::Find<ValueRow>(box, name)->content().value; };
+  for (const char* name : {"lblSky", "lblWind", "lblWindAverage", "lblWindGust"}) EXPECT_EQ(shown(name), "–") << name;
+  EXPECT_EQ(test::Find<WordCard>(box, "lblWindWord")->content().detail, "");
+  EXPECT_EQ(model.sky + " " + model.wind, "999 0.0");
+  model.fresh_at = kReadAt;
+  box.Refresh();
+  EXPECT_EQ(shown("lblSky") + " " + shown("lblWindGust"), "999 0.0") << "now they are the unit's";
+}
+
 /// The window of a clear night with the unit connected.
 class HandBox : public test::LinkFixture {
  protected:

@@ -27,6 +27,7 @@
 #include "platform/system/safe_file.h"
 #include "platform/system/stop_signals.h"
 #include "platform/windows/com_port.h"
+#include "platform/windows/device_port_finder.h"
 #include "platform/windows/mci_sound_player.h"
 #include "platform/windows/registry_profile.h"
 #include "platform/windows/shell_program_starter.h"
@@ -75,6 +76,16 @@ TEST_F(ComPortTest, NamesPortsByNumberBeyondNineToo) {
     EXPECT_EQ(name, row.second) << row.first;
     EXPECT_EQ(error, row.second.empty() ? RunTimeError::kFileNotFound : 0) << row.first;
   }
+}
+
+TEST(DevicePortFinderTest, ReadsTheAdapterFromItsInstancePath) {
+  const std::pair<const char*, SerialAdapter> rows[] = {
+      {R"(USB\VID_0403&PID_6001\A50285BI)", {"0403", "6001", "A50285BI", "", ""}},
+      {R"(FTDIBUS\VID_0403+PID_6001+A50285BIA\0000)", {"0403", "6001", "A50285BIA", "", ""}},
+      {R"(USB\VID_10C4&PID_EA70&MI_01\6&1A2B3C&0&0001)", {"10C4", "EA70", "", "01", "6&1A2B3C&0&0001"}},
+      {R"(USB\VID_1A86&PID_7523\5&2C0F1C8D&0&3)", {"1A86", "7523", "", "", "5&2C0F1C8D&0&3"}},
+      {R"(ACPI\PNP0501\1)", {}}};
+  for (const auto& [path, adapter] : rows) EXPECT_EQ(AdapterOfInstance(path), adapter) << path;
 }
 
 class RegistryProfileTest : public testing::Test {

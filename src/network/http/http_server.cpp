@@ -117,8 +117,13 @@ void HttpServer::CheckTimes() {
 }
 
 HttpResponse HttpServer::Answer(const HttpRequest& request) {
+  using Stopwatch = std::chrono::steady_clock;
+  const Stopwatch::time_point began = Stopwatch::now();
   HttpResponse response = Respond(request);
-  if (parts_.answered) parts_.answered(request, response.status);
+  if (parts_.answered) {
+    parts_.answered(request, response.status,
+                    std::chrono::duration_cast<std::chrono::microseconds>(Stopwatch::now() - began));
+  }
   return response;
 }
 

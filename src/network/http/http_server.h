@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -34,8 +35,8 @@ class HttpServer : private HttpConnection::Owner {
     const Clock& clock;
     const Resources& resources;
     std::function<void(const std::string&)> report;  ///< something was refused, or failed; at most once a minute
-    /// Called with every complete request and the status of its answer. Must not throw.
-    std::function<void(const HttpRequest&, int status)> answered = {};
+    /// Called with every complete request, the status of its answer and the time that it took to make. Must not throw.
+    std::function<void(const HttpRequest&, int status, std::chrono::microseconds took)> answered = {};
   };
   /// Who answers, for the header of every answer, and who may ask.
   struct Identity {

@@ -23,8 +23,8 @@ QToolButton:hover { border-color: #8c0000; }
 QToolButton:focus { border-color: #ff0000; }
 QLineEdit { background: black; color: #ff0000; border: 1px solid #8c0000; border-radius: 3px; padding: 2px;
   selection-background-color: #ff0000; selection-color: black; }
-QLineEdit:focus, QPlainTextEdit:focus { border-color: #ff0000; }
-QPlainTextEdit { background: black; color: #ff0000; border: 1px solid #500000;
+QLineEdit:focus, QPlainTextEdit:focus, QTextBrowser:focus { border-color: #ff0000; }
+QPlainTextEdit, QTextBrowser { background: black; color: #ff0000; border: 1px solid #500000;
   selection-background-color: #ff0000; selection-color: black; }
 QPlainTextEdit[frameShape="0"] { border: none; }
 QScrollArea { background: black; border: none; }

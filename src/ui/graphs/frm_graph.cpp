@@ -19,6 +19,7 @@
 #include "history/update_rate.h"
 #include "ui/controls/file_pickers.h"
 #include "ui/controls/flow_layout.h"
+#include "ui/controls/help_request.h"
 #include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/text_fit.h"
@@ -197,6 +198,7 @@ QWidget* frmGraph::BuildControls() {
     const QString path = AskForFile("Save Verdicts", kValuesFilter, "verdicts", ".csv");
     if (!path.isEmpty()) SaveVerdicts(path);
   });
+  row->addWidget(ForHelp(new QPushButton("Help")));
   return controls;
 }
 

@@ -43,7 +43,7 @@ void frmHandBox::ShowWords() {
   sky_word_->Show(
       {sky.word, sky.detail, SkyMeaning(model_.cloud.text), sky.colour ? theme_.Quiet(*sky.colour) : unknown});
 
-  ShowTile(wind_word_, model_.wind_word, model_.wind, "mph", {});
+  ShowTile(wind_word_, model_.wind_word, Measured(model_.wind), "mph", {});
   ShowTile(rain_word_, model_.rain_word, model_.rain, "counts", {});
   ShowTile(light_word_, model_.light_word, model_.light, "counts", "higher is darker");
   ShowSwitch(heater_, model_.heater);
@@ -67,6 +67,8 @@ void frmHandBox::ShowTile(WordCard* tile, const Word& word, const std::string& v
               model_.stale ? theme_.Stale(Theme::Shape::kCard) : theme_.Quiet(word.colour)});
 }
 
+std::string frmHandBox::Measured(const std::string& value) const { return model_.fresh_at ? value : std::string(); }
+
 void frmHandBox::ShowSwitch(WordCard* strip, const Word& sign) {
   const QString meaning = SwitchMeaning(sign.text);
   strip->Show({OrDash(ToQString(sign.text)), meaning, meaning,
@@ -85,14 +87,14 @@ void frmHandBox::ShowValues() {
   ShowRow(ambient_, "Temp (" + degrees + "):", model_.ambient, degrees, "Ambient temperature");
   ShowRow(body_, "Sensor body:", model_.body, degrees, "Temperature of the sensor body");
   ShowRow(dew_point_, "Dew point:", model_.dew_point, degrees, "Temperature at which dew forms");
-  ShowRow(sky_, "Sky:", model_.sky, degrees, "Measured sky temperature", model_.sky_background);
+  ShowRow(sky_, "Sky:", Measured(model_.sky), degrees, "Measured sky temperature", model_.sky_background);
   ShowRow(clear_sky_, "Clear sky:", model_.clear_sky, degrees, "Calculated temperature of a clear sky");
   ShowRow(difference_, "Difference:", model_.difference, "°C",
           "Ambient minus sky temperature; always in °C, like the cloud limits");
   ShowRow(humidity_, "Humidity:", model_.humidity, "%", "Relative humidity", model_.humidity_background);
-  ShowRow(wind_, "Wind:", model_.wind, "mph", "Current wind speed");
-  ShowRow(wind_average_, "Wind average:", model_.wind_average, "mph", "Average wind speed");
-  ShowRow(wind_gust_, "Wind gust:", model_.wind_gust, "mph", "Highest recent wind speed");
+  ShowRow(wind_, "Wind:", Measured(model_.wind), "mph", "Current wind speed");
+  ShowRow(wind_average_, "Wind average:", Measured(model_.wind_average), "mph", "Average wind speed");
+  ShowRow(wind_gust_, "Wind gust:", Measured(model_.wind_gust), "mph", "Highest recent wind speed");
   ShowRow(rain_, "Rain:", model_.rain, "counts", "Rain sensor; green below the threshold, red above",
           model_.rain_indicator);
   ShowRow(light_, "Light:", model_.light, "counts", "Light sensor; higher is darker");

@@ -100,6 +100,8 @@ class frmHandBox : public QWidget {
   void ShowSwitch(WordCard* strip, const Word& sign);
   /// A line without a text takes no room.
   static void ShowLine(QLabel* line, const std::string& text);
+  /// `value`, or nothing before the first reading: the model then holds numbers that were never measured.
+  [[nodiscard]] std::string Measured(const std::string& value) const;
   void ShowRow(ValueRow* row, const QString& label, const std::string& value, const QString& unit,
                const QString& meaning, Colour background = Colour::kWhite);
 

@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QToolButton>
 
+#include "ui/controls/help_request.h"
 #include "ui/controls/logo_button.h"
 #include "ui/controls/web_page.h"
 #include "ui/panel/connect_button.h"
@@ -54,12 +55,14 @@ void frmHandBox::BuildBar() {
   curve_->setCheckable(true);
   curve_->setToolTip("Shows the field that selects the humidity sensor's temperature curve");
   connect(curve_, &QAction::toggled, this, &frmHandBox::ShowHumidityCurve);
-  const auto page = [this](const char* name, const QString& text, const QKeySequence& keys, QUrl (*url)()) {
-    connect(AddEntry(Menu::kHelp, name, text, keys), &QAction::triggered, this,
+  const auto page = [this](const char* name, const QString& text, QUrl (*url)()) {
+    connect(AddEntry(Menu::kHelp, name, text, {}), &QAction::triggered, this,
             [this, url] { OpenWebPage(url(), this); });
   };
-  page("mnuGuide", "&User guide", QKeySequence::HelpContents, DocumentationPage);
-  page("mnuStandards", "&Standards web site", {}, StandardsPage);
+  connect(AddEntry(Menu::kHelp, "mnuGuide", "&User guide", QKeySequence::HelpContents), &QAction::triggered, this,
+          [this] { AskForHelp(this); });
+  page("mnuGuidePage", "User guide in the &browser", DocumentationPage);
+  page("mnuStandards", "&Standards web site", StandardsPage);
 
   night_button_ = Named(new QToolButton(content_), "cmdNight");
   night_button_->setText("Night");

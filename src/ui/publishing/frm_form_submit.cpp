@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include "ui/controls/form_section.h"
+#include "ui/controls/help_request.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
@@ -81,6 +82,7 @@ frmFormSubmit::frmFormSubmit(WebPublisher& publisher, std::function<QPixmap()> g
   pages->setObjectName("pages");
   pages->addTab(BuildExchange(), "&Request");
   pages->addTab(BuildComposer(), "Variables and &headers");
+  pages->setCornerWidget(ForHelp(new QPushButton("Help")));
   auto* upper = new QSplitter(Qt::Horizontal);
   upper->setChildrenCollapsible(false);
   upper->addWidget(BuildSettings());

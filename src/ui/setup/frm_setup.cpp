@@ -17,6 +17,7 @@
 
 #include "app/setup_advice.h"
 #include "ui/controls/form_section.h"
+#include "ui/controls/help_request.h"
 #include "ui/controls/logo_button.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/night_style.h"
@@ -68,6 +69,7 @@ QBoxLayout* frmSetup::BuildFooter() {
     row->addWidget(button);
     return button;
   };
+  ForHelp(add("cmdHelp", "Help"));
   advanced_button_ = add("cmdAdvanced", {});
   connect(advanced_button_, &QPushButton::clicked, this, [this] { SetAdvanced(!advanced_); });
   auto* ok = add("cmdOK", "OK");

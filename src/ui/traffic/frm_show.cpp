@@ -5,13 +5,16 @@
 #include <QGridLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTabBar>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 
+#include "ui/controls/help_request.h"
 #include "ui/controls/night_proof.h"
 #include "ui/controls/night_style.h"
 #include "ui/controls/text_fit.h"
+#include "ui/traffic/call_table.h"
 
 namespace orvalis {
 namespace {
@@ -32,7 +35,7 @@ int Twips(const QWidget& widget, int pixels) { return pixels * kTwipsPerInch / w
 
 }  // namespace
 
-frmShow::frmShow(QWidget* parent) : QWidget(parent, Qt::Tool) {
+frmShow::frmShow(QWidget* parent, const TimeStyle& style) : QWidget(parent, Qt::Tool) {
   setAttribute(Qt::WA_DeleteOnClose);
   setObjectName("frmShow");
   setWindowTitle("ASCOM API Traffic");
@@ -46,10 +49,13 @@ frmShow::frmShow(QWidget* parent) : QWidget(parent, Qt::Tool) {
   text_->setUndoRedoEnabled(false);
   text_->setPlaceholderText("No calls yet.");
   text_->setFont(FixedPitchFont());
+  table_ = new CallTable(style, this);
+  table_->setObjectName("tblCalls");
+  BuildTabs();
 
   refresh_.setSingleShot(true);
   refresh_.setInterval(kRefresh);
-  connect(&refresh_, &QTimer::timeout, this, &frmShow::ShowText);
+  connect(&refresh_, &QTimer::timeout, this, &frmShow::ShowTraffic);
   traffic_.OnChange([this] {
     if (!refresh_.isActive()) refresh_.start();
   });
@@ -93,18 +99,55 @@ QWidget* frmShow::BuildControls() {
             [this, category = filter.category](bool on) { traffic_.SetWanted(category, on); });
   }
 
+  grid->addWidget(ForHelp(new QPushButton("Help")), 2, 0);
   auto* clear = new QPushButton("Clear");
   clear->setObjectName("cmdClear");
   grid->addWidget(clear, 1, 0);
-  connect(clear, &QPushButton::clicked, this, [this] { traffic_.Clear(); });
+  connect(clear, &QPushButton::clicked, this, [this] {
+    traffic_.Clear();
+    table_->Clear();
+  });
   return controls;
 }
 
+void frmShow::BuildTabs() {
+  tabs_ = new QTabBar(this);
+  tabs_->setObjectName("tabView");
+  tabs_->setAccessibleName("View");
+  tabs_->addTab("Te&xt");
+  tabs_->addTab("Ta&ble");
+  tabs_->setDrawBase(false);
+  tabs_->setExpanding(false);
+  table_->hide();
+  setTabOrder(tabs_, text_);
+  setTabOrder(text_, table_);
+  connect(tabs_, &QTabBar::currentChanged, this, [this](int tab) {
+    if (tab == 0) table_width_ = width();
+    text_->setVisible(tab == 0);
+    table_->setVisible(tab == 1);
+    FitWidth();
+  });
+}
+
 void frmShow::Arrange() {
-  setFixedWidth(std::max(Pixels(*this, kWidthTwips), controls_->sizeHint().width()));
-  controls_->setGeometry(0, 0, width(), controls_->sizeHint().height());
-  setMinimumHeight(controls_->height() + Pixels(*this, kMinTextTwips) + kMargin);
-  SetTextOffset(Twips(*this, controls_->height() + kMargin));
+  FitWidth();
+  controls_->setGeometry(0, 0, minimumWidth(), controls_->sizeHint().height());
+  tabs_->setGeometry(kMargin, controls_->height(), minimumWidth() - 2 * kMargin, tabs_->sizeHint().height());
+  const int top = tabs_->geometry().bottom() + 1;
+  setMinimumHeight(top + Pixels(*this, kMinTextTwips) + kMargin);
+  SetTextOffset(Twips(*this, top + kMargin));
+}
+
+void frmShow::FitWidth() {
+  const int text_width = std::max(Pixels(*this, kWidthTwips), controls_->sizeHint().width());
+  if (tabs_->currentIndex() == 0) {
+    setFixedWidth(text_width);
+    return;
+  }
+  setMinimumWidth(text_width);
+  setMaximumWidth(QWIDGETSIZE_MAX);
+  constexpr int kTableShare = 2;
+  resize(std::max({width(), table_width_, table_width_ == 0 ? kTableShare * text_width : 0}), height());
 }
 
 void frmShow::SetTextOffset(int twips) {
@@ -113,10 +156,14 @@ void frmShow::SetTextOffset(int twips) {
 }
 
 void frmShow::FitText() {
-  text_->setGeometry(kMargin, controls_->height(), width() - 2 * kMargin, height() - Pixels(*this, text_offset_));
+  const int height = this->height() - Pixels(*this, text_offset_);
+  const QRect place(kMargin, tabs_->geometry().bottom() + 1, width() - 2 * kMargin, height);
+  text_->setGeometry(place);
+  table_->setGeometry(place);
 }
 
-void frmShow::ShowText() {
+void frmShow::ShowTraffic() {
+  table_->Append(traffic_.TakeCalls());
   text_->setPlainText(QString::fromUtf8(traffic_.text()));
   text_->moveCursor(QTextCursor::End);
 }

@@ -3,19 +3,23 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "base/clock.h"
 #include "server/traffic.h"
 
 class QPlainTextEdit;
-class QPushButton;
+class QTabBar;
 
 namespace orvalis {
 
-/// The traffic window: the calls of automation clients and the requests of the network, with their answers, live.
-/// Closing deletes it and its text.
+class CallTable;
+
+/// The traffic window: the calls of automation clients and the requests of the network, with their answers, live, as
+/// running text or as a table. Closing deletes it and what it shows.
 class frmShow : public QWidget {
   Q_OBJECT
  public:
-  explicit frmShow(QWidget* parent);
+  /// `style` is that of the times shown.
+  explicit frmShow(QWidget* parent, const TimeStyle& style = {});
 
   /// What the window shows. It lives as long as the window.
   [[nodiscard]] Traffic& traffic() { return traffic_; }
@@ -32,16 +36,23 @@ class frmShow : public QWidget {
  private:
   /// The buttons and the check boxes of the categories, above the text.
   QWidget* BuildControls();
-  /// Puts the text box below the controls, whose height depends on the font.
+  /// The choice between text and table, below the controls.
+  void BuildTabs();
+  /// Puts text box and table below the controls, whose height depends on the font.
   void Arrange();
   void FitText();
-  void ShowText();
+  /// The text's width is fixed, the table's is the user's.
+  void FitWidth();
+  void ShowTraffic();
 
   Traffic traffic_;
   QTimer refresh_;  ///< a flood of calls is drawn a few times a second, not call by call
   int text_offset_ = 0;
+  int table_width_ = 0;  ///< of the window, while the table was shown last
   QWidget* controls_ = nullptr;
+  QTabBar* tabs_ = nullptr;
   QPlainTextEdit* text_ = nullptr;
+  CallTable* table_ = nullptr;
 };
 
 }  // namespace orvalis

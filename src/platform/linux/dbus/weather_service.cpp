@@ -245,8 +245,8 @@ void WeatherService::ReadObservation(const QDBusMessage& call, bool is_set) {
     throw BusError(QDBusError::UnknownProperty, "there is no property " + name.toStdString());
   }
   if (is_set) throw BusError(QDBusError::PropertyReadOnly, name.toStdString() + " can only be read");
-  static_cast<void>(ObjectOf(call));  // whoever reads is a client
-  const Observation& now = parts_.observation.Look(is_all ? "" : member->name);
+  const Weather& client = ObjectOf(call);  // whoever reads is one
+  const Observation& now = parts_.observation.Look(is_all ? "" : member->name, client.caller());
   Answer(call, {is_all ? QVariant(BusValues(now)) : QVariant::fromValue(QDBusVariant(BusValue(*member, now)))});
 }
 
@@ -298,7 +298,7 @@ Weather& WeatherService::ObjectOf(const QDBusMessage& call) {
   std::unique_ptr<Weather>& object = clients_[call.service()];
   if (!object) {
     try {
-      object = parts_.create();
+      object = parts_.create("D-Bus " + call.service().toStdString());
       had_clients_ = true;
     } catch (...) {
       clients_.erase(call.service());

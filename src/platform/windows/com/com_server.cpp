@@ -1,7 +1,9 @@
 #include "platform/windows/com/com_server.h"
 
 #include <array>
+#include <cstdint>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -119,7 +121,8 @@ class ComServer::Factory final : public IClassFactory {
     if (offer_->closed()) return CO_E_SERVER_STOPPING;
     std::unique_ptr<Weather> weather;
     try {
-      weather = offer_->parts().create();
+      static std::uint64_t clients = 0;
+      weather = offer_->parts().create("COM " + std::to_string(++clients));
     } catch (const std::exception&) {
       return E_OUTOFMEMORY;  // the limit of clients has been reached
     }

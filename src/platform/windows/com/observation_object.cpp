@@ -76,7 +76,7 @@ HRESULT ObservationObject::Read(ObservationProperty property, Value* value) {
             throw std::logic_error("a property is not of its type");
           }
         },
-        member.read(reader_.Look(member.name)));
+        member.read(reader_.Look(member.name, weather()->caller())));
   });
 }
 
@@ -90,7 +90,7 @@ STDMETHODIMP ObservationObject::get_ValueNames(VARIANT* value) { return Read(Obs
 STDMETHODIMP ObservationObject::get_Value(BSTR name, double* value) {
   return Answer(value, [&] {
     const std::string wanted = Narrow(name == nullptr ? std::wstring_view() : std::wstring_view(name));
-    return KnownValue(reader_.Look(wanted), wanted);
+    return KnownValue(reader_.Look(wanted, weather()->caller()), wanted);
   });
 }
 
