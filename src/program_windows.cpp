@@ -80,6 +80,7 @@ void ProgramWindows::BuildSetup() {
                       .succeeded = [this] { parts_.boundary.Succeeded(kChanging); },
                       .version = ORVALIS_VERSION,
                       .locale = parts_.store.locale(),
+                      .now = [this]() -> const Observation& { return parts_.observer.Now(); },
                       .network = [this] { return core_.NetworkNow(); }},
       panel_.get());
   routine_.emplace(SetupRoutine::Parts{.store = parts_.store,

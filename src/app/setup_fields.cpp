@@ -115,6 +115,8 @@ constexpr std::array<SetupFlag, 35> kFlags{{
     {"chkNetworkDiscovery", &Settings::NetworkDiscovery},
 }};
 
+constexpr std::array<SetupChoice, 1> kChoices{{{"WindUnit", &Settings::WindUnit}}};
+
 constexpr std::array<SetupText, 4> kTexts{{
     {"NetworkAddress", &Settings::NetworkAddress},
     {"NetworkStation", &Settings::NetworkStation},
@@ -174,6 +176,7 @@ bool InRange(Range range, double value) {
 
 std::span<const SetupField> SetupFields() { return kFields; }
 std::span<const SetupFlag> SetupFlags() { return kFlags; }
+std::span<const SetupChoice> SetupChoices() { return kChoices; }
 std::span<const SetupText> SetupTexts() { return kTexts; }
 std::span<const SetupFile> SetupFiles() { return kFiles; }
 std::span<const SetupUnitOption> SetupUnitOptions() { return kUnitOptions; }

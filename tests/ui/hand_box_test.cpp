@@ -164,6 +164,7 @@ TEST_F(HandBox, NightShowsNothingButRedAndDayComesBackAsItWas) {
 
     box.SetNightTheme(true);
     Get<QAbstractButton>("cmdEvents")->setChecked(true);
+    Get<QAbstractButton>("cmdHumidityCurve")->setChecked(true);
     Get("txtHumiditySelector")->setFocus();  // its text cursor would be white
     Settle();
     const Light light(box.grab().toImage());
@@ -172,6 +173,7 @@ TEST_F(HandBox, NightShowsNothingButRedAndDayComesBackAsItWas) {
 
     Get<QAbstractButton>("cmdEvents")->setChecked(false);
     Get("txtHumiditySelector")->clearFocus();
+    Get<QAbstractButton>("cmdHumidityCurve")->setChecked(false);
     box.SetNightTheme(false);
     box.findChild<QScrollArea*>()->verticalScrollBar()->setValue(0);  // the focus has moved it where letters are large
     Settle();
@@ -258,6 +260,9 @@ TEST_F(HandBox, AStandingMessageStaysUntilTheModelLetsItGo) {
 TEST_F(HandBox, HumiditySelectorIsTheUsersWhileTyping) {
   box.show();
   auto* field = Get<QLineEdit>("txtHumiditySelector");
+  EXPECT_FALSE(field->isVisible()) << "folded away";
+  Get<QAbstractButton>("cmdHumidityCurve")->click();
+  EXPECT_TRUE(field->isVisible());
   const auto type = [&](int key, const QString& text = {}) {
     QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
     QApplication::sendEvent(field, &press);

@@ -97,6 +97,7 @@ class frmHandBox : public QWidget {
   void ArrangeValues();
   void FitToolButtons(double letter_size);
   void ShowEvents(bool open);
+  void ShowHumidityCurve(bool open);
 
   PanelModel& model_;
   TimeStyle style_;
@@ -141,6 +142,7 @@ class frmHandBox : public QWidget {
   ValueRow* light_ = nullptr;
 
   QLabel* averaging_ = nullptr;
+  QToolButton* humidity_button_ = nullptr;
   QLineEdit* humidity_selector_ = nullptr;
   FlowLayout* tools_ = nullptr;
   QPushButton* night_button_ = nullptr;

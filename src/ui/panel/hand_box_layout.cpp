@@ -165,19 +165,14 @@ void frmHandBox::BuildBody() {
 
 void frmHandBox::BuildTools(QBoxLayout* column) {
   QWidget* body = scroll_->widget();
-  auto* line = new QHBoxLayout;
   averaging_ = Named(new QLabel(body), "lblAveraging");
   averaging_->setTextFormat(Qt::PlainText);
   averaging_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   averaging_->setToolTip("How many readings the temperatures are averaged over");
-  line->addWidget(averaging_, 1);
-  auto* label = new QLabel("Hu&midity curve:", body);
-  line->addWidget(label);
+  column->addWidget(averaging_);
   humidity_selector_ = Named(new NightProof<QLineEdit>(body), "txtHumiditySelector");
-  label->setBuddy(humidity_selector_);
   humidity_selector_->setAlignment(Qt::AlignRight);
   humidity_selector_->setToolTip("A value below 2 selects the humidity sensor's other temperature curve");
-  label->setToolTip(humidity_selector_->toolTip());
   humidity_selector_->setAccessibleName("Humidity curve");
   humidity_selector_->setAccessibleDescription(humidity_selector_->toolTip());
   humidity_selector_->setValidator(
@@ -187,8 +182,6 @@ void frmHandBox::BuildTools(QBoxLayout* column) {
     model_.humidity_selector = text.toStdString();
   });
   connect(humidity_selector_, &QLineEdit::editingFinished, this, [this] { typing_ = false; });
-  line->addWidget(humidity_selector_);
-  column->addLayout(line);
 
   tools_ = new FlowLayout;
   column->addLayout(tools_);
@@ -215,12 +208,26 @@ void frmHandBox::BuildTools(QBoxLayout* column) {
   events_button_->setAutoRaise(true);
   events_button_->setFocusPolicy(Qt::StrongFocus);
   events_button_->setAccessibleName("Show events");
-  column->addWidget(events_button_, 0, Qt::AlignLeft);
+  // Out of the way: few sensors need it.
+  humidity_button_ = Named(new QToolButton(body), "cmdHumidityCurve");
+  humidity_button_->setCheckable(true);
+  humidity_button_->setAutoRaise(true);
+  humidity_button_->setFocusPolicy(Qt::StrongFocus);
+  humidity_button_->setToolTip(humidity_selector_->toolTip());
+  humidity_button_->setAccessibleName("Show the humidity curve");
+  connect(humidity_button_, &QToolButton::toggled, this, &frmHandBox::ShowHumidityCurve);
+  auto* folded = new QHBoxLayout;
+  folded->addWidget(events_button_);
+  folded->addStretch(1);
+  folded->addWidget(humidity_button_);
+  folded->addWidget(humidity_selector_);
+  column->addLayout(folded);
   events_ = Named(new EventView(style_, body), "txtEvents");
   column->addWidget(events_, 40);
   column->addStretch(1);
   connect(events_button_, &QToolButton::toggled, this, &frmHandBox::ShowEvents);
   ShowEvents(false);
+  ShowHumidityCurve(false);
 }
 
 void frmHandBox::BuildVerdictMenu() {
@@ -263,8 +270,9 @@ void frmHandBox::BuildFooter() {
 
 void frmHandBox::SetTabOrder() {
   QWidget* before = connect_;
-  for (QWidget* next : std::initializer_list<QWidget*>{humidity_selector_, last_tool_, logos_.front(), logos_.back(),
-                                                       events_button_, events_, status_}) {
+  for (QWidget* next :
+       std::initializer_list<QWidget*>{last_tool_, logos_.front(), logos_.back(), events_button_, events_, status_,
+                                       humidity_button_, humidity_selector_}) {
     setTabOrder(before, next);
     before = next;
   }
@@ -295,6 +303,12 @@ void frmHandBox::ShowEvents(bool open) {
     scroll_->verticalScrollBar()->setValue(scroll_->verticalScrollBar()->maximum());
     events_->ScrollToNewest();
   });
+}
+
+void frmHandBox::ShowHumidityCurve(bool open) {
+  humidity_button_->setText(open ? "▾ Hu&midity curve" : "▸ Hu&midity curve");
+  humidity_selector_->setVisible(open);
+  if (open && isVisible()) humidity_selector_->setFocus();
 }
 
 void frmHandBox::ShowWhole() {
