@@ -1,6 +1,27 @@
 #include "publish/web_publisher.h"
 
+#include "base/run_time_error.h"
+#include "publish/http_request.h"
+#include "publish/url_helper.h"
+
 namespace orvalis {
+namespace {
+
+std::string Target(const std::string& account, const std::string& server, std::uint16_t port) {
+  return "Sent as " + account + " to " + server + ", port " + std::to_string(port) + ".";
+}
+
+/// What `describe` returns, or what it throws.
+template <typename Describe>
+std::string TargetOr(Describe describe) {
+  try {
+    return describe();
+  } catch (const RunTimeError& error) {
+    return "Cannot be sent: " + std::string(error.what()) + ".";
+  }
+}
+
+}  // namespace
 
 WebPublisher::WebPublisher(const Parts& parts)
     : parts_(parts),
@@ -73,12 +94,38 @@ void WebPublisher::SetInterval(const SubmitInterval& list, std::int32_t row) {
   });
 }
 
-void WebPublisher::TestServer() {
-  parts_.boundary.Run("testing the server", [&] { readings_.Send(Trigger::kUser); });
+void WebPublisher::TestServer(Permission permission) {
+  parts_.boundary.Run("testing the server", [&] { readings_.Send(Trigger::kUser, permission); });
 }
 
-void WebPublisher::Capture() {
-  parts_.boundary.Run("capturing the panel", [&] { webcam_.Capture(); });
+void WebPublisher::Capture(Permission permission) {
+  parts_.boundary.Run("capturing the panel", [&] { webcam_.Capture(permission); });
+}
+
+std::string WebPublisher::ReadingsTarget() const {
+  const Settings& settings = parts_.settings;
+  return TargetOr([&] {
+    if (IsPrompt("g_sPWS_name", settings.g_sPWS_name) || IsPrompt("g_sPWS_password", settings.g_sPWS_password)) {
+      return std::string("Cannot be sent: the station ID or the password is still the placeholder.");
+    }
+    const UrlRecord url = SplitUrl(settings.g_sPWS_site);
+    if (const UrlComplaint complaint = Complaint(url); !complaint.text.empty()) {
+      return "Cannot be sent: " + std::string(complaint.text) + ".";
+    }
+    CheckUrl(settings.g_sPWS_site, url);
+    return Target(settings.g_sPWS_name, url.host, PortOf(url));
+  });
+}
+
+std::string WebPublisher::PictureTarget() const {
+  if (parts_.settings.WebcamBuiltIn != 1) {
+    if (!parts_.other_programs) return "Cannot be sent: tick \"Use built-in FTP\".";
+    return "Sent by the script winscp_xfer.txt, with the account and the server in it.";
+  }
+  return TargetOr([&] {
+    const FtpUpload upload = BuiltInUpload(parts_.folder, parts_.settings);
+    return Target(upload.user, upload.host + upload.folder + upload.name, upload.port);
+  });
 }
 
 }  // namespace orvalis

@@ -50,8 +50,13 @@ class WebPublisher {
   void SetSwitch(const SubmitSwitch& box, bool on);
   void SetInterval(const SubmitInterval& list, std::int32_t row);
   /// "&Test Server" and "Capture".
-  void TestServer();
-  void Capture();
+  void TestServer(Permission permission = Permission::kBySetting);
+  void Capture(Permission permission = Permission::kBySetting);
+
+  /// The account and the server that the readings or the picture would be sent with, or why they could not be, as a
+  /// sentence for a person. Without the password.
+  [[nodiscard]] std::string ReadingsTarget() const;
+  [[nodiscard]] std::string PictureTarget() const;
 
   [[nodiscard]] const Settings& settings() const { return parts_.settings; }
   [[nodiscard]] SubmitBoxes& boxes() { return boxes_; }
