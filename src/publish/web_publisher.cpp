@@ -7,18 +7,10 @@
 namespace orvalis {
 namespace {
 
-std::string Target(const std::string& account, const std::string& server, std::uint16_t port) {
-  return "Sent as " + account + " to " + server + ", port " + std::to_string(port) + ".";
-}
+WebPublisher::Target None(const std::string& why) { return {"Cannot be sent: " + why + ".", false}; }
 
-/// What `describe` returns, or what it throws.
-template <typename Describe>
-std::string TargetOr(Describe describe) {
-  try {
-    return describe();
-  } catch (const RunTimeError& error) {
-    return "Cannot be sent: " + std::string(error.what()) + ".";
-  }
+WebPublisher::Target To(const std::string& account, const std::string& server, std::uint16_t port) {
+  return {"Sent as " + account + " to " + server + ", port " + std::to_string(port) + ".", true};
 }
 
 }  // namespace
@@ -102,30 +94,28 @@ void WebPublisher::Capture(Permission permission) {
   parts_.boundary.Run("capturing the panel", [&] { webcam_.Capture(permission); });
 }
 
-std::string WebPublisher::ReadingsTarget() const {
+WebPublisher::Target WebPublisher::ReadingsTarget() const try {
   const Settings& settings = parts_.settings;
-  return TargetOr([&] {
-    if (IsPrompt("g_sPWS_name", settings.g_sPWS_name) || IsPrompt("g_sPWS_password", settings.g_sPWS_password)) {
-      return std::string("Cannot be sent: the station ID or the password is still the placeholder.");
-    }
-    const UrlRecord url = SplitUrl(settings.g_sPWS_site);
-    if (const UrlComplaint complaint = Complaint(url); !complaint.text.empty()) {
-      return "Cannot be sent: " + std::string(complaint.text) + ".";
-    }
-    CheckUrl(settings.g_sPWS_site, url);
-    return Target(settings.g_sPWS_name, url.host, PortOf(url));
-  });
+  if (IsPrompt("g_sPWS_name", settings.g_sPWS_name) || IsPrompt("g_sPWS_password", settings.g_sPWS_password)) {
+    return None("the station ID or the password is still the placeholder");
+  }
+  const UrlRecord url = SplitUrl(settings.g_sPWS_site);
+  if (const UrlComplaint complaint = Complaint(url); !complaint.text.empty()) return None(std::string(complaint.text));
+  CheckUrl(settings.g_sPWS_site, url);
+  return To(settings.g_sPWS_name, url.host, PortOf(url));
+} catch (const RunTimeError& error) {
+  return None(error.what());
 }
 
-std::string WebPublisher::PictureTarget() const {
+WebPublisher::Target WebPublisher::PictureTarget() const try {
   if (parts_.settings.WebcamBuiltIn != 1) {
-    if (!parts_.other_programs) return "Cannot be sent: tick \"Use built-in FTP\".";
-    return "Sent by the script winscp_xfer.txt, with the account and the server in it.";
+    if (!parts_.other_programs) return None("tick \"Use built-in FTP\"");
+    return {"Sent by the script winscp_xfer.txt, with the account and the server in it.", true};
   }
-  return TargetOr([&] {
-    const FtpUpload upload = BuiltInUpload(parts_.folder, parts_.settings);
-    return Target(upload.user, upload.host + upload.folder + upload.name, upload.port);
-  });
+  const FtpUpload upload = BuiltInUpload(parts_.folder, parts_.settings);
+  return To(upload.user, upload.host + upload.folder + upload.name, upload.port);
+} catch (const RunTimeError& error) {
+  return None(error.what());
 }
 
 }  // namespace orvalis

@@ -53,10 +53,14 @@ class WebPublisher {
   void TestServer(Permission permission = Permission::kBySetting);
   void Capture(Permission permission = Permission::kBySetting);
 
-  /// The account and the server that the readings or the picture would be sent with, or why they could not be, as a
-  /// sentence for a person. Without the password.
-  [[nodiscard]] std::string ReadingsTarget() const;
-  [[nodiscard]] std::string PictureTarget() const;
+  /// The account and the server of an upload, or why there can be none, as a sentence for a person. Without the
+  /// password.
+  struct Target {
+    std::string text;
+    bool usable;
+  };
+  [[nodiscard]] Target ReadingsTarget() const;
+  [[nodiscard]] Target PictureTarget() const;
 
   [[nodiscard]] const Settings& settings() const { return parts_.settings; }
   [[nodiscard]] SubmitBoxes& boxes() { return boxes_; }

@@ -356,7 +356,7 @@ QLabel* frmFormSubmit::MakeTarget(FormSection& section, const char* name, QPushB
 void frmFormSubmit::ShowTargets() {
   struct Row {
     std::size_t index;
-    std::string target;
+    WebPublisher::Target target;
     QPushButton* button;
     const char* tip;
   };
@@ -364,8 +364,9 @@ void frmFormSubmit::ShowTargets() {
       {kReadings, publisher_.ReadingsTarget(), send_, "Sends the readings now"},
       {kPicture, publisher_.PictureTarget(), capture_, "Captures a picture of the panel and sends it now"}};
   for (const Row& row : rows) {
-    QString text = ToQString(row.target);
-    if (!switches_[row.index]->isChecked()) text += " Uploads are off: the button asks, and sends once.";
+    QString text = ToQString(row.target.text);
+    if (row.target.usable && !switches_[row.index]->isChecked())
+      text += " Uploads are off: the button asks, and sends once.";
     targets_[row.index]->setText(text);
     row.button->setToolTip(row.tip);
     row.button->setAccessibleDescription(text);
@@ -374,15 +375,17 @@ void frmFormSubmit::ShowTargets() {
 
 void frmFormSubmit::Send(std::size_t index, const QString& what, const std::function<void(Permission)>& send) {
   if (switches_[index]->isChecked()) return send(Permission::kBySetting);
-  const std::string target = index == kReadings ? publisher_.ReadingsTarget() : publisher_.PictureTarget();
-  auto* box =
-      new MessageBox(QMessageBox::Question, "Orvalis",
-                     what + " are not sent, because that is not allowed above. Send once?\n\n" + ToQString(target),
-                     QMessageBox::Cancel, this);
+  const auto [target, usable] = index == kReadings ? publisher_.ReadingsTarget() : publisher_.PictureTarget();
+  QString text = what + " are not sent, because that is not allowed above.";
+  if (usable) text += " Send once?";
+  auto* box = new MessageBox(usable ? QMessageBox::Question : QMessageBox::Information, "Orvalis",
+                             text + "\n\n" + ToQString(target), QMessageBox::Cancel, this);
   box->setAttribute(Qt::WA_DeleteOnClose);
-  QAbstractButton* once = box->AddButton("&Send once", QMessageBox::AcceptRole);
   box->setDefaultButton(QMessageBox::Cancel);
-  connect(once, &QAbstractButton::clicked, this, [send] { send(Permission::kOnce); });
+  if (usable) {
+    connect(box->AddButton("&Send once", QMessageBox::AcceptRole), &QAbstractButton::clicked, this,
+            [send] { send(Permission::kOnce); });
+  }
   box->open();
 }
 

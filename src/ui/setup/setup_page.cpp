@@ -1,5 +1,6 @@
 #include "ui/setup/setup_page.h"
 
+#include <QApplication>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QScrollArea>
@@ -17,7 +18,12 @@ class PageFrame : public QGroupBox {
 /// Puts two columns below each other rather than have them scroll sideways.
 class PageScroll : public QScrollArea {
  public:
-  explicit PageScroll(QBoxLayout* columns) : columns_(columns) {}
+  explicit PageScroll(QBoxLayout* columns) : columns_(columns) {
+    // The tabulator key scrolls by itself, the letter of a label does not.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*before*/, QWidget* now) {
+      if (now != nullptr && widget()->isAncestorOf(now)) ensureWidgetVisible(now);
+    });
+  }
 
  protected:
   void resizeEvent(QResizeEvent* event) override {
