@@ -57,6 +57,7 @@ screenshots:    ## make the pictures of the README again
 windows:        ## cross-build orvalis.exe, in build/windows/bin/; Qt for Windows is built first, once
 	@scripts/install-deps.sh build windows
 	@scripts/windows-qt.sh
+	@scripts/windows-mosquitto.sh
 	@scripts/build.sh windows
 
 lint-windows: windows  ## clang-tidy for what only Windows has

@@ -54,10 +54,14 @@ def history():
 class World:
     """A unit on a paced line, a fresh profile and, for the panel, a separate X server."""
 
+    def __init__(self, *unit_options):
+        self.unit_options = unit_options
+
     def __enter__(self):
         self.folder = tempfile.mkdtemp(prefix="orvalis-bench-")
         self.link = self.folder + "/unit"
-        self.unit = subprocess.Popen([BIN + "/orvalis-unit", "--link", self.link], stdout=subprocess.PIPE, text=True)
+        self.unit = subprocess.Popen([BIN + "/orvalis-unit", "--link", self.link, *self.unit_options],
+                                     stdout=subprocess.PIPE, text=True)
         self.unit.stdout.readline()
         # Without -noreset it would start again whenever its last client leaves.
         self.screen = subprocess.Popen(["Xvfb", "-displayfd", "1", "-noreset", "-screen", "0", "1280x1024x24"],
@@ -174,16 +178,16 @@ def clients(world):
 
 
 def watch(world):
-    # One line serves one program, so the two are watched one after the other.
-    for name, program, options, megabytes in (("orvalisd", "orvalisd", [], 25),
-                                              ("headless", "orvalis", ["--headless"], 30),
-                                              ("panel", "orvalis", [], 70)):
+    # One line serves one program, so they are watched one after the other.
+    for name, program, options, limit, megabytes in (("orvalisd", "orvalisd", [], 0.1, 25),
+                                                     ("headless", "orvalis", ["--headless"], 0.3, 30),
+                                                     ("panel", "orvalis", [], 0.3, 70)):
         process = world.start("--port", world.link, *options, program=program)
         time.sleep(6)
         share = processor_share(process.pid, SECONDS)
         memory = resident_megabytes(process.pid)
         stop(process)
-        row("processor time, %s, over %d s" % (name, SECONDS), "%.2f %%" % share, "< 0.3 %", share < 0.3)
+        row("processor time, %s, over %d s" % (name, SECONDS), "%.2f %%" % share, "< %g %%" % limit, share < limit)
         row("resident memory, %s" % name, "%.1f MB" % memory, "< %d MB" % megabytes, memory < megabytes)
 
 
@@ -235,6 +239,8 @@ with World() as world:
     working_cycle(world)
     clients(world)
     network(world, stop, BIN)
+# A USB adapter hands over what has come within 16 ms. Byte by byte the processor time is three times as much.
+with World("--bursts", "0.016") as world:
     watch(world)
     graphs(world)
 leave()

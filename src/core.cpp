@@ -193,13 +193,19 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
                     [this](const std::string& text) {
                       panel_.Stand({.cause = StandingMessage::Cause::kNetwork, .text = text});
                     },
-                .traffic = traffic_}) {
+                .traffic = traffic_}),
+      mqtt_({.loop = loop_,
+             .client = mqtt_client_,
+             .store = store_,
+             .observe = [this]() -> const Observation& { return observer_.Now(); },
+             .record = [this](const std::string& text) { events_.Record(text); }}) {
   error_log_.Open(PathFromText(ProgramFolder()));
-  // What closes a roof first: the others write to a disk, which may hang.
+  // What closes a roof first: the others write to a disk, which may hang. Each by itself, because one may fail.
   observer_.Listen([this](const Observation& now, const Observer::News& news) {
     if (server_) server_->Announce(now, news);
-    network_.Note(now, news);
   });
+  observer_.Listen([this](const Observation& now, const Observer::News& news) { network_.Note(now, news); });
+  observer_.Listen([this](const Observation& now, const Observer::News& news) { mqtt_.Note(now, news); });
   observer_.Listen([this](const Observation& now, const Observer::News& /*news*/) { safety_alerts_.Note(now); });
   observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
@@ -247,6 +253,7 @@ int Core::Run(Front* front) {
   if (front_ != nullptr) front_->ShowSettings();
   ServeClients();
   ApplyNetwork();
+  ApplyMqtt();
   if (poll_.InDemoMode()) panel_.status = "Demo mode: simulated values";
   Refresh();
   history_.LoadSoon();
@@ -279,6 +286,7 @@ void Core::ShutDown() noexcept {
   if (!startup_) return;
   setup_timer_.SetEnabled(false);
   boundary_.RunToEnd("giving the last verdict", [this] { observer_.Stop(); });
+  mqtt_.Close();
   network_.Close();
   startup_->Shutdown();  // first: the link is closed and the panel's place kept, whatever the history's disk does
   history_.Flush();
@@ -304,6 +312,23 @@ void Core::ApplyNetwork() {
 network::Served Core::NetworkNow() const {
   if (line_.automation) return {.trouble = "A program that was started for a client serves no others."};
   return network_.served();
+}
+
+void Core::ApplyMqtt() {
+  if (line_.automation) return;  // as the network
+  boundary_.RunToEnd("publishing over MQTT", [this] {
+    if (settings_.MqttEnabled != 0) network_.Identify(settings_);
+    mqtt_.Apply(settings_, network_.station());
+  });
+}
+
+std::string Core::MqttNow() const {
+  if (line_.automation) return "a program that was started for a client publishes nothing";
+  return mqtt_.status();
+}
+
+void Core::TryMqtt(const Settings& settings, network::MqttTrial::Done done) {
+  mqtt_trial_.Try(settings, std::move(done));
 }
 
 void Core::Poll() {

@@ -29,10 +29,13 @@
 #include "logs/error_log.h"
 #include "logs/log_writer.h"
 #include "logs/verdict_log.h"
+#include "network/mqtt/mqtt_publisher.h"
+#include "network/mqtt/mqtt_trial.h"
 #include "network/network_front.h"
 #include "panel/panel_model.h"
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
+#include "platform/qt/mosquitto_client.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_http_socket.h"
@@ -133,6 +136,12 @@ class Core {
   void ApplyNetwork();
   /// What the network can reach now.
   [[nodiscard]] network::Served NetworkNow() const;
+  /// Publishes over MQTT as the settings say now.
+  void ApplyMqtt();
+  /// What is published now, or why nothing is.
+  [[nodiscard]] std::string MqttNow() const;
+  /// Tries out whether a broker can be reached as `settings` say.
+  void TryMqtt(const Settings& settings, network::MqttTrial::Done done);
   /// Adds a line to the event list as soon as the program runs: then whatever shows the list listens.
   void Note(const std::string& text) {
     loop_.CallAfter(std::chrono::milliseconds(0), [this, text] { events_.Record(text); });
@@ -143,7 +152,8 @@ class Core {
   /// Whether a name look-up, a transfer or a write is running in a thread, which a normal end of the application would
   /// wait for or conflict with.
   [[nodiscard]] bool LeavesThread() const {
-    return http_.LeavesLookUp() || ftp_->LeavesThread() || (front_ != nullptr && front_->LeavesThread());
+    return http_.LeavesLookUp() || ftp_->LeavesThread() || MosquittoClient::LeavesThread() ||
+           (front_ != nullptr && front_->LeavesThread());
   }
 
  private:
@@ -217,6 +227,10 @@ class Core {
   std::unique_ptr<WeatherServer> server_;  ///< null where clients are not supported
   QtSockets sockets_;
   network::NetworkFront network_;
+  MosquittoClient mqtt_client_;
+  network::MqttPublisher mqtt_;
+  MosquittoClient mqtt_trial_client_;
+  network::MqttTrial mqtt_trial_{mqtt_trial_client_, loop_};
 };
 
 }  // namespace orvalis

@@ -81,7 +81,10 @@ void ProgramWindows::BuildSetup() {
                       .version = ORVALIS_VERSION,
                       .locale = parts_.store.locale(),
                       .now = [this]() -> const Observation& { return parts_.observer.Now(); },
-                      .network = [this] { return core_.NetworkNow(); }},
+                      .network = [this] { return core_.NetworkNow(); },
+                      .mqtt = [this] { return core_.MqttNow(); },
+                      .try_mqtt = [this](const Settings& settings, auto done) { core_.TryMqtt(settings, done); },
+                      .mqtt_tls = MosquittoClient::HasTls()},
       panel_.get());
   routine_.emplace(SetupRoutine::Parts{.store = parts_.store,
                                        .settings = parts_.settings,
@@ -92,7 +95,8 @@ void ProgramWindows::BuildSetup() {
                                        .dialog = *setup_,
                                        .leftovers = parts_.leftovers,
                                        .window = panel_window_.get(),
-                                       .network_changed = [this] { core_.ApplyNetwork(); }});
+                                       .network_changed = [this] { core_.ApplyNetwork(); },
+                                       .mqtt_changed = [this] { core_.ApplyMqtt(); }});
   requests_.emplace(*routine_, parts_.loop, parts_.boundary);
   QObject::connect(panel_->AddToolButton("&Traffic…"), &QPushButton::clicked, panel_.get(), [this] { OpenTraffic(); });
   QObject::connect(panel_->AddToolButton("&Setup…"), &QPushButton::clicked, panel_.get(), [this] {

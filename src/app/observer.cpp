@@ -1,10 +1,15 @@
 #include "app/observer.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace orvalis {
 
 using std::chrono::milliseconds;
+
+Observer::~Observer() {
+  if (end_timer_ != 0) parts_.loop.Cancel(end_timer_);
+}
 
 const Observation& Observer::Now() { return judge_.Judge(parts_.settings, SituationNow(), InstantNow()); }
 
@@ -62,6 +67,20 @@ void Observer::Tell(bool reading) {
   for (const Listener& listener : listeners_) {
     parts_.boundary.RunToEnd("announcing the verdict", [&] { listener(now, news); });
   }
+  TellAtTheEndOf(now);
+}
+
+void Observer::TellAtTheEndOf(const Observation& told) {
+  if (end_timer_ != 0) parts_.loop.Cancel(std::exchange(end_timer_, 0));
+  if (told.source == ReadingSource::kNone || !told.age) return;
+  // Whoever looks then is told something else at once: those who wait to be told must not believe the old for longer.
+  const milliseconds fresh_left = kFreshFor - *told.age;
+  const milliseconds hold_left = told.verdict.hold_left;
+  const milliseconds left = hold_left.count() > 0 ? std::min(fresh_left, hold_left) : fresh_left;
+  end_timer_ = parts_.loop.CallAfter(left, [this] {
+    end_timer_ = 0;
+    parts_.boundary.RunToEnd("judging whether it is safe", [this] { Update(); });
+  });
 }
 
 }  // namespace orvalis

@@ -47,13 +47,17 @@ class Observer {
   using Listener = std::function<void(const Observation& now, const News& news)>;
 
   explicit Observer(Parts parts) : parts_(std::move(parts)) {}
+  Observer(const Observer&) = delete;
+  Observer& operator=(const Observer&) = delete;
+  ~Observer();
 
   /// The account of now.
   [[nodiscard]] const Observation& Now();
 
   /// A complete frame has arrived. Tells the listeners.
   void Take(const SafetyJudge::Reading& reading);
-  /// Tells the listeners how things are. To be called once a second and whenever something changes.
+  /// Tells the listeners how things are. To be called once a second and whenever something changes. What ends by
+  /// itself, the age of a reading or the hold, is told at that moment.
   void Update() { Tell(false); }
 
   /// Unsafe until it is released, also over a restart. Throws RunTimeError when that cannot be stored; it holds for
@@ -72,6 +76,8 @@ class Observer {
   [[nodiscard]] Situation SituationNow() const;
   [[nodiscard]] Instant InstantNow() const;
   void Tell(bool reading);
+  /// Tells again when `told` ends by itself.
+  void TellAtTheEndOf(const Observation& told);
 
   Parts parts_;
   SafetyJudge judge_;
@@ -80,6 +86,7 @@ class Observer {
   bool stopping_ = false;
   std::optional<SafetyVerdict> told_;
   ReasonSet told_reasons_;  ///< all since it became unsafe
+  EventLoop::TimerId end_timer_ = 0;
 };
 
 }  // namespace orvalis

@@ -27,7 +27,7 @@ void List(const SettingsStore& store, std::ostream& out) {
   for (const SettingKey& key : SettingKeys()) {
     out << PathOf(key) << " = ";
     const std::string text = EffectiveText(key, store);
-    const bool secret = key.name == kPasswordKey && !text.empty() && text != key.default_text;
+    const bool secret = IsSecret(key) && !text.empty() && text != key.default_text;
     out << (secret ? "(hidden; \"orvalis profile get\" shows it)" : text) << '\n';
   }
 }
@@ -50,7 +50,7 @@ bool Set(const SettingKey& key, std::string value, SettingsStore& store, std::is
     return false;
   }
   store.EnsureLayout();
-  store.WriteText(key.name, value);
+  store.WriteText(PathOf(key), value);
   if (const std::string cut = CutForUnit(key, value, store.locale()); !cut.empty()) {
     error << "orvalis: note: " << cut << '\n';
   }

@@ -11,7 +11,7 @@ using Range = SetupField::Range;
 constexpr std::monostate kNone;
 
 // clang-format off
-constexpr std::array<SetupField, 31> kFields{{
+constexpr std::array<SetupField, 32> kFields{{
     {"Lpt_addr", kNone, false, Range::kAny, "",
      "invalid input in LPT address", -9999.0, ""},
     {"WindSpeedCloseD", &Settings::WindSpeedCloseD, false, Range::kNotBelowZero, "invalid input in WindSpeedCloseD, must be >= 0",
@@ -74,10 +74,12 @@ constexpr std::array<SetupField, 31> kFields{{
      "invalid input in Hold before safe", -9999, ""},
     {"NetworkPort", &Settings::NetworkPort, true, Range::k1To65535, "invalid input in Port, must be 1 through 65535",
      "invalid input in Port", -9999, ""},
+    {"MqttPort", &Settings::MqttPort, true, Range::k1To65535, "invalid input in Broker port, must be 1 through 65535",
+     "invalid input in Broker port", -9999, ""},
 }};
 // clang-format on
 
-constexpr std::array<SetupFlag, 35> kFlags{{
+constexpr std::array<SetupFlag, 39> kFlags{{
     {"Absolute", &Settings::Absolute},
     {"chkSynchronous", &Settings::Synchronous},
     {"chkCentigrade", &Settings::Centigrade},
@@ -113,15 +115,24 @@ constexpr std::array<SetupFlag, 35> kFlags{{
     {"chkVerdictLog", &Settings::VerdictLog},
     {"chkNetworkEnabled", &Settings::NetworkEnabled},
     {"chkNetworkDiscovery", &Settings::NetworkDiscovery},
+    {"chkMqttEnabled", &Settings::MqttEnabled},
+    {"chkMqttTls", &Settings::MqttTls},
+    {"chkMqttHomeAssistant", &Settings::MqttHomeAssistant},
+    {"chkMqttAllowPlainPassword", &Settings::MqttAllowPlainPassword},
 }};
 
 constexpr std::array<SetupChoice, 1> kChoices{{{"WindUnit", &Settings::WindUnit}}};
 
-constexpr std::array<SetupText, 4> kTexts{{
+constexpr std::array<SetupText, 9> kTexts{{
     {"NetworkAddress", &Settings::NetworkAddress},
     {"NetworkStation", &Settings::NetworkStation},
     {"NetworkNames", &Settings::NetworkNames},
     {"NetworkAllowOrigin", &Settings::NetworkAllowOrigin},
+    {"MqttHost", &Settings::MqttHost},
+    {"MqttUser", &Settings::MqttUser},
+    {"MqttPassword", &Settings::MqttPassword},
+    {"MqttCaFile", &Settings::MqttCaFile},
+    {"MqttPrefix", &Settings::MqttPrefix},
 }};
 
 constexpr std::array<SetupFile, 16> kFiles{{

@@ -10,9 +10,10 @@ namespace {
 
 constexpr std::chrono::seconds kDialogTick{1};
 
-bool SameNetwork(const Settings& a, const Settings& b, NumberLocale locale) {
+/// Whether the settings of `subkey` are the same.
+bool Same(std::string_view subkey, const Settings& a, const Settings& b, NumberLocale locale) {
   return std::ranges::all_of(SettingKeys(), [&](const SettingKey& key) {
-    return key.subkey != kNetworkSubkey || ToText(key, a, locale) == ToText(key, b, locale);
+    return key.subkey != subkey || ToText(key, a, locale) == ToText(key, b, locale);
   });
 }
 
@@ -68,6 +69,10 @@ SetupForm SetupRoutine::CopyIn() const {
     settings.NetworkEnabled = 0;
     settings.NetworkPort = Settings().NetworkPort;
   }
+  if (settings.MqttPort == 0) {
+    settings.MqttEnabled = 0;
+    settings.MqttPort = Settings().MqttPort;
+  }
   SetupForm form;
   for (const SetupField& field : SetupFields()) {
     form.texts.push_back(SetupFieldText(field, settings, parts_.store.locale()));
@@ -105,9 +110,12 @@ bool SetupRoutine::Accept(SetupForm& form, const ShownUnit& shown) {
     Settings changed = parts_.settings;
     if (!ReadBack(form, changed)) return false;
     parts_.store.SaveSetupSettings(changed);
-    const bool same_network = SameNetwork(parts_.settings, changed, parts_.store.locale());
+    const bool same_network = Same(kNetworkSubkey, parts_.settings, changed, parts_.store.locale());
+    const bool same_mqtt = Same(kMqttSubkey, parts_.settings, changed, parts_.store.locale()) &&
+                           parts_.settings.NetworkStation == changed.NetworkStation;
     parts_.settings = changed;
     if (!same_network && parts_.network_changed) parts_.network_changed();
+    if (!same_mqtt && parts_.mqtt_changed) parts_.mqtt_changed();
   } catch (const RunTimeError& error) {
     parts_.dialog.ShowMessage(error.what());
     return false;

@@ -60,6 +60,7 @@ class SetupRoutine {
     Leftovers& leftovers;
     PanelWindow* window;                         ///< none when headless
     std::function<void()> network_changed = {};  ///< a setting of the network has another value now
+    std::function<void()> mqtt_changed = {};     ///< one of MQTT, or the station's name
   };
 
   explicit SetupRoutine(const Parts& parts) : parts_(parts) {}

@@ -124,6 +124,18 @@ struct Settings {
   std::string NetworkStation;                ///< what it is called there; "" for the machine's name
   std::string NetworkNames;                  ///< further host names of this machine, separated by blanks or commas
   std::string NetworkAllowOrigin;  ///< the origin whose pages may read what is shared; "" for none, "*" for all
+
+  // In the subkey "Mqtt", named there without "Mqtt".
+  std::int32_t MqttEnabled = 0;             ///< 1: publish the readings to a broker
+  std::string MqttHost;                     ///< the broker's name or address
+  std::int32_t MqttPort = 1883;             ///< the broker's, 0 for none
+  std::string MqttUser;                     ///< "" for none
+  std::string MqttPassword;                 ///< secret: never logged, shown or listed
+  std::int32_t MqttTls = 0;                 ///< 1: over an encrypted line
+  std::string MqttCaFile;                   ///< certificates of the authority to trust; "" for the system's
+  std::string MqttPrefix = "orvalis";       ///< what all topics begin with
+  std::int32_t MqttHomeAssistant = 1;       ///< 1: Home Assistant finds the values by itself
+  std::int32_t MqttAllowPlainPassword = 0;  ///< 1: the password may go to another machine over an unencrypted line
 };
 
 }  // namespace orvalis

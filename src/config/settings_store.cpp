@@ -85,6 +85,10 @@ constexpr std::array<std::string_view, 7> kNetworkKeys{
     "Network/Enabled", "Network/Address", "Network/Port",        "Network/Discovery",
     "Network/Station", "Network/Names",   "Network/AllowOrigin",
 };
+constexpr std::array<std::string_view, 10> kMqttKeys{
+    "Mqtt/Enabled", "Mqtt/Host",   "Mqtt/Port",   "Mqtt/User",          "Mqtt/Password",
+    "Mqtt/Tls",     "Mqtt/CaFile", "Mqtt/Prefix", "Mqtt/HomeAssistant", "Mqtt/AllowPlainPassword",
+};
 
 const SettingKey& Require(std::string_view name) {
   const SettingKey* key = FindSettingKey(name);
@@ -177,6 +181,7 @@ void SettingsStore::SaveSetupSettings(const Settings& settings) {
   for (const std::string_view name : kSetupKeys) Write(name, settings);
   for (const std::string_view name : kSafetyKeys) Write(name, settings);
   for (const std::string_view name : kNetworkKeys) Write(name, settings);
+  for (const std::string_view name : kMqttKeys) Write(name, settings);
   batch.Commit();
 }
 

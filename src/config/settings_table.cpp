@@ -12,11 +12,12 @@ namespace {
 constexpr std::string_view kRoot;
 constexpr std::string_view kCapabilities = "Capabilities";
 constexpr std::string_view kNetwork = kNetworkSubkey;
+constexpr std::string_view kMqtt = kMqttSubkey;
 constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
 
 // clang-format off
-constexpr std::array<SettingKey, 120> kKeys{{
+constexpr std::array<SettingKey, 131> kKeys{{
     {"RegVer", kRoot, KeyType::kText, kLayoutVersion, kStoreOnly},
     {"Absolute", kRoot, KeyType::kBoolean, "True", &Settings::Absolute},
     {"Synchronous", kRoot, KeyType::kBoolean, "False", &Settings::Synchronous},
@@ -138,6 +139,18 @@ constexpr std::array<SettingKey, 120> kKeys{{
     {"Uuid", kNetwork, KeyType::kText, kNoDefault, kStoreOnly},
     {"ObservingConditionsUuid", kNetwork, KeyType::kText, kNoDefault, kStoreOnly},
     {"SafetyMonitorUuid", kNetwork, KeyType::kText, kNoDefault, kStoreOnly},
+    {"Enabled", kMqtt, KeyType::kInteger, kNoDefault, &Settings::MqttEnabled, "0", "0", 0, 1},
+    {"Host", kMqtt, KeyType::kText, kNoDefault, &Settings::MqttHost},
+    {"Port", kMqtt, KeyType::kInteger, kNoDefault, &Settings::MqttPort, "1883", "0", 0, 65535},
+    {"User", kMqtt, KeyType::kText, kNoDefault, &Settings::MqttUser},
+    {"Password", kMqtt, KeyType::kText, kNoDefault, &Settings::MqttPassword},
+    // What is unreadable here must not send a password in the clear.
+    {"Tls", kMqtt, KeyType::kInteger, kNoDefault, &Settings::MqttTls, "0", "1", 0, 1},
+    {"CaFile", kMqtt, KeyType::kText, kNoDefault, &Settings::MqttCaFile},
+    {"Prefix", kMqtt, KeyType::kText, kNoDefault, &Settings::MqttPrefix, "orvalis"},
+    {"HomeAssistant", kMqtt, KeyType::kInteger, kNoDefault, &Settings::MqttHomeAssistant, "1", "0", 0, 1},
+    {"AllowPlainPassword", kMqtt, KeyType::kInteger, kNoDefault, &Settings::MqttAllowPlainPassword, "0", "0", 0, 1},
+    {"Announced", kMqtt, KeyType::kText, kNoDefault, kStoreOnly},
 }};
 // clang-format on
 
@@ -171,6 +184,8 @@ const SettingKey* FindSettingKey(std::string_view path) {
 std::string PathOf(const SettingKey& key) {
   return key.subkey.empty() ? std::string(key.name) : std::string(key.subkey) + "/" + std::string(key.name);
 }
+
+bool IsSecret(const SettingKey& key) { return key.name == kPasswordKey || PathOf(key) == kMqttPasswordKey; }
 
 std::string DefaultText(const SettingKey& key, std::string_view program_folder, NumberLocale locale) {
   if (!key.default_text) return "";

@@ -24,7 +24,7 @@ using SettingMember = std::variant<std::monostate, bool Settings::*, std::int32_
 /// One key of the profile.
 struct SettingKey {
   std::string_view name;
-  std::string_view subkey;  ///< "", "Capabilities", "Network"
+  std::string_view subkey;  ///< "", "Capabilities", "Network", "Mqtt"
   KeyType type;
   std::optional<std::string_view> default_text;  ///< none: the key is not written on initialisation
   SettingMember member;
@@ -47,8 +47,10 @@ inline constexpr std::string_view kDefaultPort = "2";
 inline constexpr std::string_view kProgramFolder = "<program folder>";
 /// Where the network's settings are.
 inline constexpr std::string_view kNetworkSubkey = "Network";
-/// The key of the password, which is never listed.
+inline constexpr std::string_view kMqttSubkey = "Mqtt";
+/// The keys of the passwords.
 inline constexpr std::string_view kPasswordKey = "g_sPWS_password";
+inline constexpr std::string_view kMqttPasswordKey = "Mqtt/Password";
 
 /// All keys, in the order in which the store is initialised.
 [[nodiscard]] std::span<const SettingKey> SettingKeys();
@@ -58,6 +60,9 @@ inline constexpr std::string_view kPasswordKey = "g_sPWS_password";
 [[nodiscard]] const SettingKey* FindSettingKey(std::string_view path);
 /// "TempMax", "Capabilities/TempMax": the name alone for a key of the root.
 [[nodiscard]] std::string PathOf(const SettingKey& key);
+
+/// Whether `key` is a password, which is never listed.
+[[nodiscard]] bool IsSecret(const SettingKey& key);
 
 /// The default text of `key`, or "". Numbers are in the locale's format, so that they are read back unchanged.
 [[nodiscard]] std::string DefaultText(const SettingKey& key, std::string_view program_folder, NumberLocale locale);

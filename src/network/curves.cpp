@@ -4,7 +4,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <stdexcept>
@@ -123,7 +122,7 @@ std::optional<std::int64_t> ReadNumber(const FormFields& fields, std::string_vie
   if (!text) return std::nullopt;
   std::int64_t value = 0;
   const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), value);
-  if (error != std::errc() || end != text->data() + text->size() || std::abs(value) > kLargest) {
+  if (error != std::errc() || end != text->data() + text->size() || value < -kLargest || value > kLargest) {
     throw std::invalid_argument("\"" + std::string(name) + "\" must be a whole number");
   }
   return value;

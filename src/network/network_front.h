@@ -52,6 +52,8 @@ class NetworkFront {
   void Apply(const Settings& settings);
   /// Ends all connections.
   void Close();
+  /// Gives the station its name and its identifiers, also where nothing is served.
+  void Identify(const Settings& settings);
   /// To be called with every new account.
   void Note(const Observation& now, const Observer::News& news) {
     alpaca_.Note(now);
@@ -77,7 +79,6 @@ class NetworkFront {
   };
 
   [[nodiscard]] Wanted WantedBy(const Settings& settings) const;
-  void Identify(const Settings& settings);
   void Open();
   void OpenDiscovery();
   void TryAgainLater();

@@ -46,7 +46,7 @@ constexpr std::array<ValueMetric, 13> kValueMetrics{{
     {"clear_sky_c", "orvalis_clear_sky_celsius", "celsius", "Sky temperature calculated for a clear sky."},
     {"difference_c", "orvalis_sky_difference_celsius", "celsius", "Ambient minus sky temperature."},
     {"dew_point_c", "orvalis_dew_point_celsius", "celsius", "Dew point."},
-    {"humidity_percent", "orvalis_humidity_ratio", "ratio", "Relative humidity, 0 to 1.", 0.01},
+    {"humidity_percent", "orvalis_humidity_ratio", "ratio", "Relative humidity as computed; 1 is 100 %.", 0.01},
     {"wind_m_s", "orvalis_wind_meters_per_second", "meters_per_second", "Wind speed."},
     {"wind_average_m_s", "orvalis_wind_average_meters_per_second", "meters_per_second", "Wind speed, averaged."},
     {"wind_gust_m_s", "orvalis_wind_gust_meters_per_second", "meters_per_second",

@@ -91,7 +91,12 @@ std::string ExplainAlarm(const Observation& o, const Style& style) {
   for (const Cause& cause : kCauses) {
     if (cause.holds(o.figures)) Append(text, cause.text(o.figures, style));
   }
-  return text.empty() ? "the unit's relay is on; none of the readings explains it" : text;
+  if (text.empty()) return "the unit's relay is on; none of the readings explains it";
+  // The program's own limits are told in like words: beside them it has to be told apart.
+  ReasonSet alarm;
+  alarm.Add(Reason::kUnitAlarm);
+  const bool stands_alone = o.verdict.reasons.Without(alarm).empty();
+  return stands_alone ? text : "unit's alarm: " + text;
 }
 
 std::string ShortAlarm(const Observation& o) {

@@ -1,6 +1,8 @@
 #include "app/observer.h"
 
 #include <algorithm>
+#include <map>
+#include <string>
 
 #include "app/verdict_records.h"
 #include "tests/support/log_fixture.h"
@@ -37,6 +39,24 @@ TEST_F(ObserverTest, AConnectionIsSafeAfterItsHold) {
   EXPECT_NE(Content(VerdictLog::kFileName).find("2026-11-21T21:04:05.000+00:00 unsafe stale: no reading for 10 s |"),
             std::string::npos)
       << Content(VerdictLog::kFileName);
+}
+
+TEST_F(ObserverTest, TellsWhatEndsByItselfAtThatMoment) {
+  std::map<std::string, std::int64_t> told;  // when each was
+  observer.Listen([&](const Observation& now, const Observer::News& news) {
+    if (news.reading) told["reading"] = loop.TickCount();
+    if (news.reasons) told[ReasonNames(now.verdict)] = loop.TickCount();
+  });
+  settings.SafeHoldSeconds = 5;
+  Connect();
+  // Nobody asks in between.
+  for (int i = 0; i < 24; ++i) {
+    port.silent = told.contains("");
+    poll.Poll();
+    loop.Advance(std::chrono::milliseconds(i % 2 == 0 ? 1 : 1'399));
+  }
+  EXPECT_EQ(told[""] - told["hold"], 5'000);
+  EXPECT_EQ(told["stale"] - told["reading"], 10'000);
 }
 
 TEST_F(ObserverTest, AGustyNightIsALineEachAndAnEventOnce) {

@@ -226,7 +226,7 @@ TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
     form.unit.allow_wind = true;
     return true;
   }});
-  ASSERT_EQ(profile.log.size(), 88u);
+  ASSERT_EQ(profile.log.size(), 98u);
   EXPECT_EQ(profile.log[0] + ", " + profile.log[1], "write /COM Port, write /WindSpeedCloseD");
   const std::pair<const char*, const char*> stored[] = {
       {"COM Port", "/dev/ttyACM1"}, {"RainThreshold", "360"}, {"g_sRainSounds", "/home/a b/rain.wav"},

@@ -57,9 +57,9 @@ TEST_F(LogWriterTest, ASilenceClosesTheRoofInRecordsOfUnknownConditions) {
   const std::string fresh = record();
   EXPECT_TRUE(fresh.ends_with(" 0 0     0 046347.87784 1 3 1 1 0")) << fresh;
   Silence(11);
-  EXPECT_TRUE(record().ends_with(" 0 0    11 046347.87784 0 0 0 0 1")) << record();
+  EXPECT_TRUE(record().ends_with(" 0 0    10 046347.87784 0 0 0 0 1")) << record();
   Silence(3);  // a record every two seconds
-  EXPECT_TRUE(record().ends_with(" 0 0    13 046347.87784 0 0 0 0 1")) << record();
+  EXPECT_TRUE(record().ends_with(" 0 0    14 046347.87784 0 0 0 0 1")) << record();
 }
 
 TEST_F(LogWriterTest, TheFullLineHasEveryLabelInOrder) {

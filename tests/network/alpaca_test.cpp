@@ -264,6 +264,21 @@ TEST_F(NetworkFrontTest, TellsTheReadingsToProgramsThatWantNoAlpaca) {
   EXPECT_EQ(Get("/roof-status")["roof_status"]["open_ok"], 0);
 }
 
+TEST_F(NetworkFrontTest, ForgetsOnlyClientsOfWhoHasTooMany) {
+  AlpacaClients clients;
+  const auto call = [](const char* address, std::size_t id) {
+    const std::string query = "ClientID=" + std::to_string(id);
+    HttpRequest request;
+    request.query = query;
+    request.peer.address = address;
+    return AlpacaCall(request);
+  };
+  clients.SetConnected(call("192.0.2.1", 1), true, 0);
+  for (std::size_t i = 0; i < AlpacaClients::kMost; ++i) clients.SetConnected(call("192.0.2.9", i), true, 1'000);
+  EXPECT_TRUE(clients.IsConnected(call("192.0.2.1", 1), 2'000));
+  EXPECT_FALSE(clients.IsConnected(call("192.0.2.9", 0), 2'000));
+}
+
 TEST_F(NetworkFrontTest, KeepsItsIdentifiersForever) {
   Start();
   const json devices = Get("/management/v1/configureddevices")["Value"];
@@ -339,6 +354,17 @@ TEST_F(NetworkFrontTest, IsFoundWhenItIsOpenToTheNetwork) {
   EXPECT_EQ(ask("alpacadiscovery2 and more", "127.255.255.255"), "{\"AlpacaPort\":" + std::to_string(port()) + "}");
   EXPECT_EQ(ask("alpacadiscovery", "127.255.255.255"), "");
   EXPECT_EQ(ask("alpacadiscovery0", "127.255.255.255"), "");
+  // A flood is answered in part, and the next second is like any other.
+  QUdpSocket flood;
+  for (int i = 0; i < 200; ++i) flood.writeDatagram("alpacadiscovery1", QHostAddress("127.255.255.255"), 32'227);
+  EXPECT_EQ(ask("alpacadiscovery1", "127.255.255.255"), "");
+  loop_.Advance(milliseconds(1'000));
+  EXPECT_NE(ask("alpacadiscovery1", "127.255.255.255"), "");
+  // Nor does the one who floods use up the answers of the others.
+  AlpacaDiscovery discovery(1);
+  const Datagram flooding{.bytes = "alpacadiscovery1", .peer = {.address = "192.0.2.9"}};
+  while (!discovery.Answer(flooding, 0).empty()) continue;
+  EXPECT_EQ(discovery.Answer({.bytes = "alpacadiscovery1", .peer = {.address = "192.0.2.1"}}, 0), "{\"AlpacaPort\":1}");
 }
 
 }  // namespace

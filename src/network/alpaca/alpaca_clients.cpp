@@ -1,6 +1,7 @@
 #include "network/alpaca/alpaca_clients.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace orvalis::network {
 
@@ -15,8 +16,16 @@ void AlpacaClients::SetConnected(const AlpacaCall& call, bool connected, std::in
     return;
   }
   last_calls_.insert_or_assign(KeyOf(call), tick);
-  if (last_calls_.size() <= kMost) return;
-  last_calls_.erase(std::ranges::min_element(last_calls_, {}, [](const auto& entry) { return entry.second; }));
+  if (last_calls_.size() > kMost) ForgetOne();
+}
+
+void AlpacaClients::ForgetOne() {
+  // Of the address that has most, so that a program that takes ever new numbers pushes out nobody else.
+  std::map<std::string_view, std::size_t> numbers;
+  for (const auto& entry : last_calls_) ++numbers[entry.first.first];
+  const auto crowd = std::ranges::max_element(numbers, {}, [](const auto& entry) { return entry.second; })->first;
+  last_calls_.erase(std::ranges::min_element(
+      last_calls_, {}, [&](const auto& entry) { return std::pair(entry.first.first != crowd, entry.second); }));
 }
 
 bool AlpacaClients::IsConnected(const AlpacaCall& call, std::int64_t tick) {

@@ -14,7 +14,7 @@ namespace orvalis::network {
 /// takes nothing from another. A client is known by its number and its address, because many use the same number.
 class AlpacaClients {
  public:
-  /// Those that used the device longest ago are forgotten beyond this.
+  /// Beyond this, one that used the device longest ago is forgotten.
   static constexpr std::size_t kMost = 256;
   /// A client that has not called for so long is gone, in milliseconds.
   static constexpr std::int64_t kForgottenAfter = std::int64_t{24} * 60 * 60 * 1'000;
@@ -26,6 +26,7 @@ class AlpacaClients {
  private:
   using Key = std::pair<std::string, std::uint32_t>;
   static Key KeyOf(const AlpacaCall& call);
+  void ForgetOne();
 
   std::map<Key, std::int64_t> last_calls_;  ///< of those that are connected
 };

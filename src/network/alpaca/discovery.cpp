@@ -10,7 +10,9 @@ constexpr std::string_view kQuestion = "alpacadiscovery";
 /// The question, its version, and room for what later versions add.
 constexpr std::size_t kShortest = 16;
 constexpr std::size_t kLongest = 64;
+/// Answers in a second, and of these to one address: one that floods must not keep the others from finding us.
 constexpr int kMostInASecond = 50;
+constexpr int kMostForOne = 10;
 
 bool IsVersion(char c) { return (c >= '1' && c <= '9') || (c >= 'A' && c <= 'Z'); }
 
@@ -36,8 +38,10 @@ std::string AlpacaDiscovery::Answer(const Datagram& datagram, std::int64_t tick)
   if (tick / 1'000 != second_) {
     second_ = tick / 1'000;
     answers_ = 0;
+    answered_.clear();
   }
-  if (++answers_ > kMostInASecond) return "";
+  if (answers_ >= kMostInASecond || ++answered_[datagram.peer.address] > kMostForOne) return "";
+  ++answers_;
   return "{\"AlpacaPort\":" + std::to_string(http_port_) + "}";
 }
 

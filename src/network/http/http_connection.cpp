@@ -44,7 +44,7 @@ const char* ReasonOfRefusal(int status) {
 }  // namespace
 
 HttpConnection::HttpConnection(std::unique_ptr<StreamSocket> socket, Owner& owner)
-    : socket_(std::move(socket)), owner_(owner) {
+    : socket_(std::move(socket)), owner_(owner), quiet_since_(owner.Now()) {
   WaitAtMost(kRequestTime);
 }
 
@@ -111,6 +111,7 @@ void HttpConnection::AnswerRequest() {
   WriteHeader(response, keep_alive);
   if (request.method != Method::kHead) output_ += response.body;
   served_ = true;
+  quiet_since_ = owner_.Now();
   WaitAtMost(keep_alive ? kIdleTime : kRequestTime);
   if (streams) {
     state_ = State::kStreaming;
@@ -180,6 +181,11 @@ void HttpConnection::CheckTime() {
     if (state_ == State::kOpen && !served_) owner_.NoteRefusal(socket_->peer(), "it sent nothing for ten seconds");
     End();
   }
+}
+
+milliseconds HttpConnection::Idle() const {
+  const bool waits = state_ == State::kOpen && !parser_.begun() && !held_up_ && socket_->unsent() == 0;
+  return milliseconds(waits ? owner_.Now() - quiet_since_ : 0);
 }
 
 void HttpConnection::End() {

@@ -51,6 +51,10 @@ class HttpConnection : public StreamSocket::User, public EventChannel::Reader {
   void Refuse(int status, const std::string& reason);
   /// Ends the connection if its time is over.
   void CheckTime();
+  /// How long it has waited for a request; 0 while it has one or sends.
+  [[nodiscard]] std::chrono::milliseconds Idle() const;
+  /// Ends the connection, which is idle, for another.
+  void MakeRoom() { End(); }
 
   [[nodiscard]] bool over() const { return state_ == State::kOver; }
   /// Whether the connection counts: one that was refused only waits for its peer to see that.
@@ -90,7 +94,8 @@ class HttpConnection : public StreamSocket::User, public EventChannel::Reader {
   std::int64_t deadline_ = 0;
   std::size_t last_unsent_ = 0;
   std::size_t discarded_ = 0;
-  bool served_ = false;  ///< has had a request
+  bool served_ = false;       ///< has had a request
+  std::int64_t quiet_since_;  ///< when it last had one, or began
   EventChannel* channel_ = nullptr;
 };
 

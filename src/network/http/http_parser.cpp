@@ -97,9 +97,11 @@ std::size_t HttpParser::Feed(std::string_view bytes) {
 void HttpParser::CheckHeader() {
   const auto& message = beast_->parser.get();
   // Two lengths, or a coding that this end does not know, and the two ends may disagree where the request ends.
-  const bool has_coding = message.count(http::field::transfer_encoding) > 0;
+  const auto coding = message.find(http::field::transfer_encoding);
+  const bool has_coding = coding != message.end();
   if (message.count(http::field::content_length) > 1 || message.count(http::field::host) > 1) refusal_ = kBadRequest;
-  if (has_coding && !beast_->parser.chunked()) refusal_ = kNotImplemented;
+  const bool is_known = has_coding && beast_->parser.chunked() && SameIgnoringCase(View(coding->value()), "chunked");
+  if (has_coding && !is_known) refusal_ = kNotImplemented;
   if (has_coding && message.version() < 11) refusal_ = kBadRequest;
   // A browser names the host in every request; only clients older than that rule may leave it out.
   if (message.version() >= 11 && message.count(http::field::host) == 0) refusal_ = kBadRequest;

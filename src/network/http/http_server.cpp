@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <exception>
+#include <iterator>
+#include <ranges>
 
 namespace orvalis::network {
 namespace {
@@ -10,14 +12,17 @@ namespace {
 /// Refused ones included, which are kept a moment for their peers to see why.
 constexpr std::size_t kMostKept = 2 * kMostConnections;
 constexpr std::chrono::milliseconds kCheckInterval{1'000};
+/// A connection that waited so long for a request gives way to a new one when there is no room: 64 clients that are
+/// only open must not keep out one that asks.
+constexpr std::chrono::milliseconds kIdleEnough{1'000};
 
 /// "Sun, 22 Nov 2026 02:05:09 GMT"
 std::string HttpDate(const CivilTime& utc) {
   constexpr std::array<const char*, 7> kDays{"Thu", "Fri", "Sat", "Sun", "Mon", "Tue", "Wed"};
   constexpr std::array<const char*, 12> kMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                 "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-  constexpr std::int64_t kDay = 86'400'000;
-  const auto day = static_cast<std::size_t>(UtcMilliseconds(utc) / kDay % 7);  // 1970 began on a Thursday
+  // 1970 began on a Thursday, and a clock may stand before it.
+  const auto day = static_cast<std::size_t>((DayNumber(utc) % 7 + 7) % 7);
   return std::string(kDays.at(day)) + FormatTime(utc, ", DD ") + kMonths.at(static_cast<std::size_t>(utc.month - 1)) +
          FormatTime(utc, " YYYY hh:nn:ss") + " GMT";
 }
@@ -34,6 +39,24 @@ void AddPageFields(HttpResponse& response) {
 }
 
 }  // namespace
+
+/// How many connections there may be.
+struct HttpServer::Limit {
+  std::ptrdiff_t most;
+  bool (*counts)(const Peer& other, const Peer& peer);  ///< whether `other`, connected, is among those for `peer`
+  int status;
+  const char* reason;
+};
+
+// The narrowest first: room that is made within it is room within the others.
+const HttpServer::Limit HttpServer::kLimits[] = {
+    {kMostFromOneAddress,
+     [](const Peer& other, const Peer& peer) { return !peer.loopback && other.address == peer.address; },
+     kTooManyRequests, "there are too many connections from its address"},
+    {kMostFromOthers, [](const Peer& other, const Peer& peer) { return !peer.loopback && !other.loopback; },
+     kUnavailable, "there are too many connections"},
+    {kMostConnections, [](const Peer&, const Peer&) { return true; }, kUnavailable, "there are too many connections"},
+};
 
 HttpServer::HttpServer(Parts parts) : parts_(std::move(parts)), refusals_(parts_.report), failures_(parts_.report) {}
 
@@ -63,27 +86,26 @@ void HttpServer::Accept(std::unique_ptr<StreamSocket> socket) {
     NoteRefusal(socket->peer(), "there are too many connections");
     return;
   }
-  const auto full = Full(socket->peer());
+  const Limit* const full = Full(socket->peer());
   HttpConnection::Owner& owner = *this;
   HttpConnection& connection = *connections_.emplace_back(std::make_unique<HttpConnection>(std::move(socket), owner));
-  if (full) connection.Refuse(full->first, full->second);
+  if (full) connection.Refuse(full->status, full->reason);
   connection.Start();
   if (check_timer_ == 0) check_timer_ = parts_.loop.CallAfter(kCheckInterval, [this] { CheckTimes(); });
 }
 
-std::optional<std::pair<int, std::string>> HttpServer::Full(const Peer& peer) const {
-  std::size_t all = 0;
-  std::size_t same = 0;
-  for (const auto& connection : connections_) {
-    if (!connection->counts()) continue;
-    ++all;
-    if (connection->peer().address == peer.address) ++same;
+const HttpServer::Limit* HttpServer::Full(const Peer& peer) {
+  for (const Limit& limit : kLimits) {
+    const auto counts = [&](const auto& connection) {
+      return connection->counts() && limit.counts(connection->peer(), peer);
+    };
+    auto all = connections_ | std::views::filter(counts);
+    if (std::ranges::distance(all) < limit.most) continue;
+    const auto idlest = std::ranges::max_element(all, {}, [](const auto& connection) { return connection->Idle(); });
+    if ((*idlest)->Idle() < kIdleEnough) return &limit;
+    (*idlest)->MakeRoom();
   }
-  if (all >= kMostConnections) return std::pair(kUnavailable, "there are too many connections");
-  if (!peer.loopback && same >= kMostFromOneAddress) {
-    return std::pair(kTooManyRequests, "there are too many connections from its address");
-  }
-  return std::nullopt;
+  return nullptr;
 }
 
 void HttpServer::CheckTimes() {

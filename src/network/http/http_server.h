@@ -19,9 +19,11 @@
 
 namespace orvalis::network {
 
-/// How many connections are served at a time, and how many of them from one address that is not this machine's.
-inline constexpr std::size_t kMostConnections = 64;
-inline constexpr std::size_t kMostFromOneAddress = 16;
+/// How many connections are served at a time, how many of them from other machines, so that those cannot keep out this
+/// machine's own roof, and how many from one of their addresses.
+inline constexpr int kMostConnections = 64;
+inline constexpr int kMostFromOthers = 48;
+inline constexpr int kMostFromOneAddress = 16;
 
 /// Serves resources over HTTP on one address and port.
 class HttpServer : private HttpConnection::Owner {
@@ -53,9 +55,13 @@ class HttpServer : private HttpConnection::Owner {
   [[nodiscard]] bool open() const { return listener_ != nullptr; }
 
  private:
+  struct Limit;
+  static const Limit kLimits[];
+
   void Accept(std::unique_ptr<StreamSocket> socket);
-  /// Why `peer` may not have a further connection, and the status; nothing when it may.
-  [[nodiscard]] std::optional<std::pair<int, std::string>> Full(const Peer& peer) const;
+  /// The limit that keeps `peer` from a further connection; null when it may have one. Ends an idle one for it where
+  /// there is no room otherwise.
+  [[nodiscard]] const Limit* Full(const Peer& peer);
   void CheckTimes();
 
   [[nodiscard]] HttpResponse Answer(const HttpRequest& request) override;

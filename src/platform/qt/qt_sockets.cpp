@@ -30,6 +30,8 @@ constexpr int kBacklog = 128;
 constexpr std::chrono::milliseconds kAcceptPause{1'000};
 /// Answered in one go, before other work gets its turn.
 constexpr int kDatagramsAtOnce = 16;
+/// The most that is read of one; the rest of it is dropped.
+constexpr qint64 kLongestDatagram = 1'024;
 
 QHostAddress Plain(const QHostAddress& address) {
   bool is_ipv4 = false;
@@ -180,8 +182,10 @@ class QtDatagramListener final : public network::DatagramListener {
   }
 
   void AnswerWaiting(QUdpSocket& socket) {
-    for (int i = 0; i < kDatagramsAtOnce && socket.hasPendingDatagrams(); ++i) {
-      const QNetworkDatagram datagram = socket.receiveDatagram();
+    for (int i = 0; i < kDatagramsAtOnce; ++i) {
+      // Tried even when nothing waits any more: the socket tells of no further datagram until one was asked for.
+      const QNetworkDatagram datagram = socket.receiveDatagram(kLongestDatagram);
+      if (!datagram.isValid()) break;
       if (!port_.only_on.empty() && !only_on_.contains(datagram.interfaceIndex())) continue;
       const QByteArray bytes = datagram.data();
       const std::string answer = answer_(

@@ -60,10 +60,11 @@ QLabel* FormSection::Field(const char* name, const QString& label, const QString
   return title;
 }
 
-void FormSection::Text(const char* name, const QString& label) {
+QLineEdit* FormSection::Text(const char* name, const QString& label) {
   auto* box = new NightProof<QLineEdit>;
   box->setObjectName(name);
   Control(label, box, {});
+  return box;
 }
 
 QComboBox* FormSection::Choice(const char* name, const QString& label, const QStringList& rows, const QString& tip) {

@@ -9,6 +9,7 @@ class QCheckBox;
 class QComboBox;
 class QGridLayout;
 class QLabel;
+class QLineEdit;
 class QWidget;
 
 namespace orvalis {
@@ -43,7 +44,7 @@ class FormSection {
   QLabel* Field(const char* name, const QString& label, const QString& unit, const QString& tip,
                 Width width = Width::kNumber);
   /// A text box for a text, as wide as there is room.
-  void Text(const char* name, const QString& label);
+  QLineEdit* Text(const char* name, const QString& label);
   /// A list to choose a row from.
   QComboBox* Choice(const char* name, const QString& label, const QStringList& rows, const QString& tip);
   QCheckBox* Check(const char* name, const QString& text, const QString& tip);

@@ -44,6 +44,7 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
   pages_->addTab(BuildSafetyPage(), "Sa&fety");
   pages_->addTab(BuildAlertsPage(), "&Alerts");
   pages_->addTab(BuildNetworkPage(), "&Network");
+  pages_->addTab(BuildMqttPage(), "M&QTT");
   leftovers_page_ = BuildLeftoversPage();
   pages_->addTab(leftovers_page_, "&Leftovers");
   auto* column = new QVBoxLayout(this);
@@ -129,7 +130,9 @@ void frmSetup::ConnectControls() {
   connect(&live_timer_, &QTimer::timeout, this, [this] {
     ShowMeanings();
     if (network_now_->isVisible()) ShowNetworkNow();
+    if (mqtt_now_->isVisible()) ShowMqttNow();
   });
+  connect(mqtt_test_, &QPushButton::clicked, this, &frmSetup::TryMqtt);
   for (std::size_t i = 0; i < files_.size(); ++i) {
     // Not "toggled": only the user's own click asks for a file.
     connect(Find<QCheckBox>(SetupFiles()[i].check_box), &QCheckBox::clicked, this, [this, i](bool on) {
@@ -189,6 +192,8 @@ void frmSetup::ShowForm(const SetupForm& form) {
   ShowPortNote();
   ShowAddressNote();
   ShowNetworkNow();
+  ShowMqttNow();
+  mqtt_result_->hide();
   UpdateControls();
 }
 
@@ -261,7 +266,10 @@ void frmSetup::ShowPortNote() {
 }
 
 std::string frmSetup::PlainText(std::size_t text) const {
-  return plain_texts_[text] == nullptr ? address_->address() : plain_texts_[text]->text().trimmed().toStdString();
+  if (plain_texts_[text] == nullptr) return address_->address();
+  const QString typed = plain_texts_[text]->text();
+  const bool secret = plain_texts_[text]->echoMode() == QLineEdit::Password;
+  return (secret ? typed : typed.trimmed()).toStdString();
 }
 
 void frmSetup::SetPlainText(std::size_t text, const std::string& value) {

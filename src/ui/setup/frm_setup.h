@@ -27,6 +27,7 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 class QRadioButton;
 class QTabWidget;
 
@@ -49,6 +50,10 @@ class frmSetup : public QDialog, public SetupDialog {
     NumberLocale locale = {};                 ///< how the numbers in the boxes are written
     std::function<const Observation&()> now = {};  ///< the readings of now; null: there are none
     std::function<network::Served()> network = [] { return network::Served(); };  ///< what is served now
+    std::function<std::string()> mqtt = [] { return std::string(); };  ///< what is published now, or why nothing is
+    /// Tries a broker out and gives what came of it.
+    std::function<void(const Settings&, std::function<void(const std::string&)>)> try_mqtt = {};
+    bool mqtt_tls = true;  ///< whether the line to a broker can be encrypted
   };
   explicit frmSetup(Parts parts, QWidget* parent = nullptr);
 
@@ -74,6 +79,7 @@ class frmSetup : public QDialog, public SetupDialog {
   QWidget* BuildSafetyPage();
   QWidget* BuildAlertsPage();
   QWidget* BuildNetworkPage();
+  QWidget* BuildMqttPage();
   QWidget* BuildLeftoversPage();
   QBoxLayout* BuildFooter();
   /// Finds the control of every row of the tables. Throws std::logic_error for a row without one.
@@ -91,6 +97,9 @@ class frmSetup : public QDialog, public SetupDialog {
   void ShowAddressNote();
   /// Where the network can reach the program now; while the page is open it is kept up to date.
   void ShowNetworkNow();
+  void ShowMqttNow();
+  /// Tries out the broker that is typed, and shows what came of it.
+  void TryMqtt();
   /// Shows below each box what OK would store.
   void ShowAdvice();
   /// Shows beside the limits the values of now, and what would become of these; while the dialog is open it is kept up
@@ -137,6 +146,9 @@ class frmSetup : public QDialog, public SetupDialog {
   QTimer live_timer_;
   QComboBox* wind_unit_ = nullptr;
   bool unit_known_ = false;  ///< whether the unit's switches are those of a connected one
+  QLabel* mqtt_now_ = nullptr;
+  QLabel* mqtt_result_ = nullptr;
+  QPushButton* mqtt_test_ = nullptr;
   QLabel* temperature_label_ = nullptr;
   QRadioButton* relative_ = nullptr;  ///< the other button in the group of "Absolute"
   QPushButton* advanced_button_ = nullptr;

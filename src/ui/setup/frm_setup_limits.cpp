@@ -48,12 +48,14 @@ QWidget* frmSetup::BuildPanelPage() {
   FormSection averaging("Averaging", page.left);
   averaging.Field("TempAvgCnt", "Temperatures &over:", "readings", "1 to 300; one comes every two seconds");
 
-  FormSection units("Units, on the panel, in the graphs and in pictures", page.left);
-  units.Check("chkCentigrade", "Temperatures in degrees C&elsius", "Otherwise degrees Fahrenheit");
+  FormSection units("Units", page.left);
+  units.Check("chkCentigrade", "Temperatures in degrees C&elsius",
+              "Otherwise degrees Fahrenheit, on the panel, in the graphs and in pictures");
   QStringList speeds;
   for (const WindUnit unit : kWindUnits) speeds += ToQString(Name(unit));
   wind_unit_ = units.Choice("WindUnit", "Win&d in:", speeds,
-                            "Other programs, logs and uploads get the same as ever, and limits are in mph");
+                            "On the panel and in its pictures. Other programs, logs and uploads get the same as ever; "
+                            "limits are in mph");
 
   FormSection panel("Window", page.left);
   panel.Check("chkAlwaysTop", "Keep the panel on &top of other windows", "Takes effect with OK");
@@ -62,7 +64,7 @@ QWidget* frmSetup::BuildPanelPage() {
 }
 
 QWidget* frmSetup::BuildUnitPage() {
-  const SetupPage page = MakeSetupPage("Frame7", "Unit alarms", SetupPage::Columns::kOne);
+  const SetupPage page = MakeSetupPage("Frame8", "Unit alarms", SetupPage::Columns::kOne);
 
   FormSection alarms("What makes the unit alarm", page.left);
   alarms.Paragraph(

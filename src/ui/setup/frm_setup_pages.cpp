@@ -157,6 +157,51 @@ QWidget* frmSetup::BuildNetworkPage() {
   return page.scroll;
 }
 
+QWidget* frmSetup::BuildMqttPage() {
+  const SetupPage page = MakeSetupPage("Frame7", "MQTT", SetupPage::Columns::kTwo);
+
+  FormSection broker("Broker", page.left);
+  broker.Check("chkMqttEnabled", "Publish the rea&dings to a broker", {});
+  broker.Meaning("For Home Assistant, Node-RED and programs of your own. Nothing can be changed that way.");
+  broker.Text("MqttHost", "&Host:")->setToolTip("The broker's name or address");
+  broker.Field("MqttPort", "Po&rt:", {}, {});
+  broker.Meaning("1883 as a rule, 8883 for an encrypted line.");
+  broker.Text("MqttUser", "Us&er:")->setToolTip("Empty for a broker that asks for none");
+  QLineEdit* password = broker.Text("MqttPassword", "Pass&word:");
+  password->setEchoMode(QLineEdit::Password);
+  password->setToolTip("Of the user at the broker");
+  broker.Check("chkMqttTls", "Encr&ypted line (TLS)", {});
+  broker.Meaning(parts_.mqtt_tls ? "The broker's certificate and its name are checked."
+                                 : "Not available in this version: with this box nothing is published.");
+  broker.Text("MqttCaFile", "CA f&ile:");
+  broker.Meaning("Of the authority that made the certificate. Empty: those that the system trusts.");
+  broker.Check("chkMqttAllowPlainPassword", "&Send the password unencrypted to another machine", {});
+  broker.Meaning("Whoever listens on the network can read it then. Otherwise nothing is published.");
+
+  FormSection now("Now", page.right);
+  mqtt_now_ = now.Note({});
+  mqtt_now_->setObjectName("MqttNow");
+  mqtt_test_ = new QPushButton("Test");
+  mqtt_test_->setObjectName("cmdMqttTest");
+  mqtt_test_->setAutoDefault(false);
+  mqtt_test_->setToolTip("Connects as typed here; publishes nothing");
+  now.Row({mqtt_test_});
+  mqtt_result_ = now.Note({});
+  mqtt_result_->setObjectName("MqttResult");
+  for (QLabel* label : {mqtt_now_, mqtt_result_}) {
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+  }
+
+  FormSection messages("Messages", page.right);
+  messages.Text("MqttPrefix", "&Begin topics with:");
+  messages.Meaning("The station's name follows, which is on the page Network.");
+  messages.Check("chkMqttHomeAssistant", "H&ome Assistant finds the values by itself", {});
+  messages.Meaning("In Home Assistant, \"unavailable\" must close the roof too: see the guide.");
+  page.Finish();
+  return page.scroll;
+}
+
 QWidget* frmSetup::BuildLeftoversPage() {
   const SetupPage page = MakeSetupPage("Frame4", "Leftover focuser settings", SetupPage::Columns::kTwo);
   const QString stored = "Left from the focuser: stored, without effect";

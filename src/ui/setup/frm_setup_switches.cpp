@@ -2,7 +2,9 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
+#include <QPushButton>
 
 #include "ui/controls/file_pickers.h"
 #include "ui/controls/panel_texts.h"
@@ -59,6 +61,33 @@ void frmSetup::TryAlert(std::size_t file) {
                      results_[file]->show();
                      files_[file]->setAccessibleDescription(ToQString(what));
                    });
+}
+
+void frmSetup::ShowMqttNow() { mqtt_now_->setText(ToQString(parts_.mqtt())); }
+
+void frmSetup::TryMqtt() {
+  Settings typed = parts_.switches.settings();
+  for (std::size_t i = 0; i < flags_.size(); ++i) {
+    if (flags_[i] != nullptr) SetupFlags()[i].Set(flags_[i]->isChecked(), typed);
+  }
+  for (std::size_t i = 0; i < plain_texts_.size(); ++i) typed.*SetupTexts()[i].member = PlainText(i);
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    const SetupField& field = SetupFields()[i];
+    const SetupReading reading = ReadSetupField(field, fields_[i]->text().toStdString(), parts_.locale);
+    if (field.member == SetupField::Member(&Settings::MqttPort)) StoreSetupField(field, reading.value, typed);
+  }
+  const auto show = [dialog = QPointer(this)](const std::string& what) {
+    if (!dialog) return;
+    dialog->mqtt_result_->setText(ToQString(what));
+    dialog->mqtt_result_->show();
+    dialog->mqtt_test_->setAccessibleDescription(ToQString(what));
+  };
+  if (typed.MqttPort < 1) {
+    show("The port must be 1 through 65535");
+    return;
+  }
+  show("Connecting…");
+  parts_.try_mqtt(typed, show);
 }
 
 void frmSetup::Act(const std::function<void()>& action) {
