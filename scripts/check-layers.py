@@ -3,6 +3,8 @@
 
 Below `ui` and `platform` only the C++ standard library is allowed, and few libraries of headers alone in the folders
 that need them: no Qt and no operating-system headers.
+
+A driver in drivers/ is a program of its own, that talks to ours over the network: it includes nothing of src/.
 """
 
 import pathlib
@@ -60,9 +62,19 @@ def find_cycle(graph):
     return next(filter(None, map(visit, sorted(graph))), None)
 
 
+def check_drivers(drivers):
+    return [
+        f"drivers/{path.relative_to(drivers)}: includes {quoted}, which is not its own"
+        for path in sorted([*drivers.rglob("*.h"), *drivers.rglob("*.cpp")])
+        for quoted, _ in INCLUDE.findall(path.read_text(encoding="utf-8"))
+        if quoted and not (path.parent / quoted).exists()
+    ]
+
+
 def main():
-    source = pathlib.Path(__file__).resolve().parent.parent / "src"
-    complaints, graph = [], {}
+    root = pathlib.Path(__file__).resolve().parent.parent
+    source = root / "src"
+    complaints, graph = check_drivers(root / "drivers"), {}
     for path in sorted([*source.rglob("*.h"), *source.rglob("*.cpp")]):
         name = path.relative_to(source)
         node = node_of(name)

@@ -14,7 +14,7 @@ tidy() { # PRESET PATTERN
 }
 echo "clang-tidy"
 scripts/build.sh dev >/dev/null
-tidy dev '(src|simulator|tests)/.*\.cpp$'
+tidy dev '(src|drivers|simulator|tests)/.*\.cpp$'
 cmake --preset bench >/dev/null
 tidy bench 'bench/.*\.cpp$'
 echo "lint: no findings"

@@ -106,7 +106,8 @@ for theme in 0 1; do
   "$bin/orvalis" profile set NightTheme $theme
   "$bin/orvalis" 2>/dev/null &
   program=$!
-  for graph in "temperatures:alt+g:Orvalis Temperatures" "wind:alt+h:Orvalis Wind and humidity"; do
+  for graph in "temperatures:alt+g:Orvalis Temperatures" "wind:alt+h:Orvalis Wind and humidity" \
+    "rain:alt+l:Orvalis Rain and light"; do
     IFS=: read -r name key title <<<"$graph"
     window Orvalis >/dev/null
     sleep 2

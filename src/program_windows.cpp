@@ -116,6 +116,7 @@ void ProgramWindows::BuildGraphs() {
   graphs_ = std::make_unique<GraphWindows>(
       frmGraph::Parts{.recorder = parts_.history,
                       .centigrade = [this] { return parts_.settings.Centigrade; },
+                      .limits = [this] { return WordLimitsOf(parts_.settings); },
                       .on_top = [this] { return parts_.settings.AlwaysOnTop; },
                       .report = [this](const std::string& text) { parts_.events.Record(text); },
                       .style = parts_.style});
@@ -124,6 +125,8 @@ void ProgramWindows::BuildGraphs() {
                    [this] { graphs_->OpenTemperatures(); });
   QObject::connect(panel_->AddToolButton("Wind grap&h…"), &QPushButton::clicked, panel_.get(),
                    [this] { graphs_->OpenWind(); });
+  QObject::connect(panel_->AddToolButton("Rain and &light graph…"), &QPushButton::clicked, panel_.get(),
+                   [this] { graphs_->OpenRain(); });
 }
 
 void ProgramWindows::ShowSettings() {
@@ -145,7 +148,7 @@ void ProgramWindows::Refresh() {
   panel_->Refresh();
   routine_->FollowUnit();
   submit_->RefreshPreview();
-  graphs_->UpdateUnits();
+  graphs_->UpdateSettings();
 }
 
 void ProgramWindows::BringToFront() {

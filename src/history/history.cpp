@@ -51,7 +51,7 @@ void History::Thin() {
     if (spans_.empty() || !Absorb(spans_.back(), samples_.front())) spans_.push_back(SpanOf(samples_.front()));
     samples_.pop_front();
   }
-  while (!spans_.empty() && spans_.front().last < *latest_ - kKeptMs) spans_.pop_front();
+  while (!spans_.empty() && spans_.front().last < *latest_ - kept_ms_) spans_.pop_front();
   // Too far ahead to wait for the clock.
   while (!samples_.empty() && samples_.back().time > *latest_ + kUnthinnedMs) samples_.pop_back();
   while (spans_.size() > kMostKept) spans_.pop_front();

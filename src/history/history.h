@@ -18,8 +18,8 @@ struct TimeRange {
   bool operator==(const TimeRange&) const = default;
 };
 
-/// The last 48 hours of working cycles in time order: the last 24 hours unchanged, older ones merged into spans that
-/// keep the lowest and the highest value. About three megabytes when full.
+/// The last 48 hours of working cycles, or another time, in time order: the last 24 hours unchanged, older ones merged
+/// into spans that keep the lowest and the highest value. About three megabytes when full.
 ///
 /// The clock may jump. Where two samples claim the same time because the clock was set back, the later arrival wins.
 /// Samples stamped later than the last one are kept, because a machine may start with a slow clock and correct older
@@ -29,6 +29,8 @@ class History {
   static constexpr std::int64_t kHourMs = 3'600'000;
   static constexpr std::int64_t kKeptMs = 48 * kHourMs;
   static constexpr std::int64_t kUnthinnedMs = 24 * kHourMs;
+
+  explicit History(std::int64_t kept_ms = kKeptMs) : kept_ms_(kept_ms) {}
 
   void Add(const Sample& sample);
 
@@ -58,6 +60,7 @@ class History {
 
   void Thin();
 
+  std::int64_t kept_ms_;
   std::deque<Span> spans_;
   std::deque<Sample> samples_;          ///< all later than the spans
   std::optional<std::int64_t> latest_;  ///< time of the last sample, or of the load

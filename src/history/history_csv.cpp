@@ -25,6 +25,10 @@ std::string ColumnName(Quantity quantity, bool centigrade) {
       return "wind_gust_mph";
     case Quantity::kHumidity:
       return "humidity_percent";
+    case Quantity::kRain:
+      return "rain_counts";
+    case Quantity::kLight:
+      return "light_counts";
   }
   return "";
 }
@@ -46,7 +50,8 @@ std::string Quoted(std::string_view text) {
 }  // namespace
 
 bool IsTemperature(Quantity quantity) {
-  return quantity != Quantity::kWind && quantity != Quantity::kGust && quantity != Quantity::kHumidity;
+  return quantity == Quantity::kSky || quantity == Quantity::kClearSky || quantity == Quantity::kAmbient ||
+         quantity == Quantity::kDewPoint;
 }
 
 double ShownValue(Quantity quantity, double value, bool centigrade) {

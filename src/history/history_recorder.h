@@ -12,6 +12,7 @@
 #include "base/once_until_mended.h"
 #include "history/history.h"
 #include "history/history_store.h"
+#include "history/past_reader.h"
 #include "history/verdict_bands.h"
 #include "history/verdict_history.h"
 #include "reading/sensor_frame.h"
@@ -60,6 +61,8 @@ class HistoryRecorder {
   /// Both together.
   [[nodiscard]] HistoryView View() const { return {.history = Shown(), .verdicts = verdicts_, .demo = demo_shown_}; }
   [[nodiscard]] bool demo_shown() const { return demo_shown_; }
+  /// For what is older.
+  [[nodiscard]] PastReader::Parts Store() const { return {.loop = parts_.loop, .store = parts_.store}; }
   [[nodiscard]] std::int64_t Now() const;
 
   /// Called when the shown history was replaced, not just extended by a sample.

@@ -39,6 +39,13 @@ class HistoryStore {
   /// when nothing was ever stored.
   [[nodiscard]] virtual Part Load(std::int64_t spans_from, std::int64_t samples_from, std::int64_t to) = 0;
 
+  /// When the oldest span or verdict began, or nothing when nothing was ever stored. Quick.
+  [[nodiscard]] virtual std::optional<std::int64_t> Begin() = 0;
+  /// The first `most` spans that begin from `from` on and before `to`, in time order.
+  [[nodiscard]] virtual std::vector<Span> Spans(std::int64_t from, std::int64_t to, std::size_t most) = 0;
+  /// The first `most` verdicts between `from` and `to`, in time order. The first of them may have begun before.
+  [[nodiscard]] virtual std::vector<RecordedVerdict> Verdicts(std::int64_t from, std::int64_t to, std::size_t most) = 0;
+
   /// Stores all of it or nothing.
   virtual void Write(const Batch& batch) = 0;
 

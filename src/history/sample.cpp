@@ -52,6 +52,9 @@ Sample SampleOf(const WeatherState& weather, const SensorFrame& frame, std::int6
   put(kWind, weather.wind_mph);
   put(kGust, weather.wind_gust_mph);
   put(kHumidity, weather.humidity_percent, humidity_known);
+  // A field that arrived damaged reads as a number too, mostly 0.
+  put(kRain, weather.rain, frame.IsWhole(SensorFrame::Field::kR));
+  put(kLight, weather.light, frame.IsWhole(SensorFrame::Field::kLgt));
   if (frame.Cut(SensorFrame::Field::kTa) == kNoTemperature) {
     for (const Quantity quantity : {kClearSky, kAmbient, kDewPoint, kHumidity}) {
       if (sample.values.Knows(quantity)) sample.held.Put(quantity);

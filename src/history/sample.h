@@ -11,38 +11,39 @@
 
 namespace orvalis {
 
-/// A set of enumerators, for enumerations with at most eight.
+/// A set of enumerators, for enumerations with at most sixteen.
 template <typename Member>
 class SmallSet {
  public:
   constexpr SmallSet() = default;
-  [[nodiscard]] static constexpr SmallSet FromBits(std::uint8_t bits) {
+  [[nodiscard]] static constexpr SmallSet FromBits(std::uint16_t bits) {
     SmallSet set;
     set.bits_ = bits;
     return set;
   }
-  [[nodiscard]] constexpr std::uint8_t bits() const { return bits_; }
+  [[nodiscard]] constexpr std::uint16_t bits() const { return bits_; }
   [[nodiscard]] constexpr bool Has(Member member) const { return (bits_ & Bit(member)) != 0; }
-  constexpr void Put(Member member) { bits_ = static_cast<std::uint8_t>(bits_ | Bit(member)); }
-  constexpr void Put(SmallSet other) { bits_ = static_cast<std::uint8_t>(bits_ | other.bits_); }
+  constexpr void Put(Member member) { bits_ = static_cast<std::uint16_t>(bits_ | Bit(member)); }
+  constexpr void Put(SmallSet other) { bits_ = static_cast<std::uint16_t>(bits_ | other.bits_); }
   bool operator==(const SmallSet&) const = default;
 
  private:
-  static constexpr std::uint8_t Bit(Member member) {
-    return static_cast<std::uint8_t>(1U << static_cast<unsigned>(member));
+  static constexpr std::uint16_t Bit(Member member) {
+    return static_cast<std::uint16_t>(1U << static_cast<unsigned>(member));
   }
-  std::uint8_t bits_ = 0;
+  std::uint16_t bits_ = 0;
 };
 
 /// The quantities recorded in the history, in the order of the store's columns.
-enum class Quantity : std::uint8_t { kSky, kClearSky, kAmbient, kDewPoint, kWind, kGust, kHumidity };
-inline constexpr std::size_t kQuantities = 7;
+enum class Quantity : std::uint8_t { kSky, kClearSky, kAmbient, kDewPoint, kWind, kGust, kHumidity, kRain, kLight };
+inline constexpr std::size_t kQuantities = 9;
 
 /// Weather conditions. The numbers are stored.
 enum class Condition : std::uint8_t { kClear = 0, kPartlyCloudy = 1, kCloudy = 2, kRain = 3, kUnsafe = 4 };
 inline constexpr std::size_t kConditions = 5;
 
-/// One value per quantity, in °C, miles per hour and percent, rounded to hundredths; NaN where unknown.
+/// One value per quantity, in °C, miles per hour, percent and, for rain and light, the unit's counts, rounded to
+/// hundredths; NaN where unknown.
 class Values {
  public:
   Values();

@@ -77,6 +77,7 @@ VerdictSummary VerdictDuring(const HistoryView& view, TimeRange range) {
   if (range.from - extent->to <= kLongestStepMs) range.from = std::min(range.from, extent->to);
   const auto take = [&](const RecordedVerdict& verdict) {
     if (!IsKnown(verdict, view.demo)) return;
+    if (!verdict.safe) summary.explanation = summary.unsafe ? "" : verdict.explanation;
     (verdict.safe ? summary.safe : summary.unsafe) = true;
     ForEachName(verdict.reasons, [&](std::string_view name) {
       if (std::ranges::find(summary.reasons, name) == summary.reasons.end()) summary.reasons.emplace_back(name);

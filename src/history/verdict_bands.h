@@ -33,6 +33,7 @@ struct VerdictSummary {
   bool safe = false;    ///< some of it was safe
   bool unsafe = false;  ///< some of it was unsafe; neither: nothing was recorded
   std::vector<std::string> reasons;
+  std::string explanation;  ///< of an unsafe verdict, when it was the only one
 
   /// "safe", "unsafe" when any of it was, "" where nothing was recorded.
   [[nodiscard]] std::string_view Word() const { return unsafe ? "unsafe" : (safe ? "safe" : ""); }

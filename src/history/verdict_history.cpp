@@ -60,15 +60,15 @@ void VerdictHistory::Load(const std::vector<RecordedVerdict>& stored, std::int64
 }
 
 void VerdictHistory::Thin() {
-  while (!verdicts_.empty() && verdicts_.front().last < latest_ - History::kKeptMs) verdicts_.pop_front();
+  while (!verdicts_.empty() && verdicts_.front().last < latest_ - kept_ms_) verdicts_.pop_front();
   // Too far ahead to wait for the clock.
   while (!verdicts_.empty() && verdicts_.back().first > latest_ + History::kUnthinnedMs) verdicts_.pop_back();
-  while (verdicts_.size() > kMostKept) verdicts_.pop_front();
+  while (verdicts_.size() > most_) verdicts_.pop_front();
 }
 
 std::optional<TimeRange> VerdictHistory::Extent() const {
   if (verdicts_.empty() || verdicts_.front().first > latest_) return std::nullopt;
-  return TimeRange{.from = std::max(verdicts_.front().first, latest_ - History::kKeptMs), .to = latest_};
+  return TimeRange{.from = std::max(verdicts_.front().first, latest_ - kept_ms_), .to = latest_};
 }
 
 }  // namespace orvalis

@@ -29,8 +29,8 @@ struct RecordedVerdict {
 /// `now`, to be recorded from `time` on.
 [[nodiscard]] RecordedVerdict RecordOf(const Observation& now, std::int64_t time);
 
-/// The verdicts of the last 48 hours in time order, none at the same time as another. They follow each other without a
-/// gap while the program runs.
+/// The verdicts of the last 48 hours, or of another time, in time order, none at the same time as another. They follow
+/// each other without a gap while the program runs.
 ///
 /// Where two claim the same time because the clock was set back, the later arrival wins. Those stamped later than the
 /// newest are kept, but not shown until the clock reaches them.
@@ -38,6 +38,9 @@ class VerdictHistory {
  public:
   /// Bounds the memory: a change every nine seconds for two days.
   static constexpr std::size_t kMostKept = 20'000;
+
+  explicit VerdictHistory(std::int64_t kept_ms = History::kKeptMs, std::size_t most = kMostKept)
+      : kept_ms_(kept_ms), most_(most) {}
 
   /// Adds `verdict`, or extends the one that came at the same time. The caller goes on with it until the next one
   /// comes.
@@ -47,7 +50,7 @@ class VerdictHistory {
   /// shown until a verdict comes.
   void Load(const std::vector<RecordedVerdict>& stored, std::int64_t now);
 
-  /// From the first verdict to the last confirmation, 48 hours at most, or nothing.
+  /// From the first verdict to the last confirmation, no more than is kept, or nothing.
   [[nodiscard]] std::optional<TimeRange> Extent() const;
 
   /// Calls `visit(const RecordedVerdict&)` in time order for everything that touches `range`.
@@ -60,6 +63,8 @@ class VerdictHistory {
  private:
   void Thin();
 
+  std::int64_t kept_ms_;
+  std::size_t most_;
   std::deque<RecordedVerdict> verdicts_;
   std::int64_t latest_ = 0;  ///< the last confirmation, or the time of the load
   std::uint64_t revision_ = 0;

@@ -41,8 +41,8 @@ struct Curve {
   double factor = 1;
 };
 
-const std::array<Curve, 8>& AllCurves() {
-  static const std::array<Curve, 8> curves{{
+const std::array<Curve, 10>& AllCurves() {
+  static const std::array<Curve, 10> curves{{
       {"ambient_c", ValueOf(Quantity::kAmbient)},
       {"sky_c", ValueOf(Quantity::kSky)},
       {"clear_sky_c", ValueOf(Quantity::kClearSky)},
@@ -51,6 +51,8 @@ const std::array<Curve, 8>& AllCurves() {
       {"humidity_percent", ValueOf(Quantity::kHumidity)},
       {"wind_m_s", ValueOf(Quantity::kWind), kMetresPerSecond},
       {"wind_gust_m_s", ValueOf(Quantity::kGust), kMetresPerSecond},
+      {"rain_counts", ValueOf(Quantity::kRain)},
+      {"light_counts", ValueOf(Quantity::kLight)},
   }};
   return curves;
 }

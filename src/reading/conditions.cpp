@@ -27,14 +27,12 @@ Word WindWord(double mph, double close, double warn) {
 }
 
 Word RainWord(std::int32_t count, std::int32_t threshold) {
-  constexpr std::int64_t kDampBand = 20;
-  if (count > threshold + kDampBand) return {"Rain", Colour::kRed};
+  if (count > std::int64_t{threshold} + kDampBand) return {"Rain", Colour::kRed};
   if (count > threshold) return {"Damp", Colour::kYellow};
   return {"Dry", Colour::kGreen};
 }
 
 Word LightWord(std::int32_t count, std::int32_t threshold) {
-  constexpr std::int32_t kDuskAbove = 200;
   if (count > threshold) return {"Dark", Colour::kGreen};
   if (count > kDuskAbove) return {"Dusk", Colour::kYellow};
   return {"Day", Colour::kRed};

@@ -25,9 +25,13 @@ namespace orvalis {
 /// "Windy" above `close`, "Breeze" above `warn`, else "Calm"; a value equal to a limit gets the calmer word.
 [[nodiscard]] Word WindWord(double mph, double close, double warn);
 
+/// "Damp" for so many counts above the threshold.
+inline constexpr std::int32_t kDampBand = 20;
 /// "Rain" more than 20 counts above the threshold, "Damp" above it, else "Dry".
 [[nodiscard]] Word RainWord(std::int32_t count, std::int32_t threshold);
 
+/// "Dusk" above so many counts.
+inline constexpr std::int32_t kDuskAbove = 200;
 /// "Dark" above the threshold, "Dusk" above 200, else "Day": a high count means darkness.
 [[nodiscard]] Word LightWord(std::int32_t count, std::int32_t threshold);
 

@@ -54,19 +54,20 @@ bool SensorFrame::HasName(Field field) const {
   return before.size() == place.position - 1 && before.ends_with(place.name);
 }
 
+bool SensorFrame::IsWhole(Field field) const {
+  const std::size_t width = kPlaces[static_cast<std::size_t>(field)].width;
+  std::string_view digits = Cut(field);
+  if (!HasName(field) || digits.size() != width) return false;
+  if (width == kSignedWidth) {
+    if (digits.front() != '+' && digits.front() != '-') return false;
+    digits.remove_prefix(1);
+  }
+  return digits.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 bool SensorFrame::IsUndamaged() const {
-  const auto is_whole = [this](std::size_t i) {
-    const auto field = static_cast<Field>(i);
-    std::string_view digits = Cut(field);
-    if (!HasName(field) || digits.size() != kPlaces[i].width) return false;
-    if (kPlaces[i].width == kSignedWidth) {
-      if (digits.front() != '+' && digits.front() != '-') return false;
-      digits.remove_prefix(1);
-    }
-    return digits.find_first_not_of("0123456789") == std::string_view::npos;
-  };
   for (std::size_t i = 0; i < kPlaces.size(); ++i) {
-    if (!is_whole(i)) return false;
+    if (!IsWhole(static_cast<Field>(i))) return false;
   }
   return true;
 }

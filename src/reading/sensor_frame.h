@@ -47,7 +47,9 @@ class SensorFrame {
   /// Whether `field` is preceded by its blank, name and "=", such as " RB=". The first field has no blank.
   [[nodiscard]] bool HasName(Field field) const;
 
-  /// Whether every field that the program reads stands after its name and holds a number of its form.
+  /// Whether `field` stands after its name and holds a number of its form.
+  [[nodiscard]] bool IsWhole(Field field) const;
+  /// Whether every field that the program reads does.
   [[nodiscard]] bool IsUndamaged() const;
 
   /// A field as a whole number, converted by `Val`.

@@ -192,6 +192,7 @@ class SetupRoutineTest : public test::LinkFixture {
 
   bool unit_known = true;
   std::vector<std::int32_t> ports_served;
+  std::vector<std::int32_t> brokers;
   test::FakeTimer poll_timer;
   test::FakeTimer dialog_timer;
   Leftovers leftovers;
@@ -205,7 +206,8 @@ class SetupRoutineTest : public test::LinkFixture {
                         .dialog = dialog,
                         .leftovers = leftovers,
                         .window = nullptr,
-                        .network_changed = [this] { ports_served.push_back(settings.NetworkPort); }}};
+                        .network_changed = [this] { ports_served.push_back(settings.NetworkPort); },
+                        .mqtt_changed = [this] { brokers.push_back(settings.MqttPort); }}};
 };
 
 TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
@@ -313,7 +315,9 @@ TEST_F(SetupRoutineTest, OkServesTheNetworkAgainWhenItsSettingsChanged) {
   EXPECT_EQ(settings.NetworkPort, 11111);
   Run({Type({{"RainThreshold", "77"}})});
   Run({Type({{"NetworkPort", "11112"}})});
-  EXPECT_EQ(ports_served, (std::vector{11111, 11112}));
+  Run({Type({{"MqttPort", "1884"}})});
+  EXPECT_EQ(ports_served, (std::vector{11111, 11112})) << "its clients keep their lines when MQTT changes";
+  EXPECT_EQ(brokers, std::vector{1884});
 }
 
 TEST_F(SetupRoutineTest, ASecondRequestBringsTheOpenDialogToTheFront) {

@@ -162,7 +162,8 @@ TEST_F(HistoryRecorderTest, OldRowsGoAfterAnHourAndThenHourlyUnlessTheClockWasSe
 }
 
 TEST_F(HistoryRecorderTest, RemembersWhatIsKnownAndWhatIsHeld) {
-  // Sky, clear sky, ambient, dew point, wind, gust, humidity; those held over from earlier readings in brackets.
+  // Sky, clear sky, ambient, dew point, wind, gust, humidity, rain, light; those held over from earlier readings in
+  // brackets.
   const auto last = [&] {
     const Span span = *recorder.Shown().Nearest(UtcMilliseconds(clock.now), 0);
     std::string text;
@@ -174,13 +175,15 @@ TEST_F(HistoryRecorderTest, RemembersWhatIsKnownAndWhatIsHeld) {
     return text + (span.conditions.bits() == 1 ? "clear" : "");
   };
   Connect(10);
-  EXPECT_EQ(last(), "-20.0 -20.2 5.0 -4.9 18.0 18.0 48.9 clear");
+  EXPECT_EQ(last(), "-20.0 -20.2 5.0 -4.9 18.0 18.0 48.9 120.0 1000.0 clear");
   Measure("HUM=0999", 4);
-  EXPECT_EQ(last(), "-20.0 nan 5.0 nan 18.0 18.0 nan clear");
+  EXPECT_EQ(last(), "-20.0 nan 5.0 nan 18.0 18.0 nan 120.0 1000.0 clear");
+  Measure("R=01x0", 4);
+  EXPECT_EQ(last(), "-20.0 -20.2 5.0 -4.9 18.0 18.0 48.9 nan 1000.0 clear");
   Measure("TA=+19999", 4);
-  EXPECT_EQ(last(), "-20.0 (-20.2) (5.0) (-4.9) 18.0 18.0 (48.9) clear");
+  EXPECT_EQ(last(), "-20.0 (-20.2) (5.0) (-4.9) 18.0 18.0 (48.9) 120.0 1000.0 clear");
   Tick(20);
-  EXPECT_EQ(last(), "-20.0 nan nan nan 18.0 18.0 nan ") << "the sky word compares with the air";
+  EXPECT_EQ(last(), "-20.0 nan nan nan 18.0 18.0 nan 120.0 1000.0 ") << "the sky word compares with the air";
 }
 
 }  // namespace

@@ -31,10 +31,11 @@ struct FolderOfTest {
 class SqliteHistoryTest : public testing::Test {
  protected:
   static Sample Reading(std::int64_t time, float sky = -20.07F) {
-    Sample sample{.time = time, .values = {}, .held = SmallSet<Quantity>::FromBits(5), .conditions = {}};
+    Sample sample{.time = time, .values = {}, .held = SmallSet<Quantity>::FromBits(257), .conditions = {}};
     sample.conditions.Put(Condition::kUnsafe);
     sample.values[Quantity::kSky] = sky;
     sample.values[Quantity::kHumidity] = 118.55F;
+    sample.values[Quantity::kLight] = 1023;
     return sample;
   }
   static HistoryStore::Batch BatchOf(std::vector<Sample> samples) {
@@ -81,8 +82,14 @@ TEST_F(SqliteHistoryTest, GivesBackWhatItWasGivenAndForgetsWhatIsOld) {
   EXPECT_FLOAT_EQ(part.spans[0].highest[Quantity::kSky], 3);
   EXPECT_FLOAT_EQ(part.samples.at(0).values[Quantity::kHumidity], 118.55F);
   EXPECT_FALSE(part.samples[0].values.Knows(Quantity::kWind));
-  EXPECT_EQ(part.samples[0].held.bits(), 5);
+  EXPECT_FLOAT_EQ(part.samples[0].values[Quantity::kLight], 1023);
+  EXPECT_EQ(part.samples[0].held.bits(), 257);
   EXPECT_TRUE(part.samples[0].conditions.Has(Condition::kUnsafe));
+  EXPECT_EQ(again.Begin(), kNoon - 1000 * kHour);
+  const auto some = again.Spans(kNoon - 999 * kHour, kNoon + 1, 2);
+  ASSERT_EQ(some.size(), 2u);
+  EXPECT_EQ(some[1].first, kNoon);
+  EXPECT_EQ(again.Spans(kNoon - 999 * kHour, kNoon, 2).size(), 1u);
   again.Forget(kNoon - 29 * kHour, kNoon - 400 * kHour);
   EXPECT_EQ(again.Load(0, kNoon - 24 * kHour, kNoon).spans.size(), 1u);
   EXPECT_EQ(again.Load(0, 0, kNoon).samples.size(), 1u);
@@ -135,6 +142,7 @@ TEST_F(SqliteHistoryTest, KeepsVerdictsAndTheLaterOneWhereTwoClaimATime) {
   const auto all = [&](std::int64_t from = 0) { return history.Load(from, kNoon, kNoon + kHour).verdicts; };
   EXPECT_EQ(Text(all(kNoon - kHour)), "safe -180000-40, rain unit_alarm 40-90, safe 90-95, ");
   EXPECT_EQ(Text(all(kNoon + 91'000)), "safe 90-95, ");
+  EXPECT_EQ(Text(history.Verdicts(kNoon + 35'000, kNoon + kHour, 2)), "safe -180000-40, rain unit_alarm 40-90, ");
   RecordedVerdict read = all()[1];
   read.last = rain.last;
   EXPECT_EQ(read, rain);
@@ -153,10 +161,11 @@ TEST_F(SqliteHistoryTest, KeepsNoMoreVerdictsThanAHundredThousandOrFourHundredDa
   EXPECT_EQ(Text(history.Load(0, 0, kNoon + 100 * kHour).verdicts), "safe 100008-100009, safe 100009-100010, ");
 }
 
-TEST_F(SqliteHistoryTest, TakesOverAFileWithoutVerdictsAndLeavesANewerOneAlone) {
+TEST_F(SqliteHistoryTest, TakesOverOlderFilesAndLeavesANewerOneAlone) {
   fs::create_directories(file.parent_path());
-  {
-    // As the first layout was made.
+  for (const int layout : {1, 2}) {
+    // As the first layouts were made.
+    fs::remove(file);
     Database old(file);
     const std::string values = "sky, clear_sky, ambient, dew_point, wind, gust, humidity";
     old.Execute("CREATE TABLE cycle (time INTEGER PRIMARY KEY, conditions INTEGER NOT NULL, held INTEGER NOT NULL, " +
@@ -169,22 +178,30 @@ TEST_F(SqliteHistoryTest, TakesOverAFileWithoutVerdictsAndLeavesANewerOneAlone) 
     old.Execute(
         "INSERT INTO span (first, last, conditions, held, wind_high) VALUES (1795161600000, 1795161650000, 1, "
         "0, 990)");
-    old.Execute("PRAGMA user_version = 1");
+    if (layout == 2) {
+      old.Execute("CREATE TABLE verdict (time INTEGER PRIMARY KEY, until, safe, source, reasons, explanation)");
+      old.Execute("INSERT INTO verdict VALUES (1795262390000, 1795262391000, 0, 'unit', 'rain', '')");
+    }
+    old.Execute("PRAGMA user_version = " + std::to_string(layout));
+    SqliteHistory taken(file, clock, {});
+    taken.Write({.follows = {}, .samples = {Reading(kNoon + kStep)}, .spans = {}, .verdicts = {Verdict(0, 1)}});
+    const auto part = taken.Load(0, kNoon - kHour, kNoon + kHour);
+    ASSERT_EQ(part.samples.size(), 2u);
+    EXPECT_FLOAT_EQ(part.samples[0].values[Quantity::kSky], -20.07F);
+    EXPECT_EQ(part.samples[0].conditions.bits(), 17);
+    EXPECT_FALSE(part.samples[0].values.Knows(Quantity::kLight));
+    EXPECT_FLOAT_EQ(part.samples[1].values[Quantity::kLight], 1023);
+    ASSERT_EQ(part.spans.size(), 1u);
+    EXPECT_FLOAT_EQ(part.spans[0].highest[Quantity::kWind], 9.9F);
+    EXPECT_FALSE(part.spans[0].highest.Knows(Quantity::kRain));
+    EXPECT_EQ(Text(part.verdicts), layout == 2 ? "rain -10--9, safe 0-1, " : "safe 0-1, ");
   }
-  WriteVerdicts({Verdict(0, 1)});
-  const auto part = history.Load(0, kNoon - kHour, kNoon + kHour);
-  ASSERT_EQ(part.samples.size(), 1u);
-  EXPECT_FLOAT_EQ(part.samples[0].values[Quantity::kSky], -20.07F);
-  EXPECT_EQ(part.samples[0].conditions.bits(), 17);
-  ASSERT_EQ(part.spans.size(), 1u);
-  EXPECT_FLOAT_EQ(part.spans[0].highest[Quantity::kWind], 9.9F);
-  EXPECT_EQ(Text(part.verdicts), "safe 0-1, ");
 
   SqliteHistory later(file, clock, {});
+  Database(file).Execute("PRAGMA user_version = 4");
+  EXPECT_THROW(later.Write(BatchOf({Reading(kNoon + 4000)})), RunTimeError);
   Database(file).Execute("PRAGMA user_version = 3");
-  EXPECT_THROW(later.Write(BatchOf({Reading(kNoon + 2000)})), RunTimeError);
-  Database(file).Execute("PRAGMA user_version = 2");
-  EXPECT_EQ(SamplesOf(later).size(), 1u);
+  EXPECT_EQ(SamplesOf(later).size(), 2u);
   EXPECT_TRUE(notices.empty());
 }
 

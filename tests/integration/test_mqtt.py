@@ -80,7 +80,7 @@ class Mqtt(Case):
         with open(path, "w", encoding="utf-8") as file:
             file.write("\n".join(["listener %d 127.0.0.1" % self.port, "persistence false",
                                   "user " + getpass.getuser(), *lines]))
-        process = Process(["mosquitto", "-c", path])
+        process = Process(["/usr/sbin/mosquitto", "-c", path])
         self.addCleanup(process.kill)
         self.wait_until(lambda: socket.socket().connect_ex(("127.0.0.1", self.port)) == 0, "broker")
         return process

@@ -107,6 +107,7 @@ TEST_F(ReadingsTest, TellsTheCurvesOfAStretch) {
     if (i != 2) sample.values[Quantity::kAmbient] = 10;
     sample.values[Quantity::kSky] = static_cast<float>(-4 - i);
     sample.values[Quantity::kWind] = 10;  // miles an hour
+    if (i < 2) sample.values[Quantity::kRain] = static_cast<float>(120 + i);
     history_.Add(sample);
   }
   verdicts_.Put({.first = kNow - 60 * kSecond, .last = kNow - 56 * kSecond, .reasons = "hold", .explanation = ""});
@@ -117,6 +118,7 @@ TEST_F(ReadingsTest, TellsTheCurvesOfAStretch) {
         R"("source":"unit","curves":{"ambient_c":[[40,10],[42,10],null,[46,10],[48,10]],)",
         R"("difference_c":[[40,14],[42,15],null,[46,17],[48,18]])", R"("dew_point_c":[],)",
         R"("wind_m_s":[[40,4.47],[42,4.47],[44,4.47],[46,4.47],[48,4.47]])",
+        R"("rain_counts":[[40,120],[42,121]],"light_counts":[]})",
         R"("rain":[],"unit_alarm":[],"safe":[[44,100]],"unsafe":[[40,44]]}})"}) {
     EXPECT_NE(body.find(part), std::string::npos) << part << "\n" << body;
   }

@@ -1,5 +1,6 @@
 #include <QFile>
 #include <QLabel>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <cstdlib>
@@ -27,12 +28,15 @@ class GraphTest : public LinkFixture {
       clock.now.second += 10;  // only added up
       weather.sky_celsius = -20 + i % 7;
       weather.wind_mph = weather.wind_gust_mph = i % 9;
-      recorder.Note(weather, SensorFrame());
+      weather.rain = 300 + i % 3;
+      weather.light = 1000;
+      recorder.Note(weather, frame);
     }
   }
   frmGraph::Parts Parts() {
     return {.recorder = recorder,
             .centigrade = [this] { return settings.Centigrade; },
+            .limits = [this] { return WordLimitsOf(settings); },
             .on_top = [] { return false; },
             .report = [this](const std::string& text) { reports.push_back(text); },
             .zone = QTimeZone("Europe/Berlin")};
@@ -52,6 +56,7 @@ class GraphTest : public LinkFixture {
     QApplication::sendEvent(&plot, &move);
   }
 
+  const SensorFrame frame{LiveFrame()};
   FakeHistoryStore history;
   std::vector<std::string> reports;
   HistoryRecorder recorder{{.loop = loop, .clock = clock, .store = history, .report = [](const std::string&) {}}};
@@ -65,7 +70,7 @@ TEST_F(GraphTest, NightShowsNothingButRed) {
   weather.raining = true;
   weather.unsafe_indicator = 1;
   Pass(1);
-  for (const GraphKind* kind : {&TemperatureGraph(), &WindGraph()}) {
+  for (const GraphKind* kind : {&TemperatureGraph(), &WindGraph(), &RainGraph()}) {
     frmGraph window(*kind, Parts());
     window.SetNightTheme(true);
     window.show();
@@ -94,7 +99,7 @@ TEST_F(GraphTest, ValuesFollowTheUnitsAndTheTime) {
   EXPECT_EQ(row(1), "verdict not recorded");
   EXPECT_EQ(row(6), "clear");
   settings.Centigrade = false;
-  window.UpdateUnits();
+  window.UpdateSettings();
   EXPECT_EQ(row(4), "Ambient  54.4 °F");
 
   const std::string middle = row(0);
@@ -151,7 +156,7 @@ TEST_F(GraphTest, ShowsTheVerdictThatWasGivenAlsoWithoutReadings) {
   // Of four hours: half an hour with readings alone, half an hour safe, an hour unsafe, nothing, readings alone.
   EXPECT_EQ(verdict(0.06), "verdict not recorded");
   EXPECT_EQ(verdict(0.19), "safe");
-  EXPECT_EQ(verdict(0.37), "UNSAFE: unit_alarm, rain");
+  EXPECT_EQ(verdict(0.37), "UNSAFE: unit alarm, rain");
   EXPECT_EQ(verdict(0.62), "");
   EXPECT_EQ(verdict(0.9), "verdict not recorded");
 
@@ -168,6 +173,82 @@ TEST_F(GraphTest, ShowsTheVerdictThatWasGivenAlsoWithoutReadings) {
                    "2026-11-21T23:04:15.000+01:00,2026-11-22T00:04:05.000+01:00,unit,unsafe,\"unit_alarm "
                    "rain\","))
       << csv.toStdString();
+}
+
+TEST_F(GraphTest, DrawsTheLimitsOfThePanelsWords) {
+  weather.ambient_celsius = 5;
+  settings.WindSpeedCloseD = 30;  // too far away for a wind of 8
+  Pass(1);
+  const auto lines = [&](const GraphKind& kind) {
+    frmGraph window(kind, Parts());
+    window.show();
+    Settle();
+    std::string text;
+    for (const LimitLayer::Line& line : window.plot().limits().lines()) {
+      const double y = line.axis->coordToPixel(line.points.back().value);
+      text += line.text.toStdString() +
+              (window.plot().axisRect()->rect().contains(100, static_cast<int>(y)) ? ", " : " out of sight, ");
+    }
+    return text;
+  };
+  EXPECT_EQ(lines(WindGraph()), "windy above 30.0 out of sight, breeze above 8.0, ");
+  EXPECT_EQ(lines(RainGraph()), "rain above 370, damp above 350, dark above 950, dusk above 200, ");
+  frmGraph window(TemperatureGraph(), Parts());
+  window.show();
+  const auto cloudy = [&] { return window.plot().limits().lines().at(0).points.back().value; };
+  EXPECT_EQ(cloudy(), 5 - 19);
+  settings.FullCloudyDegC = 15;
+  window.UpdateSettings();
+  EXPECT_EQ(cloudy(), 5 - 15);
+  settings.Centigrade = false;
+  window.UpdateSettings();
+  EXPECT_EQ(cloudy(), 14);  // -10 °C
+}
+
+TEST_F(GraphTest, ShowsTheSpanThatWasAskedForAlsoWhereTheFileAloneHasIt) {
+  Pass(2);
+  const std::int64_t now = UtcMilliseconds(clock.now);
+  for (int day = 9; day > 0; --day) {
+    Span span = SpanOf({.time = now - day * 24 * kHour, .values = {}, .held = {}, .conditions = {}});
+    span.lowest[Quantity::kWind] = span.highest[Quantity::kWind] = static_cast<float>(30 + day);
+    history.kept_spans.push_back(span);
+    history.kept_verdicts.push_back(
+        {.first = span.first, .last = span.first + 1, .reasons = "rain", .explanation = ""});
+    history.kept_verdicts.push_back(
+        {.first = span.first + 1, .last = span.first + 2, .reasons = "wind", .explanation = ""});
+  }
+  frmGraph window(WindGraph(), Parts());
+  window.show();
+  Settle();
+  HistoryPlot& plot = window.plot();
+  const auto button = [&](const char* name) { return window.findChild<QPushButton*>(name); };
+  const auto hours = [&] { return static_cast<double>(plot.Shown().to - plot.Shown().from) / kHour; };
+  EXPECT_TRUE(button("cmd12Hours")->isChecked());
+  button("cmd7Days")->click();
+  loop.Advance(std::chrono::seconds(1));
+  EXPECT_NEAR(hours(), 7 * 24, 0.01);
+  EXPECT_TRUE(button("cmd7Days")->isChecked());
+  EXPECT_FALSE(button("cmd12Hours")->isChecked());
+  EXPECT_TRUE(plot.shows_past());
+  EXPECT_GT(plot.yAxis->range().upper, 37);  // the oldest of the seven
+  EXPECT_LT(plot.yAxis->range().upper, 42);
+  button("cmd400Days")->click();
+  EXPECT_NEAR(hours(), 9 * 24, 0.01);
+  const QTemporaryDir folder;
+  window.SaveVerdicts(folder.filePath("a.csv"));
+  loop.Advance(std::chrono::seconds(1));
+  EXPECT_TRUE(Outcome(window).startsWith("Saved as "));
+  QFile file(folder.filePath("a.csv"));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll().count('\n'), 1 + 18);  // each of them, close together as they are
+  clock.now.second += 24 * 3600;
+  plot.Update();
+  EXPECT_NEAR(hours(), 10 * 24, 0.01);  // grows until it has all
+  button("cmdZoomIn")->click();
+  EXPECT_FALSE(button("cmd400Days")->isChecked());
+  EXPECT_NEAR(hours(), 160, 0.01);
+  plot.MoveReadout(-1);
+  EXPECT_FALSE(plot.accessibleDescription().isEmpty());
 }
 
 TEST_F(GraphTest, AClosedWindowDoesNothing) {
@@ -247,6 +328,8 @@ TEST(LocalTimeTicker, StaysAtRoundTimesThroughAChangeOfSummerTime) {
        "00:00+02/2026-10-25 06:00+01 12:00+01 18:00+01 00:00+01/2026-10-26"},
       {"Australia/Lord_Howe", 1'775'309'400, 4, 4,  // 2026-04-05 00:30 +11:00
        "01:00+11/2026-04-05 02:00+10:30 03:00+10:30 04:00+10:30"},
+      {"Europe/Berlin", 1'792'879'200, 21 * 24, 4, "2026-10-26 2026-11-02 2026-11-09"},  // Mondays
+      {"Europe/Berlin", 1'792'879'200, 80 * 24, 4, "2026-11-01 2026-12-01 2027-01-01"},
   };
   for (const auto& [zone, from, hours, count, labels] : cases) {
     EXPECT_EQ(Ticks(QTimeZone(zone)).Labels(from, hours, count), labels) << zone << " " << from;

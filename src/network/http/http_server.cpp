@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <exception>
-#include <iterator>
-#include <ranges>
 
 namespace orvalis::network {
 namespace {
 
 /// Refused ones included, which are kept a moment for their peers to see why.
-constexpr std::size_t kMostKept = 2 * kMostConnections;
+constexpr std::size_t kMostKept = std::size_t{2} * kMostConnections;
 constexpr std::chrono::milliseconds kCheckInterval{1'000};
 /// A connection that waited so long for a request gives way to a new one when there is no room: 64 clients that are
 /// only open must not keep out one that asks.
@@ -42,7 +40,7 @@ void AddPageFields(HttpResponse& response) {
 
 /// How many connections there may be.
 struct HttpServer::Limit {
-  std::ptrdiff_t most;
+  int most;
   bool (*counts)(const Peer& other, const Peer& peer);  ///< whether `other`, connected, is among those for `peer`
   int status;
   const char* reason;
@@ -96,14 +94,16 @@ void HttpServer::Accept(std::unique_ptr<StreamSocket> socket) {
 
 const HttpServer::Limit* HttpServer::Full(const Peer& peer) {
   for (const Limit& limit : kLimits) {
-    const auto counts = [&](const auto& connection) {
-      return connection->counts() && limit.counts(connection->peer(), peer);
-    };
-    auto all = connections_ | std::views::filter(counts);
-    if (std::ranges::distance(all) < limit.most) continue;
-    const auto idlest = std::ranges::max_element(all, {}, [](const auto& connection) { return connection->Idle(); });
-    if ((*idlest)->Idle() < kIdleEnough) return &limit;
-    (*idlest)->MakeRoom();
+    int count = 0;
+    HttpConnection* idlest = nullptr;
+    for (const auto& connection : connections_) {
+      if (!connection->counts() || !limit.counts(connection->peer(), peer)) continue;
+      ++count;
+      if (idlest == nullptr || connection->Idle() > idlest->Idle()) idlest = connection.get();
+    }
+    if (idlest == nullptr || count < limit.most) continue;
+    if (idlest->Idle() < kIdleEnough) return &limit;
+    idlest->MakeRoom();
   }
   return nullptr;
 }

@@ -14,6 +14,10 @@ const CHARTS = [
   {title: 'Sky colder than the air', kind: 'difference', curves: [['Difference', 'difference_c']]},
   {title: 'Wind', kind: 'speed', lowest: 0, curves: [['Wind', 'wind_m_s'], ['Gust', 'wind_gust_m_s']]},
   {title: 'Humidity', kind: 'percent', lowest: 0, highest: 100, curves: [['Humidity', 'humidity_percent']]},
+  {title: 'Rain', note: 'more is wetter', kind: 'counts', lowest: 0, curves: [['Rain count', 'rain_counts']]},
+  // The sensor's whole scale.
+  {title: 'Light', note: 'more is darker', kind: 'counts', lowest: 0, highest: 1023, step: 250,
+   curves: [['Light count', 'light_counts']]},
 ];
 
 // Rows of bands: the height of a band tells its state, not its colour alone.
@@ -127,21 +131,23 @@ class Drawing {
     }
     const figure = html('figure', 'chart');
     const caption = html('figcaption', '');
-    caption.append(html('h3', '', chart.title + ', ' + sign));
+    caption.append(html('h3', '', chart.title + ', ' + (chart.note || sign)));
     figure.append(caption);
     if (values.length === 0) {
       figure.append(html('p', 'empty', 'Nothing is known for this time.'));
       return figure;
     }
     if (highest - lowest < 1) highest = lowest + 1;
-    const step = roundStep(highest - lowest, 4);
-    lowest = Math.floor(lowest / step) * step;
-    highest = Math.ceil(highest / step) * step;
+    const step = chart.step || roundStep(highest - lowest, 4);
+    if (!chart.step) {
+      lowest = Math.floor(lowest / step) * step;
+      highest = Math.ceil(highest / step) * step;
+    }
     const y = (value) => TOP + ((highest - value) / (highest - lowest)) * (HEIGHT - TOP - BOTTOM);
 
     const svg = element('svg', {viewBox: `0 0 ${this.width} ${HEIGHT}`, height: HEIGHT, role: 'img', tabindex: 0});
     this.addHours(svg, HEIGHT);
-    for (let mark = lowest; mark <= highest + step / 2; mark += step) {
+    for (let mark = lowest; mark <= highest + step / 1000; mark += step) {
       svg.append(element('line', {class: 'grid', x1: LEFT, x2: this.width - RIGHT, y1: y(mark), y2: y(mark)}));
       const text = mark.toFixed(step < 1 ? 1 : 0).replace('-', '−');
       svg.append(element('text', {x: LEFT - 6, y: y(mark) + 4, 'text-anchor': 'end'}, text));
@@ -173,7 +179,7 @@ class Drawing {
         const text = (value) => value.toFixed(decimals).replace('-', '−');
         const low = known.reduce((a, b) => Math.min(a, b));
         const high = known.reduce((a, b) => Math.max(a, b));
-        spoken.push(`${curve.name} ${text(low)} to ${text(high)}, last ${text(known[known.length - 1])} ${sign}`);
+        spoken.push(`${curve.name} ${text(low)} to ${text(high)}, last ${text(known[known.length - 1])} ${sign}`.trim());
       }
       return cell;
     });

@@ -14,11 +14,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// 1 had no verdicts.
-constexpr int kLayout = 2;
+/// 1 had no verdicts, 2 neither rain nor light.
+constexpr int kLayout = 3;
 /// The columns of numbers in the order of `Quantity`, in hundredths.
-constexpr std::array<std::string_view, kQuantities> kColumns{"sky",  "clear_sky", "ambient", "dew_point",
-                                                             "wind", "gust",      "humidity"};
+constexpr std::array<std::string_view, kQuantities> kColumns{"sky",  "clear_sky", "ambient", "dew_point", "wind",
+                                                             "gust", "humidity",  "rain",    "light"};
+/// Those of the first two layouts.
+constexpr std::size_t kFirstColumns = 7;
 constexpr double kStepsPerUnit = 100;
 constexpr std::array<const char*, 2> kCompanions{"-wal", "-shm"};
 
@@ -69,7 +71,7 @@ Values ReadValues(const Statement& row, int first) {
 
 template <typename Member>
 SmallSet<Member> ReadSet(const Statement& row, int column) {
-  return SmallSet<Member>::FromBits(static_cast<std::uint8_t>(row.Integer(column).value_or(0)));
+  return SmallSet<Member>::FromBits(static_cast<std::uint16_t>(row.Integer(column).value_or(0)));
 }
 
 ReadingSource SourceOf(const std::string& name) {
@@ -79,14 +81,17 @@ ReadingSource SourceOf(const std::string& name) {
   return ReadingSource::kNone;
 }
 
-std::vector<RecordedVerdict> LoadVerdicts(Database& database, std::int64_t from, std::int64_t to) {
+/// Those between `from` and `to`, in `order`: the first or the last `most` of them.
+std::vector<RecordedVerdict> ReadVerdicts(Database& database, std::int64_t from, std::int64_t to, std::size_t most,
+                                          const char* order) {
   // They do not overlap: only the last one that began before may reach beyond `from`.
   Statement rows = database.Prepare(std::string("SELECT ") + kVerdictColumns +
                                     " FROM verdict WHERE time >= coalesce((SELECT max(time) FROM verdict WHERE "
-                                    "time < ?1), ?1) AND time <= ?2 AND until >= ?1 ORDER BY time DESC LIMIT ?3");
+                                    "time < ?1), ?1) AND time <= ?2 AND until >= ?1 ORDER BY time " +
+                                    order + " LIMIT ?3");
   rows.Bind(0, from);
   rows.Bind(1, to);
-  rows.Bind(2, static_cast<std::int64_t>(VerdictHistory::kMostKept));
+  rows.Bind(2, static_cast<std::int64_t>(most));
   std::vector<RecordedVerdict> verdicts;
   while (rows.Step()) {
     verdicts.push_back({.first = rows.Integer(0).value_or(0),
@@ -96,8 +101,16 @@ std::vector<RecordedVerdict> LoadVerdicts(Database& database, std::int64_t from,
                         .reasons = rows.Text(4),
                         .explanation = rows.Text(5)});
   }
-  std::reverse(verdicts.begin(), verdicts.end());
   return verdicts;
+}
+
+Span ReadSpan(const Statement& row) {
+  return {.first = row.Integer(0).value_or(0),
+          .last = row.Integer(1).value_or(0),
+          .lowest = ReadValues(row, kFirstSpanValue),
+          .highest = ReadValues(row, kFirstSpanValue + kHighestAfter),
+          .held = ReadSet<Quantity>(row, 3),
+          .conditions = ReadSet<Condition>(row, 2)};
 }
 
 void WriteVerdicts(Database& database, const std::vector<RecordedVerdict>& verdicts) {
@@ -127,22 +140,35 @@ std::string OneText(Database& database, const std::string& sql) {
   return statement.Step() ? statement.Text(0) : "";
 }
 
-/// Throws DatabaseError when the file is damaged or of another program.
-void CheckFile(Database& database) {
+/// The layout of the file, 0 for a new one. Throws DatabaseError when it is damaged or of another program.
+std::int64_t CheckFile(Database& database) {
   const std::string verdict = OneText(database, "PRAGMA quick_check(1)");
   if (verdict != "ok") throw DatabaseError(SQLITE_CORRUPT, verdict);
   Statement layout = database.Prepare("PRAGMA user_version");
   if (!layout.Step() || layout.Integer(0) < 0 || layout.Integer(0) > kLayout) {
     throw DatabaseError(SQLITE_ERROR, "it was written by a newer version of the program");
   }
+  return layout.Integer(0).value_or(0);
+}
+
+/// Gives the tables of an older layout the columns that they lack: what they hold knows nothing of these.
+void AddColumns(Database& database) {
+  for (std::size_t i = kFirstColumns; i < kColumns.size(); ++i) {
+    const std::string column(kColumns[i]);
+    database.Execute("ALTER TABLE cycle ADD COLUMN " + column + " INTEGER");
+    for (const char* suffix : {"_low", "_high"}) {
+      database.Execute("ALTER TABLE span ADD COLUMN " + column + suffix + " INTEGER");
+    }
+  }
 }
 
 void Prepare(Database& database) {
-  CheckFile(database);
+  const std::int64_t layout = CheckFile(database);
   // A batch is in the file as soon as it is written, whatever becomes of the program, and the disk is not waited for.
   database.Execute("PRAGMA journal_mode = WAL");
   database.Execute("PRAGMA synchronous = NORMAL");
   Transaction transaction(database);
+  if (layout > 0 && layout < kLayout) AddColumns(database);
   database.Execute(
       "CREATE TABLE IF NOT EXISTS cycle (time INTEGER PRIMARY KEY, conditions INTEGER NOT NULL, "
       "held INTEGER NOT NULL" +
@@ -232,8 +258,7 @@ void SqliteHistory::SetAside(const std::string& reason) {
 
 HistoryStore::Part SqliteHistory::Load(std::int64_t spans_from, std::int64_t samples_from, std::int64_t to) {
   Part part;
-  std::error_code error;
-  if (!fs::exists(file_, error) && !error) return part;
+  if (!Exists()) return part;
   Serve("read", [&](Database& database) {
     part = {};
     // A span across the limit would leave a hole: its samples are read instead.
@@ -247,14 +272,7 @@ HistoryStore::Part SqliteHistory::Load(std::int64_t spans_from, std::int64_t sam
     spans.Bind(0, spans_from);
     spans.Bind(1, samples_from);
     spans.Bind(2, samples_from);
-    while (spans.Step()) {
-      part.spans.push_back({.first = spans.Integer(0).value_or(0),
-                            .last = spans.Integer(1).value_or(0),
-                            .lowest = ReadValues(spans, kFirstSpanValue),
-                            .highest = ReadValues(spans, kFirstSpanValue + kHighestAfter),
-                            .held = ReadSet<Quantity>(spans, 3),
-                            .conditions = ReadSet<Condition>(spans, 2)});
-    }
+    while (spans.Step()) part.spans.push_back(ReadSpan(spans));
     Statement samples =
         database.Prepare("SELECT " + SampleColumns() + " FROM cycle WHERE time >= ? AND time <= ? ORDER BY time");
     samples.Bind(0, samples_from);
@@ -265,9 +283,52 @@ HistoryStore::Part SqliteHistory::Load(std::int64_t spans_from, std::int64_t sam
                               .held = ReadSet<Quantity>(samples, 2),
                               .conditions = ReadSet<Condition>(samples, 1)});
     }
-    part.verdicts = LoadVerdicts(database, spans_from, to);
+    part.verdicts = ReadVerdicts(database, spans_from, to, VerdictHistory::kMostKept, "DESC");
+    std::reverse(part.verdicts.begin(), part.verdicts.end());
   });
   return part;
+}
+
+bool SqliteHistory::Exists() const {
+  std::error_code error;
+  return fs::exists(file_, error) || error;
+}
+
+std::optional<std::int64_t> SqliteHistory::Begin() {
+  std::optional<std::int64_t> begin;
+  if (!Exists()) return begin;
+  Serve("read", [&](Database& database) {
+    begin.reset();
+    for (const char* sql : {"SELECT min(first) FROM span", "SELECT min(time) FROM verdict"}) {
+      Statement oldest = database.Prepare(sql);
+      const std::optional<std::int64_t> time = oldest.Step() ? oldest.Integer(0) : std::nullopt;
+      if (time) begin = std::min(*time, begin.value_or(*time));
+    }
+  });
+  return begin;
+}
+
+std::vector<Span> SqliteHistory::Spans(std::int64_t from, std::int64_t to, std::size_t most) {
+  std::vector<Span> spans;
+  if (!Exists()) return spans;
+  Serve("read", [&](Database& database) {
+    spans.clear();
+    spans.reserve(most);
+    Statement rows = database.Prepare("SELECT " + SpanColumns() +
+                                      " FROM span WHERE first >= ? AND first < ? ORDER BY first LIMIT ?");
+    rows.Bind(0, from);
+    rows.Bind(1, to);
+    rows.Bind(2, static_cast<std::int64_t>(most));
+    while (rows.Step()) spans.push_back(ReadSpan(rows));
+  });
+  return spans;
+}
+
+std::vector<RecordedVerdict> SqliteHistory::Verdicts(std::int64_t from, std::int64_t to, std::size_t most) {
+  std::vector<RecordedVerdict> verdicts;
+  if (!Exists()) return verdicts;
+  Serve("read", [&](Database& database) { verdicts = ReadVerdicts(database, from, to, most, "ASC"); });
+  return verdicts;
 }
 
 void SqliteHistory::Write(const Batch& batch) {

@@ -26,6 +26,9 @@ class SqliteHistory : public HistoryStore {
       : file_(std::move(file)), clock_(clock), notice_(std::move(notice)) {}
 
   [[nodiscard]] Part Load(std::int64_t spans_from, std::int64_t samples_from, std::int64_t to) override;
+  [[nodiscard]] std::optional<std::int64_t> Begin() override;
+  [[nodiscard]] std::vector<Span> Spans(std::int64_t from, std::int64_t to, std::size_t most) override;
+  [[nodiscard]] std::vector<RecordedVerdict> Verdicts(std::int64_t from, std::int64_t to, std::size_t most) override;
   void Write(const Batch& batch) override;
   void Forget(std::int64_t samples_before, std::int64_t spans_before) override;
 
@@ -35,6 +38,8 @@ class SqliteHistory : public HistoryStore {
   template <typename Work>
   void Serve(const char* doing, Work work);
   Database& Open();
+  /// Whether there is a file to read; one is made with the first value.
+  [[nodiscard]] bool Exists() const;
   void SetAside(const std::string& reason);
 
   std::filesystem::path file_;

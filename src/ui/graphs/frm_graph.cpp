@@ -11,11 +11,14 @@
 #include <QShortcut>
 #include <QStandardPaths>
 #include <algorithm>
+#include <array>
 #include <utility>
+#include <variant>
 
 #include "history/history_csv.h"
 #include "history/update_rate.h"
 #include "ui/controls/file_pickers.h"
+#include "ui/controls/flow_layout.h"
 #include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/text_fit.h"
@@ -33,11 +36,6 @@ constexpr double kPanStep = 0.2;
 constexpr const char* kPictureFilter = "PNG Pictures (*.png)|*.png|PDF Documents (*.pdf)|*.pdf";
 constexpr const char* kValuesFilter = "Comma-separated Values (*.csv)|*.csv";
 
-/// In the name of a file.
-const char* KindName(const GraphKind& kind) {
-  return kind.curves.front().quantity == Quantity::kWind ? "wind" : "temperatures";
-}
-
 LocalTimeOf LocalTimeIn(const QTimeZone& zone) {
   return [zone](std::int64_t moment) { return LocalTime(moment, zone); };
 }
@@ -45,12 +43,19 @@ LocalTimeOf LocalTimeIn(const QTimeZone& zone) {
 }  // namespace
 
 frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
-    : QWidget(parent), kind_(kind), parts_(std::move(parts)), theme_(Theme::ForDesktop(palette())) {
+    : QWidget(parent),
+      kind_(kind),
+      parts_(std::move(parts)),
+      saved_verdicts_(parts_.recorder.Store()),
+      theme_(Theme::ForDesktop(palette())) {
   setObjectName(kind.object_name);
   setWindowTitle("Orvalis " + QString(kind.title));
-  plot_ = new HistoryPlot(
-      kind_, {.view = [this] { return parts_.recorder.View(); }, .now = [this] { return parts_.recorder.Now(); }},
-      parts_.zone, parts_.style, this);
+  plot_ = new HistoryPlot(kind_,
+                          {.view = [this] { return parts_.recorder.View(); },
+                           .now = [this] { return parts_.recorder.Now(); },
+                           .store = parts_.recorder.Store()},
+                          parts_.zone, parts_.style, this);
+  connect(plot_, &HistoryPlot::Failed, this, [this](const QString& text) { Say(text, Colour::kRed); });
   message_ = new QLabel;
   message_->setObjectName("lblMessage");
   message_->setTextFormat(Qt::PlainText);
@@ -60,6 +65,7 @@ frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
   message_->hide();
   auto* column = new QVBoxLayout(this);
   column->addWidget(plot_, 1);
+  column->addWidget(BuildRanges());
   column->addWidget(message_);
   column->addWidget(BuildControls());
   connect(&update_timer_, &QTimer::timeout, plot_, &HistoryPlot::Update);
@@ -69,6 +75,78 @@ frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
   if (const QScreen* on = screen()) size = size.boundedTo(on->availableSize() * 0.9);
   resize(size);
   ApplyTheme();
+}
+
+QWidget* frmGraph::BuildRanges() {
+  struct Choice {
+    const char* name;
+    const char* text;
+    const char* words;
+    double hours;
+  };
+  constexpr double kDay = 24;
+  static constexpr std::array kChoices{
+      Choice{"cmdHour", "1 h", "hour", 1},
+      Choice{"cmd12Hours", "12 h", "12 hours", 12},
+      Choice{"cmd48Hours", "48 h", "48 hours", 48},
+      Choice{"cmd7Days", "7 days", "7 days", 7 * kDay},
+      Choice{"cmd30Days", "30 days", "30 days", 30 * kDay},
+      Choice{"cmd400Days", "400 days", "400 days", 400 * kDay},
+  };
+  constexpr double kSecondsPerHour = 3600;
+  auto* ranges = new QWidget;
+  auto* row = new FlowLayout(ranges);
+  row->setContentsMargins(0, 0, 0, 0);
+  const auto add = [&](const char* name, const QString& text, const QString& tip) {
+    auto* button = new QPushButton(text);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    button->setToolTip(tip);
+    constexpr int kAround = 22;
+    QFont bold = font();
+    bold.setBold(true);
+    button->setMinimumWidth(QFontMetrics(bold).horizontalAdvance(text) + kAround);
+    row->addWidget(button);
+    return button;
+  };
+  const auto add_zoom = [&](const char* name, const QString& text, const QString& words, const QString& key,
+                            double factor) {
+    QPushButton* button = add(name, text, words + " (" + key + ")");
+    button->setAccessibleName(words);
+    connect(button, &QPushButton::clicked, this, [this, factor] { plot_->Zoom(factor); });
+  };
+  add_zoom("cmdZoomOut", "−", "Zoom out", "-", kZoomStep);
+  add_zoom("cmdZoomIn", "+", "Zoom in", "+", 1 / kZoomStep);
+  const auto add_range = [&](const char* name, const QString& text, const QString& tip, double seconds) {
+    QPushButton* button = add(name, text, tip);
+    button->setCheckable(true);
+    connect(button, &QPushButton::clicked, this, [this, seconds] {
+      message_->hide();
+      plot_->ShowLast(seconds);
+      ShowChosen();
+    });
+    ranges_.emplace_back(button, seconds);
+    return button;
+  };
+  for (const Choice& choice : kChoices) {
+    add_range(choice.name, choice.text, QString("Show the last ") + choice.words, choice.hours * kSecondsPerHour)
+        ->setAccessibleName(QString("Last ") + choice.words);
+  }
+  add_range("cmdAll", "Show &all", "Show the whole history; a double click on the graph does the same",
+            HistoryPlot::kAll);
+  connect(plot_, &HistoryPlot::ChosenChanged, this, &frmGraph::ShowChosen);
+  return ranges;
+}
+
+void frmGraph::ShowChosen() {
+  for (const auto& [button, seconds] : ranges_) {
+    const bool chosen = plot_->chosen() == seconds;
+    button->setChecked(chosen);
+    // Some styles hardly show which one is down.
+    QFont letters = font();
+    letters.setBold(chosen);
+    button->setFont(letters);
+  }
 }
 
 QWidget* frmGraph::BuildControls() {
@@ -107,14 +185,12 @@ QWidget* frmGraph::BuildControls() {
     connect(button, &QPushButton::clicked, this, action);
     row->addWidget(button);
   };
-  add("cmdAll", "Show &all", "Show the whole history; a double click on the graph does the same",
-      [this] { plot_->ShowAll(); });
   add("cmdPicture", "Save &picture…", "Save this view as PNG or PDF", [this] {
-    const QString path = AskForFile("Save Picture", kPictureFilter, KindName(kind_), ".png");
+    const QString path = AskForFile("Save Picture", kPictureFilter, kind_.file_name, ".png");
     if (!path.isEmpty()) SavePicture(path);
   });
   add("cmdValues", "Save &values…", "Save the values of this view as CSV", [this] {
-    const QString path = AskForFile("Save Values", kValuesFilter, KindName(kind_), ".csv");
+    const QString path = AskForFile("Save Values", kValuesFilter, kind_.file_name, ".csv");
     if (!path.isEmpty()) SaveValues(path);
   });
   add("cmdVerdicts", "Save v&erdicts…", "Save the verdicts of this view, with their reasons, as CSV", [this] {
@@ -155,8 +231,10 @@ void frmGraph::ApplyTheme() {
   applying_theme_ = false;
 }
 
-void frmGraph::UpdateUnits() {
-  if (isVisible()) plot_->SetCentigrade(parts_.centigrade());
+void frmGraph::UpdateSettings() {
+  if (!isVisible()) return;
+  plot_->SetCentigrade(parts_.centigrade());
+  plot_->SetLimits(parts_.limits());
 }
 
 void frmGraph::ShowDefaultRange() {
@@ -166,7 +244,7 @@ void frmGraph::ShowDefaultRange() {
 void frmGraph::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (event->spontaneous()) return;
-  plot_->SetCentigrade(parts_.centigrade());
+  UpdateSettings();
   plot_->ShowDefaultRange();
   RunTimer();
 }
@@ -174,6 +252,7 @@ void frmGraph::showEvent(QShowEvent* event) {
 void frmGraph::hideEvent(QHideEvent* event) {
   QWidget::hideEvent(event);
   message_->hide();
+  plot_->ForgetPast();
   RunTimer();
 }
 
@@ -196,6 +275,7 @@ void frmGraph::changeEvent(QEvent* event) {
 }
 
 void frmGraph::keyPressEvent(QKeyEvent* event) {
+  const bool reads = event->modifiers().testFlag(Qt::ControlModifier);
   switch (event->key()) {
     case Qt::Key_Plus:
     case Qt::Key_Equal:
@@ -205,10 +285,13 @@ void frmGraph::keyPressEvent(QKeyEvent* event) {
       plot_->Zoom(kZoomStep);
       return;
     case Qt::Key_Left:
-      plot_->Pan(-kPanStep);
+      reads ? plot_->MoveReadout(-1) : plot_->Pan(-kPanStep);
       return;
     case Qt::Key_Right:
-      plot_->Pan(kPanStep);
+      reads ? plot_->MoveReadout(1) : plot_->Pan(kPanStep);
+      return;
+    case Qt::Key_Escape:
+      plot_->HideReadout();
       return;
     case Qt::Key_Home:
       plot_->ShowAll();
@@ -238,17 +321,34 @@ void frmGraph::SavePicture(const QString& path) {
 }
 
 void frmGraph::SaveValues(const QString& path) {
-  Save(path, [history = parts_.recorder.Shown(), verdicts = parts_.recorder.Verdicts(),
-              demo = parts_.recorder.demo_shown(), range = plot_->Shown(), quantities = kind_.Quantities(),
-              centigrade = parts_.centigrade(), local_time = LocalTimeIn(parts_.zone)] {
-    const HistoryView view{.history = history, .verdicts = verdicts, .demo = demo};
-    return QByteArray::fromStdString(HistoryCsv(view, range, quantities, centigrade, local_time));
-  });
+  const HistoryView shown = plot_->View();
+  Save(path,
+       [history = shown.history, verdicts = shown.verdicts, demo = shown.demo, range = plot_->Shown(),
+        quantities = kind_.Quantities(), centigrade = parts_.centigrade(), local_time = LocalTimeIn(parts_.zone)] {
+         const HistoryView view{.history = history, .verdicts = verdicts, .demo = demo};
+         return QByteArray::fromStdString(HistoryCsv(view, range, quantities, centigrade, local_time));
+       });
 }
 
 void frmGraph::SaveVerdicts(const QString& path) {
-  Save(path, [verdicts = parts_.recorder.Verdicts(), range = plot_->Shown(), local_time = LocalTimeIn(parts_.zone)] {
-    return QByteArray::fromStdString(VerdictCsv(verdicts, range, local_time));
+  const TimeRange range = plot_->Shown();
+  const auto save = [this, path, range](VerdictHistory verdicts) {
+    Save(path, [verdicts = std::move(verdicts), range, local_time = LocalTimeIn(parts_.zone)] {
+      return QByteArray::fromStdString(VerdictCsv(verdicts, range, local_time));
+    });
+  };
+  if (!plot_->shows_past()) {
+    save(parts_.recorder.Verdicts());
+    return;
+  }
+  // What is shown is merged; the file has each of them.
+  Say("Reading the verdicts…", Colour::kGreen);
+  saved_verdicts_.Read({.range = range, .values = false}, [this, save](PastReader::Result result) {
+    if (auto* past = std::get_if<Past>(&result)) {
+      save(std::move(past->verdicts));
+    } else {
+      Say(ToQString(std::get<std::string>(result)), Colour::kRed);
+    }
   });
 }
 

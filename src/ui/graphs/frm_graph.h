@@ -5,13 +5,18 @@
 #include <QWidget>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "history/history_recorder.h"
+#include "history/past_reader.h"
+#include "history/word_limits.h"
 #include "ui/controls/theme.h"
 #include "ui/graphs/graph_files.h"
 #include "ui/graphs/graph_kind.h"
 
 class QLabel;
+class QPushButton;
 class QScrollBar;
 
 namespace orvalis {
@@ -25,6 +30,7 @@ class frmGraph : public QWidget {
   struct Parts {
     const HistoryRecorder& recorder;
     std::function<bool()> centigrade;
+    std::function<WordLimits()> limits;
     std::function<bool()> on_top;  ///< whether the panel is kept on top, and would cover the window
     std::function<void(const std::string& text)> report;  ///< called with what could not be saved
     TimeStyle style{};
@@ -34,8 +40,8 @@ class frmGraph : public QWidget {
 
   /// Black and red, or the desktop's colours.
   void SetNightTheme(bool on);
-  /// Call when the unit of temperature may have changed.
-  void UpdateUnits();
+  /// Call when the unit of temperature or the limits may have changed.
+  void UpdateSettings();
   /// Call when the history was replaced.
   void ShowDefaultRange();
 
@@ -56,6 +62,10 @@ class frmGraph : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  /// The buttons for zoom and for how much time is shown.
+  QWidget* BuildRanges();
+  /// Presses the button of the range that was chosen.
+  void ShowChosen();
   QWidget* BuildControls();
   void SetUpdateRate(int position);
   void ApplyTheme();
@@ -68,6 +78,7 @@ class frmGraph : public QWidget {
 
   const GraphKind& kind_;
   Parts parts_;
+  PastReader saved_verdicts_;
   Theme theme_;
   bool night_ = false;
   bool applying_theme_ = false;
@@ -75,6 +86,7 @@ class frmGraph : public QWidget {
   QTimer update_timer_;
 
   HistoryPlot* plot_ = nullptr;
+  std::vector<std::pair<QPushButton*, double>> ranges_;  ///< with the seconds that each of them shows
   QLabel* rate_label_ = nullptr;
   QScrollBar* rate_ = nullptr;
   QLabel* message_ = nullptr;

@@ -22,6 +22,36 @@ constexpr std::array kWindCurves{
     CurveKind{Quantity::kHumidity, "Humidity", true, QCPScatterStyle::ssSquare, 0xff00684a, 0xff53d6ab, 220},
 };
 
+constexpr std::array kRainCurves{
+    CurveKind{Quantity::kRain, "Rain", false, QCPScatterStyle::ssDisc, 0xff005a94, 0xff6cc1f5, 255},
+    CurveKind{Quantity::kLight, "Light", true, QCPScatterStyle::ssSquare, 0xffb84300, 0xffffa360, 200},
+};
+
+/// How the values of a quantity that is no temperature are shown.
+struct Scale {
+  Quantity quantity;
+  const char* name;
+  const char* unit;
+  const char* note;  ///< what more of it means, where that is not clear
+  int decimals;
+  double full;
+};
+constexpr std::array kScales{
+    Scale{Quantity::kWind, "Wind", "mph", "", 1, 10},
+    Scale{Quantity::kGust, "Wind", "mph", "", 1, 10},
+    Scale{Quantity::kHumidity, "Humidity", "%", "", 1, 100},
+    Scale{Quantity::kRain, "Rain", "counts", ", more is wetter", 0, 200},
+    Scale{Quantity::kLight, "Light", "counts", ", more is darker", 0, 1023},
+};
+
+/// Nothing for temperatures.
+const Scale* ScaleOf(Quantity quantity) {
+  for (const Scale& scale : kScales) {
+    if (scale.quantity == quantity) return &scale;
+  }
+  return nullptr;
+}
+
 QBrush Hatch(const QColor& colour, Qt::BrushStyle style) { return {colour, style}; }
 
 }  // namespace
@@ -33,18 +63,39 @@ std::vector<Quantity> GraphKind::Quantities() const {
 }
 
 const GraphKind& TemperatureGraph() {
-  static const GraphKind kind{"frmTempGraph", "Temperatures", kTemperatureCurves};
+  static const GraphKind kind{"frmTempGraph", "Temperatures", "temperatures", kTemperatureCurves};
   return kind;
 }
 
 const GraphKind& WindGraph() {
-  static const GraphKind kind{"frmWindGraph", "Wind and humidity", kWindCurves};
+  static const GraphKind kind{"frmWindGraph", "Wind and humidity", "wind", kWindCurves};
+  return kind;
+}
+
+const GraphKind& RainGraph() {
+  static const GraphKind kind{"frmRainGraph", "Rain and light", "rain-light", kRainCurves};
   return kind;
 }
 
 QString UnitOf(Quantity quantity, bool centigrade) {
-  if (IsTemperature(quantity)) return TemperatureUnit(centigrade);
-  return quantity == Quantity::kHumidity ? "%" : "mph";
+  const Scale* scale = ScaleOf(quantity);
+  return scale != nullptr ? scale->unit : TemperatureUnit(centigrade);
+}
+
+QString AxisLabel(Quantity quantity, bool centigrade) {
+  const Scale* scale = ScaleOf(quantity);
+  return QString(scale != nullptr ? scale->name : "Temperature") + " (" + UnitOf(quantity, centigrade) +
+         (scale != nullptr ? scale->note : "") + ")";
+}
+
+int DecimalsOf(Quantity quantity) {
+  const Scale* scale = ScaleOf(quantity);
+  return scale != nullptr ? scale->decimals : 1;
+}
+
+double FullScale(Quantity quantity) {
+  const Scale* scale = ScaleOf(quantity);
+  return scale != nullptr ? scale->full : 0;
 }
 
 QColor CurveColour(const CurveKind& curve, Theme::Kind theme) {

@@ -28,6 +28,7 @@ struct CurveKind {
 struct GraphKind {
   const char* object_name;
   const char* title;
+  const char* file_name;  ///< in the name of a saved file
   std::span<const CurveKind> curves;
 
   [[nodiscard]] std::vector<Quantity> Quantities() const;
@@ -37,9 +38,17 @@ struct GraphKind {
 [[nodiscard]] const GraphKind& TemperatureGraph();
 /// Wind, gust and humidity.
 [[nodiscard]] const GraphKind& WindGraph();
+/// The counts of rain and light.
+[[nodiscard]] const GraphKind& RainGraph();
 
-/// "°C", "°F", "mph", "%"
+/// "°C", "°F", "mph", "%", "counts"
 [[nodiscard]] QString UnitOf(Quantity quantity, bool centigrade);
+/// "Temperature (°C)", "Rain (counts, more is wetter)"
+[[nodiscard]] QString AxisLabel(Quantity quantity, bool centigrade);
+/// Of a value as it is shown.
+[[nodiscard]] int DecimalsOf(Quantity quantity);
+/// An axis begins at 0 and reaches at least to this; 0 for one that fits its values.
+[[nodiscard]] double FullScale(Quantity quantity);
 
 [[nodiscard]] QColor CurveColour(const CurveKind& curve, Theme::Kind theme);
 

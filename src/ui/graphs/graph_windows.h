@@ -6,20 +6,21 @@
 
 namespace orvalis {
 
-/// The two graph windows, created when first opened.
+/// The graph windows, created when first opened.
 class GraphWindows {
  public:
   explicit GraphWindows(frmGraph::Parts parts) : parts_(std::move(parts)) {}
 
   void OpenTemperatures() { Open(temperatures_, TemperatureGraph()); }
   void OpenWind() { Open(wind_, WindGraph()); }
+  void OpenRain() { Open(rain_, RainGraph()); }
 
   void SetNightTheme(bool on) {
     night_ = on;
     ForEach([&](frmGraph& window) { window.SetNightTheme(on); });
   }
-  void UpdateUnits() {
-    ForEach([](frmGraph& window) { window.UpdateUnits(); });
+  void UpdateSettings() {
+    ForEach([](frmGraph& window) { window.UpdateSettings(); });
   }
   void ShowDefaultRange() {
     ForEach([](frmGraph& window) { window.ShowDefaultRange(); });
@@ -38,7 +39,7 @@ class GraphWindows {
   }
   template <typename Do>
   void ForEach(Do action) {
-    for (frmGraph* window : {temperatures_.get(), wind_.get()}) {
+    for (frmGraph* window : {temperatures_.get(), wind_.get(), rain_.get()}) {
       if (window != nullptr) action(*window);
     }
   }
@@ -47,6 +48,7 @@ class GraphWindows {
   bool night_ = false;
   std::unique_ptr<frmGraph> temperatures_;
   std::unique_ptr<frmGraph> wind_;
+  std::unique_ptr<frmGraph> rain_;
 };
 
 }  // namespace orvalis

@@ -24,25 +24,6 @@ QString DateAndTime(const CivilTime& time, const TimeStyle& style, const TimeSty
   return ToQString(style.date(time) + " " + time_format(time));
 }
 
-/// A range of values, or the only value.
-QString RangeText(double lowest, double highest) {
-  const QString low = ToQString(FormatFixed(lowest, 1));
-  const QString high = ToQString(FormatFixed(highest, 1));
-  return low == high ? low : low + " to " + high;
-}
-
-/// "safe", "UNSAFE: rain, unit_alarm", or what the unit said of `span` where no verdict was recorded.
-QString VerdictText(const VerdictSummary& verdict, const std::optional<Span>& span) {
-  if (!verdict.unsafe && !verdict.safe) {
-    const bool unit_unsafe = span && span->conditions.Has(Condition::kUnsafe);
-    return unit_unsafe ? "UNSAFE by the unit, verdict not recorded" : "verdict not recorded";
-  }
-  if (!verdict.unsafe) return "safe";
-  QStringList reasons;
-  for (const std::string& reason : verdict.reasons) reasons += ToQString(reason);
-  return (verdict.safe ? "UNSAFE at times: " : "UNSAFE: ") + reasons.join(", ");
-}
-
 }  // namespace
 
 HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& zone, const TimeStyle& style,
@@ -50,6 +31,7 @@ HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& 
     : QCustomPlot(parent),
       kind_(kind),
       source_(std::move(source)),
+      history_({.recent = source_.view, .now = source_.now, .changed = [this] { TakePast(); }}, source_.store),
       zone_(zone),
       style_(style),
       theme_(Theme::ForDesktop(QApplication::palette())) {
@@ -67,10 +49,13 @@ HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& 
   legend->setVisible(false);
 
   addLayer("conditions", layer("background"), limAbove);
+  addLayer("limits", layer("main"), limAbove);
   addLayer("readout", layer("overlay"), limAbove);
   layer("readout")->setMode(QCPLayer::lmBuffered);
   conditions_ = new ConditionLayer(axisRect());
   conditions_->setLayer("conditions");
+  limit_layer_ = new LimitLayer(axisRect());
+  limit_layer_->setLayer("limits");
   readout_ = new Readout(axisRect());
   readout_->setLayer("readout");
 
@@ -155,6 +140,7 @@ void HistoryPlot::SetTheme(const Theme& theme) {
   }
   for (ConditionLegendItem* item : condition_items_) item->SetTheme(theme.kind());
   conditions_->SetTheme(theme.kind());
+  limit_layer_->SetColours(ink, ground);
   readout_->SetColours(ink, ground);
   WrapLegends();
   replot(rpQueuedReplot);
@@ -163,6 +149,12 @@ void HistoryPlot::SetTheme(const Theme& theme) {
 void HistoryPlot::SetCentigrade(bool centigrade) {
   if (centigrade == centigrade_) return;
   centigrade_ = centigrade;
+  Rebuild();
+}
+
+void HistoryPlot::SetLimits(const WordLimits& limits) {
+  if (limits == limits_) return;
+  limits_ = limits;
   Rebuild();
 }
 
@@ -175,22 +167,33 @@ TimeRange HistoryPlot::Shown() const {
 
 QCPRange HistoryPlot::FullRange() const {
   const double now = static_cast<double>(source_.now()) / kMsPerSecond;
-  const HistoryView view = source_.view();
-  const std::optional<TimeRange> values = view.history.Extent();
-  // Without a unit there is a verdict all the same. Demo values are of this run alone.
-  const std::optional<TimeRange> verdicts = view.demo ? std::nullopt : view.verdicts.Extent();
-  double from = now - (values ? kShortestRange : kRangeWithoutValues);
-  double to = now;
-  for (const std::optional<TimeRange>& extent : {values, verdicts}) {
-    if (!extent) continue;
-    from = std::min(from, static_cast<double>(extent->from) / kMsPerSecond);
-    to = std::max(to, static_cast<double>(extent->to) / kMsPerSecond);
-  }
-  return {from, to};
+  const double from = now - (source_.view().history.Extent() ? kShortestRange : kRangeWithoutValues);
+  const std::optional<TimeRange> all = history_.Extent();
+  if (!all) return {from, now};
+  return {std::min(from, static_cast<double>(all->from) / kMsPerSecond),
+          std::max(now, static_cast<double>(all->to) / kMsPerSecond)};
+}
+
+void HistoryPlot::Choose(std::optional<double> seconds) {
+  if (seconds == chosen_) return;
+  chosen_ = seconds;
+  emit ChosenChanged();
+}
+
+QCPRange HistoryPlot::WantedRange() const {
+  const QCPRange all = FullRange();
+  if (chosen_) return {std::max(all.lower, all.upper - *chosen_), all.upper};
+  return follows_ ? xAxis->range() + (all.upper - xAxis->range().upper) : xAxis->range();
+}
+
+void HistoryPlot::TakePast() {
+  if (!history_.failure().empty()) emit Failed(ToQString(history_.failure()));
+  Rebuild();
 }
 
 void HistoryPlot::LimitRange(const QCPRange& wanted) {
   if (adjusting_) return;
+  Choose(std::nullopt);
   SetShown(wanted);
   replot(rpQueuedReplot);
 }
@@ -215,14 +218,11 @@ void HistoryPlot::Update() {
   if (!scrolls && revision_ == Revision()) return;
   // One more reading among thousands mostly changes no pixel, and drawing costs more than looking.
   const std::vector<QPoint> before = Pixels();
-  SetShown(scrolls ? shown + moved : shown);
+  SetShown(scrolls ? WantedRange() : shown);
   if (scrolls || Pixels() != before) replot(rpQueuedReplot);
 }
 
-std::uint64_t HistoryPlot::Revision() const {
-  const HistoryView view = source_.view();
-  return view.history.revision() + view.verdicts.revision();
-}
+std::uint64_t HistoryPlot::Revision() const { return history_.revision(); }
 
 std::vector<QPoint> HistoryPlot::Pixels() const {
   std::vector<QPoint> pixels;
@@ -236,6 +236,12 @@ std::vector<QPoint> HistoryPlot::Pixels() const {
       add(xAxis->coordToPixel(point.key), std::isnan(point.value) ? -1 : curve->valueAxis()->coordToPixel(point.value));
     }
   }
+  for (const LimitLayer::Line& line : limit_layer_->lines()) {
+    for (const CurvePoint& point : line.points) {
+      add(xAxis->coordToPixel(point.time / kMsPerSecond),
+          std::isnan(point.value) ? -1 : line.axis->coordToPixel(point.value));
+    }
+  }
   for (std::size_t i = 0; i < kBands; ++i) {
     for (const TimeRange& band : conditions_->places(static_cast<Band>(i))) {
       add(xAxis->coordToPixel(static_cast<double>(band.from) / kMsPerSecond),
@@ -246,22 +252,21 @@ std::vector<QPoint> HistoryPlot::Pixels() const {
 }
 
 void HistoryPlot::Rebuild() {
-  SetShown(follows_ ? xAxis->range() + (FullRange().upper - xAxis->range().upper) : xAxis->range());
+  SetShown(WantedRange());
   replot(rpQueuedReplot);
 }
 
-void HistoryPlot::ShowDefaultRange() {
-  const QCPRange all = FullRange();
-  SetShown({std::max(all.lower, all.upper - kDefaultRange), all.upper});
-  replot(rpQueuedReplot);
-}
+void HistoryPlot::ShowDefaultRange() { ShowLast(kDefaultRange); }
 
-void HistoryPlot::ShowAll() {
-  SetShown(FullRange());
+void HistoryPlot::ShowLast(double seconds) {
+  history_.Refresh();
+  Choose(seconds);
+  SetShown(WantedRange());
   replot(rpQueuedReplot);
 }
 
 void HistoryPlot::Zoom(double factor) {
+  Choose(std::nullopt);
   const QCPRange shown = xAxis->range();
   // A view of the newest values stays on them.
   const double centre = follows_ ? shown.upper - shown.size() * factor / 2 : shown.center();
@@ -271,15 +276,16 @@ void HistoryPlot::Zoom(double factor) {
 }
 
 void HistoryPlot::Pan(double share) {
+  Choose(std::nullopt);
   SetShown(xAxis->range() + share * xAxis->range().size());
   replot(rpQueuedReplot);
 }
 
 void HistoryPlot::Recalculate() {
-  const HistoryView view = source_.view();
-  revision_ = Revision();
   const TimeRange range = Shown();
   const int columns = Columns();
+  const HistoryView view = history_.ViewOf(range, columns);
+  revision_ = Revision();
   for (CurveGraph* curve : curves_) {
     const Quantity quantity = curve->kind().quantity;
     QVector<QCPGraphData> data;
@@ -295,6 +301,7 @@ void HistoryPlot::Recalculate() {
   VerdictBands verdict = BandsOf(view, range, columns);
   conditions_->SetBands(Band::kSafe, std::move(verdict.safe));
   conditions_->SetBands(Band::kUnsafe, std::move(verdict.unsafe));
+  SetLimitLines(view, range, columns);
   FitValueAxis(yAxis);
   if (yAxis2->visible()) FitValueAxis(yAxis2);
   for (CurveGraph* curve : curves_) curve->FitLine();
@@ -302,6 +309,34 @@ void HistoryPlot::Recalculate() {
   xAxis->ticker()->setTickCount(std::max(2, columns / kTickDistance));
   ShowTitle();
   ShowReadout();
+}
+
+void HistoryPlot::SetLimitLines(const HistoryView& view, TimeRange range, int columns) {
+  std::vector<LimitLayer::Line> lines;
+  for (const WordLimit& limit : limits_) {
+    const Quantity quantity = limit.quantity;
+    const auto curve = std::ranges::find(curves_, quantity, [](const CurveGraph* c) { return c->kind().quantity; });
+    if (curve == curves_.end()) continue;
+    LimitLayer::Line line{
+        .text = limit.text, .on_right = (*curve)->kind().on_right_axis, .axis = (*curve)->valueAxis(), .points = {}};
+    const auto height = [](const WordLimit& of) { return of.under_ambient ? -of.value : of.value; };
+    line.text_below = std::ranges::any_of(
+        limits_, [&](const WordLimit& other) { return other.quantity == quantity && height(other) > height(limit); });
+    if (limit.under_ambient) {
+      // Up and down with each day it would cover the curves of a longer time.
+      constexpr std::int64_t kLongest = 8 * 24 * History::kHourMs;
+      if (range.to - range.from > kLongest) continue;
+      // It moves slowly; fewer points are drawn faster.
+      constexpr int kCoarser = 8;
+      line.points = CurvePoints(view.history, ValueOf(limit), range, columns / kCoarser);
+      for (CurvePoint& point : line.points) point.value = ShownValue(quantity, point.value, centigrade_);
+    } else {
+      line.text += " " + ToQString(FormatFixed(limit.value, DecimalsOf(quantity)));
+      line.points = {{static_cast<double>(range.from), limit.value}, {static_cast<double>(range.to), limit.value}};
+    }
+    lines.push_back(std::move(line));
+  }
+  limit_layer_->SetLines(std::move(lines));
 }
 
 void HistoryPlot::FitValueAxis(QCPAxis* axis) {
@@ -317,21 +352,31 @@ void HistoryPlot::FitValueAxis(QCPAxis* axis) {
       highest = std::max(highest, point.value);
     }
   }
-  const bool temperature = IsTemperature(quantity);
-  axis->setLabel((temperature ? "Temperature" : ToQString(quantity == Quantity::kHumidity ? "Humidity" : "Wind")) +
-                 " (" + UnitOf(quantity, centigrade_) + ")");
-  // Wind and humidity start at zero; temperatures get some room on both sides.
-  constexpr double kFullHumidity = 100;
-  constexpr double kDefaultWind = 10;
+  axis->setLabel(AxisLabel(quantity, centigrade_));
+  // Temperatures get some room on both sides.
   constexpr double kDefaultTemperatures = 10;
+  const double full_scale = FullScale(quantity);
+  const bool temperature = full_scale == 0;
   if (!temperature) {
-    const double full_scale = quantity == Quantity::kHumidity ? kFullHumidity : kDefaultWind;
     lowest = std::min(lowest, 0.0);
     highest = std::max(highest, full_scale);
-  } else if (lowest > highest) {
+  }
+  // A limit that is far away would press the curves flat.
+  constexpr double kNear = 2.5;
+  const double near = temperature ? std::numeric_limits<double>::infinity() : highest * kNear;
+  const bool values = lowest <= highest;
+  for (const LimitLayer::Line& line : limit_layer_->lines()) {
+    if (line.axis != axis || !values) continue;
+    for (const CurvePoint& point : line.points) {
+      if (std::isnan(point.value) || point.value > near) continue;
+      lowest = std::min(lowest, point.value);
+      highest = std::max(highest, point.value);
+    }
+  }
+  if (lowest > highest) {
     lowest = 0;
     highest = kDefaultTemperatures;
-  } else if (highest - lowest < kDefaultTemperatures / 2) {
+  } else if (temperature && highest - lowest < kDefaultTemperatures / 2) {
     const double middle = (highest + lowest) / 2;
     lowest = middle - kDefaultTemperatures / 4;
     highest = middle + kDefaultTemperatures / 4;
@@ -352,8 +397,9 @@ void HistoryPlot::ShowTitle() {
       QString(kind_.title) + ", " + DateAndTime(from, style_, hour_and_minute) + " to " +
       (DayNumber(to) == DayNumber(from) ? ToQString(hour_and_minute(to)) : DateAndTime(to, style_, hour_and_minute));
   const HistoryView view = source_.view();
-  if (!view.history.Extent()) title = QString(kind_.title) + ": no values yet";
+  if (!view.history.Extent() && !history_.Extent()) title = QString(kind_.title) + ": no values yet";
   if (view.demo) title += " · DEMO — simulated values";
+  if (history_.reading()) title += " · reading…";
   title_->setText(title);
 }
 
@@ -378,74 +424,6 @@ void HistoryPlot::resizeEvent(QResizeEvent* event) {
   if (xAxis->range().size() <= kShortestRange / 2) return;  // not shown yet
   Recalculate();
   replot(rpQueuedReplot);
-}
-
-void HistoryPlot::mouseMoveEvent(QMouseEvent* event) {
-  QCustomPlot::mouseMoveEvent(event);
-  pointer_ = event->position();
-  ShowReadout();
-  layer("readout")->replot();
-}
-
-void HistoryPlot::mouseDoubleClickEvent(QMouseEvent* event) {
-  QCustomPlot::mouseDoubleClickEvent(event);
-  ShowAll();
-}
-
-void HistoryPlot::leaveEvent(QEvent* event) {
-  QCustomPlot::leaveEvent(event);
-  pointer_.reset();
-  ShowReadout();
-  layer("readout")->replot();
-}
-
-void HistoryPlot::ShowReadout() {
-  readout_->Hide();
-  if (!pointer_ || !axisRect()->rect().contains(pointer_->toPoint())) return;
-  const HistoryView view = source_.view();
-  constexpr double kNearPixels = 6;
-  const double pixel = xAxis->range().size() / Columns() * kMsPerSecond;
-  const auto time = static_cast<std::int64_t>(xAxis->pixelToCoord(pointer_->x()) * kMsPerSecond);
-  const std::optional<Span> near =
-      view.history.Nearest(time, std::max(kLongestStepMs, static_cast<std::int64_t>(kNearPixels * pixel)));
-  const TimeRange shown = near ? TimeRange{near->first, near->last} : TimeRange{time, time};
-  // What the strip shows at this place, too short as it may be for a picture of days.
-  const std::int64_t middle = shown.from + (shown.to - shown.from) / 2;
-  const auto beside = static_cast<std::int64_t>(pixel);
-  const VerdictSummary verdict =
-      VerdictDuring(view, {.from = std::min(shown.from, middle - beside), .to = std::max(shown.to, middle + beside)});
-  if (!near && verdict.Word().empty()) return;
-
-  QString when = DateAndTime(LocalTime(shown.from, zone_), style_, style_.time);
-  if (shown.to != shown.from) when += " to " + ToQString(style_.time(LocalTime(shown.to, zone_)));
-  std::vector<Readout::Row> rows{{when, nullptr, std::nullopt}, {VerdictText(verdict, near), nullptr, std::nullopt}};
-  const double x = xAxis->coordToPixel(static_cast<double>(middle) / kMsPerSecond);
-  if (near) AddValues(*near, x, rows);
-  readout_->Show(x, std::move(rows));
-}
-
-void HistoryPlot::AddValues(const Span& span, double x, std::vector<Readout::Row>& rows) const {
-  for (const CurveGraph* curve : curves_) rows.push_back(ReadoutRow(*curve, span, x));
-  QStringList conditions;
-  for (std::size_t i = 0; i < kWeatherBands; ++i) {
-    if (span.conditions.Has(static_cast<Condition>(i))) conditions += NameOf(static_cast<Band>(i));
-  }
-  if (!conditions.isEmpty()) rows.push_back({conditions.join(", "), nullptr, std::nullopt});
-}
-
-Readout::Row HistoryPlot::ReadoutRow(const CurveGraph& curve, const Span& span, double x) const {
-  const Quantity quantity = curve.kind().quantity;
-  const QString name = curve.name() + "  ";
-  if (!span.lowest.Knows(quantity)) return {name + "unknown", &curve, std::nullopt};
-  const auto shown = [&](const Values& values) {
-    // The two decimals that were kept, without what a float adds to them: the panel's rounding would show it.
-    constexpr int kDecimals = 2;
-    return ShownValue(quantity, RoundToDecimals(values[quantity], kDecimals), centigrade_);
-  };
-  const double highest = shown(span.highest);
-  const QString held = span.held.Has(quantity) ? ", held" : "";
-  return {name + RangeText(shown(span.lowest), highest) + " " + UnitOf(quantity, centigrade_) + held, &curve,
-          QPointF(x, curve.valueAxis()->coordToPixel(highest))};
 }
 
 CivilTime HistoryPlot::Local(double seconds) const {

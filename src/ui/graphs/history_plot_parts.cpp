@@ -114,6 +114,52 @@ void ConditionLayer::draw(QCPPainter* painter) {
   }
 }
 
+LimitLayer::LimitLayer(QCPAxisRect* rect) : QCPLayerable(rect->parentPlot(), "limits", rect), rect_(rect) {}
+
+void LimitLayer::draw(QCPPainter* painter) {
+  const QCPAxis* time = rect_->axis(QCPAxis::atBottom);
+  const QRectF area = rect_->rect();
+  for (const Line& line : lines_) {
+    QPen pen(ink_, 1);
+    pen.setDashPattern({7, 4});
+    painter->setPen(pen);
+    std::optional<QPointF> begin;
+    QPolygonF piece;
+    const auto end_piece = [&] {
+      painter->drawPolyline(piece);
+      piece.clear();
+    };
+    for (const CurvePoint& point : line.points) {
+      if (std::isnan(point.value)) {
+        end_piece();
+        continue;
+      }
+      const double x = std::clamp(time->coordToPixel(point.time / kMillisecondsPerSecond), area.left(), area.right());
+      piece.append(QPointF(x, line.axis->coordToPixel(point.value)));
+      if (!begin || line.on_right) begin = piece.back();
+    }
+    end_piece();
+    if (begin && area.contains(*begin)) DrawText(painter, line, *begin);
+  }
+}
+
+void LimitLayer::DrawText(QCPPainter* painter, const Line& line, QPointF begin) const {
+  constexpr double kAway = 3;
+  QFont font = painter->font();
+  font.setPixelSize(std::max(9, static_cast<int>(QFontInfo(mParentPlot->font()).pixelSize() * 0.85)));
+  painter->setFont(font);
+  const QFontMetricsF metrics(font);
+  const QSizeF size(metrics.horizontalAdvance(line.text) + 2 * kAway, metrics.height());
+  const double left = line.on_right ? begin.x() - size.width() - kAway : begin.x() + kAway;
+  const double top = line.text_below ? begin.y() + 1 : begin.y() - size.height();
+  const QRectF box(QPointF(left, top), size);
+  QColor ground = ground_;
+  ground.setAlpha(200);
+  painter->fillRect(box, ground);
+  painter->setPen(ink_);
+  painter->drawText(box, Qt::AlignCenter, line.text);
+}
+
 ConditionLegendItem::ConditionLegendItem(QCPLegend* parent, Band band)
     : QCPAbstractLegendItem(parent), band_(band), text_(NameOf(band)) {
   setAntialiased(false);

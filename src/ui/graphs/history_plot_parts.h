@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "history/curve.h"
 #include "history/history.h"
 #include "ui/graphs/graph_kind.h"
 
@@ -59,6 +60,40 @@ class ConditionLayer : public QCPLayerable {
   QCPAxisRect* rect_;
   Theme::Kind theme_ = Theme::Kind::kLight;
   std::array<std::vector<TimeRange>, kBands> places_;
+};
+
+/// Where the panel's words change: thin lines, each with its text.
+class LimitLayer : public QCPLayerable {
+ public:
+  struct Line {
+    QString text;
+    bool text_below = false;  ///< there is another line close above
+    bool on_right = false;    ///< the text is at the right end
+    QCPAxis* axis = nullptr;
+    std::vector<CurvePoint> points;  ///< times in milliseconds; a value that is no number interrupts the line
+  };
+
+  explicit LimitLayer(QCPAxisRect* rect);
+
+  void SetColours(const QColor& ink, const QColor& ground) {
+    ink_ = ink;
+    ground_ = ground;
+  }
+  void SetLines(std::vector<Line> lines) { lines_ = std::move(lines); }
+  [[nodiscard]] const std::vector<Line>& lines() const { return lines_; }
+
+ protected:
+  void applyDefaultAntialiasingHint(QCPPainter* painter) const override { painter->setAntialiasing(false); }
+  void draw(QCPPainter* painter) override;
+  [[nodiscard]] QRect clipRect() const override { return rect_->rect(); }
+
+ private:
+  void DrawText(QCPPainter* painter, const Line& line, QPointF begin) const;
+
+  QCPAxisRect* rect_;
+  std::vector<Line> lines_;
+  QColor ink_;
+  QColor ground_;
 };
 
 /// A condition or verdict in the legend.

@@ -15,11 +15,13 @@ namespace {
 constexpr double kMinute = 60;
 constexpr double kHour = 3600;
 constexpr double kDay = 24 * kHour;
+constexpr double kMonth = 30 * kDay;
 constexpr std::int64_t kMsPerSecond = 1000;
 
 struct Step {
   double seconds;
-  int parts;  ///< into which the sub ticks divide it
+  int parts;       ///< into which the sub ticks divide it
+  int months = 0;  ///< so many whole months, of about as many seconds
 };
 constexpr std::array kSteps{Step{1, 1},
                             Step{2, 2},
@@ -38,7 +40,19 @@ constexpr std::array kSteps{Step{1, 1},
                             Step{3 * kHour, 3},
                             Step{6 * kHour, 6},
                             Step{12 * kHour, 4},
-                            Step{kDay, 4}};
+                            Step{kDay, 4},
+                            Step{2 * kDay, 2},
+                            Step{7 * kDay, 7},
+                            Step{14 * kDay, 2},
+                            Step{kMonth, 1, 1},
+                            Step{2 * kMonth, 1, 2},
+                            Step{3 * kMonth, 1, 3}};
+/// 1970-01-01 was a Thursday; weeks begin on Mondays.
+constexpr double kFirstMonday = 4 * kDay;
+
+const Step& StepOf(double seconds) {
+  return *std::find_if(kSteps.begin(), kSteps.end() - 1, [&](const Step& s) { return s.seconds >= seconds; });
+}
 
 }  // namespace
 
@@ -51,23 +65,28 @@ int LocalTimeTicker::Offset(double time) const {
 }
 
 double LocalTimeTicker::getTickStep(const QCPRange& range) {
-  const double wanted = range.size() / mTickCount;
-  const auto* step =
-      std::find_if(kSteps.begin(), kSteps.end() - 1, [wanted](const Step& s) { return s.seconds >= wanted; });
-  step_ = step->seconds;
+  step_ = StepOf(range.size() / mTickCount).seconds;
   return step_;
 }
 
-int LocalTimeTicker::getSubTickCount(double tick_step) {
-  const auto* step =
-      std::find_if(kSteps.begin(), kSteps.end() - 1, [tick_step](const Step& s) { return s.seconds >= tick_step; });
-  return step->parts - 1;
+int LocalTimeTicker::getSubTickCount(double tick_step) { return StepOf(tick_step).parts - 1; }
+
+QVector<double> LocalTimeTicker::MonthTicks(int months, const QCPRange& range) const {
+  QVector<double> ticks;
+  QDate first = QDateTime::fromSecsSinceEpoch(static_cast<qint64>(range.lower), zone_).date();
+  first = QDate(first.year(), (first.month() - 1) / months * months + 1, 1);
+  for (; ticks.empty() || ticks.back() <= range.upper; first = first.addMonths(months)) {
+    ticks.append(static_cast<double>(first.startOfDay(zone_).toSecsSinceEpoch()));
+  }
+  return ticks;
 }
 
 QVector<double> LocalTimeTicker::createTickVector(double tick_step, const QCPRange& range) {
+  if (const int months = StepOf(tick_step).months; months > 0) return MonthTicks(months, range);
+  const double origin = tick_step > 2 * kDay ? kFirstMonday : 0;
   const auto round_local = [&](double time) {
     const int offset = Offset(time);
-    return std::round((time + offset) / tick_step) * tick_step - offset;
+    return std::round((time + offset - origin) / tick_step) * tick_step + origin - offset;
   };
   QVector<double> ticks;
   double tick = round_local(range.lower - 2 * tick_step);

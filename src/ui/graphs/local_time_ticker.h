@@ -29,6 +29,8 @@ class LocalTimeTicker : public QCPAxisTicker {
  private:
   /// Seconds east of Greenwich at `time`.
   [[nodiscard]] int Offset(double time) const;
+  /// The first days of months, `months` apart.
+  [[nodiscard]] QVector<double> MonthTicks(int months, const QCPRange& range) const;
 
   QTimeZone zone_;
   TimeStyle style_;

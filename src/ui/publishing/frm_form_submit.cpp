@@ -379,7 +379,7 @@ void frmFormSubmit::Send(std::size_t index, const QString& what, const std::func
   QString text = what + " are not sent, because that is not allowed above.";
   if (usable) text += " Send once?";
   auto* box = new MessageBox(usable ? QMessageBox::Question : QMessageBox::Information, "Orvalis",
-                             text + "\n\n" + ToQString(target), QMessageBox::Cancel, this);
+                             text + "\n\n" + ToQString(target), usable ? QMessageBox::Cancel : QMessageBox::Ok, this);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setDefaultButton(QMessageBox::Cancel);
   if (usable) {
