@@ -67,7 +67,8 @@ window Orvalis >/dev/null
 sleep 3
 xdotool key alt+s
 setup=$(window "Orvalis Setup")
-for page in connection:alt+c thresholds:alt+t safety:alt+f alerts:alt+a network:alt+n mqtt:alt+q leftovers:alt+l; do
+for page in connection:alt+c panel:alt+p unit:alt+u safety:alt+f alerts:alt+a network:alt+n mqtt:alt+q \
+  leftovers:alt+l; do
   xdotool key "${page#*:}"
   sleep 0.7
   import -window "$setup" "$out/setup-${page%%:*}.png"

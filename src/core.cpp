@@ -300,7 +300,7 @@ void Core::Refresh() {
   if (front_ == nullptr) return;
   ShowTrendsAndSun();
   ShowLink(link_.state(), reconnect_.seconds_left(), panel_);
-  panel_.banner = BannerOf(observer_.Now(), clock_, store_.locale());
+  panel_.banner = BannerOf(observer_.Now(), clock_, store_.locale(), UnitsOf(settings_));
   front_->Refresh();
 }
 

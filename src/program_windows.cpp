@@ -143,6 +143,7 @@ void ProgramWindows::BuildSetup() {
                       .succeeded = [this] { parts_.boundary.Succeeded(kChanging); },
                       .version = ORVALIS_VERSION,
                       .locale = parts_.store.locale(),
+                      .now = [this]() -> const Observation& { return parts_.observer.Now(); },
                       .network = [this] { return core_.NetworkNow(); },
                       .mqtt = [this] { return core_.MqttNow(); },
                       .try_mqtt = [this](const Settings& settings, auto done) { core_.TryMqtt(settings, done); },

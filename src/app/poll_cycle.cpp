@@ -111,7 +111,7 @@ void PollCycle::Convert() {
   const bool averaged =
       interpreter_.Interpret(frame_, parts_.settings, TakeHumiditySelector(parts_.panel), parts_.weather);
   last_frame_unusable_ = false;
-  ShowReadings(parts_.weather, parts_.settings.Centigrade, parts_.locale, parts_.panel);
+  ShowReadings(parts_.weather, UnitsOf(parts_.settings), parts_.locale, parts_.panel);
   parts_.panel.averaging =
       AveragingText(averaged, interpreter_.samples_taken(), parts_.settings.TempsAvgCount, parts_.panel.ambient);
 }

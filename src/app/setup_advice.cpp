@@ -85,18 +85,23 @@ void Append(std::string& advice, const std::string& more) {
 
 }  // namespace
 
-std::vector<std::string> AdviceOnSetup(std::span<const std::string> texts, NumberLocale locale) {
+Settings TypedSettings(std::span<const std::string> texts, NumberLocale locale) {
   const auto fields = SetupFields();
   Settings settings;
-  std::vector<SetupReading> readings;
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    readings.push_back(ReadSetupField(fields[i], texts[i], locale));
-    StoreSetupField(fields[i], readings.back().value, settings);
+    StoreSetupField(fields[i], ReadSetupField(fields[i], texts[i], locale).value, settings);
   }
+  return settings;
+}
+
+std::vector<std::string> AdviceOnSetup(std::span<const std::string> texts, NumberLocale locale) {
+  const auto fields = SetupFields();
+  const Settings settings = TypedSettings(texts, locale);
   std::vector<std::string> advice(fields.size());
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    advice[i] = Stored(fields[i], readings[i], texts[i], locale);
-    if (readings[i].IsSentinel()) continue;  // it is not stored
+    const SetupReading reading = ReadSetupField(fields[i], texts[i], locale);
+    advice[i] = Stored(fields[i], reading, texts[i], locale);
+    if (reading.IsSentinel()) continue;  // it is not stored
     if (const UnitCommand* command = CommandOf(fields[i])) {
       Append(advice[i], command->CutText(command->setting(settings)));
     }

@@ -10,6 +10,10 @@
 
 namespace orvalis {
 
+/// The settings that OK would make of the texts of `SetupFields`, with the replacements of bad input; the others are at
+/// their defaults.
+[[nodiscard]] Settings TypedSettings(std::span<const std::string> texts, NumberLocale locale);
+
 /// Advice for each text box of the setup dialog before OK, in the order of `SetupFields`: what would be stored instead
 /// of what was typed and why, what the unit would receive instead, and limits that contradict each other. "" where the
 /// text is taken as typed.

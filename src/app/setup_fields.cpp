@@ -121,6 +121,8 @@ constexpr std::array<SetupFlag, 39> kFlags{{
     {"chkMqttAllowPlainPassword", &Settings::MqttAllowPlainPassword},
 }};
 
+constexpr std::array<SetupChoice, 1> kChoices{{{"WindUnit", &Settings::WindUnit}}};
+
 constexpr std::array<SetupText, 9> kTexts{{
     {"NetworkAddress", &Settings::NetworkAddress},
     {"NetworkStation", &Settings::NetworkStation},
@@ -185,6 +187,7 @@ bool InRange(Range range, double value) {
 
 std::span<const SetupField> SetupFields() { return kFields; }
 std::span<const SetupFlag> SetupFlags() { return kFlags; }
+std::span<const SetupChoice> SetupChoices() { return kChoices; }
 std::span<const SetupText> SetupTexts() { return kTexts; }
 std::span<const SetupFile> SetupFiles() { return kFiles; }
 std::span<const SetupUnitOption> SetupUnitOptions() { return kUnitOptions; }

@@ -63,6 +63,13 @@ struct SetupFlag {
 };
 [[nodiscard]] std::span<const SetupFlag> SetupFlags();
 
+/// One list to choose from; the setting is the row.
+struct SetupChoice {
+  std::string_view name;  ///< the list's object name
+  std::int32_t Settings::*member;
+};
+[[nodiscard]] std::span<const SetupChoice> SetupChoices();
+
 /// One text that is stored as it is typed.
 struct SetupText {
   std::string_view name;  ///< the control's object name

@@ -78,6 +78,7 @@ SetupForm SetupRoutine::CopyIn() const {
     form.texts.push_back(SetupFieldText(field, settings, parts_.store.locale()));
   }
   for (const SetupFlag& flag : SetupFlags()) form.flags.push_back(flag.Get(settings));
+  for (const SetupChoice& choice : SetupChoices()) form.choices.push_back(settings.*choice.member);
   for (const SetupText& text : SetupTexts()) form.plain_texts.push_back(settings.*text.member);
   for (const SetupFile& file : SetupFiles()) form.files.push_back(settings.*file.path);
   form.unit = parts_.unit;
@@ -97,6 +98,7 @@ bool SetupRoutine::ReadBack(SetupForm& form, Settings& settings) const {
     StoreSetupField(field, reading.value, settings);
   }
   for (std::size_t i = 0; i < SetupFlags().size(); ++i) SetupFlags()[i].Set(form.flags[i], settings);
+  for (std::size_t i = 0; i < SetupChoices().size(); ++i) settings.*SetupChoices()[i].member = form.choices[i];
   for (std::size_t i = 0; i < SetupTexts().size(); ++i) settings.*SetupTexts()[i].member = form.plain_texts[i];
   for (std::size_t i = 0; i < SetupFiles().size(); ++i) settings.*SetupFiles()[i].path = form.files[i];
   return true;

@@ -23,6 +23,7 @@ namespace orvalis {
 struct SetupForm {
   std::vector<std::string> texts;  ///< of the fields
   std::vector<bool> flags;
+  std::vector<std::int32_t> choices;  ///< rows
   std::vector<std::string> plain_texts;
   std::vector<std::string> files;  ///< full paths; the dialog shows only the names
   UnitOptions unit;

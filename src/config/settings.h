@@ -101,6 +101,7 @@ struct Settings {
   std::int32_t TrayMessages = 1;      ///< 1: the tray icon tells each change of the verdict
   std::optional<double> Latitude;     ///< of the place, degrees, north is positive; none: not set
   std::optional<double> Longitude;    ///< likewise, east is positive
+  std::int32_t WindUnit = 0;          ///< for people: 0 mph, 1 km/h, 2 m/s, 3 knots
   std::int32_t KeepVerdict = 0;       ///< 1: clients' `Safe` keeps the verdict of the last frame, however old
   std::int32_t WebcamBuiltIn = 0;     ///< 1: send the panel's picture with the built-in FTP
   std::int32_t SafeHoldSeconds = 10;  ///< 0 to 3600: time without a reason to be unsafe before it is safe

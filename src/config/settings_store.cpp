@@ -75,10 +75,10 @@ constexpr std::array<std::string_view, 64> kSetupKeys{
     "g_bchkRepeatApp",
 };
 /// Those that it saves after them.
-constexpr std::array<std::string_view, 15> kSafetyKeys{
-    "SafeHoldSeconds", "VerdictRain", "VerdictWind", "VerdictClouds",   "VerdictLight",
-    "DemoCanBeSafe",   "KeepVerdict", "VerdictLog",  "SafetyAlerts",    "UnsafeSound",
-    "UnsafeApp",       "SafeSound",   "SafeApp",     "NoReadingsSound", "NoReadingsApp",
+constexpr std::array<std::string_view, 16> kSafetyKeys{
+    "WindUnit",      "SafeHoldSeconds", "VerdictRain",     "VerdictWind",   "VerdictClouds", "VerdictLight",
+    "DemoCanBeSafe", "KeepVerdict",     "VerdictLog",      "SafetyAlerts",  "UnsafeSound",   "UnsafeApp",
+    "SafeSound",     "SafeApp",         "NoReadingsSound", "NoReadingsApp",
 };
 /// And the network's.
 constexpr std::array<std::string_view, 7> kNetworkKeys{

@@ -17,7 +17,7 @@ constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
 
 // clang-format off
-constexpr std::array<SettingKey, 133> kKeys{{
+constexpr std::array<SettingKey, 134> kKeys{{
     {"RegVer", kRoot, KeyType::kText, kLayoutVersion, kStoreOnly},
     {"Absolute", kRoot, KeyType::kBoolean, "True", &Settings::Absolute},
     {"Synchronous", kRoot, KeyType::kBoolean, "False", &Settings::Synchronous},
@@ -113,6 +113,7 @@ constexpr std::array<SettingKey, 133> kKeys{{
     {"TrayMessages", kRoot, KeyType::kInteger, kNoDefault, &Settings::TrayMessages, "1", "1", 0, 1},
     {"Latitude", kRoot, KeyType::kReal, kNoDefault, &Settings::Latitude, {}, "", -90, 90},
     {"Longitude", kRoot, KeyType::kReal, kNoDefault, &Settings::Longitude, {}, "", -180, 180},
+    {"WindUnit", kRoot, KeyType::kInteger, kNoDefault, &Settings::WindUnit, "0", "0", 0, 3},
     {"KeepVerdict", kRoot, KeyType::kInteger, kNoDefault, &Settings::KeepVerdict, "0", "0", 0, 1},
     {"WebcamBuiltIn", kRoot, KeyType::kInteger, kNoDefault, &Settings::WebcamBuiltIn, "0"},
     // What is unreadable here must not open a roof.

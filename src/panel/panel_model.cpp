@@ -43,23 +43,26 @@ void ShowLink(LinkState state, std::optional<std::int16_t> seconds_left, PanelMo
   }
 }
 
-void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale locale, PanelModel& panel) {
-  const auto temperature = [&](double celsius) {
-    return FormatFixed(centigrade ? celsius : ToFahrenheit(celsius), 1, locale);
-  };
+void ShowReadings(const WeatherState& state, const DisplayUnits& units, NumberLocale locale, PanelModel& panel) {
+  const auto tenths = [&](double value) { return FormatFixed(value, 1, locale); };
+  const auto temperature = [&](double celsius) { return tenths(units.Temperature(celsius)); };
   const auto known = [](bool is_known, std::string text) { return is_known ? std::move(text) : std::string(); };
 
-  panel.centigrade = centigrade;
+  panel.units = units;
   panel.ambient = known(state.ambient_known, temperature(state.ambient_celsius));
   panel.body = known(state.body_known, temperature(state.body_celsius));
   panel.dew_point = known(state.ambient_known, temperature(state.dew_point_celsius));
   panel.clear_sky = known(state.ambient_known, temperature(state.clear_sky_celsius));
-  panel.difference = known(state.ambient_known, FormatFixed(state.difference_celsius, 1, locale));
-  panel.humidity = known(state.ambient_known, FormatFixed(state.humidity_percent, 1, locale));
+  panel.difference = known(state.ambient_known, tenths(state.difference_celsius));
+  panel.humidity = known(state.ambient_known, tenths(state.humidity_percent));
   panel.sky = temperature(state.sky_celsius);
-  panel.wind = FormatFixed(state.wind_mph, 1, locale);
-  panel.wind_average = FormatFixed(state.wind_average_mph, 1, locale);
-  panel.wind_gust = FormatFixed(state.wind_gust_mph, 1, locale);
+  panel.wind = tenths(state.wind_mph);
+  panel.wind_average = tenths(state.wind_average_mph);
+  panel.wind_gust = tenths(state.wind_gust_mph);
+  panel.shown = {.difference = known(state.ambient_known, tenths(units.Difference(state.difference_celsius))),
+                 .wind = tenths(units.Wind(state.wind_mph)),
+                 .wind_average = tenths(units.Wind(state.wind_average_mph)),
+                 .wind_gust = tenths(units.Wind(state.wind_gust_mph))};
   panel.rain = std::to_string(state.rain);
   panel.light = FormatFixed(state.light, 0, locale);
   panel.humidity_background = state.humidity_faulty ? Colour::kRed : Colour::kWhite;

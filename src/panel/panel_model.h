@@ -12,7 +12,7 @@
 #include "history/trend.h"
 #include "panel/sun_text.h"
 #include "panel/verdict_banner.h"
-#include "reading/conversions.h"
+#include "reading/display_units.h"
 #include "reading/weather_state.h"
 #include "unit/link_state.h"
 
@@ -37,19 +37,26 @@ struct PanelModel {
     Colour background = Colour::kYellow;
   };
 
-  // Texts in the format "0.0" with the locale's separator; temperatures in degrees Celsius or Fahrenheit as
-  // `centigrade` says. Empty where there is no value yet.
-  bool centigrade = false;
+  /// Of the temperatures below and of `shown`.
+  DisplayUnits units;
+  // Texts in the format "0.0" with the locale's separator. Empty where there is no value yet.
   std::string ambient;
   std::string body;
   std::string dew_point;
   std::string sky = "999";
   std::string clear_sky;
-  std::string difference;    ///< always in degrees Celsius: the cloud limits are
+  std::string difference;    ///< always in degrees Celsius, as the cloud limits
   std::string humidity;      ///< percent
-  std::string wind = "0.0";  ///< miles per hour, as the two that follow
+  std::string wind = "0.0";  ///< always miles per hour, as the two that follow: clients read them
   std::string wind_average = "0.0";
   std::string wind_gust = "0.0";
+  /// In the chosen units: what the window shows in place of the texts above that have one unit for everybody.
+  struct {
+    std::string difference;
+    std::string wind = "0.0";
+    std::string wind_average = "0.0";
+    std::string wind_gust = "0.0";
+  } shown;
   std::string rain;   ///< counts
   std::string light;  ///< counts
   Colour humidity_background = Colour::kWhite;
@@ -88,7 +95,7 @@ struct PanelModel {
 void ShowLink(LinkState state, std::optional<std::int16_t> seconds_left, PanelModel& panel);
 
 /// Brings the values, words and colours of `panel` up to `state`.
-void ShowReadings(const WeatherState& state, bool centigrade, NumberLocale locale, PanelModel& panel);
+void ShowReadings(const WeatherState& state, const DisplayUnits& units, NumberLocale locale, PanelModel& panel);
 
 /// The averaging line after one frame: how far the block is, or its value when it was completed; empty where there is
 /// nothing to average.

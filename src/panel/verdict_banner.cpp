@@ -78,7 +78,7 @@ std::string SinceText(const Observation& now, const Times& times, const VerdictB
 
 }  // namespace
 
-VerdictBanner BannerOf(const Observation& now, const Clock& clock, NumberLocale locale) {
+VerdictBanner BannerOf(const Observation& now, const Clock& clock, NumberLocale locale, const DisplayUnits& units) {
   const Times times(clock, now.time);
   const TimeOfDay when = [&](std::int64_t utc) { return times.ToTheMinute(utc); };
   VerdictBanner banner;
@@ -87,7 +87,8 @@ VerdictBanner BannerOf(const Observation& now, const Clock& clock, NumberLocale 
   const bool wanted = now.verdict.reasons.Has(Reason::kForced);
   banner.testing = wanted && now.figures.test_left.has_value();
   banner.forced = wanted && !banner.testing;
-  now.verdict.reasons.ForEach([&](Reason reason) { banner.explanations.push_back(Explain(reason, now, locale)); });
+  now.verdict.reasons.ForEach(
+      [&](Reason reason) { banner.explanations.push_back(Explain(reason, now, locale, units)); });
   Split(now, when, banner);
   banner.since = SinceText(now, times, banner);
   return banner;

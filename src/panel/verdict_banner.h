@@ -6,6 +6,7 @@
 
 #include "base/clock.h"
 #include "base/text.h"
+#include "reading/display_units.h"
 #include "verdict/observation.h"
 
 namespace orvalis {
@@ -31,6 +32,7 @@ struct VerdictBanner {
 };
 
 /// The banner for `now`. Times are local, with their date unless that is the day of `now`.
-[[nodiscard]] VerdictBanner BannerOf(const Observation& now, const Clock& clock, NumberLocale locale);
+[[nodiscard]] VerdictBanner BannerOf(const Observation& now, const Clock& clock, NumberLocale locale,
+                                     const DisplayUnits& units = {});
 
 }  // namespace orvalis

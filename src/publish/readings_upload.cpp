@@ -23,8 +23,8 @@ std::string Seconds(std::chrono::seconds duration) { return std::to_string(durat
 
 }  // namespace
 
-UploadTurn ReadingsUpload::Send(Trigger trigger) {
-  if (parts_.settings.g_bAllow_PWS != 1) return UploadTurn::kTaken;
+UploadTurn ReadingsUpload::Send(Trigger trigger, Permission permission) {
+  if (parts_.settings.g_bAllow_PWS != 1 && permission == Permission::kBySetting) return UploadTurn::kTaken;
   if (trigger == Trigger::kUser) report_.Repeat();
   auto prepared = Prepare(trigger);
   if (const auto* refusal = std::get_if<Refusal>(&prepared)) {
@@ -35,6 +35,7 @@ UploadTurn ReadingsUpload::Send(Trigger trigger) {
     Show({.text = "the station ID or the password is still the placeholder; enter your own"}, trigger);
     return UploadTurn::kTaken;
   }
+  sent_once_ = permission == Permission::kOnce;
   Begin(std::get<Prepared>(std::move(prepared)));
   return UploadTurn::kTaken;
 }
@@ -112,7 +113,7 @@ bool ReadingsUpload::AccountMissing() const {
 
 void ReadingsUpload::Preview() {
   const bool allowed = parts_.settings.g_bAllow_PWS == 1;
-  if (shows_sent_ && allowed) return;
+  if (shows_sent_ && (allowed || sent_once_)) return;
   shows_sent_ = false;
   const auto prepared = Prepare(Trigger::kUser);
   if (const auto* refusal = std::get_if<Refusal>(&prepared)) {

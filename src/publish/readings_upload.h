@@ -67,9 +67,9 @@ class ReadingsUpload : public ScheduledUpload {
   /// Shows the messages after a click; null when headless.
   void SetMessageBoxes(MessageBoxes* boxes) { message_boxes_ = boxes; }
 
-  /// Sends the current readings, unless uploads are switched off. Returns at once; the result appears in the boxes. An
+  /// Sends the current readings, unless that is not allowed. Returns at once; the result appears in the boxes. An
   /// exchange in progress is aborted. The upload stays due when only a reading is missing.
-  UploadTurn Send(Trigger trigger);
+  UploadTurn Send(Trigger trigger, Permission permission = Permission::kBySetting);
 
   [[nodiscard]] std::int32_t IntervalRow() const override { return parts_.settings.g_lPWSUpdate_interval_index; }
   [[nodiscard]] UploadTurn Start() override { return Send(Trigger::kSchedule); }
@@ -120,6 +120,7 @@ class ReadingsUpload : public ScheduledUpload {
   MessageBoxes* message_boxes_ = nullptr;
   RequestComposition composition_;
   bool shows_sent_ = false;  ///< the request box shows what was sent, not a preview
+  bool sent_once_ = false;   ///< by a permission for that time alone
 
   bool under_way_ = false;
   std::string answer_;  ///< its beginning, at most kLongestJudged bytes

@@ -24,6 +24,9 @@ inline constexpr std::array<UploadInterval, 8> kUploadIntervals{
 [[nodiscard]] std::string_view UploadIntervalText(std::int32_t row);
 [[nodiscard]] std::int16_t UploadIntervalTicks(std::int32_t row);
 
+/// What allows an upload: the setting, or the user for this time alone.
+enum class Permission { kBySetting, kOnce };
+
 /// What became of a due upload: it had its turn, successful or not, or it waits for the next frame.
 enum class UploadTurn { kTaken, kStillDue };
 

@@ -1,6 +1,19 @@
 #include "publish/web_publisher.h"
 
+#include "base/run_time_error.h"
+#include "publish/http_request.h"
+#include "publish/url_helper.h"
+
 namespace orvalis {
+namespace {
+
+WebPublisher::Target None(const std::string& why) { return {"Cannot be sent: " + why + ".", false}; }
+
+WebPublisher::Target To(const std::string& account, const std::string& server, std::uint16_t port) {
+  return {"Sent as " + account + " to " + server + ", port " + std::to_string(port) + ".", true};
+}
+
+}  // namespace
 
 WebPublisher::WebPublisher(const Parts& parts)
     : parts_(parts),
@@ -73,12 +86,36 @@ void WebPublisher::SetInterval(const SubmitInterval& list, std::int32_t row) {
   });
 }
 
-void WebPublisher::TestServer() {
-  parts_.boundary.Run("testing the server", [&] { readings_.Send(Trigger::kUser); });
+void WebPublisher::TestServer(Permission permission) {
+  parts_.boundary.Run("testing the server", [&] { readings_.Send(Trigger::kUser, permission); });
 }
 
-void WebPublisher::Capture() {
-  parts_.boundary.Run("capturing the panel", [&] { webcam_.Capture(); });
+void WebPublisher::Capture(Permission permission) {
+  parts_.boundary.Run("capturing the panel", [&] { webcam_.Capture(permission); });
+}
+
+WebPublisher::Target WebPublisher::ReadingsTarget() const try {
+  const Settings& settings = parts_.settings;
+  if (IsPrompt("g_sPWS_name", settings.g_sPWS_name) || IsPrompt("g_sPWS_password", settings.g_sPWS_password)) {
+    return None("the station ID or the password is still the placeholder");
+  }
+  const UrlRecord url = SplitUrl(settings.g_sPWS_site);
+  if (const UrlComplaint complaint = Complaint(url); !complaint.text.empty()) return None(std::string(complaint.text));
+  CheckUrl(settings.g_sPWS_site, url);
+  return To(settings.g_sPWS_name, url.host, PortOf(url));
+} catch (const RunTimeError& error) {
+  return None(error.what());
+}
+
+WebPublisher::Target WebPublisher::PictureTarget() const try {
+  if (parts_.settings.WebcamBuiltIn != 1) {
+    if (!parts_.other_programs) return None("tick \"Use built-in FTP\"");
+    return {"Sent by the script winscp_xfer.txt, with the account and the server in it.", true};
+  }
+  const FtpUpload upload = BuiltInUpload(parts_.folder, parts_.settings);
+  return To(upload.user, upload.host + upload.folder + upload.name, upload.port);
+} catch (const RunTimeError& error) {
+  return None(error.what());
 }
 
 }  // namespace orvalis

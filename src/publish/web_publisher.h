@@ -50,8 +50,17 @@ class WebPublisher {
   void SetSwitch(const SubmitSwitch& box, bool on);
   void SetInterval(const SubmitInterval& list, std::int32_t row);
   /// "&Test Server" and "Capture".
-  void TestServer();
-  void Capture();
+  void TestServer(Permission permission = Permission::kBySetting);
+  void Capture(Permission permission = Permission::kBySetting);
+
+  /// The account and the server of an upload, or why there can be none, as a sentence for a person. Without the
+  /// password.
+  struct Target {
+    std::string text;
+    bool usable;
+  };
+  [[nodiscard]] Target ReadingsTarget() const;
+  [[nodiscard]] Target PictureTarget() const;
 
   [[nodiscard]] const Settings& settings() const { return parts_.settings; }
   [[nodiscard]] SubmitBoxes& boxes() { return boxes_; }

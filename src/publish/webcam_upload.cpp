@@ -106,30 +106,37 @@ FtpUpload BuiltInUpload(const PictureFolder& folder, const Settings& settings) {
 }
 
 bool WebcamUpload::SaveScreen1(std::string_view file) {
-  if (parts_.settings.g_bAllow_WEB != 1) return true;
+  if (parts_.settings.g_bAllow_WEB == 1) CaptureAndSend(file);
+  return true;
+}
+
+void WebcamUpload::CaptureAndSend(std::string_view file) {
   if (picture_ == nullptr) {
     // The file may contain an old picture.
     report_.Refused("there is no panel to capture");
-    return true;
+    return;
   }
   Try([&] { picture_->Capture(); });
   Try([&] { picture_->SaveBitmap(PicturePath(parts_.folder, file)); });
   if (parts_.settings.WebcamBuiltIn == 1) {
     SendBuiltIn();
-    return true;
+    return;
   }
   if (!parts_.other_programs) {
     report_.Refused("the programs that send it run only on Windows; tick \"Use built-in FTP\"");
-    return true;
+    return;
   }
   Try([&] { parts_.commands.Start(ConverterCommand(parts_.folder, file)); });
   Try([&] { parts_.commands.Start(TransferCommand(parts_.folder)); });
-  return true;
 }
 
-void WebcamUpload::Capture() {
+void WebcamUpload::Capture(Permission permission) {
   report_.Repeat();
-  SaveScreen1(kScreenshotFile);
+  if (permission == Permission::kOnce) {
+    CaptureAndSend(kScreenshotFile);
+  } else {
+    SaveScreen1(kScreenshotFile);
+  }
 }
 
 void WebcamUpload::SendBuiltIn() {

@@ -113,8 +113,9 @@ class WebcamUpload : public ScheduledUpload {
   /// Captures the panel into `file` and has it converted and sent. Returns at once, always true. The result of the
   /// external programs is unknown; that of the built-in FTP, and why nothing can be sent, is reported in the error box.
   bool SaveScreen1(std::string_view file);
-  /// The user asked for a picture: its failure is reported even if it is the same as the last.
-  void Capture();
+  /// The user asked for a picture, and may allow it for this time alone: its failure is reported even if it is the same
+  /// as the last.
+  void Capture(Permission permission = Permission::kBySetting);
 
   /// Rewrites the script file; a failure is reported in the error box.
   void WriteScript();
@@ -127,6 +128,7 @@ class WebcamUpload : public ScheduledUpload {
   [[nodiscard]] const UploadReport::Counts& counts() const { return report_.counts(); }
 
  private:
+  void CaptureAndSend(std::string_view file);
   void SendBuiltIn();
 
   Parts parts_;

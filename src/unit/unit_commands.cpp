@@ -10,6 +10,8 @@ namespace {
 
 using Form = UnitCommand::Form;
 
+constexpr std::size_t kMarkAndLetters = 3;
+
 /// Rounded and clamped: a setting far out of range must not stop the polling.
 std::int32_t Whole(double value) {
   constexpr double kLowest = std::numeric_limits<std::int32_t>::min();
@@ -86,11 +88,14 @@ std::string UnitCommand::Encode(std::int32_t value) const {
   return text;
 }
 
+std::int32_t UnitCommand::Received(std::int32_t value) const {
+  return std::stoi(Encode(value).substr(kMarkAndLetters));
+}
+
 std::string UnitCommand::CutText(std::int32_t value) const {
   if (form == Form::kOnOff) return {};
-  constexpr std::size_t kMarkAndLetters = 3;
   const std::string sent = Encode(value).substr(kMarkAndLetters);
-  return std::stoi(sent) == value ? std::string() : "the unit gets " + sent + " (it takes " + std::string(takes) + ")";
+  return Received(value) == value ? std::string() : "the unit gets " + sent + " (it takes " + std::string(takes) + ")";
 }
 
 std::span<const UnitCommand, kUnitCommandCount> UnitCommands() { return kCommands; }

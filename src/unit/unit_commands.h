@@ -46,6 +46,8 @@ struct UnitCommand {
   [[nodiscard]] std::int32_t Value(const Settings& settings, const UnitOptions& options) const;
   /// The characters to transmit for `value`, one at a time. Excess digits are cut off.
   [[nodiscard]] std::string Encode(std::int32_t value) const;
+  /// The number that the unit receives for `value`.
+  [[nodiscard]] std::int32_t Received(std::int32_t value) const;
   /// Describes what the unit receives instead of `value`, or "" if it is sent unchanged.
   [[nodiscard]] std::string CutText(std::int32_t value) const;
   /// Whether the command carries no sign.

@@ -15,7 +15,25 @@ std::string Counts(std::string_view what, double count, std::int32_t limit) {
   return std::string(what) + " " + FormatFixed(count, 0) + " counts, limit " + std::to_string(limit);
 }
 
-std::string Tenths(double value, NumberLocale locale) { return FormatFixed(value, 1, locale); }
+/// How a person reads the numbers.
+struct Style {
+  NumberLocale locale;
+  DisplayUnits units;
+};
+
+std::string Tenths(double value, const Style& style) { return FormatFixed(value, 1, style.locale); }
+
+// Without the degree sign: programs show these texts too, and not all can.
+std::string DegreeName(const Style& style) { return style.units.centigrade ? " C" : " F"; }
+std::string Temperature(double celsius, const Style& style) {
+  return Tenths(style.units.Temperature(celsius), style) + DegreeName(style);
+}
+std::string Difference(double celsius, const Style& style) {
+  return Tenths(style.units.Difference(celsius), style) + DegreeName(style);
+}
+std::string Wind(double mph, const Style& style) {
+  return Tenths(style.units.Wind(mph), style) + " " + std::string(style.units.WindName());
+}
 
 std::string Seconds(milliseconds time) {
   return std::to_string(std::chrono::ceil<std::chrono::seconds>(time).count()) + " s";
@@ -30,7 +48,7 @@ void Append(std::string& text, const std::string& more, std::string_view separat
 /// A condition that can have set off the unit's alarm.
 struct Cause {
   bool (*holds)(const VerdictFigures& f);
-  std::string (*text)(const VerdictFigures& f, NumberLocale locale);
+  std::string (*text)(const VerdictFigures& f, const Style& style);
   /// Where it ends with a blank, the time when the alarm began follows.
   std::string (*in_short)(const VerdictFigures& f);
 };
@@ -38,41 +56,40 @@ struct Cause {
 // The rain alarm is not reported by the unit; the others count only where it reports them on.
 constexpr std::array<Cause, 5> kCauses{{
     {[](const VerdictFigures& f) { return f.rain > f.rain_limit; },
-     [](const VerdictFigures& f, NumberLocale) {
+     [](const VerdictFigures& f, const Style&) {
        return Counts("rain", f.rain, f.rain_limit) + "; the unit stays on for " + std::to_string(f.rain_on_time) +
               " s after rain";
      },
      [](const VerdictFigures& f) { return "rain, limit " + std::to_string(f.rain_limit) + " passed at "; }},
     {[](const VerdictFigures& f) { return f.rain <= f.rain_limit && f.rain_on_left.has_value(); },
-     [](const VerdictFigures& f, NumberLocale) {
+     [](const VerdictFigures& f, const Style&) {
        return Counts("rain", f.rain, f.rain_limit) + "; the unit stays on for " + std::to_string(f.rain_on_time) +
               " s after rain, " + Seconds(*f.rain_on_left) + " left";
      },
      [](const VerdictFigures& f) { return "rain just over, the unit stays on for " + Seconds(*f.rain_on_left); }},
     {[](const VerdictFigures& f) { return f.wind_alarm && f.wind > f.wind_limit; },
-     [](const VerdictFigures& f, NumberLocale) { return Counts("wind", f.wind, f.wind_limit); },
+     [](const VerdictFigures& f, const Style&) { return Counts("wind", f.wind, f.wind_limit); },
      [](const VerdictFigures& f) { return "wind, limit " + std::to_string(f.wind_limit) + " passed at "; }},
     {[](const VerdictFigures& f) { return f.light_alarm && f.light <= f.light_limit; },
-     [](const VerdictFigures& f, NumberLocale) {
+     [](const VerdictFigures& f, const Style&) {
        return Counts("light", f.light, f.light_limit) + " (fewer is brighter)";
      },
      [](const VerdictFigures&) { return std::string("light since "); }},
     {[](const VerdictFigures& f) { return f.cloud_alarm && f.sky_c > f.sky_limit_c - f.sky_hysteresis_c; },
-     [](const VerdictFigures& f, NumberLocale locale) {
-       std::string text =
-           "clouds: sky " + Tenths(f.sky_c, locale) + " C, limit " + Tenths(f.sky_limit_c, locale) + " C";
+     [](const VerdictFigures& f, const Style& style) {
+       std::string text = "clouds: sky " + Temperature(f.sky_c, style) + ", limit " + Temperature(f.sky_limit_c, style);
        if (f.sky_c <= f.sky_limit_c) {
-         text += "; the alarm ends at " + Tenths(f.sky_limit_c - f.sky_hysteresis_c, locale) + " C";
+         text += "; the alarm ends at " + Temperature(f.sky_limit_c - f.sky_hysteresis_c, style);
        }
        return text;
      },
      [](const VerdictFigures&) { return std::string("clouds since "); }},
 }};
 
-std::string ExplainAlarm(const Observation& o, NumberLocale locale) {
+std::string ExplainAlarm(const Observation& o, const Style& style) {
   std::string text;
   for (const Cause& cause : kCauses) {
-    if (cause.holds(o.figures)) Append(text, cause.text(o.figures, locale));
+    if (cause.holds(o.figures)) Append(text, cause.text(o.figures, style));
   }
   if (text.empty()) return "the unit's relay is on; none of the readings explains it";
   // The program's own limits are told in like words: beside them it has to be told apart.
@@ -95,12 +112,12 @@ std::string TestLeft(const Observation& o) { return "a test, " + Seconds(*o.figu
 
 /// How a reason is told: whole, and in short for a banner, where its time follows if the text ends with a blank.
 struct Telling {
-  std::string (*whole)(const Observation& o, NumberLocale locale);
+  std::string (*whole)(const Observation& o, const Style& style);
   std::string (*in_short)(const Observation& o);
 };
 
 template <const char* kText>
-std::string Fixed(const Observation&, NumberLocale) {
+std::string Fixed(const Observation&, const Style&) {
   return kText;
 }
 template <const char* kText>
@@ -129,31 +146,31 @@ constexpr char kDaylightSince[] = "daylight since ";
 constexpr std::array<Telling, kReasonCount> kTellings{{
     {Fixed<kNotConnected>, Short<kNotConnectedSince>},
     {Fixed<kNoReadingYet>, Short<kNoReadingYet>},
-    {[](const Observation& o, NumberLocale) { return "no reading for " + Age(o); },
+    {[](const Observation& o, const Style&) { return "no reading for " + Age(o); },
      [](const Observation& o) { return "no reading for " + Age(o); }},
     {Fixed<kDamaged>, Short<kDamagedSince>},
     {Fixed<kDemo>, Short<kDemoShort>},
     {ExplainAlarm, ShortAlarm},
-    {[](const Observation& o, NumberLocale) {
+    {[](const Observation& o, const Style&) {
        return o.words.rain == "Damp" ? Counts("damp,", o.figures.rain, o.figures.rain_limit)
                                      : Counts("rain", o.figures.rain, o.figures.rain_limit);
      },
      [](const Observation& o) { return "rain, limit " + std::to_string(o.figures.rain_limit) + " passed at "; }},
-    {[](const Observation& o, NumberLocale locale) {
-       return "wind " + Tenths(o.figures.wind_mph, locale) + " mph, limit " + Tenths(o.figures.wind_mph_limit, locale) +
-              " mph";
+    {[](const Observation& o, const Style& style) {
+       return "wind " + Wind(o.figures.wind_mph, style) + ", limit " + Wind(o.figures.wind_mph_limit, style);
      },
      Short<kWindSince>},
-    {[](const Observation& o, NumberLocale locale) {
-       return "cloudy: the sky is " + Tenths(o.figures.difference_c, locale) + " C colder than the air, limit " +
-              std::to_string(o.figures.cloudy_limit_c) + " C";
+    {[](const Observation& o, const Style& style) {
+       const std::int32_t limit = o.figures.cloudy_limit_c;  // a whole number of degrees Celsius
+       return "cloudy: the sky is " + Difference(o.figures.difference_c, style) + " colder than the air, limit " +
+              (style.units.centigrade ? std::to_string(limit) + " C" : Difference(limit, style));
      },
      Short<kCloudsSince>},
-    {[](const Observation& o, NumberLocale) {
+    {[](const Observation& o, const Style&) {
        return "daylight: light " + FormatFixed(o.figures.light, 0) + " counts";
      },
      Short<kDaylightSince>},
-    {[](const Observation& o, NumberLocale) -> std::string {
+    {[](const Observation& o, const Style&) -> std::string {
        return o.figures.relay_forced ? "the unit's relay is forced, so it says nothing about the sky"
                                      : "the unit's relay is switched off, so it says nothing about the sky";
      },
@@ -163,10 +180,10 @@ constexpr std::array<Telling, kReasonCount> kTellings{{
     {Fixed<kPending>, Short<kPending>},
     {Fixed<kLost>, Short<kLostShort>},
     {Fixed<kNoTemperature>, Short<kNoTemperatureSince>},
-    {[](const Observation& o, NumberLocale) { return o.figures.test_left ? TestLeft(o) : "forced by hand"; },
+    {[](const Observation& o, const Style&) { return o.figures.test_left ? TestLeft(o) : "forced by hand"; },
      [](const Observation& o) { return o.figures.test_left ? TestLeft(o) : "forced by hand since "; }},
     {Fixed<kStopping>, Short<kStopping>},
-    {[](const Observation& o, NumberLocale) -> std::string {
+    {[](const Observation& o, const Style&) -> std::string {
        const milliseconds left = o.verdict.hold_left;
        return left.count() > 0 ? "safe in " + Seconds(left) + " if nothing else comes up"
                                : std::string("safe after another good reading");
@@ -196,8 +213,8 @@ std::string RoughTime(milliseconds time) {
   return std::to_string(seconds) + " s";
 }
 
-std::string Explain(Reason reason, const Observation& observation, NumberLocale locale) {
-  return TellingOf(reason).whole(observation, locale);
+std::string Explain(Reason reason, const Observation& observation, NumberLocale locale, const DisplayUnits& units) {
+  return TellingOf(reason).whole(observation, {locale, units});
 }
 
 std::string Explain(const Observation& observation) {

@@ -6,14 +6,16 @@
 #include <string>
 
 #include "base/text.h"
+#include "reading/display_units.h"
 #include "verdict/observation.h"
 
 namespace orvalis {
 
-// The verdict in words, for people. Programs read the names of the reasons.
+// The verdict in words, for people. Programs read the names of the reasons, and show the texts in the default units.
 
 /// One reason with its figures: "rain 412 counts, limit 350; the unit stays on for 60 s after rain".
-[[nodiscard]] std::string Explain(Reason reason, const Observation& observation, NumberLocale locale = {});
+[[nodiscard]] std::string Explain(Reason reason, const Observation& observation, NumberLocale locale = {},
+                                  const DisplayUnits& units = {});
 /// All reasons, one sentence each. "" when it is safe.
 [[nodiscard]] std::string Explain(const Observation& observation);
 /// The names of the reasons: "rain, wind". "" when it is safe.

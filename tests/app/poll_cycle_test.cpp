@@ -37,10 +37,13 @@ TEST_F(PollCycleTest, OneWorkingCycleBringsAFrameToThePanel) {
   EXPECT_FALSE(panel.stale);
 }
 
-TEST_F(PollCycleTest, FahrenheitIsForShowingOnly) {
+TEST_F(PollCycleTest, ChosenUnitsAreForShowingOnly) {
   settings.Centigrade = false;
+  settings.WindUnit = 1;
   Connect(4);
-  EXPECT_EQ((Strings{panel.ambient, panel.sky, panel.difference}), (Strings{"41.0", "-4.0", "25.0"}));
+  EXPECT_EQ((Strings{panel.ambient, panel.sky, panel.shown.difference}), (Strings{"41.0", "-4.0", "45.0"}));
+  EXPECT_EQ((Strings{panel.difference, panel.wind}), (Strings{"25.0", "18.0"})) << "what clients read";
+  EXPECT_EQ((Strings{panel.shown.wind, panel.shown.wind_average, panel.shown.wind_gust}), Strings(3, "29.0"));
   EXPECT_DOUBLE_EQ(weather.ambient_celsius, 5);
 }
 

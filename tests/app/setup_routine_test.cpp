@@ -6,6 +6,7 @@
 #include <map>
 
 #include "app/setup_advice.h"
+#include "app/setup_meanings.h"
 #include "tests/support/link_fixture.h"
 
 namespace orvalis {
@@ -78,6 +79,65 @@ TEST(SetupFields, TheAdviceSaysWhatOkWouldStore) {
     Strings texts = good;
     texts[FieldIndex(field)] = text;
     EXPECT_EQ(AdviceOnSetup(texts, {})[FieldIndex(field)], advice) << field;
+  }
+}
+
+// Beside the limits: the values of now, and what would become of them, before OK and in the unit's own arithmetic.
+TEST(SetupMeanings, ALimitIsTriedOnTheReadingOfNow) {
+  Observation now;
+  now.source = ReadingSource::kUnit;
+  now.values.difference_c = 20;
+  now.values.sky_c = -6;
+  now.figures.rain = 355;
+  now.figures.wind = 12;
+  now.figures.light = 950;
+  TypedSetup typed;
+  typed.settings.WindSpeedWarn = 8;
+  typed.settings.WindSpeedCloseD = 12;
+  typed.settings.WindMultiplier = 9;
+  typed.settings.FullCloudyDegC = 19;
+  typed.settings.PartCloudyDegC = 22;
+  typed.settings.RainThreshold = 350;
+  typed.settings.LightThreshold = 950;
+  typed.settings.WindThreshold = 36;
+  typed.settings.CloudsThreshold = -5;
+  typed.settings.TPTempHysteresis = 2;
+  typed.unit = {.allow_clouds = true, .allow_light = true};
+  typed.unit_known = true;
+  const std::tuple<const char*, std::function<void()>, const char*, Colour> rows[] = {
+      {"WindWordNow", [] {}, "Now 10.8 mph: Breeze", Colour::kYellow},
+      {"WindWordNow", [&] { typed.settings.WindMultiplier = 5; }, "Now 6.0 mph: Calm", Colour::kGreen},
+      {"WindWordNow", [&] { typed.units.wind = WindUnit::kKnots; },
+       "Now 6.0 mph (5.2 kn): Calm\nLimits: 7.0 kn, 10.4 kn", Colour::kGreen},
+      {"SkyWordNow", [&] { typed.units.centigrade = false; }, "Now 20.0 °C (36.0 °F): PCloudy", Colour::kYellow},
+      {"RainWordNow", [] {}, "Now 355 counts: Damp", Colour::kYellow},
+      {"LightWordNow", [] {}, "Now 950 counts: Dusk", Colour::kYellow},
+      {"WindAlarmNow", [] {}, "Now 12 counts, 5.2 kn: no alarm\nLimit: 15.6 kn", Colour::kGreen},
+      // 1011 arrives as 011.
+      {"WindAlarmNow", [&] { typed.settings.WindThreshold = 1011; },
+       "Now 12 counts, 5.2 kn: past the limit, but the alarm is off\nLimit: 4.8 kn", Colour::kYellow},
+      {"RainAlarmNow", [] {}, "Now 355 counts: UNSAFE if this alarm is on", Colour::kYellow},
+      {"RainAlarmNow", [&] { typed.unit.allow_rain = true; }, "Now 355 counts: alarm, UNSAFE", Colour::kRed},
+      {"RainAlarmNow", [&] { now.figures.rain = 340, now.figures.rain_on_left = std::chrono::milliseconds(41500); },
+       "Now 340 counts: no alarm, but rain has only just ended: 42 s left", Colour::kYellow},
+      {"CloudAlarmNow", [] {}, "Now -6.0 °C (21.2 °F): no new alarm; one that is on ends at -7.0 °C (19.4 °F)",
+       Colour::kYellow},
+      {"CloudAlarmNow", [&] { typed.settings.CloudsThreshold = -7; }, "Now -6.0 °C (21.2 °F): alarm, UNSAFE",
+       Colour::kRed},
+      {"LightAlarmNow", [&] { typed.unit_known = false; }, "Now 950 counts: UNSAFE if this alarm is on",
+       Colour::kYellow},
+      {"LightAlarmNow", [&] { typed.settings.LightThreshold = 949; }, "Now 950 counts: no alarm", Colour::kGreen},
+      {"SkyWordNow", [&] { now.values = {}; }, "Not known now", Colour::kWhite},
+      {"LightAlarmNow", [&] { now.source = ReadingSource::kDemo; }, "Demo: 950 counts: no alarm", Colour::kGreen},
+      {"LightAlarmNow", [&] { now.source = ReadingSource::kNone; }, "No reading now", Colour::kWhite},
+  };
+  for (const auto& [name, change, text, colour] : rows) {
+    change();
+    for (const LimitMeaning& meaning : MeaningsNow(typed, now)) {
+      if (meaning.name != name) continue;
+      EXPECT_EQ(meaning.text, text);
+      EXPECT_EQ(meaning.colour, colour) << text;
+    }
   }
 }
 
@@ -162,17 +222,18 @@ TEST_F(SetupRoutineTest, OkStoresThePortFirstAndThenEveryKey) {
     form.texts[FieldIndex("WindSpeedCloseD")] = "30.5";
     form.flags.assign(form.flags.size(), true);
     form.texts[FieldIndex("SafeHoldSeconds")] = "0";
+    form.choices[0] = 3;
     form.plain_texts[0] = "0.0.0.0";
     form.files[0] = "/home/a b/rain.wav";
     form.unit.allow_wind = true;
     return true;
   }});
-  ASSERT_EQ(profile.log.size(), 97u);
+  ASSERT_EQ(profile.log.size(), 98u);
   EXPECT_EQ(profile.log[0] + ", " + profile.log[1], "write /COM Port, write /WindSpeedCloseD");
   const std::pair<const char*, const char*> stored[] = {
       {"COM Port", "/dev/ttyACM1"}, {"RainThreshold", "360"}, {"g_sRainSounds", "/home/a b/rain.wav"},
       {"WindSpeedCloseD", "30.5"},  {"Centigrade", "True"},   {"g_bchkRainSounds", "1"},
-      {"VerdictWind", "1"}};
+      {"VerdictWind", "1"},         {"WindUnit", "3"}};
   for (const auto& [key, text] : stored) EXPECT_EQ(profile.At(key), text) << key;
   EXPECT_EQ(settings.RainThreshold, 360);
   EXPECT_EQ(settings.SafeHoldSeconds, 0);

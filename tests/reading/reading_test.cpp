@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "reading/conditions.h"
 #include "reading/conversions.h"
+#include "reading/display_units.h"
 #include "reading/wind.h"
 #include "tests/support/fake_serial_port.h"
 
@@ -202,6 +203,11 @@ TEST(Conversions, MatchValuesWorkedByHand) {
   EXPECT_NEAR(ClearSkyTemperature(-5, -2.5), -27.103029830344, kTolerance);
   EXPECT_DOUBLE_EQ(ToFahrenheit(-40), -40);
   EXPECT_DOUBLE_EQ(ToFahrenheit(100), 212);
+  const std::pair<WindUnit, double> of_100_mph[] = {{WindUnit::kMilesPerHour, 100},
+                                                    {WindUnit::kKilometresPerHour, 160.9344},
+                                                    {WindUnit::kMetresPerSecond, 44.704},
+                                                    {WindUnit::kKnots, 86.897624}};
+  for (const auto& [unit, value] : of_100_mph) EXPECT_NEAR(FromMph(100, unit), value, 1e-6) << Name(unit);
 }
 
 TEST(Conversions, WithoutAResultTheyRaiseInsteadOfReturningNoNumber) {

@@ -80,13 +80,38 @@ TEST_F(FormSubmitTest, ShowsTheSettingsAndTakesWhatIsTyped) {
   EXPECT_TRUE(remark->isHidden());
   Type("txtVariableName0", "a b");
   EXPECT_TRUE(remark->isVisible());
-  EXPECT_FALSE(Get<QPushButton>("Command1")->isEnabled());
+  Click("Command1");
+  EXPECT_TRUE(outside.calls.empty()) << "not allowed: it asks first";
+  form.findChild<QMessageBox*>()->button(QMessageBox::Cancel)->click();
   Click("chk_AllowWEB");
   Click("Command1");
   EXPECT_EQ(settings.g_bAllow_WEB, 1);
   EXPECT_EQ(outside.calls.size(), 2u) << "both of the other programs";
+}
+
+TEST_F(FormSubmitTest, WhatIsNotAllowedIsSentOnceWhenTheUserAgrees) {
   Click("chk_AllowPWS");
-  EXPECT_FALSE(Get<QPushButton>("cmdSend")->isEnabled());
+  const auto* target = Get<QLabel>("lblReadingsTarget");
+  EXPECT_EQ(target->text(),
+            "Sent as KTEST1 to service.example, port 8080. Uploads are off: the button asks, and sends "
+            "once.");
+  Click("cmdSend");
+  auto* box = form.findChild<QMessageBox*>();
+  ASSERT_TRUE(box != nullptr && box->text().contains("KTEST1 to service.example"));
+  EXPECT_EQ(socket.requests.size(), 0u);
+  for (auto* button : box->buttons()) {
+    if (button->text() == "&Send once") button->click();
+  }
+  ASSERT_EQ(socket.requests.size(), 1u);
+  publisher.readings().Preview();
+  EXPECT_TRUE(publisher.boxes().request_caption().starts_with("Request sent")) << "it goes on showing what was sent";
+  EXPECT_EQ(settings.g_bAllow_PWS, 0);
+  EXPECT_EQ(publisher.readings().Start(), UploadTurn::kTaken);
+  EXPECT_EQ(socket.requests.size(), 1u) << "not on schedule";
+  Type("txtUrl", "https://h/");
+  EXPECT_TRUE(target->text().startsWith("Cannot be sent: ")) << target->text().toStdString();
+  Click("chkWebcamBuiltIn");
+  EXPECT_TRUE(Get<QLabel>("lblPictureTarget")->text().startsWith("Sent as cam to ftp.example/image.jpg, port 21."));
 }
 
 TEST_F(FormSubmitTest, ThePasswordIsSeenNowhere) {

@@ -79,7 +79,7 @@ TEST(HandBoxAtTheStart, DrawsADashForWhatWasNeverMeasured) {
   for (const char* name : {"lblSky", "lblWind", "lblWindAverage", "lblWindGust"}) EXPECT_EQ(shown(name), "–") << name;
   EXPECT_EQ(test::Find<WordCard>(box, "lblWindWord")->content().detail, "");
   EXPECT_EQ(model.sky + " " + model.wind, "999 0.0");
-  model.fresh_at = kReadAt;
+  model.fresh_at = CivilTime{2026, 11, 21, 21, 4, 5, 0, 60};
   box.Refresh();
   EXPECT_EQ(shown("lblSky") + " " + shown("lblWindGust"), "999 0.0") << "now they are the unit's";
 }
@@ -327,6 +327,9 @@ TEST_F(HandBox, AStandingMessageStaysUntilTheModelLetsItGo) {
 TEST_F(HandBox, HumiditySelectorIsTheUsersWhileTyping) {
   box.show();
   auto* field = Get<QLineEdit>("txtHumiditySelector");
+  EXPECT_FALSE(field->isVisible()) << "folded away";
+  Get<QAction>("mnuHumidityCurve")->click();
+  EXPECT_TRUE(field->isVisible());
   const auto type = [&](int key, const QString& text = {}) {
     QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
     QApplication::sendEvent(field, &press);

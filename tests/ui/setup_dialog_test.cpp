@@ -1,3 +1,5 @@
+#include <QtCore/qtestsupport_core.h>
+
 #include <QCheckBox>
 #include <QDir>
 #include <QFile>
@@ -6,6 +8,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -30,6 +33,7 @@ class SetupDialogTest : public LinkFixture {
       form.flags.push_back(i % 2 == 0);
       if (SetupFlags()[i].name == "AdvancedMode") advanced_mode = i;
     }
+    form.choices.assign(SetupChoices().size(), 2);
     for (std::size_t i = 0; i < SetupTexts().size(); ++i) form.plain_texts.push_back("text " + std::to_string(i));
     for (std::size_t i = 0; i < SetupFiles().size(); ++i) form.files.push_back("/sounds/file " + std::to_string(i));
     form.unit.force_relay = form.unit.allow_wind = true;
@@ -79,6 +83,7 @@ class SetupDialogTest : public LinkFixture {
   int succeeded = 0;
   std::vector<SerialPortEntry> ports{{"/dev/ttyUSB0", "FTDI adapter"}, {"/dev/ttyS0", ""}};
   network::Served served;
+  Observation seen;
   AlertTrial trial{{.observer = observer, .sounds = alerted, .programs = alerted, .events = events}};
   frmSetup dialog{{.switches = switches,
                    .trial = trial,
@@ -86,6 +91,7 @@ class SetupDialogTest : public LinkFixture {
                    .report = [this](const std::exception_ptr&) { ++reported; },
                    .succeeded = [this] { ++succeeded; },
                    .version = "0.1.0",
+                   .now = [this]() -> const Observation& { return seen; },
                    .network = [this] { return served; }}};
   SetupForm form;
 };
@@ -95,8 +101,8 @@ TEST_F(SetupDialogTest, EveryRowHasItsControlAndComesBackUntouched) {
   for (int round = 0; round < 2; ++round) {
     const SetupForm given = form;
     EXPECT_TRUE(Exec([] {}));
-    EXPECT_EQ(std::tie(form.texts, form.flags, form.plain_texts, form.files, form.port),
-              std::tie(given.texts, given.flags, given.plain_texts, given.files, given.port));
+    EXPECT_EQ(std::tie(form.texts, form.flags, form.choices, form.plain_texts, form.files, form.port),
+              std::tie(given.texts, given.flags, given.choices, given.plain_texts, given.files, given.port));
     for (const SetupUnitOption& option : SetupUnitOptions()) {
       EXPECT_EQ(form.unit.*option.member, given.unit.*option.member) << option.name;
       form.unit.*option.member = !(form.unit.*option.member);
@@ -130,13 +136,24 @@ TEST_F(SetupDialogTest, BadInputComesBackAsItWasTypedAndInFocus) {
 
 TEST_F(SetupDialogTest, WhatOkWouldStoreStandsAtTheBoxWhileOneTypes) {
   Exec([&] {
-    Get<QTabWidget>("pages")->setCurrentIndex(1);
+    Get<QTabWidget>("pages")->setCurrentIndex(2);
     auto* advice = Get<QLabel>("RainThresholdAdvice");
     Get<QLineEdit>("RainThreshold")->setText("1000");
     EXPECT_TRUE(advice->isVisible());
     EXPECT_TRUE(advice->text().contains("the unit gets 000")) << advice->text().toStdString();
     Get<QLineEdit>("RainThreshold")->setText("999");
     EXPECT_FALSE(advice->isVisible());
+    const auto* now = Get<QLabel>("RainAlarmNow");
+    EXPECT_EQ(now->text(), "No reading now");
+    seen.source = ReadingSource::kUnit;
+    seen.figures.rain = 500;
+    Get<QLineEdit>("RainThreshold")->setText("499");
+    EXPECT_EQ(now->text(), "Now 500 counts: UNSAFE if this alarm is on");
+    Click("AllowRain");
+    EXPECT_EQ(now->text(), "Now 500 counts: alarm, UNSAFE");
+    seen.figures.rain = 400;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return now->text() == "Now 400 counts: no alarm"; }))
+        << "by the dialog's own timer";
   });
 }
 
@@ -144,7 +161,7 @@ TEST_F(SetupDialogTest, AdvancedShowsTheLeftovers) {
   form.flags[advanced_mode] = false;
   Exec([&] {
     auto* tabs = Get<QTabWidget>("pages");
-    const int leftovers = 6;
+    const int leftovers = tabs->count() - 1;
     ASSERT_TRUE(tabs->widget(leftovers)->isAncestorOf(Get<QWidget>("Frame4")));
     EXPECT_FALSE(tabs->isTabVisible(leftovers));
     Click("cmdAdvanced");
@@ -198,7 +215,7 @@ TEST_F(SetupDialogTest, AVerdictsAlertIsOnWhenItNamesAFileAndCanBeTried) {
   form.files[13] = "/roof/close";
   Exec([&] {
     EXPECT_TRUE(Checked("chkSafeSound") && Checked("chkUnsafeApp") && !Checked("chkSafeApp"));
-    Get<QTabWidget>("pages")->setCurrentIndex(3);
+    Get<QTabWidget>("pages")->setCurrentIndex(4);
     Click("UnsafeAppTest");
     EXPECT_EQ(alerted.given, "/roof/close ");
     auto* result = Get<QLabel>("UnsafeAppResult");
@@ -291,6 +308,19 @@ TEST_F(SetupDialogTest, TheAddressIsChosenOrTypedAndThePagesServedAreLinks) {
   EXPECT_TRUE(Get<AddressBox>("NetworkAddress")->Meaning().startsWith("↑ Not an address"));
   const QString now = Get<QLabel>("NetworkNow")->text();
   EXPECT_TRUE(now.contains("href=\"http://[::1]:11111/\"") && now.contains("&lt;port&gt;")) << now.toStdString();
+}
+
+TEST_F(SetupDialogTest, EveryControlHasAToolTip) {
+  form.files.assign(SetupFiles().size(), "");
+  Exec([&] {
+    for (const auto* page : Get<QTabWidget>("pages")->findChildren<QScrollArea*>()) {
+      for (const auto* control : page->findChildren<QWidget*>()) {
+        if (control->focusPolicy() == Qt::NoFocus || control->objectName().isEmpty()) continue;
+        if (control->objectName().startsWith("qt_")) continue;
+        EXPECT_FALSE(control->toolTip().isEmpty()) << control->objectName().toStdString();
+      }
+    }
+  });
 }
 
 TEST_F(SetupDialogTest, NoKeyIsTakenTwiceOnAPage) { EXPECT_EQ(KeysTakenTwice(dialog), ""); }

@@ -206,6 +206,8 @@ TEST_F(SafetyJudgeTest, ExplainsWithFigures) {
   settings.TempsAvgCount = 5;
   Frames(LiveFrame("TA=-01000"));
   EXPECT_EQ(Explain(Reason::kClouds, Judge()), "cloudy: the sky is 10.0 C colder than the air, limit 19 C");
+  EXPECT_EQ(Explain(Reason::kClouds, Judge(), {}, {.centigrade = false}),
+            "cloudy: the sky is 18.0 F colder than the air, limit 34.2 F");
   Pass(std::chrono::minutes(2));
   EXPECT_EQ(Banner(Judge(), at), "UNSAFE - no reading for 2 min");
   Frames(LiveFrame(), 2);

@@ -9,8 +9,10 @@
 #include <QPushButton>
 #include <QStyle>
 
+#include "ui/controls/live_note.h"
 #include "ui/controls/night_proof.h"
 #include "ui/controls/path_button.h"
+#include "ui/controls/quiet_combo_box.h"
 
 namespace orvalis {
 namespace {
@@ -45,8 +47,7 @@ QLabel* FormSection::Field(const char* name, const QString& label, const QString
   field->setAlignment(Qt::AlignRight);
   field->setToolTip(tip);
   field->setFixedWidth(FieldWidth(*field, width));
-  // The boxes of all sections stand in one line.
-  grid_->setColumnMinimumWidth(kLabelColumn, field->fontMetrics().horizontalAdvance("Temperatures over: "));
+  LineUp(*field);
   auto* title = new QLabel(label);
   title->setBuddy(field);
   title->setToolTip(tip);
@@ -64,6 +65,15 @@ QLineEdit* FormSection::Text(const char* name, const QString& label) {
   box->setObjectName(name);
   Control(label, box, {});
   return box;
+}
+
+QComboBox* FormSection::Choice(const char* name, const QString& label, const QStringList& rows, const QString& tip) {
+  auto* list = new QuietComboBox;
+  list->setObjectName(name);
+  list->addItems(rows);
+  LineUp(*list);
+  Control(label, list, tip);
+  return list;
 }
 
 QLabel* FormSection::MakeRemark(const QString& name) {
@@ -100,11 +110,40 @@ QLabel* FormSection::Meaning(const QString& text) {
   return meaning;
 }
 
+void FormSection::Explained(const char* name, const QString& text, const QString& meaning) {
+  Check(name, text, {});
+  Meaning(meaning);
+}
+
+void FormSection::Paragraph(const QString& text) { Note(text)->setWordWrap(true); }
+
+LiveNote* FormSection::Live(const char* name, int fields) {
+  auto* note = new LiveNote;
+  note->setObjectName(name);
+  // Each box has a row of its own and one for advice.
+  const int first = row_ - 2 * fields;
+  grid_->addWidget(note, first, kRestColumn, 2 * fields - 1, kColumns - kRestColumn, Qt::AlignVCenter);
+  return note;
+}
+
+LiveNote* FormSection::Live(const char* name, const QString& label, const QString& tip) {
+  auto* note = new LiveNote;
+  note->setObjectName(name);
+  LineUp(*note);
+  Control(label, note, tip);
+  return note;
+}
+
+void FormSection::LineUp(const QWidget& control) {
+  grid_->setColumnMinimumWidth(kLabelColumn, control.fontMetrics().horizontalAdvance("Temperatures over: "));
+}
+
 void FormSection::Checks(std::initializer_list<NamedBox> boxes) {
   auto* row = new QHBoxLayout;
   for (const NamedBox& named : boxes) {
     auto* box = new QCheckBox(named.text);
     box->setObjectName(named.name);
+    box->setToolTip(named.tip);
     row->addWidget(box, 1);
   }
   grid_->addLayout(row, row_++, kLabelColumn, 1, kColumns);
@@ -113,6 +152,7 @@ void FormSection::Checks(std::initializer_list<NamedBox> boxes) {
 void FormSection::Control(const QString& label, QWidget* control, const QString& tip) {
   auto* title = new QLabel(label);
   title->setBuddy(control);
+  title->setToolTip(tip);
   if (!tip.isEmpty()) control->setToolTip(tip);
   grid_->addWidget(title, row_, kLabelColumn);
   grid_->addWidget(control, row_++, kControlColumn, 1, kColumns - kControlColumn);
@@ -144,12 +184,16 @@ void FormSection::AlertRow(const QString& title, const AlertFile& sound, const A
     const AlertFile& names;
     const char* text;
     const char* tip;
+    const char* test_tip;
   };
   constexpr int kHalfColumns = 3;
-  for (const Half& half : {Half{sound, "Sound", "Plays this sound now"},
-                           Half{program, "Program", "Starts this program now, with ORVALIS_TEST=1"}}) {
+  for (const Half& half :
+       {Half{sound, "Sound", "Played when it begins; ticking it asks for the file", "Plays this sound now"},
+        Half{program, "Program", "Started when it begins; ticking it asks for the file",
+             "Starts this program now, with ORVALIS_TEST=1"}}) {
     auto* box = new QCheckBox(half.text);
     box->setObjectName(half.names.check_box);
+    box->setToolTip(half.tip);
     box->setAccessibleName(title + ": " + half.text);
     auto* file = new PathButton(PathButton::Shows::kName);
     file->setObjectName(half.names.file);
@@ -157,9 +201,9 @@ void FormSection::AlertRow(const QString& title, const AlertFile& sound, const A
     auto* test = new QPushButton("Test");
     test->setObjectName(QString(half.names.file) + kTestEnd);
     test->setAccessibleName(title + ": " + half.text + " test");
-    test->setToolTip(half.tip);
+    test->setToolTip(half.test_tip);
     test->setAutoDefault(false);
-    constexpr int kMargins = 24;
+    constexpr int kMargins = 18;
     test->setFixedWidth(test->fontMetrics().horizontalAdvance(test->text()) + kMargins);
     grid_->addWidget(MakeRemark(QString(half.names.file) + kResultEnd), row_ + 1, column, 1, kHalfColumns);
     grid_->addWidget(box, row_, column++);

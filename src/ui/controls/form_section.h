@@ -1,16 +1,20 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <initializer_list>
 
 class QBoxLayout;
 class QCheckBox;
+class QComboBox;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QWidget;
 
 namespace orvalis {
+
+class LiveNote;
 
 /// Fills one titled section of a page of the setup dialog, row by row from the top. The controls get their object
 /// names and belong to the page; "&" in a label makes a key for its control.
@@ -20,6 +24,7 @@ class FormSection {
   struct NamedBox {
     const char* name;
     QString text;
+    QString tip = {};
   };
   struct AlertFile {
     const char* check_box;
@@ -40,9 +45,19 @@ class FormSection {
                 Width width = Width::kNumber);
   /// A text box for a text, as wide as there is room.
   QLineEdit* Text(const char* name, const QString& label);
+  /// A list to choose a row from.
+  QComboBox* Choice(const char* name, const QString& label, const QStringList& rows, const QString& tip);
   QCheckBox* Check(const char* name, const QString& text, const QString& tip);
   /// What the last box means, below it.
   QLabel* Meaning(const QString& text);
+  /// A check box with its meaning below it.
+  void Explained(const char* name, const QString& text, const QString& meaning);
+  /// A text over the whole width.
+  void Paragraph(const QString& text);
+  /// A note on a value of now beside the last `fields` text boxes.
+  LiveNote* Live(const char* name, int fields);
+  /// The same in a row of its own, in line with the boxes.
+  LiveNote* Live(const char* name, const QString& label, const QString& tip);
   /// Check boxes side by side.
   void Checks(std::initializer_list<NamedBox> boxes);
   /// A control that takes what width there is.
@@ -55,6 +70,8 @@ class FormSection {
   void AlertRow(const QString& title, const AlertFile& sound, const AlertFile& program);
 
  private:
+  /// The boxes of all sections stand in one line.
+  void LineUp(const QWidget& control);
   /// A hidden label below a control, for a remark on it.
   static QLabel* MakeRemark(const QString& name);
 

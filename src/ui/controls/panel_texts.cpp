@@ -35,7 +35,9 @@ BigWordText SkyText(const PanelModel& model) {
   shown.colour = model.cloud.colour;
   shown.detail = SkyMeaning(model.cloud.text);
   if (shown.detail.isEmpty()) shown.detail = "sky";
-  if (!model.difference.empty()) shown.detail += ", difference " + ToQString(model.difference) + " °C";
+  if (const std::string& difference = model.shown.difference; !difference.empty()) {
+    shown.detail += ", difference " + ToQString(difference) + " " + ToQString(model.units.TemperatureName());
+  }
   return shown;
 }
 

@@ -18,7 +18,7 @@ void PathButton::SetPath(const std::string& path) {
   path_ = path;
   const std::string_view shown = shows_ == Shows::kName ? FileName(path_) : std::string_view(path_);
   setText(shown.empty() ? QString("Choose…") : ToQString(shown).replace("&", "&&"));
-  setToolTip(ToQString(path_));
+  setToolTip(path_.empty() ? QString("Nothing is chosen yet") : ToQString(path_));
   update();
 }
 
@@ -28,8 +28,8 @@ QSize PathButton::sizeHint() const {
 }
 
 QSize PathButton::minimumSizeHint() const {
-  constexpr int kMinCharacters = 12;
-  return {fontMetrics().averageCharWidth() * kMinCharacters, QPushButton::minimumSizeHint().height()};
+  constexpr int kAroundText = 20;
+  return {fontMetrics().horizontalAdvance("Choose…") + kAroundText, QPushButton::minimumSizeHint().height()};
 }
 
 void PathButton::paintEvent(QPaintEvent* /*event*/) {

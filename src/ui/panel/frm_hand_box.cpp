@@ -43,7 +43,8 @@ void frmHandBox::ShowWords() {
   sky_word_->Show(
       {sky.word, sky.detail, SkyMeaning(model_.cloud.text), sky.colour ? theme_.Quiet(*sky.colour) : unknown});
 
-  ShowTile(wind_word_, model_.wind_word, Measured(model_.wind), "mph", {});
+  const QString wind_unit = ToQString(model_.units.WindName());
+  ShowTile(wind_word_, model_.wind_word, Measured(model_.shown.wind), wind_unit, {});
   ShowTile(rain_word_, model_.rain_word, model_.rain, "counts", {});
   ShowTile(light_word_, model_.light_word, model_.light, "counts", "higher is darker");
   ShowSwitch(heater_, model_.heater);
@@ -83,18 +84,18 @@ void frmHandBox::ShowRow(ValueRow* row, const QString& label, const std::string&
 }
 
 void frmHandBox::ShowValues() {
-  const QString degrees = TemperatureUnit(model_.centigrade);
+  const QString degrees = ToQString(model_.units.TemperatureName());
   ShowRow(ambient_, "Temp (" + degrees + "):", model_.ambient, degrees, "Ambient temperature");
   ShowRow(body_, "Sensor body:", model_.body, degrees, "Temperature of the sensor body");
   ShowRow(dew_point_, "Dew point:", model_.dew_point, degrees, "Temperature at which dew forms");
   ShowRow(sky_, "Sky:", Measured(model_.sky), degrees, "Measured sky temperature", model_.sky_background);
   ShowRow(clear_sky_, "Clear sky:", model_.clear_sky, degrees, "Calculated temperature of a clear sky");
-  ShowRow(difference_, "Difference:", model_.difference, "°C",
-          "Ambient minus sky temperature; always in °C, like the cloud limits");
+  ShowRow(difference_, "Difference:", model_.shown.difference, degrees, "Ambient minus sky temperature");
   ShowRow(humidity_, "Humidity:", model_.humidity, "%", "Relative humidity", model_.humidity_background);
-  ShowRow(wind_, "Wind:", Measured(model_.wind), "mph", "Current wind speed");
-  ShowRow(wind_average_, "Wind average:", Measured(model_.wind_average), "mph", "Average wind speed");
-  ShowRow(wind_gust_, "Wind gust:", Measured(model_.wind_gust), "mph", "Highest recent wind speed");
+  const QString speed = ToQString(model_.units.WindName());
+  ShowRow(wind_, "Wind:", Measured(model_.shown.wind), speed, "Current wind speed");
+  ShowRow(wind_average_, "Wind average:", Measured(model_.shown.wind_average), speed, "Average wind speed");
+  ShowRow(wind_gust_, "Wind gust:", Measured(model_.shown.wind_gust), speed, "Highest recent wind speed");
   ShowRow(rain_, "Rain:", model_.rain, "counts", "Rain sensor; green below the threshold, red above",
           model_.rain_indicator);
   ShowRow(light_, "Light:", model_.light, "counts", "Light sensor; higher is darker");

@@ -207,7 +207,6 @@ void frmHandBox::BuildHumidityCurve(QBoxLayout* column) {
   label->setBuddy(humidity_selector_);
   humidity_selector_->setAlignment(Qt::AlignRight);
   humidity_selector_->setToolTip("A value below 2 selects the humidity sensor's other temperature curve");
-  label->setToolTip(humidity_selector_->toolTip());
   humidity_selector_->setAccessibleName("Humidity curve");
   humidity_selector_->setAccessibleDescription(humidity_selector_->toolTip());
   humidity_selector_->setValidator(

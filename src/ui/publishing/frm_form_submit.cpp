@@ -107,7 +107,7 @@ frmFormSubmit::frmFormSubmit(WebPublisher& publisher, std::function<QPixmap()> g
   publisher_.boxes().OnChanged([this] { ScheduleRefresh(); });
   publisher_.readings().SetMessageBoxes(this);
   publisher_.webcam().SetPicture(this);
-  EnableButtons();
+  ShowTargets();
 }
 
 frmFormSubmit::~frmFormSubmit() {
@@ -143,20 +143,27 @@ QWidget* frmFormSubmit::BuildSettings() {
   send_->setObjectName("cmdSend");
   send_->setAutoDefault(false);
   readings.Row({send_});
-  connect(send_, &QPushButton::clicked, this, [this] { publisher_.TestServer(); });
+  targets_[kReadings] = MakeTarget(readings, "lblReadingsTarget", send_);
+  connect(send_, &QPushButton::clicked, this, [this] {
+    Send(kReadings, "The readings", [this](Permission permission) { publisher_.TestServer(permission); });
+  });
 
   FormSection picture("Panel picture", column);
   picture.Control("Webcam ser&ver:", MakeText(kServerText), "FTP server, with a folder if there is one");
   picture.Row({BuildInterval(kPicture, "Allow Web   Upload Interval =")});
   switches_[kBuiltInSwitch] = picture.Check("chkWebcamBuiltIn", "Use &built-in FTP",
                                             "Otherwise two external programs for Windows convert and send the picture");
-  connect(switches_[kBuiltInSwitch], &QCheckBox::clicked, this,
-          [this](bool on) { publisher_.SetSwitch(kSubmitSwitches[kBuiltInSwitch], on); });
+  connect(switches_[kBuiltInSwitch], &QCheckBox::clicked, this, [this](bool on) {
+    publisher_.SetSwitch(kSubmitSwitches[kBuiltInSwitch], on);
+    ShowTargets();
+  });
   capture_ = new QPushButton("Capture");
   capture_->setObjectName("Command1");
   capture_->setAutoDefault(false);
   picture.Row({capture_});
-  connect(capture_, &QPushButton::clicked, this, [this] { publisher_.Capture(); });
+  targets_[kPicture] = MakeTarget(picture, "lblPictureTarget", capture_);
+  connect(capture_, &QPushButton::clicked, this,
+          [this] { Send(kPicture, "Pictures", [this](Permission permission) { publisher_.Capture(permission); }); });
   picture_ = new NightProof<PictureView>;
   picture_->setObjectName("Picture1");
   picture_->setAccessibleName("Last captured panel picture");
@@ -182,6 +189,7 @@ void frmFormSubmit::StoreText(std::size_t index, const QString& text) {
     if (i != index && kSubmitTexts[i].member == kSubmitTexts[index].member) texts_[i]->setText(text);
   }
   ShowRemarks();
+  ShowTargets();
 }
 
 void frmFormSubmit::ShowRemarks() {
@@ -199,7 +207,7 @@ QWidget* frmFormSubmit::BuildInterval(std::size_t index, const QString& text) {
   box->setObjectName(ToQString(kSubmitSwitches[index].control));
   connect(box, &QCheckBox::clicked, this, [this, index](bool on) {
     publisher_.SetSwitch(kSubmitSwitches[index], on);
-    EnableButtons();
+    ShowTargets();
   });
   switches_[index] = box;
 
@@ -322,7 +330,7 @@ void frmFormSubmit::Load() {
     const std::int32_t row = settings.*kSubmitIntervals[i].row;
     intervals_[i]->setCurrentIndex(row >= 0 && row < intervals_[i]->count() ? row : -1);
   }
-  EnableButtons();
+  ShowTargets();
   publisher_.webcam().WriteScript();
 }
 
@@ -338,13 +346,49 @@ void frmFormSubmit::RefreshPreview() {
   if (isVisible()) publisher_.readings().Preview();
 }
 
-void frmFormSubmit::EnableButtons() {
-  const auto enable = [](QPushButton* button, const QCheckBox* box, const char* tip) {
-    button->setEnabled(box->isChecked());
-    button->setToolTip(box->isChecked() ? tip : "Allow uploads above first");
+QLabel* frmFormSubmit::MakeTarget(FormSection& section, const char* name, QPushButton* button) {
+  QLabel* target = section.Note({});
+  target->setObjectName(name);
+  target->setWordWrap(true);
+  target->setTextFormat(Qt::PlainText);
+  target->setBuddy(button);
+  return target;
+}
+
+void frmFormSubmit::ShowTargets() {
+  struct Row {
+    std::size_t index;
+    WebPublisher::Target target;
+    QPushButton* button;
+    const char* tip;
   };
-  enable(send_, switches_[kReadings], "Send the readings now");
-  enable(capture_, switches_[kPicture], "Capture and send a picture of the panel now");
+  const Row rows[] = {
+      {kReadings, publisher_.ReadingsTarget(), send_, "Sends the readings now"},
+      {kPicture, publisher_.PictureTarget(), capture_, "Captures a picture of the panel and sends it now"}};
+  for (const Row& row : rows) {
+    QString text = ToQString(row.target.text);
+    if (row.target.usable && !switches_[row.index]->isChecked())
+      text += " Uploads are off: the button asks, and sends once.";
+    targets_[row.index]->setText(text);
+    row.button->setToolTip(row.tip);
+    row.button->setAccessibleDescription(text);
+  }
+}
+
+void frmFormSubmit::Send(std::size_t index, const QString& what, const std::function<void(Permission)>& send) {
+  if (switches_[index]->isChecked()) return send(Permission::kBySetting);
+  const auto [target, usable] = index == kReadings ? publisher_.ReadingsTarget() : publisher_.PictureTarget();
+  QString text = what + " are not sent, because that is not allowed above.";
+  if (usable) text += " Send once?";
+  auto* box = new MessageBox(usable ? QMessageBox::Question : QMessageBox::Information, "Orvalis",
+                             text + "\n\n" + ToQString(target), usable ? QMessageBox::Cancel : QMessageBox::Ok, this);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setDefaultButton(QMessageBox::Cancel);
+  if (usable) {
+    connect(box->AddButton("&Send once", QMessageBox::AcceptRole), &QAbstractButton::clicked, this,
+            [send] { send(Permission::kOnce); });
+  }
+  box->open();
 }
 
 void frmFormSubmit::ReadComposition() {

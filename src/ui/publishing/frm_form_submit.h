@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "publish/web_publisher.h"
+#include "ui/controls/form_section.h"
 #include "ui/publishing/picture_view.h"
 
 class QBoxLayout;
@@ -72,7 +73,11 @@ class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
   QPlainTextEdit* MakeBox(const char* name);
 
   void ReadComposition();
-  void EnableButtons();
+  /// A line below `button` for the account and the server.
+  static QLabel* MakeTarget(FormSection& section, const char* name, QPushButton* button);
+  void ShowTargets();
+  /// Sends, when uploads of row `index` are off only after the user has agreed to this one.
+  void Send(std::size_t index, const QString& what, const std::function<void(Permission)>& send);
   /// Updates the boxes after a short delay: a server may send faster than anyone can read.
   void ScheduleRefresh();
   void Refresh();
@@ -89,6 +94,7 @@ class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
   std::array<QLabel*, kSubmitTexts.size()> remarks_{};  ///< below the boxes of the account; none for the others
   std::array<QCheckBox*, kSubmitSwitches.size()> switches_{};
   std::array<QComboBox*, kSubmitIntervals.size()> intervals_{};
+  std::array<QLabel*, kSubmitIntervals.size()> targets_{};
   QPushButton* send_ = nullptr;
   QPushButton* capture_ = nullptr;
   PictureView* picture_ = nullptr;

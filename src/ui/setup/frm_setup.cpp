@@ -12,7 +12,6 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <chrono>
-#include <stdexcept>
 #include <utility>
 
 #include "app/setup_advice.h"
@@ -23,9 +22,17 @@
 #include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/screen_place.h"
+#include "ui/controls/text_fit.h"
 #include "ui/controls/web_page.h"
 
 namespace orvalis {
+namespace {
+
+// In units of the font size, so that the dialog follows the desktop's font.
+constexpr QSizeF kUsualSize(62, 52);
+constexpr double kLeastWidth = 48;
+
+}  // namespace
 
 frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::move(parts)) {
   setObjectName("frmSetup");
@@ -33,7 +40,8 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
   pages_ = new QTabWidget;
   pages_->setObjectName("pages");
   pages_->addTab(BuildConnectionPage(), "&Connection");
-  pages_->addTab(BuildThresholdsPage(), "&Thresholds");
+  pages_->addTab(BuildPanelPage(), "&Panel");
+  pages_->addTab(BuildUnitPage(), "&Unit alarms");
   pages_->addTab(BuildSafetyPage(), "Sa&fety");
   pages_->addTab(BuildAlertsPage(), "&Alerts");
   pages_->addTab(BuildNetworkPage(), "&Network");
@@ -50,8 +58,6 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
   SyncSwitches();
   UpdateControls();
   port_->setFocus();
-  constexpr QSize kDefaultSize(760, 560);
-  resize(kDefaultSize);
 }
 
 QBoxLayout* frmSetup::BuildFooter() {
@@ -83,13 +89,6 @@ QBoxLayout* frmSetup::BuildFooter() {
   return row;
 }
 
-template <typename Control>
-Control* frmSetup::Find(std::string_view name) const {
-  auto* control = findChild<Control*>(ToQString(name));
-  if (control == nullptr) throw std::logic_error("the setup dialog has no control for " + std::string(name));
-  return control;
-}
-
 void frmSetup::CollectControls() {
   for (const SetupField& field : SetupFields()) {
     fields_.push_back(Find<QLineEdit>(field.name));
@@ -98,6 +97,7 @@ void frmSetup::CollectControls() {
   for (const SetupFlag& flag : SetupFlags()) {
     flags_.push_back(flag.name == "AdvancedMode" ? nullptr : Find<QAbstractButton>(flag.name));
   }
+  for (const SetupChoice& choice : SetupChoices()) choices_.push_back(Find<QComboBox>(choice.name));
   for (const SetupText& text : SetupTexts()) {
     plain_texts_.push_back(text.name == "NetworkAddress" ? nullptr : Find<QLineEdit>(text.name));
   }
@@ -105,7 +105,10 @@ void frmSetup::CollectControls() {
     files_.push_back(Find<PathButton>(file.name));
     results_.push_back(Find<QLabel>(std::string(file.name) + FormSection::kResultEnd));
   }
-  for (const SetupUnitOption& option : SetupUnitOptions()) unit_options_.push_back(Find<QCheckBox>(option.name));
+  for (const SetupUnitOption& option : SetupUnitOptions()) {
+    unit_options_.push_back(Find<QCheckBox>(option.name));
+    unit_tips_.push_back(unit_options_.back()->toolTip());
+  }
 }
 
 void frmSetup::ConnectControls() {
@@ -113,14 +116,21 @@ void frmSetup::ConnectControls() {
        {"chkCanTempComp", "chkCanTemp", "chkCanStepSize", "chkSynchronous", "chkBacklashDir", "chkCentigrade"}) {
     connect(Find<QCheckBox>(name), &QCheckBox::toggled, this, &frmSetup::UpdateControls);
   }
-  for (QLineEdit* field : fields_) connect(field, &QLineEdit::textChanged, this, &frmSetup::ShowAdvice);
+  for (QLineEdit* field : fields_) {
+    connect(field, &QLineEdit::textChanged, this, &frmSetup::ShowAdvice);
+    connect(field, &QLineEdit::textChanged, this, &frmSetup::ShowMeanings);
+  }
+  for (QCheckBox* option : unit_options_) connect(option, &QCheckBox::toggled, this, &frmSetup::ShowMeanings);
+  connect(Find<QCheckBox>("chkCentigrade"), &QCheckBox::toggled, this, &frmSetup::ShowMeanings);
+  connect(wind_unit_, &QComboBox::currentIndexChanged, this, &frmSetup::ShowMeanings);
   connect(port_, &QComboBox::editTextChanged, this, &frmSetup::ShowPortNote);
   connect(address_, &QComboBox::editTextChanged, this, &frmSetup::ShowAddressNote);
   connect(network_now_, &QLabel::linkActivated, this, [this](const QString& page) { OpenWebPage(QUrl(page), this); });
-  // A port becomes free, an adapter is plugged in.
+  // A reading comes, a port becomes free, an adapter is plugged in.
   constexpr std::chrono::seconds kLookAgain{1};
-  network_timer_.setInterval(kLookAgain);
-  connect(&network_timer_, &QTimer::timeout, this, [this] {
+  live_timer_.setInterval(kLookAgain);
+  connect(&live_timer_, &QTimer::timeout, this, [this] {
+    ShowMeanings();
     if (network_now_->isVisible()) ShowNetworkNow();
     if (mqtt_now_->isVisible()) ShowMqttNow();
   });
@@ -139,13 +149,17 @@ void frmSetup::ConnectControls() {
 bool frmSetup::Exec(SetupForm& form) {
   ShowForm(form);
   SyncSwitches();
-  if (position_) move(*position_);
+  if (position_) {
+    move(*position_);
+  } else {
+    PlaceBeside(*this, parentWidget(), kUsualSize * PixelSize(font()), kLeastWidth * PixelSize(font()));
+  }
   // What the frame measures is known when the window is there.
   QTimer::singleShot(0, this, [this] { MoveOntoScreen(*this); });
   FocusBadField();
-  network_timer_.start();
+  live_timer_.start();
   const bool confirmed = exec() == QDialog::Accepted;
-  network_timer_.stop();
+  live_timer_.stop();
   position_ = pos();
   ReadForm(form);
   return confirmed;
@@ -167,6 +181,7 @@ void frmSetup::ShowForm(const SetupForm& form) {
       if (flags_[i]->autoExclusive() && !form.flags[i]) relative_->setChecked(true);
     }
   }
+  for (std::size_t i = 0; i < choices_.size(); ++i) choices_[i]->setCurrentIndex(form.choices[i]);
   for (std::size_t i = 0; i < plain_texts_.size(); ++i) SetPlainText(i, form.plain_texts[i]);
   for (std::size_t i = 0; i < files_.size(); ++i) {
     files_[i]->SetPath(form.files[i]);
@@ -185,11 +200,13 @@ void frmSetup::ShowForm(const SetupForm& form) {
 }
 
 void frmSetup::ShowUnit(const UnitOptions& unit, bool known) {
+  unit_known_ = known;
   for (std::size_t i = 0; i < unit_options_.size(); ++i) {
     unit_options_[i]->setChecked(known && unit.*SetupUnitOptions()[i].member);
     unit_options_[i]->setEnabled(known);
-    unit_options_[i]->setToolTip(known ? QString() : "A setting of the unit; available while it is connected");
+    unit_options_[i]->setToolTip(known ? unit_tips_[i] : "A setting of the unit; available while it is connected");
   }
+  ShowMeanings();
   if (!isVisible()) return;
   port_->Refill();
   ShowPortNote();
@@ -200,16 +217,29 @@ void frmSetup::ReadForm(SetupForm& form) const {
   for (std::size_t i = 0; i < flags_.size(); ++i) {
     form.flags[i] = flags_[i] == nullptr ? advanced_ : flags_[i]->isChecked();
   }
+  for (std::size_t i = 0; i < choices_.size(); ++i) form.choices[i] = choices_[i]->currentIndex();
   for (std::size_t i = 0; i < plain_texts_.size(); ++i) form.plain_texts[i] = PlainText(i);
   for (std::size_t i = 0; i < files_.size(); ++i) {
     const SetupFile& file = SetupFiles()[i];
     const bool given = !file.of_verdict || Find<QCheckBox>(file.check_box)->isChecked();
     form.files[i] = given ? files_[i]->path() : std::string();
   }
-  for (std::size_t i = 0; i < unit_options_.size(); ++i) {
-    form.unit.*SetupUnitOptions()[i].member = unit_options_[i]->isChecked();
-  }
+  form.unit = UnitTyped();
   form.port = port_->port();
+}
+
+UnitOptions frmSetup::UnitTyped() const {
+  UnitOptions unit;
+  for (std::size_t i = 0; i < unit_options_.size(); ++i) {
+    unit.*SetupUnitOptions()[i].member = unit_options_[i]->isChecked();
+  }
+  return unit;
+}
+
+std::vector<std::string> frmSetup::FieldTexts() const {
+  std::vector<std::string> texts;
+  for (const QLineEdit* field : fields_) texts.push_back(field->text().toStdString());
+  return texts;
 }
 
 void frmSetup::SetAdvanced(bool on) {
@@ -275,9 +305,7 @@ void frmSetup::ShowNetworkNow() {
 }
 
 void frmSetup::ShowAdvice() {
-  std::vector<std::string> texts;
-  for (const QLineEdit* field : fields_) texts.push_back(field->text().toStdString());
-  const std::vector<std::string> advice = AdviceOnSetup(texts, parts_.locale);
+  const std::vector<std::string> advice = AdviceOnSetup(FieldTexts(), parts_.locale);
   for (std::size_t i = 0; i < advice_.size(); ++i) {
     const QString text = ToQString(advice[i]);
     if (fields_[i]->accessibleDescription() == text) continue;

@@ -7,6 +7,7 @@
 #include <exception>
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,13 +15,16 @@
 #include "app/alert_trial.h"
 #include "app/setup_routine.h"
 #include "network/served.h"
+#include "ui/controls/panel_texts.h"
 #include "ui/controls/path_button.h"
 #include "ui/setup/address_box.h"
 #include "ui/setup/port_box.h"
 #include "unit/serial_port_entry.h"
+#include "verdict/observation.h"
 
 class QBoxLayout;
 class QCheckBox;
+class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -29,9 +33,9 @@ class QTabWidget;
 
 namespace orvalis {
 
-/// The setup dialog: a page each for the connection, the thresholds, the verdict, the alerts, the network and, in the
-/// advanced layout, the leftovers of the focuser driver. It shows a SetupForm and returns it; only the immediate
-/// switches act on their own. Its controls have the names in the tables of setup_fields.h.
+/// The setup dialog: a page each for the connection, the panel's limits, the unit's alarms, the verdict, the alerts,
+/// the network and, in the advanced layout, the leftovers of the focuser driver. It shows a SetupForm and returns it;
+/// only the immediate switches act on their own. Its controls have the names in the tables of setup_fields.h.
 class frmSetup : public QDialog, public SetupDialog {
   Q_OBJECT
  public:
@@ -43,7 +47,8 @@ class frmSetup : public QDialog, public SetupDialog {
     std::function<void(const std::exception_ptr&)> report;
     std::function<void()> succeeded;  ///< called when a switch succeeded
     QString version;
-    NumberLocale locale = {};  ///< how the numbers in the boxes are written
+    NumberLocale locale = {};                 ///< how the numbers in the boxes are written
+    std::function<const Observation&()> now = {};  ///< the readings of now; null: there are none
     std::function<network::Served()> network = [] { return network::Served(); };  ///< what is served now
     std::function<std::string()> mqtt = [] { return std::string(); };  ///< what is published now, or why nothing is
     /// Tries a broker out and gives what came of it.
@@ -69,7 +74,8 @@ class frmSetup : public QDialog, public SetupDialog {
   using SetLog = std::function<void(bool on, const std::string& folder)>;
 
   QWidget* BuildConnectionPage();
-  QWidget* BuildThresholdsPage();
+  QWidget* BuildPanelPage();
+  QWidget* BuildUnitPage();
   QWidget* BuildSafetyPage();
   QWidget* BuildAlertsPage();
   QWidget* BuildNetworkPage();
@@ -96,6 +102,11 @@ class frmSetup : public QDialog, public SetupDialog {
   void TryMqtt();
   /// Shows below each box what OK would store.
   void ShowAdvice();
+  /// Shows beside the limits the values of now, and what would become of these; while the dialog is open it is kept up
+  /// to date.
+  void ShowMeanings();
+  [[nodiscard]] std::vector<std::string> FieldTexts() const;
+  [[nodiscard]] UnitOptions UnitTyped() const;
   /// Sets the focus to the bad input that the dialog is shown again for, if any.
   void FocusBadField();
 
@@ -132,7 +143,9 @@ class frmSetup : public QDialog, public SetupDialog {
   AddressBox* address_ = nullptr;
   QLabel* address_note_ = nullptr;
   QLabel* network_now_ = nullptr;
-  QTimer network_timer_;
+  QTimer live_timer_;
+  QComboBox* wind_unit_ = nullptr;
+  bool unit_known_ = false;  ///< whether the unit's switches are those of a connected one
   QLabel* mqtt_now_ = nullptr;
   QLabel* mqtt_result_ = nullptr;
   QPushButton* mqtt_test_ = nullptr;
@@ -144,10 +157,19 @@ class frmSetup : public QDialog, public SetupDialog {
   std::vector<QLineEdit*> fields_;
   std::vector<QLabel*> advice_;
   std::vector<QAbstractButton*> flags_;  ///< null for the layout, which is not a box
+  std::vector<QComboBox*> choices_;
   std::vector<QLineEdit*> plain_texts_;  ///< null for the address, which has a box of its own
   std::vector<PathButton*> files_;
   std::vector<QLabel*> results_;  ///< of trying the files out
   std::vector<QCheckBox*> unit_options_;
+  std::vector<QString> unit_tips_;  ///< theirs, while they can be changed
 };
+
+template <typename Control>
+Control* frmSetup::Find(std::string_view name) const {
+  auto* control = findChild<Control*>(ToQString(name));
+  if (control == nullptr) throw std::logic_error("the setup dialog has no control for " + std::string(name));
+  return control;
+}
 
 }  // namespace orvalis
