@@ -328,7 +328,7 @@ TEST_F(HandBox, HumiditySelectorIsTheUsersWhileTyping) {
   box.show();
   auto* field = Get<QLineEdit>("txtHumiditySelector");
   EXPECT_FALSE(field->isVisible()) << "folded away";
-  Get<QAction>("mnuHumidityCurve")->click();
+  Get<QAction>("mnuHumidityCurve")->trigger();
   EXPECT_TRUE(field->isVisible());
   const auto type = [&](int key, const QString& text = {}) {
     QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);

@@ -47,7 +47,7 @@ class frmSetup : public QDialog, public SetupDialog {
     std::function<void(const std::exception_ptr&)> report;
     std::function<void()> succeeded;  ///< called when a switch succeeded
     QString version;
-    NumberLocale locale = {};                 ///< how the numbers in the boxes are written
+    NumberLocale locale = {};                      ///< how the numbers in the boxes are written
     std::function<const Observation&()> now = {};  ///< the readings of now; null: there are none
     std::function<network::Served()> network = [] { return network::Served(); };  ///< what is served now
     std::function<std::string()> mqtt = [] { return std::string(); };  ///< what is published now, or why nothing is
