@@ -324,7 +324,7 @@ void HistoryPlot::SetLimitLines(const HistoryView& view, TimeRange range, int co
         limits_, [&](const WordLimit& other) { return other.quantity == quantity && height(other) > height(limit); });
     if (limit.under_ambient) {
       // Up and down with each day it would cover the curves of a longer time.
-      constexpr std::int64_t kLongest = 8 * 24 * History::kHourMs;
+      constexpr std::int64_t kLongest = std::int64_t{8} * 24 * History::kHourMs;
       if (range.to - range.from > kLongest) continue;
       // It moves slowly; fewer points are drawn faster.
       constexpr int kCoarser = 8;

@@ -111,7 +111,7 @@ QWidget* frmSetup::BuildUnitPage() {
 }
 
 void frmSetup::ShowMeanings() {
-  static const Observation kNothing;
+  static const Observation nothing;
   TypedSetup typed{.settings = TypedSettings(FieldTexts(), parts_.locale),
                    .unit = UnitTyped(),
                    .unit_known = unit_known_,
@@ -120,7 +120,7 @@ void frmSetup::ShowMeanings() {
   typed.settings.Centigrade = Find<QCheckBox>("chkCentigrade")->isChecked();
   typed.settings.WindUnit = wind_unit_->currentIndex();
   typed.units = UnitsOf(typed.settings);
-  for (const LimitMeaning& meaning : MeaningsNow(typed, parts_.now ? parts_.now() : kNothing)) {
+  for (const LimitMeaning& meaning : MeaningsNow(typed, parts_.now ? parts_.now() : nothing)) {
     Find<LiveNote>(meaning.name)->Show(ToQString(meaning.text), meaning.colour);
   }
 }
