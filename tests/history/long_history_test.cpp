@@ -41,7 +41,8 @@ TEST(Merging, KeepsExtremesConditionsAndWhatIsKnownAtAll) {
 
 TEST(Merging, LeavesASafeAndAnUnsafeVerdictOfAColumn) {
   VerdictMerger merger(kHour);
-  const auto add = [&](int from, int to, const char* reasons, ReadingSource source = ReadingSource::kUnit) {
+  const auto add = [&](std::int64_t from, std::int64_t to, const char* reasons,
+                       ReadingSource source = ReadingSource::kUnit) {
     merger.Add({.first = kNow + from * 60'000,
                 .last = kNow + to * 60'000,
                 .safe = *reasons == 0,
