@@ -208,7 +208,7 @@ TEST_F(GraphTest, DrawsTheLimitsOfThePanelsWords) {
 TEST_F(GraphTest, ShowsTheSpanThatWasAskedForAlsoWhereTheFileAloneHasIt) {
   Pass(2);
   const std::int64_t now = UtcMilliseconds(clock.now);
-  for (int day = 9; day > 0; --day) {
+  for (std::int64_t day = 9; day > 0; --day) {
     Span span = SpanOf({.time = now - day * 24 * kHour, .values = {}, .held = {}, .conditions = {}});
     span.lowest[Quantity::kWind] = span.highest[Quantity::kWind] = static_cast<float>(30 + day);
     history.kept_spans.push_back(span);
