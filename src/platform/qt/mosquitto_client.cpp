@@ -300,7 +300,7 @@ void MosquittoClient::Opened(const std::shared_ptr<Line>& line) {
   KeepFromChildren(socket);
   const bool has_password = !access_.user.empty() && !access_.password.empty();
   const bool in_the_clear = has_password && !access_.tls && !access_.allow_plain_password;
-  if (in_the_clear && !PeerIsThisMachine(socket)) {
+  if (in_the_clear && !PeerOf(socket).isLoopback()) {
     Fail({.failure = MqttFailure::kPlainPassword});
     return;
   }

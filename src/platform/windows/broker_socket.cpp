@@ -1,29 +1,21 @@
 #include "platform/system/broker_socket.h"
 
 #include <winsock2.h>
-#include <ws2tcpip.h>
 // After them:
 #include <windows.h>
 
 namespace orvalis {
 
-bool PeerIsThisMachine(qintptr socket) {
-  sockaddr_storage peer{};
-  int size = sizeof peer;
-  if (getpeername(static_cast<SOCKET>(socket), reinterpret_cast<sockaddr*>(&peer), &size) != 0) return false;
-  constexpr unsigned kLoopbackNet = 127;
-  if (peer.ss_family == AF_INET) {
-    return ntohl(reinterpret_cast<const sockaddr_in&>(peer).sin_addr.s_addr) >> 24 == kLoopbackNet;
-  }
-  if (peer.ss_family != AF_INET6) return false;
-  const in6_addr& address = reinterpret_cast<const sockaddr_in6&>(peer).sin6_addr;
-  constexpr int kFirstOfIpv4 = 12;
-  return IN6_IS_ADDR_LOOPBACK(&address) ||
-         (IN6_IS_ADDR_V4MAPPED(&address) && address.s6_addr[kFirstOfIpv4] == kLoopbackNet);
+QHostAddress PeerOf(qintptr socket) {
+  sockaddr_storage storage{};
+  auto* const peer = reinterpret_cast<sockaddr*>(&storage);
+  int size = sizeof storage;
+  return getpeername(static_cast<SOCKET>(socket), peer, &size) == 0 ? QHostAddress(peer) : QHostAddress();
 }
 
 void KeepFromChildren(qintptr socket) {
-  SetHandleInformation(reinterpret_cast<HANDLE>(socket), HANDLE_FLAG_INHERIT, 0);
+  const auto handle = reinterpret_cast<HANDLE>(socket);  // NOLINT(performance-no-int-to-ptr): a socket is one
+  SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0);
 }
 
 bool HasEnded(qintptr socket) {
