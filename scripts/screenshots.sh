@@ -23,7 +23,7 @@ window() {
   local id=
   while [[ -z $id ]]; do
     sleep 0.1
-    id=$(xdotool search --onlyvisible --name "^$1\$" | tail -n 1)
+    id=$(xdotool search --onlyvisible --name "^$1\$" | tail -n 1) || true
   done
   xdotool windowfocus --sync "$id"
   echo "$id"
