@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Three simulated domes, one MQTT broker and one Prometheus, all on this machine: start.sh [FOLDER [PORT]]
-# FOLDER keeps their settings and data (default: a new one, removed at the end). PORT is the first of five ports, for the
-# three domes, the broker and Prometheus (default: 11111 to 11113, 1883, 9090). Ctrl+C ends them all.
+# FOLDER keeps their settings and data (default: a new one, removed at the end unless something failed). PORT is the
+# first of five ports, for the three domes, the broker and Prometheus (default: 11111 to 11113, 1883, 9090). Ctrl+C ends
+# them all.
 # Needs orvalisd and orvalis-unit (in the PATH, or in the folder ORVALIS_BIN), mosquitto and prometheus.
 set -euo pipefail
 files=$(cd "$(dirname "$0")" && pwd)
@@ -13,20 +14,22 @@ done
 scenarios=$files/../../simulator/scenarios
 [[ -e $scenarios ]] || scenarios=/usr/share/orvalis/scenarios
 
+folder=${1:-$(mktemp -d)}
+mkdir -p "$folder"
+folder=$(cd "$folder" && pwd)
+keep=${1:-}
+failed() {
+  keep=yes
+  echo "$1; the logs are in $folder" >&2
+  exit 1
+}
 ended() {
   trap - EXIT INT TERM
   kill $(jobs -p) 2>/dev/null || true
   wait
-  [[ -n ${1:-} ]] && rm -rf "$1"
+  if [[ -z $keep ]]; then rm -rf "$folder"; fi
 }
-if [[ -n ${1:-} ]]; then
-  mkdir -p "$1"
-  folder=$(cd "$1" && pwd)
-  trap ended EXIT
-else
-  folder=$(mktemp -d)
-  trap 'ended "$folder"' EXIT
-fi
+trap ended EXIT
 trap 'exit 0' INT TERM
 
 domes=(A B C)
@@ -53,12 +56,14 @@ for i in "${!domes[@]}"; do
   set_key Mqtt/Port "${ports[3]}"
   set_key Mqtt/Enabled 1
   orvalis-unit --link "$folder/$dome.line" --scenario "$scenarios/${weather[i]}.scenario" >"$dome.unit.log" 2>&1 &
-  until [[ -e $dome.line ]]; do sleep 0.1; done
+  until [[ -e $dome.line ]]; do
+    kill -0 $! 2>/dev/null || failed "The unit of $dome has ended"
+    sleep 0.1
+  done
   orvalisd --port "$folder/$dome.line" --profile "$dome" >"$dome.log" 2>&1 &
   echo "Dome ${domes[i]}: http://127.0.0.1:${ports[i]}/"
 done
 echo "Prometheus: http://127.0.0.1:${ports[4]}/alerts"
 echo "MQTT: mosquitto_sub -p ${ports[3]} -v -t 'orvalis/#'"
-wait -n
-echo "One of them has ended; the logs are in $folder" >&2
-exit 1
+wait -n || true
+failed "One of them has ended"
