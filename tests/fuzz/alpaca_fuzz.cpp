@@ -44,7 +44,8 @@ class Server {
   }
 
   void Call(std::string_view line, std::uint8_t client) {
-    HttpRequest request{.peer = PeerOf(client)};
+    HttpRequest request;
+    request.peer = PeerOf(client);
     request.method = line.starts_with("GET ") ? Method::kGet : line.starts_with("PUT ") ? Method::kPut : Method::kOther;
     line.remove_prefix(std::min<std::size_t>(4, line.size()));
     request.path = line.substr(0, line.find('?'));

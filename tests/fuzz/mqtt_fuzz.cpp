@@ -129,7 +129,8 @@ void Publish(const Station& station, const std::string& prefix, Input& input) {
     if (line == "!") now.verdict.safe = !now.verdict.safe;
     if (line == "h") settings.MqttHomeAssistant ^= 1;
     if (line == "h" || line == "s") publisher.Apply(settings, station);
-    if (line.starts_with('+')) loop.Advance(std::chrono::milliseconds(100 * line.size() * line.size()));
+    if (line.starts_with('+'))
+      loop.Advance(std::chrono::milliseconds(100) * std::min<std::size_t>(line.size() * line.size(), 1'000));
     broker.Do(line);
     publisher.Note(now, {.reading = line == "!"});
     Require(!publisher.status().empty(), "there is always something to say");
