@@ -1,7 +1,8 @@
 // Calls of Alpaca clients, one a line: "GET path?parameters", "PUT path?parameters". Other lines: "!" makes it safe or
 // unsafe, "+" lets half an hour pass, "?" is a question to the discovery.
+#include <algorithm>
+#include <array>
 #include <nlohmann/json.hpp>
-#include <set>
 #include <string>
 
 #include "network/alpaca/alpaca_server.h"
@@ -60,9 +61,9 @@ class Server {
   }
 
   void Check(const HttpRequest& request, const nlohmann::json& answer) {
-    static const std::set<int> kErrors{0, 0x400, 0x401, 0x407, 0x40B, 0x40C};
+    constexpr std::array kErrors{0, 0x400, 0x401, 0x407, 0x40B, 0x40C};
     const int error = answer.at("ErrorNumber");
-    Require(kErrors.contains(error), "an error is one of Alpaca's", std::to_string(error));
+    Require(std::ranges::find(kErrors, error) != kErrors.end(), "an error is one of Alpaca's", std::to_string(error));
     Require((error == 0) == answer.at("ErrorMessage").get<std::string>().empty(), "an error says why");
     Require(answer.at("ClientTransactionID").is_number_unsigned(), "a transaction is a whole number");
     const std::uint32_t transaction = answer.at("ServerTransactionID");

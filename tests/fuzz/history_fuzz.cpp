@@ -73,7 +73,7 @@ class Damaged {
     const std::int64_t now = recorder_.Now();
     for (const std::int64_t column_ms : {std::int64_t{0}, std::int64_t{600'000}}) {
       bool done = false;
-      reader_.Read({.range = {now - 400 * 24 * History::kHourMs, now + 1}, .column_ms = column_ms},
+      reader_.Read({.range = {now - HistoryRecorder::kSpansStoredMs, now + 1}, .column_ms = column_ms},
                    [&](PastReader::Result&&) { done = true; });
       loop_.Advance(std::chrono::seconds(5));
       Require(done, "reading ends");

@@ -177,7 +177,7 @@ std::string Expanded(std::string_view text) {
     const bool repeats = text[i] == 1 && i + 1 < text.size() && i > 0;
     if (repeats) {
       ++i;
-      if (bytes.size() < 200'000) bytes.append(64U * static_cast<unsigned char>(text[i]), text[i - 2]);
+      if (bytes.size() < 200'000) bytes.append(std::size_t{64} * static_cast<unsigned char>(text[i]), text[i - 2]);
     } else {
       bytes += text[i];
     }

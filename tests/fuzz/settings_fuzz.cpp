@@ -28,10 +28,23 @@ ProfileValues ReadIni(fuzz::Input& input, test::MemoryProfile& profile) {
       const std::string name(line.substr(0, equals));
       const std::string value(line.substr(equals + 1));
       profile.values[{subkey, name}] = value;
-      paths[subkey.empty() ? name : subkey + "/" + name] = value;
+      paths[std::string(subkey).append(subkey.empty() ? "" : "/").append(name)] = value;
     }
   }
   return paths;
+}
+
+/// Whether a text without which the program cannot start is unreadable.
+bool KeepsFromStarting(const SettingsStore& store) {
+  return std::ranges::any_of(SettingKeys(), [&](const SettingKey& key) {
+    if (key.when_unreadable) return false;
+    try {
+      CheckText(key, store.Get(key), store.locale());
+      return false;
+    } catch (const RunTimeError&) {
+      return true;
+    }
+  });
 }
 
 void CheckSame(const Settings& one, const Settings& other, NumberLocale locale) {
@@ -77,6 +90,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   } catch (const RunTimeError& error) {
     Require(!good, "a start with a good copy succeeds", error.what());
     Require(stamped, "a start with the defaults succeeds", error.what());
+    Require(KeepsFromStarting(store), "a start succeeds without what may be unreadable", error.what());
     return 0;
   }
   CheckLimits(settings);
