@@ -18,7 +18,7 @@ trap 'kill "${!name_of[@]}" 2>/dev/null || true' EXIT
 
 start() { # TARGET
   local corpus=$out/corpus/$1 finds=tests/fuzz/finds/$1 dictionary=tests/fuzz/$1.dict
-  local options=(-max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 -malloc_limit_mb=512 -report_slow_units=60
+  local options=(-max_total_time="$seconds" -timeout=60 -rss_limit_mb=2048 -malloc_limit_mb=512 -report_slow_units=61
     -print_final_stats=1 -artifact_prefix="$finds/")
   [[ -f $dictionary ]] && options+=(-dict="$dictionary")
   mkdir -p "$corpus" "$finds"

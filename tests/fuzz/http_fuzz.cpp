@@ -119,8 +119,10 @@ class Server {
       Require(answers.empty(), "line breaks are no request", answers);
       return;
     }
-    const bool whole = received_.find("\r\n\r\n", begin) != std::string::npos;
-    if (whole) return;
+    if (whole_) return;
+    whole_ = received_.find("\r\n\r\n", std::max(begin, searched_)) != std::string::npos;
+    searched_ = received_.size() - std::min<std::size_t>(received_.size(), 3);
+    if (whole_) return;
     Require(requests_ == 0, "nothing is done before a header is whole", received_);
     Require(answers.empty() || answers.starts_with("HTTP/1.1 4") || answers.starts_with("HTTP/1.1 5"),
             "half a request is refused or has to wait", answers);
@@ -151,6 +153,8 @@ class Server {
                       .station = station_,
                       .counters = [] { return MetricCounters{}; }}};
   std::string received_;
+  std::size_t searched_ = 0;  ///< for the end of a header
+  bool whole_ = false;        ///< there is one
   int requests_ = 0;
   Line line_;
   HttpServer server_{{.sockets = sockets_,
@@ -177,7 +181,7 @@ std::string Expanded(std::string_view text) {
     const bool repeats = text[i] == 1 && i + 1 < text.size() && i > 0;
     if (repeats) {
       ++i;
-      if (bytes.size() < 200'000) bytes.append(std::size_t{64} * static_cast<unsigned char>(text[i]), text[i - 2]);
+      if (bytes.size() < 100'000) bytes.append(std::size_t{64} * static_cast<unsigned char>(text[i]), text[i - 2]);
     } else {
       bytes += text[i];
     }
