@@ -76,7 +76,7 @@ void Befall(YearWorld& world, std::int64_t second, std::int64_t tick) {
   if (at(180 * kDay, 100 * kDay)) world.SetClockAhead(hours(second < 180 * kDay ? 1 : -1));
   if (at(15 * kDay, 0)) world.SetAudience(true);
   if (at(15 * kDay, kHour)) world.broker.GoAway();
-  if (at(15 * kDay, kDay)) world.SetAudience(false);
+  if (at(15 * kDay, 4 * kHour)) world.SetAudience(false);
   if (at(kDay, 0)) {
     world.profile.log.clear();
     world.alerted.given.clear();
@@ -91,9 +91,9 @@ bool AskAround(YearWorld& world, std::int64_t second, std::int64_t tick) {
     if (second % every / tick != 0) return;
     answered = answered && world.Ask(path, query).find(expected) != std::string::npos;
   };
-  ask(60, "/api/v1/safetymonitor/0/issafe", "ClientID=1&ClientTransactionID=2", "\"Value\":");
-  ask(60, "/observation", "", "\"safe\":");
-  ask(60, "/metrics", "", "orvalis_safe");
+  ask(300, "/api/v1/safetymonitor/0/issafe", "ClientID=1&ClientTransactionID=2", "\"Value\":");
+  ask(300, "/observation", "", "\"safe\":");
+  ask(300, "/metrics", "", "orvalis_safe");
   ask(6 * kHour, "/history", "from=-86400&points=400", "\"curves\"");
   return answered;
 }
