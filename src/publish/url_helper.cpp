@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "base/message.h"
 #include "base/run_time_error.h"
 #include "base/text.h"
 
@@ -20,7 +21,7 @@ std::int16_t ReadPort(std::string_view text) {
   }
   if (beyond) {
     throw RunTimeError(RunTimeError::kOverflow,
-                       "the port in the URL is above " + std::to_string(std::numeric_limits<std::int16_t>::max()));
+                       Message::Text("the port in the URL is above %1").With(std::numeric_limits<std::int16_t>::max()));
   }
   return static_cast<std::int16_t>(number);
 }
