@@ -17,6 +17,7 @@
 
 #include "ui/controls/message_box.h"
 #include "ui/controls/night_style.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
@@ -68,10 +69,10 @@ class Blocker : public QDialog {
 class NotRespondingMessage {
  public:
   NotRespondingMessage(QWidget* parent, QEventLoop& loop)
-      : box_(QMessageBox::Warning, "Orvalis",
-             "The folder is not responding. It may be on a network that is unavailable.", QMessageBox::NoButton,
-             parent) {
-    box_.AddButton("&Give up", QMessageBox::RejectRole);
+      : box_(QMessageBox::Warning, Fixed("Orvalis"),
+             Words::tr("The folder is not responding. It may be on a network that is unavailable."),
+             QMessageBox::NoButton, parent) {
+    box_.AddButton(Words::tr("&Give up"), QMessageBox::RejectRole);
     box_.setModal(true);  // or the blocker would block it too
     QObject::connect(&box_, &QDialog::finished, &loop, &QEventLoop::quit);
     wait_.setSingleShot(true);
