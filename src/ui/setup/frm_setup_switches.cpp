@@ -76,18 +76,18 @@ void frmSetup::TryMqtt() {
     const SetupReading reading = ReadSetupField(field, fields_[i]->text().toStdString(), parts_.locale);
     if (field.member == SetupField::Member(&Settings::MqttPort)) StoreSetupField(field, reading.value, typed);
   }
-  const auto show = [dialog = QPointer(this)](const std::string& what) {
+  const auto show = [dialog = QPointer(this)](const QString& what) {
     if (!dialog) return;
-    dialog->mqtt_result_->setText(ToQString(what));
+    dialog->mqtt_result_->setText(what);
     dialog->mqtt_result_->show();
-    dialog->mqtt_test_->setAccessibleDescription(ToQString(what));
+    dialog->mqtt_test_->setAccessibleDescription(what);
   };
   if (typed.MqttPort < 1) {
-    show("The port must be 1 through 65535");
+    show(tr("The port must be 1 through 65535"));
     return;
   }
-  show("Connecting…");
-  parts_.try_mqtt(typed, show);
+  show(tr("Connecting…"));
+  parts_.try_mqtt(typed, [show](const std::string& what) { show(ToQString(what)); });
 }
 
 void frmSetup::Act(const std::function<void()>& action) {
