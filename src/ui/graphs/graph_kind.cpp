@@ -52,9 +52,10 @@ constexpr std::array kScales{
     Scale{Quantity::kWind, QT_TRANSLATE_NOOP("orvalis::Words", "Wind"), nullptr, nullptr, 1, 10},
     Scale{Quantity::kGust, QT_TRANSLATE_NOOP("orvalis::Words", "Wind"), nullptr, nullptr, 1, 10},
     Scale{Quantity::kHumidity, QT_TRANSLATE_NOOP("orvalis::Words", "Humidity"), "%", nullptr, 1, 100},
-    //: After a number: what a sensor counts, a reading without a unit.
-    Scale{Quantity::kRain, QT_TRANSLATE_NOOP("orvalis::Words", "Rain"), QT_TRANSLATE_NOOP("orvalis::Words", "counts"),
-          QT_TRANSLATE_NOOP("orvalis::Words", "counts, more is wetter"), 0, 200},
+    Scale{Quantity::kRain, QT_TRANSLATE_NOOP("orvalis::Words", "Rain"),
+          //: After a number: what a sensor counts, a reading without a unit.
+          QT_TRANSLATE_NOOP("orvalis::Words", "counts"), QT_TRANSLATE_NOOP("orvalis::Words", "counts, more is wetter"),
+          0, 200},
     Scale{Quantity::kLight, QT_TRANSLATE_NOOP("orvalis::Words", "Light"), QT_TRANSLATE_NOOP("orvalis::Words", "counts"),
           QT_TRANSLATE_NOOP("orvalis::Words", "counts, more is darker"), 0, 1023},
 };

@@ -48,7 +48,6 @@ QWidget* frmSetup::BuildSafetyPage() {
   const SetupPage page = MakeSetupPage("Frame5", tr("Safety"), SetupPage::Columns::kTwo);
 
   FormSection hold(tr("Before it is safe"), page.left);
-  //: Seconds.
   hold.Field("SafeHoldSeconds", tr("&Hold before safe:"), tr("s"), {});
   hold.Meaning(tr(
       "How long there must be no reason to be unsafe before it is safe, 0 to 3600. Unsafe is always at once. A longer "
@@ -236,9 +235,12 @@ QWidget* frmSetup::BuildLeftoversPage() {
   group->addButton(relative_);
   moves.Row({absolute, relative_});
   moves.Field("MaxInc", tr("Max increment:"), steps, tr("Above 0"));
-  //: The last words of this and the texts below are names that other programs use; they are not translated.
-  moves.Field("StepTime", tr("Step time:"), tr("s"), tr("Above 0; clients read it as WindSpeedWarn"));
-  moves.Check("chkCanStepSize", tr("Reports step size"), tr("Clients can call Halt only while this is on"));
+  moves.Field("StepTime", tr("Step time:"), tr("s"),
+              //: "WindSpeedWarn" is a name for other programs, which is not translated.
+              tr("Above 0; clients read it as WindSpeedWarn"));
+  moves.Check("chkCanStepSize", tr("Reports step size"),
+              //: "Halt" is a name for other programs, which is not translated.
+              tr("Clients can call Halt only while this is on"));
   moves.Checks({{"chkReverse", tr("Reverse"), stored}, {"chkHalfStep", tr("Half step"), stored}});
   moves.Check("chkSynchronous", tr("Synchronous"), stored);
   moves.Check("AllowAsyncWindCB", tr("Allow asynchronous wind"), tr("Not available in synchronous mode"));
@@ -254,11 +256,14 @@ QWidget* frmSetup::BuildLeftoversPage() {
   moves.Row({reset});
 
   FormSection temperature(tr("Temperature compensation"), page.right);
-  temperature.Check("chkCanTempComp", tr("Can compensate"), tr("Clients can read Temperature only while this is on"));
+  temperature.Check("chkCanTempComp", tr("Can compensate"),
+                    //: "Temperature" is a name for other programs, which is not translated.
+                    tr("Clients can read Temperature only while this is on"));
   temperature.Field("TempMax", tr("Delta T:"), Fixed("°"), tr("Above 0"));
   temperature.Field("TempSteps", tr("Steps for delta T:"), steps, tr("Above 0"));
   temperature.Check("TempCompCB", tr("Compensate"), stored);
   temperature.Check("chkCanTemp", tr("Reports temperature"),
+                    //: "WindSpeedWarn" is a name for other programs, which is not translated.
                     tr("Clients can read WindSpeedWarn only while this is on"));
   temperature_label_ = temperature.Field("TempCur", {}, {}, stored);
   temperature_label_->setObjectName("TempLabel");
