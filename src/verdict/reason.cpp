@@ -1,5 +1,8 @@
 #include "verdict/reason.h"
 
+#include <algorithm>
+#include <string>
+
 namespace orvalis {
 namespace {
 
@@ -16,9 +19,36 @@ constexpr std::array<std::string_view, kReasonCount> kNames{
     "hold",
 };
 
+// As the names.
+constexpr std::array<Message::Text, kReasonCount> kInWords{
+    Message::Text("no connection"),
+    Message::Text("no reading"),
+    Message::Text("stale"),
+    Message::Text("damaged reading"),
+    Message::Text("demo"),
+    Message::Text("unit alarm"),
+    Message::Text("rain"),
+    Message::Text("wind"),
+    Message::Text("clouds"),
+    Message::Text("light"),
+    Message::Text("relay off"),
+    Message::Text("settings pending"),
+    Message::Text("settings lost"),
+    Message::Text("unknown temperature"),
+    Message::Text("forced"),
+    Message::Text("stopping"),
+    Message::Text("hold"),
+};
+
 }  // namespace
 
 std::string_view Name(Reason reason) { return kNames[static_cast<std::size_t>(reason)]; }
+
+Message ReasonInWords(std::string_view name) {
+  const auto found = std::ranges::find(kNames, name);
+  if (found == kNames.end()) return std::string(name);
+  return kInWords[static_cast<std::size_t>(found - kNames.begin())];
+}
 
 std::vector<std::string_view> NamesOf(ReasonSet reasons) {
   std::vector<std::string_view> names;

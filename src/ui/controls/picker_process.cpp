@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include "ui/controls/language.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/night_style.h"
 #include "ui/controls/words.h"
@@ -33,7 +34,7 @@ constexpr auto kHeartbeat = 1s;
 constexpr auto kNotRespondingAfter = 5s;
 
 // The arguments after the option, in this order.
-enum Argument { kKind, kLook, kOwner, kTitle, kFilter, kStart, kArguments };
+enum Argument { kKind, kLook, kOwner, kTitle, kFilter, kStart, kLanguage, kArguments };
 
 QString g_program;
 
@@ -52,6 +53,7 @@ QStringList PickerArguments(const QWidget* parent, const PickerRequest& request)
   arguments[kTitle] = request.title;
   arguments[kFilter] = request.filter;
   arguments[kStart] = request.start;
+  arguments[kLanguage] = UsedLanguage();
   return QStringList(kPickerOption) + arguments;
 }
 
@@ -156,6 +158,7 @@ void ServePicker(const std::vector<std::string>& arguments) {
   const QApplication application(count, words.data());
   QCoreApplication::setApplicationName("orvalis");
   QGuiApplication::setDesktopFileName("orvalis");
+  UseLanguage(argument(kLanguage));
   // Nothing is ever sent on standard input: it becomes readable when the program has ended.
   const QSocketNotifier program_ended(0, QSocketNotifier::Read);
   QObject::connect(&program_ended, &QSocketNotifier::activated, qApp, [] { EndPicker(); });

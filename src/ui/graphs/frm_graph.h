@@ -29,7 +29,7 @@ class frmGraph : public QWidget {
  public:
   struct Parts {
     const HistoryRecorder& recorder;
-    std::function<bool()> centigrade;
+    std::function<DisplayUnits()> units;
     std::function<WordLimits()> limits;
     std::function<bool()> on_top;  ///< whether the panel is kept on top, and would cover the window
     std::function<void(const std::string& text)> report;  ///< called with what could not be saved
@@ -72,7 +72,7 @@ class frmGraph : public QWidget {
   /// The timer runs only while the window is visible.
   void RunTimer();
   /// `what` is in the suggested name.
-  [[nodiscard]] QString AskForFile(const QString& title, const char* filter, const char* what, const char* suffix);
+  [[nodiscard]] QString AskForFile(const QString& title, const QString& filter, const char* what, const char* suffix);
   void Save(const QString& path, FileContent content);
   void Say(const QString& text, Colour colour);
 

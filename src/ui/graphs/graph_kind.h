@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "history/sample.h"
+#include "reading/display_units.h"
 #include "ui/controls/theme.h"
 
 namespace orvalis {
@@ -16,7 +17,7 @@ namespace orvalis {
 /// One curve of a graph. Its marker identifies it where colours cannot.
 struct CurveKind {
   Quantity quantity;
-  const char* name;
+  const char* name;  ///< to be shown through Words::tr
   bool on_right_axis;
   QCPScatterStyle::ScatterShape marker;
   QRgb light;
@@ -27,7 +28,7 @@ struct CurveKind {
 /// What a graph window shows.
 struct GraphKind {
   const char* object_name;
-  const char* title;
+  const char* title;      ///< to be shown through Words::tr
   const char* file_name;  ///< in the name of a saved file
   std::span<const CurveKind> curves;
 
@@ -41,14 +42,14 @@ struct GraphKind {
 /// The counts of rain and light.
 [[nodiscard]] const GraphKind& RainGraph();
 
-/// "°C", "°F", "mph", "%", "counts"
-[[nodiscard]] QString UnitOf(Quantity quantity, bool centigrade);
+/// "°C", "km/h", "%", "counts"
+[[nodiscard]] QString UnitOf(Quantity quantity, const DisplayUnits& units);
 /// "Temperature (°C)", "Rain (counts, more is wetter)"
-[[nodiscard]] QString AxisLabel(Quantity quantity, bool centigrade);
+[[nodiscard]] QString AxisLabel(Quantity quantity, const DisplayUnits& units);
 /// Of a value as it is shown.
 [[nodiscard]] int DecimalsOf(Quantity quantity);
-/// An axis begins at 0 and reaches at least to this; 0 for one that fits its values.
-[[nodiscard]] double FullScale(Quantity quantity);
+/// An axis begins at 0 and reaches at least to this, in `units`; 0 for one that fits its values.
+[[nodiscard]] double FullScale(Quantity quantity, const DisplayUnits& units);
 
 [[nodiscard]] QColor CurveColour(const CurveKind& curve, Theme::Kind theme);
 
