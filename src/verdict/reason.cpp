@@ -21,22 +21,14 @@ constexpr std::array<std::string_view, kReasonCount> kNames{
 
 // As the names.
 constexpr std::array<Message::Text, kReasonCount> kInWords{
-    Message::Text("no connection"),
-    Message::Text("no reading"),
-    Message::Text("stale"),
-    Message::Text("damaged reading"),
-    Message::Text("demo"),
-    Message::Text("unit alarm"),
-    Message::Text("rain"),
-    Message::Text("wind"),
-    Message::Text("clouds"),
-    Message::Text("light"),
-    Message::Text("relay off"),
-    Message::Text("settings pending"),
-    Message::Text("settings lost"),
-    Message::Text("unknown temperature"),
-    Message::Text("forced"),
-    Message::Text("stopping"),
+    Message::Text("no connection"), Message::Text("no reading"),
+    Message::Text("stale"),         Message::Text("damaged reading"),
+    Message::Text("demo"),          Message::Text("unit alarm"),
+    Message::Text("rain"),          Message::Text("wind"),
+    Message::Text("clouds"),        Message::Text("light"),
+    Message::Text("relay off"),     Message::Text("settings pending"),
+    Message::Text("settings lost"), Message::Text("unknown temperature"),
+    Message::Text("forced"),        Message::Text("stopping"),
     Message::Text("hold"),
 };
 

@@ -88,8 +88,8 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   const QCommandLineOption subkey("subkey", {}, "NAME");
   QCommandLineParser parser;
   parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-  const QList<QCommandLineOption> options{help, version, automation, headless, json,
-                                          demo, port,    profile,    picture,  language, subkey};
+  const QList<QCommandLineOption> options{help, version, automation, headless, json,  demo,
+                                          port, profile, picture,    language, subkey};
   parser.addOptions(options);
   QStringList names;
   QStringList with_value;
@@ -149,7 +149,8 @@ std::string Usage(bool has_windows, const ServiceUsage& service) {
   const std::string program = has_windows ? "orvalis" : "orvalisd";
   std::string usage = "usage: " + program;
   if (has_windows) {
-    usage += " [--port PORT | --demo] [--profile DIR] [--language NAME] [--picture FILE]\n       " + program + " --headless";
+    usage +=
+        " [--port PORT | --demo] [--profile DIR] [--language NAME] [--picture FILE]\n       " + program + " --headless";
   }
   usage += " [--json] [--port PORT | --demo] [--profile DIR]\n";
   for (const std::string& synopsis : service.synopsis) {
