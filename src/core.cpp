@@ -146,12 +146,12 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
       poll_timer_([this] { Poll(); }),
       setup_timer_([this] { Poll(); }),
       second_timer_([this] {
-        boundary_.RunToEnd(Message::Text("watching the settings"), [this] { settings_loss_.Watch(); });
-        Tick(Message::Text("reconnecting"), [this] {
+        boundary_.RunToEnd(Message::Of("watching the settings"), [this] { settings_loss_.Watch(); });
+        Tick(Message::Of("reconnecting"), [this] {
           reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
           poll_.CheckStaleness();
         });
-        boundary_.RunToEnd(Message::Text("judging whether it is safe"), [this] { observer_.Update(); });
+        boundary_.RunToEnd(Message::Of("judging whether it is safe"), [this] { observer_.Update(); });
       }),
       error_log_(events_, clock_.style(), [this](const std::string& text) { error_output_.Write("orvalis: " + text); }),
       weather_parts_{.flags = flags_,
@@ -257,7 +257,7 @@ int Core::Run(Front* front) {
   ServeClients();
   ApplyNetwork();
   ApplyMqtt();
-  if (poll_.InDemoMode()) panel_.status = Message::Text("Demo mode: simulated values");
+  if (poll_.InDemoMode()) panel_.status = Message::Of("Demo mode: simulated values");
   Refresh();
   history_.LoadSoon();
   if (front_ != nullptr) front_->Started();
@@ -288,7 +288,7 @@ void Core::StartUp(Front* front) {
 void Core::ShutDown() noexcept {
   if (!startup_) return;
   setup_timer_.SetEnabled(false);
-  boundary_.RunToEnd(Message::Text("giving the last verdict"), [this] { observer_.Stop(); });
+  boundary_.RunToEnd(Message::Of("giving the last verdict"), [this] { observer_.Stop(); });
   mqtt_.Close();
   network_.Close();
   startup_->Shutdown();  // first: the link is closed and the panel's place kept, whatever the history's disk does
@@ -318,25 +318,25 @@ void Core::ApplyNetwork() {
   if (const QString port = qEnvironmentVariable("ORVALIS_HTTP_PORT"); !port.isEmpty()) {
     settings.NetworkPort = port.toUShort();
   }
-  boundary_.RunToEnd(Message::Text("serving the network"), [&] { network_.Apply(settings); });
+  boundary_.RunToEnd(Message::Of("serving the network"), [&] { network_.Apply(settings); });
 }
 
 network::Served Core::NetworkNow() const {
   if (line_.automation)
-    return {.pages = {}, .trouble = Message::Text("A program that was started for a client serves no others.")};
+    return {.pages = {}, .trouble = Message::Of("A program that was started for a client serves no others.")};
   return network_.served();
 }
 
 void Core::ApplyMqtt() {
   if (line_.automation) return;  // as the network
-  boundary_.RunToEnd(Message::Text("publishing over MQTT"), [this] {
+  boundary_.RunToEnd(Message::Of("publishing over MQTT"), [this] {
     if (settings_.MqttEnabled != 0) network_.Identify(settings_);
     mqtt_.Apply(settings_, network_.station());
   });
 }
 
 Message Core::MqttNow() const {
-  if (line_.automation) return Message::Text("a program that was started for a client publishes nothing");
+  if (line_.automation) return Message::Of("a program that was started for a client publishes nothing");
   return mqtt_.status();
 }
 
@@ -345,7 +345,7 @@ void Core::TryMqtt(const Settings& settings, network::MqttTrial::Done done) {
 }
 
 void Core::Poll() {
-  Tick(Message::Text("polling the unit"), [this] { poll_.Poll(); });
+  Tick(Message::Of("polling the unit"), [this] { poll_.Poll(); });
 }
 
 std::vector<SerialPortEntry> Core::ListPorts() {

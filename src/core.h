@@ -163,7 +163,7 @@ class Core {
  private:
   /// A timer's work, which may go on afterwards.
   template <typename Work>
-  void Tick(Message::Text doing, Work work) {
+  void Tick(Phrase doing, Work work) {
     boundary_.Run(doing, work);
     Refresh();
   }

@@ -14,7 +14,7 @@
 namespace orvalis {
 namespace {
 
-constexpr auto kChanging = Message::Text("changing a setting");
+constexpr auto kChanging = Message::Of("changing a setting");
 
 /// The panel's window for start-up and shutdown.
 class PlacedPanel : public PanelWindow {
@@ -60,16 +60,16 @@ void ProgramWindows::BuildPanel() {
   QObject::connect(panel_.get(), &frmHandBox::NightThemeToggled, panel_.get(), [this](bool on) {
     parts_.settings.NightTheme = on ? 1 : 0;
     ApplyTheme();
-    Click(Message::Text("saving the night theme"), [this] { parts_.store.Write("NightTheme", parts_.settings); });
+    Click(Message::Of("saving the night theme"), [this] { parts_.store.Write("NightTheme", parts_.settings); });
   });
   QObject::connect(panel_.get(), &frmHandBox::Acknowledged, panel_.get(), [this] {
-    Click(Message::Text("acknowledging the loss of the settings"), [this] { parts_.settings_loss.Acknowledge(); });
+    Click(Message::Of("acknowledging the loss of the settings"), [this] { parts_.settings_loss.Acknowledge(); });
   });
   QObject::connect(panel_.get(), &frmHandBox::ForceUnsafeToggled, panel_.get(), [this](bool on) {
-    Click(Message::Text("forcing the verdict"), [this, on] { parts_.observer.ForceUnsafe(on); });
+    Click(Message::Of("forcing the verdict"), [this, on] { parts_.observer.ForceUnsafe(on); });
   });
   QObject::connect(panel_.get(), &frmHandBox::TestUnsafeClicked, panel_.get(),
-                   [this] { Click(Message::Text("testing the verdict"), [this] { parts_.observer.TestUnsafe(); }); });
+                   [this] { Click(Message::Of("testing the verdict"), [this] { parts_.observer.TestUnsafe(); }); });
   QObject::connect(panel_.get(), &frmHandBox::Closing, panel_.get(), [] { QCoreApplication::exit(0); });
 }
 
@@ -92,7 +92,7 @@ void ProgramWindows::BuildProgramMenu() {
   AddEntry(kProgram, "mnuPlace", Words::tr("&Place…"), "", [this] { AskForPlace(); });
   tray_messages_ = AddEntry(kProgram, "mnuTrayMessages", Words::tr("&Messages of the tray icon"), "", [this] {
     parts_.settings.TrayMessages = tray_messages_->isChecked() ? 1 : 0;
-    Click(Message::Text("saving the choice of messages"),
+    Click(Message::Of("saving the choice of messages"),
           [this] { parts_.store.Write("TrayMessages", parts_.settings); });
   });
   tray_messages_->setCheckable(true);
@@ -131,7 +131,7 @@ void ProgramWindows::AskForPlace() {
 void ProgramWindows::SetPlace(const std::optional<Place>& place) {
   parts_.settings.Latitude = place ? std::optional(place->latitude) : std::nullopt;
   parts_.settings.Longitude = place ? std::optional(place->longitude) : std::nullopt;
-  Click(Message::Text("saving the place"), [this] {
+  Click(Message::Of("saving the place"), [this] {
     Profile::Batch batch(parts_.store.profile());
     parts_.store.Write("Latitude", parts_.settings);
     parts_.store.Write("Longitude", parts_.settings);

@@ -12,6 +12,7 @@
 #include "base/message.h"
 #include "core.h"
 #include "ui/controls/file_saving.h"
+#include "ui/controls/words.h"
 #include "ui/graphs/graph_windows.h"
 #include "ui/help/help.h"
 #include "ui/panel/frm_events.h"
@@ -45,7 +46,7 @@ class ProgramWindows : public Front {
  private:
   /// Runs the work of a click and refreshes the windows.
   template <typename Work>
-  void Click(Message::Text doing, Work work) {
+  void Click(Phrase doing, Work work) {
     parts_.boundary.RunToEnd(doing, work);
     core_.Refresh();
   }

@@ -7,7 +7,7 @@
 namespace orvalis {
 
 void AlertTrial::Try(const SetupFile& file, const std::string& path, const Tell& tell) {
-  if (path.empty()) return tell(Message::Text("no file chosen"));
+  if (path.empty()) return tell(Message::Of("no file chosen"));
   const auto record = [this, title = "test of alert " + std::string(file.alert) + ": "](const std::string& what) {
     parts_.events.Record(title + what);
   };
@@ -33,7 +33,7 @@ void AlertTrial::SoundFailed(const std::string& failure) {
 void AlertTrial::Play(const std::string& path, const Tell& tell) {
   sound_ = path;
   tell_of_sound_ = tell;
-  tell(Message::Text("playing"));  // before: it may fail at once
+  tell(Message::Of("playing"));  // before: it may fail at once
   parts_.sounds.Play(path);
 }
 
@@ -41,9 +41,9 @@ void AlertTrial::Start(const SetupFile& file, const std::string& path, const Tel
   const AlertFacts facts =
       file.of_verdict ? FactsOfAlert(file.alert, true, parts_.observer.Now()) : FactsOfAlert(file.alert, true);
   parts_.programs.Start({.path = path, .facts = facts, .ended = [tell](const std::string& failure) {
-                           tell(failure.empty() ? Message::Text("ended with code 0") : Message(failure));
+                           tell(failure.empty() ? Message::Of("ended with code 0") : Message(failure));
                          }});
-  tell(Message::Text("started"));
+  tell(Message::Of("started"));
 }
 
 }  // namespace orvalis

@@ -10,9 +10,9 @@ namespace {
 
 constexpr std::int16_t kTicksPerCycle = 2;
 constexpr std::int16_t kLongestCount = std::numeric_limits<std::int16_t>::max();
-constexpr auto kPolling = Message::Text("polling the unit");
+constexpr auto kPolling = Message::Of("polling the unit");
 constexpr std::int64_t kFreshForMs = std::chrono::milliseconds(kFreshFor).count();
-constexpr auto kFreshAgain = Message::Text("Receiving complete frames again");
+constexpr auto kFreshAgain = Message::Of("Receiving complete frames again");
 /// How long that message stays.
 constexpr std::int64_t kNewsForMs = 60'000;
 
@@ -202,12 +202,12 @@ void PollCycle::CheckStaleness() {
   if (stale_reported_ || !answer_due) return;
   stale_reported_ = true;
   const Message since = parts_.panel.fresh_at
-                            ? Message::Text("since %1").With(parts_.clock.style().time(*parts_.panel.fresh_at))
-                            : Message(Message::Text("since the start"));
+                            ? Message::Of("since %1").With(parts_.clock.style().time(*parts_.panel.fresh_at))
+                            : Message(Message::Of("since the start"));
   const std::string lacking = last_frame_unusable_ ? "valid reading" : "complete frame";
   parts_.events.Record("stale: no " + lacking + " " + since.English());
-  parts_.panel.status = last_frame_unusable_ ? Message::Text("No valid reading from the unit %1").With(since)
-                                             : Message::Text("No complete frame from the unit %1").With(since);
+  parts_.panel.status = last_frame_unusable_ ? Message::Of("No valid reading from the unit %1").With(since)
+                                             : Message::Of("No complete frame from the unit %1").With(since);
 }
 
 }  // namespace orvalis

@@ -18,7 +18,7 @@ struct LimitPair {
   double Settings::*high_real;
   std::int32_t Settings::*low_whole;
   std::int32_t Settings::*high_whole;
-  Message::Text text;
+  Phrase text;
 
   [[nodiscard]] bool Crossed(const Settings& settings) const {
     return low_real != nullptr ? settings.*high_real < settings.*low_real : settings.*high_whole < settings.*low_whole;
@@ -32,9 +32,9 @@ struct LimitPair {
 
 constexpr LimitPair kLimits[] = {
     {&Settings::WindSpeedWarn, &Settings::WindSpeedCloseD, nullptr, nullptr,
-     Message::Text("\"Windy\" is below \"Breeze\"")},
+     Message::Of("\"Windy\" is below \"Breeze\"")},
     {nullptr, nullptr, &Settings::FullCloudyDegC, &Settings::PartCloudyDegC,
-     Message::Text("\"Clear\" is below \"Cloudy\"")},
+     Message::Of("\"Clear\" is below \"Cloudy\"")},
 };
 
 bool IsOf(const SettingKey& key, const SetupField& field) {
@@ -56,9 +56,9 @@ Message Reason(const SetupField& field, std::string_view text, NumberLocale loca
   try {
     static_cast<void>(field.whole_number ? TextToInteger(text, locale) : TextToReal(text, locale));
   } catch (const RunTimeError& error) {
-    if (text.find_first_not_of(" \t") == std::string_view::npos) return Message::Text("empty");
-    if (error.number() == RunTimeError::kOverflow) return Message::Text("too large");
-    return field.whole_number ? Message::Text("not a whole number") : Message::Text("not a number");
+    if (text.find_first_not_of(" \t") == std::string_view::npos) return Message::Of("empty");
+    if (error.number() == RunTimeError::kOverflow) return Message::Of("too large");
+    return field.whole_number ? Message::Of("not a whole number") : Message::Of("not a number");
   }
   return RangeText(field.range);
 }
@@ -67,16 +67,16 @@ Message Reason(const SetupField& field, std::string_view text, NumberLocale loca
 Message Stored(const SetupField& field, const SetupReading& reading, std::string_view text, NumberLocale locale) {
   if (!reading.message.empty()) {
     const Message reason = Reason(field, text, locale);
-    return reading.IsSentinel() ? Message::Text("%1: OK returns here").With(reason)
-                                : Message::Text("stores %1: %2").With(RealToText(reading.value, locale), reason);
+    return reading.IsSentinel() ? Message::Of("%1: OK returns here").With(reason)
+                                : Message::Of("stores %1: %2").With(RealToText(reading.value, locale), reason);
   }
-  if (reading.IsSentinel()) return Message::Text("-9999 cannot be stored: OK returns here");
+  if (reading.IsSentinel()) return Message::Of("-9999 cannot be stored: OK returns here");
   const char other_separator = locale.decimal_separator == ',' ? '.' : ',';
   if (TextToReal(text, locale) != reading.value) {
-    return Message::Text("stores %1: a whole number is needed").With(RealToText(reading.value, locale));
+    return Message::Of("stores %1: a whole number is needed").With(RealToText(reading.value, locale));
   }
   if (text.find(other_separator) != std::string_view::npos) {
-    return Message::Text("stores %1").With(RealToText(reading.value, locale));
+    return Message::Of("stores %1").With(RealToText(reading.value, locale));
   }
   return {};
 }

@@ -197,15 +197,15 @@ Message RangeText(Range range) {
     case Range::kAny:
       return {};
     case Range::kNotBelowZero:
-      return Message::Text("must be 0 or more");
+      return Message::Of("must be 0 or more");
     case Range::kAboveZero:
-      return Message::Text("must be above 0");
+      return Message::Of("must be above 0");
     case Range::k1To300:
-      return Message::Text("must be 1 through 300");
+      return Message::Of("must be 1 through 300");
     case Range::k0To3600:
-      return Message::Text("must be 0 through 3600");
+      return Message::Of("must be 0 through 3600");
     case Range::k1To65535:
-      return Message::Text("must be 1 through 65535");
+      return Message::Of("must be 1 through 65535");
   }
   return {};
 }

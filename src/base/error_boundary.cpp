@@ -11,23 +11,23 @@ Message Describe(const std::exception_ptr& error) {
   try {
     std::rethrow_exception(error);
   } catch (const RunTimeError& run_time_error) {
-    return Message::Text("%1 (error %2)").With(run_time_error.message(), static_cast<int>(run_time_error.number()));
+    return Message::Of("%1 (error %2)").With(run_time_error.message(), static_cast<int>(run_time_error.number()));
   } catch (const std::exception& other) {
     return std::string(other.what());
   } catch (...) {
-    return Message::Text("unknown error");
+    return Message::Of("unknown error");
   }
 }
 
 }  // namespace
 
-void ErrorBoundary::Report(Message::Text doing, const std::exception_ptr& error) {
-  status_ = Message::Text("Error while %1: %2").With(doing, Describe(error));
+void ErrorBoundary::Report(Phrase doing, const std::exception_ptr& error) {
+  status_ = Message::Of("Error while %1: %2").With(doing, Describe(error));
   const std::string text = status_.English();
   if (standing_[doing.english()].IsNews(text)) events_.Record(text);
 }
 
-void ErrorBoundary::Succeeded(Message::Text doing) {
+void ErrorBoundary::Succeeded(Phrase doing) {
   const auto standing = standing_.find(std::string_view(doing.english()));
   if (standing == standing_.end()) return;
   if (status_.English() == standing->second.standing()) status_.clear();

@@ -20,13 +20,13 @@ class ErrorBoundary {
 
   /// Reports `error`, which happened while `doing`, "polling the unit". An error that recurs each cycle is listed
   /// once, until `Succeeded` is called.
-  void Report(Message::Text doing, const std::exception_ptr& error);
+  void Report(Phrase doing, const std::exception_ptr& error);
   /// The same work succeeded: an earlier error message is cleared from the status line.
-  void Succeeded(Message::Text doing);
+  void Succeeded(Phrase doing);
 
   /// Runs `work`, which is complete when it returns, and reports its failure or success.
   template <typename Work>
-  void RunToEnd(Message::Text doing, Work work) {
+  void RunToEnd(Phrase doing, Work work) {
     Run(doing, [&] {
       work();
       Succeeded(doing);
@@ -34,7 +34,7 @@ class ErrorBoundary {
   }
   /// Runs `work`, which may continue after it returns, and reports what it throws.
   template <typename Work>
-  void Run(Message::Text doing, Work work) {
+  void Run(Phrase doing, Work work) {
     try {
       work();
     } catch (...) {

@@ -28,8 +28,8 @@ bool Message::operator==(const Message& other) const {
 Message Joined(Message first, std::string_view separator, Message second) {
   if (first.empty()) return second;
   if (second.empty()) return first;
-  constexpr Message::Text kList{"%1%2%3"};  // the same everywhere
-  return kList.With(std::move(first), separator, std::move(second));
+  constexpr const char* kList = "%1%2%3";  // the same in every language
+  return Message::Of(kList).With(std::move(first), separator, std::move(second));
 }
 
 }  // namespace orvalis

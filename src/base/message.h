@@ -9,35 +9,35 @@
 
 namespace orvalis {
 
-/// Gives a text of `Message` in a person's language. An empty one is English.
+/// Gives a phrase in a person's language. An empty one is English.
 using Language = std::function<std::string(const char* english)>;
 
+class Message;
+
+/// A text of the program in English, with %1 to %9 for what goes in: always a whole sentence, because languages order
+/// their words differently. Made by `Message::Of`.
+class Phrase {
+ public:
+  /// Each of `parts` is a message, a text as it is, or a whole number.
+  template <typename... Parts>
+  [[nodiscard]] Message With(Parts&&... parts) const;
+  [[nodiscard]] constexpr const char* english() const { return english_; }
+
+ private:
+  friend class Message;
+  explicit constexpr Phrase(const char* english) : english_(english) {}
+
+  const char* english_;
+};
+
 /// What the program tells people. Interfaces, logs and the event list take it in English, windows in their language.
-///
-/// Always a whole sentence, because languages order their words differently: a text with %1 to %9, and what goes in
-/// their places.
 class Message {
  public:
-  /// A text of the program. Written as `Message::Text("…")`, everywhere and always with a literal: that is where the
-  /// translations are collected from.
-  class Text {
-   public:
-    explicit constexpr Text(const char* english) : english_(english) {}
-    [[nodiscard]] constexpr const char* english() const { return english_; }
-    /// Each of `parts` is a message, a text as it is, or a whole number.
-    template <typename... Parts>
-    [[nodiscard]] Message With(Parts&&... parts) const {
-      Message message(*this);
-      (message.parts_.push_back(Part(std::forward<Parts>(parts))), ...);
-      return message;
-    }
-
-   private:
-    const char* english_;
-  };
+  /// Written in full everywhere, and with a literal: what stands in `Message::Of("…")` is collected for translation.
+  [[nodiscard]] static constexpr Phrase Of(const char* english) { return Phrase(english); }
 
   Message() = default;
-  Message(Text text) : english_(text.english()) {}  // NOLINT(google-explicit-constructor)
+  Message(Phrase phrase) : english_(phrase.english()) {}  // NOLINT(google-explicit-constructor)
   /// A text that is not the program's own, such as a path or what the system says: the same in every language.
   Message(std::string as_it_is) : as_it_is_(std::move(as_it_is)) {}  // NOLINT(google-explicit-constructor)
 
@@ -50,8 +50,9 @@ class Message {
   [[nodiscard]] bool operator==(const Message& other) const;
 
  private:
+  friend class Phrase;
   static Message Part(Message part) { return part; }
-  static Message Part(Text part) { return part; }
+  static Message Part(Phrase part) { return part; }
   static Message Part(std::string part) { return part; }
   static Message Part(std::string_view part) { return std::string(part); }
   static Message Part(const char* part) { return std::string(part); }
@@ -61,6 +62,13 @@ class Message {
   std::string as_it_is_;
   std::vector<Message> parts_;
 };
+
+template <typename... Parts>
+Message Phrase::With(Parts&&... parts) const {
+  Message message(*this);
+  (message.parts_.push_back(Message::Part(std::forward<Parts>(parts))), ...);
+  return message;
+}
 
 /// "first; second", with that separator; one of the two alone if the other is empty.
 [[nodiscard]] Message Joined(Message first, std::string_view separator, Message second);

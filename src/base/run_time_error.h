@@ -36,7 +36,7 @@ class RunTimeError : public std::runtime_error {
   /// For what windows show translated; `what` is English.
   RunTimeError(Number number, Message message)
       : std::runtime_error(message.English()), number_(number), message_(std::move(message)) {}
-  RunTimeError(Number number, Message::Text text) : RunTimeError(number, Message(text)) {}
+  RunTimeError(Number number, Phrase text) : RunTimeError(number, Message(text)) {}
 
   [[nodiscard]] Number number() const { return number_; }
   [[nodiscard]] const Message& message() const { return message_; }

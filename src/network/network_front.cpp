@@ -148,10 +148,10 @@ void NetworkFront::Open() {
   } catch (const RunTimeError& error) {
     const Message why =
         error.number() == RunTimeError::kPortInUse
-            ? Message(Message::Text(
-                  "another program has the port. A second Orvalis needs a profile with a port of its own"))
+            ? Message(
+                  Message::Of("another program has the port. A second Orvalis needs a profile with a port of its own"))
             : error.message();
-    trouble_ = Message::Text("Cannot serve the network on %1: %2. It is tried again every minute").With(Place(), why);
+    trouble_ = Message::Of("Cannot serve the network on %1: %2. It is tried again every minute").With(Place(), why);
     if (const std::string text = trouble_.English(); server_trouble_.IsNews(text)) parts_.record(text);
     parts_.complain(trouble_);
   }
@@ -170,7 +170,7 @@ void NetworkFront::OpenDiscovery() {
     discovery_trouble_.Mended();
     trouble_.clear();
   } catch (const RunTimeError& error) {
-    trouble_ = Message::Text("Clients cannot find the program by themselves: %1").With(error.message());
+    trouble_ = Message::Of("Clients cannot find the program by themselves: %1").With(error.message());
     if (const std::string text = trouble_.English(); discovery_trouble_.IsNews(text)) parts_.record(text);
   }
 }

@@ -78,38 +78,38 @@ std::optional<double> ParseCoordinate(std::string_view text, Axis axis) {
 SunText DescribeSun(const Place& place, std::int64_t utc, const Clock& clock, const Language& language) {
   const double altitude = SunAltitude(place, utc);
   const Night night = NightAt(place, utc);
-  const auto at = [&](Message::Text name, const std::optional<std::int64_t>& time) -> Message {
+  const auto at = [&](Phrase name, const std::optional<std::int64_t>& time) -> Message {
     constexpr std::int64_t kHalfMinute = 30'000;
     if (!time) return {};
     return name.With(clock.style().hour_and_minute(clock.LocalAt(*time + kHalfMinute)));
   };
-  const Message dusk = at(Message::Text("dusk %1"), night.dusk);
-  const Message dawn = at(Message::Text("dawn %1"), night.dawn);
+  const Message dusk = at(Message::Of("dusk %1"), night.dusk);
+  const Message dawn = at(Message::Of("dawn %1"), night.dawn);
   const bool up = altitude > kHorizonDegrees;
   const bool at_horizon = std::abs(altitude - kHorizonDegrees) < 1;
   const std::string degrees = FormatFixed(std::abs(altitude), 0);
-  Message line = at_horizon ? Message::Text("Sun on the horizon")
-                 : up       ? Message::Text("Sun %1° above the horizon").With(degrees)
-                            : Message::Text("Sun %1° below the horizon").With(degrees);
+  Message line = at_horizon ? Message::Of("Sun on the horizon")
+                 : up       ? Message::Of("Sun %1° above the horizon").With(degrees)
+                            : Message::Of("Sun %1° below the horizon").With(degrees);
   const auto add = [&](const Message& more) { line = Joined(line, ", ", more); };
 
   const bool extreme = !night.sunset && !night.sunrise;
-  if (extreme) add(up ? Message::Text("it does not set") : Message::Text("it does not rise"));
+  if (extreme) add(up ? Message::Of("it does not set") : Message::Of("it does not rise"));
   if (night.dusk || night.dawn) {
     add(dusk);
     add(dawn);
   } else if (!extreme || !up) {
     // Neither: always dark, or never. Where it does not set, that says enough.
-    add(altitude < kDarkDegrees ? Message::Text("dark all day") : Message::Text("no full darkness"));
+    add(altitude < kDarkDegrees ? Message::Of("dark all day") : Message::Of("no full darkness"));
   }
   Message times;
   for (const Message& time :
-       {at(Message::Text("sunset %1"), night.sunset), dusk, dawn, at(Message::Text("sunrise %1"), night.sunrise)}) {
+       {at(Message::Of("sunset %1"), night.sunset), dusk, dawn, at(Message::Of("sunrise %1"), night.sunrise)}) {
     times = Joined(times, ", ", time);
   }
-  if (!times.empty()) times = Message::Text("Next %1.").With(times);
+  if (!times.empty()) times = Message::Of("Next %1.").With(times);
   const Message meaning =
-      Message::Text("Between dusk and dawn the sun is 18° or more below the horizon, and the sky as dark as it gets.");
+      Message::Of("Between dusk and dawn the sun is 18° or more below the horizon, and the sky as dark as it gets.");
   return {.line = line.In(language), .meaning = Joined(times, " ", meaning).In(language)};
 }
 

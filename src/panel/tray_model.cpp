@@ -10,7 +10,7 @@ std::optional<TrayMessage> TrayModel::Take(const VerdictBanner& banner, const La
   if (!before || *before == safe) return std::nullopt;
   // While it waits to be safe again the banner's word is of what will be.
   TrayMessage message{
-      .safe = safe, .title = safe ? banner.word : Message(Message::Text("UNSAFE")).In(language), .text = {}};
+      .safe = safe, .title = safe ? banner.word : Message(Message::Of("UNSAFE")).In(language), .text = {}};
   for (const std::string& explanation : banner.explanations) {
     // The unit and the program often have the same reason.
     if (message.text.find(explanation) != std::string::npos) continue;

@@ -43,12 +43,12 @@ void Split(const Case& c, const TimeOfDay& when, VerdictBanner& banner) {
   banner.reason = c.Say(FirstReason(c.now, when));
   switch (banner.state) {
     case State::kSafe:
-      banner.word = c.Say(Message::Text("SAFE"));
+      banner.word = c.Say(Message::Of("SAFE"));
       break;
     case State::kSafeDemo:
-      banner.word = c.Say(Message::Text("SAFE (demo)"));
-      banner.reason = c.Say(Message::Text("the values are simulated"));
-      banner.text = c.Say(Message::Text("SAFE - demo mode: the values are simulated"));
+      banner.word = c.Say(Message::Of("SAFE (demo)"));
+      banner.reason = c.Say(Message::Of("the values are simulated"));
+      banner.text = c.Say(Message::Of("SAFE - demo mode: the values are simulated"));
       break;
     case State::kSafeSoon:
       // "SAFE" alone would be taken for the verdict by whoever reads it from a distance.
@@ -56,11 +56,11 @@ void Split(const Case& c, const TimeOfDay& when, VerdictBanner& banner) {
         banner.word = banner.text;
         banner.reason.clear();
       } else {
-        banner.word = c.Say(Message::Text("SAFE soon"));
+        banner.word = c.Say(Message::Of("SAFE soon"));
       }
       break;
     case State::kUnsafe:
-      banner.word = c.Say(Message::Text("UNSAFE"));
+      banner.word = c.Say(Message::Of("UNSAFE"));
       break;
   }
 }
@@ -71,24 +71,24 @@ Message Rest(const Case& c, std::size_t reasons) {
   const bool current = now.source != ReadingSource::kNone;
   if (now.age && (now.verdict.safe || !current)) {
     const std::string at = c.times.ToTheSecond(now.time - now.age->count());
-    return current ? Message::Text("reading at %1").With(at) : Message::Text("last reading at %1").With(at);
+    return current ? Message::Of("reading at %1").With(at) : Message::Of("last reading at %1").With(at);
   }
   if (reasons < 2) return {};
-  return reasons == 2 ? Message::Text("1 more reason") : Message::Text("%1 more reasons").With(reasons - 1);
+  return reasons == 2 ? Message::Of("1 more reason") : Message::Of("%1 more reasons").With(reasons - 1);
 }
 
 Message SinceText(const Case& c, const VerdictBanner& banner) {
   const Observation& now = c.now;
   const bool alone = banner.explanations.size() == 1;  // what a person wants is named after what the sky does
   if (banner.forced) {
-    return alone ? Message::Text("release it under \"Verdict\"")
-                 : Message::Text("also forced by hand, release it under \"Verdict\"");
+    return alone ? Message::Of("release it under \"Verdict\"")
+                 : Message::Of("also forced by hand, release it under \"Verdict\"");
   }
-  if (banner.testing && !alone) return Message::Text("also %1").With(Explain(Reason::kForced, now));
+  if (banner.testing && !alone) return Message::Of("also %1").With(Explain(Reason::kForced, now));
   // Not the clock's time when it began: the clock may have been set since.
   const std::string began = c.times.ToTheMinute(now.time - now.verdict.lasted.count());
   const Message since =
-      now.verdict.safe ? Message::Text("safe since %1").With(began) : Message::Text("unsafe since %1").With(began);
+      now.verdict.safe ? Message::Of("safe since %1").With(began) : Message::Of("unsafe since %1").With(began);
   return Joined(since, ", ", Rest(c, banner.explanations.size()));
 }
 

@@ -32,7 +32,7 @@ UploadTurn ReadingsUpload::Send(Trigger trigger, Permission permission) {
     return refusal->reading_missing ? UploadTurn::kStillDue : UploadTurn::kTaken;
   }
   if (AccountMissing()) {
-    Show({.text = Message::Text("the station ID or the password is still the placeholder; enter your own")}, trigger);
+    Show({.text = Message::Of("the station ID or the password is still the placeholder; enter your own")}, trigger);
     return UploadTurn::kTaken;
   }
   sent_once_ = permission == Permission::kOnce;
@@ -42,7 +42,7 @@ UploadTurn ReadingsUpload::Send(Trigger trigger, Permission permission) {
 
 void ReadingsUpload::Begin(const Prepared& request) {
   if (under_way_) Abort("previous upload aborted: the next one is due");
-  parts_.boxes.BeginExchange(Message::Text("Request sent %1").With(parts_.clock.style().time(parts_.clock.LocalNow())),
+  parts_.boxes.BeginExchange(Message::Of("Request sent %1").With(parts_.clock.style().time(parts_.clock.LocalNow())),
                              request.shown);
   shows_sent_ = true;
   under_way_ = true;
@@ -83,7 +83,7 @@ std::variant<ReadingsUpload::Prepared, ReadingsUpload::Refusal> ReadingsUpload::
       return Refusal{.text = why, .reading_missing = true};
     }
     if (parts_.weather.from_demo && trigger == Trigger::kSchedule) {
-      return Refusal{.text = Message::Text("demo values are not uploaded; \"Test Server\" sends them anyway")};
+      return Refusal{.text = Message::Of("demo values are not uploaded; \"Test Server\" sends them anyway")};
     }
     const CivilTime now = parts_.clock.UtcNow();
     const auto query = [&](std::string_view password) {
@@ -101,9 +101,9 @@ std::variant<ReadingsUpload::Prepared, ReadingsUpload::Refusal> ReadingsUpload::
 }
 
 Message ReadingsUpload::MissingReading() const {
-  if (parts_.panel.stale) return Message::Text("no current reading");
-  if (!parts_.weather.ambient_known) return Message::Text("the ambient temperature is not known");
-  if (!AllFinite(parts_.weather)) return Message::Text("a value is not a number");
+  if (parts_.panel.stale) return Message::Of("no current reading");
+  if (!parts_.weather.ambient_known) return Message::Of("the ambient temperature is not known");
+  if (!AllFinite(parts_.weather)) return Message::Of("a value is not a number");
   return {};
 }
 
@@ -118,16 +118,16 @@ void ReadingsUpload::Preview() {
   shows_sent_ = false;
   const auto prepared = Prepare(Trigger::kUser);
   if (const auto* refusal = std::get_if<Refusal>(&prepared)) {
-    parts_.boxes.ShowRequest(Message::Text("Nothing would be sent now: %1").With(refusal->text), "");
+    parts_.boxes.ShowRequest(Message::Of("Nothing would be sent now: %1").With(refusal->text), "");
     return;
   }
-  Message caption = allowed ? Message::Text("Request as it would be sent now")
-                            : Message::Text("Request as it would be sent now if uploads were enabled");
+  Message caption = allowed ? Message::Of("Request as it would be sent now")
+                            : Message::Of("Request as it would be sent now if uploads were enabled");
   if (AccountMissing()) {
-    caption = Joined(caption, ", ", Message::Text("once you have entered the ID and the password"));
+    caption = Joined(caption, ", ", Message::Of("once you have entered the ID and the password"));
   }
   if (parts_.weather.from_demo) {
-    caption = Joined(caption, ", ", Message::Text("by \"Test Server\" only: demo values"));
+    caption = Joined(caption, ", ", Message::Of("by \"Test Server\" only: demo values"));
   }
   parts_.boxes.ShowRequest(std::move(caption), std::get<Prepared>(prepared).shown);
 }

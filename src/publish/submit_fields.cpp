@@ -17,10 +17,10 @@ bool IsPrompt(std::string_view key, std::string_view text) {
 }
 
 Message Remark(const SubmitText& box, std::string_view text) {
-  if (IsPrompt(box.key, text)) return Message::Text("Enter your own: this placeholder is never sent");
+  if (IsPrompt(box.key, text)) return Message::Of("Enter your own: this placeholder is never sent");
   if (!box.in_query || text.find_first_of(kQueryMarks) == std::string_view::npos) return {};
   // Naming the character would reveal part of a password.
-  return Message::Text("Sent as is: the service may misread a blank, \"&\", \"%\", \"+\" or \"#\" in it");
+  return Message::Of("Sent as is: the service may misread a blank, \"&\", \"%\", \"+\" or \"#\" in it");
 }
 
 }  // namespace orvalis

@@ -45,8 +45,8 @@ class ScheduledUpload {
 class UploadSchedule {
  public:
   struct Names {
-    Message::Text doing;            ///< for a person: "publishing the readings"
-    Message::Text storing;          ///< and "storing the readings interval"
+    Phrase doing;                   ///< for a person: "publishing the readings"
+    Phrase storing;                 ///< and "storing the readings interval"
     std::string_view index_key;     ///< stores the selected row
     std::string_view interval_key;  ///< stores the row's text
   };

@@ -9,6 +9,8 @@
 namespace orvalis {
 namespace {
 
+constexpr auto kPortTooHigh = Message::Of("the port in the URL is above %1");
+
 /// The number in `text`, or 0 when it is not a number.
 std::int16_t ReadPort(std::string_view text) {
   std::int32_t number = 0;
@@ -20,8 +22,7 @@ std::int16_t ReadPort(std::string_view text) {
     beyond = error.number() == RunTimeError::kOverflow;
   }
   if (beyond) {
-    throw RunTimeError(RunTimeError::kOverflow,
-                       Message::Text("the port in the URL is above %1").With(std::numeric_limits<std::int16_t>::max()));
+    throw RunTimeError(RunTimeError::kOverflow, kPortTooHigh.With(std::numeric_limits<std::int16_t>::max()));
   }
   return static_cast<std::int16_t>(number);
 }

@@ -40,7 +40,7 @@ void RefuseControlCharacters(const Settings& settings) {
     if (!HasControlCharacter(*text)) continue;
     throw RunTimeError(
         RunTimeError::kInvalidCall,
-        Message::Text("there is a control character in the webcam's name, the password or the webcam server"));
+        Message::Of("there is a control character in the webcam's name, the password or the webcam server"));
   }
 }
 
@@ -83,22 +83,22 @@ std::string TransferScript(const PictureFolder& folder, const Settings& settings
 
 FtpUpload BuiltInUpload(const PictureFolder& folder, const Settings& settings) {
   RefuseControlCharacters(settings);
-  const auto refuse = [](Message::Text why) { throw RunTimeError(RunTimeError::kInvalidCall, why); };
+  const auto refuse = [](Phrase why) { throw RunTimeError(RunTimeError::kInvalidCall, why); };
   if (IsPrompt("g_sWEBcam_name", settings.g_sWEBcam_name) || IsPrompt("g_sPWS_password", settings.g_sPWS_password))
-    refuse(Message::Text("the webcam name or the password is still the placeholder; enter your own"));
+    refuse(Message::Of("the webcam name or the password is still the placeholder; enter your own"));
   std::string server = settings.g_sWEBcam_site;
   const std::size_t host_begin = server.find("://") == std::string::npos ? 0 : server.find("://") + 3;
   // Without a trailing "/" a port would be taken as part of the host.
   if (server.find('/', host_begin) == std::string::npos) server += '/';
   const UrlRecord url = SplitUrl(server);
-  if (!url.scheme.empty() && url.scheme != "ftp") refuse(Message::Text("the webcam server is not an FTP address"));
-  if (url.host.empty()) refuse(Message::Text("the webcam server is missing"));
+  if (!url.scheme.empty() && url.scheme != "ftp") refuse(Message::Of("the webcam server is not an FTP address"));
+  if (url.host.empty()) refuse(Message::Of("the webcam server is missing"));
   if (url.host.find_first_of(" @?#[]\\") != std::string::npos) {
-    refuse(Message::Text(
+    refuse(Message::Of(
         "the webcam server contains an invalid character; enter the name and the password in their own fields"));
   }
   const bool names_port = server[host_begin + url.host.size()] == ':';
-  if (names_port && url.port <= 0) refuse(Message::Text("the port of the webcam server is not a valid port number"));
+  if (names_port && url.port <= 0) refuse(Message::Of("the port of the webcam server is not a valid port number"));
   FtpUpload upload{.host = url.host, .folder = url.path, .name = std::string(kPicture)};
   if (names_port) upload.port = static_cast<std::uint16_t>(url.port);
   if (upload.folder.back() != '/') upload.folder += '/';

@@ -71,8 +71,8 @@ bool BlockAverages::Take(const SensorFrame& frame, std::size_t slot, Samples& sa
 Message AveragingCountComplaint(std::int32_t count) {
   if (BlockAverages::Allows(count)) return {};
   return Message::
-      Text("The setting \"TempsAvgCount\" is %1 but must be 1 to %2; until it is corrected the ambient temperature is "
-           "unknown")
+      Of("The setting \"TempsAvgCount\" is %1 but must be 1 to %2; until it is corrected the ambient temperature is "
+         "unknown")
           .With(count, BlockAverages::kMaxSamples);
 }
 

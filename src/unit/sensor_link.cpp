@@ -27,12 +27,12 @@ constexpr seconds kLongestRunDry{60};
 /// The unit takes a reading before it answers.
 constexpr milliseconds kAnswerPause{80};
 
+constexpr auto kClosed = Message::Of("the port was closed");
 constexpr std::string_view kWake = "#";
 constexpr std::string_view kAcknowledge = "\x06";
 constexpr std::string_view kGreeting = "W";
 constexpr std::string_view kProceed = "p";
 constexpr std::string_view kCommandMark = ":";
-constexpr auto kClosed = Message::Text("the port was closed");
 constexpr std::string_view kFrameRequest = "F";
 
 }  // namespace
@@ -69,13 +69,13 @@ Task<> SensorLink::Connect(std::optional<std::string> port) {
   connecting_.reset();
   if (failure.empty()) {
     loss_.reset();
-    status_ = Message::Text("Connected to %1").With(port_.Port());
+    status_ = Message::Of("Connected to %1").With(port_.Port());
     events_.Record("connected to " + port_.Port());
     co_return;
   }
   port_.SetConnected(false);
   if (!lost_reason_.empty()) failure = lost_reason_;
-  status_ = Message::Text("Cannot connect: %1").With(failure);
+  status_ = Message::Of("Cannot connect: %1").With(failure);
   events_.Record("connect failed: " + failure.English());
 }
 
@@ -99,12 +99,12 @@ Task<Message> SensorLink::Greet(const std::string& port) {
     const SerialPort::Received answer = co_await ReceiveCounted(port_, kGreeting.size());
     if (Over(session)) co_return kClosed;
     if (answer.outcome != SerialPort::Outcome::kComplete) {
-      co_return Message::Text(
+      co_return Message::Of(
           "no answer from the unit on %1 within 4 seconds; check its power, the cable, and whatever may delay the line")
           .With(port_.Port());
     }
     if (answer.text != kGreeting) {
-      co_return Message::Text("what answers on %1 is not the unit; check the port in the setup").With(port_.Port());
+      co_return Message::Of("what answers on %1 is not the unit; check the port in the setup").With(port_.Port());
     }
   } while (!questions_.GreetingCame());
   if (!co_await Proceed()) co_return kClosed;
@@ -117,16 +117,16 @@ Task<Message> SensorLink::Greet(const std::string& port) {
   const bool prompt = loop_.TickCount() - greeted_at <= milliseconds(kPromptConnect).count();
   if (result == FrameResult::kComplete && !prompt) {
     if (!co_await LineRunsDry()) {
-      co_return Over(session) ? Message(kClosed) : Message::Text("old answers keep coming on %1").With(port_.Port());
+      co_return Over(session) ? Message(kClosed) : Message::Of("old answers keep coming on %1").With(port_.Port());
     }
     result = co_await AskForFrame(frame, kCharacterPause);
     if (result == FrameResult::kIncomplete) {
-      co_return Message::Text("the line to %1 delays the unit's answers").With(port_.Port());
+      co_return Message::Of("the line to %1 delays the unit's answers").With(port_.Port());
     }
   }
   if (result == FrameResult::kEnded) co_return kClosed;
   if (result == FrameResult::kIncomplete) {
-    co_return Message::Text("the unit on %1 greeted, but its first frame was not complete").With(port_.Port());
+    co_return Message::Of("the unit on %1 greeted, but its first frame was not complete").With(port_.Port());
   }
   questions_.BeginSession();  // the polling has yet to prove the line
   options_.TakeFrom(frame);
@@ -170,7 +170,7 @@ void SensorLink::Disconnect() {
   loss_.reset();
   const bool was_connected = port_.Connected();
   port_.SetConnected(false);
-  status_ = Message::Text("Disconnected");
+  status_ = Message::Of("Disconnected");
   if (was_connected) events_.Record("disconnected");
 }
 
@@ -287,9 +287,8 @@ void SensorLink::ReportLate(std::int64_t took) {
   const std::string seconds = FormatFixed(static_cast<double>(took) / 1000, 1);
   const bool again = late_answers_ > 0;
   late_status_ =
-      again
-          ? Message::Text("The line delays the unit's answers by %1 seconds: none is used").With(seconds)
-          : Message::Text("An answer from the unit came %1 seconds after its request and was discarded").With(seconds);
+      again ? Message::Of("The line delays the unit's answers by %1 seconds: none is used").With(seconds)
+            : Message::Of("An answer from the unit came %1 seconds after its request and was discarded").With(seconds);
   status_ = late_status_;
   if (++late_answers_ <= 2) events_.Record("late: " + late_status_.English());
 }
@@ -346,7 +345,7 @@ void SensorLink::HandleLost(const std::string& reason) {
   if (!again) loss_ = {.port = port_.Port(), .session = session_, .chosen = PortName()};
   // A connect that is under way notices the closed port and reports the failure itself.
   if (connecting_) return;
-  status_ = Message::Text("Connection lost: %1").With(reason);
+  status_ = Message::Of("Connection lost: %1").With(reason);
   events_.Record("lost: " + reason);
 }
 

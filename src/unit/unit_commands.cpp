@@ -26,7 +26,7 @@ constexpr UnitCommand OnOff(const char* letters, bool UnitOptions::*option,
                             bool (*reported)(const UnitOptions&) = Always) {
   return {letters, Form::kOnOff, option, reported, nullptr};
 }
-constexpr UnitCommand Number(const char* letters, Form form, std::string_view key, Message::Text takes,
+constexpr UnitCommand Number(const char* letters, Form form, std::string_view key, Phrase takes,
                              std::int32_t (*setting)(const Settings&)) {
   return {letters, form, nullptr, nullptr, setting, key, takes};
 }
@@ -40,23 +40,23 @@ constexpr std::array<UnitCommand, kUnitCommandCount> kCommands{{
     OnOff("AX", &UnitOptions::allow_clouds),
     OnOff("AL", &UnitOptions::allow_light),
     OnOff("AW", &UnitOptions::allow_wind),
-    Number("Sh", Form::kThreeDigits, "TPTempHysteresis", Message::Text("three digits, of tenths"),
+    Number("Sh", Form::kThreeDigits, "TPTempHysteresis", Message::Of("three digits, of tenths"),
            [](const Settings& s) { return Whole(s.TPTempHysteresis * 10); }),
-    Number("ST", Form::kThreeDigits, "RainOnTime", Message::Text("three digits"),
+    Number("ST", Form::kThreeDigits, "RainOnTime", Message::Of("three digits"),
            [](const Settings& s) { return s.RainOnTime; }),
-    Number("SW", Form::kThreeDigits, "WindThreshold", Message::Text("three digits"),
+    Number("SW", Form::kThreeDigits, "WindThreshold", Message::Of("three digits"),
            [](const Settings& s) { return s.WindThreshold; }),
-    Number("SR", Form::kThreeDigits, "RainThreshold", Message::Text("three digits"),
+    Number("SR", Form::kThreeDigits, "RainThreshold", Message::Of("three digits"),
            [](const Settings& s) { return s.RainThreshold; }),
-    Number("SX", Form::kSignAndThreeDigits, "CloudsThreshold", Message::Text("a sign and three digits"),
+    Number("SX", Form::kSignAndThreeDigits, "CloudsThreshold", Message::Of("a sign and three digits"),
            [](const Settings& s) { return Whole(s.CloudsThreshold); }),
-    Number("SL", Form::kThreeDigits, "LightThreshold", Message::Text("three digits"),
+    Number("SL", Form::kThreeDigits, "LightThreshold", Message::Of("three digits"),
            [](const Settings& s) { return s.LightThreshold; }),
-    Number("SC", Form::kTwoDigits, "FullCloudyDegC", Message::Text("two digits"),
+    Number("SC", Form::kTwoDigits, "FullCloudyDegC", Message::Of("two digits"),
            [](const Settings& s) { return s.FullCloudyDegC; }),
-    Number("SM", Form::kOneDigit, "WindMultiplier", Message::Text("one digit"),
+    Number("SM", Form::kOneDigit, "WindMultiplier", Message::Of("one digit"),
            [](const Settings& s) { return s.WindMultiplier; }),
-    Number("Sd", Form::kThreeDigits, "WindTimer", Message::Text("three digits"),
+    Number("Sd", Form::kThreeDigits, "WindTimer", Message::Of("three digits"),
            [](const Settings& s) { return s.WindTimer; }),
 }};
 
@@ -100,7 +100,7 @@ Message UnitCommand::CutText(std::int32_t value) const {
   if (form == Form::kOnOff) return {};
   const std::string sent = Encode(value).substr(kMarkAndLetters);
   if (Received(value) == value) return {};
-  return Message::Text("the unit gets %1 (it takes %2)").With(sent, takes);
+  return Message::Of("the unit gets %1 (it takes %2)").With(sent, takes);
 }
 
 std::span<const UnitCommand, kUnitCommandCount> UnitCommands() { return kCommands; }

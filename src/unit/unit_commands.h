@@ -42,7 +42,7 @@ struct UnitCommand {
   bool (*reported)(const UnitOptions& options);       ///< for kOnOff: whether a frame reports the switch
   std::int32_t (*setting)(const Settings& settings);  ///< for the numbers
   std::string_view key = {};                          ///< the setting's name
-  Message::Text takes = Message::Text("");            ///< what the command can carry, for a person: "three digits"
+  Phrase takes = Message::Of("");                     ///< what the command can carry, for a person: "three digits"
 
   [[nodiscard]] std::int32_t Value(const Settings& settings, const UnitOptions& options) const;
   /// The characters to transmit for `value`, one at a time. Excess digits are cut off.

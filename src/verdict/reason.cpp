@@ -20,16 +20,16 @@ constexpr std::array<std::string_view, kReasonCount> kNames{
 };
 
 // As the names.
-constexpr std::array<Message::Text, kReasonCount> kInWords{
-    Message::Text("no connection"), Message::Text("no reading"),
-    Message::Text("stale"),         Message::Text("damaged reading"),
-    Message::Text("demo"),          Message::Text("unit alarm"),
-    Message::Text("rain"),          Message::Text("wind"),
-    Message::Text("clouds"),        Message::Text("light"),
-    Message::Text("relay off"),     Message::Text("settings pending"),
-    Message::Text("settings lost"), Message::Text("unknown temperature"),
-    Message::Text("forced"),        Message::Text("stopping"),
-    Message::Text("hold"),
+constexpr std::array<Phrase, kReasonCount> kInWords{
+    Message::Of("no connection"), Message::Of("no reading"),
+    Message::Of("stale"),         Message::Of("damaged reading"),
+    Message::Of("demo"),          Message::Of("unit alarm"),
+    Message::Of("rain"),          Message::Of("wind"),
+    Message::Of("clouds"),        Message::Of("light"),
+    Message::Of("relay off"),     Message::Of("settings pending"),
+    Message::Of("settings lost"), Message::Of("unknown temperature"),
+    Message::Of("forced"),        Message::Of("stopping"),
+    Message::Of("hold"),
 };
 
 }  // namespace

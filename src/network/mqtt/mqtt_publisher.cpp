@@ -51,7 +51,7 @@ void MqttPublisher::Apply(const Settings& settings, const Station& station) {
     wanted->access.will = Availability(false, station, wanted->topics.availability);
     if (settings.MqttHost.empty()) {
       wanted.reset();
-      idle_ = Message::Text("MQTT publishes nothing: no broker is named");
+      idle_ = Message::Of("MQTT publishes nothing: no broker is named");
     }
   }
   if (wanted == wanted_) return;
@@ -256,13 +256,13 @@ std::string MqttPublisher::Place() const { return wanted_->access.host + ":" + s
 
 Message MqttPublisher::status() const {
   if (!idle_.empty()) return idle_;
-  if (!wanted_) return Message::Text("MQTT is off");
+  if (!wanted_) return Message::Of("MQTT is off");
   if (state_ == State::kOnline) {
     const std::string& topic = wanted_->topics.availability;
-    return Message::Text("publishing to %1, topics %2/…").With(Place(), topic.substr(0, topic.rfind('/')));
+    return Message::Of("publishing to %1, topics %2/…").With(Place(), topic.substr(0, topic.rfind('/')));
   }
-  if (!trouble_.empty()) return Message::Text("nothing is published: %1").With(trouble_);
-  return Message::Text("connecting to %1").With(Place());
+  if (!trouble_.empty()) return Message::Of("nothing is published: %1").With(trouble_);
+  return Message::Of("connecting to %1").With(Place());
 }
 
 void MqttPublisher::Wait(std::chrono::milliseconds delay, void (MqttPublisher::*then)()) {

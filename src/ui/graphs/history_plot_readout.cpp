@@ -9,6 +9,7 @@
 #include "ui/controls/words.h"
 #include "ui/graphs/history_plot.h"
 #include "ui/graphs/local_time_ticker.h"
+#include "verdict/reason.h"
 
 namespace orvalis {
 namespace {

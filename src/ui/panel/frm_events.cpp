@@ -140,7 +140,7 @@ void frmEvents::Save() {
       this, path, [text] { return QByteArray::fromStdString(text); },
       [this, path](const QString& failure) {
         if (failure.isEmpty()) return Say(tr("Saved as %1").arg(path));
-        const Message trouble = Message::Text("Cannot save %1: %2").With(path.toStdString(), failure.toStdString());
+        const Message trouble = Message::Of("Cannot save %1: %2").With(path.toStdString(), failure.toStdString());
         Say(Translated(trouble));
         parts_.report(trouble.English());
       });

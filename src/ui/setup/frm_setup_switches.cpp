@@ -8,6 +8,7 @@
 
 #include "ui/controls/file_pickers.h"
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 #include "ui/setup/frm_setup.h"
 
 namespace orvalis {
