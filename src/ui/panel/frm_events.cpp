@@ -120,8 +120,7 @@ void frmEvents::Copy() {
     return;
   }
   QApplication::clipboard()->setText(QString::fromStdString(EventFile(view_->events(), parts_.style)));
-  const std::size_t count = view_->events().size();
-  Say(tr("Copied %n event(s)", nullptr, static_cast<int>(count)));
+  Say(tr("Copied all that is shown"));
 }
 
 void frmEvents::Save() {
