@@ -2817,7 +2817,7 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>Alarm up &amp;to:</source>
-        <translation>Alarm bis &amp;zu:</translation>
+        <translation>Alarm hö&amp;chstens:</translation>
     </message>
     <message>
         <source>Higher is darker; 1 to 999. The panel says &quot;Dark&quot; above it</source>
