@@ -2800,7 +2800,7 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>The alarm ends this much below the limit, 0.1 to 9.9</source>
-        <translation>Der Alarm endet um so viel unter der Schwelle, 0.1 bis 9.9</translation>
+        <translation>Der Alarm endet um so viel unter der Schwelle, 0,1 bis 9,9</translation>
     </message>
     <message>
         <source>Unit alarms on cloud&amp;s</source>

@@ -1,6 +1,7 @@
 #include "ui/controls/panel_texts.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 #include <algorithm>
 #include <array>
 
@@ -85,6 +86,11 @@ QString SwitchMeaning(std::string_view sign) {
 }
 
 QString ToQString(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+QString DecimalText(double value, int decimals) {
+  const char separator = QLocale().decimalPoint() == "," ? ',' : '.';
+  return ToQString(FormatFixed(value, decimals, {.decimal_separator = separator}));
+}
 
 QString OrDash(const QString& text) { return text.isEmpty() ? QStringLiteral("–") : text; }
 

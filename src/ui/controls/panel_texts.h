@@ -33,6 +33,8 @@ struct BigWordText {
 [[nodiscard]] QString SwitchMeaning(std::string_view sign);
 
 [[nodiscard]] QString ToQString(std::string_view text);
+/// `value` with so many decimals, as the locale writes numbers.
+[[nodiscard]] QString DecimalText(double value, int decimals);
 /// `text`, or a dash when it is empty.
 [[nodiscard]] QString OrDash(const QString& text);
 

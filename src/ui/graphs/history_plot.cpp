@@ -333,7 +333,7 @@ void HistoryPlot::SetLimitLines(const HistoryView& view, TimeRange range, int co
       for (CurvePoint& point : line.points) point.value = ShownValue(quantity, point.value, units_);
     } else {
       const double shown = ShownValue(quantity, limit.value, units_);
-      line.text += " " + ToQString(FormatFixed(shown, DecimalsOf(quantity)));
+      line.text += " " + DecimalText(shown, DecimalsOf(quantity));
       line.points = {{static_cast<double>(range.from), shown}, {static_cast<double>(range.to), shown}};
     }
     lines.push_back(std::move(line));

@@ -18,8 +18,8 @@ constexpr double kMsPerSecond = 1000;
 
 /// A range of values, or the only value.
 QString RangeText(double lowest, double highest, int decimals) {
-  const QString low = ToQString(FormatFixed(lowest, decimals));
-  const QString high = ToQString(FormatFixed(highest, decimals));
+  const QString low = DecimalText(lowest, decimals);
+  const QString high = DecimalText(highest, decimals);
   //: A range of values or of times.
   return low == high ? low : Words::tr("%1 to %2").arg(low, high);
 }
