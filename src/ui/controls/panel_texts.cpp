@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/text.h"
 #include "ui/controls/words.h"
 
 namespace orvalis {
