@@ -136,7 +136,7 @@ void HistoryPlot::ShowReadout() {
 QString HistoryPlot::TimesText(TimeRange times) const {
   const CivilTime from = LocalTime(times.from, zone_);
   const CivilTime to = LocalTime(times.to, zone_);
-  const QString text = ToQString(style_.date(from) + " " + style_.time(from));
+  QString text = ToQString(style_.date(from) + " " + style_.time(from));
   if (times.from == times.to) return text;
   const std::string end = (DayNumber(from) == DayNumber(to) ? "" : style_.date(to) + " ") + style_.time(to);
   return Words::tr("%1 to %2").arg(text, ToQString(end));
