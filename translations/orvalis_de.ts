@@ -1358,6 +1358,46 @@ Bitte den Dateinamen prüfen.</translation>
         <source>the port in the URL is above %1</source>
         <translation>der Port in der URL ist größer als %1</translation>
     </message>
+    <message>
+        <source>no serial port selected</source>
+        <translation>kein serieller Anschluss gewählt</translation>
+    </message>
+    <message>
+        <source>there is no serial port number %1</source>
+        <translation>es gibt keinen seriellen Anschluss mit der Nummer %1</translation>
+    </message>
+    <message>
+        <source>the port %1 does not exist; is the adapter plugged in, and is it the right port?</source>
+        <translation>den Anschluss %1 gibt es nicht; steckt der Adapter, und ist es der richtige Anschluss?</translation>
+    </message>
+    <message>
+        <source>%1 is not a serial port</source>
+        <translation>%1 ist kein serieller Anschluss</translation>
+    </message>
+    <message>
+        <source>the port %1 is in use by another program</source>
+        <translation>der Anschluss %1 wird von einem anderen Programm benutzt</translation>
+    </message>
+    <message>
+        <source>the port %1 cannot be opened: %2</source>
+        <translation>der Anschluss %1 lässt sich nicht öffnen: %2</translation>
+    </message>
+    <message>
+        <source>no permission for the port %1; %2</source>
+        <translation>keine Berechtigung für den Anschluss %1; %2</translation>
+    </message>
+    <message>
+        <source>join the group &quot;%1&quot; (sudo usermod -aG %1 $USER) and log in again</source>
+        <translation>der Gruppe „%1“ beitreten (sudo usermod -aG %1 $USER) und neu anmelden</translation>
+    </message>
+    <message>
+        <source>it belongs to another user&apos;s program; run that program as this user</source>
+        <translation>er gehört zum Programm eines anderen Benutzers; dieses Programm als dieser Benutzer starten</translation>
+    </message>
+    <message>
+        <source>give it to the group &quot;%1&quot; by a file /etc/udev/rules.d/99-serial.rules with the line SUBSYSTEM==&quot;tty&quot;, KERNEL==&quot;%2&quot;, GROUP=&quot;%1&quot;, MODE=&quot;0660&quot;, plug the adapter in again, and %3</source>
+        <translation>ihn der Gruppe „%1“ geben, mit einer Datei /etc/udev/rules.d/99-serial.rules mit der Zeile SUBSYSTEM==&quot;tty&quot;, KERNEL==&quot;%2&quot;, GROUP=&quot;%1&quot;, MODE=&quot;0660&quot;, den Adapter neu einstecken und %3</translation>
+    </message>
 </context>
 <context>
     <name>orvalis::RowsEditor</name>
