@@ -75,6 +75,7 @@ struct PanelModel {
   SunText sun;    ///< empty while no place is set
 
   ConnectControl connect;
+  bool offer_search = false;  ///< connecting failed: the unit may be at another port
   std::string status;  ///< what the program is doing, or what went wrong
   std::vector<StandingMessage> standing;
   bool demo = false;                  ///< the values are simulated

@@ -5,6 +5,7 @@
 
 #include "base/run_time_error.h"
 #include "base/text.h"
+#include "unit/greeting.h"
 
 namespace orvalis {
 namespace {
@@ -12,8 +13,6 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-constexpr int kBitsPerSecond = 9600;
-constexpr seconds kReceiveTimeout{4};
 /// The unit reads its line slowly: every character gets this much time.
 constexpr milliseconds kCharacterPause{20};
 /// An answer that took longer than this is out of date: the line held it back, or the machine slept meanwhile.
@@ -27,9 +26,7 @@ constexpr seconds kLongestRunDry{60};
 /// The unit takes a reading before it answers.
 constexpr milliseconds kAnswerPause{80};
 
-constexpr std::string_view kWake = "#";
-constexpr std::string_view kAcknowledge = "\x06";
-constexpr std::string_view kGreeting = "W";
+constexpr std::string_view kGreeting = kGreetingAnswer;
 constexpr std::string_view kProceed = "p";
 constexpr std::string_view kCommandMark = ":";
 constexpr std::string_view kFrameRequest = "F";
@@ -58,6 +55,7 @@ Task<> SensorLink::Connect(std::optional<std::string> port) {
   connecting_ = LinkState::kConnecting;
   halt_ = false;
   lost_reason_.clear();
+  failure_.clear();
   std::string failure;
   try {
     const std::string name = port ? *port : PortName();
@@ -76,13 +74,12 @@ Task<> SensorLink::Connect(std::optional<std::string> port) {
   if (!lost_reason_.empty()) failure = lost_reason_;
   status_ = "Cannot connect: " + failure;
   events_.Record("connect failed: " + failure);
+  failure_ = failure;
 }
 
 Task<std::string> SensorLink::Greet(const std::string& port) {
   status_ = "Attempting to connect";
-  port_.SetPort(port);
-  port_.SetSpeed(kBitsPerSecond);
-  port_.SetReceiveTimeout(kReceiveTimeout);
+  PrepareForUnit(port_, port);
   const std::uint64_t session = ++session_;
   questions_.BeginSession();
   asked_at_.reset();
@@ -97,11 +94,12 @@ Task<std::string> SensorLink::Greet(const std::string& port) {
     SendGreeting();
     const SerialPort::Received answer = co_await ReceiveCounted(port_, kGreeting.size());
     if (Over(session)) co_return "the port was closed";
-    if (answer.outcome != SerialPort::Outcome::kComplete) {
+    const GreetingAnswer judged = JudgeGreeting(answer);
+    if (judged == GreetingAnswer::kNothing) {
       co_return "no answer from the unit on " + port_.Port() +
           " within 4 seconds; check its power, the cable, and whatever may delay the line";
     }
-    if (answer.text != kGreeting) {
+    if (judged == GreetingAnswer::kOther) {
       co_return "what answers on " + port_.Port() + " is not the unit; check the port in the setup";
     }
   } while (!questions_.GreetingCame());
@@ -132,8 +130,7 @@ Task<std::string> SensorLink::Greet(const std::string& port) {
 }
 
 void SensorLink::SendGreeting() {
-  port_.Transmit(kWake);
-  port_.Transmit(kAcknowledge);
+  orvalis::SendGreeting(port_);
   questions_.GreetingSent();
 }
 
@@ -164,6 +161,7 @@ void SensorLink::Disconnect() {
   halt_ = true;
   connecting_.reset();  // a connect under way was abandoned
   loss_.reset();
+  failure_.clear();
   const bool was_connected = port_.Connected();
   port_.SetConnected(false);
   status_ = "Disconnected";

@@ -97,6 +97,41 @@ class Panel(ScreenCase, BusCase):
         self.keys("Return")
         self.assertEqual((call.line(lambda line: True), call.process.wait(60)), ("()", 0))
 
+    def assistant(self):
+        return self.xdotool("search", "--onlyvisible", "--name", "^Orvalis Assistant$")
+
+    def setting(self, key):
+        return self.run_program("profile", "get", key).stdout.strip()
+
+    def test_the_assistant_comes_until_it_was_gone_through_and_holds_nobody_up(self):
+        self.program().window_shown = self.window("Orvalis Assistant")
+        self.wait_until(self.owner, "clients are served")
+        self.assertEqual(self.get("Connected"), "(<false>,)")
+        killed = self.program("--demo", "--profile", self.folder + "/other")
+        self.window("Orvalis")
+        killed.kill()
+        self.env["ORVALIS_PROFILE_DIR"] = self.folder + "/other"
+        killed = self.program()
+        self.focus("Orvalis Assistant")
+        killed.kill()  # in the middle
+        self.assertEqual(self.setting("Assistant"), "1")
+
+    def test_a_unit_is_searched_and_chosen_by_the_keyboard_alone(self):
+        self.unit("--fast")
+        program = self.program()
+        self.focus("Orvalis Assistant")
+        self.keys("alt+p", "=" + self.link, "Tab", "alt+s")
+        self.wait_until(lambda: self.recorded(" handshake"), "the search greets it")
+        self.keys("Return", "Return", "Return", "Return")
+        self.wait_until(lambda: self.setting("Assistant") == "0", "it is stored")
+        self.assertEqual([self.setting(key) for key in ("COM Port", "AutoConnect", "AlwaysOnTop", "Centigrade")],
+                         [self.link, "1", "False", "True"])
+        self.wait_until(lambda: self.recorded(" frame"), "it is connected")
+        program.stop()
+        self.program()
+        self.window("Orvalis")
+        self.assertEqual(self.assistant(), [])
+
 
 if __name__ == "__main__":
     unittest.main()
