@@ -5,7 +5,7 @@ import unittest
 from pathlib import Path
 
 from harness import Case, ScreenCase
-from test_dbus import BusCase
+from test_dbus import PROPERTIES, SERVICE, BusCase
 
 
 class Alerts(Case):
@@ -103,18 +103,24 @@ class Panel(ScreenCase, BusCase):
     def setting(self, key):
         return self.run_program("profile", "get", key).stdout.strip()
 
-    def test_the_assistant_comes_until_it_was_gone_through_and_holds_nobody_up(self):
-        self.program().window_shown = self.window("Orvalis Assistant")
-        self.wait_until(self.owner, "clients are served")
-        self.assertEqual(self.get("Connected"), "(<false>,)")
-        killed = self.program("--demo", "--profile", self.folder + "/other")
-        self.window("Orvalis")
-        killed.kill()
-        self.env["ORVALIS_PROFILE_DIR"] = self.folder + "/other"
-        killed = self.program()
+    def test_the_assistant_holds_nobody_up_and_comes_again_until_it_was_skipped(self):
+        program = self.program()
         self.focus("Orvalis Assistant")
-        killed.kill()  # in the middle
+        self.wait_until(self.owner, "clients are served")
+        self.assertEqual(self.gdbus(PROPERTIES + ".Get", SERVICE, "Connected"), "(<false>,)")
+        program.kill()
         self.assertEqual(self.setting("Assistant"), "1")
+        demo = self.program("--demo")
+        self.window("Orvalis")
+        self.assertEqual(self.assistant(), [])
+        demo.stop()
+        program = self.program()
+        self.focus("Orvalis Assistant")
+        before = Path(self.profile, "Orvalis.Weather.ini").read_text("utf-8")
+        self.keys("Escape")
+        self.wait_until(lambda: self.setting("Assistant") == "0", "it is skipped")
+        after = Path(self.profile, "Orvalis.Weather.ini").read_text("utf-8")
+        self.assertEqual(after, before.replace("Assistant=1", "Assistant=0"))
 
     def test_a_unit_is_searched_and_chosen_by_the_keyboard_alone(self):
         self.unit("--fast")

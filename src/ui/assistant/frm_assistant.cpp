@@ -30,7 +30,7 @@ namespace orvalis {
 namespace {
 
 // In units of the font size, so that it follows the desktop's font.
-constexpr QSizeF kUsualSize(46, 50);
+constexpr QSizeF kUsualSize(46, 58);
 constexpr double kLeastWidth = 38;
 constexpr double kTitleSize = 1.4;
 constexpr std::chrono::seconds kLookAgain{1};
@@ -110,9 +110,7 @@ void frmAssistant::Open() {
   timer_.start();
 }
 
-void frmAssistant::SetNightTheme(bool on) {
-  DressWindow(*this, on);
-}
+void frmAssistant::SetNightTheme(bool on) { DressWindow(*this, on); }
 
 void frmAssistant::ShowPage(int page) {
   parts_.search.Stop();
@@ -138,7 +136,7 @@ void frmAssistant::Next() {
     const bool demo = source() == Source::kDemo;
     AssistantChoices& choices = parts_.choices;
     choices.chosen.DemoMode = demo ? 1 : 0;
-    choices.chosen.AutoConnect = connect_->isChecked() ? 1 : 0;
+    choices.chosen.AutoConnect = auto_connect_->isChecked() ? 1 : 0;
     choices.port = demo ? std::string() : port_->port();
     parts_.search.Stop();  // before its port may be connected to
     if (!choices.port.empty() && connect_->isChecked()) emit ConnectWanted(ToQString(choices.port));
@@ -160,7 +158,7 @@ void frmAssistant::reject() {
 
 void frmAssistant::ShowChoices() {
   const Settings& chosen = parts_.choices.chosen;
-  connect_->setChecked(chosen.AutoConnect == 1);
+  auto_connect_->setChecked(chosen.AutoConnect == 1);
   port_->SetPort(parts_.choices.port);
   SetSource(chosen.DemoMode == 1 ? Source::kDemo : shown_source_ == Source::kDemo ? Source::kUnit : shown_source_);
   temperatures_->button(chosen.Centigrade ? 1 : 0)->setChecked(true);
@@ -192,7 +190,7 @@ void frmAssistant::UpdateUnitPage() {
   const bool running = parts_.search.running();
   search_->setText(running ? tr("&Stop") : tr("&Search"));
   search_->setEnabled(running || !port_list_->Ticked().empty());
-  connect_->setEnabled(!port_->port().empty());
+  for (QCheckBox* box : {connect_, auto_connect_}) box->setEnabled(!port_->port().empty());
 }
 
 void frmAssistant::TakeTypedPort() {
@@ -274,7 +272,7 @@ void frmAssistant::ShowLink() {
   if (link.failure.empty()) return show({}, Colour::kWhite);
   const QString failure = ToQString(link.failure);
   show(pages_->currentIndex() == 0 ? tr("Cannot connect: %1").arg(failure)
-                                   : tr("Cannot connect: %1. \"Back\" leads to the search.").arg(failure),
+                                   : tr("Cannot connect: %1\n\"Back\" leads to the search.").arg(failure),
        Colour::kYellow);
 }
 

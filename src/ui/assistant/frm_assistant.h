@@ -123,6 +123,7 @@ class frmAssistant : public QDialog {
   LiveNote* search_result_ = nullptr;
   PortBox* port_ = nullptr;
   QCheckBox* connect_ = nullptr;
+  QCheckBox* auto_connect_ = nullptr;
   bool searched_ = false;  ///< since it was opened
 
   QButtonGroup* temperatures_ = nullptr;

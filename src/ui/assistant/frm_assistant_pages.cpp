@@ -128,6 +128,7 @@ void frmAssistant::BuildSearch(QBoxLayout* column) {
   port_list_->setAccessibleName(tr("Ports to search"));
   section.column->addWidget(port_list_);
   search_ = Named(new QPushButton, "cmdSearch");
+  search_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   search_result_ = Named(new LiveNote, "lblSearch");
   search_result_->hide();
   auto* row = new QHBoxLayout;
@@ -149,9 +150,12 @@ void frmAssistant::BuildPort(QBoxLayout* column) {
   row->addWidget(label);
   row->addWidget(port_, 1);
   section.column->addLayout(row);
-  connect_ = Named(new QCheckBox(tr("&Connect to it with \"Next\", and at every start")), "chkConnect");
-  AddExplained(section.column, connect_,
-               tr("The settings of the unit's alarms are sent to it then. A lost connection is made again."));
+  connect_ = Named(new QCheckBox(tr("&Connect to it with \"Next\"")), "chkConnect");
+  connect_->setChecked(true);
+  AddExplained(section.column, connect_, tr("It gets the settings of its alarms then, and you see its readings."));
+  auto_connect_ =
+      Named(new QCheckBox(tr("Connect at e&very start, and again when the connection is lost")), "chkAutoConnect");
+  section.column->addWidget(auto_connect_);
   connect(port_, &QComboBox::editTextChanged, this, &frmAssistant::UpdateUnitPage);
   connect(port_->lineEdit(), &QLineEdit::editingFinished, this, &frmAssistant::TakeTypedPort);
 }
