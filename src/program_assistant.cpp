@@ -27,16 +27,8 @@ std::string TerritoryOfUnits() {
 }  // namespace
 
 void ProgramWindows::BuildAssistant() {
-  search_port_ = native::MakeSerialPort();
-  search_.emplace(UnitSearch::Parts{.port = *search_port_,
-                                    .loop = parts_.loop,
-                                    .is_ours = [this](const std::string& name) { return core_.IsConnectedPort(name); },
-                                    .changed =
-                                        [this] {
-                                          if (assistant_) assistant_->ShowSearch();
-                                        }});
   parts_.connector.BeforeConnect([this](const std::optional<std::string>& port) {
-    const UnitSearch::Result* trying = search_->trying();
+    const UnitSearch::Result* trying = search_ ? search_->trying() : nullptr;
     if (trying != nullptr && Core::SamePort(trying->port, port ? *port : core_.ChosenPort())) search_->GiveWay();
   });
   AddEntry(frmHandBox::Menu::kProgram, "mnuAssistant", QObject::tr("&Assistant…"), "", [this] { OpenAssistant(); });
@@ -48,6 +40,17 @@ void ProgramWindows::OpenAssistant() {
     assistant_->raise();
     assistant_->activateWindow();
     return;
+  }
+  if (!search_) {  // only now: on some systems a port is a process of its own
+    search_port_ = native::MakeSerialPort();
+    search_.emplace(
+        UnitSearch::Parts{.port = *search_port_,
+                          .loop = parts_.loop,
+                          .is_ours = [this](const std::string& name) { return core_.IsConnectedPort(name); },
+                          .changed =
+                              [this] {
+                                if (assistant_) assistant_->ShowSearch();
+                              }});
   }
   choices_.emplace(parts_.store, parts_.settings);
   if (choices_->first_start()) choices_->Propose(UsualUnits(TerritoryOfUnits()));

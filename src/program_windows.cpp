@@ -43,7 +43,9 @@ ProgramWindows::ProgramWindows(Core& core) : core_(core), parts_(core.parts()) {
   if (parts_.line.picture) TakePictureSoon();
 }
 
-ProgramWindows::~ProgramWindows() = default;
+ProgramWindows::~ProgramWindows() {
+  if (search_) search_->Stop();  // while there is somebody whom it tells
+}
 
 void ProgramWindows::BuildPanel() {
   panel_ = std::make_unique<frmHandBox>(parts_.panel);

@@ -40,9 +40,9 @@ DisplayUnits UnitsOf(const Settings& settings) {
 
 DisplayUnits UsualUnits(std::string_view territory) {
   constexpr std::size_t kCodeLength = 2;
-  if (territory.size() == kCodeLength) {
-    for (const Custom& custom : kCustoms) {
-      if (custom.territories.find(territory) != std::string_view::npos) return custom.units;
+  for (const Custom& custom : kCustoms) {
+    for (std::size_t at = 0; at < custom.territories.size(); at += kCodeLength + 1) {
+      if (custom.territories.substr(at, kCodeLength) == territory) return custom.units;
     }
   }
   return {.centigrade = true, .wind = WindUnit::kKilometresPerHour};

@@ -57,6 +57,11 @@ TEST_F(Search, StopsAtOnceAndGivesItsPortToTheProgramsOwnConnection) {
   EXPECT_EQ(Findings(), (std::vector{kOurs, kWaiting, kWaiting}));
 }
 
+/// One that may have a notice of a loss.
+struct KeptProfile : test::MemoryProfile {
+  bool KeepSafe(const StoreRules& /*rules*/) override { return true; }
+};
+
 TEST(Assistant, IsDueOnlyWhereThereWereNoSettings) {
   struct Case {
     bool used;  ///< by an earlier start
@@ -67,7 +72,7 @@ TEST(Assistant, IsDueOnlyWhereThereWereNoSettings) {
   };
   for (const Case& c : {Case{false, "", "", true, 1}, Case{false, "", "", false, 0}, Case{true, "2.18", "", true, 0},
                         Case{true, "2.17", "", true, 0}, Case{false, "", "The settings were destroyed", true, 0}}) {
-    test::MemoryProfile profile;
+    KeptProfile profile;
     SettingsStore store(profile, "/opt", {});
     if (c.used) store.EnsureLayout();
     profile.values[{"", "RegVer"}] = c.stamp;

@@ -66,7 +66,9 @@ TEST_F(AssistantWindowTest, OnEachPageEverythingHasANameAKeyOfItsOwnAndShowsOnly
       const auto* button = qobject_cast<QAbstractButton*>(control);
       const auto* label = qobject_cast<QLabel*>(control);
       const QString text = button ? button->text() : label ? label->text() : QString();
-      if (button) EXPECT_FALSE((text + button->accessibleName()).isEmpty()) << button->objectName().toStdString();
+      if (button != nullptr) {
+        EXPECT_FALSE((text + button->accessibleName()).isEmpty()) << button->objectName().toStdString();
+      }
       const auto mark = text.indexOf('&');
       if (mark < 0 || text[mark + 1] == '&') continue;
       EXPECT_FALSE(keys.contains(text[mark + 1].toLower())) << text.toStdString();

@@ -200,7 +200,9 @@ void frmAssistant::TakeTypedPort() {
 
 void frmAssistant::ListPorts() {
   if (parts_.search.running()) return;
-  if (!port_->hasFocus()) ready_port_ = port_->port();
+  const std::string typed = port_->port();
+  if (!port_->hasFocus() || typed == last_port_) ready_port_ = typed;  // a second without a key is the end of typing
+  last_port_ = typed;
   std::vector<SerialPortEntry> ports = parts_.ports();
   const bool listed = std::ranges::find(ports, ready_port_, &SerialPortEntry::name) != ports.end();
   if (!ready_port_.empty() && !listed) {

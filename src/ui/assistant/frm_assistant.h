@@ -106,6 +106,7 @@ class frmAssistant : public QDialog {
   Source shown_source_ = Source::kUnit;
   QString typed_port_;      ///< while the simulated unit's is shown
   std::string ready_port_;  ///< in the box, and not being typed
+  std::string last_port_;   ///< in the box when the ports were listed last
 
   QLabel* title_ = nullptr;
   QLabel* step_ = nullptr;

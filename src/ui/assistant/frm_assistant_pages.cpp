@@ -132,7 +132,7 @@ void frmAssistant::BuildSearch(QBoxLayout* column) {
   search_result_ = Named(new LiveNote, "lblSearch");
   search_result_->hide();
   auto* row = new QHBoxLayout;
-  row->addWidget(search_, 0, Qt::AlignTop);
+  row->addWidget(search_, 0, Qt::AlignTop | Qt::AlignLeft);
   row->addWidget(search_result_, 1);
   section.column->addLayout(row);
   connect(search_, &QPushButton::clicked, this, &frmAssistant::ToggleSearch);
