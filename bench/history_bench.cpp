@@ -81,7 +81,7 @@ void Store(SqliteHistory& store, std::int64_t now, std::int64_t hours) {
 
 frmGraph::Parts GraphParts(const HistoryRecorder& recorder) {
   return {.recorder = recorder,
-          .centigrade = [] { return false; },
+          .units = [] { return DisplayUnits{.centigrade = false}; },
           .limits =
               [] {
                 Settings settings;

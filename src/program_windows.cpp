@@ -181,7 +181,7 @@ void ProgramWindows::BuildWebPublishing() {
 void ProgramWindows::BuildGraphs() {
   graphs_ = std::make_unique<GraphWindows>(
       frmGraph::Parts{.recorder = parts_.history,
-                      .centigrade = [this] { return parts_.settings.Centigrade; },
+                      .units = [this] { return UnitsOf(parts_.settings); },
                       .limits = [this] { return WordLimitsOf(parts_.settings); },
                       .on_top = [this] { return parts_.settings.AlwaysOnTop; },
                       .report = [this](const std::string& text) { parts_.events.Record(text); },

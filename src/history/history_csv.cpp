@@ -54,8 +54,9 @@ bool IsTemperature(Quantity quantity) {
          quantity == Quantity::kDewPoint;
 }
 
-double ShownValue(Quantity quantity, double value, bool centigrade) {
-  return IsTemperature(quantity) && !centigrade ? ToFahrenheit(value) : value;
+double ShownValue(Quantity quantity, double value, const DisplayUnits& units) {
+  if (IsTemperature(quantity)) return units.Temperature(value);
+  return quantity == Quantity::kWind || quantity == Quantity::kGust ? units.Wind(value) : value;
 }
 
 std::string HistoryCsv(const HistoryView& view, TimeRange range, std::span<const Quantity> quantities, bool centigrade,
@@ -63,6 +64,7 @@ std::string HistoryCsv(const HistoryView& view, TimeRange range, std::span<const
   std::string csv = "time,until,source,value,verdict,unit_unsafe,sky_word,rain,held";
   for (const Quantity quantity : quantities) csv += "," + ColumnName(quantity, centigrade);
   csv += "\r\n";
+  const DisplayUnits units{.centigrade = centigrade};
   const auto row = [&](const Span& span, std::string_view kind, const Values& values) {
     csv += FormatIso8601(local_time(span.first));
     csv += ',';
@@ -84,7 +86,7 @@ std::string HistoryCsv(const HistoryView& view, TimeRange range, std::span<const
     for (const Quantity quantity : quantities) {
       constexpr int kDecimals = 2;
       csv += ',';
-      if (values.Knows(quantity)) csv += FormatFixed(ShownValue(quantity, values[quantity], centigrade), kDecimals);
+      if (values.Knows(quantity)) csv += FormatFixed(ShownValue(quantity, values[quantity], units), kDecimals);
     }
     csv += "\r\n";
   };

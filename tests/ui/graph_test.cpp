@@ -35,7 +35,7 @@ class GraphTest : public LinkFixture {
   }
   frmGraph::Parts Parts() {
     return {.recorder = recorder,
-            .centigrade = [this] { return settings.Centigrade; },
+            .units = [this] { return UnitsOf(settings); },
             .limits = [this] { return WordLimitsOf(settings); },
             .on_top = [] { return false; },
             .report = [this](const std::string& text) { reports.push_back(text); },
@@ -192,6 +192,14 @@ TEST_F(GraphTest, DrawsTheLimitsOfThePanelsWords) {
     return text;
   };
   EXPECT_EQ(lines(WindGraph()), "windy above 30.0 out of sight, breeze above 8.0, ");
+  settings.WindUnit = 2;  // 30 mph are 13.4112 m/s, 8 mph 3.5763 m/s
+  EXPECT_EQ(lines(WindGraph()), "windy above 13.4 out of sight, breeze above 3.6, ");
+  frmGraph wind(WindGraph(), Parts());
+  wind.show();
+  EXPECT_EQ(wind.plot().yAxis->label(), "Wind (m/s)");
+  bool found = false;
+  const double fastest = wind.plot().graph(1)->getValueRange(found).upper;
+  EXPECT_NEAR(fastest, 3.57632, 1e-5);  // 8 mph
   EXPECT_EQ(lines(RainGraph()), "rain above 370, damp above 350, dark above 950, dusk above 200, ");
   frmGraph window(TemperatureGraph(), Parts());
   window.show();

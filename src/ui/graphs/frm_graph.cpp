@@ -235,7 +235,7 @@ void frmGraph::ApplyTheme() {
 
 void frmGraph::UpdateSettings() {
   if (!isVisible()) return;
-  plot_->SetCentigrade(parts_.centigrade());
+  plot_->SetUnits(parts_.units());
   plot_->SetLimits(parts_.limits());
 }
 
@@ -324,12 +324,12 @@ void frmGraph::SavePicture(const QString& path) {
 
 void frmGraph::SaveValues(const QString& path) {
   const HistoryView shown = plot_->View();
-  Save(path,
-       [history = shown.history, verdicts = shown.verdicts, demo = shown.demo, range = plot_->Shown(),
-        quantities = kind_.Quantities(), centigrade = parts_.centigrade(), local_time = LocalTimeIn(parts_.zone)] {
-         const HistoryView view{.history = history, .verdicts = verdicts, .demo = demo};
-         return QByteArray::fromStdString(HistoryCsv(view, range, quantities, centigrade, local_time));
-       });
+  Save(path, [history = shown.history, verdicts = shown.verdicts, demo = shown.demo, range = plot_->Shown(),
+              quantities = kind_.Quantities(), centigrade = parts_.units().centigrade,
+              local_time = LocalTimeIn(parts_.zone)] {
+    const HistoryView view{.history = history, .verdicts = verdicts, .demo = demo};
+    return QByteArray::fromStdString(HistoryCsv(view, range, quantities, centigrade, local_time));
+  });
 }
 
 void frmGraph::SaveVerdicts(const QString& path) {

@@ -29,7 +29,7 @@ class frmGraph : public QWidget {
  public:
   struct Parts {
     const HistoryRecorder& recorder;
-    std::function<bool()> centigrade;
+    std::function<DisplayUnits()> units;
     std::function<WordLimits()> limits;
     std::function<bool()> on_top;  ///< whether the panel is kept on top, and would cover the window
     std::function<void(const std::string& text)> report;  ///< called with what could not be saved

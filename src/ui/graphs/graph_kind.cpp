@@ -31,14 +31,14 @@ constexpr std::array kRainCurves{
 struct Scale {
   Quantity quantity;
   const char* name;
-  const char* unit;
+  const char* unit;  ///< nothing for what is shown in a unit of the user's choice
   const char* note;  ///< what more of it means, where that is not clear
   int decimals;
   double full;
 };
 constexpr std::array kScales{
-    Scale{Quantity::kWind, "Wind", "mph", "", 1, 10},
-    Scale{Quantity::kGust, "Wind", "mph", "", 1, 10},
+    Scale{Quantity::kWind, "Wind", nullptr, "", 1, 10},
+    Scale{Quantity::kGust, "Wind", nullptr, "", 1, 10},
     Scale{Quantity::kHumidity, "Humidity", "%", "", 1, 100},
     Scale{Quantity::kRain, "Rain", "counts", ", more is wetter", 0, 200},
     Scale{Quantity::kLight, "Light", "counts", ", more is darker", 0, 1023},
@@ -77,14 +77,15 @@ const GraphKind& RainGraph() {
   return kind;
 }
 
-QString UnitOf(Quantity quantity, bool centigrade) {
+QString UnitOf(Quantity quantity, const DisplayUnits& units) {
   const Scale* scale = ScaleOf(quantity);
-  return scale != nullptr ? scale->unit : TemperatureUnit(centigrade);
+  if (scale == nullptr) return ToQString(units.TemperatureName());
+  return scale->unit != nullptr ? scale->unit : ToQString(units.WindName());
 }
 
-QString AxisLabel(Quantity quantity, bool centigrade) {
+QString AxisLabel(Quantity quantity, const DisplayUnits& units) {
   const Scale* scale = ScaleOf(quantity);
-  return QString(scale != nullptr ? scale->name : "Temperature") + " (" + UnitOf(quantity, centigrade) +
+  return QString(scale != nullptr ? scale->name : "Temperature") + " (" + UnitOf(quantity, units) +
          (scale != nullptr ? scale->note : "") + ")";
 }
 
@@ -93,9 +94,9 @@ int DecimalsOf(Quantity quantity) {
   return scale != nullptr ? scale->decimals : 1;
 }
 
-double FullScale(Quantity quantity) {
+double FullScale(Quantity quantity, const DisplayUnits& units) {
   const Scale* scale = ScaleOf(quantity);
-  return scale != nullptr ? scale->full : 0;
+  return scale != nullptr ? ShownValue(quantity, scale->full, units) : 0;
 }
 
 QColor CurveColour(const CurveKind& curve, Theme::Kind theme) {

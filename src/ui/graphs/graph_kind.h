@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "history/sample.h"
+#include "reading/display_units.h"
 #include "ui/controls/theme.h"
 
 namespace orvalis {
@@ -41,14 +42,14 @@ struct GraphKind {
 /// The counts of rain and light.
 [[nodiscard]] const GraphKind& RainGraph();
 
-/// "°C", "°F", "mph", "%", "counts"
-[[nodiscard]] QString UnitOf(Quantity quantity, bool centigrade);
+/// "°C", "km/h", "%", "counts"
+[[nodiscard]] QString UnitOf(Quantity quantity, const DisplayUnits& units);
 /// "Temperature (°C)", "Rain (counts, more is wetter)"
-[[nodiscard]] QString AxisLabel(Quantity quantity, bool centigrade);
+[[nodiscard]] QString AxisLabel(Quantity quantity, const DisplayUnits& units);
 /// Of a value as it is shown.
 [[nodiscard]] int DecimalsOf(Quantity quantity);
-/// An axis begins at 0 and reaches at least to this; 0 for one that fits its values.
-[[nodiscard]] double FullScale(Quantity quantity);
+/// An axis begins at 0 and reaches at least to this, in `units`; 0 for one that fits its values.
+[[nodiscard]] double FullScale(Quantity quantity, const DisplayUnits& units);
 
 [[nodiscard]] QColor CurveColour(const CurveKind& curve, Theme::Kind theme);
 

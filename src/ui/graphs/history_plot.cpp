@@ -146,9 +146,9 @@ void HistoryPlot::SetTheme(const Theme& theme) {
   replot(rpQueuedReplot);
 }
 
-void HistoryPlot::SetCentigrade(bool centigrade) {
-  if (centigrade == centigrade_) return;
-  centigrade_ = centigrade;
+void HistoryPlot::SetUnits(const DisplayUnits& units) {
+  if (units == units_) return;
+  units_ = units;
   Rebuild();
 }
 
@@ -290,7 +290,7 @@ void HistoryPlot::Recalculate() {
     const Quantity quantity = curve->kind().quantity;
     QVector<QCPGraphData> data;
     for (const CurvePoint& point : CurvePoints(view.history, quantity, range, columns)) {
-      data.append({point.time / kMsPerSecond, ShownValue(quantity, point.value, centigrade_)});
+      data.append({point.time / kMsPerSecond, ShownValue(quantity, point.value, units_)});
     }
     curve->data()->set(data, true);
   }
@@ -329,10 +329,11 @@ void HistoryPlot::SetLimitLines(const HistoryView& view, TimeRange range, int co
       // It moves slowly; fewer points are drawn faster.
       constexpr int kCoarser = 8;
       line.points = CurvePoints(view.history, ValueOf(limit), range, columns / kCoarser);
-      for (CurvePoint& point : line.points) point.value = ShownValue(quantity, point.value, centigrade_);
+      for (CurvePoint& point : line.points) point.value = ShownValue(quantity, point.value, units_);
     } else {
-      line.text += " " + ToQString(FormatFixed(limit.value, DecimalsOf(quantity)));
-      line.points = {{static_cast<double>(range.from), limit.value}, {static_cast<double>(range.to), limit.value}};
+      const double shown = ShownValue(quantity, limit.value, units_);
+      line.text += " " + ToQString(FormatFixed(shown, DecimalsOf(quantity)));
+      line.points = {{static_cast<double>(range.from), shown}, {static_cast<double>(range.to), shown}};
     }
     lines.push_back(std::move(line));
   }
@@ -352,10 +353,10 @@ void HistoryPlot::FitValueAxis(QCPAxis* axis) {
       highest = std::max(highest, point.value);
     }
   }
-  axis->setLabel(AxisLabel(quantity, centigrade_));
+  axis->setLabel(AxisLabel(quantity, units_));
   // Temperatures get some room on both sides.
   constexpr double kDefaultTemperatures = 10;
-  const double full_scale = FullScale(quantity);
+  const double full_scale = FullScale(quantity, units_);
   const bool temperature = full_scale == 0;
   if (!temperature) {
     lowest = std::min(lowest, 0.0);

@@ -40,7 +40,7 @@ class HistoryPlot : public QCustomPlot {
               QWidget* parent = nullptr);
 
   void SetTheme(const Theme& theme);
-  void SetCentigrade(bool centigrade);
+  void SetUnits(const DisplayUnits& units);
   void SetLimits(const WordLimits& limits);
 
   /// Takes new values from the history; repaints only if that changes the picture.
@@ -127,7 +127,7 @@ class HistoryPlot : public QCustomPlot {
   LongHistory history_;
   QTimeZone zone_;
   TimeStyle style_;
-  bool centigrade_ = true;
+  DisplayUnits units_;
   Theme theme_;
   WordLimits limits_{};
   std::optional<double> chosen_;

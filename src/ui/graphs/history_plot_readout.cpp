@@ -151,13 +151,12 @@ Readout::Row HistoryPlot::ReadoutRow(const CurveGraph& curve, const Span& span, 
   const auto shown = [&](const Values& values) {
     // The two decimals that were kept, without what a float adds to them: the panel's rounding would show it.
     constexpr int kDecimals = 2;
-    return ShownValue(quantity, RoundToDecimals(values[quantity], kDecimals), centigrade_);
+    return ShownValue(quantity, RoundToDecimals(values[quantity], kDecimals), units_);
   };
   const double highest = shown(span.highest);
   const QString held = span.held.Has(quantity) ? ", held" : "";
-  return {
-      name + RangeText(shown(span.lowest), highest, DecimalsOf(quantity)) + " " + UnitOf(quantity, centigrade_) + held,
-      &curve, QPointF(x, curve.valueAxis()->coordToPixel(highest))};
+  return {name + RangeText(shown(span.lowest), highest, DecimalsOf(quantity)) + " " + UnitOf(quantity, units_) + held,
+          &curve, QPointF(x, curve.valueAxis()->coordToPixel(highest))};
 }
 
 }  // namespace orvalis
