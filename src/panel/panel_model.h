@@ -76,7 +76,7 @@ struct PanelModel {
 
   ConnectControl connect;
   bool offer_search = false;  ///< connecting failed: the unit may be at another port
-  std::string status;  ///< what the program is doing, or what went wrong
+  std::string status;         ///< what the program is doing, or what went wrong
   std::vector<StandingMessage> standing;
   bool demo = false;                  ///< the values are simulated
   bool stale = true;                  ///< the values are out of date: shown grey
