@@ -6,6 +6,7 @@
 
 #include "platform/native.h"
 #include "program_windows.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
@@ -31,7 +32,7 @@ void ProgramWindows::BuildAssistant() {
     const UnitSearch::Result* trying = search_ ? search_->trying() : nullptr;
     if (trying != nullptr && Core::SamePort(trying->port, port ? *port : core_.ChosenPort())) search_->GiveWay();
   });
-  AddEntry(frmHandBox::Menu::kProgram, "mnuAssistant", QObject::tr("&Assistant…"), "", [this] { OpenAssistant(); });
+  AddEntry(frmHandBox::Menu::kProgram, "mnuAssistant", Words::tr("&Assistant…"), "", [this] { OpenAssistant(); });
   QObject::connect(panel_.get(), &frmHandBox::SearchClicked, panel_.get(), [this] { OpenAssistant(); });
 }
 
