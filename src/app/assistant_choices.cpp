@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace orvalis {
 namespace {
@@ -41,8 +42,9 @@ bool AssistantChoices::Follow() {
     changed = true;
   }
   const std::string port_now = store_.Get(*FindSettingKey(kPortKey));
-  if (port_now == seen_port_) return changed;
-  seen_port_ = port_now;
+  const std::string before = std::exchange(seen_port_, port_now);
+  // The default is written by whoever needs a port where none was chosen, such as a link that was lost.
+  if (port_now == before || (before.empty() && port_now == kDefaultPort)) return changed;
   port = port_now;
   return true;
 }

@@ -118,6 +118,10 @@ TEST_F(Chosen, WithoutAPortNothingConnectsAtTheNextStart) {
   choices.Propose(UsualUnits(""));
   choices.Store();
   EXPECT_EQ(profile.At("AutoConnect") + profile.At("COM Port"), "0");
+  choices.port = "/dev/ttyUSB7";
+  store.WriteText("COM Port", "2");  // by a link that needed a name
+  EXPECT_FALSE(choices.Follow());
+  EXPECT_EQ(choices.port, "/dev/ttyUSB7");
 }
 
 TEST(UsualUnits, AreThoseOfWeatherReports) {
