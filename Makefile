@@ -1,5 +1,5 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: check release run demo build install package test asan lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
+.PHONY: check release run demo build install package test asan fuzz lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
@@ -35,6 +35,10 @@ asan:           ## the same tests under AddressSanitizer and UndefinedBehaviorSa
 	@scripts/install-deps.sh build test
 	@scripts/build.sh asan
 	@scripts/asan-test.sh
+
+fuzz:           ## try made-up frames, files, requests … on what reads them, FUZZ_SECONDS=30 for each target
+	@scripts/install-deps.sh build test lint
+	@scripts/fuzz.sh
 
 lint:           ## check format, layers and, with clang-tidy, the program, its tests and benchmarks
 	@scripts/install-deps.sh build test lint
