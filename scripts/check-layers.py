@@ -25,7 +25,7 @@ STANDARD_LIBRARY_ONLY = {folder for level in LEVELS[:-1] for folder in level}
 # What a folder may include besides, by the beginning of the header's name.
 HEADER_LIBRARIES = {"app": ("nlohmann/",), "network": ("boost/", "nlohmann/")}
 # The files of src/ itself, above all folders, in their own order.
-CONNECTING = [["core"], ["program_windows", "launch"], ["main", "orvalisd"]]
+CONNECTING = [["core"], ["program_windows", "program_assistant", "launch"], ["main", "orvalisd"]]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
 STANDARD_HEADER = re.compile(r"[a-z_]+")

@@ -51,6 +51,22 @@ picture() {
   echo "$out/$name.png"
 }
 
+# The assistant of the first start, with the unit found.
+"$bin/orvalis-unit" --link "$folder/unit" --scenario simulator/scenarios/clear.scenario >/dev/null &
+unit=$!
+"$bin/orvalis" 2>/dev/null &
+program=$!
+assistant=$(window "Orvalis Assistant")
+sleep 2
+xdotool key alt+p
+xdotool type "$folder/unit"
+xdotool key Tab alt+s
+sleep 4
+import -window "$assistant" "$out/assistant-unit.png"
+echo "$out/assistant-unit.png"
+kill $program $unit
+wait $program $unit || true
+
 "$bin/orvalis" profile set SafeHoldSeconds 2
 picture panel-clear clear Centigrade True
 picture panel-cloudy cloudy

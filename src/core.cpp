@@ -274,6 +274,7 @@ int Core::Run(Front* front) {
 }
 
 void Core::StartUp(Front* front) {
+  if (front != nullptr) store_.OfferAssistant();
   startup_.emplace(
       Startup::Parts{.flags = flags_,
                      .utility = *utility_,
@@ -306,6 +307,7 @@ void Core::Refresh() {
   if (front_ == nullptr) return;
   ShowTrendsAndSun();
   ShowLink(link_.state(), reconnect_.seconds_left(), panel_);
+  panel_.offer_search = !link_.failure().empty() && !poll_.InDemoMode();
   panel_.banner = BannerOf(observer_.Now(), clock_, store_.locale(), UnitsOf(settings_), front_->language());
   front_->Refresh();
 }
@@ -356,17 +358,29 @@ void Core::Poll() {
 }
 
 std::vector<SerialPortEntry> Core::ListPorts() {
-  const auto is_connected = [this](const std::string& name) {
-    try {
-      if (!port_->Connected()) return false;
-      const std::string device = native::SystemPortName(name);
-      std::error_code no_file;  // where ports are no files, or there is none of that name
-      return device == port_->Port() || std::filesystem::equivalent(device, port_->Port(), no_file);
-    } catch (const RunTimeError&) {
-      return false;  // no port has that name
-    }
-  };
-  return WithConnected(native::ListSerialPorts(), store_.Get(*FindSettingKey("COM Port")), port_->Port(), is_connected);
+  return WithConnected(native::ListSerialPorts(), store_.Get(*FindSettingKey("COM Port")), port_->Port(),
+                       [this](const std::string& name) { return IsConnectedPort(name); });
+}
+
+bool Core::SamePort(const std::string& one, const std::string& other) {
+  try {
+    const std::string device = native::SystemPortName(one);
+    const std::string other_device = native::SystemPortName(other);
+    std::error_code no_file;  // where ports are no files, or there is none of that name
+    return device == other_device || std::filesystem::equivalent(device, other_device, no_file);
+  } catch (const RunTimeError&) {
+    return false;  // no port has that name
+  }
+}
+
+bool Core::IsConnectedPort(const std::string& name) const {
+  return port_->Connected() && SamePort(name, port_->Port());
+}
+
+std::string Core::ChosenPort() const {
+  if (line_.port) return *line_.port;
+  const std::string port = store_.Get(*FindSettingKey(kPortKey));
+  return port.empty() ? std::string(kDefaultPort) : port;
 }
 
 void Core::Announce(const Observation& now, const Observer::News& news) {

@@ -150,6 +150,12 @@ class Core {
   void Note(const std::string& text) {
     loop_.CallAfter(std::chrono::milliseconds(0), [this, text] { events_.Record(text); });
   }
+  /// Whether two names, as the key "COM Port" takes them, mean the same port. False for what no port can be called.
+  [[nodiscard]] static bool SamePort(const std::string& one, const std::string& other);
+  /// Whether the link has the port `name` open.
+  [[nodiscard]] bool IsConnectedPort(const std::string& name) const;
+  /// The port that the link would open now.
+  [[nodiscard]] std::string ChosenPort() const;
   /// The serial ports to choose from, with the one that is connected.
   [[nodiscard]] std::vector<SerialPortEntry> ListPorts();
 

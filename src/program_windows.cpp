@@ -39,11 +39,14 @@ ProgramWindows::ProgramWindows(Core& core) : core_(core), parts_(core.parts()) {
   BuildSetup();
   BuildWebPublishing();
   BuildProgramMenu();
+  BuildAssistant();
   BuildTray();
   if (parts_.line.picture) TakePictureSoon();
 }
 
-ProgramWindows::~ProgramWindows() = default;
+ProgramWindows::~ProgramWindows() {
+  if (search_) search_->Stop();  // while there is somebody whom it tells
+}
 
 void ProgramWindows::BuildPanel() {
   panel_ = std::make_unique<frmHandBox>(parts_.panel);
@@ -216,6 +219,9 @@ void ProgramWindows::Started() {
   // The first values, or the banner of demo mode, may need more room.
   constexpr std::chrono::seconds kFirstValues{3};
   parts_.loop.CallAfter(kFirstValues, [this] { panel_->ShowWhole(); });
+  // Who names a port or wants the demo has said where the readings come from; a client's program is the client's.
+  const bool plain = !parts_.line.automation && !parts_.line.port && !parts_.line.demo && !parts_.line.picture;
+  if (parts_.settings.Assistant == 1 && plain) OpenAssistant();
   // A panel whose picture is asked for tells why there is none.
   if (!parts_.line.picture) native::DetachConsole();
 }
@@ -226,6 +232,7 @@ void ProgramWindows::Refresh() {
   routine_->FollowUnit();
   submit_->RefreshPreview();
   graphs_->UpdateSettings();
+  if (assistant_) parts_.boundary.RunToEnd(Message::Of("updating the assistant"), [this] { assistant_->Refresh(); });
 }
 
 void ProgramWindows::BringToFront() {
@@ -255,6 +262,7 @@ void ProgramWindows::ApplyTheme() {
   graphs_->SetNightTheme(night);
   events_->SetNightTheme(night);
   if (show_) show_->SetNightTheme(night);
+  if (assistant_) assistant_->SetNightTheme(night);
   help_.SetNightTheme(night);
 }
 

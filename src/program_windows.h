@@ -6,11 +6,14 @@
 #include <optional>
 #include <string_view>
 
+#include "app/assistant_choices.h"
 #include "app/setup_requests.h"
 #include "app/setup_routine.h"
+#include "app/unit_search.h"
 #include "base/error_boundary.h"
 #include "base/message.h"
 #include "core.h"
+#include "ui/assistant/frm_assistant.h"
 #include "ui/controls/file_saving.h"
 #include "ui/controls/words.h"
 #include "ui/graphs/graph_windows.h"
@@ -56,6 +59,12 @@ class ProgramWindows : public Front {
   void BuildProgramMenu();
   void BuildEvents();
   void BuildTray();
+  void BuildAssistant();
+  void OpenAssistant();
+  void ConnectTo(const std::string& port);
+  /// Stores what was chosen in the assistant and puts it into force. Returns why that failed, or "".
+  Message FinishAssistant();
+  void SkipAssistant();
   void AskForPlace();
   void SetPlace(const std::optional<Place>& place);
   void BuildWebPublishing();
@@ -81,6 +90,11 @@ class ProgramWindows : public Front {
   std::unique_ptr<frmFormSubmit> submit_;
   QPointer<frmShow> show_;
   QPointer<frmPlace> place_;
+  std::unique_ptr<SerialPort> search_port_;
+  std::optional<UnitSearch> search_;
+  std::optional<AssistantChoices> choices_;  ///< while the assistant is open
+  QPointer<frmAssistant> assistant_;
+  bool assistant_connected_ = false;  ///< the connection is one that the assistant made
   std::unique_ptr<frmEvents> events_;
   QAction* tray_messages_ = nullptr;
   std::unique_ptr<TrayIcon> tray_;

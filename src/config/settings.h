@@ -98,6 +98,7 @@ struct Settings {
 
   // Outside the stamped layout: a store without them is complete, and they are at their defaults.
   std::int32_t NightTheme = 0;        ///< 1: the panel in red on black
+  std::int32_t Assistant = 0;         ///< 1: the assistant of the first start is due
   std::int32_t TrayMessages = 1;      ///< 1: the tray icon tells each change of the verdict
   std::optional<double> Latitude;     ///< of the place, degrees, north is positive; none: not set
   std::optional<double> Longitude;    ///< likewise, east is positive

@@ -20,6 +20,10 @@ class SettingsStore {
   /// Registers the driver with the profile. To be called first: a profile may refuse an unknown driver.
   void Register();
 
+  /// To be called before the settings are loaded: a store that is made because there was none gets the mark that the
+  /// assistant is due. One that was destroyed or has another layout does not: its user knows the program.
+  void OfferAssistant() { offers_assistant_ = true; }
+
   /// Whether the store has the current layout; otherwise it is reset completely.
   [[nodiscard]] bool HasCurrentLayout() const;
   /// Resets a store with another layout, or none, to the defaults, by design losing all its values. A destroyed one is
@@ -61,6 +65,7 @@ class SettingsStore {
   Profile& profile_;
   std::string program_folder_;
   NumberLocale locale_;
+  bool offers_assistant_ = false;
   bool kept_safe_ = true;  ///< whether the profile supports KeepSafe, and so may have a notice
 };
 

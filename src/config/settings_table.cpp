@@ -17,7 +17,7 @@ constexpr std::nullopt_t kNoDefault = std::nullopt;
 constexpr std::monostate kStoreOnly;
 
 // clang-format off
-constexpr std::array<SettingKey, 134> kKeys{{
+constexpr std::array<SettingKey, 135> kKeys{{
     {"RegVer", kRoot, KeyType::kText, kLayoutVersion, kStoreOnly},
     {"Absolute", kRoot, KeyType::kBoolean, "True", &Settings::Absolute},
     {"Synchronous", kRoot, KeyType::kBoolean, "False", &Settings::Synchronous},
@@ -114,6 +114,7 @@ constexpr std::array<SettingKey, 134> kKeys{{
     {"Latitude", kRoot, KeyType::kReal, kNoDefault, &Settings::Latitude, {}, "", -90, 90},
     {"Longitude", kRoot, KeyType::kReal, kNoDefault, &Settings::Longitude, {}, "", -180, 180},
     {"WindUnit", kRoot, KeyType::kInteger, kNoDefault, &Settings::WindUnit, "0", "0", 0, 3},
+    {kAssistantKey, kRoot, KeyType::kInteger, kNoDefault, &Settings::Assistant, "0", "0", 0, 1},
     {"KeepVerdict", kRoot, KeyType::kInteger, kNoDefault, &Settings::KeepVerdict, "0", "0", 0, 1},
     {"WebcamBuiltIn", kRoot, KeyType::kInteger, kNoDefault, &Settings::WebcamBuiltIn, "0"},
     // What is unreadable here must not open a roof.

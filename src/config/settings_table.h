@@ -43,6 +43,8 @@ inline constexpr std::string_view kLayoutKey = "RegVer";
 /// The serial port, and the one that an empty text means.
 inline constexpr std::string_view kPortKey = "COM Port";
 inline constexpr std::string_view kDefaultPort = "2";
+/// 1 while the assistant of the first start is due.
+inline constexpr std::string_view kAssistantKey = "Assistant";
 /// As a default: the program's own folder.
 inline constexpr std::string_view kProgramFolder = "<program folder>";
 /// Where the network's settings are.

@@ -76,7 +76,8 @@ struct PanelModel {
   SunText sun;    ///< empty while no place is set
 
   ConnectControl connect;
-  Message status;  ///< what the program is doing, or what went wrong
+  bool offer_search = false;  ///< connecting failed: the unit may be at another port
+  Message status;             ///< what the program is doing, or what went wrong
   std::vector<StandingMessage> standing;
   bool demo = false;                  ///< the values are simulated
   bool stale = true;                  ///< the values are out of date: shown grey

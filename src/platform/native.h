@@ -68,6 +68,8 @@ void DetachConsole();
 [[nodiscard]] std::unique_ptr<PortFinder> MakePortFinder();
 /// The machine's current serial ports, with the devices attached to them.
 [[nodiscard]] std::vector<SerialPortEntry> ListSerialPorts();
+/// Where the guide has the simulated unit make its line; "" on a system that it does not run on.
+[[nodiscard]] QString SimulatedUnitPort();
 /// The system's name of the port that the key "COM Port" calls `name`, as `SerialPort::Port` returns it. Throws
 /// RunTimeError kFileNotFound for a name that no port can have.
 [[nodiscard]] std::string SystemPortName(const std::string& name);

@@ -69,6 +69,8 @@ std::unique_ptr<PortFinder> MakePortFinder() { return std::make_unique<SysfsPort
 
 std::vector<SerialPortEntry> ListSerialPorts() { return orvalis::ListSerialPorts(); }
 
+QString SimulatedUnitPort() { return "/tmp/unit"; }
+
 std::string SystemPortName(const std::string& name) { return DevicePath(name); }
 
 std::unique_ptr<ProgramStarter> MakeProgramStarter() { return std::make_unique<DetachedPrograms>(); }

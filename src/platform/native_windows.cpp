@@ -178,6 +178,8 @@ std::unique_ptr<SerialPort> MakeSerialPort() {
 
 std::unique_ptr<PortFinder> MakePortFinder() { return std::make_unique<DevicePortFinder>(); }
 
+QString SimulatedUnitPort() { return {}; }
+
 std::vector<SerialPortEntry> ListSerialPorts() { return orvalis::ListSerialPorts(); }
 
 // What is wrong with a file shows when it is opened.

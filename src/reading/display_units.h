@@ -37,4 +37,8 @@ struct DisplayUnits {
 /// What the user has chosen.
 [[nodiscard]] DisplayUnits UnitsOf(const Settings& settings);
 
+/// What people are used to from the weather reports of `territory`, an ISO 3166 code of two letters; "" for none in
+/// particular.
+[[nodiscard]] DisplayUnits UsualUnits(std::string_view territory);
+
 }  // namespace orvalis

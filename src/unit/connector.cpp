@@ -7,6 +7,7 @@ namespace orvalis {
 void Connector::Connect(Done done, const std::optional<std::string>& port) {
   if (done) waiting_.push_back(std::move(done));
   if (job_.running()) return;
+  if (before_ && !link_.Connected()) before_(port);
   job_.Start(link_.Connect(port), [this](const std::exception_ptr& error) {
     if (error) boundary_.Report(Message::Of("connecting"), error);
     TellAll();

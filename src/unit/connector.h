@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/error_boundary.h"
@@ -17,7 +18,13 @@ class Connector {
   /// Told whether the link is connected now.
   using Done = std::function<void(bool connected)>;
 
+  /// Told before the link opens its port: `port`, or none for the chosen one.
+  using Before = std::function<void(const std::optional<std::string>& port)>;
+
   Connector(SensorLink& link, ErrorBoundary& boundary) : link_(link), boundary_(boundary) {}
+
+  /// For whoever may have the port open.
+  void BeforeConnect(Before before) { before_ = std::move(before); }
 
   /// Starts a connect, or joins the one under way. `done` is called once, from the event loop or, when nothing needs to
   /// be waited for, before this returns. It must not connect. `port` is where the unit is now, if not at the chosen
@@ -35,6 +42,7 @@ class Connector {
   SensorLink& link_;
   ErrorBoundary& boundary_;
   std::vector<Done> waiting_;
+  Before before_;
   Job job_;
 };
 

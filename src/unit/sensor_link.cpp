@@ -5,6 +5,7 @@
 
 #include "base/run_time_error.h"
 #include "base/text.h"
+#include "unit/greeting.h"
 
 namespace orvalis {
 namespace {
@@ -12,8 +13,6 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-constexpr int kBitsPerSecond = 9600;
-constexpr seconds kReceiveTimeout{4};
 /// The unit reads its line slowly: every character gets this much time.
 constexpr milliseconds kCharacterPause{20};
 /// An answer that took longer than this is out of date: the line held it back, or the machine slept meanwhile.
@@ -28,9 +27,7 @@ constexpr seconds kLongestRunDry{60};
 constexpr milliseconds kAnswerPause{80};
 
 constexpr auto kClosed = Message::Of("the port was closed");
-constexpr std::string_view kWake = "#";
-constexpr std::string_view kAcknowledge = "\x06";
-constexpr std::string_view kGreeting = "W";
+constexpr std::string_view kGreeting = kGreetingAnswer;
 constexpr std::string_view kProceed = "p";
 constexpr std::string_view kCommandMark = ":";
 constexpr std::string_view kFrameRequest = "F";
@@ -59,6 +56,7 @@ Task<> SensorLink::Connect(std::optional<std::string> port) {
   connecting_ = LinkState::kConnecting;
   halt_ = false;
   lost_reason_.clear();
+  failure_.clear();
   Message failure;
   try {
     const std::string name = port ? *port : PortName();
@@ -77,13 +75,12 @@ Task<> SensorLink::Connect(std::optional<std::string> port) {
   if (!lost_reason_.empty()) failure = lost_reason_;
   status_ = Message::Of("Cannot connect: %1").With(failure);
   events_.Record("connect failed: " + failure.English());
+  failure_ = failure;
 }
 
 Task<Message> SensorLink::Greet(const std::string& port) {
   status_ = std::string("Attempting to connect");  // as the button says, in every language
-  port_.SetPort(port);
-  port_.SetSpeed(kBitsPerSecond);
-  port_.SetReceiveTimeout(kReceiveTimeout);
+  PrepareForUnit(port_, port);
   const std::uint64_t session = ++session_;
   questions_.BeginSession();
   asked_at_.reset();
@@ -98,12 +95,13 @@ Task<Message> SensorLink::Greet(const std::string& port) {
     SendGreeting();
     const SerialPort::Received answer = co_await ReceiveCounted(port_, kGreeting.size());
     if (Over(session)) co_return kClosed;
-    if (answer.outcome != SerialPort::Outcome::kComplete) {
+    const GreetingAnswer judged = JudgeGreeting(answer);
+    if (judged == GreetingAnswer::kNothing) {
       co_return Message::Of(
           "no answer from the unit on %1 within 4 seconds; check its power, the cable, and whatever may delay the line")
           .With(port_.Port());
     }
-    if (answer.text != kGreeting) {
+    if (judged == GreetingAnswer::kOther) {
       co_return Message::Of("what answers on %1 is not the unit; check the port in the setup").With(port_.Port());
     }
   } while (!questions_.GreetingCame());
@@ -136,8 +134,7 @@ Task<Message> SensorLink::Greet(const std::string& port) {
 }
 
 void SensorLink::SendGreeting() {
-  port_.Transmit(kWake);
-  port_.Transmit(kAcknowledge);
+  orvalis::SendGreeting(port_);
   questions_.GreetingSent();
 }
 
@@ -168,6 +165,7 @@ void SensorLink::Disconnect() {
   halt_ = true;
   connecting_.reset();  // a connect under way was abandoned
   loss_.reset();
+  failure_.clear();
   const bool was_connected = port_.Connected();
   port_.SetConnected(false);
   status_ = Message::Of("Disconnected");

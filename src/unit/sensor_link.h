@@ -65,6 +65,9 @@ class SensorLink {
   /// chosen meanwhile.
   [[nodiscard]] const std::optional<Loss>& LastLoss();
 
+  /// Why the last connect failed; "" when it did not, or when the link was disconnected since.
+  [[nodiscard]] const Message& failure() const { return failure_; }
+
   /// Whether some settings have not been sent since the unit was last greeted, which may have lost them.
   [[nodiscard]] bool SettingsPending() const { return !settings_sent_; }
 
@@ -115,6 +118,7 @@ class SensorLink {
   bool halt_ = false;                    ///< switched off, by a person, a client or the shutdown; a connect clears it
   std::uint64_t session_ = 0;            ///< counts the openings of the port: a wait may outlive its connection
   std::string lost_reason_;              ///< why the port vanished in the connect under way
+  Message failure_;
   std::optional<Loss> loss_;
   LastSent last_sent_;
   bool settings_sent_ = false;  ///< all of them, since the unit was greeted

@@ -5,7 +5,7 @@ import unittest
 from pathlib import Path
 
 from harness import Case, ScreenCase
-from test_dbus import BusCase
+from test_dbus import PROPERTIES, SERVICE, BusCase
 
 
 class Alerts(Case):
@@ -96,6 +96,47 @@ class Panel(ScreenCase, BusCase):
         self.focus("Orvalis Setup")
         self.keys("Return")
         self.assertEqual((call.line(lambda line: True), call.process.wait(60)), ("()", 0))
+
+    def assistant(self):
+        return self.xdotool("search", "--onlyvisible", "--name", "^Orvalis Assistant$")
+
+    def setting(self, key):
+        return self.run_program("profile", "get", key).stdout.strip()
+
+    def test_the_assistant_holds_nobody_up_and_comes_again_until_it_was_skipped(self):
+        program = self.program()
+        self.focus("Orvalis Assistant")
+        self.wait_until(self.owner, "clients are served")
+        self.assertEqual(self.gdbus(PROPERTIES + ".Get", SERVICE, "Connected"), "(<false>,)")
+        program.kill()
+        self.assertEqual(self.setting("Assistant"), "1")
+        demo = self.program("--demo")
+        self.window("Orvalis")
+        self.assertEqual(self.assistant(), [])
+        demo.stop()
+        program = self.program()
+        self.focus("Orvalis Assistant")
+        before = Path(self.profile, "Orvalis.Weather.ini").read_text("utf-8")
+        self.keys("Escape")
+        self.wait_until(lambda: self.setting("Assistant") == "0", "it is skipped")
+        after = Path(self.profile, "Orvalis.Weather.ini").read_text("utf-8")
+        self.assertEqual(after, before.replace("Assistant=1", "Assistant=0"))
+
+    def test_a_unit_is_searched_and_chosen_by_the_keyboard_alone(self):
+        self.unit("--fast")
+        program = self.program()
+        self.focus("Orvalis Assistant")
+        self.keys("alt+p", "=" + self.link, "Tab", "alt+s")
+        self.wait_until(lambda: self.recorded(" handshake"), "the search greets it")
+        self.keys("Return", "Return", "Return", "Return")
+        self.wait_until(lambda: self.setting("Assistant") == "0", "it is stored")
+        self.assertEqual([self.setting(key) for key in ("COM Port", "AutoConnect", "AlwaysOnTop", "Centigrade")],
+                         [self.link, "1", "False", "True"])
+        self.wait_until(lambda: self.recorded(" frame"), "it is connected")
+        program.stop()
+        self.program()
+        self.window("Orvalis")
+        self.assertEqual(self.assistant(), [])
 
 
 if __name__ == "__main__":

@@ -28,7 +28,8 @@ QTextBrowser* OpenGuide() {
 
 TEST(Help, F1AndTheButtonOpenTheGuideAtTheWindowsSection) {
   Help help;
-  for (const char* name : {"frmHandBox", "frmSetup", "frmShow", "frmFormSubmit", "frmTempGraph", "frmWindGraph"}) {
+  for (const char* name :
+       {"frmHandBox", "frmSetup", "frmAssistant", "frmShow", "frmFormSubmit", "frmTempGraph", "frmWindGraph"}) {
     SCOPED_TRACE(name);
     QWidget window;
     window.setObjectName(name);

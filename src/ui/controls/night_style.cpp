@@ -15,7 +15,7 @@ QLabel { color: #ff0000; }
 QPushButton { background: black; color: #ff0000; border: 1px solid #8c0000; border-radius: 4px; padding: 4px 10px; }
 QPushButton::menu-indicator { subcontrol-position: right center; right: 3px; }
 QPushButton:hover { border-color: #ff0000; }
-QPushButton:focus { border: 2px solid #ff0000; padding: 3px 9px; }
+QPushButton:focus { border: 2px solid #ff0000; padding: 3px 9px; outline: none; }
 QPushButton:pressed, QPushButton:checked { background: #ff0000; color: black; }
 QPushButton:disabled { color: #960000; }
 QToolButton { background: black; color: #ff0000; border: 1px solid black; border-radius: 4px; padding: 3px; }
@@ -67,7 +67,7 @@ QRadioButton::indicator { border-radius: 6px; }
 QCheckBox::indicator:checked, QRadioButton::indicator:checked { background: #ff0000; }
 QCheckBox::indicator:disabled, QRadioButton::indicator:disabled { border-color: #500000; }
 QCheckBox::indicator:checked:disabled { background: #780000; }
-QCheckBox:focus, QRadioButton:focus { text-decoration: underline; }
+QCheckBox:focus, QRadioButton:focus { outline: 1px solid #ff0000; }
 QComboBox { background: black; color: #ff0000; border: 1px solid #8c0000; border-radius: 3px; padding: 1px; }
 QComboBox:focus { border-color: #ff0000; }
 QComboBox QLineEdit { border: none; padding: 1px; }

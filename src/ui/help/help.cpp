@@ -14,11 +14,14 @@ struct Topic {
   const char* window;  ///< its object name, or a part of it
   const char* page;
 };
-constexpr std::array kTopics{
-    Topic{"frmHandBox", "guide.html#the-panel"}, Topic{"frmSetup", "guide.html#setup"},
-    Topic{"frmShow", "guide.html#clients"},      Topic{"frmFormSubmit", "guide.html#web-publishing"},
-    Topic{"frmEvents", "guide.html#the-panel"},  Topic{"frmPlace", "guide.html#the-panel"},
-    Topic{"Graph", "guide.html#the-graphs"}};
+constexpr std::array kTopics{Topic{"frmHandBox", "guide.html#the-panel"},
+                             Topic{"frmAssistant", "guide.html#the-first-start"},
+                             Topic{"frmSetup", "guide.html#setup"},
+                             Topic{"frmShow", "guide.html#clients"},
+                             Topic{"frmFormSubmit", "guide.html#web-publishing"},
+                             Topic{"frmEvents", "guide.html#the-panel"},
+                             Topic{"frmPlace", "guide.html#the-panel"},
+                             Topic{"Graph", "guide.html#the-graphs"}};
 
 bool IsHelpKey(const QEvent* event) {
   return event->type() == QEvent::KeyPress && static_cast<const QKeyEvent*>(event)->matches(QKeySequence::HelpContents);

@@ -127,6 +127,7 @@ void frmHandBox::ShowControls() {
   connect_->Show({ToQString(model_.connect.caption), model_.connect.checked, model_.connect.enabled,
                   theme_.Quiet(model_.connect.background)});
   status_->Show(Translated(model_.status));
+  if (search_->isHidden() == model_.offer_search) search_->setVisible(model_.offer_search);
 
   notices_->Show(model_.standing, theme_);
   demo_->Show({tr("DEMO — simulated values"), {}, {}, theme_.Strong(Colour::kYellow)});

@@ -64,6 +64,8 @@ class frmHandBox : public QWidget {
   void NightThemeToggled(bool on);
   /// The user acknowledged a standing message, which stays until the model says otherwise.
   void Acknowledged(StandingMessage::Cause cause);
+  /// The user wants to search for the unit, which could not be connected to.
+  void SearchClicked();
   /// The user wants it unsafe, or releases that. What the menu shows changes only with the model.
   void ForceUnsafeToggled(bool on);
   /// The user starts or ends a test that it is unsafe.
@@ -175,6 +177,7 @@ class frmHandBox : public QWidget {
   QPushButton* setup_ = nullptr;
   bool setup_is_above_ = false;  ///< in the bar
   StatusText* status_ = nullptr;
+  QPushButton* search_ = nullptr;  ///< beside the status line, while connecting fails
 };
 
 }  // namespace orvalis

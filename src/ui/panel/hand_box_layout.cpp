@@ -245,7 +245,15 @@ void frmHandBox::BuildFooter() {
   buttons_->addWidget(connect_, 1);
   buttons_->addWidget(setup_);
   footer_->addLayout(buttons_);
-  footer_->addWidget(status_);
+  search_ = Named(new QPushButton(tr("Find the &unit…"), content_), "cmdSearch");
+  search_->setAutoDefault(false);
+  search_->setToolTip(tr("Opens the assistant, which can search for the unit on other ports"));
+  search_->hide();
+  connect(search_, &QPushButton::clicked, this, &frmHandBox::SearchClicked);
+  auto* status_row = new QHBoxLayout;
+  status_row->addWidget(status_, 1);
+  status_row->addWidget(search_);
+  footer_->addLayout(status_row);
   connect(connect_, &QPushButton::clicked, this, [this] {
     emit ConnectToggled(!model_.connect.checked);
     Refresh();
@@ -256,8 +264,8 @@ void frmHandBox::SetSetupEntry(QAction* entry) { connect(setup_, &QPushButton::c
 
 void frmHandBox::SetTabOrder() {
   QWidget* before = connect_;
-  for (QWidget* next : std::initializer_list<QWidget*>{setup_, status_, night_button_, logos_.front(), logos_.back(),
-                                                       humidity_selector_}) {
+  for (QWidget* next : std::initializer_list<QWidget*>{setup_, status_, search_, night_button_, logos_.front(),
+                                                       logos_.back(), humidity_selector_}) {
     setTabOrder(before, next);
     before = next;
   }

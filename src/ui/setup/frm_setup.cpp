@@ -355,6 +355,13 @@ void frmSetup::BringToFront() {
   front->activateWindow();
 }
 
+void frmSetup::ShowPage(const char* frame) {
+  const auto* wanted = Find<QWidget>(frame);
+  for (int page = 0; page < pages_->count(); ++page) {
+    if (pages_->widget(page)->isAncestorOf(wanted)) pages_->setCurrentIndex(page);
+  }
+}
+
 void frmSetup::SetNightTheme(bool on) { DressWindow(*this, on); }
 
 }  // namespace orvalis

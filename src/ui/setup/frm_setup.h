@@ -66,6 +66,8 @@ class frmSetup : public QDialog, public SetupDialog {
 
   /// Black and red, or the desktop's colours.
   void SetNightTheme(bool on);
+  /// Turns to the page whose frame is called `frame`.
+  void ShowPage(const char* frame);
   /// Updates the immediate switches from the settings, without acting.
   void SyncSwitches();
 
