@@ -181,7 +181,9 @@ TEST_F(LanguageTest, GermanIsInTheProgramAndTakesNoKeyTwice) {
       EXPECT_EQ(window.windowTitle(), "Orvalis-Einstellungen");
       EXPECT_EQ(test::KeysTakenTwice(window), "");
     }
-    if (window.objectName() == "frmFormSubmit") EXPECT_EQ(test::KeysTakenTwice(window), "");
+    if (window.objectName() == "frmFormSubmit") {
+      EXPECT_EQ(test::KeysTakenTwice(window), "");
+    }
     if (window.objectName() == "frmHandBox") {
       EXPECT_TRUE(test::Find<QWidget>(window, "lblVerdict")->toolTip().contains("simuliert"));
     }
