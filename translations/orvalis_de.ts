@@ -213,6 +213,17 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
 </context>
 <context>
+    <name>QTabBar</name>
+    <message>
+        <source>Scroll Left</source>
+        <translation>Nach links</translation>
+    </message>
+    <message>
+        <source>Scroll Right</source>
+        <translation>Nach rechts</translation>
+    </message>
+</context>
+<context>
     <name>QWidgetTextControl</name>
     <message>
         <source>&amp;Undo</source>
@@ -1850,6 +1861,10 @@ Ersetzen?</translation>
     <message>
         <source>Nothing is chosen yet</source>
         <translation>Noch nichts gewählt</translation>
+    </message>
+    <message>
+        <source>The guide, at this window&apos;s section (F1)</source>
+        <translation>Das Handbuch, beim Abschnitt dieses Fensters (F1)</translation>
     </message>
 </context>
 <context>
