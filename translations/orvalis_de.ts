@@ -213,6 +213,17 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
 </context>
 <context>
+    <name>QTabBar</name>
+    <message>
+        <source>Scroll Left</source>
+        <translation>Nach links</translation>
+    </message>
+    <message>
+        <source>Scroll Right</source>
+        <translation>Nach rechts</translation>
+    </message>
+</context>
+<context>
     <name>QWidgetTextControl</name>
     <message>
         <source>&amp;Undo</source>
@@ -1398,6 +1409,38 @@ Bitte den Dateinamen prüfen.</translation>
         <source>give it to the group &quot;%1&quot; by a file /etc/udev/rules.d/99-serial.rules with the line SUBSYSTEM==&quot;tty&quot;, KERNEL==&quot;%2&quot;, GROUP=&quot;%1&quot;, MODE=&quot;0660&quot;, plug the adapter in again, and %3</source>
         <translation>ihn der Gruppe „%1“ geben, mit einer Datei /etc/udev/rules.d/99-serial.rules mit der Zeile SUBSYSTEM==&quot;tty&quot;, KERNEL==&quot;%2&quot;, GROUP=&quot;%1&quot;, MODE=&quot;0660&quot;, den Adapter neu einstecken und %3</translation>
     </message>
+    <message>
+        <source>cloudy above</source>
+        <translation>bewölkt über</translation>
+    </message>
+    <message>
+        <source>clear below</source>
+        <translation>klar unter</translation>
+    </message>
+    <message>
+        <source>windy above</source>
+        <translation>windig über</translation>
+    </message>
+    <message>
+        <source>breeze above</source>
+        <translation>leichter Wind über</translation>
+    </message>
+    <message>
+        <source>rain above</source>
+        <translation>Regen über</translation>
+    </message>
+    <message>
+        <source>damp above</source>
+        <translation>feucht über</translation>
+    </message>
+    <message>
+        <source>dark above</source>
+        <translation>dunkel über</translation>
+    </message>
+    <message>
+        <source>dusk above</source>
+        <translation>Dämmerung über</translation>
+    </message>
 </context>
 <context>
     <name>orvalis::RowsEditor</name>
@@ -1529,7 +1572,7 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>No readings:</source>
-        <translation>Keine Messung:</translation>
+        <translation>Keine Werte:</translation>
     </message>
     <message>
         <source>Sound</source>
@@ -1845,11 +1888,15 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>Choose…</source>
-        <translation>Wählen…</translation>
+        <translation>Datei…</translation>
     </message>
     <message>
         <source>Nothing is chosen yet</source>
         <translation>Noch nichts gewählt</translation>
+    </message>
+    <message>
+        <source>The guide, at this window&apos;s section (F1)</source>
+        <translation>Das Handbuch, beim Abschnitt dieses Fensters (F1)</translation>
     </message>
 </context>
 <context>
@@ -3068,7 +3115,7 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>No readings</source>
-        <translation>Keine Messung</translation>
+        <translation>Keine Werte</translation>
     </message>
     <message>
         <source>By condition</source>

@@ -55,3 +55,5 @@ QT_TRANSLATE_NOOP("QFileSystemModel", "Name");
 QT_TRANSLATE_NOOP("QFileSystemModel", "Size");
 QT_TRANSLATE_NOOP("QFileSystemModel", "Type");
 QT_TRANSLATE_NOOP("QFileSystemModel", "Date Modified");
+QT_TRANSLATE_NOOP("QTabBar", "Scroll Left");
+QT_TRANSLATE_NOOP("QTabBar", "Scroll Right");

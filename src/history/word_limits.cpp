@@ -2,20 +2,21 @@
 
 #include <optional>
 
+#include "base/message.h"
 #include "reading/conditions.h"
 
 namespace orvalis {
 
 WordLimits WordLimitsOf(const Settings& settings) {
   using enum Quantity;
-  return {{{kSky, "cloudy above", static_cast<double>(settings.FullCloudyDegC), true},
-           {kSky, "clear below", static_cast<double>(settings.PartCloudyDegC), true},
-           {kWind, "windy above", settings.WindSpeedCloseD},
-           {kWind, "breeze above", settings.WindSpeedWarn},
-           {kRain, "rain above", static_cast<double>(settings.RainThreshold) + kDampBand},
-           {kRain, "damp above", static_cast<double>(settings.RainThreshold)},
-           {kLight, "dark above", static_cast<double>(settings.LightThreshold)},
-           {kLight, "dusk above", static_cast<double>(kDuskAbove)}}};
+  return {{{kSky, Message::Of("cloudy above").english(), static_cast<double>(settings.FullCloudyDegC), true},
+           {kSky, Message::Of("clear below").english(), static_cast<double>(settings.PartCloudyDegC), true},
+           {kWind, Message::Of("windy above").english(), settings.WindSpeedCloseD},
+           {kWind, Message::Of("breeze above").english(), settings.WindSpeedWarn},
+           {kRain, Message::Of("rain above").english(), static_cast<double>(settings.RainThreshold) + kDampBand},
+           {kRain, Message::Of("damp above").english(), static_cast<double>(settings.RainThreshold)},
+           {kLight, Message::Of("dark above").english(), static_cast<double>(settings.LightThreshold)},
+           {kLight, Message::Of("dusk above").english(), static_cast<double>(kDuskAbove)}}};
 }
 
 CurveValue ValueOf(const WordLimit& limit) {

@@ -136,7 +136,7 @@ TEST_F(PollCycleTest, ACountWithoutAveragesIsSaidForAsLongAsItStands) {
   Connect(4);
   settings.TempsAvgCount = 9999;
   Measure("TA=+02500", 2);
-  const auto notice = [this] { return std::string(panel.StandingText(StandingMessage::Cause::kAveragingCount)); };
+  const auto notice = [this] { return panel.StandingText(StandingMessage::Cause::kAveragingCount).English(); };
   EXPECT_NE(notice().find("\"TempsAvgCount\" is 9999"), std::string::npos) << notice();
   EXPECT_EQ(LastEvent(), notice());
   EXPECT_EQ((Strings{panel.ambient, panel.humidity, panel.averaging, panel.sky}), (Strings{"", "", "", "-20.0"}));

@@ -4,6 +4,8 @@
 #include <QEvent>
 #include <QPushButton>
 
+#include "ui/controls/words.h"
+
 namespace orvalis {
 
 /// A window's wish for help, sent to one of its widgets. Whoever shows the guide filters it.
@@ -25,7 +27,7 @@ inline void AskForHelp(QWidget* widget) {
 /// Makes `button` ask for help on its window, as F1 does there.
 inline QPushButton* ForHelp(QPushButton* button) {
   button->setObjectName("cmdHelp");
-  button->setToolTip("The guide, at this window's section (F1)");
+  button->setToolTip(Words::tr("The guide, at this window's section (F1)"));
   button->setAccessibleDescription(button->toolTip());
   button->setAutoDefault(false);
   QObject::connect(button, &QPushButton::clicked, button, [button] { AskForHelp(button); });

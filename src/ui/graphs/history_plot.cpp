@@ -318,8 +318,10 @@ void HistoryPlot::SetLimitLines(const HistoryView& view, TimeRange range, int co
     const Quantity quantity = limit.quantity;
     const auto curve = std::ranges::find(curves_, quantity, [](const CurveGraph* c) { return c->kind().quantity; });
     if (curve == curves_.end()) continue;
-    LimitLayer::Line line{
-        .text = limit.text, .on_right = (*curve)->kind().on_right_axis, .axis = (*curve)->valueAxis(), .points = {}};
+    LimitLayer::Line line{.text = QString::fromStdString(WindowLanguage()(limit.text)),
+                          .on_right = (*curve)->kind().on_right_axis,
+                          .axis = (*curve)->valueAxis(),
+                          .points = {}};
     const auto height = [](const WordLimit& of) { return of.under_ambient ? -of.value : of.value; };
     line.text_below = std::ranges::any_of(
         limits_, [&](const WordLimit& other) { return other.quantity == quantity && height(other) > height(limit); });
