@@ -153,8 +153,7 @@ void frmAssistant::BuildPort(QBoxLayout* column) {
   connect_ = Named(new QCheckBox(tr("&Connect to it with \"Next\"")), "chkConnect");
   connect_->setChecked(true);
   AddExplained(section.column, connect_, tr("It gets the settings of its alarms then, and you see its readings."));
-  auto_connect_ =
-      Named(new QCheckBox(tr("Connect at e&very start, and again when the connection is lost")), "chkAutoConnect");
+  auto_connect_ = Named(new QCheckBox(tr("At e&very start too, and again when it is lost")), "chkAutoConnect");
   section.column->addWidget(auto_connect_);
   connect(port_, &QComboBox::editTextChanged, this, &frmAssistant::UpdateUnitPage);
   connect(port_->lineEdit(), &QLineEdit::editingFinished, this, &frmAssistant::TakeTypedPort);
