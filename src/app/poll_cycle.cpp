@@ -203,7 +203,7 @@ void PollCycle::CheckStaleness() {
   const std::string since =
       parts_.panel.fresh_at ? "since " + parts_.clock.style().time(*parts_.panel.fresh_at) : "since the start";
   const std::string lacking = last_frame_unusable_ ? "valid reading" : "complete frame";
-  parts_.events.Record("stale: no " + lacking + " " + since);
+  parts_.events.Record("stale: no " + lacking + " " + since, EventLevel::kWarning);
   parts_.panel.status = "No " + lacking + " from the unit " + since;
 }
 

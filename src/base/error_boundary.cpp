@@ -22,7 +22,7 @@ std::string Describe(const std::exception_ptr& error) {
 void ErrorBoundary::Report(std::string_view doing, const std::exception_ptr& error) {
   const std::string text = "Error while " + std::string(doing) + ": " + Describe(error);
   status_ = text;
-  if (standing_[std::string(doing)].IsNews(text)) events_.Record(text);
+  if (standing_[std::string(doing)].IsNews(text)) events_.Record(text, EventLevel::kError);
 }
 
 void ErrorBoundary::Succeeded(std::string_view doing) {

@@ -75,7 +75,7 @@ Task<> SensorLink::Connect(std::optional<std::string> port) {
   port_.SetConnected(false);
   if (!lost_reason_.empty()) failure = lost_reason_;
   status_ = "Cannot connect: " + failure;
-  events_.Record("connect failed: " + failure);
+  events_.Record("connect failed: " + failure, EventLevel::kWarning);
 }
 
 Task<std::string> SensorLink::Greet(const std::string& port) {
@@ -341,7 +341,7 @@ void SensorLink::HandleLost(const std::string& reason) {
   // A connect that is under way notices the closed port and reports the failure itself.
   if (connecting_) return;
   status_ = "Connection lost: " + reason;
-  events_.Record("lost: " + reason);
+  events_.Record("lost: " + reason, EventLevel::kWarning);
 }
 
 }  // namespace orvalis
