@@ -1,5 +1,5 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: check release run demo build install package test asan lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
+.PHONY: check release run demo build install package test-packages test asan lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
@@ -21,6 +21,11 @@ install: build  ## put the program where all users find it, and clients' calls s
 package: build  ## a Debian package, in build/release/
 	@scripts/install-deps.sh package
 	@cd build/release && cpack
+
+test-packages:  ## check the packages, and install, use, upgrade and purge them in clean Debian roots; as root
+	@$(MAKE) --no-print-directory package
+	@scripts/check-packages.sh build/release
+	@scripts/test-packages.sh build/release
 
 check:          ## the quick tier: format, direction of the includes, tests of the logic; under a minute when built
 	@scripts/install-deps.sh build test lint
