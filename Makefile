@@ -1,5 +1,5 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: check release run demo build install package test-packages test-arm64 test asan lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
+.PHONY: check release run demo build install package test-packages test-arm64 test asan fuzz lint translations format bench screenshots windows lint-windows test-windows bench-windows installer clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
@@ -45,9 +45,17 @@ asan:           ## the same tests under AddressSanitizer and UndefinedBehaviorSa
 	@scripts/build.sh asan
 	@scripts/asan-test.sh
 
+fuzz:           ## try made-up frames, files, requests … on what reads them, FUZZ_SECONDS=30 for each target
+	@scripts/install-deps.sh build test lint
+	@scripts/fuzz.sh
+
 lint:           ## check format, layers and, with clang-tidy, the program, its tests and benchmarks
 	@scripts/install-deps.sh build test lint
 	@scripts/lint.sh
+
+translations:   ## enter new texts of the windows into translations/*.ts, and check that all are translated
+	@scripts/install-deps.sh lint
+	@scripts/translations.sh --update
 
 format:         ## put the sources into the house format
 	@scripts/install-deps.sh lint

@@ -193,13 +193,15 @@ say "what stays: the user orvalis, and users' own settings and logs"
 say "a machine with a desktop"
 make_root desktop
 install_from "$packages" orvalis indi-orvalis
-inside env QT_QPA_PLATFORM=offscreen orvalis --demo --picture /tmp/panel.png
-[[ -s $root/tmp/panel.png ]] || fail "no picture of the panel"
+inside useradd -m observer
+as_observer=(runuser -u observer -- env HOME=/home/observer)
+inside "${as_observer[@]}" QT_QPA_PLATFORM=offscreen orvalis --demo --picture /home/observer/panel.png 2>/dev/null
+[[ -s $root/home/observer/panel.png ]] || fail "no picture of the panel"
 # The bus starts it, as its file says.
-answer=$(inside dbus-run-session -- dbus-send --session --print-reply --reply-timeout=30000 --dest=org.orvalis.Weather \
+answer=$(inside "${as_observer[@]}" dbus-run-session -- dbus-send --session --print-reply --reply-timeout=30000 --dest=org.orvalis.Weather \
   /org/orvalis/Weather org.freedesktop.DBus.Properties.Get string:org.orvalis.Weather string:Name 2>&1) || fail "$answer"
 say "D-Bus starts the program: $(tail -1 <<<"$answer")"
 inside test -x /usr/bin/indi_orvalis_weather || fail "no INDI driver"
 purge orvalis indi-orvalis
-if inside sh -c 'find /usr /etc -iname "*orvalis*" | grep .'; then fail "left over"; fi
+if find "$root/usr" "$root/etc" "$root/var/lib" -iname '*orvalis*' | grep .; then fail "left over"; fi
 say "all is well"
