@@ -1,9 +1,9 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: check release run demo build install package test asan fuzz lint translations format bench screenshots windows lint-windows test-windows bench-windows installer clean help
+.PHONY: check release run demo build install package test-packages test-arm64 test asan fuzz lint translations format bench screenshots windows lint-windows test-windows bench-windows installer clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
-	@grep -E '^[a-z-]+: .*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z-]+):.*## /  make \1\t/'
+	@grep -E '^[a-z0-9-]+: .*##' $(MAKEFILE_LIST) | sed -E 's/^([a-z0-9-]+):.*## /  make \1\t/'
 
 run: build      ## build, start the simulated sensor unit and the program connected to it
 	@scripts/run.sh
@@ -21,6 +21,15 @@ install: build  ## put the program where all users find it, and clients' calls s
 package: build  ## a Debian package, in build/release/
 	@scripts/install-deps.sh package
 	@cd build/release && cpack
+
+test-packages:  ## check the packages, and install, use, upgrade and purge them in clean Debian roots; as root
+	@$(MAKE) --no-print-directory package
+	@scripts/check-packages.sh build/release
+	@scripts/test-packages.sh build/release
+
+test-arm64:     ## cross-build the programs for arm64, in build/arm64/bin/, and run them under qemu-user; as root
+	@scripts/install-deps.sh package
+	@scripts/test-arm64.sh
 
 check:          ## the quick tier: format, direction of the includes, tests of the logic; under a minute when built
 	@scripts/install-deps.sh build test lint

@@ -1,7 +1,7 @@
 ; The Windows installer. `make installer` calls makensis with VERSION, EXECUTABLE (orvalis.exe), DOCS (the folder of the
 ; guide), LICENSE and OUTPUT defined. "/S" installs and uninstalls silently, "/D=FOLDER" chooses the folder, "/FIREWALL"
-; lets other machines through the firewall, "/PURGE" lets the uninstaller remove what is the user's too. Exit codes: 0 done,
-; 1 cancelled, 2 not done, with the reason in a window unless it is silent.
+; lets other machines through the firewall, "/LOGON" starts the program at logon, "/PURGE" lets the uninstaller remove what
+; is the user's too. Exit codes: 0 done, 1 cancelled, 2 not done, with the reason in a window unless it is silent.
 ;
 ; Clients find one program. Installed into a second folder, it is that one; when the second is removed, it is the first
 ; again, if that is still there.
@@ -22,6 +22,8 @@ VIAddVersionKey "FileDescription" "Installs Orvalis"
 VIAddVersionKey "LegalCopyright" "GPL-3.0-or-later"
 
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Orvalis"
+
+!define RUN "Software\Microsoft\Windows\CurrentVersion\Run"
 
 !include "MUI2.nsh"
 !include "FileFunc.nsh"
@@ -129,10 +131,18 @@ Section /o "Firewall rule" firewall
   allowed:
 SectionEnd
 
+; For every user of the machine. Windows starts it again after a crash, which the program asks for itself.
+Section /o "Start at logon" logon
+  SetRegView 64
+  WriteRegStr HKLM "${RUN}" "Orvalis" '"$INSTDIR\orvalis.exe"'
+SectionEnd
+
+LangString logon_text ${LANG_ENGLISH} "The panel opens when somebody logs on to this machine."
 LangString firewall_text ${LANG_ENGLISH} "A rule of the Windows firewall for private networks: other machines reach the \
 Alpaca devices and the page, once the program's settings open them to the network."
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${firewall} $(firewall_text)
+  !insertmacro MUI_DESCRIPTION_TEXT ${logon} $(logon_text)
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 Function .onInit
@@ -142,6 +152,11 @@ Function .onInit
   IfErrors shut
     SectionSetFlags ${firewall} 1
   shut:
+  ClearErrors
+  ${GetOptions} $0 "/LOGON" $1
+  IfErrors by_hand
+    SectionSetFlags ${logon} 1
+  by_hand:
 FunctionEnd
 
 Section "un.Orvalis"
@@ -151,6 +166,9 @@ Section "un.Orvalis"
   !insertmacro FailWhileRunning
   ExecWait '"$INSTDIR\orvalis.exe" /UnregServer' $0
   !insertmacro RemoveFirewallRule
+  ReadRegStr $2 HKLM "${RUN}" "Orvalis"
+  StrCmp $2 '"$INSTDIR\orvalis.exe"' 0 +2
+    DeleteRegValue HKLM "${RUN}" "Orvalis"
   Delete "$INSTDIR\orvalis.exe"
   RMDir /r "$INSTDIR\docs"
   Delete "$INSTDIR\LICENSE.txt"

@@ -10,7 +10,7 @@ declare -A packages=(
   [test]="libgtest-dev libgmock-dev libbenchmark-dev python3 xvfb xauth imagemagick xdotool
     libsystemd-dev pkg-config dbus-daemon libglib2.0-bin python3-dbus python3-gi systemd vsftpd wrk nodejs
     mosquitto mosquitto-clients prometheus openssl indi-bin"
-  [package]="dpkg-dev file"
+  [package]="dpkg-dev file gzip lintian desktop-file-utils appstream mmdebstrap systemd systemd-container"
   [lint]="clang-format clang-tidy clang libclang-rt-dev llvm python3 qt6-l10n-tools"
   [windows]="g++-mingw-w64-x86-64-posix mingw-w64-tools qt6-base-dev-tools qt6-l10n-tools googletest dpkg-dev tcl wine wine64 wine64-tools
     libwine-dev fonts-wine nsis

@@ -15,6 +15,6 @@ output=$PWD/build/release-$version
 rm -rf "$output"
 mkdir -p "$output"
 make -C "$clone/orvalis" package installer
-cp "$clone"/orvalis/build/release/*.deb "$clone"/orvalis/build/windows/orvalis-*-setup.exe "$output"
+cp "$clone"/orvalis/build/release/*.{deb,ddeb} "$clone"/orvalis/build/windows/orvalis-*-setup.exe "$output"
 (cd "$output" && sha256sum -- * >SHA256SUMS)
 cat "$output/SHA256SUMS"

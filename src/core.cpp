@@ -14,6 +14,7 @@
 #include "logs/crash_note.h"
 #include "platform/system/crash_report.h"
 #include "platform/system/safe_file.h"
+#include "verdict/explanation.h"
 
 namespace orvalis {
 namespace {
@@ -53,12 +54,13 @@ void LogFailedStart(const std::string& reason) {
   LineOutput errors(LineOutput::Stream::kError);
   ErrorLog log(events, clock.style(), [&errors](const std::string& text) { errors.Write("orvalis: " + text); });
   log.Open(PathFromText(ProgramFolder()));
-  events.Record("the program could not start: " + reason);
+  events.Record("the program could not start: " + reason, EventLevel::kError);
 }
 
-Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
+Core::Core(const CommandLine& line, std::chrono::seconds client_patience, ServiceManager& manager)
     : line_(line),
       client_patience_(client_patience),
+      manager_(manager),
       port_(native::MakeSerialPort()),
       profile_(native::MakeProfile(ChosenProfileFolder(line))),
       utility_(native::MakeUtilityObject()),
@@ -67,7 +69,7 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
       boundary_(panel_.status, events_),
       settings_loss_({.store = store_, .panel = panel_, .events = events_}),
       sounds_(native::MakeSoundPlayer([this](const std::string& failure) {
-        events_.Record(failure);
+        events_.Record(failure, EventLevel::kError);
         alert_trial_.SoundFailed(failure);
       })),
       programs_(native::MakeProgramStarter()),
@@ -155,7 +157,7 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
         });
         boundary_.RunToEnd(Message::Of("judging whether it is safe"), [this] { observer_.Update(); });
       }),
-      error_log_(events_, clock_.style(), [this](const std::string& text) { error_output_.Write("orvalis: " + text); }),
+      error_log_(events_, clock_.style(), [this](const std::string& text) { PrintError(text, EventLevel::kError); }),
       weather_parts_{.flags = flags_,
                      .settings = settings_,
                      .weather = weather_,
@@ -215,10 +217,13 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
   observer_.Listen([this](const Observation& now, const Observer::News& /*news*/) { safety_alerts_.Note(now); });
   observer_.Listen([this](const Observation& now, const Observer::News& news) { Announce(now, news); });
   poll_.Listen([this](const SensorFrame& frame) { history_.Note(weather_, frame); });
-  if (line_.headless && line_.automation) {
-    events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
-  } else if (line_.headless) {
+  observer_.Listen([this](const Observation& now, const Observer::News& news) {
+    if (news.reasons) manager_.Tell(now.verdict.safe ? "SAFE" : "UNSAFE: " + ReasonNames(now.verdict));
+  });
+  if (line_.headless && !line_.automation) {
     PrintReadings();
+  } else if (line_.headless || native::ErrorsGoToSystemLog()) {
+    events_.Listen([this](const Event& event) { PrintError(event.text, event.level); });
   }
   if (const std::string note = TakeCrashNote(folder); !note.empty()) {
     Report("An earlier run ended by a fault; please report it with the backtrace in the error log: " + note);
@@ -268,6 +273,7 @@ int Core::Run(Front* front) {
   Refresh();
   history_.LoadSoon();
   if (front_ != nullptr) front_->Started();
+  manager_.Started();
   const int code = QCoreApplication::exec();
   ShutDown();
   return code;
@@ -295,6 +301,7 @@ void Core::StartUp(Front* front) {
 
 void Core::ShutDown() noexcept {
   if (!startup_) return;
+  manager_.Stopping();
   setup_timer_.SetEnabled(false);
   boundary_.RunToEnd(Message::Of("giving the last verdict"), [this] { observer_.Stop(); });
   mqtt_.Close();
@@ -399,7 +406,7 @@ network::MetricCounters Core::CountersNow() {
 
 void Core::Report(const Message& text) {
   panel_.status = text;
-  events_.Record(text.English());
+  events_.Record(text.English(), EventLevel::kError);
 }
 
 void Core::PrintReadings() {
@@ -415,8 +422,12 @@ void Core::PrintReadings() {
   const bool on_both = !native::OutputsAreSame();
   events_.Listen([this, on_both](const Event& event) {
     output_.Write(line_.json ? EventJson(event) : EventText(event, clock_.style()));
-    if (on_both) error_output_.Write("orvalis: " + event.text);
+    if (on_both) PrintError(event.text, event.level);
   });
+}
+
+void Core::PrintError(const std::string& text, EventLevel level) {
+  error_output_.Write(native::ErrorLinePrefix(level) + "orvalis: " + text);
 }
 
 void Core::ServeClients() {

@@ -17,6 +17,7 @@
 #include "app/poll_cycle.h"
 #include "app/program_flags.h"
 #include "app/safety_alerts.h"
+#include "app/service_manager.h"
 #include "app/settings_loss.h"
 #include "app/setup_routine.h"
 #include "app/startup.h"
@@ -119,8 +120,8 @@ class Core {
     Traffic*& traffic;  ///< the text of the traffic window while that is open
   };
 
-  /// A program that is there for clients alone waits `client_patience` for the first.
-  Core(const CommandLine& line, std::chrono::seconds client_patience);
+  /// A program that is there for clients alone waits `client_patience` for the first. `manager` outlives the core.
+  Core(const CommandLine& line, std::chrono::seconds client_patience, ServiceManager& manager);
   Core(const Core&) = delete;
   Core& operator=(const Core&) = delete;
   ~Core();
@@ -185,11 +186,14 @@ class Core {
   void Report(const Message& text);
   /// A line for each working cycle and each event on standard output; messages on standard error.
   void PrintReadings();
+  /// A line on standard error, which may be the system's log.
+  void PrintError(const std::string& text, EventLevel level);
   /// Offers the automation object. Throws RunTimeError when that fails in a program that is there for clients alone.
   void ServeClients();
 
   CommandLine line_;
   std::chrono::seconds client_patience_;
+  ServiceManager& manager_;
   QtEventLoop loop_;
   QtClock clock_;
   std::unique_ptr<SerialPort> port_;

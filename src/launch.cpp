@@ -71,7 +71,7 @@ int RunProfile(const CommandLine& line) {
 /// then the system's log records it.
 int FailToStart(const std::exception& error, const CommandLine& line, WindowSystem* windows) {
   StopSignals::ExitImmediately(kExitFailed);
-  std::cerr << "orvalis: " << error.what() << '\n';
+  std::cerr << native::ErrorLinePrefix(EventLevel::kError) << "orvalis: " << error.what() << '\n';
   if (line.action == CommandLine::Action::kRun) LogFailedStart(error.what());
   if (line.automation) native::WriteSystemLog(std::string("Orvalis cannot serve a client: ") + error.what());
   if (windows != nullptr && !line.automation && !native::StandardErrorIsTerminal()) {
@@ -113,6 +113,20 @@ void ExplainNoDisplay(QtMsgType type, const QMessageLogContext& /*context*/, con
   std::_Exit(kExitFailed);
 }
 
+/// A service waits until the program that has the settings ends, which a person may have started, and takes its place
+/// then. False when it is to end first. Otherwise the system would start it again and again, and each start would bring
+/// the panel to the front.
+bool WaitForPlace(SingleInstance& instance, ServiceManager& manager, const bool& ending) {
+  constexpr std::chrono::milliseconds kStep{500};
+  if (instance.ClaimWithin({})) return true;
+  manager.Tell("waits for another Orvalis with the same settings to end");
+  while (!ending) {
+    if (instance.ClaimWithin(kStep)) return true;
+    QCoreApplication::processEvents();
+  }
+  return false;
+}
+
 /// How the program has ended.
 struct Ending {
   int exit_code;
@@ -122,7 +136,13 @@ struct Ending {
 Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
   // From here on, a signal during the start is handled as soon as the event loop runs.
   Core* running = nullptr;
-  const StopSignals stop_signals({.stop = [] { QCoreApplication::exit(kExitOk); },
+  bool ending = false;
+  const std::unique_ptr<ServiceManager> manager = native::MakeServiceManager();
+  const StopSignals stop_signals({.stop =
+                                      [&ending] {
+                                        ending = true;
+                                        QCoreApplication::exit(kExitOk);
+                                      },
                                   .session_ended =
                                       [&running] {
                                         if (running != nullptr) running->ShutDown();
@@ -137,10 +157,12 @@ Ending RunProgram(const CommandLine& line, WindowSystem* windows) {
                          "already running with the same settings, and clients cannot reach it");
     }
     if (turn == Turn::kInherited) client_patience = kInheritedPatience;
+  } else if (manager->Watches()) {
+    if (!WaitForPlace(instance, *manager, ending)) return {kExitOk};
   } else if (const auto start = instance.Claim(); start != SingleInstance::Start::kFirst) {
     return {DeferToRunningInstance(start)};
   }
-  Core core(line, client_patience);
+  Core core(line, client_patience, *manager);
   running = &core;
   if (!instance.problem().isEmpty()) core.Note(instance.problem().toStdString());
   const std::unique_ptr<Front> front = windows != nullptr ? windows->MakeWindows(core) : nullptr;

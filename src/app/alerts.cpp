@@ -58,7 +58,7 @@ void Try(const AlertRow& row, const Means& means, bool first, OnceUntilMended& t
     if (trouble.Mended() || first) events.Record(std::string("alert ") + row.name + ": " + means.done + " " + file);
   } catch (const std::exception& error) {
     const std::string failure = std::string("the ") + row.name + " " + means.name + ": " + error.what();
-    if (trouble.IsNews(failure)) events.Record(failure);
+    if (trouble.IsNews(failure)) events.Record(failure, EventLevel::kError);
   }
 }
 

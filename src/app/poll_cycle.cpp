@@ -205,7 +205,7 @@ void PollCycle::CheckStaleness() {
                             ? Message::Of("since %1").With(parts_.clock.style().time(*parts_.panel.fresh_at))
                             : Message(Message::Of("since the start"));
   const std::string lacking = last_frame_unusable_ ? "valid reading" : "complete frame";
-  parts_.events.Record("stale: no " + lacking + " " + since.English());
+  parts_.events.Record("stale: no " + lacking + " " + since.English(), EventLevel::kWarning);
   parts_.panel.status = last_frame_unusable_ ? Message::Of("No valid reading from the unit %1").With(since)
                                              : Message::Of("No complete frame from the unit %1").With(since);
 }

@@ -91,7 +91,7 @@ void SafetyAlerts::Play(const Row& row) {
   if (file.empty()) return;
   try {
     parts_.sounds.Play(file);
-    Record(row, "played " + file);
+    Record(row, "played " + file, EventLevel::kNotice);
   } catch (const std::exception& error) {
     Record(row, error.what());
   }
@@ -109,7 +109,7 @@ void SafetyAlerts::StartProgram(std::size_t kind, const Observation& now) {
                            .ended = [this, kind, number, path](const std::string& failure) {
                              if (!failure.empty()) Fail(kind, number, path + " " + failure, false);
                            }});
-    Record(row, "started " + path);
+    Record(row, "started " + path, EventLevel::kNotice);
   } catch (const std::exception& error) {
     Fail(kind, number, error.what(), IsStopping(now));
   }
@@ -134,8 +134,8 @@ void SafetyAlerts::Retry(std::size_t kind) {
   if (parts_.settings.SafetyAlerts != 0 && kRows[kind].holds(now.verdict)) StartProgram(kind, now);
 }
 
-void SafetyAlerts::Record(const Row& row, const std::string& what) {
-  parts_.events.Record(std::string("alert ") + row.name + ": " + what);
+void SafetyAlerts::Record(const Row& row, const std::string& what, EventLevel level) {
+  parts_.events.Record(std::string("alert ") + row.name + ": " + what, level);
 }
 
 }  // namespace orvalis

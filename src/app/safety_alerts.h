@@ -62,7 +62,7 @@ class SafetyAlerts {
   /// `what` happened to the program of course `number`.
   void Fail(std::size_t kind, std::uint64_t number, const std::string& what, bool last_chance);
   void Retry(std::size_t kind);
-  void Record(const Row& row, const std::string& what);
+  void Record(const Row& row, const std::string& what, EventLevel level = EventLevel::kError);
 
   Parts parts_;
   std::int64_t start_;  ///< TickCount

@@ -24,7 +24,7 @@ Message Describe(const std::exception_ptr& error) {
 void ErrorBoundary::Report(Phrase doing, const std::exception_ptr& error) {
   status_ = Message::Of("Error while %1: %2").With(doing, Describe(error));
   const std::string text = status_.English();
-  if (standing_[doing.english()].IsNews(text)) events_.Record(text);
+  if (standing_[doing.english()].IsNews(text)) events_.Record(text, EventLevel::kError);
 }
 
 void ErrorBoundary::Succeeded(Phrase doing) {

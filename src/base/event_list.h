@@ -11,10 +11,14 @@
 
 namespace orvalis {
 
+/// How much an event matters, for the system's log.
+enum class EventLevel { kError, kWarning, kNotice };
+
 /// One event, for a person to read.
 struct Event {
   CivilTime time;
   std::string text;
+  EventLevel level = EventLevel::kNotice;
 };
 
 /// Recent events: connections made and lost, errors, alerts. Bounded; the oldest are dropped.
@@ -25,8 +29,8 @@ class EventList {
 
   explicit EventList(const Clock& clock) : clock_(clock) {}
 
-  void Record(std::string text) {
-    events_.push_back({clock_.LocalNow(), std::move(text)});
+  void Record(std::string text, EventLevel level = EventLevel::kNotice) {
+    events_.push_back({clock_.LocalNow(), std::move(text), level});
     if (events_.size() > kKept) events_.pop_front();
     for (const Listener& listener : listeners_) listener(events_.back());
   }

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "app/alerts.h"
+#include "app/service_manager.h"
+#include "base/event_list.h"
 #include "config/profile.h"
 #include "config/utility_object.h"
 #include "platform/qt/command_line.h"
@@ -52,6 +54,14 @@ class Process {
 [[nodiscard]] bool StandardErrorIsTerminal();
 /// Whether standard output and standard error go to the same place, so that a line on both would appear twice.
 [[nodiscard]] bool OutputsAreSame();
+
+/// Whether standard error is read by the system's log, of which each line becomes an entry.
+[[nodiscard]] bool ErrorsGoToSystemLog();
+/// What tells that log how much a line on standard error matters; "" where it goes elsewhere.
+[[nodiscard]] std::string ErrorLinePrefix(EventLevel level);
+
+/// What the program is watched by. Made once.
+[[nodiscard]] std::unique_ptr<ServiceManager> MakeServiceManager();
 
 /// Records an error in the system's log. Does nothing on a system that logs the standard error of the programs it
 /// starts.

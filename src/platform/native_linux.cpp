@@ -10,11 +10,14 @@
 #include "platform/linux/dbus/weather_service.h"
 #include "platform/linux/detached_programs.h"
 #include "platform/linux/private_file.h"
+#include "platform/linux/program_runner.h"
 #include "platform/linux/qt_serial_port.h"
 #include "platform/linux/serial_ports.h"
 #include "platform/linux/sysfs_port_finder.h"
+#include "platform/linux/systemd_manager.h"
 #include "platform/native.h"
 #include "platform/qt/ini_profile.h"
+#include "platform/system/stop_signals.h"
 
 namespace orvalis::native {
 
@@ -25,13 +28,18 @@ Process::Process(int argc, char** argv) : arguments_(argv, argv + argc) {
 
 Process::~Process() = default;
 
-std::optional<int> RunService(const std::vector<std::string>& /*arguments*/) { return std::nullopt; }
+std::optional<int> RunService(const std::vector<std::string>& arguments) {
+  if (arguments.size() != 2 || arguments[1] != "--run-program") return std::nullopt;
+  StopSignals::RestoreDefault();
+  return RunOneProgram(STDIN_FILENO);
+}
 
 ServiceUsage UsageOfServices() {
-  return {.synopsis = {"--automation [--port PORT | --demo] [--profile DIR]"},
+  return {.synopsis = {"--automation [--port PORT | --demo] [--profile DIR]", "--run-program"},
           .options =
               "  --automation    for the session bus, which starts the program when a client asks for it; it ends "
-              "with its last client\n"};
+              "with its last client\n"
+              "  --run-program   for systemd, which starts it to run one alert program outside the service\n"};
 }
 
 std::vector<std::string> QtArguments() { return {}; }
@@ -49,6 +57,21 @@ bool OutputsAreSame() {
   return fstat(STDOUT_FILENO, &out) == 0 && fstat(STDERR_FILENO, &error) == 0 && out.st_dev == error.st_dev &&
          out.st_ino == error.st_ino;
 }
+
+bool ErrorsGoToSystemLog() { return ErrorsGoToJournal(); }
+
+std::string ErrorLinePrefix(EventLevel level) {
+  switch (level) {  // as syslog numbers them
+    case EventLevel::kError:
+      return JournalPrefix(3);
+    case EventLevel::kWarning:
+      return JournalPrefix(4);
+    default:
+      return JournalPrefix(5);
+  }
+}
+
+std::unique_ptr<ServiceManager> MakeServiceManager() { return std::make_unique<SystemdManager>(); }
 
 // What a program writes to standard error is in the journal.
 void WriteSystemLog(const std::string& /*text*/) {}
@@ -73,7 +96,11 @@ QString SimulatedUnitPort() { return "/tmp/unit"; }
 
 std::string SystemPortName(const std::string& name) { return DevicePath(name); }
 
-std::unique_ptr<ProgramStarter> MakeProgramStarter() { return std::make_unique<DetachedPrograms>(); }
+std::unique_ptr<ProgramStarter> MakeProgramStarter() {
+  const std::string runner = qgetenv("ORVALIS_PROGRAM_RUNNER").toStdString();
+  if (runner.empty()) return std::make_unique<DetachedPrograms>();
+  return std::make_unique<RunnerPrograms>(runner);
+}
 
 std::unique_ptr<WeatherServer> MakeWeatherServer(WeatherServer::Parts parts) {
   return std::make_unique<WeatherService>(std::move(parts));

@@ -5,6 +5,7 @@
 // After windows.h, whose types they use.
 #include <io.h>
 #include <shellapi.h>
+#include <shlwapi.h>
 
 #include <QCoreApplication>
 #include <QFile>
@@ -85,6 +86,19 @@ class NoFtpSender : public FtpSender {
   void Abandon() override {}
 };
 
+/// The system starts a program again that crashed or hung, if it had run for a minute.
+class RestartAfterCrash : public ServiceManager {
+ public:
+  [[nodiscard]] bool Watches() const override { return false; }
+  void Started() override {
+    // Without the program's name, as it was called.
+    const wchar_t* arguments = PathGetArgsW(GetCommandLineW());
+    RegisterApplicationRestart(arguments, RESTART_NO_PATCH | RESTART_NO_REBOOT);
+  }
+  void Stopping() override { UnregisterApplicationRestart(); }
+  void Tell(const std::string& /*status*/) override {}
+};
+
 }  // namespace
 
 Process::Process(int /*argc*/, char** /*argv*/) : arguments_(Utf8Arguments()) {
@@ -138,6 +152,12 @@ bool OutputsAreSame() {
          first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
          first.nFileIndexLow == second.nFileIndexLow;
 }
+
+bool ErrorsGoToSystemLog() { return false; }
+
+std::string ErrorLinePrefix(EventLevel /*level*/) { return {}; }
+
+std::unique_ptr<ServiceManager> MakeServiceManager() { return std::make_unique<RestartAfterCrash>(); }
 
 void WriteSystemLog(const std::string& text) {
   HANDLE const log = RegisterEventSourceW(nullptr, kEventSource);

@@ -79,7 +79,7 @@ void UploadReport::Succeeded() {
 
 bool UploadReport::Note(const std::string& why) {
   if (!trouble_.IsNews(why)) return false;
-  events_.Record(std::string(name_) + ": " + boxes_.Masked(why));
+  events_.Record(std::string(name_) + ": " + boxes_.Masked(why), EventLevel::kWarning);
   return true;
 }
 

@@ -74,7 +74,7 @@ Task<> SensorLink::Connect(std::optional<std::string> port) {
   port_.SetConnected(false);
   if (!lost_reason_.empty()) failure = lost_reason_;
   status_ = Message::Of("Cannot connect: %1").With(failure);
-  events_.Record("connect failed: " + failure.English());
+  events_.Record("connect failed: " + failure.English(), EventLevel::kWarning);
   failure_ = failure;
 }
 
@@ -344,7 +344,7 @@ void SensorLink::HandleLost(const std::string& reason) {
   // A connect that is under way notices the closed port and reports the failure itself.
   if (connecting_) return;
   status_ = Message::Of("Connection lost: %1").With(reason);
-  events_.Record("lost: " + reason);
+  events_.Record("lost: " + reason, EventLevel::kWarning);
 }
 
 }  // namespace orvalis
