@@ -26,7 +26,7 @@ constexpr std::array<FaultRow, kFaultKindCount> kTable = {{
     {FaultKind::kWrongAnswer, "wrong-answer", true, false},
     {FaultKind::kShort, "short", false, true, kMostOfAFrame},
     {FaultKind::kCut, "cut", false, true, kMostOfAFrame},
-    {FaultKind::kGarbage, "garbage", false, true},
+    {FaultKind::kGarbage, "garbage", false, true, kMostOfAFrame},
     {FaultKind::kSlow, "slow", true, true},
     {FaultKind::kLate, "late", true, true, kLatest},
     {FaultKind::kDrop, "drop", true, true},
@@ -162,7 +162,7 @@ Answer FaultBox::Apply(FaultKind kind, Answer answer, std::optional<double> amou
       answer.text.resize(Length(answer, amount, answer.text.size() - 1));
       break;
     case FaultKind::kGarbage:
-      answer.text = Garbled(std::move(answer.text));
+      answer.text = Garbled(std::move(answer.text), amount);
       break;
     case FaultKind::kSlow:
       answer.slowdown = kSlowFactor;
@@ -218,7 +218,14 @@ std::string FaultBox::Noise() {
 }
 
 // The terminator stays in place and no other "#" is added: a frame of another length is a separate fault.
-std::string FaultBox::Garbled(std::string text) {
+std::string FaultBox::Garbled(std::string text, std::optional<double> amount) {
+  if (amount) {
+    char& byte = text[std::min(static_cast<std::size_t>(*amount), text.size() - 1) - 1];
+    // Any other byte but the terminator.
+    byte = static_cast<char>(static_cast<unsigned char>(byte) + 1 + Below(255));
+    if (byte == '#') byte = '$';
+    return text;
+  }
   const bool letters_only = Below(2) == 0;
   const std::size_t wrong_bytes = 1 + Below(kMostWrongBytes);
   for (std::size_t i = 0; i < wrong_bytes; ++i) {

@@ -41,6 +41,7 @@ struct FaultRule {
   double probability = 1.0;  // of striking each answer, 0..1
   double seconds = 0.0;      // how long it lasts once it strikes; 0: for that answer only
   // kLate: seconds, otherwise kLateBy. kShort, kCut: characters that are sent in all, otherwise a random number.
+  // kGarbage: the character that alone is wrong, otherwise random ones.
   std::optional<double> amount{};
 };
 
@@ -85,7 +86,7 @@ class FaultBox {
 
   std::size_t Below(std::size_t limit);
   std::size_t Length(const Answer& answer, std::optional<double> amount, std::size_t random_limit);
-  std::string Garbled(std::string text);
+  std::string Garbled(std::string text, std::optional<double> amount);
   std::string Misnamed(std::string text);
   std::string Miscounted(std::string text);
   std::string Noise();

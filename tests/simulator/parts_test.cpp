@@ -98,6 +98,8 @@ TEST(Fault, EachSpoilsInItsOwnWay) {
   const Answer whole{AnswerKind::kFrame, frame};
   EXPECT_EQ(faults.Apply(FaultKind::kCut, whole, ParseFaultRule("cut=57").amount).text, frame.substr(0, 57));
   EXPECT_EQ(faults.Apply(FaultKind::kShort, whole, 57).text, frame.substr(0, 56) + "#");
+  const std::string one = faults.Apply(FaultKind::kGarbage, whole, 57).text;
+  EXPECT_TRUE(one[56] != frame[56] && one.substr(0, 56) + one.substr(57) == frame.substr(0, 56) + frame.substr(57));
   EXPECT_EQ(faults.Apply(FaultKind::kLate, whole, 12).delay, milliseconds(12000));
   for (const char* wrong : {"cut=0", "cut=117", "late=x", "late=1.5", "silent=3", "short="}) {
     EXPECT_THROW(ParseFaultRule(wrong), std::invalid_argument) << wrong;
