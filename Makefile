@@ -1,5 +1,5 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: check release run demo build install package test asan lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
+.PHONY: check release run demo build install package test asan soak lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
@@ -35,6 +35,11 @@ asan:           ## the same tests under AddressSanitizer and UndefinedBehaviorSa
 	@scripts/install-deps.sh build test
 	@scripts/build.sh asan
 	@scripts/asan-test.sh
+
+soak:           ## every fault against the real program, then MINUTES=20 of them at random (SEED=N; DOCUMENT=docs/reliability.md)
+	@scripts/install-deps.sh build test
+	@scripts/build.sh dev
+	@scripts/soak.sh --minutes $(or $(MINUTES),20) $(if $(SEED),--seed $(SEED)) $(if $(DOCUMENT),--document $(DOCUMENT))
 
 lint:           ## check format, layers and, with clang-tidy, the program, its tests and benchmarks
 	@scripts/install-deps.sh build test lint
