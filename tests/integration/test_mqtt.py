@@ -41,6 +41,8 @@ class FakeBroker:
                     return
 
     def close(self):
+        with contextlib.suppress(OSError):
+            self.server.shutdown(socket.SHUT_RDWR)  # otherwise it listens while accept waits
         for one in (self.server, *self.connections):
             one.close()
 

@@ -21,6 +21,7 @@ from world import END, MENDED
 
 HTTP = ("observation", "issafe")
 DAY = 86400
+SHARES = 12
 
 
 @dataclass
@@ -91,12 +92,12 @@ def unit_stopped(world):
     world.unit.process.send_signal(signal.SIGCONT)
 
 
-def every_byte(kind):
-    """Each length of a cut frame, each place of a wrong byte, in the rain. A share of them in a hurry."""
-    def act(world, share=(0, 1)):
+def every_byte(kind, share):
+    """Each length of a cut frame, each place of a wrong byte, in the rain; in shares, because each takes a timeout."""
+    def act(world):
         world.rain(True)
         world.until_unsafe()
-        for number in range(1 + share[0], 117, share[1]):
+        for number in range(1 + share, 117, SHARES):
             struck = len(world.recorded(" fault " + kind))
             world.unit.tell("fault %s=%d" % (kind, number))
             world.wait_for(lambda n=struck: len(world.recorded(" fault " + kind)) > n, "a frame is asked for")
@@ -214,6 +215,17 @@ def destroyed(path, world):
     """What a dying disk makes of a file."""
     size = max(path.stat().st_size, 100)
     path.write_bytes(world.chance.randbytes(size))
+
+
+def pipes_at_the_start(world):
+    world.end()
+    names = ("Orvalis.Weather.running", "Orvalis.Weather.ini.lock", "Orvalis.Weather.good.ini")
+    for name in names:
+        Path(world.profile, name).unlink(missing_ok=True)
+        os.mkfifo(Path(world.profile, name))
+    world.start()
+    world.until_it_works()
+    assert not any(Path(world.profile, name).is_fifo() for name in names), "a pipe is still there"
 
 
 def settings_destroyed(world):
@@ -360,6 +372,7 @@ def ftp_server_hostile(world):
                        if line.startswith(("g_bAllow_WEB=", "WebcamBuiltIn=", "g_lWEBUpdate_interval_index=",
                                            "g_sWEBcam_name=", "g_sWEBcam_site="))})
         world.start()
+        world.until_it_works()
 
 
 def sound_gone(world):
@@ -376,9 +389,10 @@ LINE = "unsafe when readings are late, damaged or missing; values right or unkno
 GOES_ON = "readings, verdict and all interfaces go on"
 FAULTS = [
     Fault("line lost", "the adapter vanishes, and comes back under another device", "15 s", LINE, drop, quick=True),
-    Fault("every length", "frames cut after each character", "with the last", LINE, every_byte("cut")),
-    Fault("every length, ended", "the same with the end of a frame at the cut", "with the last", LINE, every_byte("short")),
-    Fault("every byte", "each character of a frame wrong, one by one", "with the last", LINE, every_byte("garbage")),
+    *(Fault(name, how, "with the last", LINE, every_byte(kind, share)) for share in range(SHARES) for name, how, kind in (
+        ("every length", "frames cut after each character, in 12 parts", "cut"),
+        ("every length, ended", "the same with the end of a frame at the cut", "short"),
+        ("every byte", "each character of a frame wrong, one by one", "garbage"))),
     Fault("noisy frames", "up to 20 wrong bytes in a frame", "20 s, in rain and without", LINE,
           on_the_line("fault garbage %.1f", 20, 3), quick=True),
     Fault("damaged names", "a letter of a field's name", "the same", LINE, on_the_line("fault names %.1f", 20)),
@@ -411,8 +425,12 @@ FAULTS = [
           in_place_of("profile", Path.touch)),
     Fault("a folder for the settings", "in place of their file", "the file is back", GOES_ON,
           in_place_of("profile/Orvalis.Weather.ini", Path.mkdir)),
+    Fault("a folder for the history", "in place of its file", "the file is back", GOES_ON,
+          in_place_of("profile/history.sqlite", Path.mkdir)),
     Fault("pipes for logs", "that nobody reads, in place of the files", "the files are back", GOES_ON, pipes_for_logs,
           quick=True),
+    Fault("pipes at the start", "in place of the locks and the copy of the settings", "replaced", GOES_ON,
+          pipes_at_the_start),
     Fault("settings destroyed", "random bytes, then KILL", "started again, acknowledged",
           "the copy comes back; unsafe until acknowledged", settings_destroyed, quick=True),
     Fault("history destroyed", "random bytes in its file", "started again", GOES_ON, history_destroyed),

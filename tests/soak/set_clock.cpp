@@ -1,6 +1,6 @@
-// Loaded before the system's library: the clocks of the program are ahead of the system's by what the file says that the
-// environment names: two numbers of 64 bits, milliseconds, of the time of day and of the time since boot, which counts
-// sleep. The clock that stands still in sleep stays as it is, as on a machine that slept.
+// Loaded before the system's library: the clocks of the program are ahead of the system's by what the file says that
+// the environment names: two numbers of 64 bits, milliseconds, of the time of day and of the time since boot, which
+// counts sleep. The clock that stands still in sleep stays as it is, as on a machine that slept.
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -28,7 +28,8 @@ const volatile Ahead& TheAhead() {
     void* bytes = mmap(nullptr, sizeof(Ahead), PROT_READ, MAP_SHARED, file, 0);
     close(file);
     return bytes == MAP_FAILED ? &none : static_cast<const Ahead*>(bytes);
-  }();
+  }
+  ();
   return *ahead;
 }
 

@@ -6,6 +6,7 @@
 """
 
 import argparse
+import contextlib
 import datetime
 import os
 import platform
@@ -21,11 +22,12 @@ from pathlib import Path
 HERE = Path(__file__).resolve().parent
 sys.path[:0] = [str(HERE), str(HERE.parent / "integration")]
 
-from faults import FAULTS  # noqa: E402: found by the line above
+from faults import FAULTS, LINE, Fault  # noqa: E402: found by the line above
 from harness import BIN  # noqa: E402
 from world import World  # noqa: E402
 
 QUICK_PATIENCE = 0.2
+START_AND_END = Fault("start and end", "of each program", "", "works, and ends in time", lambda world: None)
 BEGIN, END = "<!-- faults: begin -->", "<!-- faults: end -->"
 # Short disturbances of the line that go on beside another fault.
 BESIDE = ("fault cut 6", "fault garbage 6", "fault names 6", "fault noise 10", "fault late=3 10", "stall 5", "delay 1")
@@ -65,35 +67,30 @@ class Run:
             self.say("  events: %s" % "; ".join(line[:300] for line in world.program.all_lines if '"frame"' not in line)[-3000:])
         return not failure
 
-    def world(self, kind, seed):
-        return World(kind, seed, QUICK_PATIENCE if self.arguments.quick else 1.0)
+    @contextlib.contextmanager
+    def world(self, kind, seed, patience):
+        world = World(kind, seed, patience)
+        try:
+            world.begin()
+            yield world
+            if world.program.process.poll() is None:
+                world.end()
+        except Exception as error:  # as above
+            self.note(START_AND_END, 0, str(error))
+            self.say("%s at its start or end: %s" % (kind, error))
+        finally:
+            if world.watcher:
+                self.looks += world.watcher.looks
+            world.doCleanups()
 
     def row(self, kind, faults, seed):
         """These faults on one world each after the other; a new world after a failure."""
         chance = random.Random(seed)
         while faults:
-            world = None
-            try:
-                world = self.world(kind, chance.randrange(2**32))
+            patience = QUICK_PATIENCE if self.arguments.quick else 1.0
+            with self.world(kind, chance.randrange(2**32), patience) as world:
                 while faults and self.bring_about(world, faults.pop(0)):
                     pass
-                self.end_of(world)
-            except Exception as error:
-                self.say("%s: no world: %s" % (kind, error))
-                self.outcomes["(start)"] = (1, 0.0, [str(error)])
-                return
-            finally:
-                if world:
-                    self.looks += world.watcher.looks if hasattr(world, "watcher") else 0
-                    world.doCleanups()
-
-    def end_of(self, world):
-        if world.program.process.poll() is None:
-            try:
-                world.end()
-            except AssertionError as error:
-                self.outcomes["(end)"] = (1, 0.0, [str(error)])
-                self.say("the end: %s" % error)
 
     def one_at_a_time(self, faults):
         # Mostly they wait: several worlds beside each other. What takes long begins first.
@@ -123,25 +120,20 @@ class Run:
     def random_world(self, kind, chance, end):
         fitting = [f for f in FAULTS if kind in f.kinds and not f.name.startswith("every")]
         chosen = [chance.choice(fitting) for _ in range(6)]
-        world = World(kind, chance.randrange(2**32), chance.uniform(QUICK_PATIENCE, 1))
         self.say("at random on %s: %s" % (kind, ", ".join(f.name for f in chosen)))
-        try:
+        with self.world(kind, chance.randrange(2**32), chance.uniform(QUICK_PATIENCE, 1)) as world:
             for fault in chosen:
                 if time.monotonic() > end:
-                    break
-                if chance.random() < 0.3 and fault.act.__name__ == "act":  # those of the line stand each other
+                    return
+                if chance.random() < 0.3 and fault.expected.startswith(LINE):  # those of the line stand each other
                     world.unit.tell(beside := chance.choice(BESIDE))
                     self.say("  beside it: " + beside)
                 if not self.bring_about(world, fault):
                     return
-            self.end_of(world)
-        finally:
-            self.looks += world.watcher.looks
-            world.doCleanups()
 
     def table(self):
         rows = ["| fault | how | ends | expected | times | outcome |", "|---|---|---|---|---|---|"]
-        for fault in FAULTS:
+        for fault in {fault.name: fault for fault in (*FAULTS, START_AND_END)}.values():
             if fault.name not in self.outcomes:
                 continue
             times, longest, failures = self.outcomes[fault.name]

@@ -19,8 +19,8 @@ FIELDS = {"light_counts": (rb"LGT=(\d{4}) ", 9, 1), "rain_counts": (rb" R=(\d{4}
           "ambient_c": (rb" TA=([+-]\d{5}) ", 54, 100)}
 FRESH = 10  # seconds for which a reading is of now
 OLDEST = 5  # seconds that an answer may have been under way
-LATITUDE = 1.5  # seconds for the line, the look and a busy machine
-HEARD = 3  # seconds after which an interface that said nothing counts as silent
+LATITUDE = 3  # seconds for the line, the look and a busy machine
+HEARD = 5  # seconds after which an interface that said nothing counts as silent
 
 
 class Frame:

@@ -42,6 +42,7 @@ QString AsText(const QVariant& value) {
 
 /// Every value of the INI file at `path`, or nothing when it is not one.
 std::optional<std::map<QString, QString>> ReadFile(const QString& path) {
+  if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) return std::nullopt;  // reading a pipe would never end
   // Only for reading: Qt keeps what it could not write and would write it later.
   QSettings store(path, QSettings::IniFormat);
   store.sync();
@@ -257,6 +258,7 @@ void IniProfile::PrepareFolder() const {
 }
 
 std::unique_ptr<QLockFile> IniProfile::Lock() const {
+  safe_file::RemovePipe(path_ + ".lock");
   auto lock = std::make_unique<QLockFile>(path_ + ".lock");
   // Stale when its process is gone; and, when a power failure left it empty, by its age. It is never held for long.
   lock->setStaleLockTime(std::chrono::minutes(1));
