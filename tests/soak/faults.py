@@ -3,21 +3,18 @@ watcher sees; what has to hold after each, the run checks."""
 
 import contextlib
 import os
-import shutil
 import signal
 import socket
 import struct
-import subprocess
 import time
 from dataclasses import dataclass
 from pathlib import Path
 from typing import Callable
 
 import web_servers
-from harness import BIN
 from test_dbus import Client
 from test_mqtt import FakeBroker, closes_after_connect, never_answers, sends_a_byte_a_second, sends_a_megabyte
-from world import END, MENDED
+from world import MENDED
 
 HTTP = ("observation", "issafe")
 DAY = 86400
@@ -194,12 +191,10 @@ def unwritable(world):
         os.chmod(folder, 0o700)
 
 
-def in_place_of(name, make, also=lambda world: None):
+def in_place_of(name, make):
     def act(world):
         with world.in_place_of(name, make):
             flips(world)
-            also(world)
-        world.until_it_works()
     return act
 
 
@@ -247,22 +242,6 @@ def history_destroyed(world):
             destroyed(path, world)
     flips(world)
     world.end()
-    world.start()
-
-
-def profile_gone(world):
-    """The whole folder, with the settings; the program has them still."""
-    shutil.rmtree(world.profile)
-    flips(world)
-    world.end()
-    copy = Path(world.profile)
-    if not copy.exists():
-        copy.mkdir(0o700)
-    for line in world.settings:
-        key, _, value = line.partition("=")
-        if value and world.run_program("profile", "get", key).stdout.rstrip("\n") != value:
-            world.run_program("profile", "set", key, value)
-    world.run_program("profile", "acknowledge")
     world.start()
 
 
@@ -355,24 +334,9 @@ def web_server_hostile(world):
 
 
 def ftp_server_hostile(world):
-    """It takes a picture, so it needs the windows."""
-    for dribbles in (False, True):
-        world.end()
-        server = web_servers.StuckFtpServer(dribbles)
-        usual = world.settings
-        world.set_all({"g_bAllow_WEB": "1", "WebcamBuiltIn": "1", "g_lWEBUpdate_interval_index": "0",
-                       "g_sWEBcam_name": "cam", "g_sWEBcam_site": "127.0.0.1:%d" % server.port})
-        world.start()
-        world.wait_for(server.stuck.is_set, "the server is asked")
-        world.until_it_works()
-        world.stays(10)
-        server.close()
-        world.end()
-        world.set_all({line.partition("=")[0]: line.partition("=")[2] for line in usual
-                       if line.startswith(("g_bAllow_WEB=", "WebcamBuiltIn=", "g_lWEBUpdate_interval_index=",
-                                           "g_sWEBcam_name=", "g_sWEBcam_site="))})
-        world.start()
-        world.until_it_works()
+    """It takes a picture, so it needs the windows. The server is there from their start."""
+    world.wait_for(world.ftp.stuck.is_set, "the server is asked")
+    world.stays(60)
 
 
 def sound_gone(world):
@@ -434,7 +398,7 @@ FAULTS = [
     Fault("settings destroyed", "random bytes, then KILL", "started again, acknowledged",
           "the copy comes back; unsafe until acknowledged", settings_destroyed, quick=True),
     Fault("history destroyed", "random bytes in its file", "started again", GOES_ON, history_destroyed),
-    Fault("profile removed", "the whole folder while it runs", "started again", GOES_ON + "; a clean end", profile_gone),
+    Fault("profile removed", "the whole folder", "it is back", GOES_ON, in_place_of("profile", lambda path: None)),
     Fault("port taken", "another program has the HTTP port at the start", "given back", "the same port within a minute",
           port_taken),
     Fault("silent clients", "400 that say nothing, half a request, nonsense, or do not read", "they leave",
@@ -445,7 +409,7 @@ FAULTS = [
     Fault("broker stopped", "a real one stands still, goes on, is killed", "", GOES_ON, broker_stopped),
     Fault("web server hostile", "drips, resets, redirects, floods, refuses, silent", "it is well again",
           GOES_ON + "; uploads again", web_server_hostile),
-    Fault("FTP server hostile", "silent or dripping", "it leaves", GOES_ON, ftp_server_hostile, kinds=("orvalis",)),
+    Fault("FTP server hostile", "silent or dripping", "with the program", GOES_ON, ftp_server_hostile, kinds=("orvalis",)),
     Fault("sound system gone", "its player hangs, fails, crashes, is missing", "it is back", GOES_ON, sound_gone,
           kinds=("orvalisd",)),
 ]

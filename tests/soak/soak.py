@@ -93,7 +93,9 @@ class Run:
                     pass
 
     def one_at_a_time(self, faults):
-        # Mostly they wait: several worlds beside each other. What takes long begins first.
+        if not self.arguments.quick:
+            self.chance.shuffle(faults)
+        # Mostly they wait: several worlds beside each other.
         groups = [("orvalisd", [f for f in faults if "orvalisd" in f.kinds][k::self.arguments.worlds])
                   for k in range(self.arguments.worlds)]
         groups += [("orvalis", [f]) for f in faults if "orvalisd" not in f.kinds]

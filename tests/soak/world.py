@@ -19,13 +19,13 @@ from pathlib import Path
 from harness import BIN, Case, Unit
 from test_mqtt import free_port
 from truth import Truth, Watcher
-from web_servers import WebServer
+from web_servers import StuckFtpServer, WebServer
 
 # Seconds within which it has to work again. Under the sanitizers too.
 MENDED = 180
 # Seconds for an orderly end. Generous: the sanitizers look for leaks then.
 END = 20
-NOT_OF_NOW = ("Left", "Top")  # the program itself may move its window
+NOT_OF_NOW = ("Left", "Top", "Mqtt/Announced")  # the program itself may write them
 
 
 class SoakUnit(Unit):
@@ -52,8 +52,9 @@ class World(Case):
         self.env["ORVALIS_PROFILE_DIR"] = self.profile
         os.makedirs(self.logs)
         self.ports = {name: free_port() for name in ("http", "mqtt")}
-        self.web = WebServer()
+        self.web, self.ftp = WebServer(), StuckFtpServer(dribbles=self.chance.random() < 0.5)
         self.addCleanup(self.web.close)
+        self.addCleanup(self.ftp.close)
         self._clocks()
         self._sounds()
         bus = os.path.join(self.folder, "bus")
@@ -62,12 +63,13 @@ class World(Case):
                         XDG_DATA_DIRS=os.path.join(self.folder, "share"), QT_QPA_PLATFORM="offscreen")
         self.start_bus()
         self._set({
-            "Position": "12", "Temp": "5", "SafeHoldSeconds": "1", "RainThreshold": "444", "g_lFullLog": "1", "g_sFullLogPath": self.logs, "g_lOneLineLog": "1",
-            "g_sOneLineLogPath": self.logs, "Mqtt/Enabled": "1", "Mqtt/Host": "localhost", "Network/Station": "Soak",
+            "Position": "12", "Temp": "5", "SafeHoldSeconds": "1", "RainThreshold": "444", "g_lFullLog": "1",
+            "g_sFullLogPath": self.logs, "g_lOneLineLog": "1", "g_sOneLineLogPath": self.logs, "Mqtt/Enabled": "1", "Mqtt/Host": "localhost", "Network/Station": "Soak",
             "Mqtt/Port": str(self.ports["mqtt"]), "g_bchkEnableSounds": "1", "g_bchkRelaySounds": "1",
             "g_sRelaySounds": os.path.join(self.folder, "rain.wav"), "g_bAllow_PWS": "1", "g_sPWS_name": "SOAK",
             "g_sPWS_password": "soak", "g_sPWS_site": "http://127.0.0.1:%d/" % self.web.port,
-            "g_lPWSUpdate_interval_index": "0"})
+            "g_lPWSUpdate_interval_index": "0", "g_bAllow_WEB": "1", "WebcamBuiltIn": "1", "g_lWEBUpdate_interval_index": "0",
+            "g_sWEBcam_name": "cam", "g_sWEBcam_site": "127.0.0.1:%d" % self.ftp.port})
         self.truth = Truth()
         self.units = 0
         self.unit = self.program = None
@@ -88,7 +90,7 @@ class World(Case):
 
     def _set(self, values):
         """A program for each key takes long, so later worlds copy what the first one has."""
-        own = [self.folder, str(self.ports["http"]), str(self.ports["mqtt"]), str(self.web.port)]
+        own = [self.folder, str(self.ports["http"]), str(self.ports["mqtt"]), str(self.web.port), str(self.ftp.port)]
         file = Path(self.profile, "Orvalis.Weather.ini")
         with self._settings_lock:
             if not self._settings_of:

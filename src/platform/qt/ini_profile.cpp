@@ -60,6 +60,7 @@ ProfileValues AsTexts(const std::map<QString, QString>& values) {
 
 /// Whether the file ends in the middle of a line of the copy: that may leave every key, or "2.1" of the stamp "2.18".
 bool IsCutShort(const QString& path, const QString& copy_path) {
+  if (!QFileInfo(copy_path).isFile()) return false;  // as above
   QFile file(path);
   QFile copy(copy_path);
   if (!file.open(QFile::ReadOnly) || !copy.open(QFile::ReadOnly)) return false;
