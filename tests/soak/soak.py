@@ -24,13 +24,15 @@ sys.path[:0] = [str(HERE), str(HERE.parent / "integration")]
 
 from faults import FAULTS, LINE, Fault  # noqa: E402: found by the line above
 from harness import BIN  # noqa: E402
+from truth import OLDEST  # noqa: E402
 from world import World  # noqa: E402
 
 QUICK_PATIENCE = 0.2
 START_AND_END = Fault("start and end", "of each program", "", "works, and ends in time", lambda world: None)
 BEGIN, END = "<!-- faults: begin -->", "<!-- faults: end -->"
 # Short disturbances of the line that go on beside another fault.
-BESIDE = ("fault cut 6", "fault garbage 6", "fault names 6", "fault noise 10", "fault late=3 10", "stall 5", "delay 1")
+BESIDE = tuple((fault, 0) for fault in ("fault cut 6", "fault garbage 6", "fault names 6", "fault noise 10")) + tuple(
+    (fault, OLDEST) for fault in ("fault late=3 10", "stall 5", "delay 1"))
 
 
 class Run:
@@ -99,11 +101,11 @@ class Run:
         groups = [("orvalisd", [f for f in faults if "orvalisd" in f.kinds][k::self.arguments.worlds])
                   for k in range(self.arguments.worlds)]
         groups += [("orvalis", [f]) for f in faults if "orvalisd" not in f.kinds]
-        self.together([(kind, list(group)) for kind, group in groups if group])
+        self.together(self.row, [(kind, list(group)) for kind, group in groups if group])
 
-    def together(self, groups):
-        with ThreadPoolExecutor(len(groups)) as pool:
-            for done in [pool.submit(self.row, kind, group, self.chance.randrange(2**32)) for kind, group in groups]:
+    def together(self, act, arguments):
+        with ThreadPoolExecutor(len(arguments) or 1) as pool:
+            for done in [pool.submit(act, *each, self.chance.randrange(2**32)) for each in arguments]:
                 done.result()
 
     def at_random(self, minutes):
@@ -115,9 +117,7 @@ class Run:
                 kind = chance.choice(("orvalisd", "orvalisd", "orvalis --headless", "orvalis"))
                 self.random_world(kind, chance, end)
 
-        with ThreadPoolExecutor(self.arguments.worlds) as pool:
-            for done in [pool.submit(one, self.chance.randrange(2**32)) for _ in range(self.arguments.worlds)]:
-                done.result()
+        self.together(one, [()] * self.arguments.worlds)
 
     def random_world(self, kind, chance, end):
         fitting = [f for f in FAULTS if kind in f.kinds and not f.name.startswith("every")]
@@ -128,7 +128,8 @@ class Run:
                 if time.monotonic() > end:
                     return
                 if chance.random() < 0.3 and fault.expected.startswith(LINE):  # those of the line stand each other
-                    world.unit.tell(beside := chance.choice(BESIDE))
+                    beside, world.truth.under_way = chance.choice(BESIDE)
+                    world.unit.tell(beside)
                     self.say("  beside it: " + beside)
                 if not self.bring_about(world, fault):
                     return
@@ -150,8 +151,9 @@ class Run:
         commit = subprocess.run(["git", "-C", str(HERE), "rev-parse", "--short", "HEAD"], capture_output=True, text=True,
                                 check=False).stdout.strip()
         count = sum(times for times, _, _ in self.outcomes.values())
-        return ("%s, %s (%s), %s, seed %d: %d faults in %d minutes, %d looks at the interfaces, %d failures." % (
-            datetime.date.today(), version, commit, platform.platform(terse=True), self.arguments.seed, count,
+        version += " (%s)" % commit if commit else ""
+        return ("%s, %s, %s, seed %d: %d faults in %d minutes, %d looks at the interfaces, %d failures." % (
+            datetime.date.today(), version, platform.platform(terse=True), self.arguments.seed, count,
             (time.monotonic() - self.begin) / 60, self.looks, self.failures()))
 
     def failures(self):

@@ -44,6 +44,7 @@ class Truth:
         self.breaks = [time.monotonic()]  # before which no reading counts: starts of the program, sleep
         self.record = None
         self.rest = ""
+        self.under_way = 0  # seconds that answers may be, for which an alarm cannot be known
         self.zero = 0  # when the unit of this record began
 
     def follow(self, path, said):
@@ -84,7 +85,7 @@ class Truth:
         in_a_row = 0
         for frame in reversed(good):
             if frame.unsafe:
-                return "the unit's alarm" if in_a_row < 2 and moment - frame.moment > LATITUDE else None
+                return "the unit's alarm" if in_a_row < 2 and moment - frame.moment > LATITUDE + self.under_way else None
             in_a_row += 1
         return None
 
