@@ -11,6 +11,7 @@ import datetime
 import os
 import platform
 import random
+import signal
 import subprocess
 import sys
 import threading
@@ -42,7 +43,16 @@ class Run:
         self.lock = threading.Lock()
         self.outcomes = {}  # by the fault's name: times brought about, longest recovery, what failed
         self.looks = 0
+        self.worlds = set()
+        for number in (signal.SIGINT, signal.SIGTERM):
+            signal.signal(number, self.give_up)
         self.begin = time.monotonic()
+
+    def give_up(self, number, _):
+        """Without waiting for the threads, but leaving nothing behind."""
+        for world in list(self.worlds):
+            world.doCleanups()
+        os._exit(128 + number)
 
     def say(self, text):
         with self.lock:
@@ -72,6 +82,7 @@ class Run:
     @contextlib.contextmanager
     def world(self, kind, seed, patience):
         world = World(kind, seed, patience)
+        self.worlds.add(world)
         try:
             world.begin()
             yield world
@@ -83,6 +94,7 @@ class Run:
         finally:
             if world.watcher:
                 self.looks += world.watcher.looks
+            self.worlds.discard(world)
             world.doCleanups()
 
     def row(self, kind, faults, seed):
