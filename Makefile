@@ -1,5 +1,5 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: check release run demo build install package test asan soak lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
+.PHONY: check release run demo build install package test asan soak fuzz lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
@@ -40,6 +40,10 @@ soak:           ## every fault against the real program, then MINUTES=20 of them
 	@scripts/install-deps.sh build test
 	@scripts/build.sh dev
 	@scripts/soak.sh --minutes $(or $(MINUTES),20) $(if $(SEED),--seed $(SEED)) $(if $(DOCUMENT),--document $(DOCUMENT))
+
+fuzz:           ## try made-up frames, files, requests … on what reads them, FUZZ_SECONDS=30 for each target
+	@scripts/install-deps.sh build test lint
+	@scripts/fuzz.sh
 
 lint:           ## check format, layers and, with clang-tidy, the program, its tests and benchmarks
 	@scripts/install-deps.sh build test lint

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Configures and builds one preset: scripts/build.sh dev|release|asan|bench|windows
+# Configures and builds one preset: scripts/build.sh dev|release|asan|fuzz|bench|windows
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset=$1

@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/../docs"
 system=$1
 out=$2
-pages=(guide verdict profile history logs dbus network mqtt serial-protocol simulator)
+pages=(guide verdict profile history logs dbus network mqtt security serial-protocol simulator)
 
 rm -rf "$out"
 mkdir -p "$out/images"

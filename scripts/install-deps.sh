@@ -11,7 +11,7 @@ declare -A packages=(
     libsystemd-dev pkg-config dbus-daemon libglib2.0-bin python3-dbus python3-gi systemd vsftpd wrk nodejs
     mosquitto mosquitto-clients prometheus openssl indi-bin"
   [package]="dpkg-dev file"
-  [lint]="clang-format clang-tidy python3"
+  [lint]="clang-format clang-tidy clang libclang-rt-dev llvm python3"
   [windows]="g++-mingw-w64-x86-64-posix mingw-w64-tools qt6-base-dev-tools googletest dpkg-dev tcl wine wine64 wine64-tools
     libwine-dev fonts-wine nsis
     xvfb xdotool"

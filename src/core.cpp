@@ -11,6 +11,8 @@
 #include "app/reading_lines.h"
 #include "base/path.h"
 #include "base/run_time_error.h"
+#include "logs/crash_note.h"
+#include "platform/system/crash_report.h"
 #include "platform/system/safe_file.h"
 
 namespace orvalis {
@@ -202,7 +204,9 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
              .store = store_,
              .observe = [this]() -> const Observation& { return observer_.Now(); },
              .record = [this](const std::string& text) { events_.Record(text); }}) {
-  error_log_.Open(PathFromText(ProgramFolder()));
+  const std::filesystem::path folder = PathFromText(ProgramFolder());
+  error_log_.Open(folder);
+  crash_report::Arm(folder);
   // What closes a roof first: the others write to a disk, which may hang. Each by itself, because one may fail.
   observer_.Listen([this](const Observation& now, const Observer::News& news) {
     if (server_) server_->Announce(now, news);
@@ -216,6 +220,9 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
     events_.Listen([this](const Event& event) { error_output_.Write("orvalis: " + event.text); });
   } else if (line_.headless) {
     PrintReadings();
+  }
+  if (const std::string note = TakeCrashNote(folder); !note.empty()) {
+    Report("An earlier run ended by a fault; please report it with the backtrace in the error log: " + note);
   }
 }
 

@@ -197,7 +197,7 @@ std::string FormatFixed(double value, int decimals, NumberLocale locale) {
 double RoundToDecimals(double value, int decimals) {
   if (!std::isfinite(value)) return value;
   const FixedText text = Fixed(value, decimals, '.');
-  double rounded = 0;
+  double rounded = value;  // the largest ones stay as they are: their digits, rounded up, are beyond a double
   std::from_chars(text.characters.data(), text.characters.data() + text.size, rounded);
   return rounded;
 }

@@ -5,7 +5,7 @@
 
 namespace orvalis {
 ErrorLog::ErrorLog(EventList& events, const TimeStyle& style, LogReport report)
-    : file_({.name = "error log", .file_name = "orvalis_errors.txt", .max_bytes = 1'000'000, .old_files_kept = 2},
+    : file_({.name = "error log", .file_name = kErrorLogFile, .max_bytes = 1'000'000, .old_files_kept = 2},
             std::move(report)) {
   events.Listen([this, style](const Event& event) {
     file_.Write(style.date(event.time) + " " + style.time(event.time) + "  " + event.text);

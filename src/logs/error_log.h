@@ -8,6 +8,9 @@
 
 namespace orvalis {
 
+/// In the program's folder.
+inline constexpr const char* kErrorLogFile = "orvalis_errors.txt";
+
 /// Writes every event to a file, for looking back after the night.
 class ErrorLog {
  public:
@@ -16,7 +19,7 @@ class ErrorLog {
   ErrorLog(const ErrorLog&) = delete;
   ErrorLog& operator=(const ErrorLog&) = delete;
 
-  /// Appends to `orvalis_errors.txt` in `folder`, which is created if missing.
+  /// Appends to `kErrorLogFile` in `folder`, which is created if missing.
   void Open(const std::filesystem::path& folder);
 
  private:

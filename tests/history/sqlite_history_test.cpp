@@ -74,6 +74,11 @@ TEST_F(SqliteHistoryTest, GivesBackWhatItWasGivenAndForgetsWhatIsOld) {
   EXPECT_FALSE(fs::exists(file));  // made with the first value
   history.Write(BatchOf({Reading(kNoon - 1000 * kHour), Reading(kNoon - 30 * kHour),
                          Reading(kNoon - 30 * kHour + 2000, 3), Reading(kNoon)}));
+#ifndef _WIN32
+  for (const char* suffix : {"", "-wal", "-shm"}) {
+    EXPECT_EQ(fs::status(fs::path(file) += suffix).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  }
+#endif
   SqliteHistory again(file, clock, {});
   const auto part = again.Load(kNoon - 48 * kHour, kNoon - 24 * kHour, kNoon + kHour);
   ASSERT_EQ(part.spans.size(), 1u);

@@ -61,18 +61,13 @@ def power(world):
     world.wait_for(lambda: len(world.recorded(" command SR 444")) > before, "its settings are sent again")
 
 
-def line_delays(world):
-    for delay in (2, 4, 7, 13):
-        world.unit.tell("delay %d" % delay)
-        world.last(25)
-    world.unit.tell("delay 0")
-    world.wait(13)
-
-
-def line_stalls_and_bursts(world):
-    for command in ("stall 4", "stall 14", "bursts 3", "bursts 8", "bursts 0"):
-        world.unit.tell(command)
-        world.last(20)
+def the_line(commands, seconds):
+    """A line that holds answers up, each way for so long."""
+    def act(world):
+        for command in commands:
+            world.unit.tell(command)
+            world.last(seconds)
+    return act
 
 
 def unit_again(world):
@@ -125,21 +120,18 @@ def clock_set(world):
         world.stays(6)
 
 
-def orderly_end(world):
-    for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGTERM):
-        world.wait(world.chance.uniform(0, 4 * world.patience))
-        # In the first moments the system itself ends it.
-        world.end(number, (0, -number))
-        world.check_store(False)
-        world.start()
-
-
-def killed(world):
-    for _ in range(3):
-        world.wait(world.chance.uniform(0, 5 * world.patience))
-        world.program.stop(signal.SIGKILL)
-        world.check_store(False)
-        world.start()
+def ends(numbers):
+    """By signals, at random moments. In the first of them the system itself ends it."""
+    def act(world):
+        for number in numbers:
+            world.wait(world.chance.uniform(0, 5 * world.patience))
+            if number == signal.SIGKILL:
+                world.program.stop(number)
+            else:
+                world.end(number, (0, -number))
+            world.check_store(False)
+            world.start()
+    return act
 
 
 def racing_starts(world):
@@ -369,8 +361,10 @@ FAULTS = [
     Fault("late by 3 s", "each answer", "the same", LINE, on_the_line("fault late=3 %.1f", 20)),
     Fault("late by 7 s", "each answer", "the same", LINE, on_the_line("fault late=7 %.1f", 20)),
     Fault("late by 13 s", "each answer", "the same", LINE, on_the_line("fault late=13 %.1f", 30)),
-    Fault("a delaying line", "2, 4, 7 and 13 s", "100 s", LINE, line_delays),
-    Fault("a stuck line", "stalls of 4 and 14 s, bursts every 3 and 8 s", "100 s", LINE, line_stalls_and_bursts),
+    Fault("a delaying line", "2, 4, 7 and 13 s", "100 s", LINE,
+          the_line(("delay 2", "delay 4", "delay 7", "delay 13", "delay 0"), 25)),
+    Fault("a stuck line", "stalls of 4 and 14 s, bursts every 3 and 8 s", "100 s", LINE,
+          the_line(("stall 4", "stall 14", "bursts 3", "bursts 8", "bursts 0"), 20)),
     Fault("silence", "the unit does not answer", "25 s, in rain and without", LINE, on_the_line("fault silent %.1f", 25, 12)),
     Fault("unit stopped", "its process stands still", "20 s", LINE, unit_stopped, quick=True),
     Fault("unit restarted", "another unit under the same name", "12 s", LINE, unit_again, quick=True),
@@ -379,9 +373,10 @@ FAULTS = [
     Fault("machine asleep", "3 s, 12 s, and ten minutes by its clocks", "wakes up", "no old reading after it", asleep,
           quick=True),
     Fault("clock set", "a day ahead, two back, an hour, 400 days", "set right", GOES_ON, clock_set, quick=True),
-    Fault("signals", "TERM, INT, HUP at random moments", "started again", "ends in time, everything whole", orderly_end,
+    Fault("signals", "TERM, INT, HUP at random moments", "started again", "ends in time, everything whole",
+          ends((signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGTERM)), quick=True),
+    Fault("killed", "KILL at random moments", "started again", "everything whole", ends((signal.SIGKILL,) * 3),
           quick=True),
-    Fault("killed", "KILL at random moments", "started again", "everything whole", killed, quick=True),
     Fault("ten starts at once", "", "", "one remains, nine say why they leave", racing_starts, quick=True),
     Fault("disk full", "profile and logs", "room again", GOES_ON + "; files whole", disk_full, quick=True, torn_lines=True),
     Fault("folders not writable", "profile and logs", "writable again", GOES_ON, unwritable),

@@ -37,6 +37,7 @@ class FakeSerialPort : public SerialPort {
   std::string frame = LiveFrame();
   std::deque<std::string> next_frames;  ///< taken before `frame`
   bool silent = false;
+  std::function<std::string(std::string_view bytes)> unit;  ///< answers in place of all this
   std::chrono::milliseconds answer_delay{0};
   std::optional<RunTimeError> open_failure;
   std::function<std::string()> measure;  ///< makes each frame when it is asked for, instead of `frame`
@@ -75,6 +76,7 @@ class FakeSerialPort : public SerialPort {
     const bool is_request = bytes == "F" && last_sent_ == ":";
     last_sent_ = bytes;
     if (writes_down) sent += bytes;
+    if (unit) return Deliver(unit(bytes));
     if (silent) return;
     if (bytes == "\x06") Send(greeting);
     if (!is_request) return;
@@ -109,10 +111,12 @@ class FakeSerialPort : public SerialPort {
       return;
     }
     line_empty_at = std::max(line_empty_at, loop_.TickCount() + line_delay().count());
-    loop_.CallAfter(std::chrono::milliseconds(line_empty_at - loop_.TickCount()), [this, text] {
-      if (open_) arrived_ += text;
-      if (done_ && satisfied_() != 0) End();
-    });
+    loop_.CallAfter(std::chrono::milliseconds(line_empty_at - loop_.TickCount()), [this, text] { Deliver(text); });
+  }
+  /// Bytes come out of the line.
+  void Deliver(const std::string& text) {
+    if (open_) arrived_ += text;
+    if (done_ && satisfied_() != 0) End();
   }
 
  private:

@@ -39,12 +39,12 @@ struct LinkWorld {
             .locale = {}};
   }
 
-  /// One tick of both timers, followed by its second.
-  void Tick(bool auto_connect) {
+  /// One tick of both timers, followed by its second or another `pause`.
+  void Tick(bool auto_connect, std::chrono::seconds pause = std::chrono::seconds(1)) {
     poll.Poll();
     observer.Update();
     reconnect.Tick(auto_connect);
-    loop.Advance(std::chrono::seconds(1));
+    loop.Advance(pause);
   }
 
   /// The connect control as the panel shows it now.

@@ -78,6 +78,7 @@ bool SingleInstance::Lock(std::chrono::milliseconds patience) {
 bool SingleInstance::ClaimWithin(std::chrono::milliseconds patience) {
   // Where no lock can be created the profile is not writable either, so a second program does no harm.
   if (!Lock(patience) && lock_.error() == QLockFile::LockFailedError) return false;
+  QFile::setPermissions(lock_.fileName(), QFile::ReadOwner | QFile::WriteOwner);  // it names the machine
   RemoveLeftovers();
   Listen();
   return true;

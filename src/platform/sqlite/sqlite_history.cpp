@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <fstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -212,7 +213,12 @@ Database& SqliteHistory::Open() {
   if (database_ && database_->HasMoved()) database_.reset();
   if (!database_) {
     std::error_code error;
-    fs::create_directories(file_.parent_path(), error);  // a failure shows when the file is opened
+    // Failures show when the file is opened. Nobody else may read it; its journal gets the same permissions.
+    fs::create_directories(file_.parent_path(), error);
+    if (!fs::exists(file_, error)) std::ofstream(file_, std::ios::app).flush();
+    if (fs::is_regular_file(file_, error)) {
+      fs::permissions(file_, fs::perms::owner_read | fs::perms::owner_write, error);
+    }
     Database database(file_);
     orvalis::Prepare(database);
     database_.emplace(std::move(database));
