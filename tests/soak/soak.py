@@ -29,6 +29,7 @@ from truth import OLDEST  # noqa: E402
 from world import World  # noqa: E402
 
 QUICK_PATIENCE = 0.2
+SETTLED = 11  # seconds: longer than a reading is of now
 START_AND_END = Fault("start and end", "of each program", "", "works, and ends in time", lambda world: None)
 BEGIN, END = "<!-- faults: begin -->", "<!-- faults: end -->"
 # Short disturbances of the line that go on beside another fault.
@@ -68,7 +69,8 @@ class Run:
         failure, recovered = "", 0.0
         try:
             fault.act(world)
-            recovered = world.until_it_works()
+            of_the_line = fault.expected.startswith(LINE) and not self.arguments.quick
+            recovered = world.until_it_works(SETTLED if of_the_line else 0)
             world.check(fault.torn_lines)
         except Exception as error:  # whatever it is, the run goes on and tells
             place = traceback.extract_tb(error.__traceback__)
