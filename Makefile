@@ -1,5 +1,5 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: check release run demo build install package test asan soak fuzz lint format bench screenshots windows lint-windows test-windows bench-windows installer clean help
+.PHONY: check release run demo build install package test asan soak fuzz lint translations format bench screenshots windows lint-windows test-windows bench-windows installer clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
@@ -48,6 +48,10 @@ fuzz:           ## try made-up frames, files, requests … on what reads them, F
 lint:           ## check format, layers and, with clang-tidy, the program, its tests and benchmarks
 	@scripts/install-deps.sh build test lint
 	@scripts/lint.sh
+
+translations:   ## enter new texts of the windows into translations/*.ts, and check that all are translated
+	@scripts/install-deps.sh lint
+	@scripts/translations.sh --update
 
 format:         ## put the sources into the house format
 	@scripts/install-deps.sh lint

@@ -40,7 +40,7 @@ int Run(const char* port_name, int count) {
   QtSerialPort port;
   IniProfile profile("/nonexistent");
   SettingsStore store(profile, "", {});
-  std::string status;
+  Message status;
   EventList events(clock);
   UnitOptions options;
   SensorLink link({.port = port, .loop = loop, .store = store, .status = status, .events = events, .options = options},

@@ -69,7 +69,7 @@ class World:
         self.screen = subprocess.Popen(["Xvfb", "-displayfd", "1", "-noreset", "-screen", "0", "1280x1024x24"],
                                        stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         display = ":" + self.screen.stdout.readline().strip()
-        self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.folder, DISPLAY=display)
+        self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.folder, DISPLAY=display, LC_ALL="C.UTF-8")
         self.env.pop("QT_QPA_PLATFORM", None)
         self.env.pop("DBUS_SESSION_BUS_ADDRESS", None)
         self.env.pop("XDG_RUNTIME_DIR", None)

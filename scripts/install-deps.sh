@@ -6,13 +6,13 @@ set -euo pipefail
 declare -A packages=(
   [build]="cmake g++ make ninja-build qt6-base-dev qt6-multimedia-dev qt6-serialport-dev libgl-dev libcurl4-openssl-dev
     libqcustomplot-dev libsqlite3-dev libmosquitto-dev libboost1.81-dev nlohmann-json3-dev
-    libindi-dev cmark-gfm"
+    libindi-dev cmark-gfm qt6-l10n-tools"
   [test]="libgtest-dev libgmock-dev libbenchmark-dev python3 xvfb xauth imagemagick xdotool
     libsystemd-dev pkg-config dbus-daemon libglib2.0-bin python3-dbus python3-gi systemd vsftpd wrk nodejs
     mosquitto mosquitto-clients prometheus openssl indi-bin"
   [package]="dpkg-dev file"
-  [lint]="clang-format clang-tidy clang libclang-rt-dev llvm python3"
-  [windows]="g++-mingw-w64-x86-64-posix mingw-w64-tools qt6-base-dev-tools googletest dpkg-dev tcl wine wine64 wine64-tools
+  [lint]="clang-format clang-tidy clang libclang-rt-dev llvm python3 qt6-l10n-tools"
+  [windows]="g++-mingw-w64-x86-64-posix mingw-w64-tools qt6-base-dev-tools qt6-l10n-tools googletest dpkg-dev tcl wine wine64 wine64-tools
     libwine-dev fonts-wine nsis
     xvfb xdotool"
 )

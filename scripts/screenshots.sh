@@ -17,6 +17,7 @@ trap 'kill $screen; rm -rf "$folder"' EXIT
 while [[ ! -s $folder/display ]]; do sleep 0.05; done
 DISPLAY=:$(cat "$folder/display")
 export DISPLAY
+export LC_ALL=C.UTF-8  # the windows are found by their titles
 
 # window NAME: waits for the window and gives it the keyboard
 window() {

@@ -148,12 +148,12 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
       poll_timer_([this] { Poll(); }),
       setup_timer_([this] { Poll(); }),
       second_timer_([this] {
-        boundary_.RunToEnd("watching the settings", [this] { settings_loss_.Watch(); });
-        Tick("reconnecting", [this] {
+        boundary_.RunToEnd(Message::Of("watching the settings"), [this] { settings_loss_.Watch(); });
+        Tick(Message::Of("reconnecting"), [this] {
           reconnect_.Tick(startup_->AutoConnect() && !poll_.InDemoMode());
           poll_.CheckStaleness();
         });
-        boundary_.RunToEnd("judging whether it is safe", [this] { observer_.Update(); });
+        boundary_.RunToEnd(Message::Of("judging whether it is safe"), [this] { observer_.Update(); });
       }),
       error_log_(events_, clock_.style(), [this](const std::string& text) { error_output_.Write("orvalis: " + text); }),
       weather_parts_{.flags = flags_,
@@ -182,23 +182,22 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience)
            .observation = observation_reader_,
            .record = [this](const std::string& text) { events_.Record(text); },
            .ends_with_last_client = line.automation})),
-      network_({.sockets = sockets_,
-                .loop = loop_,
-                .clock = clock_,
-                .store = store_,
-                .observe = [this]() -> const Observation& { return observer_.Now(); },
-                .recorded =
-                    [this] {
-                      history_.Remember();
-                      return history_.View();
-                    },
-                .counters = [this] { return CountersNow(); },
-                .record = [this](const std::string& text) { events_.Record(text); },
-                .complain =
-                    [this](const std::string& text) {
-                      panel_.Stand({.cause = StandingMessage::Cause::kNetwork, .text = text});
-                    },
-                .traffic = traffic_}),
+      network_(
+          {.sockets = sockets_,
+           .loop = loop_,
+           .clock = clock_,
+           .store = store_,
+           .observe = [this]() -> const Observation& { return observer_.Now(); },
+           .recorded =
+               [this] {
+                 history_.Remember();
+                 return history_.View();
+               },
+           .counters = [this] { return CountersNow(); },
+           .record = [this](const std::string& text) { events_.Record(text); },
+           .complain =
+               [this](const Message& text) { panel_.Stand({.cause = StandingMessage::Cause::kNetwork, .text = text}); },
+           .traffic = traffic_}),
       mqtt_({.loop = loop_,
              .client = mqtt_client_,
              .store = store_,
@@ -265,7 +264,7 @@ int Core::Run(Front* front) {
   ServeClients();
   ApplyNetwork();
   ApplyMqtt();
-  if (poll_.InDemoMode()) panel_.status = "Demo mode: simulated values";
+  if (poll_.InDemoMode()) panel_.status = Message::Of("Demo mode: simulated values");
   Refresh();
   history_.LoadSoon();
   if (front_ != nullptr) front_->Started();
@@ -296,7 +295,7 @@ void Core::StartUp(Front* front) {
 void Core::ShutDown() noexcept {
   if (!startup_) return;
   setup_timer_.SetEnabled(false);
-  boundary_.RunToEnd("giving the last verdict", [this] { observer_.Stop(); });
+  boundary_.RunToEnd(Message::Of("giving the last verdict"), [this] { observer_.Stop(); });
   mqtt_.Close();
   network_.Close();
   startup_->Shutdown();  // first: the link is closed and the panel's place kept, whatever the history's disk does
@@ -307,7 +306,7 @@ void Core::Refresh() {
   if (front_ == nullptr) return;
   ShowTrendsAndSun();
   ShowLink(link_.state(), reconnect_.seconds_left(), panel_);
-  panel_.banner = BannerOf(observer_.Now(), clock_, store_.locale(), UnitsOf(settings_));
+  panel_.banner = BannerOf(observer_.Now(), clock_, store_.locale(), UnitsOf(settings_), front_->language());
   front_->Refresh();
 }
 
@@ -315,7 +314,8 @@ void Core::ShowTrendsAndSun() {
   const std::int64_t now = history_.Now();
   panel_.trends = panel_.stale ? Trends{} : TrendsOf(history_.Shown(), now, panel_.trends);
   const bool has_place = settings_.Latitude && settings_.Longitude;
-  panel_.sun = has_place ? DescribeSun({*settings_.Latitude, *settings_.Longitude}, now, clock_) : SunText{};
+  panel_.sun =
+      has_place ? DescribeSun({*settings_.Latitude, *settings_.Longitude}, now, clock_, front_->language()) : SunText{};
 }
 
 void Core::ApplyNetwork() {
@@ -325,24 +325,25 @@ void Core::ApplyNetwork() {
   if (const QString port = qEnvironmentVariable("ORVALIS_HTTP_PORT"); !port.isEmpty()) {
     settings.NetworkPort = port.toUShort();
   }
-  boundary_.RunToEnd("serving the network", [&] { network_.Apply(settings); });
+  boundary_.RunToEnd(Message::Of("serving the network"), [&] { network_.Apply(settings); });
 }
 
 network::Served Core::NetworkNow() const {
-  if (line_.automation) return {.trouble = "A program that was started for a client serves no others."};
+  if (line_.automation)
+    return {.pages = {}, .trouble = Message::Of("A program that was started for a client serves no others.")};
   return network_.served();
 }
 
 void Core::ApplyMqtt() {
   if (line_.automation) return;  // as the network
-  boundary_.RunToEnd("publishing over MQTT", [this] {
+  boundary_.RunToEnd(Message::Of("publishing over MQTT"), [this] {
     if (settings_.MqttEnabled != 0) network_.Identify(settings_);
     mqtt_.Apply(settings_, network_.station());
   });
 }
 
-std::string Core::MqttNow() const {
-  if (line_.automation) return "a program that was started for a client publishes nothing";
+Message Core::MqttNow() const {
+  if (line_.automation) return Message::Of("a program that was started for a client publishes nothing");
   return mqtt_.status();
 }
 
@@ -351,7 +352,7 @@ void Core::TryMqtt(const Settings& settings, network::MqttTrial::Done done) {
 }
 
 void Core::Poll() {
-  Tick("polling the unit", [this] { poll_.Poll(); });
+  Tick(Message::Of("polling the unit"), [this] { poll_.Poll(); });
 }
 
 std::vector<SerialPortEntry> Core::ListPorts() {
@@ -382,9 +383,9 @@ network::MetricCounters Core::CountersNow() {
           .failed_uploads = readings.failed + pictures.failed};
 }
 
-void Core::Report(const std::string& text) {
+void Core::Report(const Message& text) {
   panel_.status = text;
-  events_.Record(text);
+  events_.Record(text.English());
 }
 
 void Core::PrintReadings() {

@@ -23,6 +23,7 @@
 #include "app/verdict_records.h"
 #include "base/error_boundary.h"
 #include "base/event_list.h"
+#include "base/message.h"
 #include "config/settings.h"
 #include "config/settings_store.h"
 #include "history/history_recorder.h"
@@ -81,6 +82,8 @@ class Front {
   /// The start is complete and has reported everything.
   virtual void Started() = 0;
   virtual void BringToFront() = 0;
+  /// Of the person at the windows.
+  [[nodiscard]] virtual const Language& language() const = 0;
   /// Whether a thread is blocked on a disk, so that only the end of the process stops it.
   [[nodiscard]] virtual bool LeavesThread() const = 0;
 };
@@ -140,7 +143,7 @@ class Core {
   /// Publishes over MQTT as the settings say now.
   void ApplyMqtt();
   /// What is published now, or why nothing is.
-  [[nodiscard]] std::string MqttNow() const;
+  [[nodiscard]] Message MqttNow() const;
   /// Tries out whether a broker can be reached as `settings` say.
   void TryMqtt(const Settings& settings, network::MqttTrial::Done done);
   /// Adds a line to the event list as soon as the program runs: then whatever shows the list listens.
@@ -160,7 +163,7 @@ class Core {
  private:
   /// A timer's work, which may go on afterwards.
   template <typename Work>
-  void Tick(std::string_view doing, Work work) {
+  void Tick(Phrase doing, Work work) {
     boundary_.Run(doing, work);
     Refresh();
   }
@@ -173,7 +176,7 @@ class Core {
   /// What follows from an update of the observation.
   void Announce(const Observation& now, const Observer::News& news);
   /// Shows what goes wrong in the background where a person looks.
-  void Report(const std::string& text);
+  void Report(const Message& text);
   /// A line for each working cycle and each event on standard output; messages on standard error.
   void PrintReadings();
   /// Offers the automation object. Throws RunTimeError when that fails in a program that is there for clients alone.

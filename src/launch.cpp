@@ -218,6 +218,7 @@ int DoLaunch(int argc, char** argv, WindowSystem* windows) {
   const std::unique_ptr<QCoreApplication> application = MakeApplication(qt_argc, qt_argv.data(), windows);
   QCoreApplication::setApplicationName("orvalis");
   QCoreApplication::setApplicationVersion(ORVALIS_VERSION);
+  if (windows != nullptr) windows->ChooseLanguage(line.language);
   try {
     if (line.action == CommandLine::Action::kProfile) return RunProfile(line);
     const Ending ending = RunProgram(line, windows);

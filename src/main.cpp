@@ -3,11 +3,13 @@
 #include <QApplication>
 #include <QIcon>
 #include <QMessageBox>
+#include <iostream>
 #include <memory>
 
 #include "launch.h"
 #include "platform/system/stop_signals.h"
 #include "program_windows.h"
+#include "ui/controls/language.h"
 #include "ui/controls/picker_process.h"
 #include "ui/desktop.h"
 
@@ -23,6 +25,17 @@ class QtWindowSystem : public orvalis::WindowSystem {
     QGuiApplication::setDesktopFileName("orvalis");
     QApplication::setWindowIcon(QIcon::fromTheme("orvalis"));
     return application;
+  }
+
+  void ChooseLanguage(const std::optional<std::string>& wanted) override {
+    const QString name = wanted ? QString::fromStdString(*wanted) : QString();
+    const QString known = orvalis::FirstKnown({name});
+    const bool is_known = known == name || known == name.left(2);
+    if (wanted && !is_known) {
+      std::cerr << "orvalis: there is no language \"" << *wanted << "\"; there are "
+                << orvalis::Languages().join(", ").toStdString() << '\n';
+    }
+    orvalis::UseLanguage(wanted && is_known ? known : orvalis::LanguageOfLocale());
   }
 
   std::unique_ptr<orvalis::Front> MakeWindows(orvalis::Core& core) override {

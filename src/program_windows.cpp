@@ -8,12 +8,13 @@
 #include <iostream>
 
 #include "platform/native.h"
+#include "ui/controls/words.h"
 #include "ui/desktop.h"
 
 namespace orvalis {
 namespace {
 
-constexpr std::string_view kChanging = "changing a setting";
+constexpr auto kChanging = Message::Of("changing a setting");
 
 /// The panel's window for start-up and shutdown.
 class PlacedPanel : public PanelWindow {
@@ -59,15 +60,16 @@ void ProgramWindows::BuildPanel() {
   QObject::connect(panel_.get(), &frmHandBox::NightThemeToggled, panel_.get(), [this](bool on) {
     parts_.settings.NightTheme = on ? 1 : 0;
     ApplyTheme();
-    Click("saving the night theme", [this] { parts_.store.Write("NightTheme", parts_.settings); });
+    Click(Message::Of("saving the night theme"), [this] { parts_.store.Write("NightTheme", parts_.settings); });
   });
   QObject::connect(panel_.get(), &frmHandBox::Acknowledged, panel_.get(), [this] {
-    Click("acknowledging the loss of the settings", [this] { parts_.settings_loss.Acknowledge(); });
+    Click(Message::Of("acknowledging the loss of the settings"), [this] { parts_.settings_loss.Acknowledge(); });
   });
-  QObject::connect(panel_.get(), &frmHandBox::ForceUnsafeToggled, panel_.get(),
-                   [this](bool on) { Click("forcing the verdict", [this, on] { parts_.observer.ForceUnsafe(on); }); });
+  QObject::connect(panel_.get(), &frmHandBox::ForceUnsafeToggled, panel_.get(), [this](bool on) {
+    Click(Message::Of("forcing the verdict"), [this, on] { parts_.observer.ForceUnsafe(on); });
+  });
   QObject::connect(panel_.get(), &frmHandBox::TestUnsafeClicked, panel_.get(),
-                   [this] { Click("testing the verdict", [this] { parts_.observer.TestUnsafe(); }); });
+                   [this] { Click(Message::Of("testing the verdict"), [this] { parts_.observer.TestUnsafe(); }); });
   QObject::connect(panel_.get(), &frmHandBox::Closing, panel_.get(), [] { QCoreApplication::exit(0); });
 }
 
@@ -82,23 +84,25 @@ void ProgramWindows::BuildEvents() {
   parts_.events.Listen([window = QPointer(events_.get())](const Event& event) {
     if (window) window->Append(event);
   });
-  AddEntry(frmHandBox::Menu::kView, "mnuEvents", "&Events…", "Alt+E", [this] { events_->ShowInFront(); });
+  AddEntry(frmHandBox::Menu::kView, "mnuEvents", Words::tr("&Events…"), "Alt+E", [this] { events_->ShowInFront(); });
 }
 
 void ProgramWindows::BuildProgramMenu() {
   using enum frmHandBox::Menu;
-  AddEntry(kProgram, "mnuPlace", "&Place…", "", [this] { AskForPlace(); });
-  tray_messages_ = AddEntry(kProgram, "mnuTrayMessages", "&Messages of the tray icon", "", [this] {
+  AddEntry(kProgram, "mnuPlace", Words::tr("&Place…"), "", [this] { AskForPlace(); });
+  tray_messages_ = AddEntry(kProgram, "mnuTrayMessages", Words::tr("&Messages of the tray icon"), "", [this] {
     parts_.settings.TrayMessages = tray_messages_->isChecked() ? 1 : 0;
-    Click("saving the choice of messages", [this] { parts_.store.Write("TrayMessages", parts_.settings); });
+    Click(Message::Of("saving the choice of messages"),
+          [this] { parts_.store.Write("TrayMessages", parts_.settings); });
   });
   tray_messages_->setCheckable(true);
-  tray_messages_->setToolTip("A message over the desktop when it becomes safe or unsafe; never in the night theme");
+  tray_messages_->setToolTip(
+      Words::tr("A message over the desktop when it becomes safe or unsafe; never in the night theme"));
 }
 
 void ProgramWindows::BuildTray() {
   QList<QAction*> entries = panel_->VerdictEntries();
-  auto* show = new QAction("Show the &panel", panel_.get());
+  auto* show = new QAction(Words::tr("Show the &panel"), panel_.get());
   QObject::connect(show, &QAction::triggered, panel_.get(), [this] { BringToFront(); });
   entries.prepend(show);
   tray_ = std::make_unique<TrayIcon>(entries);
@@ -117,7 +121,8 @@ void ProgramWindows::AskForPlace() {
   }
   place_ = new frmPlace(
       current, parts_.store.locale(),
-      [this](const Place& place) { return DescribeSun(place, parts_.history.Now(), parts_.clock); }, panel_.get());
+      [this](const Place& place) { return DescribeSun(place, parts_.history.Now(), parts_.clock, WindowLanguage()); },
+      panel_.get());
   QObject::connect(place_, &frmPlace::Chosen, panel_.get(),
                    [this](const std::optional<Place>& place) { SetPlace(place); });
   place_->open();  // not exec: nothing waits for it
@@ -126,7 +131,7 @@ void ProgramWindows::AskForPlace() {
 void ProgramWindows::SetPlace(const std::optional<Place>& place) {
   parts_.settings.Latitude = place ? std::optional(place->latitude) : std::nullopt;
   parts_.settings.Longitude = place ? std::optional(place->longitude) : std::nullopt;
-  Click("saving the place", [this] {
+  Click(Message::Of("saving the place"), [this] {
     Profile::Batch batch(parts_.store.profile());
     parts_.store.Write("Latitude", parts_.settings);
     parts_.store.Write("Longitude", parts_.settings);
@@ -161,8 +166,8 @@ void ProgramWindows::BuildSetup() {
                                        .network_changed = [this] { core_.ApplyNetwork(); },
                                        .mqtt_changed = [this] { core_.ApplyMqtt(); }});
   requests_.emplace(*routine_, parts_.loop, parts_.boundary);
-  AddEntry(frmHandBox::Menu::kView, "mnuTraffic", "&Traffic…", "Alt+T", [this] { OpenTraffic(); });
-  panel_->SetSetupEntry(AddEntry(frmHandBox::Menu::kProgram, "mnuSetup", "&Setup…", "Alt+S", [this] {
+  AddEntry(frmHandBox::Menu::kView, "mnuTraffic", Words::tr("&Traffic…"), "Alt+T", [this] { OpenTraffic(); });
+  panel_->SetSetupEntry(AddEntry(frmHandBox::Menu::kProgram, "mnuSetup", Words::tr("&Setup…"), "Alt+S", [this] {
     requests_->Run();
     core_.Refresh();
   }));
@@ -172,7 +177,8 @@ void ProgramWindows::BuildWebPublishing() {
   submit_ = std::make_unique<frmFormSubmit>(
       parts_.publisher, [this] { return desktop::PictureOf(*panel_); }, panel_.get());
   if (!native::SendsPictures()) submit_->HideBuiltIn();
-  AddEntry(frmHandBox::Menu::kView, "mnuWeb", "&Web publishing…", "Alt+W", [this] { submit_->ShowInFront(); });
+  AddEntry(frmHandBox::Menu::kView, "mnuWeb", Words::tr("&Web publishing…"), "Alt+W",
+           [this] { submit_->ShowInFront(); });
 }
 
 void ProgramWindows::BuildGraphs() {
@@ -185,9 +191,10 @@ void ProgramWindows::BuildGraphs() {
                       .style = parts_.style});
   parts_.history.OnReplaced([this] { graphs_->ShowDefaultRange(); });
   using enum frmHandBox::Menu;
-  AddEntry(kView, "mnuTemperatureGraph", "Temperature &graph…", "Alt+G", [this] { graphs_->OpenTemperatures(); });
-  AddEntry(kView, "mnuWindGraph", "Wind grap&h…", "Alt+H", [this] { graphs_->OpenWind(); });
-  AddEntry(kView, "mnuRainGraph", "Rain and &light graph…", "Alt+L", [this] { graphs_->OpenRain(); });
+  AddEntry(kView, "mnuTemperatureGraph", Words::tr("Temperature &graph…"), "Alt+G",
+           [this] { graphs_->OpenTemperatures(); });
+  AddEntry(kView, "mnuWindGraph", Words::tr("Wind grap&h…"), "Alt+H", [this] { graphs_->OpenWind(); });
+  AddEntry(kView, "mnuRainGraph", Words::tr("Rain and &light graph…"), "Alt+L", [this] { graphs_->OpenRain(); });
 }
 
 QAction* ProgramWindows::AddEntry(frmHandBox::Menu menu, const char* name, const QString& text, const char* keys,

@@ -9,8 +9,10 @@
 #include "app/setup_requests.h"
 #include "app/setup_routine.h"
 #include "base/error_boundary.h"
+#include "base/message.h"
 #include "core.h"
 #include "ui/controls/file_saving.h"
+#include "ui/controls/words.h"
 #include "ui/graphs/graph_windows.h"
 #include "ui/help/help.h"
 #include "ui/panel/frm_events.h"
@@ -38,12 +40,13 @@ class ProgramWindows : public Front {
   void RunSetup(Weather::Done closed) override { requests_->RunFor(std::move(closed)); }
   void Started() override;
   void BringToFront() override;
+  [[nodiscard]] const Language& language() const override { return WindowLanguage(); }
   [[nodiscard]] bool LeavesThread() const override { return IsSaving(); }
 
  private:
   /// Runs the work of a click and refreshes the windows.
   template <typename Work>
-  void Click(std::string_view doing, Work work) {
+  void Click(Phrase doing, Work work) {
     parts_.boundary.RunToEnd(doing, work);
     core_.Refresh();
   }

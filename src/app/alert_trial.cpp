@@ -2,10 +2,12 @@
 
 #include <exception>
 
+#include "base/run_time_error.h"
+
 namespace orvalis {
 
 void AlertTrial::Try(const SetupFile& file, const std::string& path, const Tell& tell) {
-  if (path.empty()) return tell("no file chosen");
+  if (path.empty()) return tell(Message::Of("no file chosen"));
   const auto record = [this, title = "test of alert " + std::string(file.alert) + ": "](const std::string& what) {
     parts_.events.Record(title + what);
   };
@@ -13,13 +15,13 @@ void AlertTrial::Try(const SetupFile& file, const std::string& path, const Tell&
     if (file.is_sound) {
       Play(path, tell);
     } else {
-      Start(file, path, [tell, record, path](const std::string& what) {
+      Start(file, path, [tell, record, path](const Message& what) {
         tell(what);
-        record(path + " " + what);
+        record(path + " " + what.English());
       });
     }
   } catch (const std::exception& error) {
-    tell(error.what());
+    tell(MessageOf(error));
     record(error.what());
   }
 }
@@ -31,7 +33,7 @@ void AlertTrial::SoundFailed(const std::string& failure) {
 void AlertTrial::Play(const std::string& path, const Tell& tell) {
   sound_ = path;
   tell_of_sound_ = tell;
-  tell("playing");  // before: it may fail at once
+  tell(Message::Of("playing"));  // before: it may fail at once
   parts_.sounds.Play(path);
 }
 
@@ -39,9 +41,9 @@ void AlertTrial::Start(const SetupFile& file, const std::string& path, const Tel
   const AlertFacts facts =
       file.of_verdict ? FactsOfAlert(file.alert, true, parts_.observer.Now()) : FactsOfAlert(file.alert, true);
   parts_.programs.Start({.path = path, .facts = facts, .ended = [tell](const std::string& failure) {
-                           tell(failure.empty() ? "ended with code 0" : failure);
+                           tell(failure.empty() ? Message::Of("ended with code 0") : Message(failure));
                          }});
-  tell("started");
+  tell(Message::Of("started"));
 }
 
 }  // namespace orvalis

@@ -7,6 +7,7 @@
 #include "app/observer.h"
 #include "app/setup_fields.h"
 #include "base/event_list.h"
+#include "base/message.h"
 
 namespace orvalis {
 
@@ -14,7 +15,7 @@ namespace orvalis {
 class AlertTrial {
  public:
   /// What happened, for the person: "started", later "ended with code 3".
-  using Tell = std::function<void(const std::string& what)>;
+  using Tell = std::function<void(const Message& what)>;
   struct Parts {
     Observer& observer;
     SoundPlayer& sounds;

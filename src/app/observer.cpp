@@ -65,7 +65,7 @@ void Observer::Tell(bool reading) {
   news.new_reasons.ForEach([this](Reason reason) { told_reasons_.Add(reason); });
   told_ = verdict;
   for (const Listener& listener : listeners_) {
-    parts_.boundary.RunToEnd("announcing the verdict", [&] { listener(now, news); });
+    parts_.boundary.RunToEnd(Message::Of("announcing the verdict"), [&] { listener(now, news); });
   }
   TellAtTheEndOf(now);
 }
@@ -79,7 +79,7 @@ void Observer::TellAtTheEndOf(const Observation& told) {
   const milliseconds left = hold_left.count() > 0 ? std::min(fresh_left, hold_left) : fresh_left;
   end_timer_ = parts_.loop.CallAfter(left, [this] {
     end_timer_ = 0;
-    parts_.boundary.RunToEnd("judging whether it is safe", [this] { Update(); });
+    parts_.boundary.RunToEnd(Message::Of("judging whether it is safe"), [this] { Update(); });
   });
 }
 

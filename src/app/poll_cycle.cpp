@@ -10,9 +10,9 @@ namespace {
 
 constexpr std::int16_t kTicksPerCycle = 2;
 constexpr std::int16_t kLongestCount = std::numeric_limits<std::int16_t>::max();
-constexpr std::string_view kPolling = "polling the unit";
+constexpr auto kPolling = Message::Of("polling the unit");
 constexpr std::int64_t kFreshForMs = std::chrono::milliseconds(kFreshFor).count();
-constexpr std::string_view kFreshAgain = "Receiving complete frames again";
+constexpr auto kFreshAgain = Message::Of("Receiving complete frames again");
 /// How long that message stays.
 constexpr std::int64_t kNewsForMs = 60'000;
 
@@ -173,10 +173,11 @@ void PollCycle::RaiseCounters() {
 }
 
 void PollCycle::CheckAveragingCount() {
-  const std::string complaint = AveragingCountComplaint(parts_.settings.TempsAvgCount);
+  const Message complaint = AveragingCountComplaint(parts_.settings.TempsAvgCount);
   if (complaint == parts_.panel.StandingText(StandingMessage::Cause::kAveragingCount)) return;
   parts_.panel.Stand({.cause = StandingMessage::Cause::kAveragingCount, .text = complaint});
-  parts_.events.Record(complaint.empty() ? "the setting \"TempsAvgCount\" is within its limits again" : complaint);
+  parts_.events.Record(complaint.empty() ? "the setting \"TempsAvgCount\" is within its limits again"
+                                         : complaint.English());
 }
 
 void PollCycle::CheckStaleness() {
@@ -200,11 +201,13 @@ void PollCycle::CheckStaleness() {
   const bool answer_due = ready_since_ && now - *ready_since_ >= kFreshForMs;
   if (stale_reported_ || !answer_due) return;
   stale_reported_ = true;
-  const std::string since =
-      parts_.panel.fresh_at ? "since " + parts_.clock.style().time(*parts_.panel.fresh_at) : "since the start";
+  const Message since = parts_.panel.fresh_at
+                            ? Message::Of("since %1").With(parts_.clock.style().time(*parts_.panel.fresh_at))
+                            : Message(Message::Of("since the start"));
   const std::string lacking = last_frame_unusable_ ? "valid reading" : "complete frame";
-  parts_.events.Record("stale: no " + lacking + " " + since);
-  parts_.panel.status = "No " + lacking + " from the unit " + since;
+  parts_.events.Record("stale: no " + lacking + " " + since.English());
+  parts_.panel.status = last_frame_unusable_ ? Message::Of("No valid reading from the unit %1").With(since)
+                                             : Message::Of("No complete frame from the unit %1").With(since);
 }
 
 }  // namespace orvalis

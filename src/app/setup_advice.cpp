@@ -18,7 +18,7 @@ struct LimitPair {
   double Settings::*high_real;
   std::int32_t Settings::*low_whole;
   std::int32_t Settings::*high_whole;
-  std::string_view text;
+  Phrase text;
 
   [[nodiscard]] bool Crossed(const Settings& settings) const {
     return low_real != nullptr ? settings.*high_real < settings.*low_real : settings.*high_whole < settings.*low_whole;
@@ -31,8 +31,10 @@ struct LimitPair {
 };
 
 constexpr LimitPair kLimits[] = {
-    {&Settings::WindSpeedWarn, &Settings::WindSpeedCloseD, nullptr, nullptr, "\"Windy\" is below \"Breeze\""},
-    {nullptr, nullptr, &Settings::FullCloudyDegC, &Settings::PartCloudyDegC, "\"Clear\" is below \"Cloudy\""},
+    {&Settings::WindSpeedWarn, &Settings::WindSpeedCloseD, nullptr, nullptr,
+     Message::Of("\"Windy\" is below \"Breeze\"")},
+    {nullptr, nullptr, &Settings::FullCloudyDegC, &Settings::PartCloudyDegC,
+     Message::Of("\"Clear\" is below \"Cloudy\"")},
 };
 
 bool IsOf(const SettingKey& key, const SetupField& field) {
@@ -50,38 +52,36 @@ const UnitCommand* CommandOf(const SetupField& field) {
 }
 
 /// Why a field's text is invalid.
-std::string Reason(const SetupField& field, std::string_view text, NumberLocale locale) {
+Message Reason(const SetupField& field, std::string_view text, NumberLocale locale) {
   try {
     static_cast<void>(field.whole_number ? TextToInteger(text, locale) : TextToReal(text, locale));
   } catch (const RunTimeError& error) {
-    if (text.find_first_not_of(" \t") == std::string_view::npos) return "empty";
-    if (error.number() == RunTimeError::kOverflow) return "too large";
-    return field.whole_number ? "not a whole number" : "not a number";
+    if (text.find_first_not_of(" \t") == std::string_view::npos) return Message::Of("empty");
+    if (error.number() == RunTimeError::kOverflow) return Message::Of("too large");
+    return field.whole_number ? Message::Of("not a whole number") : Message::Of("not a number");
   }
-  return std::string(RangeText(field.range));
+  return RangeText(field.range);
 }
 
 /// What would be stored, and why, if not the number as typed.
-std::string Stored(const SetupField& field, const SetupReading& reading, std::string_view text, NumberLocale locale) {
+Message Stored(const SetupField& field, const SetupReading& reading, std::string_view text, NumberLocale locale) {
   if (!reading.message.empty()) {
-    const std::string reason = Reason(field, text, locale);
-    return reading.IsSentinel() ? reason + ": OK returns here"
-                                : "stores " + RealToText(reading.value, locale) + ": " + reason;
+    const Message reason = Reason(field, text, locale);
+    return reading.IsSentinel() ? Message::Of("%1: OK returns here").With(reason)
+                                : Message::Of("stores %1: %2").With(RealToText(reading.value, locale), reason);
   }
-  if (reading.IsSentinel()) return "-9999 cannot be stored: OK returns here";
+  if (reading.IsSentinel()) return Message::Of("-9999 cannot be stored: OK returns here");
   const char other_separator = locale.decimal_separator == ',' ? '.' : ',';
   if (TextToReal(text, locale) != reading.value) {
-    return "stores " + RealToText(reading.value, locale) + ": a whole number is needed";
+    return Message::Of("stores %1: a whole number is needed").With(RealToText(reading.value, locale));
   }
-  if (text.find(other_separator) != std::string_view::npos) return "stores " + RealToText(reading.value, locale);
+  if (text.find(other_separator) != std::string_view::npos) {
+    return Message::Of("stores %1").With(RealToText(reading.value, locale));
+  }
   return {};
 }
 
-void Append(std::string& advice, const std::string& more) {
-  if (more.empty()) return;
-  if (!advice.empty()) advice += "; ";
-  advice += more;
-}
+void Append(Message& advice, const Message& more) { advice = Joined(advice, "; ", more); }
 
 }  // namespace
 
@@ -94,10 +94,10 @@ Settings TypedSettings(std::span<const std::string> texts, NumberLocale locale) 
   return settings;
 }
 
-std::vector<std::string> AdviceOnSetup(std::span<const std::string> texts, NumberLocale locale) {
+std::vector<Message> AdviceOnSetup(std::span<const std::string> texts, NumberLocale locale) {
   const auto fields = SetupFields();
   const Settings settings = TypedSettings(texts, locale);
-  std::vector<std::string> advice(fields.size());
+  std::vector<Message> advice(fields.size());
   for (std::size_t i = 0; i < fields.size(); ++i) {
     const SetupReading reading = ReadSetupField(fields[i], texts[i], locale);
     advice[i] = Stored(fields[i], reading, texts[i], locale);
@@ -106,7 +106,7 @@ std::vector<std::string> AdviceOnSetup(std::span<const std::string> texts, Numbe
       Append(advice[i], command->CutText(command->setting(settings)));
     }
     for (const LimitPair& limits : kLimits) {
-      if (limits.Has(fields[i]) && limits.Crossed(settings)) Append(advice[i], std::string(limits.text));
+      if (limits.Has(fields[i]) && limits.Crossed(settings)) Append(advice[i], limits.text);
     }
   }
   return advice;
@@ -117,7 +117,7 @@ std::string RefusalOf(const SettingKey& key, std::string_view text, NumberLocale
   const auto field = std::ranges::find_if(fields, [&](const SetupField& f) { return IsOf(key, f); });
   if (field != fields.end()) {
     const SetupReading reading = ReadSetupField(*field, text, locale);
-    if (!reading.message.empty()) return Reason(*field, text, locale);
+    if (!reading.message.empty()) return Reason(*field, text, locale).English();
     if (reading.IsSentinel()) return "the setup dialog reserves -9999 for invalid input";
   }
   const UnitCommand* command = FindUnitCommand(key.name);
@@ -132,7 +132,7 @@ std::string CutForUnit(const SettingKey& key, std::string_view text, NumberLocal
   if (command == nullptr) return {};
   Settings settings;
   SetFromText(key, text, locale, settings);
-  return command->CutText(command->setting(settings));
+  return command->CutText(command->setting(settings)).English();
 }
 
 }  // namespace orvalis

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/message.h"
 #include "base/text.h"
 #include "config/settings_table.h"
 
@@ -17,7 +18,7 @@ namespace orvalis {
 /// Advice for each text box of the setup dialog before OK, in the order of `SetupFields`: what would be stored instead
 /// of what was typed and why, what the unit would receive instead, and limits that contradict each other. "" where the
 /// text is taken as typed.
-[[nodiscard]] std::vector<std::string> AdviceOnSetup(std::span<const std::string> texts, NumberLocale locale);
+[[nodiscard]] std::vector<Message> AdviceOnSetup(std::span<const std::string> texts, NumberLocale locale);
 
 /// Why the setting `key` must not be `text`, even though it fits its type, or "". Refused is what the dialog would
 /// replace, because a replacement would go unnoticed here, and a sign that the command to the unit lacks.

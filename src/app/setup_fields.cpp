@@ -192,22 +192,22 @@ std::span<const SetupText> SetupTexts() { return kTexts; }
 std::span<const SetupFile> SetupFiles() { return kFiles; }
 std::span<const SetupUnitOption> SetupUnitOptions() { return kUnitOptions; }
 
-std::string_view RangeText(Range range) {
+Message RangeText(Range range) {
   switch (range) {
     case Range::kAny:
-      return "";
+      return {};
     case Range::kNotBelowZero:
-      return "must be 0 or more";
+      return Message::Of("must be 0 or more");
     case Range::kAboveZero:
-      return "must be above 0";
+      return Message::Of("must be above 0");
     case Range::k1To300:
-      return "must be 1 through 300";
+      return Message::Of("must be 1 through 300");
     case Range::k0To3600:
-      return "must be 0 through 3600";
+      return Message::Of("must be 0 through 3600");
     case Range::k1To65535:
-      return "must be 1 through 65535";
+      return Message::Of("must be 1 through 65535");
   }
-  return "";
+  return {};
 }
 
 SetupReading ReadSetupField(const SetupField& field, std::string_view text, NumberLocale locale) {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <variant>
 
+#include "base/message.h"
 #include "base/text.h"
 #include "config/settings.h"
 #include "unit/unit_commands.h"
@@ -44,7 +45,7 @@ struct SetupReading {
 [[nodiscard]] std::span<const SetupField> SetupFields();
 
 /// "must be above 0"; "" for a field that takes any number.
-[[nodiscard]] std::string_view RangeText(SetupField::Range range);
+[[nodiscard]] Message RangeText(SetupField::Range range);
 
 /// Converts and checks `text`. Never throws.
 [[nodiscard]] SetupReading ReadSetupField(const SetupField& field, std::string_view text, NumberLocale locale);

@@ -12,8 +12,8 @@ namespace {
 
 /// What a note says after the value.
 struct Said {
-  std::string value;
-  std::string meaning;
+  Message value;
+  Message meaning;
   Colour colour;
 };
 
@@ -45,18 +45,18 @@ struct Case {
   }
 };
 
-std::string Counts(double count) { return FormatFixed(count, 0) + " counts"; }
+Message Counts(double count) { return Message::Of("%1 counts").With(FormatFixed(count, 0)); }
 
-Said Called(std::string value, const Word& word) { return {std::move(value), std::string(word.text), word.colour}; }
+Said Called(Message value, const Word& word) { return {std::move(value), std::string(word.text), word.colour}; }
 
 /// Whether an alarm is on in the unit; nothing where the unit does not say.
 using Alarm = std::optional<bool>;
 
-Said Alarming(std::string value, bool above, Alarm on) {
-  if (!above) return {std::move(value), "no alarm", Colour::kGreen};
-  if (!on) return {std::move(value), "UNSAFE if this alarm is on", Colour::kYellow};
-  if (!*on) return {std::move(value), "past the limit, but the alarm is off", Colour::kYellow};
-  return {std::move(value), "alarm, UNSAFE", Colour::kRed};
+Said Alarming(Message value, bool above, Alarm on) {
+  if (!above) return {std::move(value), Message::Of("no alarm"), Colour::kGreen};
+  if (!on) return {std::move(value), Message::Of("UNSAFE if this alarm is on"), Colour::kYellow};
+  if (!*on) return {std::move(value), Message::Of("past the limit, but the alarm is off"), Colour::kYellow};
+  return {std::move(value), Message::Of("alarm, UNSAFE"), Colour::kRed};
 }
 
 Alarm AlarmOf(const Case& c, bool UnitOptions::*alarm) {
@@ -66,7 +66,10 @@ Alarm AlarmOf(const Case& c, bool UnitOptions::*alarm) {
 std::optional<Said> WindWordNow(const Case& c) {
   const Settings& s = c.settings();
   Said said = Called(c.Speed(c.Mph()), WindWord(c.Mph(), s.WindSpeedCloseD, s.WindSpeedWarn));
-  if (c.OtherWind()) said.meaning += "\nLimits: " + c.Chosen(s.WindSpeedWarn) + ", " + c.Chosen(s.WindSpeedCloseD);
+  if (c.OtherWind()) {
+    const Message limits = Message::Of("Limits: %1, %2").With(c.Chosen(s.WindSpeedWarn), c.Chosen(s.WindSpeedCloseD));
+    said.meaning = Joined(said.meaning, "\n", limits);
+  }
   return said;
 }
 
@@ -87,9 +90,10 @@ std::optional<Said> LightWordNow(const Case& c) {
 
 std::optional<Said> WindAlarmNow(const Case& c) {
   const std::int32_t limit = c.InUnit("WindThreshold");
-  Said said = Alarming(Counts(c.figures().wind) + ", " + c.Chosen(c.Mph()), c.figures().wind > limit,
+  Said said = Alarming(Joined(Counts(c.figures().wind), ", ", c.Chosen(c.Mph())), c.figures().wind > limit,
                        AlarmOf(c, &UnitOptions::allow_wind));
-  said.meaning += "\nLimit: " + c.Chosen(WindMph(limit, c.settings().WindMultiplier));
+  const Message speed = Message::Of("Limit: %1").With(c.Chosen(WindMph(limit, c.settings().WindMultiplier)));
+  said.meaning = Joined(said.meaning, "\n", speed);
   return said;
 }
 
@@ -99,7 +103,7 @@ std::optional<Said> RainAlarmNow(const Case& c) {
   Said said = Alarming(Counts(c.figures().rain), c.figures().rain > c.InUnit("RainThreshold"), on);
   if (const auto left = c.figures().rain_on_left; left && said.colour == Colour::kGreen) {
     const auto seconds = std::chrono::ceil<std::chrono::seconds>(*left).count();
-    said.meaning = "no alarm, but rain has only just ended: " + std::to_string(seconds) + " s left";
+    said.meaning = Message::Of("no alarm, but rain has only just ended: %1 s left").With(seconds);
     said.colour = Colour::kYellow;
   }
   return said;
@@ -114,8 +118,8 @@ std::optional<Said> CloudAlarmNow(const Case& c) {
   Said said =
       Alarming(c.Degrees(*sky, c.typed.units.Temperature(*sky)), *sky > limit, AlarmOf(c, &UnitOptions::allow_clouds));
   if (said.colour == Colour::kGreen && *sky > limit - hysteresis) {
-    said.meaning = "no new alarm; one that is on ends at " +
-                   c.Degrees(limit - hysteresis, c.typed.units.Temperature(limit - hysteresis));
+    said.meaning = Message::Of("no new alarm; one that is on ends at %1")
+                       .With(c.Degrees(limit - hysteresis, c.typed.units.Temperature(limit - hysteresis)));
     said.colour = Colour::kYellow;
   }
   return said;
@@ -144,11 +148,12 @@ constexpr std::array<Row, kLimitMeanings> kRows{{
 
 LimitMeaning MeaningOf(const Row& row, const Case& c) {
   const ReadingSource source = c.now.source;
-  if (source == ReadingSource::kNone) return {row.name, "No reading now"};
+  if (source == ReadingSource::kNone) return {row.name, Message::Of("No reading now")};
   const auto said = row.say(c);
-  if (!said) return {row.name, "Not known now"};
-  const std::string when = source == ReadingSource::kDemo ? "Demo: " : "Now ";
-  return {row.name, when + said->value + ": " + said->meaning, said->colour};
+  if (!said) return {row.name, Message::Of("Not known now")};
+  const Message text = source == ReadingSource::kDemo ? Message::Of("Demo: %1: %2").With(said->value, said->meaning)
+                                                      : Message::Of("Now %1: %2").With(said->value, said->meaning);
+  return {row.name, text, said->colour};
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/colour.h"
+#include "base/message.h"
 #include "base/text.h"
 #include "config/settings.h"
 #include "reading/display_units.h"
@@ -26,7 +27,7 @@ struct TypedSetup {
 /// A live value beside its limits, and what these would make of it.
 struct LimitMeaning {
   std::string_view name;           ///< of the note in the dialog
-  std::string text;                ///< "Now 10.8 mph: Breeze"
+  Message text;                    ///< "Now 10.8 mph: Breeze"
   Colour colour = Colour::kWhite;  ///< of the word or the alarm; white where nothing is known
 };
 

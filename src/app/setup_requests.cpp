@@ -6,7 +6,7 @@ namespace orvalis {
 
 void SetupRequests::Run() {
   std::exception_ptr failure;
-  boundary_.RunToEnd("running the setup", [&] {
+  boundary_.RunToEnd(Message::Of("running the setup"), [&] {
     try {
       routine_.Run();
     } catch (...) {

@@ -4,9 +4,9 @@
 #include <functional>
 #include <map>
 #include <string>
-#include <string_view>
 
 #include "base/event_list.h"
+#include "base/message.h"
 #include "base/once_until_mended.h"
 
 namespace orvalis {
@@ -16,17 +16,17 @@ namespace orvalis {
 class ErrorBoundary {
  public:
   /// `status` is the panel's status line, which others write too.
-  ErrorBoundary(std::string& status, EventList& events) : status_(status), events_(events) {}
+  ErrorBoundary(Message& status, EventList& events) : status_(status), events_(events) {}
 
-  /// Reports `error`, which happened while `doing` ("polling the unit"). An error that recurs each cycle is listed
+  /// Reports `error`, which happened while `doing`, "polling the unit". An error that recurs each cycle is listed
   /// once, until `Succeeded` is called.
-  void Report(std::string_view doing, const std::exception_ptr& error);
+  void Report(Phrase doing, const std::exception_ptr& error);
   /// The same work succeeded: an earlier error message is cleared from the status line.
-  void Succeeded(std::string_view doing);
+  void Succeeded(Phrase doing);
 
   /// Runs `work`, which is complete when it returns, and reports its failure or success.
   template <typename Work>
-  void RunToEnd(std::string_view doing, Work work) {
+  void RunToEnd(Phrase doing, Work work) {
     Run(doing, [&] {
       work();
       Succeeded(doing);
@@ -34,7 +34,7 @@ class ErrorBoundary {
   }
   /// Runs `work`, which may continue after it returns, and reports what it throws.
   template <typename Work>
-  void Run(std::string_view doing, Work work) {
+  void Run(Phrase doing, Work work) {
     try {
       work();
     } catch (...) {
@@ -43,7 +43,7 @@ class ErrorBoundary {
   }
 
  private:
-  std::string& status_;
+  Message& status_;
   EventList& events_;
   std::map<std::string, OnceUntilMended, std::less<>> standing_;  ///< the last error of each kind of work
 };

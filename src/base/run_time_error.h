@@ -2,6 +2,9 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
+
+#include "base/message.h"
 
 namespace orvalis {
 
@@ -28,12 +31,25 @@ class RunTimeError : public std::runtime_error {
     kReceiveTimedOut = 8020,    ///< nothing, or too little, was received in time
   };
 
-  RunTimeError(Number number, const std::string& description) : std::runtime_error(description), number_(number) {}
+  RunTimeError(Number number, const std::string& description)
+      : std::runtime_error(description), number_(number), message_(description) {}
+  /// For what windows show translated; `what` is English.
+  RunTimeError(Number number, Message message)
+      : std::runtime_error(message.English()), number_(number), message_(std::move(message)) {}
+  RunTimeError(Number number, Phrase text) : RunTimeError(number, Message(text)) {}
 
   [[nodiscard]] Number number() const { return number_; }
+  [[nodiscard]] const Message& message() const { return message_; }
 
  private:
   Number number_;
+  Message message_;
 };
+
+/// What `error` says, for a window.
+[[nodiscard]] inline Message MessageOf(const std::exception& error) {
+  const auto* ours = dynamic_cast<const RunTimeError*>(&error);
+  return ours != nullptr ? ours->message() : Message(std::string(error.what()));
+}
 
 }  // namespace orvalis

@@ -108,7 +108,7 @@ void NetworkFront::Apply(const Settings& settings) {
   Close();
   server_trouble_.Repeat();
   discovery_trouble_.Repeat();
-  parts_.complain("");
+  parts_.complain({});
   if (settings.NetworkEnabled == 0 || settings.NetworkPort == 0) return;
   Identify(settings);
   wanted_ = WantedBy(settings);
@@ -143,19 +143,17 @@ void NetworkFront::Open() {
                   .guard = RequestGuard(wanted_->names, wanted_->allowed_origin)});
     trouble_.clear();
     const bool mended = server_trouble_.Mended();
-    if (mended) parts_.complain("");
+    if (mended) parts_.complain({});
     if (mended || !IsLoopback(wanted_->address)) parts_.record("Serving the network on " + Place());
   } catch (const RunTimeError& error) {
-    std::string text = "Cannot serve the network on " + Place() + ": ";
-    if (error.number() == RunTimeError::kPortInUse) {
-      text += "another program has the port. A second Orvalis needs a profile with a port of its own. ";
-    } else {
-      text += std::string(error.what()) + ". ";
-    }
-    text += "It is tried again every minute";
-    if (server_trouble_.IsNews(text)) parts_.record(text);
-    parts_.complain(text);
-    trouble_ = text;
+    const Message why =
+        error.number() == RunTimeError::kPortInUse
+            ? Message(
+                  Message::Of("another program has the port. A second Orvalis needs a profile with a port of its own"))
+            : error.message();
+    trouble_ = Message::Of("Cannot serve the network on %1: %2. It is tried again every minute").With(Place(), why);
+    if (const std::string text = trouble_.English(); server_trouble_.IsNews(text)) parts_.record(text);
+    parts_.complain(trouble_);
   }
   if (server_.open()) OpenDiscovery();
   TryAgainLater();
@@ -172,8 +170,8 @@ void NetworkFront::OpenDiscovery() {
     discovery_trouble_.Mended();
     trouble_.clear();
   } catch (const RunTimeError& error) {
-    trouble_ = std::string("Clients cannot find the program by themselves: ") + error.what();
-    if (discovery_trouble_.IsNews(trouble_)) parts_.record(trouble_);
+    trouble_ = Message::Of("Clients cannot find the program by themselves: %1").With(error.message());
+    if (const std::string text = trouble_.English(); discovery_trouble_.IsNews(text)) parts_.record(text);
   }
 }
 

@@ -11,6 +11,7 @@
 #include "app/observer.h"
 #include "base/clock.h"
 #include "base/event_loop.h"
+#include "base/message.h"
 #include "base/once_until_mended.h"
 #include "config/settings.h"
 #include "config/settings_store.h"
@@ -36,12 +37,12 @@ class NetworkFront {
     EventLoop& loop;
     const Clock& clock;
     SettingsStore& store;
-    std::function<const Observation&()> observe;       ///< the account of now
-    std::function<HistoryView()> recorded;             ///< what was
-    std::function<MetricCounters()> counters;          ///< what happened since the start
-    std::function<void(const std::string&)> record;    ///< an event
-    std::function<void(const std::string&)> complain;  ///< what a person should mend; "" when it is mended
-    Traffic* const& traffic;                           ///< null while the traffic window is closed
+    std::function<const Observation&()> observe;     ///< the account of now
+    std::function<HistoryView()> recorded;           ///< what was
+    std::function<MetricCounters()> counters;        ///< what happened since the start
+    std::function<void(const std::string&)> record;  ///< an event
+    std::function<void(const Message&)> complain;    ///< what a person should mend; none when it is mended
+    Traffic* const& traffic;                         ///< null while the traffic window is closed
   };
 
   explicit NetworkFront(Parts parts);
@@ -97,7 +98,7 @@ class NetworkFront {
   std::optional<Wanted> wanted_;  ///< nothing while it is off
   std::optional<AlpacaDiscovery> discovery_;
   std::unique_ptr<DatagramListener> discovery_listener_;
-  std::string trouble_;  ///< that lasts
+  Message trouble_;  ///< that lasts
   OnceUntilMended server_trouble_;
   OnceUntilMended discovery_trouble_;
   EventLoop::TimerId minute_timer_ = 0;

@@ -142,7 +142,7 @@ std::string ObservationJson(const Observation& now, const Station& station) {
   const SafetyVerdict& verdict = now.verdict;
   Json reasons = Json::array();
   verdict.reasons.ForEach([&](orvalis::Reason reason) {
-    reasons.push_back({{"name", Name(reason)}, {"text", Explain(reason, now)}});
+    reasons.push_back({{"name", Name(reason)}, {"text", Explain(reason, now).English()}});
   });
   Json values;
   for (const ObservedValue& value : ObservedValueTable()) values[value.name] = NumberOrNull(now.values.*value.member);

@@ -17,9 +17,9 @@ void PanelModel::Stand(StandingMessage message) {
   }
 }
 
-std::string_view PanelModel::StandingText(StandingMessage::Cause cause) const {
+Message PanelModel::StandingText(StandingMessage::Cause cause) const {
   const auto found = std::ranges::find(standing, cause, &StandingMessage::cause);
-  return found != standing.end() ? std::string_view(found->text) : std::string_view();
+  return found != standing.end() ? found->text : Message();
 }
 
 void ShowLink(LinkState state, std::optional<std::int16_t> seconds_left, PanelModel& panel) {

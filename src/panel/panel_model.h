@@ -8,6 +8,7 @@
 
 #include "base/clock.h"
 #include "base/colour.h"
+#include "base/message.h"
 #include "base/text.h"
 #include "history/trend.h"
 #include "panel/sun_text.h"
@@ -22,7 +23,7 @@ namespace orvalis {
 struct StandingMessage {
   enum class Cause { kSettingsLost, kAveragingCount, kNetwork };
   Cause cause;
-  std::string text;
+  Message text;
   bool to_acknowledge = false;  ///< it stands until a person has acknowledged it
 
   [[nodiscard]] bool operator==(const StandingMessage& other) const = default;
@@ -75,7 +76,7 @@ struct PanelModel {
   SunText sun;    ///< empty while no place is set
 
   ConnectControl connect;
-  std::string status;  ///< what the program is doing, or what went wrong
+  Message status;  ///< what the program is doing, or what went wrong
   std::vector<StandingMessage> standing;
   bool demo = false;                  ///< the values are simulated
   bool stale = true;                  ///< the values are out of date: shown grey
@@ -86,8 +87,8 @@ struct PanelModel {
 
   /// Shows `message` in the place of the one with the same cause; with an empty text there is none.
   void Stand(StandingMessage message);
-  /// The text that stands for `cause`, or "".
-  [[nodiscard]] std::string_view StandingText(StandingMessage::Cause cause) const;
+  /// The text that stands for `cause`, or none.
+  [[nodiscard]] Message StandingText(StandingMessage::Cause cause) const;
 };
 
 /// Brings the connect control up to the state of the link. `seconds_left` is the time until the next attempt to

@@ -75,36 +75,42 @@ std::optional<double> ParseCoordinate(std::string_view text, Axis axis) {
   return sign < 0 ? -value : value;
 }
 
-SunText DescribeSun(const Place& place, std::int64_t utc, const Clock& clock) {
+SunText DescribeSun(const Place& place, std::int64_t utc, const Clock& clock, const Language& language) {
   const double altitude = SunAltitude(place, utc);
   const Night night = NightAt(place, utc);
-  const auto at = [&](const char* name, const std::optional<std::int64_t>& time) {
+  const auto at = [&](Phrase name, const std::optional<std::int64_t>& time) -> Message {
     constexpr std::int64_t kHalfMinute = 30'000;
-    if (!time) return std::string();
-    return std::string(", ") + name + " " + clock.style().hour_and_minute(clock.LocalAt(*time + kHalfMinute));
+    if (!time) return {};
+    return name.With(clock.style().hour_and_minute(clock.LocalAt(*time + kHalfMinute)));
   };
+  const Message dusk = at(Message::Of("dusk %1"), night.dusk);
+  const Message dawn = at(Message::Of("dawn %1"), night.dawn);
   const bool up = altitude > kHorizonDegrees;
   const bool at_horizon = std::abs(altitude - kHorizonDegrees) < 1;
-  SunText text;
-  text.line = "Sun ";
-  if (!at_horizon) text.line += FormatFixed(std::abs(altitude), 0) + "°" + (up ? " above" : " below");
-  text.line += at_horizon ? "on the horizon" : " the horizon";
+  const std::string degrees = FormatFixed(std::abs(altitude), 0);
+  Message line = at_horizon ? Message::Of("Sun on the horizon")
+                 : up       ? Message::Of("Sun %1° above the horizon").With(degrees)
+                            : Message::Of("Sun %1° below the horizon").With(degrees);
+  const auto add = [&](const Message& more) { line = Joined(line, ", ", more); };
 
-  std::string extremes;
-  if (!night.sunset && !night.sunrise) extremes = up ? ", it does not set" : ", it does not rise";
+  const bool extreme = !night.sunset && !night.sunrise;
+  if (extreme) add(up ? Message::Of("it does not set") : Message::Of("it does not rise"));
   if (night.dusk || night.dawn) {
-    text.line += extremes + at("dusk", night.dusk) + at("dawn", night.dawn);
-  } else {
+    add(dusk);
+    add(dawn);
+  } else if (!extreme || !up) {
     // Neither: always dark, or never. Where it does not set, that says enough.
-    const bool dark = altitude < kDarkDegrees;
-    text.line += extremes;
-    if (extremes.empty() || !up) text.line += dark ? ", dark all day" : ", no full darkness";
+    add(altitude < kDarkDegrees ? Message::Of("dark all day") : Message::Of("no full darkness"));
   }
-  const std::string times =
-      at("sunset", night.sunset) + at("dusk", night.dusk) + at("dawn", night.dawn) + at("sunrise", night.sunrise);
-  if (!times.empty()) text.meaning = "Next" + times.substr(1) + ". ";
-  text.meaning += "Between dusk and dawn the sun is 18° or more below the horizon, and the sky as dark as it gets.";
-  return text;
+  Message times;
+  for (const Message& time :
+       {at(Message::Of("sunset %1"), night.sunset), dusk, dawn, at(Message::Of("sunrise %1"), night.sunrise)}) {
+    times = Joined(times, ", ", time);
+  }
+  if (!times.empty()) times = Message::Of("Next %1.").With(times);
+  const Message meaning =
+      Message::Of("Between dusk and dawn the sun is 18° or more below the horizon, and the sky as dark as it gets.");
+  return {.line = line.In(language), .meaning = Joined(times, " ", meaning).In(language)};
 }
 
 }  // namespace orvalis

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/clock.h"
+#include "base/message.h"
 #include "base/text.h"
 #include "panel/sun.h"
 
@@ -20,7 +21,9 @@ struct SunText {
 };
 
 /// The sun at `place` at `utc`, milliseconds since 1970-01-01. Times are local to the clock.
-[[nodiscard]] SunText DescribeSun(const Place& place, std::int64_t utc, const Clock& clock);
+/// In `language`.
+[[nodiscard]] SunText DescribeSun(const Place& place, std::int64_t utc, const Clock& clock,
+                                  const Language& language = {});
 
 /// The direction of a coordinate.
 enum class Axis : std::uint8_t { kLatitude, kLongitude };

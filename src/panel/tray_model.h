@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "base/message.h"
 #include "panel/verdict_banner.h"
 
 namespace orvalis {
@@ -19,9 +20,9 @@ struct TrayMessage {
 /// What an icon in the desktop's tray says of the verdict.
 class TrayModel {
  public:
-  /// Takes the banner as it is. Returns what there is to tell: that it became safe or unsafe. The first banner tells
-  /// nothing, because a start always begins unsafe.
-  [[nodiscard]] std::optional<TrayMessage> Take(const VerdictBanner& banner);
+  /// Takes the banner as it is, in `language`. Returns what there is to tell: that it became safe or unsafe. The first
+  /// banner tells nothing, because a start always begins unsafe.
+  [[nodiscard]] std::optional<TrayMessage> Take(const VerdictBanner& banner, const Language& language = {});
 
  private:
   std::optional<bool> safe_;

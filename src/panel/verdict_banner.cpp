@@ -30,67 +30,85 @@ class Times {
   std::int64_t today_;
 };
 
+struct Case {
+  const Observation& now;
+  const Times& times;
+  const Language& language;
+
+  [[nodiscard]] std::string Say(const Message& message) const { return message.In(language); }
+};
+
 /// The word and the reason.
-void Split(const Observation& now, const TimeOfDay& when, VerdictBanner& banner) {
-  banner.reason = FirstReason(now, when);
+void Split(const Case& c, const TimeOfDay& when, VerdictBanner& banner) {
+  banner.reason = c.Say(FirstReason(c.now, when));
   switch (banner.state) {
     case State::kSafe:
-      banner.word = "SAFE";
+      banner.word = c.Say(Message::Of("SAFE"));
       break;
     case State::kSafeDemo:
-      banner.word = "SAFE (demo)";
-      banner.reason = "the values are simulated";
-      banner.text += " - demo mode: " + banner.reason;
+      banner.word = c.Say(Message::Of("SAFE (demo)"));
+      banner.reason = c.Say(Message::Of("the values are simulated"));
+      banner.text = c.Say(Message::Of("SAFE - demo mode: the values are simulated"));
       break;
     case State::kSafeSoon:
       // "SAFE" alone would be taken for the verdict by whoever reads it from a distance.
-      if (now.verdict.hold_left.count() > 0) {
+      if (c.now.verdict.hold_left.count() > 0) {
         banner.word = banner.text;
         banner.reason.clear();
       } else {
-        banner.word = "SAFE soon";
+        banner.word = c.Say(Message::Of("SAFE soon"));
       }
       break;
     case State::kUnsafe:
-      banner.word = "UNSAFE";
+      banner.word = c.Say(Message::Of("UNSAFE"));
       break;
   }
 }
 
 /// How old the values are, or how many reasons there are beside the first.
-std::string Rest(const Observation& now, const Times& times, std::size_t reasons) {
+Message Rest(const Case& c, std::size_t reasons) {
+  const Observation& now = c.now;
   const bool current = now.source != ReadingSource::kNone;
   if (now.age && (now.verdict.safe || !current)) {
-    return (current ? ", reading at " : ", last reading at ") + times.ToTheSecond(now.time - now.age->count());
+    const std::string at = c.times.ToTheSecond(now.time - now.age->count());
+    return current ? Message::Of("reading at %1").With(at) : Message::Of("last reading at %1").With(at);
   }
   if (reasons < 2) return {};
-  return ", " + std::to_string(reasons - 1) + (reasons == 2 ? " more reason" : " more reasons");
+  return reasons == 2 ? Message::Of("1 more reason") : Message::Of("%1 more reasons").With(reasons - 1);
 }
 
-std::string SinceText(const Observation& now, const Times& times, const VerdictBanner& banner) {
+Message SinceText(const Case& c, const VerdictBanner& banner) {
+  const Observation& now = c.now;
   const bool alone = banner.explanations.size() == 1;  // what a person wants is named after what the sky does
-  if (banner.forced) return std::string(alone ? "" : "also forced by hand, ") + "release it under \"Verdict\"";
-  if (banner.testing && !alone) return "also " + Explain(Reason::kForced, now);
+  if (banner.forced) {
+    return alone ? Message::Of("release it under \"Verdict\"")
+                 : Message::Of("also forced by hand, release it under \"Verdict\"");
+  }
+  if (banner.testing && !alone) return Message::Of("also %1").With(Explain(Reason::kForced, now));
   // Not the clock's time when it began: the clock may have been set since.
-  const std::string began = times.ToTheMinute(now.time - now.verdict.lasted.count());
-  return (now.verdict.safe ? "safe since " : "unsafe since ") + began + Rest(now, times, banner.explanations.size());
+  const std::string began = c.times.ToTheMinute(now.time - now.verdict.lasted.count());
+  const Message since =
+      now.verdict.safe ? Message::Of("safe since %1").With(began) : Message::Of("unsafe since %1").With(began);
+  return Joined(since, ", ", Rest(c, banner.explanations.size()));
 }
 
 }  // namespace
 
-VerdictBanner BannerOf(const Observation& now, const Clock& clock, NumberLocale locale, const DisplayUnits& units) {
+VerdictBanner BannerOf(const Observation& now, const Clock& clock, NumberLocale locale, const DisplayUnits& units,
+                       const Language& language) {
   const Times times(clock, now.time);
   const TimeOfDay when = [&](std::int64_t utc) { return times.ToTheMinute(utc); };
+  const Case c{now, times, language};
   VerdictBanner banner;
   banner.state = StateOf(now);
-  banner.text = Banner(now, when);
+  banner.text = c.Say(Banner(now, when));
   const bool wanted = now.verdict.reasons.Has(Reason::kForced);
   banner.testing = wanted && now.figures.test_left.has_value();
   banner.forced = wanted && !banner.testing;
   now.verdict.reasons.ForEach(
-      [&](Reason reason) { banner.explanations.push_back(Explain(reason, now, locale, units)); });
-  Split(now, when, banner);
-  banner.since = SinceText(now, times, banner);
+      [&](Reason reason) { banner.explanations.push_back(c.Say(Explain(reason, now, locale, units))); });
+  Split(c, when, banner);
+  banner.since = c.Say(SinceText(c, banner));
   return banner;
 }
 

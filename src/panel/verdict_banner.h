@@ -5,13 +5,14 @@
 #include <vector>
 
 #include "base/clock.h"
+#include "base/message.h"
 #include "base/text.h"
 #include "reading/display_units.h"
 #include "verdict/observation.h"
 
 namespace orvalis {
 
-/// The verdict as the panel shows it.
+/// The verdict as the panel shows it, in the language of its windows.
 struct VerdictBanner {
   enum class State : std::uint8_t {
     kSafe,      ///< without any condition
@@ -31,8 +32,8 @@ struct VerdictBanner {
   [[nodiscard]] bool operator==(const VerdictBanner& other) const = default;
 };
 
-/// The banner for `now`. Times are local, with their date unless that is the day of `now`.
+/// The banner for `now` in `language`. Times are local, with their date unless that is the day of `now`.
 [[nodiscard]] VerdictBanner BannerOf(const Observation& now, const Clock& clock, NumberLocale locale,
-                                     const DisplayUnits& units = {});
+                                     const DisplayUnits& units = {}, const Language& language = {});
 
 }  // namespace orvalis

@@ -32,7 +32,7 @@ UploadTurn ReadingsUpload::Send(Trigger trigger, Permission permission) {
     return refusal->reading_missing ? UploadTurn::kStillDue : UploadTurn::kTaken;
   }
   if (AccountMissing()) {
-    Show({.text = "the station ID or the password is still the placeholder; enter your own"}, trigger);
+    Show({.text = Message::Of("the station ID or the password is still the placeholder; enter your own")}, trigger);
     return UploadTurn::kTaken;
   }
   sent_once_ = permission == Permission::kOnce;
@@ -42,7 +42,8 @@ UploadTurn ReadingsUpload::Send(Trigger trigger, Permission permission) {
 
 void ReadingsUpload::Begin(const Prepared& request) {
   if (under_way_) Abort("previous upload aborted: the next one is due");
-  parts_.boxes.BeginExchange("Request sent " + parts_.clock.style().time(parts_.clock.LocalNow()), request.shown);
+  parts_.boxes.BeginExchange(Message::Of("Request sent %1").With(parts_.clock.style().time(parts_.clock.LocalNow())),
+                             request.shown);
   shows_sent_ = true;
   under_way_ = true;
   answer_.clear();
@@ -63,9 +64,9 @@ void ReadingsUpload::Show(const Refusal& refusal, Trigger trigger) {
   // A scheduled upload opens no message box, because there may be no one to close it: the error box shows the text
   // instead.
   if (!refusal.title.empty() && trigger == Trigger::kUser && message_boxes_ != nullptr) {
-    message_boxes_->ShowMessage(refusal.text, refusal.title);
+    message_boxes_->ShowMessage(refusal.text.English(), refusal.title);
   } else {
-    report_.Refused(refusal.text);
+    report_.Refused(refusal.text.English());
   }
 }
 
@@ -78,11 +79,11 @@ std::variant<ReadingsUpload::Prepared, ReadingsUpload::Refusal> ReadingsUpload::
       return Refusal{.text = std::string(complaint.text), .title = complaint.title};
     }
     CheckUrl(settings.g_sPWS_site, request.url);
-    if (const std::string_view why = MissingReading(); !why.empty()) {
-      return Refusal{.text = std::string(why), .reading_missing = true};
+    if (const Message why = MissingReading(); !why.empty()) {
+      return Refusal{.text = why, .reading_missing = true};
     }
     if (parts_.weather.from_demo && trigger == Trigger::kSchedule) {
-      return Refusal{.text = "demo values are not uploaded; \"Test Server\" sends them anyway"};
+      return Refusal{.text = Message::Of("demo values are not uploaded; \"Test Server\" sends them anyway")};
     }
     const CivilTime now = parts_.clock.UtcNow();
     const auto query = [&](std::string_view password) {
@@ -95,15 +96,15 @@ std::variant<ReadingsUpload::Prepared, ReadingsUpload::Refusal> ReadingsUpload::
                     .bytes = RequestText(request),
                     .shown = ShownText(request, query(kMask))};
   } catch (const RunTimeError& error) {
-    return Refusal{.text = error.what()};
+    return Refusal{.text = error.message()};
   }
 }
 
-std::string_view ReadingsUpload::MissingReading() const {
-  if (parts_.panel.stale) return "no current reading";
-  if (!parts_.weather.ambient_known) return "the ambient temperature is not known";
-  if (!AllFinite(parts_.weather)) return "a value is not a number";
-  return "";
+Message ReadingsUpload::MissingReading() const {
+  if (parts_.panel.stale) return Message::Of("no current reading");
+  if (!parts_.weather.ambient_known) return Message::Of("the ambient temperature is not known");
+  if (!AllFinite(parts_.weather)) return Message::Of("a value is not a number");
+  return {};
 }
 
 bool ReadingsUpload::AccountMissing() const {
@@ -117,13 +118,17 @@ void ReadingsUpload::Preview() {
   shows_sent_ = false;
   const auto prepared = Prepare(Trigger::kUser);
   if (const auto* refusal = std::get_if<Refusal>(&prepared)) {
-    parts_.boxes.ShowRequest("Nothing would be sent now: " + refusal->text, "");
+    parts_.boxes.ShowRequest(Message::Of("Nothing would be sent now: %1").With(refusal->text), "");
     return;
   }
-  std::string caption = "Request as it would be sent now";
-  if (!allowed) caption += " if uploads were enabled";
-  if (AccountMissing()) caption += ", once you have entered the ID and the password";
-  if (parts_.weather.from_demo) caption += ", by \"Test Server\" only: demo values";
+  Message caption = allowed ? Message::Of("Request as it would be sent now")
+                            : Message::Of("Request as it would be sent now if uploads were enabled");
+  if (AccountMissing()) {
+    caption = Joined(caption, ", ", Message::Of("once you have entered the ID and the password"));
+  }
+  if (parts_.weather.from_demo) {
+    caption = Joined(caption, ", ", Message::Of("by \"Test Server\" only: demo values"));
+  }
   parts_.boxes.ShowRequest(std::move(caption), std::get<Prepared>(prepared).shown);
 }
 

@@ -9,6 +9,7 @@
 
 #include "base/clock.h"
 #include "base/event_loop.h"
+#include "base/message.h"
 #include "config/settings.h"
 #include "panel/panel_model.h"
 #include "publish/http_request.h"
@@ -86,7 +87,7 @@ class ReadingsUpload : public ScheduledUpload {
  private:
   /// Why nothing can be sent.
   struct Refusal {
-    std::string text;
+    Message text;
     std::string_view title{};      ///< of a message box; empty for none
     bool reading_missing = false;  ///< the only obstacle
   };
@@ -99,7 +100,7 @@ class ReadingsUpload : public ScheduledUpload {
 
   [[nodiscard]] std::variant<Prepared, Refusal> Prepare(Trigger trigger) const;
   /// Why there is no current reading to send, or "".
-  [[nodiscard]] std::string_view MissingReading() const;
+  [[nodiscard]] Message MissingReading() const;
   /// Whether the ID or the password is still the placeholder.
   [[nodiscard]] bool AccountMissing() const;
   void Begin(const Prepared& request);

@@ -11,7 +11,7 @@ constexpr std::string_view kErrorTime = "YYYY-MM-DD hh:nn:ss AM/PM";
 
 }  // namespace
 
-void SubmitBoxes::ShowRequest(std::string caption, std::string_view text) {
+void SubmitBoxes::ShowRequest(Message caption, std::string_view text) {
   std::string masked = Masked(text);
   if (caption == request_caption_ && masked == request_) return;
   request_caption_ = std::move(caption);
@@ -19,7 +19,7 @@ void SubmitBoxes::ShowRequest(std::string caption, std::string_view text) {
   Changed();
 }
 
-void SubmitBoxes::BeginExchange(std::string caption, std::string_view request) {
+void SubmitBoxes::BeginExchange(Message caption, std::string_view request) {
   if (sent_password_ != settings_.g_sPWS_password) {
     // Earlier responses may contain the old password.
     response_.Replace(Masked(response_.All()));

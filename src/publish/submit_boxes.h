@@ -9,6 +9,7 @@
 
 #include "base/clock.h"
 #include "base/event_list.h"
+#include "base/message.h"
 #include "base/once_until_mended.h"
 #include "config/settings.h"
 #include "publish/secret_mask.h"
@@ -26,10 +27,10 @@ class SubmitBoxes {
   void OnChanged(std::function<void()> changed) { changed_ = std::move(changed); }
 
   /// Shows a request, or why there is none, under a caption.
-  void ShowRequest(std::string caption, std::string_view text);
+  void ShowRequest(Message caption, std::string_view text);
   /// Begins an exchange with the current password and shows its request. Earlier responses stay; the next one is added
   /// below them.
-  void BeginExchange(std::string caption, std::string_view request);
+  void BeginExchange(Message caption, std::string_view request);
 
   /// Adds what a server sent, with every line end converted to CR LF.
   void AddResponse(std::string_view bytes);
@@ -37,7 +38,7 @@ class SubmitBoxes {
   /// Adds a line to the error box: the time and `text`.
   void AddError(std::string_view text);
 
-  [[nodiscard]] const std::string& request_caption() const { return request_caption_; }
+  [[nodiscard]] const Message& request_caption() const { return request_caption_; }
   [[nodiscard]] const std::string& request() const { return request_; }
   [[nodiscard]] std::uint64_t response_version() const { return response_.version(); }
   [[nodiscard]] std::string Response() const { return Masked(response_.All(), response_.shown_from()); }
@@ -55,7 +56,7 @@ class SubmitBoxes {
   const Settings& settings_;
   const Clock& clock_;
   std::function<void()> changed_;
-  std::string request_caption_;
+  Message request_caption_;
   std::string request_;
   std::string sent_password_;  ///< of the last exchange: its response is still shown after the setting changes
   TailText response_;

@@ -16,11 +16,11 @@ bool IsPrompt(std::string_view key, std::string_view text) {
   return setting != nullptr && text.starts_with(kPromptBegin) && text == setting->default_text;
 }
 
-std::string_view Remark(const SubmitText& box, std::string_view text) {
-  if (IsPrompt(box.key, text)) return "Enter your own: this placeholder is never sent";
-  if (!box.in_query || text.find_first_of(kQueryMarks) == std::string_view::npos) return "";
+Message Remark(const SubmitText& box, std::string_view text) {
+  if (IsPrompt(box.key, text)) return Message::Of("Enter your own: this placeholder is never sent");
+  if (!box.in_query || text.find_first_of(kQueryMarks) == std::string_view::npos) return {};
   // Naming the character would reveal part of a password.
-  return "Sent as is: the service may misread a blank, \"&\", \"%\", \"+\" or \"#\" in it";
+  return Message::Of("Sent as is: the service may misread a blank, \"&\", \"%\", \"+\" or \"#\" in it");
 }
 
 }  // namespace orvalis

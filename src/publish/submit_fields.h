@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/message.h"
 #include "config/settings.h"
 
 namespace orvalis {
@@ -32,7 +33,7 @@ inline constexpr std::array<SubmitText, 6> kSubmitTexts{{
 
 /// A warning about the text in `box`: that it is a placeholder, or that it breaks the query. "" when it is fine. The
 /// text itself is not quoted, because it may be a password.
-[[nodiscard]] std::string_view Remark(const SubmitText& box, std::string_view text);
+[[nodiscard]] Message Remark(const SubmitText& box, std::string_view text);
 
 /// A check box of the web publishing window.
 struct SubmitSwitch {

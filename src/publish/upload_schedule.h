@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/error_boundary.h"
+#include "base/message.h"
 #include "base/tick_counter.h"
 #include "config/settings_store.h"
 
@@ -44,8 +45,8 @@ class ScheduledUpload {
 class UploadSchedule {
  public:
   struct Names {
-    std::string_view doing;         ///< for a person: "publishing the readings"
-    std::string_view storing;       ///< and "storing the readings interval"
+    Phrase doing;                   ///< for a person: "publishing the readings"
+    Phrase storing;                 ///< and "storing the readings interval"
     std::string_view index_key;     ///< stores the selected row
     std::string_view interval_key;  ///< stores the row's text
   };

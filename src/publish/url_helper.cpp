@@ -2,11 +2,14 @@
 
 #include <limits>
 
+#include "base/message.h"
 #include "base/run_time_error.h"
 #include "base/text.h"
 
 namespace orvalis {
 namespace {
+
+constexpr auto kPortTooHigh = Message::Of("the port in the URL is above %1");
 
 /// The number in `text`, or 0 when it is not a number.
 std::int16_t ReadPort(std::string_view text) {
@@ -19,8 +22,7 @@ std::int16_t ReadPort(std::string_view text) {
     beyond = error.number() == RunTimeError::kOverflow;
   }
   if (beyond) {
-    throw RunTimeError(RunTimeError::kOverflow,
-                       "the port in the URL is above " + std::to_string(std::numeric_limits<std::int16_t>::max()));
+    throw RunTimeError(RunTimeError::kOverflow, kPortTooHigh.With(std::numeric_limits<std::int16_t>::max()));
   }
   return static_cast<std::int16_t>(number);
 }

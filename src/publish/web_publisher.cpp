@@ -7,10 +7,10 @@
 namespace orvalis {
 namespace {
 
-WebPublisher::Target None(const std::string& why) { return {"Cannot be sent: " + why + ".", false}; }
+WebPublisher::Target None(const Message& why) { return {Message::Of("Cannot be sent: %1.").With(why), false}; }
 
 WebPublisher::Target To(const std::string& account, const std::string& server, std::uint16_t port) {
-  return {"Sent as " + account + " to " + server + ", port " + std::to_string(port) + ".", true};
+  return {Message::Of("Sent as %1 to %2, port %3.").With(account, server, port), true};
 }
 
 }  // namespace
@@ -36,14 +36,14 @@ WebPublisher::WebPublisher(const Parts& parts)
                .events = parts.events,
                .other_programs = parts.other_programs}),
       readings_schedule_(readings_, parts.store,
-                         {.doing = "publishing the readings",
-                          .storing = "storing the readings interval",
+                         {.doing = Message::Of("publishing the readings"),
+                          .storing = Message::Of("storing the readings interval"),
                           .index_key = "g_lPWSUpdate_interval_index",
                           .interval_key = "g_lPWSUpdate_interval"},
                          [this] { return BeingEdited(); }),
       webcam_schedule_(webcam_, parts.store,
-                       {.doing = "publishing the picture",
-                        .storing = "storing the picture interval",
+                       {.doing = Message::Of("publishing the picture"),
+                        .storing = Message::Of("storing the picture interval"),
                         .index_key = "g_lWEBUpdate_interval_index",
                         .interval_key = "g_lWEBUpdate_interval"},
                        [this] { return BeingEdited(); }) {}
@@ -55,7 +55,7 @@ void WebPublisher::Load() {
 
 template <typename Write>
 void WebPublisher::Keep(Write write) {
-  constexpr std::string_view kStoring = "storing the web publishing settings";
+  constexpr auto kStoring = Message::Of("storing the web publishing settings");
   parts_.boundary.Run(kStoring, [&] {
     write();
     parts_.boundary.Succeeded(kStoring);
@@ -87,35 +87,35 @@ void WebPublisher::SetInterval(const SubmitInterval& list, std::int32_t row) {
 }
 
 void WebPublisher::TestServer(Permission permission) {
-  parts_.boundary.Run("testing the server", [&] { readings_.Send(Trigger::kUser, permission); });
+  parts_.boundary.Run(Message::Of("testing the server"), [&] { readings_.Send(Trigger::kUser, permission); });
 }
 
 void WebPublisher::Capture(Permission permission) {
-  parts_.boundary.Run("capturing the panel", [&] { webcam_.Capture(permission); });
+  parts_.boundary.Run(Message::Of("capturing the panel"), [&] { webcam_.Capture(permission); });
 }
 
 WebPublisher::Target WebPublisher::ReadingsTarget() const try {
   const Settings& settings = parts_.settings;
   if (IsPrompt("g_sPWS_name", settings.g_sPWS_name) || IsPrompt("g_sPWS_password", settings.g_sPWS_password)) {
-    return None("the station ID or the password is still the placeholder");
+    return None(Message::Of("the station ID or the password is still the placeholder"));
   }
   const UrlRecord url = SplitUrl(settings.g_sPWS_site);
   if (const UrlComplaint complaint = Complaint(url); !complaint.text.empty()) return None(std::string(complaint.text));
   CheckUrl(settings.g_sPWS_site, url);
   return To(settings.g_sPWS_name, url.host, PortOf(url));
 } catch (const RunTimeError& error) {
-  return None(error.what());
+  return None(error.message());
 }
 
 WebPublisher::Target WebPublisher::PictureTarget() const try {
   if (parts_.settings.WebcamBuiltIn != 1) {
-    if (!parts_.other_programs) return None("tick \"Use built-in FTP\"");
-    return {"Sent by the script winscp_xfer.txt, with the account and the server in it.", true};
+    if (!parts_.other_programs) return None(Message::Of("tick \"Use built-in FTP\""));
+    return {Message::Of("Sent by the script winscp_xfer.txt, with the account and the server in it."), true};
   }
   const FtpUpload upload = BuiltInUpload(parts_.folder, parts_.settings);
   return To(upload.user, upload.host + upload.folder + upload.name, upload.port);
 } catch (const RunTimeError& error) {
-  return None(error.what());
+  return None(error.message());
 }
 
 }  // namespace orvalis

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/error_boundary.h"
+#include "base/message.h"
 #include "config/settings_store.h"
 #include "publish/readings_upload.h"
 #include "publish/submit_boxes.h"
@@ -56,7 +57,7 @@ class WebPublisher {
   /// The account and the server of an upload, or why there can be none, as a sentence for a person. Without the
   /// password.
   struct Target {
-    std::string text;
+    Message text;
     bool usable;
   };
   [[nodiscard]] Target ReadingsTarget() const;

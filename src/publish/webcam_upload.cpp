@@ -3,6 +3,7 @@
 #include <array>
 #include <exception>
 
+#include "base/message.h"
 #include "base/run_time_error.h"
 #include "publish/http_request.h"
 #include "publish/secret_mask.h"
@@ -37,8 +38,9 @@ void Try(Step step) {
 void RefuseControlCharacters(const Settings& settings) {
   for (const std::string* text : {&settings.g_sWEBcam_name, &settings.g_sPWS_password, &settings.g_sWEBcam_site}) {
     if (!HasControlCharacter(*text)) continue;
-    throw RunTimeError(RunTimeError::kInvalidCall,
-                       "there is a control character in the webcam's name, the password or the webcam server");
+    throw RunTimeError(
+        RunTimeError::kInvalidCall,
+        Message::Of("there is a control character in the webcam's name, the password or the webcam server"));
   }
 }
 
@@ -81,21 +83,22 @@ std::string TransferScript(const PictureFolder& folder, const Settings& settings
 
 FtpUpload BuiltInUpload(const PictureFolder& folder, const Settings& settings) {
   RefuseControlCharacters(settings);
-  const auto refuse = [](const char* why) { throw RunTimeError(RunTimeError::kInvalidCall, why); };
+  const auto refuse = [](Phrase why) { throw RunTimeError(RunTimeError::kInvalidCall, why); };
   if (IsPrompt("g_sWEBcam_name", settings.g_sWEBcam_name) || IsPrompt("g_sPWS_password", settings.g_sPWS_password))
-    refuse("the webcam name or the password is still the placeholder; enter your own");
+    refuse(Message::Of("the webcam name or the password is still the placeholder; enter your own"));
   std::string server = settings.g_sWEBcam_site;
   const std::size_t host_begin = server.find("://") == std::string::npos ? 0 : server.find("://") + 3;
   // Without a trailing "/" a port would be taken as part of the host.
   if (server.find('/', host_begin) == std::string::npos) server += '/';
   const UrlRecord url = SplitUrl(server);
-  if (!url.scheme.empty() && url.scheme != "ftp") refuse("the webcam server is not an FTP address");
-  if (url.host.empty()) refuse("the webcam server is missing");
+  if (!url.scheme.empty() && url.scheme != "ftp") refuse(Message::Of("the webcam server is not an FTP address"));
+  if (url.host.empty()) refuse(Message::Of("the webcam server is missing"));
   if (url.host.find_first_of(" @?#[]\\") != std::string::npos) {
-    refuse("the webcam server contains an invalid character; enter the name and the password in their own fields");
+    refuse(Message::Of(
+        "the webcam server contains an invalid character; enter the name and the password in their own fields"));
   }
   const bool names_port = server[host_begin + url.host.size()] == ':';
-  if (names_port && url.port <= 0) refuse("the port of the webcam server is not a valid port number");
+  if (names_port && url.port <= 0) refuse(Message::Of("the port of the webcam server is not a valid port number"));
   FtpUpload upload{.host = url.host, .folder = url.path, .name = std::string(kPicture)};
   if (names_port) upload.port = static_cast<std::uint16_t>(url.port);
   if (upload.folder.back() != '/') upload.folder += '/';

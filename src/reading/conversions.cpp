@@ -68,10 +68,12 @@ bool BlockAverages::Take(const SensorFrame& frame, std::size_t slot, Samples& sa
   return true;
 }
 
-std::string AveragingCountComplaint(std::int32_t count) {
-  if (BlockAverages::Allows(count)) return "";
-  return "The setting \"TempsAvgCount\" is " + std::to_string(count) + " but must be 1 to " +
-         std::to_string(BlockAverages::kMaxSamples) + "; until it is corrected the ambient temperature is unknown";
+Message AveragingCountComplaint(std::int32_t count) {
+  if (BlockAverages::Allows(count)) return {};
+  return Message::
+      Of("The setting \"TempsAvgCount\" is %1 but must be 1 to %2; until it is corrected the ambient temperature is "
+         "unknown")
+          .With(count, BlockAverages::kMaxSamples);
 }
 
 double RelativeHumidity(double count, double ambient_celsius, double selector) {

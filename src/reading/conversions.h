@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "base/message.h"
 #include "reading/sensor_frame.h"
 #include "reading/weather_state.h"
 
@@ -57,7 +58,7 @@ class BlockAverages {
 };
 
 /// Why `count` is invalid as the setting "TempsAvgCount", for a person, or "".
-[[nodiscard]] std::string AveragingCountComplaint(std::int32_t count);
+[[nodiscard]] Message AveragingCountComplaint(std::int32_t count);
 
 [[nodiscard]] constexpr double ToFahrenheit(double celsius) { return celsius * 1.8 + 32; }
 

@@ -53,7 +53,7 @@ constexpr std::array<std::string_view, 4> kOutcomeTexts = {" Connected True (don
 
 /// The value of the last cycle. With an invalid averaging count there is none.
 double AmbientCelsius(const Weather::Parts& parts) {
-  const std::string complaint = AveragingCountComplaint(parts.settings.TempsAvgCount);
+  const Message complaint = AveragingCountComplaint(parts.settings.TempsAvgCount);
   if (!complaint.empty()) throw RunTimeError(RunTimeError::kSubscriptOutOfRange, complaint);
   return parts.weather.ambient_celsius;
 }

@@ -8,7 +8,7 @@ void Connector::Connect(Done done, const std::optional<std::string>& port) {
   if (done) waiting_.push_back(std::move(done));
   if (job_.running()) return;
   job_.Start(link_.Connect(port), [this](const std::exception_ptr& error) {
-    if (error) boundary_.Report("connecting", error);
+    if (error) boundary_.Report(Message::Of("connecting"), error);
     TellAll();
   });
 }
@@ -21,7 +21,7 @@ void Connector::Disconnect() {
 
 void Connector::TellAll() {
   for (const Done& done : std::exchange(waiting_, {})) {
-    boundary_.Run("connecting", [&] { done(link_.Connected()); });
+    boundary_.Run(Message::Of("connecting"), [&] { done(link_.Connected()); });
   }
 }
 

@@ -27,6 +27,7 @@ constexpr seconds kLongestRunDry{60};
 /// The unit takes a reading before it answers.
 constexpr milliseconds kAnswerPause{80};
 
+constexpr auto kClosed = Message::Of("the port was closed");
 constexpr std::string_view kWake = "#";
 constexpr std::string_view kAcknowledge = "\x06";
 constexpr std::string_view kGreeting = "W";
@@ -58,28 +59,28 @@ Task<> SensorLink::Connect(std::optional<std::string> port) {
   connecting_ = LinkState::kConnecting;
   halt_ = false;
   lost_reason_.clear();
-  std::string failure;
+  Message failure;
   try {
     const std::string name = port ? *port : PortName();
     failure = co_await Greet(name);
   } catch (const std::exception& error) {
-    failure = error.what();
+    failure = MessageOf(error);
   }
   connecting_.reset();
   if (failure.empty()) {
     loss_.reset();
-    status_ = "Connected to " + port_.Port();
+    status_ = Message::Of("Connected to %1").With(port_.Port());
     events_.Record("connected to " + port_.Port());
     co_return;
   }
   port_.SetConnected(false);
   if (!lost_reason_.empty()) failure = lost_reason_;
-  status_ = "Cannot connect: " + failure;
-  events_.Record("connect failed: " + failure);
+  status_ = Message::Of("Cannot connect: %1").With(failure);
+  events_.Record("connect failed: " + failure.English());
 }
 
-Task<std::string> SensorLink::Greet(const std::string& port) {
-  status_ = "Attempting to connect";
+Task<Message> SensorLink::Greet(const std::string& port) {
+  status_ = std::string("Attempting to connect");  // as the button says, in every language
   port_.SetPort(port);
   port_.SetSpeed(kBitsPerSecond);
   port_.SetReceiveTimeout(kReceiveTimeout);
@@ -96,16 +97,17 @@ Task<std::string> SensorLink::Greet(const std::string& port) {
     greeted_at = loop_.TickCount();
     SendGreeting();
     const SerialPort::Received answer = co_await ReceiveCounted(port_, kGreeting.size());
-    if (Over(session)) co_return "the port was closed";
+    if (Over(session)) co_return kClosed;
     if (answer.outcome != SerialPort::Outcome::kComplete) {
-      co_return "no answer from the unit on " + port_.Port() +
-          " within 4 seconds; check its power, the cable, and whatever may delay the line";
+      co_return Message::Of(
+          "no answer from the unit on %1 within 4 seconds; check its power, the cable, and whatever may delay the line")
+          .With(port_.Port());
     }
     if (answer.text != kGreeting) {
-      co_return "what answers on " + port_.Port() + " is not the unit; check the port in the setup";
+      co_return Message::Of("what answers on %1 is not the unit; check the port in the setup").With(port_.Port());
     }
   } while (!questions_.GreetingCame());
-  if (!co_await Proceed()) co_return "the port was closed";
+  if (!co_await Proceed()) co_return kClosed;
   connecting_ = LinkState::kGreeted;
 
   SensorFrame frame;
@@ -115,20 +117,22 @@ Task<std::string> SensorLink::Greet(const std::string& port) {
   const bool prompt = loop_.TickCount() - greeted_at <= milliseconds(kPromptConnect).count();
   if (result == FrameResult::kComplete && !prompt) {
     if (!co_await LineRunsDry()) {
-      co_return Over(session) ? "the port was closed" : "old answers keep coming on " + port_.Port();
+      co_return Over(session) ? Message(kClosed) : Message::Of("old answers keep coming on %1").With(port_.Port());
     }
     result = co_await AskForFrame(frame, kCharacterPause);
-    if (result == FrameResult::kIncomplete) co_return "the line to " + port_.Port() + " delays the unit's answers";
+    if (result == FrameResult::kIncomplete) {
+      co_return Message::Of("the line to %1 delays the unit's answers").With(port_.Port());
+    }
   }
-  if (result == FrameResult::kEnded) co_return "the port was closed";
+  if (result == FrameResult::kEnded) co_return kClosed;
   if (result == FrameResult::kIncomplete) {
-    co_return "the unit on " + port_.Port() + " greeted, but its first frame was not complete";
+    co_return Message::Of("the unit on %1 greeted, but its first frame was not complete").With(port_.Port());
   }
   questions_.BeginSession();  // the polling has yet to prove the line
   options_.TakeFrom(frame);
   last_sent_.BeginConnection(options_);
   settings_sent_ = false;
-  co_return "";
+  co_return Message();
 }
 
 void SensorLink::SendGreeting() {
@@ -166,7 +170,7 @@ void SensorLink::Disconnect() {
   loss_.reset();
   const bool was_connected = port_.Connected();
   port_.SetConnected(false);
-  status_ = "Disconnected";
+  status_ = Message::Of("Disconnected");
   if (was_connected) events_.Record("disconnected");
 }
 
@@ -280,12 +284,13 @@ void SensorLink::TakeInTime() {
 }
 
 void SensorLink::ReportLate(std::int64_t took) {
-  const std::string delay = FormatFixed(static_cast<double>(took) / 1000, 1) + " seconds";
+  const std::string seconds = FormatFixed(static_cast<double>(took) / 1000, 1);
   const bool again = late_answers_ > 0;
-  late_status_ = again ? "The line delays the unit's answers by " + delay + ": none is used"
-                       : "An answer from the unit came " + delay + " after its request and was discarded";
+  late_status_ =
+      again ? Message::Of("The line delays the unit's answers by %1 seconds: none is used").With(seconds)
+            : Message::Of("An answer from the unit came %1 seconds after its request and was discarded").With(seconds);
   status_ = late_status_;
-  if (++late_answers_ <= 2) events_.Record("late: " + late_status_);
+  if (++late_answers_ <= 2) events_.Record("late: " + late_status_.English());
 }
 
 Task<> SensorLink::PushSettings(const Settings& settings) {
@@ -310,8 +315,8 @@ Task<> SensorLink::Send(const UnitCommand& command, std::size_t index, std::int3
     if (Over(session)) co_return;
   }
   last_sent_.Store(index, value);
-  if (const std::string cut = command.CutText(value); !cut.empty()) {
-    events_.Record(std::string(command.key) + " is " + std::to_string(value) + ": " + cut);
+  if (const Message cut = command.CutText(value); !cut.empty()) {
+    events_.Record(std::string(command.key) + " is " + std::to_string(value) + ": " + cut.English());
   }
 }
 
@@ -340,7 +345,7 @@ void SensorLink::HandleLost(const std::string& reason) {
   if (!again) loss_ = {.port = port_.Port(), .session = session_, .chosen = PortName()};
   // A connect that is under way notices the closed port and reports the failure itself.
   if (connecting_) return;
-  status_ = "Connection lost: " + reason;
+  status_ = Message::Of("Connection lost: %1").With(reason);
   events_.Record("lost: " + reason);
 }
 

@@ -6,6 +6,7 @@
 
 #include "base/event_list.h"
 #include "base/event_loop.h"
+#include "base/message.h"
 #include "base/task.h"
 #include "config/settings_store.h"
 #include "reading/sensor_frame.h"
@@ -29,7 +30,7 @@ class SensorLink {
     SerialPort& port;
     EventLoop& loop;
     SettingsStore& store;
-    std::string& status;  ///< the line that a person reads, which others write too
+    Message& status;  ///< the line that a person reads, which others write too
     EventList& events;
     UnitOptions& options;
   };
@@ -78,8 +79,8 @@ class SensorLink {
   [[nodiscard]] bool Ready() const { return state() == LinkState::kConnected && !halt_; }
 
  private:
-  /// Returns why it failed, or "". `port` must outlive it.
-  Task<std::string> Greet(const std::string& port);
+  /// Returns why it failed, or nothing. `port` must outlive it.
+  Task<Message> Greet(const std::string& port);
   void SendGreeting();
   /// The end of a greeting that was answered; false when the link was closed.
   Task<bool> Proceed();
@@ -105,7 +106,7 @@ class SensorLink {
   SerialPort& port_;
   EventLoop& loop_;
   SettingsStore& store_;
-  std::string& status_;
+  Message& status_;
   EventList& events_;
   UnitOptions& options_;
   std::optional<std::string> port_override_;
@@ -123,7 +124,7 @@ class SensorLink {
   std::int64_t answered_at_ = 0;          ///< TickCount of the last frame that came in time
   bool silence_ = false;                  ///< the unit did not answer, and may have lost power
   int late_answers_ = 0;                  ///< since then
-  std::string late_status_;
+  Message late_status_;
 };
 
 }  // namespace orvalis

@@ -26,7 +26,7 @@ constexpr UnitCommand OnOff(const char* letters, bool UnitOptions::*option,
                             bool (*reported)(const UnitOptions&) = Always) {
   return {letters, Form::kOnOff, option, reported, nullptr};
 }
-constexpr UnitCommand Number(const char* letters, Form form, std::string_view key, std::string_view takes,
+constexpr UnitCommand Number(const char* letters, Form form, std::string_view key, Phrase takes,
                              std::int32_t (*setting)(const Settings&)) {
   return {letters, form, nullptr, nullptr, setting, key, takes};
 }
@@ -40,20 +40,24 @@ constexpr std::array<UnitCommand, kUnitCommandCount> kCommands{{
     OnOff("AX", &UnitOptions::allow_clouds),
     OnOff("AL", &UnitOptions::allow_light),
     OnOff("AW", &UnitOptions::allow_wind),
-    Number("Sh", Form::kThreeDigits, "TPTempHysteresis", "three digits, of tenths",
+    Number("Sh", Form::kThreeDigits, "TPTempHysteresis", Message::Of("three digits, of tenths"),
            [](const Settings& s) { return Whole(s.TPTempHysteresis * 10); }),
-    Number("ST", Form::kThreeDigits, "RainOnTime", "three digits", [](const Settings& s) { return s.RainOnTime; }),
-    Number("SW", Form::kThreeDigits, "WindThreshold", "three digits",
+    Number("ST", Form::kThreeDigits, "RainOnTime", Message::Of("three digits"),
+           [](const Settings& s) { return s.RainOnTime; }),
+    Number("SW", Form::kThreeDigits, "WindThreshold", Message::Of("three digits"),
            [](const Settings& s) { return s.WindThreshold; }),
-    Number("SR", Form::kThreeDigits, "RainThreshold", "three digits",
+    Number("SR", Form::kThreeDigits, "RainThreshold", Message::Of("three digits"),
            [](const Settings& s) { return s.RainThreshold; }),
-    Number("SX", Form::kSignAndThreeDigits, "CloudsThreshold", "a sign and three digits",
+    Number("SX", Form::kSignAndThreeDigits, "CloudsThreshold", Message::Of("a sign and three digits"),
            [](const Settings& s) { return Whole(s.CloudsThreshold); }),
-    Number("SL", Form::kThreeDigits, "LightThreshold", "three digits",
+    Number("SL", Form::kThreeDigits, "LightThreshold", Message::Of("three digits"),
            [](const Settings& s) { return s.LightThreshold; }),
-    Number("SC", Form::kTwoDigits, "FullCloudyDegC", "two digits", [](const Settings& s) { return s.FullCloudyDegC; }),
-    Number("SM", Form::kOneDigit, "WindMultiplier", "one digit", [](const Settings& s) { return s.WindMultiplier; }),
-    Number("Sd", Form::kThreeDigits, "WindTimer", "three digits", [](const Settings& s) { return s.WindTimer; }),
+    Number("SC", Form::kTwoDigits, "FullCloudyDegC", Message::Of("two digits"),
+           [](const Settings& s) { return s.FullCloudyDegC; }),
+    Number("SM", Form::kOneDigit, "WindMultiplier", Message::Of("one digit"),
+           [](const Settings& s) { return s.WindMultiplier; }),
+    Number("Sd", Form::kThreeDigits, "WindTimer", Message::Of("three digits"),
+           [](const Settings& s) { return s.WindTimer; }),
 }};
 
 }  // namespace
@@ -92,10 +96,11 @@ std::int32_t UnitCommand::Received(std::int32_t value) const {
   return std::stoi(Encode(value).substr(kMarkAndLetters));
 }
 
-std::string UnitCommand::CutText(std::int32_t value) const {
+Message UnitCommand::CutText(std::int32_t value) const {
   if (form == Form::kOnOff) return {};
   const std::string sent = Encode(value).substr(kMarkAndLetters);
-  return Received(value) == value ? std::string() : "the unit gets " + sent + " (it takes " + std::string(takes) + ")";
+  if (Received(value) == value) return {};
+  return Message::Of("the unit gets %1 (it takes %2)").With(sent, takes);
 }
 
 std::span<const UnitCommand, kUnitCommandCount> UnitCommands() { return kCommands; }

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/message.h"
 #include "config/settings.h"
 #include "reading/sensor_frame.h"
 
@@ -41,7 +42,7 @@ struct UnitCommand {
   bool (*reported)(const UnitOptions& options);       ///< for kOnOff: whether a frame reports the switch
   std::int32_t (*setting)(const Settings& settings);  ///< for the numbers
   std::string_view key = {};                          ///< the setting's name
-  std::string_view takes = {};                        ///< what the command can carry, for a person: "three digits"
+  Phrase takes = Message::Of("");                     ///< what the command can carry, for a person: "three digits"
 
   [[nodiscard]] std::int32_t Value(const Settings& settings, const UnitOptions& options) const;
   /// The characters to transmit for `value`, one at a time. Excess digits are cut off.
@@ -49,7 +50,7 @@ struct UnitCommand {
   /// The number that the unit receives for `value`.
   [[nodiscard]] std::int32_t Received(std::int32_t value) const;
   /// Describes what the unit receives instead of `value`, or "" if it is sent unchanged.
-  [[nodiscard]] std::string CutText(std::int32_t value) const;
+  [[nodiscard]] Message CutText(std::int32_t value) const;
   /// Whether the command carries no sign.
   [[nodiscard]] bool Unsigned() const { return form != Form::kOnOff && form != Form::kSignAndThreeDigits; }
 };

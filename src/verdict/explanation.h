@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "base/message.h"
 #include "base/text.h"
 #include "reading/display_units.h"
 #include "verdict/observation.h"
@@ -14,9 +15,9 @@ namespace orvalis {
 // The verdict in words, for people. Programs read the names of the reasons, and show the texts in the default units.
 
 /// One reason with its figures: "rain 412 counts, limit 350; the unit stays on for 60 s after rain".
-[[nodiscard]] std::string Explain(Reason reason, const Observation& observation, NumberLocale locale = {},
-                                  const DisplayUnits& units = {});
-/// All reasons, one sentence each. "" when it is safe.
+[[nodiscard]] Message Explain(Reason reason, const Observation& observation, NumberLocale locale = {},
+                              const DisplayUnits& units = {});
+/// All reasons in English, one sentence each. "" when it is safe.
 [[nodiscard]] std::string Explain(const Observation& observation);
 /// The names of the reasons: "rain, wind". "" when it is safe.
 [[nodiscard]] std::string ReasonNames(const SafetyVerdict& verdict);
@@ -25,11 +26,11 @@ namespace orvalis {
 using TimeOfDay = std::function<std::string(std::int64_t utc)>;
 /// The first reason in short, with the time since when it applies where that matters: "rain, limit 350 passed at
 /// 21:04". "in 8 s" during a hold; "" when it is safe.
-[[nodiscard]] std::string FirstReason(const Observation& observation, const TimeOfDay& time_of_day);
+[[nodiscard]] Message FirstReason(const Observation& observation, const TimeOfDay& time_of_day);
 /// One line for a panel: "SAFE", "SAFE in 8 s", "UNSAFE - rain, limit 350 passed at 21:04".
-[[nodiscard]] std::string Banner(const Observation& observation, const TimeOfDay& time_of_day);
+[[nodiscard]] Message Banner(const Observation& observation, const TimeOfDay& time_of_day);
 
 /// "42 s", "2 min", "3 h", "4 days": the largest unit that fits, rounded down.
-[[nodiscard]] std::string RoughTime(std::chrono::milliseconds time);
+[[nodiscard]] Message RoughTime(std::chrono::milliseconds time);
 
 }  // namespace orvalis

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/message.h"
+
 namespace orvalis {
 
 /// Why it is unsafe. In the order in which several are named: what takes a person's attention first comes first.
@@ -32,6 +34,8 @@ inline constexpr std::size_t kReasonCount = 17;
 
 /// The name of `reason` on all interfaces: "no_connection".
 [[nodiscard]] std::string_view Name(Reason reason);
+/// The reason of that name in a few words, for a person; `name` itself if there is none.
+[[nodiscard]] Message ReasonInWords(std::string_view name);
 
 /// Some reasons, in their order.
 class ReasonSet {

@@ -213,13 +213,13 @@ TEST_F(PollCycleTest, TheSilenceOfANewConnectionIsNewsAgain) {
 
 TEST_F(PollCycleTest, TwoStandingErrorsAreListedOnceEach) {
   for (int i = 0; i < 10; ++i) {
-    boundary.Run("polling the unit", [] { throw RunTimeError(RunTimeError::kOverflow, "one"); });
-    boundary.Run("reconnecting", [] { throw std::runtime_error("two"); });
+    boundary.Run(Message::Of("polling the unit"), [] { throw RunTimeError(RunTimeError::kOverflow, "one"); });
+    boundary.Run(Message::Of("reconnecting"), [] { throw std::runtime_error("two"); });
   }
   EXPECT_EQ(events.events().size(), 2u);
-  boundary.RunToEnd("reconnecting", [] {});
-  EXPECT_EQ(panel.status, "");
-  boundary.RunToEnd("reconnecting", [] { throw std::runtime_error("two"); });
+  boundary.RunToEnd(Message::Of("reconnecting"), [] {});
+  EXPECT_EQ(panel.status.English(), "");
+  boundary.RunToEnd(Message::Of("reconnecting"), [] { throw std::runtime_error("two"); });
   EXPECT_EQ(events.events().size(), 3u) << "it had gone well in between";
 }
 

@@ -62,7 +62,7 @@ TEST(SetupFields, TheAdviceSaysWhatOkWouldStore) {
   }
   Strings good;
   for (const SetupField& field : SetupFields()) good.push_back(SetupFieldText(field, settings, {}));
-  EXPECT_EQ(AdviceOnSetup(good, {}), Strings(good.size()));
+  EXPECT_EQ(AdviceOnSetup(good, {}), std::vector<Message>(good.size()));
   const std::tuple<const char*, const char*, const char*> rows[] = {
       {"PartCloudyDegCL", "x", "stores 0: not a whole number; \"Clear\" is below \"Cloudy\""},
       {"TempAvgCnt", "301", "stores 9999: must be 1 through 300"},
@@ -78,7 +78,7 @@ TEST(SetupFields, TheAdviceSaysWhatOkWouldStore) {
   for (const auto& [field, text, advice] : rows) {
     Strings texts = good;
     texts[FieldIndex(field)] = text;
-    EXPECT_EQ(AdviceOnSetup(texts, {})[FieldIndex(field)], advice) << field;
+    EXPECT_EQ(AdviceOnSetup(texts, {})[FieldIndex(field)].English(), advice) << field;
   }
 }
 
@@ -135,7 +135,7 @@ TEST(SetupMeanings, ALimitIsTriedOnTheReadingOfNow) {
     change();
     for (const LimitMeaning& meaning : MeaningsNow(typed, now)) {
       if (meaning.name != name) continue;
-      EXPECT_EQ(meaning.text, text);
+      EXPECT_EQ(meaning.text.English(), text);
       EXPECT_EQ(meaning.colour, colour) << text;
     }
   }

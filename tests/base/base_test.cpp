@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "base/clock.h"
+#include "base/message.h"
 #include "base/run_time_error.h"
 #include "base/task.h"
 #include "base/text.h"
@@ -179,6 +180,16 @@ TEST(GeneralText, ShowsTheDigitsThatAPersonSees) {
     EXPECT_EQ(GeneralText(static_cast<float>(value)), as_single);
   }
   EXPECT_EQ(GeneralText(-0.5, NumberLocale{.decimal_separator = ','}), "-0,5");
+}
+
+TEST(Message, IsSaidInALanguageThatOrdersItsPartsDifferently) {
+  const Message message = Message::Of("%1 of %2").With(Message::Of("three"), std::string("100%1"));
+  const Language german = [](const char* english) {
+    return std::string(english == std::string("three") ? "drei" : "von %2 nun %1");
+  };
+  EXPECT_EQ(message.English(), "three of 100%1");
+  EXPECT_EQ(message.In(german), "von 100%1 nun drei");
+  EXPECT_EQ(Joined(message, "; ", {}).In(german), message.In(german));
 }
 
 }  // namespace

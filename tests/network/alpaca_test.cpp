@@ -51,7 +51,7 @@ class NetworkFrontTest : public testing::Test {
             },
             .counters = [] { return MetricCounters(); },
             .record = [this](const std::string& text) { events_.push_back(text); },
-            .complain = [this](const std::string& text) { complaint_ = text; },
+            .complain = [this](const Message& text) { complaint_ = text; },
             .traffic = traffic_};
   }
   void Start() {
@@ -86,7 +86,7 @@ class NetworkFrontTest : public testing::Test {
   Settings settings_;
   Observation observation_;
   std::vector<std::string> events_;
-  std::string complaint_;
+  Message complaint_;
   Traffic* traffic_ = nullptr;
   History history_;
   VerdictHistory verdicts_;
@@ -305,13 +305,13 @@ TEST_F(NetworkFrontTest, WaitsForItsPortAndTakesNoOther) {
   loop_.Advance(3 * kMinute);
   ASSERT_EQ(events_.size(), 1U);
   EXPECT_NE(events_[0].find("another program has the port"), std::string::npos);
-  EXPECT_EQ(complaint_, events_[0]);
-  EXPECT_EQ(second.served().trouble, complaint_);
+  EXPECT_EQ(complaint_.English(), events_[0]);
+  EXPECT_TRUE(second.served().trouble == complaint_);
   EXPECT_EQ(front_.served().pages, std::vector{"http://127.0.0.1:" + std::to_string(port()) + "/"});
   front_.Close();
   loop_.Advance(kMinute);
   EXPECT_TRUE(second.open());
-  EXPECT_EQ(complaint_ + second.served().trouble, "");
+  EXPECT_TRUE(complaint_.empty() && second.served().trouble.empty());
   EXPECT_EQ(events_.size(), 2U);
   settings_.NetworkEnabled = 0;
   second.Apply(settings_);

@@ -188,8 +188,8 @@ TEST(Remark, TellsWhatBreaksTheQueryAndWhatIsAPrompt) {
   const SubmitText& station = kSubmitTexts[0];
   const SubmitText& webcam = kSubmitTexts[1];
   const SubmitText& password = kSubmitTexts[2];
-  EXPECT_EQ(Remark(station, "KTEST1/-x"), "");
-  EXPECT_EQ(Remark(webcam, "a b&c"), "") << "no query has it";
+  EXPECT_TRUE(Remark(station, "KTEST1/-x").empty());
+  EXPECT_TRUE(Remark(webcam, "a b&c").empty()) << "no query has it";
   for (const char* text : {"a b", "a&b", "100%", "+", "#"}) {
     EXPECT_TRUE(!Remark(station, text).empty() && !Remark(password, text).empty()) << text;
   }

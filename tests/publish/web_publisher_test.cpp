@@ -326,7 +326,8 @@ TEST_F(WebPublisherTest, EditsReachTheSettingsTheStoreAndTheScript) {
   profile.fails = true;
   publisher.SetSwitch(kSubmitSwitches[0], true);
   EXPECT_EQ(settings.g_bAllow_PWS, 1);
-  EXPECT_NE(panel.status.find("storing the web publishing settings"), std::string::npos) << panel.status;
+  EXPECT_NE(panel.status.English().find("storing the web publishing settings"), std::string::npos)
+      << panel.status.English();
 }
 
 TEST_F(WebPublisherTest, ThePictureIsTakenConvertedAndSentWhateverFails) {
@@ -351,7 +352,7 @@ TEST_F(WebPublisherTest, ThePictureIsTakenConvertedAndSentWhateverFails) {
   outside = {};
   outside.no_thread = true;
   publisher.Capture();
-  EXPECT_NE(panel.status.find("capturing the panel"), std::string::npos) << panel.status;
+  EXPECT_NE(panel.status.English().find("capturing the panel"), std::string::npos) << panel.status.English();
   outside = {};
   publisher.Capture();
   EXPECT_EQ(outside.calls, (Strings{"capture", "bitmap /opt/orvalis/screenshot.bmp", "jpeg /opt/orvalis/image.jpg",

@@ -104,7 +104,8 @@ TEST_F(FormSubmitTest, WhatIsNotAllowedIsSentOnceWhenTheUserAgrees) {
   }
   ASSERT_EQ(socket.requests.size(), 1u);
   publisher.readings().Preview();
-  EXPECT_TRUE(publisher.boxes().request_caption().starts_with("Request sent")) << "it goes on showing what was sent";
+  EXPECT_TRUE(publisher.boxes().request_caption().English().starts_with("Request sent"))
+      << "it goes on showing what was sent";
   EXPECT_EQ(settings.g_bAllow_PWS, 0);
   EXPECT_EQ(publisher.readings().Start(), UploadTurn::kTaken);
   EXPECT_EQ(socket.requests.size(), 1u) << "not on schedule";

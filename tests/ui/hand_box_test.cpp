@@ -111,7 +111,8 @@ class HandBox : public test::LinkFixture {
     panel.banner.reason = std::string(100, 'x') + ", limit 350 passed at 2026-11-21 21:04";
     panel.banner.forced = true;
     panel.demo = true;
-    panel.Stand({.cause = StandingMessage::Cause::kAveragingCount, .text = "The setting \"TempsAvgCount\" is 9999"});
+    panel.Stand({.cause = StandingMessage::Cause::kAveragingCount,
+                 .text = std::string("The setting \"TempsAvgCount\" is 9999")});
     panel.connect = {"AutoConnect Enabled Will attempt reconnect in 119 secs", false, true, Colour::kYellow};
   }
 
@@ -237,7 +238,7 @@ TEST_F(HandBox, LongTextsNeitherWidenTheWindowNorGetLost) {
   Refresh();
   EXPECT_EQ(box.width(), 360);
   auto* status = Get<QPlainTextEdit>("txtStatus");
-  EXPECT_EQ(status->toPlainText().toStdString(), panel.status);
+  EXPECT_EQ(status->toPlainText().toStdString(), panel.status.English());
   EXPECT_TRUE(status->toolTip().contains("&lt;b&gt;Permission"));
   EXPECT_TRUE(status->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
   for (const char* name : {"cmdConnect", "txtStatus", "cmdSetup", "lblVerdict", "lblCloud", "lblDemo"}) {
@@ -319,7 +320,7 @@ TEST_F(HandBox, AStandingMessageStaysUntilTheModelLetsItGo) {
   Refresh();
   EXPECT_EQ(asked, 1);
   EXPECT_TRUE(button->isVisible());
-  panel.Stand({.cause = StandingMessage::Cause::kSettingsLost, .text = ""});
+  panel.Stand({.cause = StandingMessage::Cause::kSettingsLost, .text = {}});
   Refresh();
   EXPECT_FALSE(button->isVisible());
 }

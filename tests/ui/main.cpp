@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLocale>
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
@@ -10,6 +11,7 @@ int main(int argc, char** argv) {
 #endif
   QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);  // which no test can answer
   const QApplication application(argc, argv);
+  QLocale::setDefault(QLocale::c());  // texts are the same on every machine
   QApplication::setStyle("Fusion");
   QApplication::setCursorFlashTime(0);
   return RUN_ALL_TESTS();

@@ -301,7 +301,7 @@ TEST_F(SetupDialogTest, TheAddressIsChosenOrTypedAndThePagesServedAreLinks) {
     });
     return form.plain_texts[0];
   };
-  served = {.pages = {"http://[::1]:11111/"}, .trouble = "<port>"};
+  served = {.pages = {"http://[::1]:11111/"}, .trouble = std::string("<port>")};
   EXPECT_EQ(address_after("0.0.0.0", "All interfaces", " 192.168.1.7 "), "192.168.1.7");
   EXPECT_EQ(address_after("0.0.0.0", "All interfaces", "This machine only"), "127.0.0.1");
   EXPECT_EQ(address_after("dome", "dome", nullptr), "dome");

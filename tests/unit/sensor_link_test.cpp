@@ -55,7 +55,7 @@ TEST_F(SensorLinkTest, EveryFailureClosesThePortAndSaysWhich) {
     loop.Advance(seconds(10));
     EXPECT_FALSE(link.Connected() || ConnectControl().checked);
     EXPECT_EQ(ConnectControl().background, Colour::kYellow);
-    EXPECT_NE(panel.status.find(status), std::string::npos) << panel.status;
+    EXPECT_NE(panel.status.English().find(status), std::string::npos) << panel.status.English();
     EXPECT_TRUE(LastEvent().starts_with("connect failed: "));
     EXPECT_EQ(link.state(), LinkState::kDisconnected);
   }
@@ -86,7 +86,7 @@ TEST_F(SensorLinkTest, SwitchingOffEndsAnAttemptAtOnceAndTheNextIsAWholeOne) {
     loop.Advance(moment);
     connector.Disconnect();
     EXPECT_FALSE(first || connector.connecting());
-    EXPECT_EQ(panel.status, "Disconnected");
+    EXPECT_EQ(panel.status.English(), "Disconnected");
     port.silent = false;
     connector.Connect([&](bool now) { second = now; });
     loop.Advance(seconds(1));
@@ -164,7 +164,7 @@ TEST_F(SensorLinkTest, CharactersOfACommandArePacedOneByOne) {
 TEST_F(SensorLinkTest, AVanishedPortIsShownAndCountedDownFrom) {
   Connect(3);
   port.PullOut("the adapter was pulled out");
-  EXPECT_EQ(panel.status, "Connection lost: the adapter was pulled out");
+  EXPECT_EQ(panel.status.English(), "Connection lost: the adapter was pulled out");
   EXPECT_FALSE(ConnectControl().checked);
   EXPECT_EQ(LastEvent(), "lost: the adapter was pulled out");
   auto_connect = true;

@@ -184,34 +184,34 @@ TEST_F(SafetyJudgeTest, NoSingleBitSaysSafe) {
 
 TEST_F(SafetyJudgeTest, ExplainsWithFigures) {
   const auto at = [](std::int64_t) { return std::string("21:04"); };
-  const auto explain = [this] { return Explain(Reason::kUnitAlarm, Judge()); };
+  const auto explain = [this] { return Explain(Reason::kUnitAlarm, Judge()).English(); };
   Frames(LiveFrame("RB=1"));
   EXPECT_EQ(explain(), "the unit's relay is on; none of the readings explains it");
-  EXPECT_EQ(Banner(Judge(), at), "UNSAFE - unit's relay on since 21:04");
+  EXPECT_EQ(Banner(Judge(), at).English(), "UNSAFE - unit's relay on since 21:04");
   Frames(LiveFrame("WND=0050 TP=-00300 LGT=0100 RB=1"));
   EXPECT_EQ(explain(), "wind 50 counts, limit 36; clouds: sky -3.0 C, limit -5.0 C") << "its light alarm is off";
   Frames(LiveFrame("R=0412 RB=1"));
   EXPECT_EQ(
       Explain(Judge()),
       "unit's alarm: rain 412 counts, limit 350; the unit stays on for 60 s after rain. rain 412 counts, limit 350");
-  EXPECT_EQ(Banner(Judge(), at), "UNSAFE - rain, limit 350 passed at 21:04");
+  EXPECT_EQ(Banner(Judge(), at).English(), "UNSAFE - rain, limit 350 passed at 21:04");
   Frames(LiveFrame("RB=1"), 9);
   EXPECT_EQ(explain(), "rain 120 counts, limit 350; the unit stays on for 60 s after rain, 42 s left");
   // What decided, where it is not the current values.
   std::string damaged = LiveFrame("R=0412");
   damaged[0] = 'I';
   Frames(damaged);
-  EXPECT_EQ(Explain(Reason::kRain, Judge()), "rain 412 counts, limit 350");
+  EXPECT_EQ(Explain(Reason::kRain, Judge()).English(), "rain 412 counts, limit 350");
   settings.VerdictClouds = 1;
   settings.TempsAvgCount = 5;
   Frames(LiveFrame("TA=-01000"));
-  EXPECT_EQ(Explain(Reason::kClouds, Judge()), "cloudy: the sky is 10.0 C colder than the air, limit 19 C");
-  EXPECT_EQ(Explain(Reason::kClouds, Judge(), {}, {.centigrade = false}),
+  EXPECT_EQ(Explain(Reason::kClouds, Judge()).English(), "cloudy: the sky is 10.0 C colder than the air, limit 19 C");
+  EXPECT_EQ(Explain(Reason::kClouds, Judge(), {}, {.centigrade = false}).English(),
             "cloudy: the sky is 18.0 F colder than the air, limit 34.2 F");
   Pass(std::chrono::minutes(2));
-  EXPECT_EQ(Banner(Judge(), at), "UNSAFE - no reading for 2 min");
+  EXPECT_EQ(Banner(Judge(), at).English(), "UNSAFE - no reading for 2 min");
   Frames(LiveFrame(), 2);
-  EXPECT_EQ(Banner(Judge(), at), "SAFE in 8 s");
+  EXPECT_EQ(Banner(Judge(), at).English(), "SAFE in 8 s");
 }
 
 }  // namespace

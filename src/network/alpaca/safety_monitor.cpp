@@ -32,7 +32,7 @@ Json SafetyMonitor::Act(const std::string& /*action*/) {
   const Observation& now = Now();
   Json reasons = Json::array();
   now.verdict.reasons.ForEach([&](Reason reason) {
-    reasons.push_back({{"name", Name(reason)}, {"text", Explain(reason, now)}});
+    reasons.push_back({{"name", Name(reason)}, {"text", Explain(reason, now).English()}});
   });
   return reasons.dump();
 }

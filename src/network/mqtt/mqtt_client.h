@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/message.h"
+
 namespace orvalis::network {
 
 /// One message to a broker.
@@ -58,7 +60,7 @@ struct MqttTrouble {
   std::string detail = {};
 };
 /// What went wrong, as a sentence for a person without its full stop. Without user and password.
-[[nodiscard]] std::string Explain(const MqttTrouble& trouble, const MqttAccess& access);
+[[nodiscard]] Message Explain(const MqttTrouble& trouble, const MqttAccess& access);
 
 /// A connection to a broker. Never blocks. Its user is told everything from the event loop, never from within a call.
 class MqttClient {

@@ -51,7 +51,7 @@ void MqttPublisher::Apply(const Settings& settings, const Station& station) {
     wanted->access.will = Availability(false, station, wanted->topics.availability);
     if (settings.MqttHost.empty()) {
       wanted.reset();
-      idle_ = "MQTT publishes nothing: no broker is named";
+      idle_ = Message::Of("MQTT publishes nothing: no broker is named");
     }
   }
   if (wanted == wanted_) return;
@@ -61,7 +61,7 @@ void MqttPublisher::Apply(const Settings& settings, const Station& station) {
   trouble_.clear();
   reported_ = false;
   announced_ = false;
-  if (!idle_.empty()) parts_.record(idle_);
+  if (!idle_.empty()) parts_.record(idle_.English());
   if (wanted_) Connect();
 }
 
@@ -161,9 +161,9 @@ void MqttPublisher::Settle() {
   backoff_.Reset();
   trouble_.clear();
   if (reported_) {
-    parts_.record("MQTT works again: " + status());
+    parts_.record("MQTT works again: " + status().English());
   } else if (!announced_) {
-    parts_.record("MQTT: " + status());
+    parts_.record("MQTT: " + status().English());
   }
   reported_ = false;
   announced_ = true;
@@ -247,22 +247,22 @@ void MqttPublisher::Failed(const MqttTrouble& trouble) {
   state_ = State::kWaiting;
   trouble_ = Explain(trouble, wanted_->access);
   if (!std::exchange(reported_, true)) {
-    parts_.record("MQTT publishes nothing: " + trouble_ + ". It is tried again by itself");
+    parts_.record("MQTT publishes nothing: " + trouble_.English() + ". It is tried again by itself");
   }
   Wait(backoff_.Next(), &MqttPublisher::Connect);
 }
 
 std::string MqttPublisher::Place() const { return wanted_->access.host + ":" + std::to_string(wanted_->access.port); }
 
-std::string MqttPublisher::status() const {
+Message MqttPublisher::status() const {
   if (!idle_.empty()) return idle_;
-  if (!wanted_) return "MQTT is off";
+  if (!wanted_) return Message::Of("MQTT is off");
   if (state_ == State::kOnline) {
     const std::string& topic = wanted_->topics.availability;
-    return "publishing to " + Place() + ", topics " + topic.substr(0, topic.rfind('/')) + "/…";
+    return Message::Of("publishing to %1, topics %2/…").With(Place(), topic.substr(0, topic.rfind('/')));
   }
-  if (!trouble_.empty()) return "nothing is published: " + trouble_;
-  return "connecting to " + Place();
+  if (!trouble_.empty()) return Message::Of("nothing is published: %1").With(trouble_);
+  return Message::Of("connecting to %1").With(Place());
 }
 
 void MqttPublisher::Wait(std::chrono::milliseconds delay, void (MqttPublisher::*then)()) {

@@ -9,6 +9,7 @@
 
 #include "app/observer.h"
 #include "base/event_loop.h"
+#include "base/message.h"
 #include "config/settings.h"
 #include "config/settings_store.h"
 #include "config/station.h"
@@ -67,7 +68,7 @@ class MqttPublisher : private MqttClient::User {
   void Note(const Observation& now, const Observer::News& news);
 
   /// What is published where, or why not, for a person.
-  [[nodiscard]] std::string status() const;
+  [[nodiscard]] Message status() const;
 
  private:
   enum class State : std::uint8_t { kOff, kWaiting, kConnecting, kListening, kOnline };
@@ -111,9 +112,9 @@ class MqttPublisher : private MqttClient::User {
   Parts parts_;
   State state_ = State::kOff;
   std::optional<Wanted> wanted_;  ///< nothing while it is off
-  std::string idle_;              ///< why it is off although it is switched on
+  Message idle_;                  ///< why it is off although it is switched on
   Backoff backoff_;
-  std::string trouble_;     ///< the last one; "" while all is well
+  Message trouble_;         ///< the last one; "" while all is well
   bool reported_ = false;   ///< that trouble, as an event
   bool announced_ = false;  ///< an event said that it works
   EventLoop::TimerId timer_ = 0;

@@ -16,7 +16,7 @@ void MqttTrial::Try(const Settings& settings, Done done) {
   access_ = MqttAccessOf(settings, MqttNodeId(somebody));
   done_ = std::move(done);
   if (access_.host.empty()) {
-    Finish("No broker is named");
+    Finish(Message::Of("No broker is named"));
     return;
   }
   client_.Connect(access_, *this);
@@ -37,12 +37,15 @@ void MqttTrial::Connected() {
 }
 
 void MqttTrial::Answered() {
-  Finish("The broker accepts the connection" + std::string(access_.tls ? ", encrypted" : ""));
+  Finish(access_.tls ? Message::Of("The broker accepts the connection, encrypted")
+                     : Message::Of("The broker accepts the connection"));
 }
 
-void MqttTrial::Failed(const MqttTrouble& trouble) { Finish("Failed: " + Explain(trouble, access_)); }
+void MqttTrial::Failed(const MqttTrouble& trouble) {
+  Finish(Message::Of("Failed: %1").With(Explain(trouble, access_)));
+}
 
-void MqttTrial::Finish(const std::string& what) {
+void MqttTrial::Finish(const Message& what) {
   const Done done = std::exchange(done_, {});
   Cancel();
   done(what);

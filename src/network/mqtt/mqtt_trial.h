@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/event_loop.h"
+#include "base/message.h"
 #include "config/settings.h"
 #include "network/mqtt/mqtt_client.h"
 
@@ -14,7 +15,7 @@ namespace orvalis::network {
 class MqttTrial : private MqttClient::User {
  public:
   /// Receives what came of it, for a person.
-  using Done = std::function<void(const std::string& what)>;
+  using Done = std::function<void(const Message& what)>;
 
   MqttTrial(MqttClient& client, EventLoop& loop) : client_(client), loop_(loop) {}
   MqttTrial(const MqttTrial&) = delete;
@@ -30,7 +31,7 @@ class MqttTrial : private MqttClient::User {
   void Received(std::string_view /*topic*/, std::string_view /*payload*/) override {}
   void Answered() override;
   void Failed(const MqttTrouble& trouble) override;
-  void Finish(const std::string& what);
+  void Finish(const Message& what);
 
   MqttClient& client_;
   EventLoop& loop_;

@@ -1,71 +1,61 @@
-#include <string_view>
+#include <string>
 
 #include "network/mqtt/mqtt_client.h"
 
 namespace orvalis::network {
 namespace {
 
-std::string_view Pattern(MqttFailure failure, bool has_user) {
+/// In each, %1 is the broker's place and %2 what was found out besides.
+Phrase Pattern(MqttFailure failure, bool has_user) {
   switch (failure) {
     case MqttFailure::kNameNotFound:
-      return "the name \"%H\" was not found";
+      return Message::Of("the name \"%2\" was not found");
     case MqttFailure::kUnreachable:
-      return "%P cannot be reached: %D";
+      return Message::Of("%1 cannot be reached: %2");
     case MqttFailure::kNoAnswer:
-      return "no answer from %P";
+      return Message::Of("no answer from %1");
     case MqttFailure::kClosed:
-      return "%P ended the connection";
+      return Message::Of("%1 ended the connection");
     case MqttFailure::kBadLogin:
-      return has_user ? "%P does not accept the user name and password" : "%P wants a user name and a password";
+      return has_user ? Message::Of("%1 does not accept the user name and password")
+                      : Message::Of("%1 wants a user name and a password");
     case MqttFailure::kNotPermitted:
-      return "%P does not permit it";
+      return Message::Of("%1 does not permit it");
     case MqttFailure::kRefused:
-      return "%P refuses: %D";
+      return Message::Of("%1 refuses: %2");
     case MqttFailure::kCertificate:
-      return "the certificate of %P is not from an authority that is trusted here, or is not valid now";
+      return Message::Of("the certificate of %1 is not from an authority that is trusted here, or is not valid now");
     case MqttFailure::kWrongName:
-      return "the certificate of %P is for another name";
+      return Message::Of("the certificate of %1 is for another name");
     case MqttFailure::kCaFile:
-      return "the CA file \"%C\" cannot be used";
+      return Message::Of("the CA file \"%2\" cannot be used");
     case MqttFailure::kNoTlsThere:
-      return "no encrypted line to %P: %D";
+      return Message::Of("no encrypted line to %1: %2");
     case MqttFailure::kNoTlsHere:
-      return "this version of the program cannot use TLS; nothing is sent unencrypted in its place";
+      return Message::Of("this version of the program cannot use TLS; nothing is sent unencrypted in its place");
     case MqttFailure::kPlainPassword:
-      return "the password would go to another machine over an unencrypted line: use TLS, or allow it in the settings";
+      return Message::Of(
+          "the password would go to another machine over an unencrypted line: use TLS, or allow it in the settings");
     case MqttFailure::kNameTaken:
-      return "another program (%D) publishes under the same name on %P: give one of the two another station name";
+      return Message::Of(
+          "another program (%2) publishes under the same name on %1: give one of the two another station name");
     case MqttFailure::kOther:
-      return "%D";
+      break;
   }
-  return "";
+  return Message::Of("");
+}
+
+std::string Detail(const MqttTrouble& trouble, const MqttAccess& access) {
+  if (trouble.failure == MqttFailure::kNameNotFound) return access.host;
+  return trouble.failure == MqttFailure::kCaFile ? access.ca_file : trouble.detail;
 }
 
 }  // namespace
 
-std::string Explain(const MqttTrouble& trouble, const MqttAccess& access) {
-  std::string text;
-  const std::string_view pattern = Pattern(trouble.failure, !access.user.empty());
-  for (std::size_t at = 0; at < pattern.size(); ++at) {
-    if (pattern[at] != '%') {
-      text += pattern[at];
-      continue;
-    }
-    switch (pattern[++at]) {
-      case 'H':
-        text += access.host;
-        break;
-      case 'P':
-        text += access.host + ":" + std::to_string(access.port);
-        break;
-      case 'C':
-        text += access.ca_file;
-        break;
-      default:
-        text += trouble.detail;
-    }
-  }
-  return text;
+Message Explain(const MqttTrouble& trouble, const MqttAccess& access) {
+  if (trouble.failure == MqttFailure::kOther) return trouble.detail;
+  return Pattern(trouble.failure, !access.user.empty())
+      .With(access.host + ":" + std::to_string(access.port), Detail(trouble, access));
 }
 
 }  // namespace orvalis::network

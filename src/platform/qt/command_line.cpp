@@ -84,11 +84,12 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   const QCommandLineOption port("port", {}, "PATH");
   const QCommandLineOption profile("profile", {}, "DIR");
   const QCommandLineOption picture("picture", {}, "FILE");
+  const QCommandLineOption language("language", {}, "NAME");
   const QCommandLineOption subkey("subkey", {}, "NAME");
   QCommandLineParser parser;
   parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-  const QList<QCommandLineOption> options{help, version, automation, headless, json,
-                                          demo, port,    profile,    picture,  subkey};
+  const QList<QCommandLineOption> options{help, version, automation, headless, json,  demo,
+                                          port, profile, picture,    language, subkey};
   parser.addOptions(options);
   QStringList names;
   QStringList with_value;
@@ -113,6 +114,7 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   line.port = ValueOf(parser, port);
   line.profile_folder = ValueOf(parser, profile);
   line.picture = ValueOf(parser, picture);
+  line.language = ValueOf(parser, language);
   line.profile.subkey = ValueOf(parser, subkey);
 
   QStringList words = parser.positionalArguments();
@@ -122,7 +124,7 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
     }
     line.action = CommandLine::Action::kProfile;
     if (std::string wrong = ReadProfileCommand(words, line.profile); !wrong.empty()) return CommandLineError{wrong};
-    if (line.automation || line.headless || line.json || line.demo || line.port || line.picture) {
+    if (line.automation || line.headless || line.json || line.demo || line.port || line.picture || line.language) {
       return CommandLineError{"\"profile\" takes --profile and --subkey only"};
     }
     return line;
@@ -136,6 +138,7 @@ std::variant<CommandLine, CommandLineError> ParseCommandLine(const std::vector<s
   }
   if (!has_windows) line.headless = true;
   if (line.picture && line.headless) return CommandLineError{"--picture needs a window"};
+  if (line.language && line.headless) return CommandLineError{"--language needs a window"};
   if (line.demo && line.port) return CommandLineError{"--demo uses no serial port; --port cannot be combined with it"};
   if (line.port && line.port->empty()) return CommandLineError{"--port needs the path of a device"};
   if (line.profile_folder && line.profile_folder->empty()) return CommandLineError{"--profile needs a folder"};
@@ -146,7 +149,8 @@ std::string Usage(bool has_windows, const ServiceUsage& service) {
   const std::string program = has_windows ? "orvalis" : "orvalisd";
   std::string usage = "usage: " + program;
   if (has_windows) {
-    usage += " [--port PORT | --demo] [--profile DIR] [--picture FILE]\n       " + program + " --headless";
+    usage +=
+        " [--port PORT | --demo] [--profile DIR] [--language NAME] [--picture FILE]\n       " + program + " --headless";
   }
   usage += " [--json] [--port PORT | --demo] [--profile DIR]\n";
   for (const std::string& synopsis : service.synopsis) {
@@ -168,8 +172,10 @@ std::string Usage(bool has_windows, const ServiceUsage& service) {
   --demo          demo mode, for this run: simulated values, no serial port
   --profile DIR   use the settings in DIR (also: ORVALIS_PROFILE_DIR)
 )";
-  if (has_windows)
+  if (has_windows) {
+    usage += "  --language NAME the language of the windows, such as de or en; otherwise that of the locale\n";
     usage += "  --picture FILE  write a picture of the panel to FILE after the first reading, then exit\n";
+  }
   usage +=
       R"(  profile         show or change the settings; the value "-" is read from standard input; "acknowledge" confirms
                   that settings were lost

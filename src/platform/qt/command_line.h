@@ -20,7 +20,8 @@ struct CommandLine {
   bool demo = false;
   std::optional<std::string> port;
   std::optional<std::string> profile_folder;
-  std::optional<std::string> picture;  ///< write a picture of the panel here after the first reading, then exit
+  std::optional<std::string> language;  ///< of the windows, "de"; the locale's if none
+  std::optional<std::string> picture;   ///< write a picture of the panel here after the first reading, then exit
   ProfileCommand profile;
 };
 

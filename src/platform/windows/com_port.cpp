@@ -17,6 +17,8 @@ namespace {
 constexpr std::chrono::milliseconds kFetchPause{25};
 constexpr std::chrono::milliseconds kIdlePause{1000};
 /// How long an adapter that does not send may block.
+constexpr auto kNoneSelected = Message::Of("no serial port selected");
+constexpr auto kNoSuchNumber = Message::Of("there is no serial port number %1");
 constexpr DWORD kSendPatienceMs = 500;
 constexpr DWORD kBufferSize = 4096;
 
@@ -27,18 +29,19 @@ constexpr std::array<DWORD, 9> kGoneErrors{ERROR_ACCESS_DENIED,  ERROR_BAD_COMMA
 
 /// Why the port could not be opened, and what to do about it.
 RunTimeError OpenFailure(const std::string& name, DWORD error) {
-  const std::string port = "the port " + name;
   switch (error) {
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND:
-      return {RunTimeError::kFileNotFound,
-              port + " does not exist; is the adapter plugged in, and is it the right port?"};
+      return {
+          RunTimeError::kFileNotFound,
+          Message::Of("the port %1 does not exist; is the adapter plugged in, and is it the right port?").With(name)};
     case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
     case ERROR_BUSY:
-      return {RunTimeError::kPortInUse, port + " is in use by another program"};
+      return {RunTimeError::kPortInUse, Message::Of("the port %1 is in use by another program").With(name)};
     default:
-      return {RunTimeError::kDeviceUnavailable, port + " cannot be opened: " + SystemText(error)};
+      return {RunTimeError::kDeviceUnavailable,
+              Message::Of("the port %1 cannot be opened: %2").With(name, SystemText(error))};
   }
 }
 
@@ -67,7 +70,7 @@ bool Configure(HANDLE port, int speed) {
 
 std::string ComPortName(const std::string& port) {
   const auto first = port.find_first_not_of(' ');
-  if (first == std::string::npos) throw RunTimeError(RunTimeError::kFileNotFound, "no serial port selected");
+  if (first == std::string::npos) throw RunTimeError(RunTimeError::kFileNotFound, kNoneSelected);
   std::string name = port.substr(first, port.find_last_not_of(' ') - first + 1);
   if (name.starts_with(R"(\\.\)")) name.erase(0, 4);
   std::string upper = name;
@@ -80,7 +83,7 @@ std::string ComPortName(const std::string& port) {
   int number = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
   if (error != std::errc{} || number < 1 || number > kHighest) {
-    throw RunTimeError(RunTimeError::kFileNotFound, "there is no serial port number " + digits);
+    throw RunTimeError(RunTimeError::kFileNotFound, kNoSuchNumber.With(digits));
   }
   return "COM" + std::to_string(number);
 }
@@ -111,7 +114,7 @@ void ComPort::Open() {
     const DWORD error = GetLastError();
     COMMPROP about{};
     if (GetCommProperties(port.get(), &about) == 0) {
-      throw RunTimeError(RunTimeError::kDeviceUnavailable, name_ + " is not a serial port");
+      throw RunTimeError(RunTimeError::kDeviceUnavailable, Message::Of("%1 is not a serial port").With(name_));
     }
     throw OpenFailure(name_, error);
   }

@@ -18,6 +18,7 @@
 #include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/picker_process.h"
+#include "ui/controls/words.h"
 #include "ui/desktop.h"
 
 namespace orvalis {
@@ -134,7 +135,8 @@ QString SuffixOf(const QString& name_filter) {
 }
 
 bool MayReplace(QWidget* parent, const QString& title, const std::string& path) {
-  MessageBox box(QMessageBox::NoIcon, title, ToQString(path) + " already exists.\nDo you want to replace it?",
+  MessageBox box(QMessageBox::NoIcon, title,
+                 Words::tr("%1 already exists.\nDo you want to replace it?").arg(ToQString(path)),
                  QMessageBox::Yes | QMessageBox::No, parent);
   box.setDefaultButton(QMessageBox::No);
   return box.exec() == QMessageBox::Yes;
@@ -198,14 +200,15 @@ std::optional<std::string> ShowPicker(QWidget* parent, const PickerRequest& requ
 }
 
 std::optional<std::string> PickFile(QWidget* parent, std::string_view filter, const std::string& current) {
-  return Pick(
-      parent,
-      {.kind = PickerRequest::Kind::kFile, .title = "Open", .filter = ToQtFilter(filter), .start = ToQString(current)});
+  return Pick(parent, {.kind = PickerRequest::Kind::kFile,
+                       .title = Words::tr("Open"),
+                       .filter = ToQtFilter(filter),
+                       .start = ToQString(current)});
 }
 
 std::optional<std::string> PickLogFolder(QWidget* parent, const std::string& current) {
   return Pick(parent, {.kind = PickerRequest::Kind::kFolder,
-                       .title = "Please select a Server folder.",
+                       .title = Fixed("Please select a Server folder."),
                        .filter = {},
                        .start = ToQString(current)});
 }

@@ -13,6 +13,7 @@
 #include "ui/controls/night_proof.h"
 #include "ui/controls/path_button.h"
 #include "ui/controls/quiet_combo_box.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
@@ -135,7 +136,7 @@ LiveNote* FormSection::Live(const char* name, const QString& label, const QStrin
 }
 
 void FormSection::LineUp(const QWidget& control) {
-  grid_->setColumnMinimumWidth(kLabelColumn, control.fontMetrics().horizontalAdvance("Temperatures over: "));
+  grid_->setColumnMinimumWidth(kLabelColumn, control.fontMetrics().horizontalAdvance(Words::tr("Temperatures over: ")));
 }
 
 void FormSection::Checks(std::initializer_list<NamedBox> boxes) {
@@ -178,29 +179,30 @@ void FormSection::AlertRow(const QString& title, const AlertFile& sound, const A
   int column = kLabelColumn;
   auto* label = new QLabel(title + ":");
   // The boxes of all sections stand in one line.
-  grid_->setColumnMinimumWidth(column, label->fontMetrics().horizontalAdvance("No readings:"));
+  grid_->setColumnMinimumWidth(column, label->fontMetrics().horizontalAdvance(Words::tr("No readings:")));
   grid_->addWidget(label, row_, column++);
   struct Half {
     const AlertFile& names;
-    const char* text;
-    const char* tip;
-    const char* test_tip;
+    QString text;
+    QString tip;
+    QString test_tip;
   };
   constexpr int kHalfColumns = 3;
   for (const Half& half :
-       {Half{sound, "Sound", "Played when it begins; ticking it asks for the file", "Plays this sound now"},
-        Half{program, "Program", "Started when it begins; ticking it asks for the file",
-             "Starts this program now, with ORVALIS_TEST=1"}}) {
+       {Half{sound, Words::tr("Sound"), Words::tr("Played when it begins; ticking it asks for the file"),
+             Words::tr("Plays this sound now")},
+        Half{program, Words::tr("Program"), Words::tr("Started when it begins; ticking it asks for the file"),
+             Words::tr("Starts this program now, with ORVALIS_TEST=1")}}) {
     auto* box = new QCheckBox(half.text);
     box->setObjectName(half.names.check_box);
     box->setToolTip(half.tip);
     box->setAccessibleName(title + ": " + half.text);
     auto* file = new PathButton(PathButton::Shows::kName);
     file->setObjectName(half.names.file);
-    file->setAccessibleName(title + ": " + half.text + " file");
-    auto* test = new QPushButton("Test");
+    file->setAccessibleName(Words::tr("%1: %2 file").arg(title, half.text));
+    auto* test = new QPushButton(Words::tr("Test"));
     test->setObjectName(QString(half.names.file) + kTestEnd);
-    test->setAccessibleName(title + ": " + half.text + " test");
+    test->setAccessibleName(Words::tr("%1: %2 test").arg(title, half.text));
     test->setToolTip(half.test_tip);
     test->setAutoDefault(false);
     constexpr int kMargins = 18;

@@ -5,6 +5,7 @@
 #include <QUrl>
 
 #include "ui/controls/web_page.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 
@@ -66,12 +67,13 @@ std::vector<LogoButton*> MakeLogoButtons(QWidget* parent) {
   struct Logo {
     LogoButton::Picture picture;
     const char* name;
-    const char* tip;
+    QString tip;
     QUrl (*page)();
   };
   std::vector<LogoButton*> buttons;
-  for (const Logo& logo : {Logo{LogoButton::Picture::kStandards, "picStandards", "Standards web site", StandardsPage},
-                           Logo{LogoButton::Picture::kGuide, "picGuide", "User guide", DocumentationPage}}) {
+  for (const Logo& logo :
+       {Logo{LogoButton::Picture::kStandards, "picStandards", Words::tr("Standards web site"), StandardsPage},
+        Logo{LogoButton::Picture::kGuide, "picGuide", Words::tr("User guide"), DocumentationPage}}) {
     auto* button = new LogoButton(logo.picture, parent);
     button->setObjectName(logo.name);
     button->setToolTip(logo.tip);

@@ -26,12 +26,15 @@ struct BigWordText {
 /// "°C" or "°F"
 [[nodiscard]] QString TemperatureUnit(bool centigrade);
 
-/// What an abbreviated word means: "partly cloudy" for "PCloudy"; empty when the word needs no explanation.
-[[nodiscard]] QString SkyMeaning(std::string_view word);
+/// What a condition's fixed word means in the language of the windows: "partly cloudy" for "PCloudy"; empty when the
+/// word says the same.
+[[nodiscard]] QString WordMeaning(std::string_view word);
 /// "on", "undetermined" and "off" for the signs "Y", "?" and "N".
 [[nodiscard]] QString SwitchMeaning(std::string_view sign);
 
 [[nodiscard]] QString ToQString(std::string_view text);
+/// `value` with so many decimals, as the locale writes numbers.
+[[nodiscard]] QString DecimalText(double value, int decimals);
 /// `text`, or a dash when it is empty.
 [[nodiscard]] QString OrDash(const QString& text);
 

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 
@@ -17,8 +18,8 @@ PathButton::PathButton(Shows shows, QWidget* parent) : QPushButton(parent), show
 void PathButton::SetPath(const std::string& path) {
   path_ = path;
   const std::string_view shown = shows_ == Shows::kName ? FileName(path_) : std::string_view(path_);
-  setText(shown.empty() ? QString("Choose…") : ToQString(shown).replace("&", "&&"));
-  setToolTip(path_.empty() ? QString("Nothing is chosen yet") : ToQString(path_));
+  setText(shown.empty() ? Words::tr("Choose…") : ToQString(shown).replace("&", "&&"));
+  setToolTip(path_.empty() ? Words::tr("Nothing is chosen yet") : ToQString(path_));
   update();
 }
 
@@ -29,7 +30,7 @@ QSize PathButton::sizeHint() const {
 
 QSize PathButton::minimumSizeHint() const {
   constexpr int kAroundText = 20;
-  return {fontMetrics().horizontalAdvance("Choose…") + kAroundText, QPushButton::minimumSizeHint().height()};
+  return {fontMetrics().horizontalAdvance(Words::tr("Choose…")) + kAroundText, QPushButton::minimumSizeHint().height()};
 }
 
 void PathButton::paintEvent(QPaintEvent* /*event*/) {

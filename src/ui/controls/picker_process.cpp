@@ -15,8 +15,10 @@
 #include <cstdlib>
 #include <memory>
 
+#include "ui/controls/language.h"
 #include "ui/controls/message_box.h"
 #include "ui/controls/night_style.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
@@ -32,7 +34,7 @@ constexpr auto kHeartbeat = 1s;
 constexpr auto kNotRespondingAfter = 5s;
 
 // The arguments after the option, in this order.
-enum Argument { kKind, kLook, kOwner, kTitle, kFilter, kStart, kArguments };
+enum Argument { kKind, kLook, kOwner, kTitle, kFilter, kStart, kLanguage, kArguments };
 
 QString g_program;
 
@@ -51,6 +53,7 @@ QStringList PickerArguments(const QWidget* parent, const PickerRequest& request)
   arguments[kTitle] = request.title;
   arguments[kFilter] = request.filter;
   arguments[kStart] = request.start;
+  arguments[kLanguage] = UsedLanguage();
   return QStringList(kPickerOption) + arguments;
 }
 
@@ -68,10 +71,10 @@ class Blocker : public QDialog {
 class NotRespondingMessage {
  public:
   NotRespondingMessage(QWidget* parent, QEventLoop& loop)
-      : box_(QMessageBox::Warning, "Orvalis",
-             "The folder is not responding. It may be on a network that is unavailable.", QMessageBox::NoButton,
-             parent) {
-    box_.AddButton("&Give up", QMessageBox::RejectRole);
+      : box_(QMessageBox::Warning, Fixed("Orvalis"),
+             Words::tr("The folder is not responding. It may be on a network that is unavailable."),
+             QMessageBox::NoButton, parent) {
+    box_.AddButton(Words::tr("&Give up"), QMessageBox::RejectRole);
     box_.setModal(true);  // or the blocker would block it too
     QObject::connect(&box_, &QDialog::finished, &loop, &QEventLoop::quit);
     wait_.setSingleShot(true);
@@ -155,6 +158,7 @@ void ServePicker(const std::vector<std::string>& arguments) {
   const QApplication application(count, words.data());
   QCoreApplication::setApplicationName("orvalis");
   QGuiApplication::setDesktopFileName("orvalis");
+  UseLanguage(argument(kLanguage));
   // Nothing is ever sent on standard input: it becomes readable when the program has ended.
   const QSocketNotifier program_ended(0, QSocketNotifier::Read);
   QObject::connect(&program_ended, &QSocketNotifier::activated, qApp, [] { EndPicker(); });

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include "ui/controls/message_box.h"
+#include "ui/controls/words.h"
 #include "ui/desktop.h"
 
 namespace orvalis {
@@ -11,9 +12,10 @@ namespace orvalis {
 void OpenWebPage(const QUrl& url, QWidget* parent) {
   if (!url.isEmpty() && desktop::Open(url)) return;
   // The title is a leftover of the focuser template too.
-  MessageBox box(QMessageBox::NoIcon, url.isEmpty() ? "Orvalis" : "Focus Simulator",
-                 url.isEmpty() ? "The guide is missing: it is one of the program's files. Install Orvalis again."
-                               : "It doesn't appear that you have a web browser installed on your system.",
+  MessageBox box(QMessageBox::NoIcon, url.isEmpty() ? Fixed("Orvalis") : Fixed("Focus Simulator"),
+                 url.isEmpty()
+                     ? Words::tr("The guide is missing: it is one of the program's files. Install Orvalis again.")
+                     : Fixed("It doesn't appear that you have a web browser installed on your system."),
                  QMessageBox::Ok, parent);
   box.exec();
 }

@@ -23,6 +23,7 @@
 #include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/text_fit.h"
+#include "ui/controls/words.h"
 #include "ui/graphs/graph_files.h"
 #include "ui/graphs/history_plot.h"
 #include "ui/graphs/local_time_ticker.h"
@@ -34,8 +35,12 @@ constexpr QSizeF kInitialSize(68, 38);  ///< in units of the letters' size
 constexpr int kInitialRate = 10;
 constexpr double kZoomStep = 1.5;
 constexpr double kPanStep = 0.2;
-constexpr const char* kPictureFilter = "PNG Pictures (*.png)|*.png|PDF Documents (*.pdf)|*.pdf";
-constexpr const char* kValuesFilter = "Comma-separated Values (*.csv)|*.csv";
+
+// For PickSaveFile: descriptions with their patterns.
+QString PictureFilter() {
+  return Words::tr("PNG Pictures (*.png)") + "|*.png|" + Words::tr("PDF Documents (*.pdf)") + "|*.pdf";
+}
+QString ValuesFilter() { return Words::tr("Comma-separated Values (*.csv)") + "|*.csv"; }
 
 LocalTimeOf LocalTimeIn(const QTimeZone& zone) {
   return [zone](std::int64_t moment) { return LocalTime(moment, zone); };
@@ -50,7 +55,8 @@ frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
       saved_verdicts_(parts_.recorder.Store()),
       theme_(Theme::ForDesktop(palette())) {
   setObjectName(kind.object_name);
-  setWindowTitle("Orvalis " + QString(kind.title));
+  //: The title of a graph's window: the program, and what it shows.
+  setWindowTitle(tr("Orvalis %1").arg(Words::tr(kind.title)));
   plot_ = new HistoryPlot(kind_,
                           {.view = [this] { return parts_.recorder.View(); },
                            .now = [this] { return parts_.recorder.Now(); },
@@ -81,18 +87,20 @@ frmGraph::frmGraph(const GraphKind& kind, Parts parts, QWidget* parent)
 QWidget* frmGraph::BuildRanges() {
   struct Choice {
     const char* name;
-    const char* text;
-    const char* words;
+    QString text;
+    QString tip;
+    QString spoken;  ///< to screen readers
     double hours;
   };
   constexpr double kDay = 24;
-  static constexpr std::array kChoices{
-      Choice{"cmdHour", "1 h", "hour", 1},
-      Choice{"cmd12Hours", "12 h", "12 hours", 12},
-      Choice{"cmd48Hours", "48 h", "48 hours", 48},
-      Choice{"cmd7Days", "7 days", "7 days", 7 * kDay},
-      Choice{"cmd30Days", "30 days", "30 days", 30 * kDay},
-      Choice{"cmd400Days", "400 days", "400 days", 400 * kDay},
+  const std::array choices{
+      //: On a button: one hour.
+      Choice{"cmdHour", tr("1 h"), tr("Show the last hour"), tr("Last hour"), 1},
+      Choice{"cmd12Hours", tr("12 h"), tr("Show the last 12 hours"), tr("Last 12 hours"), 12},
+      Choice{"cmd48Hours", tr("48 h"), tr("Show the last 48 hours"), tr("Last 48 hours"), 48},
+      Choice{"cmd7Days", tr("7 days"), tr("Show the last 7 days"), tr("Last 7 days"), 7 * kDay},
+      Choice{"cmd30Days", tr("30 days"), tr("Show the last 30 days"), tr("Last 30 days"), 30 * kDay},
+      Choice{"cmd400Days", tr("400 days"), tr("Show the last 400 days"), tr("Last 400 days"), 400 * kDay},
   };
   constexpr double kSecondsPerHour = 3600;
   auto* ranges = new QWidget;
@@ -112,12 +120,13 @@ QWidget* frmGraph::BuildRanges() {
   };
   const auto add_zoom = [&](const char* name, const QString& text, const QString& words, const QString& key,
                             double factor) {
-    QPushButton* button = add(name, text, words + " (" + key + ")");
+    //: A tool tip: what a button does, and the key for it.
+    QPushButton* button = add(name, text, tr("%1 (%2)").arg(words, key));
     button->setAccessibleName(words);
     connect(button, &QPushButton::clicked, this, [this, factor] { plot_->Zoom(factor); });
   };
-  add_zoom("cmdZoomOut", "−", "Zoom out", "-", kZoomStep);
-  add_zoom("cmdZoomIn", "+", "Zoom in", "+", 1 / kZoomStep);
+  add_zoom("cmdZoomOut", "−", tr("Zoom out"), "-", kZoomStep);
+  add_zoom("cmdZoomIn", "+", tr("Zoom in"), "+", 1 / kZoomStep);
   const auto add_range = [&](const char* name, const QString& text, const QString& tip, double seconds) {
     QPushButton* button = add(name, text, tip);
     button->setCheckable(true);
@@ -129,11 +138,10 @@ QWidget* frmGraph::BuildRanges() {
     ranges_.emplace_back(button, seconds);
     return button;
   };
-  for (const Choice& choice : kChoices) {
-    add_range(choice.name, choice.text, QString("Show the last ") + choice.words, choice.hours * kSecondsPerHour)
-        ->setAccessibleName(QString("Last ") + choice.words);
+  for (const Choice& choice : choices) {
+    add_range(choice.name, choice.text, choice.tip, choice.hours * kSecondsPerHour)->setAccessibleName(choice.spoken);
   }
-  add_range("cmdAll", "Show &all", "Show the whole history; a double click on the graph does the same",
+  add_range("cmdAll", tr("Show &all"), tr("Show the whole history; a double click on the graph does the same"),
             HistoryPlot::kAll);
   connect(plot_, &HistoryPlot::ChosenChanged, this, &frmGraph::ShowChosen);
   return ranges;
@@ -171,8 +179,8 @@ QWidget* frmGraph::BuildControls() {
   rate_->setValue(kInitialRate);
   rate_->setInvertedControls(false);  // or the arrow to the right would go to the left
   rate_->setFocusPolicy(Qt::StrongFocus);
-  rate_->setAccessibleName("Update rate");
-  rate_->setToolTip("How often the graph is updated");
+  rate_->setAccessibleName(tr("Update rate"));
+  rate_->setToolTip(tr("How often the graph is updated"));
   rate_->setMinimumWidth(60);
   rate_->setMaximumWidth(480);
   connect(rate_, &QScrollBar::valueChanged, this, &frmGraph::SetUpdateRate);
@@ -186,19 +194,19 @@ QWidget* frmGraph::BuildControls() {
     connect(button, &QPushButton::clicked, this, action);
     row->addWidget(button);
   };
-  add("cmdPicture", "Save &picture…", "Save this view as PNG or PDF", [this] {
-    const QString path = AskForFile("Save Picture", kPictureFilter, kind_.file_name, ".png");
+  add("cmdPicture", tr("Save &picture…"), tr("Save this view as PNG or PDF"), [this] {
+    const QString path = AskForFile(tr("Save Picture"), PictureFilter(), kind_.file_name, ".png");
     if (!path.isEmpty()) SavePicture(path);
   });
-  add("cmdValues", "Save &values…", "Save the values of this view as CSV", [this] {
-    const QString path = AskForFile("Save Values", kValuesFilter, kind_.file_name, ".csv");
+  add("cmdValues", tr("Save &values…"), tr("Save the values of this view as CSV"), [this] {
+    const QString path = AskForFile(tr("Save Values"), ValuesFilter(), kind_.file_name, ".csv");
     if (!path.isEmpty()) SaveValues(path);
   });
-  add("cmdVerdicts", "Save v&erdicts…", "Save the verdicts of this view, with their reasons, as CSV", [this] {
-    const QString path = AskForFile("Save Verdicts", kValuesFilter, "verdicts", ".csv");
+  add("cmdVerdicts", tr("Save v&erdicts…"), tr("Save the verdicts of this view, with their reasons, as CSV"), [this] {
+    const QString path = AskForFile(tr("Save Verdicts"), ValuesFilter(), "verdicts", ".csv");
     if (!path.isEmpty()) SaveVerdicts(path);
   });
-  row->addWidget(ForHelp(new QPushButton("Help")));
+  row->addWidget(ForHelp(new QPushButton(tr("Help"))));
   return controls;
 }
 
@@ -303,12 +311,12 @@ void frmGraph::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-QString frmGraph::AskForFile(const QString& title, const char* filter, const char* what, const char* suffix) {
+QString frmGraph::AskForFile(const QString& title, const QString& filter, const char* what, const char* suffix) {
   message_->hide();
   if (folder_.isEmpty()) folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   const QDateTime from = QDateTime::fromMSecsSinceEpoch(plot_->Shown().from, parts_.zone);
   const QString name = QString("orvalis-") + what + "-" + from.toString("yyyy-MM-dd-HHmm") + suffix;
-  const std::optional<std::string> path = PickSaveFile(this, title, filter, folder_ + "/" + name);
+  const std::optional<std::string> path = PickSaveFile(this, title, filter.toStdString(), folder_ + "/" + name);
   if (!path) return {};
   folder_ = QFileInfo(ToQString(*path)).absolutePath();
   return ToQString(*path);
@@ -344,7 +352,7 @@ void frmGraph::SaveVerdicts(const QString& path) {
     return;
   }
   // What is shown is merged; the file has each of them.
-  Say("Reading the verdicts…", Colour::kGreen);
+  Say(tr("Reading the verdicts…"), Colour::kGreen);
   saved_verdicts_.Read({.range = range, .values = false}, [this, save](PastReader::Result result) {
     if (auto* past = std::get_if<Past>(&result)) {
       save(std::move(past->verdicts));
@@ -355,15 +363,14 @@ void frmGraph::SaveVerdicts(const QString& path) {
 }
 
 void frmGraph::Save(const QString& path, FileContent content) {
-  Say("Saving " + path + "…", Colour::kGreen);
+  Say(tr("Saving %1…").arg(path), Colour::kGreen);
   SaveInBackground(this, path, std::move(content), [this, path](const QString& failure) {
     if (failure.isEmpty()) {
-      Say("Saved as " + path, Colour::kGreen);
+      Say(tr("Saved as %1").arg(path), Colour::kGreen);
       return;
     }
-    const QString text = "Cannot save " + path + ": " + failure;
-    Say(text, Colour::kRed);
-    parts_.report(text.toStdString());
+    Say(tr("Cannot save %1: %2").arg(path, failure), Colour::kRed);
+    parts_.report(("Cannot save " + path + ": " + failure).toStdString());  // into the log, in English
   });
 }
 

@@ -72,7 +72,7 @@ class frmGraph : public QWidget {
   /// The timer runs only while the window is visible.
   void RunTimer();
   /// `what` is in the suggested name.
-  [[nodiscard]] QString AskForFile(const QString& title, const char* filter, const char* what, const char* suffix);
+  [[nodiscard]] QString AskForFile(const QString& title, const QString& filter, const char* what, const char* suffix);
   void Save(const QString& path, FileContent content);
   void Say(const QString& text, Colour colour);
 

@@ -2,29 +2,41 @@
 
 #include <array>
 
-#include "history/condition_bands.h"
 #include "history/history_csv.h"
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
 
 // The colours differ in lightness as well as in hue.
 constexpr std::array kTemperatureCurves{
-    CurveKind{Quantity::kSky, "Sky", false, QCPScatterStyle::ssDisc, 0xff005a94, 0xff6cc1f5, 255},
-    CurveKind{Quantity::kClearSky, "Clear sky", false, QCPScatterStyle::ssSquare, 0xff8a3d99, 0xffd9a1e8, 190},
-    CurveKind{Quantity::kAmbient, "Ambient", false, QCPScatterStyle::ssTriangle, 0xffb84300, 0xffffa360, 255},
-    CurveKind{Quantity::kDewPoint, "Dew point", false, QCPScatterStyle::ssDiamond, 0xff00684a, 0xff53d6ab, 215},
+    //: The temperature of the sky, as the next ones are temperatures.
+    CurveKind{Quantity::kSky, QT_TRANSLATE_NOOP("orvalis::Words", "Sky"), false, QCPScatterStyle::ssDisc, 0xff005a94,
+              0xff6cc1f5, 255},
+    //: How cold the sky is when it is clear.
+    CurveKind{Quantity::kClearSky, QT_TRANSLATE_NOOP("orvalis::Words", "Clear sky"), false, QCPScatterStyle::ssSquare,
+              0xff8a3d99, 0xffd9a1e8, 190},
+    CurveKind{Quantity::kAmbient, QT_TRANSLATE_NOOP("orvalis::Words", "Ambient"), false, QCPScatterStyle::ssTriangle,
+              0xffb84300, 0xffffa360, 255},
+    CurveKind{Quantity::kDewPoint, QT_TRANSLATE_NOOP("orvalis::Words", "Dew point"), false, QCPScatterStyle::ssDiamond,
+              0xff00684a, 0xff53d6ab, 215},
 };
 constexpr std::array kWindCurves{
-    CurveKind{Quantity::kWind, "Wind", false, QCPScatterStyle::ssDisc, 0xff005a94, 0xff6cc1f5, 255},
-    CurveKind{Quantity::kGust, "Gust", false, QCPScatterStyle::ssTriangle, 0xffb84300, 0xffffa360, 190},
-    CurveKind{Quantity::kHumidity, "Humidity", true, QCPScatterStyle::ssSquare, 0xff00684a, 0xff53d6ab, 220},
+    CurveKind{Quantity::kWind, QT_TRANSLATE_NOOP("orvalis::Words", "Wind"), false, QCPScatterStyle::ssDisc, 0xff005a94,
+              0xff6cc1f5, 255},
+    CurveKind{Quantity::kGust, QT_TRANSLATE_NOOP("orvalis::Words", "Gust"), false, QCPScatterStyle::ssTriangle,
+              0xffb84300, 0xffffa360, 190},
+    CurveKind{Quantity::kHumidity, QT_TRANSLATE_NOOP("orvalis::Words", "Humidity"), true, QCPScatterStyle::ssSquare,
+              0xff00684a, 0xff53d6ab, 220},
 };
 
 constexpr std::array kRainCurves{
-    CurveKind{Quantity::kRain, "Rain", false, QCPScatterStyle::ssDisc, 0xff005a94, 0xff6cc1f5, 255},
-    CurveKind{Quantity::kLight, "Light", true, QCPScatterStyle::ssSquare, 0xffb84300, 0xffffa360, 200},
+    CurveKind{Quantity::kRain, QT_TRANSLATE_NOOP("orvalis::Words", "Rain"), false, QCPScatterStyle::ssDisc, 0xff005a94,
+              0xff6cc1f5, 255},
+    //: The light of the sky.
+    CurveKind{Quantity::kLight, QT_TRANSLATE_NOOP("orvalis::Words", "Light"), true, QCPScatterStyle::ssSquare,
+              0xffb84300, 0xffffa360, 200},
 };
 
 /// How the values of a quantity that is no temperature are shown.
@@ -32,16 +44,20 @@ struct Scale {
   Quantity quantity;
   const char* name;
   const char* unit;  ///< nothing for what is shown in a unit of the user's choice
-  const char* note;  ///< what more of it means, where that is not clear
+  const char* note;  ///< the unit at the axis, with what more of it means, where that is not clear
   int decimals;
   double full;
 };
 constexpr std::array kScales{
-    Scale{Quantity::kWind, "Wind", nullptr, "", 1, 10},
-    Scale{Quantity::kGust, "Wind", nullptr, "", 1, 10},
-    Scale{Quantity::kHumidity, "Humidity", "%", "", 1, 100},
-    Scale{Quantity::kRain, "Rain", "counts", ", more is wetter", 0, 200},
-    Scale{Quantity::kLight, "Light", "counts", ", more is darker", 0, 1023},
+    Scale{Quantity::kWind, QT_TRANSLATE_NOOP("orvalis::Words", "Wind"), nullptr, nullptr, 1, 10},
+    Scale{Quantity::kGust, QT_TRANSLATE_NOOP("orvalis::Words", "Wind"), nullptr, nullptr, 1, 10},
+    Scale{Quantity::kHumidity, QT_TRANSLATE_NOOP("orvalis::Words", "Humidity"), "%", nullptr, 1, 100},
+    Scale{Quantity::kRain, QT_TRANSLATE_NOOP("orvalis::Words", "Rain"),
+          //: After a number: what a sensor counts, a reading without a unit.
+          QT_TRANSLATE_NOOP("orvalis::Words", "counts"), QT_TRANSLATE_NOOP("orvalis::Words", "counts, more is wetter"),
+          0, 200},
+    Scale{Quantity::kLight, QT_TRANSLATE_NOOP("orvalis::Words", "Light"), QT_TRANSLATE_NOOP("orvalis::Words", "counts"),
+          QT_TRANSLATE_NOOP("orvalis::Words", "counts, more is darker"), 0, 1023},
 };
 
 /// Nothing for temperatures.
@@ -63,30 +79,35 @@ std::vector<Quantity> GraphKind::Quantities() const {
 }
 
 const GraphKind& TemperatureGraph() {
-  static const GraphKind kind{"frmTempGraph", "Temperatures", "temperatures", kTemperatureCurves};
+  static const GraphKind kind{"frmTempGraph", QT_TRANSLATE_NOOP("orvalis::Words", "Temperatures"), "temperatures",
+                              kTemperatureCurves};
   return kind;
 }
 
 const GraphKind& WindGraph() {
-  static const GraphKind kind{"frmWindGraph", "Wind and humidity", "wind", kWindCurves};
+  static const GraphKind kind{"frmWindGraph", QT_TRANSLATE_NOOP("orvalis::Words", "Wind and humidity"), "wind",
+                              kWindCurves};
   return kind;
 }
 
 const GraphKind& RainGraph() {
-  static const GraphKind kind{"frmRainGraph", "Rain and light", "rain-light", kRainCurves};
+  static const GraphKind kind{"frmRainGraph", QT_TRANSLATE_NOOP("orvalis::Words", "Rain and light"), "rain-light",
+                              kRainCurves};
   return kind;
 }
 
 QString UnitOf(Quantity quantity, const DisplayUnits& units) {
   const Scale* scale = ScaleOf(quantity);
   if (scale == nullptr) return ToQString(units.TemperatureName());
-  return scale->unit != nullptr ? scale->unit : ToQString(units.WindName());
+  return scale->unit != nullptr ? Words::tr(scale->unit) : ToQString(units.WindName());
 }
 
 QString AxisLabel(Quantity quantity, const DisplayUnits& units) {
   const Scale* scale = ScaleOf(quantity);
-  return QString(scale != nullptr ? scale->name : "Temperature") + " (" + UnitOf(quantity, units) +
-         (scale != nullptr ? scale->note : "") + ")";
+  const QString name = scale != nullptr ? Words::tr(scale->name) : Words::tr("Temperature");
+  const bool noted = scale != nullptr && scale->note != nullptr;
+  //: At an axis: what it shows, and its unit.
+  return Words::tr("%1 (%2)").arg(name, noted ? Words::tr(scale->note) : UnitOf(quantity, units));
 }
 
 int DecimalsOf(Quantity quantity) {
@@ -112,8 +133,16 @@ QColor CurveColour(const CurveKind& curve, Theme::Kind theme) {
 }
 
 QString NameOf(Band band) {
-  if (band == Band::kSafe) return "safe";
-  return ToQString(Name(band == Band::kUnsafe ? Condition::kUnsafe : static_cast<Condition>(band)));
+  static constexpr std::array kNames{
+      //: Of the sky.
+      QT_TRANSLATE_NOOP("orvalis::Words", "clear"), QT_TRANSLATE_NOOP("orvalis::Words", "partly cloudy"),
+      QT_TRANSLATE_NOOP("orvalis::Words", "cloudy"), QT_TRANSLATE_NOOP("orvalis::Words", "rain"),
+      //: The verdict: a roof may be open.
+      QT_TRANSLATE_NOOP("orvalis::Words", "safe"),
+      //: The verdict: a roof must be closed. It is also shown in capital letters.
+      QT_TRANSLATE_NOOP("orvalis::Words", "unsafe")};
+  static_assert(kNames.size() == kBands);
+  return Words::tr(kNames.at(static_cast<std::size_t>(band)));
 }
 
 BandLook LookOf(Band band, Theme::Kind theme) {

@@ -17,7 +17,7 @@ namespace orvalis {
 /// One curve of a graph. Its marker identifies it where colours cannot.
 struct CurveKind {
   Quantity quantity;
-  const char* name;
+  const char* name;  ///< to be shown through Words::tr
   bool on_right_axis;
   QCPScatterStyle::ScatterShape marker;
   QRgb light;
@@ -28,7 +28,7 @@ struct CurveKind {
 /// What a graph window shows.
 struct GraphKind {
   const char* object_name;
-  const char* title;
+  const char* title;      ///< to be shown through Words::tr
   const char* file_name;  ///< in the name of a saved file
   std::span<const CurveKind> curves;
 

@@ -10,6 +10,7 @@
 #include "history/history_csv.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/text_fit.h"
+#include "ui/controls/words.h"
 #include "ui/graphs/local_time_ticker.h"
 
 namespace orvalis {
@@ -37,7 +38,7 @@ HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& 
       theme_(Theme::ForDesktop(QApplication::palette())) {
   setObjectName("plot");
   setFocusPolicy(Qt::StrongFocus);
-  setAccessibleName(kind.title);
+  setAccessibleName(Words::tr(kind.title));
   setMinimumSize(280, 180);
   setMouseTracking(true);
   setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
@@ -332,7 +333,7 @@ void HistoryPlot::SetLimitLines(const HistoryView& view, TimeRange range, int co
       for (CurvePoint& point : line.points) point.value = ShownValue(quantity, point.value, units_);
     } else {
       const double shown = ShownValue(quantity, limit.value, units_);
-      line.text += " " + ToQString(FormatFixed(shown, DecimalsOf(quantity)));
+      line.text += " " + DecimalText(shown, DecimalsOf(quantity));
       line.points = {{static_cast<double>(range.from), shown}, {static_cast<double>(range.to), shown}};
     }
     lines.push_back(std::move(line));
@@ -394,13 +395,18 @@ void HistoryPlot::ShowTitle() {
   const CivilTime from = Local(xAxis->range().lower);
   const CivilTime to = Local(xAxis->range().upper);
   const auto& hour_and_minute = style_.hour_and_minute;
-  QString title =
-      QString(kind_.title) + ", " + DateAndTime(from, style_, hour_and_minute) + " to " +
-      (DayNumber(to) == DayNumber(from) ? ToQString(hour_and_minute(to)) : DateAndTime(to, style_, hour_and_minute));
+  const QString what = Words::tr(kind_.title);
+  const QString until =
+      DayNumber(to) == DayNumber(from) ? ToQString(hour_and_minute(to)) : DateAndTime(to, style_, hour_and_minute);
+  //: Above a graph: what it shows, from when to when.
+  QString title = tr("%1, %2 to %3").arg(what, DateAndTime(from, style_, hour_and_minute), until);
   const HistoryView view = source_.view();
-  if (!view.history.Extent() && !history_.Extent()) title = QString(kind_.title) + ": no values yet";
-  if (view.demo) title += " · DEMO — simulated values";
-  if (history_.reading()) title += " · reading…";
+  //: Above a graph: what it shows.
+  if (!view.history.Extent() && !history_.Extent()) title = tr("%1: no values yet").arg(what);
+  //: Above a graph, after the title.
+  if (view.demo) title = tr("%1 · DEMO — simulated values").arg(title);
+  //: Above a graph, after the title: older values are being read from files.
+  if (history_.reading()) title = tr("%1 · reading…").arg(title);
   title_->setText(title);
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
@@ -17,7 +18,7 @@ constexpr double kMillisecondsPerSecond = 1000;
 
 CurveGraph::CurveGraph(QCPAxis* time_axis, QCPAxis* value_axis, const CurveKind& kind, int place)
     : QCPGraph(time_axis, value_axis), kind_(kind), place_(place) {
-  setName(kind.name);
+  setName(Words::tr(kind.name));
   setObjectName(kind.name);
   setSelectable(QCP::stNone);
   setAdaptiveSampling(false);  // the points are already thinned, with the gaps kept

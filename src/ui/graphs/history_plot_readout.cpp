@@ -6,8 +6,10 @@
 #include "base/text.h"
 #include "history/history_csv.h"
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 #include "ui/graphs/history_plot.h"
 #include "ui/graphs/local_time_ticker.h"
+#include "verdict/reason.h"
 
 namespace orvalis {
 namespace {
@@ -16,21 +18,24 @@ constexpr double kMsPerSecond = 1000;
 
 /// A range of values, or the only value.
 QString RangeText(double lowest, double highest, int decimals) {
-  const QString low = ToQString(FormatFixed(lowest, decimals));
-  const QString high = ToQString(FormatFixed(highest, decimals));
-  return low == high ? low : low + " to " + high;
+  const QString low = DecimalText(lowest, decimals);
+  const QString high = DecimalText(highest, decimals);
+  //: A range of values or of times.
+  return low == high ? low : Words::tr("%1 to %2").arg(low, high);
 }
 
 /// "safe", "UNSAFE: unit alarm, rain", or what the unit said of `span` where no verdict was recorded.
 QString VerdictText(const VerdictSummary& verdict, const std::optional<Span>& span) {
   if (!verdict.unsafe && !verdict.safe) {
     const bool unit_unsafe = span && span->conditions.Has(Condition::kUnsafe);
-    return unit_unsafe ? "UNSAFE by the unit, verdict not recorded" : "verdict not recorded";
+    return unit_unsafe ? Words::tr("UNSAFE by the unit, verdict not recorded") : Words::tr("verdict not recorded");
   }
-  if (!verdict.unsafe) return "safe";
+  if (!verdict.unsafe) return NameOf(Band::kSafe);
   QStringList reasons;
-  for (const std::string& reason : verdict.reasons) reasons += ToQString(reason).replace('_', ' ');
-  return (verdict.safe ? "UNSAFE at times: " : "UNSAFE: ") + reasons.join(", ");
+  for (const std::string& reason : verdict.reasons) reasons += Translated(ReasonInWords(reason));
+  //: Followed by the reasons.
+  const QString text = verdict.safe ? Words::tr("UNSAFE at times: %1") : Words::tr("UNSAFE: %1");
+  return text.arg(reasons.join(", "));
 }
 
 /// `text` in lines no longer than `letters`, a new one for each sentence; what is too much is left out.
@@ -89,7 +94,8 @@ void HistoryPlot::MoveReadout(int steps) {
   if (!readout_->shown()) {
     // Without a pointer nothing else tells where one is.
     const auto time = static_cast<std::int64_t>(xAxis->pixelToCoord(x) * kMsPerSecond);
-    readout_->Show(x, {{TimesText({time, time}), nullptr, std::nullopt}, {"nothing is known", nullptr, std::nullopt}});
+    readout_->Show(x,
+                   {{TimesText({time, time}), nullptr, std::nullopt}, {tr("nothing is known"), nullptr, std::nullopt}});
   }
   layer("readout")->replot();
   QStringList texts;
@@ -132,7 +138,8 @@ QString HistoryPlot::TimesText(TimeRange times) const {
   const CivilTime to = LocalTime(times.to, zone_);
   QString text = ToQString(style_.date(from) + " " + style_.time(from));
   if (times.from == times.to) return text;
-  return text + " to " + ToQString((DayNumber(from) == DayNumber(to) ? "" : style_.date(to) + " ") + style_.time(to));
+  const std::string end = (DayNumber(from) == DayNumber(to) ? "" : style_.date(to) + " ") + style_.time(to);
+  return Words::tr("%1 to %2").arg(text, ToQString(end));
 }
 
 void HistoryPlot::AddValues(const Span& span, double x, std::vector<Readout::Row>& rows) const {
@@ -147,16 +154,18 @@ void HistoryPlot::AddValues(const Span& span, double x, std::vector<Readout::Row
 Readout::Row HistoryPlot::ReadoutRow(const CurveGraph& curve, const Span& span, double x) const {
   const Quantity quantity = curve.kind().quantity;
   const QString name = curve.name() + "  ";
-  if (!span.lowest.Knows(quantity)) return {name + "unknown", &curve, std::nullopt};
+  //: In place of a value.
+  if (!span.lowest.Knows(quantity)) return {name + tr("unknown"), &curve, std::nullopt};
   const auto shown = [&](const Values& values) {
     // The two decimals that were kept, without what a float adds to them: the panel's rounding would show it.
     constexpr int kDecimals = 2;
     return ShownValue(quantity, RoundToDecimals(values[quantity], kDecimals), units_);
   };
   const double highest = shown(span.highest);
-  const QString held = span.held.Has(quantity) ? ", held" : "";
-  return {name + RangeText(shown(span.lowest), highest, DecimalsOf(quantity)) + " " + UnitOf(quantity, units_) + held,
-          &curve, QPointF(x, curve.valueAxis()->coordToPixel(highest))};
+  QString value = RangeText(shown(span.lowest), highest, DecimalsOf(quantity)) + " " + UnitOf(quantity, units_);
+  //: %1 is a value with its unit, which was kept from before because there was no new one.
+  if (span.held.Has(quantity)) value = tr("%1, held").arg(value);
+  return {name + value, &curve, QPointF(x, curve.valueAxis()->coordToPixel(highest))};
 }
 
 }  // namespace orvalis

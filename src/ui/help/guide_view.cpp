@@ -22,7 +22,7 @@ QString FileOf(const QUrl& page) { return ":" + page.path(); }
 }  // namespace
 
 GuideView::GuideView(QWidget* parent) : NightProof(parent) {
-  setAccessibleName("Guide");
+  setAccessibleName(tr("Guide"));
   setOpenLinks(false);
   constexpr int kMargin = 12;
   document()->setDocumentMargin(kMargin);

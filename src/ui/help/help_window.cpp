@@ -19,7 +19,7 @@ namespace orvalis {
 
 HelpWindow::HelpWindow() {
   setObjectName("frmHelp");
-  setWindowTitle("Orvalis Guide");
+  setWindowTitle(tr("Orvalis Guide"));
   auto* column = new QVBoxLayout(this);
   auto* tools = new QWidget(this);
   column->addWidget(tools);
@@ -44,24 +44,24 @@ void HelpWindow::BuildTools(QWidget* tools) {
     row->addWidget(button);
     return button;
   };
-  auto* back = add("&Back", "cmdBack");
-  auto* forward = add("&Forward", "cmdForward");
+  auto* back = add(tr("&Back"), "cmdBack");
+  auto* forward = add(tr("&Forward"), "cmdForward");
   for (QPushButton* button : {back, forward}) button->setEnabled(false);
   connect(back, &QPushButton::clicked, guide_, &QTextBrowser::backward);
   connect(forward, &QPushButton::clicked, guide_, &QTextBrowser::forward);
   connect(guide_, &QTextBrowser::backwardAvailable, back, &QWidget::setEnabled);
   connect(guide_, &QTextBrowser::forwardAvailable, forward, &QWidget::setEnabled);
-  connect(add("&Contents", "cmdContents"), &QPushButton::clicked, this, [this] { ShowPage("guide.html"); });
+  connect(add(tr("&Contents"), "cmdContents"), &QPushButton::clicked, this, [this] { ShowPage("guide.html"); });
 
   row->addStretch(1);
   missing_ = new QLabel(tools);
   row->addWidget(missing_);
-  auto* label = new QLabel("&Search:", tools);
+  auto* label = new QLabel(tr("&Search:"), tools);
   row->addWidget(label);
   search_ = new NightProof<QLineEdit>(tools);
   search_->setObjectName("txtSearch");
-  search_->setAccessibleName("Search this page");
-  search_->setToolTip("Enter goes to the next place on this page");
+  search_->setAccessibleName(tr("Search this page"));
+  search_->setToolTip(tr("Enter goes to the next place on this page"));
   label->setBuddy(search_);
   row->addWidget(search_);
   connect(search_, &QLineEdit::returnPressed, this, &HelpWindow::Find);
@@ -73,7 +73,7 @@ void HelpWindow::BuildTools(QWidget* tools) {
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
 
   // The same pages for printing, where they are installed.
-  auto* browser = add("In the b&rowser", "cmdBrowser");
+  auto* browser = add(tr("In the b&rowser"), "cmdBrowser");
   browser->setVisible(!DocumentationPage().isEmpty());
   connect(browser, &QPushButton::clicked, this, [this] {
     QUrl page = DocumentationPage();
@@ -84,7 +84,7 @@ void HelpWindow::BuildTools(QWidget* tools) {
 
 void HelpWindow::ShowPage(const QString& page) { guide_->ShowPage(page); }
 
-void HelpWindow::Find() { missing_->setText(guide_->FindNext(search_->text()) ? "" : "not found"); }
+void HelpWindow::Find() { missing_->setText(guide_->FindNext(search_->text()) ? QString() : tr("not found")); }
 
 void HelpWindow::SetNightTheme(bool on) {
   DressWindow(*this, on);

@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "ui/controls/text_fit.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
@@ -64,7 +65,7 @@ QRectF ConnectButton::TextArea() const {
 }
 
 QSize ConnectButton::sizeHint() const {
-  const double width = LeftOfText() + QFontMetricsF(font()).horizontalAdvance("Attempting to connect") +
+  const double width = LeftOfText() + QFontMetricsF(font()).horizontalAdvance(Fixed("Attempting to connect")) +
                        2 * kPadding * PixelSize(font());
   return {static_cast<int>(std::ceil(width)), heightForWidth(static_cast<int>(width))};
 }

@@ -27,8 +27,8 @@ EventView::EventView(const TimeStyle& style, QWidget* parent) : NightProof(paren
   setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   setTabChangesFocus(true);
   setUndoRedoEnabled(false);
-  setPlaceholderText("No events yet.");
-  setAccessibleName("Events");
+  setPlaceholderText(tr("No events yet."));
+  setAccessibleName(tr("Events"));
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 

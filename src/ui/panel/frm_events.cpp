@@ -24,6 +24,7 @@
 #include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/text_fit.h"
+#include "ui/controls/words.h"
 #include "ui/desktop.h"
 #include "ui/panel/event_view.h"
 
@@ -31,23 +32,23 @@ namespace orvalis {
 namespace {
 
 constexpr QSizeF kInitialSize(46, 30);  ///< in units of the font size
-constexpr std::string_view kTextFilter = "Text Files (*.txt)|*.txt";
+constexpr const char* kTextFilter = QT_TRANSLATE_NOOP("orvalis::Words", "Text Files (*.txt)|*.txt");
 
 }  // namespace
 
 frmEvents::frmEvents(Parts parts, QWidget* parent) : QWidget(parent, Qt::Window), parts_(std::move(parts)) {
   setObjectName("frmEvents");
-  setWindowTitle("Orvalis Events");
+  setWindowTitle(tr("Orvalis Events"));
   auto* column = new QVBoxLayout(this);
   auto* row = new QHBoxLayout;
   column->addLayout(row);
-  auto* label = new QLabel("&Filter:");
+  auto* label = new QLabel(tr("&Filter:"));
   row->addWidget(label);
   filter_ = new NightProof<QLineEdit>(this);
   filter_->setObjectName("txtFilter");
   filter_->setClearButtonEnabled(false);  // its picture is grey at night
-  filter_->setPlaceholderText("words that an event has");
-  filter_->setAccessibleName("Filter");
+  filter_->setPlaceholderText(tr("words that an event has"));
+  filter_->setAccessibleName(tr("Filter"));
   label->setBuddy(filter_);
   row->addWidget(filter_, 1);
   const auto button = [&](const char* name, const QString& text, const QString& tip) {
@@ -58,8 +59,8 @@ frmEvents::frmEvents(Parts parts, QWidget* parent) : QWidget(parent, Qt::Window)
     row->addWidget(made);
     return made;
   };
-  copy_ = button("cmdCopy", "&Copy", "Copies what is selected, or all that is shown");
-  save_ = button("cmdSave", "&Save…", "Saves all that is shown as a text file");
+  copy_ = button("cmdCopy", tr("&Copy"), tr("Copies what is selected, or all that is shown"));
+  save_ = button("cmdSave", tr("&Save…"), tr("Saves all that is shown as a text file"));
   view_ = new EventView(parts_.style, this);
   view_->setObjectName("txtEvents");
   column->addWidget(view_, 1);
@@ -108,19 +109,18 @@ void frmEvents::Filter() {
                        [filter = FilterText()](const Event& event) { return Matches(event, filter); });
   copy_->setEnabled(!shown.empty());
   save_->setEnabled(!shown.empty());
-  view_->setPlaceholderText(parts_.events.events().empty() ? "No events yet." : "No event has these words.");
+  view_->setPlaceholderText(parts_.events.events().empty() ? tr("No events yet.") : tr("No event has these words."));
   view_->Replace(std::move(shown));
 }
 
 void frmEvents::Copy() {
   if (view_->textCursor().hasSelection()) {
     view_->copy();
-    Say("Copied what is selected");
+    Say(tr("Copied what is selected"));
     return;
   }
   QApplication::clipboard()->setText(QString::fromStdString(EventFile(view_->events(), parts_.style)));
-  const std::size_t count = view_->events().size();
-  Say(count == 1 ? QString("Copied 1 event") : QString("Copied %1 events").arg(count));
+  Say(tr("Copied all that is shown"));
 }
 
 void frmEvents::Save() {
@@ -129,18 +129,19 @@ void frmEvents::Save() {
   const QString name = "orvalis-events-" + QDate::currentDate().toString(Qt::ISODate) + ".txt";
   // As it was when the user asked: events may arrive while the dialog is open.
   const std::string text = EventFile(view_->events(), parts_.style);
-  const std::optional<std::string> chosen = PickSaveFile(this, "Save Events", kTextFilter, folder_ + "/" + name);
+  const std::optional<std::string> chosen =
+      PickSaveFile(this, tr("Save Events"), Words::tr(kTextFilter).toStdString(), folder_ + "/" + name);
   if (!chosen) return;
   const QString path = ToQString(*chosen);
   folder_ = QFileInfo(path).absolutePath();
-  Say("Saving " + path + "…");
+  Say(tr("Saving %1…").arg(path));
   SaveInBackground(
       this, path, [text] { return QByteArray::fromStdString(text); },
       [this, path](const QString& failure) {
-        if (failure.isEmpty()) return Say("Saved as " + path);
-        const QString trouble = "Cannot save " + path + ": " + failure;
-        Say(trouble);
-        parts_.report(trouble.toStdString());
+        if (failure.isEmpty()) return Say(tr("Saved as %1").arg(path));
+        const Message trouble = Message::Of("Cannot save %1: %2").With(path.toStdString(), failure.toStdString());
+        Say(Translated(trouble));
+        parts_.report(trouble.English());
       });
 }
 

@@ -12,6 +12,7 @@
 
 #include "ui/controls/night_style.h"
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 #include "ui/desktop.h"
 #include "ui/panel/connect_button.h"
 #include "ui/panel/standing_notices.h"
@@ -41,12 +42,12 @@ void frmHandBox::ShowWords() {
 
   const BigWordText sky = SkyText(model_);
   sky_word_->Show(
-      {sky.word, sky.detail, SkyMeaning(model_.cloud.text), sky.colour ? theme_.Quiet(*sky.colour) : unknown});
+      {sky.word, sky.detail, WordMeaning(model_.cloud.text), sky.colour ? theme_.Quiet(*sky.colour) : unknown});
 
   const QString wind_unit = ToQString(model_.units.WindName());
   ShowTile(wind_word_, model_.wind_word, Measured(model_.shown.wind), wind_unit, {});
-  ShowTile(rain_word_, model_.rain_word, model_.rain, "counts", {});
-  ShowTile(light_word_, model_.light_word, model_.light, "counts", "higher is darker");
+  ShowTile(rain_word_, model_.rain_word, model_.rain, tr("counts"), {});
+  ShowTile(light_word_, model_.light_word, model_.light, tr("counts"), tr("higher is darker"));
   ShowSwitch(heater_, model_.heater);
   ShowSwitch(relay_, model_.relay);
 }
@@ -62,8 +63,11 @@ void frmHandBox::ShowVerdict() {
 }
 
 void frmHandBox::ShowTile(WordCard* tile, const Word& word, const std::string& value, const QString& unit,
-                          const QString& meaning) {
+                          const QString& hint) {
   const QString detail = value.empty() ? QString() : ToQString(value) + " " + unit;
+  QStringList meanings{WordMeaning(word.text), hint};
+  meanings.removeAll(QString());
+  const QString meaning = meanings.join("; ");
   tile->Show({OrDash(ToQString(word.text)), detail, meaning,
               model_.stale ? theme_.Stale(Theme::Shape::kCard) : theme_.Quiet(word.colour)});
 }
@@ -85,20 +89,20 @@ void frmHandBox::ShowRow(ValueRow* row, const QString& label, const std::string&
 
 void frmHandBox::ShowValues() {
   const QString degrees = ToQString(model_.units.TemperatureName());
-  ShowRow(ambient_, "Temp (" + degrees + "):", model_.ambient, degrees, "Ambient temperature");
-  ShowRow(body_, "Sensor body:", model_.body, degrees, "Temperature of the sensor body");
-  ShowRow(dew_point_, "Dew point:", model_.dew_point, degrees, "Temperature at which dew forms");
-  ShowRow(sky_, "Sky:", Measured(model_.sky), degrees, "Measured sky temperature", model_.sky_background);
-  ShowRow(clear_sky_, "Clear sky:", model_.clear_sky, degrees, "Calculated temperature of a clear sky");
-  ShowRow(difference_, "Difference:", model_.shown.difference, degrees, "Ambient minus sky temperature");
-  ShowRow(humidity_, "Humidity:", model_.humidity, "%", "Relative humidity", model_.humidity_background);
+  ShowRow(ambient_, Fixed("Temp (%1):").arg(degrees), model_.ambient, degrees, tr("Ambient temperature"));
+  ShowRow(body_, tr("Sensor body:"), model_.body, degrees, tr("Temperature of the sensor body"));
+  ShowRow(dew_point_, tr("Dew point:"), model_.dew_point, degrees, tr("Temperature at which dew forms"));
+  ShowRow(sky_, tr("Sky:"), Measured(model_.sky), degrees, tr("Measured sky temperature"), model_.sky_background);
+  ShowRow(clear_sky_, tr("Clear sky:"), model_.clear_sky, degrees, tr("Calculated temperature of a clear sky"));
+  ShowRow(difference_, tr("Difference:"), model_.shown.difference, degrees, tr("Ambient minus sky temperature"));
+  ShowRow(humidity_, tr("Humidity:"), model_.humidity, "%", tr("Relative humidity"), model_.humidity_background);
   const QString speed = ToQString(model_.units.WindName());
-  ShowRow(wind_, "Wind:", Measured(model_.shown.wind), speed, "Current wind speed");
-  ShowRow(wind_average_, "Wind average:", Measured(model_.shown.wind_average), speed, "Average wind speed");
-  ShowRow(wind_gust_, "Wind gust:", Measured(model_.shown.wind_gust), speed, "Highest recent wind speed");
-  ShowRow(rain_, "Rain:", model_.rain, "counts", "Rain sensor; green below the threshold, red above",
+  ShowRow(wind_, tr("Wind:"), Measured(model_.shown.wind), speed, tr("Current wind speed"));
+  ShowRow(wind_average_, tr("Wind average:"), Measured(model_.shown.wind_average), speed, tr("Average wind speed"));
+  ShowRow(wind_gust_, tr("Wind gust:"), Measured(model_.shown.wind_gust), speed, tr("Highest recent wind speed"));
+  ShowRow(rain_, tr("Rain:"), model_.rain, tr("counts"), tr("Rain sensor; green below the threshold, red above"),
           model_.rain_indicator);
-  ShowRow(light_, "Light:", model_.light, "counts", "Light sensor; higher is darker");
+  ShowRow(light_, tr("Light:"), model_.light, tr("counts"), tr("Light sensor; higher is darker"));
 
   ambient_->ShowTrend(model_.trends.ambient);
   sky_->ShowTrend(model_.trends.sky);
@@ -122,10 +126,10 @@ void frmHandBox::ShowControls() {
   test_unsafe_->setEnabled(!model_.banner.forced);
   connect_->Show({ToQString(model_.connect.caption), model_.connect.checked, model_.connect.enabled,
                   theme_.Quiet(model_.connect.background)});
-  status_->Show(ToQString(model_.status));
+  status_->Show(Translated(model_.status));
 
   notices_->Show(model_.standing, theme_);
-  demo_->Show({"DEMO — simulated values", {}, {}, theme_.Strong(Colour::kYellow)});
+  demo_->Show({tr("DEMO — simulated values"), {}, {}, theme_.Strong(Colour::kYellow)});
   if (demo_->isHidden() == model_.demo) demo_->setVisible(model_.demo);
 
   const QString selector = ToQString(model_.humidity_selector);

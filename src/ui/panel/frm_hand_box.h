@@ -95,8 +95,7 @@ class frmHandBox : public QWidget {
   void ShowVerdict();
   void ShowValues();
   void ShowControls();
-  void ShowTile(WordCard* tile, const Word& word, const std::string& value, const QString& unit,
-                const QString& meaning);
+  void ShowTile(WordCard* tile, const Word& word, const std::string& value, const QString& unit, const QString& hint);
   void ShowSwitch(WordCard* strip, const Word& sign);
   /// A line without a text takes no room.
   static void ShowLine(QLabel* line, const std::string& text);

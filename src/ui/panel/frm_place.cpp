@@ -17,10 +17,11 @@ namespace orvalis {
 frmPlace::frmPlace(const std::optional<Place>& current, NumberLocale locale, Describe describe, QWidget* parent)
     : QDialog(parent), describe_(std::move(describe)) {
   setObjectName("frmPlace");
-  setWindowTitle("Orvalis Place");
+  setWindowTitle(tr("Orvalis Place"));
   setAttribute(Qt::WA_DeleteOnClose);
   auto* column = new QVBoxLayout(this);
-  auto* purpose = new QLabel("Where the observatory is, for the sun, dusk and dawn on the panel. It is sent nowhere.");
+  auto* purpose =
+      new QLabel(tr("Where the observatory is, for the sun, dusk and dawn on the panel. It is sent nowhere."));
   purpose->setWordWrap(true);
   column->addWidget(purpose);
   auto* form = new QFormLayout;
@@ -28,10 +29,10 @@ frmPlace::frmPlace(const std::optional<Place>& current, NumberLocale locale, Des
   const auto text = [&](double Place::*degrees) {
     return current ? ToQString(RealToText(*current.*degrees, locale)) : QString();
   };
-  latitude_ = AddBox("txtLatitude", text(&Place::latitude), "Degrees, north is positive; or as 48°08'14\" N");
-  longitude_ = AddBox("txtLongitude", text(&Place::longitude), "Degrees, east is positive; or as 11°34'30\" W");
-  form->addRow("&Latitude:", latitude_);
-  form->addRow("L&ongitude:", longitude_);
+  latitude_ = AddBox("txtLatitude", text(&Place::latitude), tr("Degrees, north is positive; or as 48°08'14\" N"));
+  longitude_ = AddBox("txtLongitude", text(&Place::longitude), tr("Degrees, east is positive; or as 11°34'30\" W"));
+  form->addRow(tr("&Latitude:"), latitude_);
+  form->addRow(tr("L&ongitude:"), longitude_);
   advice_ = new QLabel;
   advice_->setObjectName("lblAdvice");
   advice_->setTextFormat(Qt::PlainText);
@@ -77,11 +78,13 @@ void frmPlace::Check() {
   if (place_) {
     advice = ToQString(describe_(*place_).line);
   } else if (none) {
-    advice = "No place: the panel does not show the sun.";
+    advice = tr("No place: the panel does not show the sun.");
   } else if (!north) {
-    advice = latitude.empty() ? "The latitude is missing." : "The latitude is a number of degrees from -90 to 90.";
+    advice =
+        latitude.empty() ? tr("The latitude is missing.") : tr("The latitude is a number of degrees from -90 to 90.");
   } else {
-    advice = longitude.empty() ? "The longitude is missing." : "The longitude is a number of degrees from -180 to 180.";
+    advice = longitude.empty() ? tr("The longitude is missing.")
+                               : tr("The longitude is a number of degrees from -180 to 180.");
   }
   advice_->setText(advice);
   ok_->setEnabled(none || place_);

@@ -21,6 +21,7 @@
 #include "ui/controls/night_proof.h"
 #include "ui/controls/screen_place.h"
 #include "ui/controls/text_fit.h"
+#include "ui/controls/words.h"
 #include "ui/panel/connect_button.h"
 #include "ui/panel/frm_hand_box.h"
 #include "ui/panel/standing_notices.h"
@@ -67,7 +68,7 @@ Part* Named(Part* part, const char* name) {
 frmHandBox::frmHandBox(PanelModel& model, QWidget* parent)
     : QWidget(parent), model_(model), theme_(Theme::ForDesktop(palette())) {
   setObjectName("frmHandBox");
-  setWindowTitle("Orvalis");
+  setWindowTitle(Fixed("Orvalis"));
   auto* outer = new QVBoxLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
   content_ = new QWidget(this);
@@ -112,8 +113,8 @@ void frmHandBox::BuildHero() {
   hero_ = new QWidget(content_);
   hero_layout_ = new QBoxLayout(QBoxLayout::TopToBottom, hero_);
   hero_layout_->setContentsMargins(0, 0, 0, 0);
-  verdict_ = Named(new WordCard(WordCard::Form::kHero, "Verdict", "UNSAFE", hero_), "lblVerdict");
-  sky_word_ = Named(new WordCard(WordCard::Form::kHero, "Sky", "PCloudy", hero_), "lblCloud");
+  verdict_ = Named(new WordCard(WordCard::Form::kHero, tr("Verdict"), tr("UNSAFE"), hero_), "lblVerdict");
+  sky_word_ = Named(new WordCard(WordCard::Form::kHero, tr("Sky"), Fixed("PCloudy"), hero_), "lblCloud");
   hero_layout_->addWidget(verdict_, 1);
   hero_layout_->addWidget(sky_word_, 1);
   hero_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -143,13 +144,13 @@ void frmHandBox::BuildBody() {
     return made;
   };
   auto* tiles = new QHBoxLayout;  // sized for the longest word of the three, so that all have the same font
-  wind_word_ = card(tiles, WordCard::Form::kTile, "lblWindWord", "Wind", "Breeze");
-  rain_word_ = card(tiles, WordCard::Form::kTile, "lblRainWord", "Rain", "Breeze");
-  light_word_ = card(tiles, WordCard::Form::kTile, "lblLightWord", "Light", "Breeze");
+  wind_word_ = card(tiles, WordCard::Form::kTile, "lblWindWord", tr("Wind"), Fixed("Breeze"));
+  rain_word_ = card(tiles, WordCard::Form::kTile, "lblRainWord", tr("Rain"), Fixed("Breeze"));
+  light_word_ = card(tiles, WordCard::Form::kTile, "lblLightWord", tr("Light"), Fixed("Breeze"));
   column->addLayout(tiles, 30);
   switches_ = new QBoxLayout(QBoxLayout::LeftToRight);
-  heater_ = card(switches_, WordCard::Form::kStrip, "lblHeater", "Heater", "Y");
-  relay_ = card(switches_, WordCard::Form::kStrip, "lblRelay", "Relay", "Y");
+  heater_ = card(switches_, WordCard::Form::kStrip, "lblHeater", tr("Heater"), Fixed("Y"));
+  relay_ = card(switches_, WordCard::Form::kStrip, "lblRelay", tr("Relay"), Fixed("Y"));
   column->addLayout(switches_);
 
   values_ = new QBoxLayout(QBoxLayout::LeftToRight);
@@ -191,7 +192,7 @@ void frmHandBox::BuildLines(QBoxLayout* column) {
   };
   sun_ = line("lblSun");
   averaging_ = line("lblAveraging");
-  averaging_->setToolTip("How many readings the temperatures are averaged over");
+  averaging_->setToolTip(tr("How many readings the temperatures are averaged over"));
   BuildHumidityCurve(column);
   column->addStretch(1);
 }
@@ -201,13 +202,13 @@ void frmHandBox::BuildHumidityCurve(QBoxLayout* column) {
   auto* line = new QHBoxLayout(humidity_line_);
   line->setContentsMargins(0, 0, 0, 0);
   line->addStretch(1);
-  auto* label = new QLabel("Hu&midity curve:");
+  auto* label = new QLabel(tr("Hu&midity curve:"));
   line->addWidget(label);
   humidity_selector_ = Named(new NightProof<QLineEdit>, "txtHumiditySelector");
   label->setBuddy(humidity_selector_);
   humidity_selector_->setAlignment(Qt::AlignRight);
-  humidity_selector_->setToolTip("A value below 2 selects the humidity sensor's other temperature curve");
-  humidity_selector_->setAccessibleName("Humidity curve");
+  humidity_selector_->setToolTip(tr("A value below 2 selects the humidity sensor's other temperature curve"));
+  humidity_selector_->setAccessibleName(tr("Humidity curve"));
   humidity_selector_->setAccessibleDescription(humidity_selector_->toolTip());
   humidity_selector_->setValidator(
       new QRegularExpressionValidator(QRegularExpression("-?[0-9]{0,6}([.][0-9]{0,2})?"), humidity_selector_));
@@ -236,7 +237,7 @@ void frmHandBox::BuildFooter() {
   footer_ = new QBoxLayout(QBoxLayout::TopToBottom);
   buttons_ = new QHBoxLayout;
   connect_ = Named(new ConnectButton(content_), "cmdConnect");
-  setup_ = Named(new QPushButton("Setup…", content_), "cmdSetup");
+  setup_ = Named(new QPushButton(tr("Setup…"), content_), "cmdSetup");
   setup_->setAutoDefault(false);
   status_ = Named(new StatusText(content_), "txtStatus");
   constexpr int kStatusLines = 2;
@@ -346,7 +347,7 @@ void frmHandBox::ArrangeValues() {
   const int available = scroll_->viewport()->width() - beside_bar;
   const int both_switches = heater_->sizeHint().width() + relay_->sizeHint().width() + gap;
   switches_->setDirection(both_switches <= available ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
-  const QString widest_quantity = "counts";
+  const QString widest_quantity = tr("counts");
   const auto widen = [](QBoxLayout* group, const QString& unit) {
     for (int i = 0; i < group->count(); ++i) static_cast<ValueRow*>(group->itemAt(i)->widget())->SetWidestUnit(unit);
   };

@@ -34,43 +34,43 @@ void frmHandBox::BuildBar() {
     made->setToolTipsVisible(true);
     return made;
   };
-  program_menu_ = menu("mnuProgram", "&Orvalis");
-  BuildVerdictMenu(menu("mnuVerdict", "Ve&rdict"));
-  view_menu_ = menu("mnuView", "&View");
-  help_menu_ = menu("mnuHelp", "Hel&p");
+  program_menu_ = menu("mnuProgram", tr("&Orvalis"));
+  BuildVerdictMenu(menu("mnuVerdict", tr("Ve&rdict")));
+  view_menu_ = menu("mnuView", tr("&View"));
+  help_menu_ = menu("mnuHelp", tr("Hel&p"));
 
   program_tail_ = program_menu_->addSeparator();
   view_tail_ = view_menu_->addSeparator();
-  night_ = AddEntry(Menu::kProgramEnd, "mnuNight", "&Night theme", QKeySequence("Alt+N"));
+  night_ = AddEntry(Menu::kProgramEnd, "mnuNight", tr("&Night theme"), QKeySequence("Alt+N"));
   night_->setCheckable(true);
-  night_->setToolTip("Red on black, to preserve night vision");
+  night_->setToolTip(tr("Red on black, to preserve night vision"));
   connect(night_, &QAction::triggered, this, [this](bool on) {
     SetNightTheme(on);
     emit NightThemeToggled(on);
   });
   program_menu_->addSeparator();
-  connect(AddEntry(Menu::kProgramEnd, "mnuQuit", "&Quit", QKeySequence("Ctrl+Q")), &QAction::triggered, this,
+  connect(AddEntry(Menu::kProgramEnd, "mnuQuit", tr("&Quit"), QKeySequence("Ctrl+Q")), &QAction::triggered, this,
           &QWidget::close);
-  curve_ = AddEntry(Menu::kViewEnd, "mnuHumidityCurve", "Hu&midity curve", {});
+  curve_ = AddEntry(Menu::kViewEnd, "mnuHumidityCurve", tr("Hu&midity curve"), {});
   curve_->setCheckable(true);
-  curve_->setToolTip("Shows the field that selects the humidity sensor's temperature curve");
+  curve_->setToolTip(tr("Shows the field that selects the humidity sensor's temperature curve"));
   connect(curve_, &QAction::toggled, this, &frmHandBox::ShowHumidityCurve);
   const auto page = [this](const char* name, const QString& text, QUrl (*url)()) {
     connect(AddEntry(Menu::kHelp, name, text, {}), &QAction::triggered, this,
             [this, url] { OpenWebPage(url(), this); });
   };
-  connect(AddEntry(Menu::kHelp, "mnuGuide", "&User guide", QKeySequence::HelpContents), &QAction::triggered, this,
+  connect(AddEntry(Menu::kHelp, "mnuGuide", tr("&User guide"), QKeySequence::HelpContents), &QAction::triggered, this,
           [this] { AskForHelp(this); });
-  page("mnuGuidePage", "User guide in the &browser", DocumentationPage);
-  page("mnuStandards", "&Standards web site", StandardsPage);
+  page("mnuGuidePage", tr("User guide in the &browser"), DocumentationPage);
+  page("mnuStandards", tr("&Standards web site"), StandardsPage);
 
   night_button_ = Named(new QToolButton(content_), "cmdNight");
-  night_button_->setText("Night");
+  night_button_->setText(tr("Night"));
   night_button_->setCheckable(true);
   night_button_->setAutoRaise(true);
   night_button_->setFocusPolicy(Qt::TabFocus);
   night_button_->setToolTip(night_->toolTip());
-  night_button_->setAccessibleName("Night theme");
+  night_button_->setAccessibleName(tr("Night theme"));
   connect(night_button_, &QToolButton::clicked, night_, &QAction::trigger);
   bar_->addWidget(night_button_);
   logos_ = MakeLogoButtons(content_);
@@ -84,10 +84,10 @@ void frmHandBox::BuildVerdictMenu(QMenu* menu) {
     made->setCheckable(true);
     return made;
   };
-  force_unsafe_ = entry("mnuForceUnsafe", "&Force unsafe",
-                        "Unsafe for every program until it is released here, even over a restart");
-  test_unsafe_ = entry("mnuTestUnsafe", "&Test unsafe for 30 s",
-                       "Shows what your roof and other programs do; choosing it again ends the test");
+  force_unsafe_ = entry("mnuForceUnsafe", tr("&Force unsafe"),
+                        tr("Unsafe for every program until it is released here, even over a restart"));
+  test_unsafe_ = entry("mnuTestUnsafe", tr("&Test unsafe for 30 s"),
+                       tr("Shows what your roof and other programs do; choosing it again ends the test"));
   connect(force_unsafe_, &QAction::triggered, this, [this] {
     emit ForceUnsafeToggled(!model_.banner.forced);
     Refresh();

@@ -43,12 +43,12 @@ void StandingNotices::AddRow(const StandingMessage& message, const Theme& theme)
   colours.setColor(QPalette::Text, tone_.ink);
   text->setPalette(colours);
   text->SetNight(theme.kind() == Theme::Kind::kNight);
-  text->setAccessibleName("Notice");
-  text->Show(ToQString(message.text));
+  text->setAccessibleName(tr("Notice"));
+  text->Show(Translated(message.text));
   auto* line = new QHBoxLayout(row);
   line->addWidget(text, 1);
   if (message.to_acknowledge) {
-    auto* button = new QPushButton("&Acknowledge", row);
+    auto* button = new QPushButton(tr("&Acknowledge"), row);
     button->setObjectName("cmdAcknowledge");
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [this, cause = message.cause] { emit Acknowledged(cause); });

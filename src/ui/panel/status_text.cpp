@@ -27,7 +27,7 @@ StatusText::StatusText(QWidget* parent) : NightProof(parent) {
   setUndoRedoEnabled(false);
   document()->setDocumentMargin(kMargin);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  setAccessibleName("Status");
+  setAccessibleName(tr("Status"));
   // It is part of the window, not a field to type in.
   setBackgroundRole(QPalette::Window);
   viewport()->setAutoFillBackground(false);

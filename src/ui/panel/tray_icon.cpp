@@ -8,6 +8,7 @@
 #include <QSystemTrayIcon>
 
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
@@ -70,7 +71,7 @@ void TrayIcon::ShowWhenThereIsATray() {
 }
 
 void TrayIcon::Show(const VerdictBanner& banner, const Theme& theme, bool messages) {
-  const std::optional<TrayMessage> message = model_.Take(banner);
+  const std::optional<TrayMessage> message = model_.Take(banner, WindowLanguage());
   const Tone tone = theme.Strong(ColourOf(banner.state));
   const QString tip = ToQString(TrayTip(banner));
   if (tone != tone_ || banner.state != state_) {

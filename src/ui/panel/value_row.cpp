@@ -44,12 +44,12 @@ void ValueRow::ShowTrend(Trend trend) {
 
 void ValueRow::Describe() {
   QString name = content_.label + " " + content_.value + " " + content_.unit;
-  if (content_.tone.stale) name += ", not current";
+  if (content_.tone.stale) name += tr(", not current");
   QString meaning = content_.meaning;
   if (trend_ != Trend::kNone) {
-    const QString direction = trend_ == Trend::kRising ? ", rising" : ", falling";
-    name += direction;
-    meaning += direction + " over the last 15 minutes";
+    const bool rising = trend_ == Trend::kRising;
+    name += rising ? tr(", rising") : tr(", falling");
+    meaning += rising ? tr(", rising over the last 15 minutes") : tr(", falling over the last 15 minutes");
   }
   setAccessibleName(name);
   setAccessibleDescription(meaning);

@@ -85,7 +85,7 @@ void WordCard::Show(const Content& content) {
   content_ = content;
   QString line = content_.line;
   if (line.isEmpty()) line = content_.detail.isEmpty() ? content_.word : content_.word + ", " + content_.detail;
-  setAccessibleName(caption_ + ": " + line + (content_.tone.stale ? ", not current" : ""));
+  setAccessibleName(caption_ + ": " + line + (content_.tone.stale ? tr(", not current") : ""));
   setAccessibleDescription(content_.meaning);
   const QString title = content_.line.isEmpty() ? content_.word + ": " : content_.line + "\n";
   setToolTip(content_.meaning.isEmpty() ? QString() : title + content_.meaning);
@@ -108,7 +108,7 @@ QSize WordCard::SizeForWord(double word_size) const {
   double width = word_width;
   double height = word_metrics.height() + size * kPadding;
   if (form_ == Form::kStrip) {
-    width += small.horizontalAdvance(caption_) + small.horizontalAdvance("undetermined") + 2 * size * kPadding;
+    width += small.horizontalAdvance(caption_) + small.horizontalAdvance(tr("undetermined")) + 2 * size * kPadding;
   } else {
     height += (caption_.isEmpty() ? 1 : 2) * small.height() + size * kPadding;
   }

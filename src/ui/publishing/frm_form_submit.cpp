@@ -22,6 +22,7 @@
 #include "ui/controls/panel_texts.h"
 #include "ui/controls/quiet_combo_box.h"
 #include "ui/controls/text_fit.h"
+#include "ui/controls/words.h"
 #include "ui/publishing/rows_editor.h"
 
 namespace orvalis {
@@ -77,12 +78,12 @@ frmFormSubmit::frmFormSubmit(WebPublisher& publisher, std::function<QPixmap()> g
       publisher_(publisher),
       grab_panel_(std::move(grab_panel)) {
   setObjectName("frmFormSubmit");
-  setWindowTitle("Orvalis Web Publishing");
+  setWindowTitle(tr("Orvalis Web Publishing"));
   auto* pages = new QTabWidget;
   pages->setObjectName("pages");
-  pages->addTab(BuildExchange(), "&Request");
-  pages->addTab(BuildComposer(), "Variables and &headers");
-  pages->setCornerWidget(ForHelp(new QPushButton("Help")));
+  pages->addTab(BuildExchange(), tr("&Request"));
+  pages->addTab(BuildComposer(), tr("Variables and &headers"));
+  pages->setCornerWidget(ForHelp(new QPushButton(tr("Help"))));
   auto* upper = new QSplitter(Qt::Horizontal);
   upper->setChildrenCollapsible(false);
   upper->addWidget(BuildSettings());
@@ -121,7 +122,7 @@ QWidget* frmFormSubmit::BuildSettings() {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
 
-  FormSection account("Station ID and Password", column);
+  FormSection account(Fixed("Station ID and Password"), column);
   const auto row = [&](const QString& label, std::size_t index, const QString& tip) {
     account.Control(label, MakeText(index), tip);
     remarks_[index] = account.Note({});
@@ -130,43 +131,43 @@ QWidget* frmFormSubmit::BuildSettings() {
     remarks_[index]->setTextFormat(Qt::PlainText);
     remarks_[index]->hide();
   };
-  row("Station &ID:", kStationText, {});
-  row("&Password:", kPasswordText, "Used for both readings and picture");
-  row("Webcam &name:", kWebcamText, {});
-  row("Webcam pass&word:", kWebcamPasswordText, "Same as the password above");
+  row(tr("Station &ID:"), kStationText, {});
+  row(tr("&Password:"), kPasswordText, tr("Used for both readings and picture"));
+  row(tr("Webcam &name:"), kWebcamText, {});
+  row(tr("Webcam pass&word:"), kWebcamPasswordText, tr("Same as the password above"));
   for (const std::size_t index : {kPasswordText, kWebcamPasswordText}) texts_[index]->setEchoMode(QLineEdit::Password);
 
-  FormSection readings("Readings", column);
-  readings.Control("&URL:", MakeText(kUrlText), {});
-  readings.Row({BuildInterval(kReadings, "Allow PWS Upload  Interval =")});
-  send_ = new QPushButton("&Test Server");
+  FormSection readings(tr("Readings"), column);
+  readings.Control(tr("&URL:"), MakeText(kUrlText), {});
+  readings.Row({BuildInterval(kReadings, Fixed("Allow PWS Upload  Interval ="))});
+  send_ = new QPushButton(Fixed("&Test Server"));
   send_->setObjectName("cmdSend");
   send_->setAutoDefault(false);
   readings.Row({send_});
   targets_[kReadings] = MakeTarget(readings, "lblReadingsTarget", send_);
-  connect(send_, &QPushButton::clicked, this, [this] {
-    Send(kReadings, "The readings", [this](Permission permission) { publisher_.TestServer(permission); });
-  });
+  connect(send_, &QPushButton::clicked, this,
+          [this] { Send(kReadings, [this](Permission permission) { publisher_.TestServer(permission); }); });
 
-  FormSection picture("Panel picture", column);
-  picture.Control("Webcam ser&ver:", MakeText(kServerText), "FTP server, with a folder if there is one");
-  picture.Row({BuildInterval(kPicture, "Allow Web   Upload Interval =")});
-  switches_[kBuiltInSwitch] = picture.Check("chkWebcamBuiltIn", "Use &built-in FTP",
-                                            "Otherwise two external programs for Windows convert and send the picture");
+  FormSection picture(tr("Panel picture"), column);
+  picture.Control(tr("Webcam ser&ver:"), MakeText(kServerText), tr("FTP server, with a folder if there is one"));
+  picture.Row({BuildInterval(kPicture, Fixed("Allow Web   Upload Interval ="))});
+  switches_[kBuiltInSwitch] =
+      picture.Check("chkWebcamBuiltIn", tr("Use &built-in FTP"),
+                    tr("Otherwise two external programs for Windows convert and send the picture"));
   connect(switches_[kBuiltInSwitch], &QCheckBox::clicked, this, [this](bool on) {
     publisher_.SetSwitch(kSubmitSwitches[kBuiltInSwitch], on);
     ShowTargets();
   });
-  capture_ = new QPushButton("Capture");
+  capture_ = new QPushButton(Fixed("Capture"));
   capture_->setObjectName("Command1");
   capture_->setAutoDefault(false);
   picture.Row({capture_});
   targets_[kPicture] = MakeTarget(picture, "lblPictureTarget", capture_);
   connect(capture_, &QPushButton::clicked, this,
-          [this] { Send(kPicture, "Pictures", [this](Permission permission) { publisher_.Capture(permission); }); });
+          [this] { Send(kPicture, [this](Permission permission) { publisher_.Capture(permission); }); });
   picture_ = new NightProof<PictureView>;
   picture_->setObjectName("Picture1");
-  picture_->setAccessibleName("Last captured panel picture");
+  picture_->setAccessibleName(tr("Last captured panel picture"));
   column->addWidget(picture_, 1);
   QScrollArea* scroll = MakeScroll(page);
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -195,7 +196,7 @@ void frmFormSubmit::StoreText(std::size_t index, const QString& text) {
 void frmFormSubmit::ShowRemarks() {
   for (std::size_t i = 0; i < texts_.size(); ++i) {
     if (remarks_[i] == nullptr) continue;
-    const QString remark = ToQString(Remark(kSubmitTexts[i], texts_[i]->text().toStdString()));
+    const QString remark = Translated(Remark(kSubmitTexts[i], texts_[i]->text().toStdString()));
     remarks_[i]->setText(remark);
     remarks_[i]->setVisible(!remark.isEmpty());
     texts_[i]->setAccessibleDescription(remark);
@@ -213,7 +214,8 @@ QWidget* frmFormSubmit::BuildInterval(std::size_t index, const QString& text) {
 
   auto* list = new QuietComboBox;
   list->setObjectName(ToQString(kSubmitIntervals[index].control));
-  list->setAccessibleName(text + " seconds");
+  //: A list of intervals to a screen reader: the text of the check box, and the unit.
+  list->setAccessibleName(tr("%1 seconds").arg(text));
   for (const UploadInterval& interval : kUploadIntervals) list->addItem(ToQString(interval.text), interval.item_value);
   list->setPlaceholderText(ToQString(UploadIntervalText(-1)));
   list->setCurrentIndex(-1);
@@ -226,7 +228,8 @@ QWidget* frmFormSubmit::BuildInterval(std::size_t index, const QString& text) {
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(box);
   row->addWidget(list);
-  row->addWidget(new QLabel("s"));
+  //: Seconds.
+  row->addWidget(new QLabel(tr("s")));
   return both;
 }
 
@@ -262,13 +265,13 @@ QWidget* frmFormSubmit::BuildExchange() {
   request_caption_->setWordWrap(true);
   request_caption_->setTextFormat(Qt::PlainText);
   request_ = MakeBox("txtRequest");
-  request_->setAccessibleName("Request");
+  request_->setAccessibleName(tr("Request"));
   response_ = MakeBox("txtResponse");
-  response_->setPlaceholderText("No response yet.");
+  response_->setPlaceholderText(tr("No response yet."));
   auto* parts = new QSplitter(Qt::Vertical);
   parts->setChildrenCollapsible(false);
   parts->addWidget(titled(request_caption_, request_));
-  parts->addWidget(titled(new QLabel("Resp&onse:"), response_));
+  parts->addWidget(titled(new QLabel(tr("Resp&onse:")), response_));
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
   column->addWidget(parts);
@@ -278,25 +281,27 @@ QWidget* frmFormSubmit::BuildExchange() {
 QWidget* frmFormSubmit::BuildComposer() {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
-  FormSection request("Request", column);
+  FormSection request(tr("Request"), column);
   method_ = new QuietComboBox;
   method_->setObjectName("cboRequestMethod");
   for (const std::string_view method : kRequestMethods) method_->addItem(ToQString(method));
-  request.Control("&Method:", method_, "GET sends the values in the URL, the others in the body");
+  request.Control(tr("&Method:"), method_, tr("GET sends the values in the URL, the others in the body"));
   connect(method_, &QComboBox::activated, this, &frmFormSubmit::ReadComposition);
 
-  const auto rows = [&](const char* title, const char* name, const char* add) {
+  const auto rows = [&](const QString& title, const char* name, const RowsEditor::Texts& texts) {
     auto* group = new QGroupBox(title);
     auto* inside = new QVBoxLayout(group);
-    auto* editor = new RowsEditor(name, add);
+    auto* editor = new RowsEditor(name, texts);
     connect(editor, &RowsEditor::Changed, this, &frmFormSubmit::ReadComposition);
     inside->addWidget(editor);
     column->addWidget(group);
     return editor;
   };
-  variables_ = rows("Additional variables", "Variable", "&Add variable");
-  headers_ = rows("Additional headers", "Header", "A&dd header");
-  auto* note = new QLabel("Kept until the program ends.");
+  variables_ = rows(tr("Additional variables"), "Variable",
+                    {.add = tr("&Add variable"), .name = tr("Variable name"), .value = tr("Variable value")});
+  headers_ = rows(tr("Additional headers"), "Header",
+                  {.add = tr("A&dd header"), .name = tr("Header name"), .value = tr("Header value")});
+  auto* note = new QLabel(tr("Kept until the program ends."));
   note->setWordWrap(true);
   column->addWidget(note);
   column->addStretch(1);
@@ -308,8 +313,8 @@ QWidget* frmFormSubmit::BuildErrors() {
   auto* column = new QVBoxLayout(part);
   column->setContentsMargins(0, 0, 0, 0);
   errors_ = MakeBox("errsWinsock");
-  errors_->setPlaceholderText("No errors.");
-  auto* title = new QLabel("&Errors:");
+  errors_->setPlaceholderText(tr("No errors."));
+  auto* title = new QLabel(tr("&Errors:"));
   title->setBuddy(errors_);
   column->addWidget(title);
   column->addWidget(errors_, 1);
@@ -360,32 +365,38 @@ void frmFormSubmit::ShowTargets() {
     std::size_t index;
     WebPublisher::Target target;
     QPushButton* button;
-    const char* tip;
+    QString tip;
   };
   const Row rows[] = {
-      {kReadings, publisher_.ReadingsTarget(), send_, "Sends the readings now"},
-      {kPicture, publisher_.PictureTarget(), capture_, "Captures a picture of the panel and sends it now"}};
+      {kReadings, publisher_.ReadingsTarget(), send_, tr("Sends the readings now")},
+      {kPicture, publisher_.PictureTarget(), capture_, tr("Captures a picture of the panel and sends it now")}};
   for (const Row& row : rows) {
-    QString text = ToQString(row.target.text);
-    if (row.target.usable && !switches_[row.index]->isChecked())
-      text += " Uploads are off: the button asks, and sends once.";
+    QString text = Translated(row.target.text);
+    if (row.target.usable && !switches_[row.index]->isChecked()) {
+      //: Follows the sentences on account and server, which are %1.
+      text = tr("%1 Uploads are off: the button asks, and sends once.").arg(text);
+    }
     targets_[row.index]->setText(text);
     row.button->setToolTip(row.tip);
     row.button->setAccessibleDescription(text);
   }
 }
 
-void frmFormSubmit::Send(std::size_t index, const QString& what, const std::function<void(Permission)>& send) {
+void frmFormSubmit::Send(std::size_t index, const std::function<void(Permission)>& send) {
   if (switches_[index]->isChecked()) return send(Permission::kBySetting);
-  const auto [target, usable] = index == kReadings ? publisher_.ReadingsTarget() : publisher_.PictureTarget();
-  QString text = what + " are not sent, because that is not allowed above.";
-  if (usable) text += " Send once?";
-  auto* box = new MessageBox(usable ? QMessageBox::Question : QMessageBox::Information, "Orvalis",
-                             text + "\n\n" + ToQString(target), usable ? QMessageBox::Cancel : QMessageBox::Ok, this);
+  const bool readings = index == kReadings;
+  const auto [target, usable] = readings ? publisher_.ReadingsTarget() : publisher_.PictureTarget();
+  const QString reason = readings ? tr("The readings are not sent, because that is not allowed above.")
+                                  : tr("Pictures are not sent, because that is not allowed above.");
+  const QString question = readings ? tr("The readings are not sent, because that is not allowed above. Send once?")
+                                    : tr("Pictures are not sent, because that is not allowed above. Send once?");
+  auto* box = new MessageBox(usable ? QMessageBox::Question : QMessageBox::Information, Fixed("Orvalis"),
+                             (usable ? question : reason) + "\n\n" + Translated(target),
+                             usable ? QMessageBox::Cancel : QMessageBox::Ok, this);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setDefaultButton(QMessageBox::Cancel);
   if (usable) {
-    connect(box->AddButton("&Send once", QMessageBox::AcceptRole), &QAbstractButton::clicked, this,
+    connect(box->AddButton(tr("&Send once"), QMessageBox::AcceptRole), &QAbstractButton::clicked, this,
             [send] { send(Permission::kOnce); });
   }
   box->open();
@@ -411,7 +422,7 @@ void frmFormSubmit::ScheduleRefresh() {
 
 void frmFormSubmit::Refresh() {
   const SubmitBoxes& boxes = publisher_.boxes();
-  request_caption_->setText(ToQString(boxes.request_caption()));
+  request_caption_->setText(Translated(boxes.request_caption()));
   // What cannot be shown now is shown when the selection is cleared.
   static_cast<void>(ShowText(request_, Readable(boxes.request())));
   if (boxes.response_version() != response_shown_ && ShowText(response_, Readable(boxes.Response()))) {

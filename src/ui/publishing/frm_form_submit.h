@@ -77,7 +77,7 @@ class frmFormSubmit : public QDialog, public MessageBoxes, public PanelPicture {
   static QLabel* MakeTarget(FormSection& section, const char* name, QPushButton* button);
   void ShowTargets();
   /// Sends, when uploads of row `index` are off only after the user has agreed to this one.
-  void Send(std::size_t index, const QString& what, const std::function<void(Permission)>& send);
+  void Send(std::size_t index, const std::function<void(Permission)>& send);
   /// Updates the boxes after a short delay: a server may send faster than anyone can read.
   void ScheduleRefresh();
   void Refresh();

@@ -7,6 +7,7 @@
 
 #include "base/run_time_error.h"
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 
@@ -52,7 +53,7 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
   const QRect inside = rect().adjusted(2, 2, -2, -2);
   if (picture_.isNull()) {
     painter.setPen(colours.color(QPalette::Text));
-    painter.drawText(inside, Qt::AlignCenter | Qt::TextWordWrap, "No picture yet");
+    painter.drawText(inside, Qt::AlignCenter | Qt::TextWordWrap, Words::tr("No picture yet"));
     return;
   }
   const QSizeF size = picture_.deviceIndependentSize().scaled(inside.size(), Qt::KeepAspectRatio);

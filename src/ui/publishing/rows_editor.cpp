@@ -5,16 +5,18 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 namespace orvalis {
 
-RowsEditor::RowsEditor(const QString& name, const QString& add_text, QWidget* parent) : QWidget(parent), name_(name) {
+RowsEditor::RowsEditor(const QString& name, Texts texts, QWidget* parent)
+    : QWidget(parent), name_(name), texts_(std::move(texts)) {
   auto* outer = new QVBoxLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
   column_ = new QVBoxLayout;
   column_->setSpacing(4);
   outer->addLayout(column_);
-  auto* add = new QPushButton(add_text);
+  auto* add = new QPushButton(texts_.add);
   add->setObjectName("cmdAdd" + name_);
   add->setAutoDefault(false);
   outer->addWidget(add, 0, Qt::AlignLeft);
@@ -31,18 +33,21 @@ void RowsEditor::Add() {
   auto* box = new QWidget;
   auto* line = new QHBoxLayout(box);
   line->setContentsMargins(0, 0, 0, 0);
-  const auto edit = [&](const QString& suffix, const QString& hint, int stretch) {
+  const auto edit = [&](const char* suffix, const QString& hint, const QString& spoken, int stretch) {
     auto* made = new NightProof<QLineEdit>;
     made->setObjectName("txt" + name_ + suffix);
     made->setPlaceholderText(hint);
-    made->setAccessibleName(name_ + " " + hint);
+    made->setAccessibleName(spoken);
     made->SetNight(night_);
     connect(made, &QLineEdit::textEdited, this, &RowsEditor::Changed);
     line->addWidget(made, stretch);
     return made;
   };
-  const Row row{.box = box, .name = edit("Name", "name", 2), .value = edit("Value", "value", 3)};
-  auto* remove = new QPushButton("Remove");
+  //: Grey in the empty boxes of a row: the name of a variable or header, and its value.
+  const Row row{.box = box,
+                .name = edit("Name", tr("name"), texts_.name, 2),
+                .value = edit("Value", tr("value"), texts_.value, 3)};
+  auto* remove = new QPushButton(tr("Remove"));
   remove->setObjectName("cmdRemove" + name_);
   remove->setAutoDefault(false);
   connect(remove, &QPushButton::clicked, this, [this, box] { Remove(box); });

@@ -15,9 +15,15 @@ namespace orvalis {
 class RowsEditor : public QWidget, public NightAware {
   Q_OBJECT
  public:
+  /// The button that adds a row, and the boxes' names for screen readers.
+  struct Texts {
+    QString add;
+    QString name;
+    QString value;
+  };
   /// `name` begins the object names of the controls: "Header" gives "cmdAddHeader", and "txtHeaderName" and
-  /// "txtHeaderValue" to each row. `add_text` is the button that adds one.
-  RowsEditor(const QString& name, const QString& add_text, QWidget* parent = nullptr);
+  /// "txtHeaderValue" to each row.
+  RowsEditor(const QString& name, Texts texts, QWidget* parent = nullptr);
 
   [[nodiscard]] std::vector<RequestRow> Rows() const;
   /// For rows added later; existing ones are called themselves.
@@ -37,6 +43,7 @@ class RowsEditor : public QWidget, public NightAware {
   void Remove(QWidget* box);
 
   QString name_;
+  Texts texts_;
   bool night_ = false;
   QVBoxLayout* column_;
   std::vector<Row> rows_;

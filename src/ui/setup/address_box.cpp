@@ -4,6 +4,7 @@
 #include <QLineEdit>
 
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
@@ -13,9 +14,10 @@ struct Choice {
   const char* address;
 };
 constexpr Choice kChoices[] = {
-    {"This machine only", "127.0.0.1"},
-    {"All interfaces", "0.0.0.0"},
-    {"All interfaces, IPv6 too", "::"},
+    //: Of the machine's network addresses.
+    {QT_TRANSLATE_NOOP("orvalis::Words", "This machine only"), "127.0.0.1"},
+    {QT_TRANSLATE_NOOP("orvalis::Words", "All interfaces"), "0.0.0.0"},
+    {QT_TRANSLATE_NOOP("orvalis::Words", "All interfaces, IPv6 too"), "::"},
 };
 
 }  // namespace
@@ -26,7 +28,7 @@ AddressBox::AddressBox(QWidget* parent) : QuietComboBox(parent) {
   setInsertPolicy(NoInsert);
   setCompleter(nullptr);
   setFocusPolicy(Qt::StrongFocus);
-  for (const Choice& choice : kChoices) addItem(choice.text, QString(choice.address));
+  for (const Choice& choice : kChoices) addItem(Words::tr(choice.text), QString(choice.address));
 }
 
 void AddressBox::SetAddress(const std::string& address) {
@@ -44,9 +46,9 @@ std::string AddressBox::address() const {
 
 QString AddressBox::Meaning() const {
   const QHostAddress host(ToQString(address()));
-  if (host.isNull()) return "↑ Not an address: nothing would be served there";
-  if (host.isLoopback()) return "Only programs on this machine can read.";
-  return "Everybody on the network can read; nothing can be changed from there.";
+  if (host.isNull()) return Words::tr("↑ Not an address: nothing would be served there");
+  if (host.isLoopback()) return Words::tr("Only programs on this machine can read.");
+  return Words::tr("Everybody on the network can read; nothing can be changed from there.");
 }
 
 }  // namespace orvalis

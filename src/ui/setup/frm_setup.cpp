@@ -24,6 +24,7 @@
 #include "ui/controls/screen_place.h"
 #include "ui/controls/text_fit.h"
 #include "ui/controls/web_page.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
@@ -36,18 +37,18 @@ constexpr double kLeastWidth = 48;
 
 frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::move(parts)) {
   setObjectName("frmSetup");
-  setWindowTitle("Orvalis Setup");
+  setWindowTitle(tr("Orvalis Setup"));
   pages_ = new QTabWidget;
   pages_->setObjectName("pages");
-  pages_->addTab(BuildConnectionPage(), "&Connection");
-  pages_->addTab(BuildPanelPage(), "&Panel");
-  pages_->addTab(BuildUnitPage(), "&Unit alarms");
-  pages_->addTab(BuildSafetyPage(), "Sa&fety");
-  pages_->addTab(BuildAlertsPage(), "&Alerts");
-  pages_->addTab(BuildNetworkPage(), "&Network");
-  pages_->addTab(BuildMqttPage(), "M&QTT");
+  pages_->addTab(BuildConnectionPage(), tr("&Connection"));
+  pages_->addTab(BuildPanelPage(), tr("&Panel"));
+  pages_->addTab(BuildUnitPage(), tr("&Unit alarms"));
+  pages_->addTab(BuildSafetyPage(), tr("Sa&fety"));
+  pages_->addTab(BuildAlertsPage(), tr("&Alerts"));
+  pages_->addTab(BuildNetworkPage(), tr("&Network"));
+  pages_->addTab(BuildMqttPage(), tr("M&QTT"));
   leftovers_page_ = BuildLeftoversPage();
-  pages_->addTab(leftovers_page_, "&Leftovers");
+  pages_->addTab(leftovers_page_, tr("&Leftovers"));
   auto* column = new QVBoxLayout(this);
   column->addWidget(pages_, 1);
   column->addLayout(BuildFooter());
@@ -63,7 +64,7 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
 QBoxLayout* frmSetup::BuildFooter() {
   auto* row = new QHBoxLayout;
   for (LogoButton* logo : MakeLogoButtons(this)) row->addWidget(logo);
-  auto* info = new QLabel("Orvalis Version " + parts_.version);
+  auto* info = new QLabel(Fixed("Orvalis Version ") + parts_.version);
   info->setObjectName("lblDriverInfo");
   row->addWidget(info);
   row->addStretch(1);
@@ -75,16 +76,16 @@ QBoxLayout* frmSetup::BuildFooter() {
     row->addWidget(button);
     return button;
   };
-  ForHelp(add("cmdHelp", "Help"));
+  ForHelp(add("cmdHelp", tr("Help")));
   advanced_button_ = add("cmdAdvanced", {});
   connect(advanced_button_, &QPushButton::clicked, this, [this] { SetAdvanced(!advanced_); });
-  auto* ok = add("cmdOK", "OK");
+  auto* ok = add("cmdOK", tr("OK"));
   ok->setDefault(true);
   connect(ok, &QPushButton::clicked, this, [this] {
     bad_field_.reset();
     accept();
   });
-  connect(add("cmdCancel", "Cancel"), &QPushButton::clicked, this, &QDialog::reject);
+  connect(add("cmdCancel", tr("Cancel")), &QPushButton::clicked, this, &QDialog::reject);
   connect(this, &QDialog::rejected, this, [this] { bad_field_.reset(); });
   return row;
 }
@@ -204,7 +205,7 @@ void frmSetup::ShowUnit(const UnitOptions& unit, bool known) {
   for (std::size_t i = 0; i < unit_options_.size(); ++i) {
     unit_options_[i]->setChecked(known && unit.*SetupUnitOptions()[i].member);
     unit_options_[i]->setEnabled(known);
-    unit_options_[i]->setToolTip(known ? unit_tips_[i] : "A setting of the unit; available while it is connected");
+    unit_options_[i]->setToolTip(known ? unit_tips_[i] : tr("A setting of the unit; available while it is connected"));
   }
   ShowMeanings();
   if (!isVisible()) return;
@@ -244,7 +245,7 @@ std::vector<std::string> frmSetup::FieldTexts() const {
 
 void frmSetup::SetAdvanced(bool on) {
   advanced_ = on;
-  advanced_button_->setText(on ? "<< Basic" : "Advanced >>");
+  advanced_button_->setText(on ? Fixed("<< Basic") : Fixed("Advanced >>"));
   pages_->setTabVisible(pages_->indexOf(leftovers_page_), on);
 }
 
@@ -259,12 +260,12 @@ void frmSetup::UpdateControls() {
   enable(checked("chkCanStepSize"), {"StepTime"});
   enable(checked("chkBacklashDir"), {"BacklashComp"});
   enable(!checked("chkSynchronous"), {"AllowAsyncWindCB"});
-  temperature_label_->setText("Temp (" + TemperatureUnit(checked("chkCentigrade")) + "):");
+  temperature_label_->setText(checked("chkCentigrade") ? Fixed("Temp (°C):") : Fixed("Temp (°F):"));
 }
 
 void frmSetup::ShowPortNote() {
   const QString description = port_->Description();
-  port_note_->setText(description.isEmpty() ? QString("No known device on this port") : description);
+  port_note_->setText(description.isEmpty() ? tr("No known device on this port") : description);
 }
 
 std::string frmSetup::PlainText(std::size_t text) const {
@@ -298,16 +299,16 @@ void frmSetup::ShowNetworkNow() {
     const QString shown = ToQString(page).toHtmlEscaped();
     text += QString("<div><a href=\"%1\" style=\"color: %2\">%1</a></div>").arg(shown, colour);
   }
-  if (!served.trouble.empty()) text += "<div>" + ToQString(served.trouble).toHtmlEscaped() + "</div>";
-  if (text.isEmpty()) text = "Nothing is served.";
+  if (!served.trouble.empty()) text += "<div>" + Translated(served.trouble).toHtmlEscaped() + "</div>";
+  if (text.isEmpty()) text = tr("Nothing is served.");
   // Set again, it would lose the link that has the focus.
   if (network_now_->text() != text) network_now_->setText(text);
 }
 
 void frmSetup::ShowAdvice() {
-  const std::vector<std::string> advice = AdviceOnSetup(FieldTexts(), parts_.locale);
+  const std::vector<Message> advice = AdviceOnSetup(FieldTexts(), parts_.locale);
   for (std::size_t i = 0; i < advice_.size(); ++i) {
-    const QString text = ToQString(advice[i]);
+    const QString text = Translated(advice[i]);
     if (fields_[i]->accessibleDescription() == text) continue;
     advice_[i]->setText("↑ " + text);
     advice_[i]->setVisible(!text.isEmpty());
@@ -341,7 +342,8 @@ void frmSetup::ShowMessage(std::string_view text) {
       bad_field_ = i;
     }
   }
-  MessageBox(QMessageBox::Warning, "Orvalis", ToQString(text), QMessageBox::Ok, isVisible() ? this : parentWidget())
+  MessageBox(QMessageBox::Warning, Fixed("Orvalis"), ToQString(text), QMessageBox::Ok,
+             isVisible() ? this : parentWidget())
       .exec();
 }
 

@@ -50,9 +50,9 @@ class frmSetup : public QDialog, public SetupDialog {
     NumberLocale locale = {};                      ///< how the numbers in the boxes are written
     std::function<const Observation&()> now = {};  ///< the readings of now; null: there are none
     std::function<network::Served()> network = [] { return network::Served(); };  ///< what is served now
-    std::function<std::string()> mqtt = [] { return std::string(); };  ///< what is published now, or why nothing is
+    std::function<Message()> mqtt = [] { return Message(); };  ///< what is published now, or why nothing is
     /// Tries a broker out and gives what came of it.
-    std::function<void(const Settings&, std::function<void(const std::string&)>)> try_mqtt = {};
+    std::function<void(const Settings&, std::function<void(const Message&)>)> try_mqtt = {};
     bool mqtt_tls = true;  ///< whether the line to a broker can be encrypted
   };
   explicit frmSetup(Parts parts, QWidget* parent = nullptr);

@@ -8,6 +8,7 @@
 
 #include "ui/controls/file_pickers.h"
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 #include "ui/setup/frm_setup.h"
 
 namespace orvalis {
@@ -55,15 +56,15 @@ void frmSetup::AskForAlertFile(std::size_t file, bool switched_on) {
 void frmSetup::TryAlert(std::size_t file) {
   // A program may end after the dialog.
   parts_.trial.Try(SetupFiles()[file], files_[file]->path(),
-                   [this, dialog = QPointer(this), file](const std::string& what) {
+                   [this, dialog = QPointer(this), file](const Message& what) {
                      if (!dialog) return;
-                     results_[file]->setText("↑ " + ToQString(what));
+                     results_[file]->setText("↑ " + Translated(what));
                      results_[file]->show();
-                     files_[file]->setAccessibleDescription(ToQString(what));
+                     files_[file]->setAccessibleDescription(Translated(what));
                    });
 }
 
-void frmSetup::ShowMqttNow() { mqtt_now_->setText(ToQString(parts_.mqtt())); }
+void frmSetup::ShowMqttNow() { mqtt_now_->setText(Translated(parts_.mqtt())); }
 
 void frmSetup::TryMqtt() {
   Settings typed = parts_.switches.settings();
@@ -76,18 +77,18 @@ void frmSetup::TryMqtt() {
     const SetupReading reading = ReadSetupField(field, fields_[i]->text().toStdString(), parts_.locale);
     if (field.member == SetupField::Member(&Settings::MqttPort)) StoreSetupField(field, reading.value, typed);
   }
-  const auto show = [dialog = QPointer(this)](const std::string& what) {
+  const auto show = [dialog = QPointer(this)](const QString& what) {
     if (!dialog) return;
-    dialog->mqtt_result_->setText(ToQString(what));
+    dialog->mqtt_result_->setText(what);
     dialog->mqtt_result_->show();
-    dialog->mqtt_test_->setAccessibleDescription(ToQString(what));
+    dialog->mqtt_test_->setAccessibleDescription(what);
   };
   if (typed.MqttPort < 1) {
-    show("The port must be 1 through 65535");
+    show(tr("The port must be 1 through 65535"));
     return;
   }
-  show("Connecting…");
-  parts_.try_mqtt(typed, show);
+  show(tr("Connecting…"));
+  parts_.try_mqtt(typed, [show](const Message& what) { show(Translated(what)); });
 }
 
 void frmSetup::Act(const std::function<void()>& action) {

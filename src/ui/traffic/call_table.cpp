@@ -13,6 +13,8 @@
 #include <iterator>
 #include <utility>
 
+#include "ui/controls/words.h"
+
 namespace orvalis {
 namespace {
 
@@ -22,11 +24,15 @@ struct ColumnLook {
   const char* title;
   const char* widest;  ///< what it usually holds
 };
-constexpr std::array<ColumnLook, kColumns> kLooks{{{"Time", "00:00:00 PM"},
-                                                   {"Caller", "255.255.255.255"},
-                                                   {"Call", "GET /api/v1/safetymonitor/0/issafe"},
-                                                   {"Answer", "unsafe (no_connection)"},
-                                                   {"Took", "000.00 ms"}}};
+constexpr std::array<ColumnLook, kColumns> kLooks{
+    {{QT_TRANSLATE_NOOP("orvalis::Words", "Time"), "00:00:00 PM"},
+     {QT_TRANSLATE_NOOP("orvalis::Words", "Caller"), "255.255.255.255"},
+     //: A noun: the member that was called.
+     {QT_TRANSLATE_NOOP("orvalis::Words", "Call"), "GET /api/v1/safetymonitor/0/issafe"},
+     //: A noun.
+     {QT_TRANSLATE_NOOP("orvalis::Words", "Answer"), "unsafe (no_connection)"},
+     //: How long a call took.
+     {QT_TRANSLATE_NOOP("orvalis::Words", "Took"), "000.00 ms"}}};
 
 QString ToText(const std::string& text) { return QString::fromStdString(text); }
 
@@ -34,8 +40,10 @@ QString Duration(std::chrono::microseconds took) {
   const double milliseconds = std::chrono::duration<double, std::milli>(took).count();
   const QLocale locale;
   constexpr double kSecond = 1000;
-  if (milliseconds >= kSecond) return locale.toString(milliseconds / kSecond, 'f', 1) + " s";
-  return locale.toString(milliseconds, 'f', 2) + " ms";
+  //: Seconds.
+  if (milliseconds >= kSecond) return Words::tr("%1 s").arg(locale.toString(milliseconds / kSecond, 'f', 1));
+  //: Milliseconds.
+  return Words::tr("%1 ms").arg(locale.toString(milliseconds, 'f', 2));
 }
 
 }  // namespace
@@ -84,7 +92,7 @@ QVariant CallModel::headerData(int section, Qt::Orientation orientation, int rol
   if (role == Qt::TextAlignmentRole) {
     return QVariant::fromValue(Qt::AlignVCenter | (section == kTook ? Qt::AlignRight : Qt::AlignLeft));
   }
-  return role == Qt::DisplayRole ? kLooks.at(static_cast<std::size_t>(section)).title : QVariant();
+  return role == Qt::DisplayRole ? Words::tr(kLooks.at(static_cast<std::size_t>(section)).title) : QVariant();
 }
 
 QString CallModel::Text(const TrafficCall& call, int column) const {
@@ -107,7 +115,7 @@ QString CallModel::Text(const TrafficCall& call, int column) const {
 
 CallTable::CallTable(const TimeStyle& style, QWidget* parent) : QTableView(parent), model_(style, this) {
   setModel(&model_);
-  setAccessibleName("Calls");
+  setAccessibleName(tr("Calls"));
   setSelectionBehavior(QAbstractItemView::SelectRows);
   setShowGrid(false);
   setWordWrap(false);
@@ -118,11 +126,11 @@ CallTable::CallTable(const TimeStyle& style, QWidget* parent) : QTableView(paren
   horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
   horizontalHeader()->setSectionResizeMode(kAnswer, QHeaderView::Stretch);
   horizontalHeader()->setHighlightSections(false);
-  auto* copy = new QAction("&Copy", this);
+  auto* copy = new QAction(tr("&Copy"), this);
   copy->setShortcut(QKeySequence::Copy);
   copy->setShortcutContext(Qt::WidgetShortcut);
   connect(copy, &QAction::triggered, this, &CallTable::Copy);
-  auto* all = new QAction("Select &all", this);
+  auto* all = new QAction(tr("Select &all"), this);
   all->setShortcut(QKeySequence::SelectAll);
   all->setShortcutContext(Qt::WidgetShortcut);
   connect(all, &QAction::triggered, this, &CallTable::selectAll);
@@ -158,8 +166,10 @@ void CallTable::changeEvent(QEvent* event) {
 void CallTable::FitColumns() {
   constexpr int kPadding = 16;  // pixels
   for (int column = 0; column < kColumns; ++column) {
-    const QString widest = kLooks.at(static_cast<std::size_t>(column)).widest;
-    setColumnWidth(column, fontMetrics().horizontalAdvance(widest) + kPadding);
+    const ColumnLook& look = kLooks.at(static_cast<std::size_t>(column));
+    const int widest =
+        std::max(fontMetrics().horizontalAdvance(look.widest), fontMetrics().horizontalAdvance(Words::tr(look.title)));
+    setColumnWidth(column, widest + kPadding);
   }
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kPadding / 4);
 }

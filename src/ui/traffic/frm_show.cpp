@@ -14,6 +14,7 @@
 #include "ui/controls/night_proof.h"
 #include "ui/controls/night_style.h"
 #include "ui/controls/text_fit.h"
+#include "ui/controls/words.h"
 #include "ui/traffic/call_table.h"
 
 namespace orvalis {
@@ -38,16 +39,16 @@ int Twips(const QWidget& widget, int pixels) { return pixels * kTwipsPerInch / w
 frmShow::frmShow(QWidget* parent, const TimeStyle& style) : QWidget(parent, Qt::Tool) {
   setAttribute(Qt::WA_DeleteOnClose);
   setObjectName("frmShow");
-  setWindowTitle("ASCOM API Traffic");
+  setWindowTitle(Fixed("ASCOM API Traffic"));
   controls_ = BuildControls();
   text_ = new NightProof<QPlainTextEdit>(this);
   text_->setObjectName("txtTraffic");
-  text_->setAccessibleName("Traffic");
+  text_->setAccessibleName(tr("Traffic"));
   text_->setReadOnly(true);
   text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   text_->setTabChangesFocus(true);
   text_->setUndoRedoEnabled(false);
-  text_->setPlaceholderText("No calls yet.");
+  text_->setPlaceholderText(tr("No calls yet."));
   text_->setFont(FixedPitchFont());
   table_ = new CallTable(style, this);
   table_->setObjectName("tblCalls");
@@ -70,26 +71,26 @@ QWidget* frmShow::BuildControls() {
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(2, 1);
 
-  auto* disable = new QPushButton("Disable");
+  auto* disable = new QPushButton(Fixed("Disable"));
   disable->setObjectName("cmdDisable");
   grid->addWidget(disable, 0, 0);
   connect(disable, &QPushButton::clicked, this, [this, disable] {
     traffic_.TogglePaused();
-    disable->setText(traffic_.paused() ? "Enable" : "Disable");
+    disable->setText(traffic_.paused() ? Fixed("Enable") : Fixed("Disable"));
   });
 
   struct Filter {
     const char* name;
-    const char* caption;
+    QString caption;
     TrafficCategory category;
     int row;
     int column;
   };
-  for (const Filter& filter : {Filter{"chkMove", "Move / Halt", TrafficCategory::kMove, 0, 1},
-                               Filter{"chkOther", "Other Calls", TrafficCategory::kOther, 0, 2},
-                               Filter{"chkTemp", "Temp Related", TrafficCategory::kTemp, 1, 1},
-                               Filter{"chkMoving", "IsMoving", TrafficCategory::kMoving, 1, 2},
-                               Filter{"chkNetwork", "Network requests", TrafficCategory::kNetwork, 2, 1}}) {
+  for (const Filter& filter : {Filter{"chkMove", Fixed("Move / Halt"), TrafficCategory::kMove, 0, 1},
+                               Filter{"chkOther", Fixed("Other Calls"), TrafficCategory::kOther, 0, 2},
+                               Filter{"chkTemp", Fixed("Temp Related"), TrafficCategory::kTemp, 1, 1},
+                               Filter{"chkMoving", Fixed("IsMoving"), TrafficCategory::kMoving, 1, 2},
+                               Filter{"chkNetwork", tr("Network requests"), TrafficCategory::kNetwork, 2, 1}}) {
     auto* box = new QCheckBox(filter.caption);
     box->setObjectName(filter.name);
     box->setChecked(traffic_.Wants(filter.category));
@@ -99,8 +100,9 @@ QWidget* frmShow::BuildControls() {
             [this, category = filter.category](bool on) { traffic_.SetWanted(category, on); });
   }
 
-  grid->addWidget(ForHelp(new QPushButton("Help")), 2, 0);
-  auto* clear = new QPushButton("Clear");
+  grid->addWidget(ForHelp(new QPushButton(tr("Help"))), 2, 0);
+  //: On a button: empty the text and the table.
+  auto* clear = new QPushButton(tr("Clear"));
   clear->setObjectName("cmdClear");
   grid->addWidget(clear, 1, 0);
   connect(clear, &QPushButton::clicked, this, [this] {
@@ -113,9 +115,10 @@ QWidget* frmShow::BuildControls() {
 void frmShow::BuildTabs() {
   tabs_ = new QTabBar(this);
   tabs_->setObjectName("tabView");
-  tabs_->setAccessibleName("View");
-  tabs_->addTab("Te&xt");
-  tabs_->addTab("Ta&ble");
+  //: The choice between text and table.
+  tabs_->setAccessibleName(tr("View"));
+  tabs_->addTab(tr("Te&xt"));
+  tabs_->addTab(tr("Ta&ble"));
   tabs_->setDrawBase(false);
   tabs_->setExpanding(false);
   table_->hide();
