@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 #include "ui/panel/status_text.h"
 
 namespace orvalis {
