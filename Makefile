@@ -1,5 +1,5 @@
 # The short way in. Each target installs the Debian packages it needs and is missing.
-.PHONY: check release run demo build install package test-packages test-arm64 test asan fuzz lint translations format bench screenshots windows lint-windows test-windows bench-windows installer clean help
+.PHONY: check release run demo build install package test-packages test-arm64 test asan soak fuzz lint translations format bench screenshots windows lint-windows test-windows bench-windows installer clean help
 .DEFAULT_GOAL := help
 
 help:           ## what can be made
@@ -44,6 +44,11 @@ asan:           ## the same tests under AddressSanitizer and UndefinedBehaviorSa
 	@scripts/install-deps.sh build test
 	@scripts/build.sh asan
 	@scripts/asan-test.sh
+
+soak:           ## every fault against the real program, then MINUTES=20 of them at random (SEED=N; DOCUMENT=docs/reliability.md)
+	@scripts/install-deps.sh build test
+	@scripts/build.sh dev
+	@scripts/soak.sh --minutes $(or $(MINUTES),20) $(if $(SEED),--seed $(SEED)) $(if $(DOCUMENT),--document $(DOCUMENT))
 
 fuzz:           ## try made-up frames, files, requests … on what reads them, FUZZ_SECONDS=30 for each target
 	@scripts/install-deps.sh build test lint

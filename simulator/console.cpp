@@ -25,20 +25,20 @@ void Expect(bool form_is_right, const char* form) {
 }
 
 void DoFault(const Arguments& words, SensorUnit& unit, Time now, ConsoleReply& reply) {
-  Expect(words.size() == 2 || words.size() == 3, "fault KIND [SECONDS], or fault none");
+  Expect(words.size() == 2 || words.size() == 3, "fault KIND[=NUMBER] [SECONDS], or fault none");
   if (words[1] == "none") {
     Expect(words.size() == 2, "fault none");
     unit.Faults().Clear();
     return;
   }
-  const FaultKind kind = ParseFaultRule(words[1].substr(0, words[1].find(':'))).kind;
-  Expect(words[1] == FaultName(kind), "fault KIND [SECONDS]");
+  Expect(words[1].find(':') == std::string_view::npos, "fault KIND[=NUMBER] [SECONDS]");
+  const FaultRule rule = ParseFaultRule(words[1]);
   std::optional<double> seconds;
   if (words.size() == 3) seconds = SecondsOf(words[2]);
-  if (kind == FaultKind::kDrop) {
+  if (rule.kind == FaultKind::kDrop) {
     reply.drop = seconds.value_or(kDropSeconds);
   } else {
-    unit.Faults().Strike(kind, seconds, now);
+    unit.Faults().Strike(rule.kind, seconds, now, rule.amount);
   }
 }
 

@@ -96,15 +96,15 @@ It prints the path of its serial line and answers there until it is stopped.
   --scenario FILE   the weather to play, repeatedly; default: a night
   --speed FACTOR    play the weather and the unit's clock this many times as fast
   --fast            do not pace the bytes at 9600 bit/s
-  --fault KIND[:PROBABILITY[:SECONDS]]
+  --fault KIND[=NUMBER][:PROBABILITY[:SECONDS]]
                     make answers go wrong; may be repeated. KIND is one of
-                    silent wrong-answer short cut garbage slow late drop
+                    silent wrong-answer short cut garbage slow late drop names digits noise
   --delay SECONDS   delay every answer by this long
   --bursts SECONDS  deliver gathered answers only once per interval
   --seed N          random seed of the faults; default 1
   --record FILE     record what happens on the line
   --commands        read commands from standard input: set FIELD VALUE, release FIELD,
-                    fault KIND [SECONDS], fault none, drop SECONDS, time H:MM:SS,
+                    fault KIND[=NUMBER] [SECONDS], fault none, drop SECONDS, time H:MM:SS,
                     delay SECONDS, bursts SECONDS, stall SECONDS (nothing leaves the
                     line, then everything at once), power SECONDS (the unit is off for that
                     long and forgets its settings), quit

@@ -76,12 +76,15 @@ void SensorUnit::Reply(AnswerKind kind, std::string text, Time now) {
   Answer answer{.kind = kind, .text = std::move(text)};
   if (const auto fault = faults_.Next(kind, now)) {
     recorder_.Write(now, "fault " + std::string(FaultName(fault->kind)));
-    answer = faults_.Apply(fault->kind, std::move(answer));
+    answer = faults_.Apply(fault->kind, std::move(answer), fault->amount);
     if (fault->kind == FaultKind::kDrop) drop_ = fault->seconds;
   }
   if (answer.text.empty()) return;
   recorder_.Write(now, "answer " + Quoted(answer.text));
   line_.Queue(std::move(answer.text), now + answer.delay, answer.slowdown);
+  if (answer.noise.empty()) return;
+  recorder_.Write(now, "noise " + Quoted(answer.noise));
+  line_.Queue(std::move(answer.noise), now + answer.delay + kNoiseAfter);
 }
 
 Readings SensorUnit::CurrentReadings(Time now) {

@@ -9,8 +9,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Whether opening it returns at once: a pipe that nobody reads would hold up the program, and with it the readings.
+/// Folders fail by themselves.
+bool OpensAtOnce(const fs::path& path) {
+  std::error_code error;
+  const fs::file_type type = fs::status(path, error).type();
+  return type != fs::file_type::fifo && type != fs::file_type::socket && type != fs::file_type::block;
+}
+
 /// Returns whether `path` now holds `record` and nothing else.
 bool WriteWhole(const fs::path& path, const std::string& record) {
+  std::error_code error;
+  if (!OpensAtOnce(path)) fs::remove(path, error);  // the name is for this log alone
   std::ofstream file(path, std::ios::trunc | std::ios::binary);
   file << record << '\n' << std::flush;
   return file.good();
@@ -38,6 +48,10 @@ bool RotatingLog::EnsureOpen() {
   if (file_.is_open() && file_.good() && !error && on_disk == size_) return true;
   file_.close();
   file_.clear();
+  if (!OpensAtOnce(path_)) {
+    Fail("cannot write the " + std::string(kind_.name) + ": " + TextOfPath(path_) + " is not a file; remove it");
+    return false;
+  }
   bool cut_off = false;  // a full disk may have taken half a line
   if (!error && on_disk > 0) {
     std::ifstream existing(path_, std::ios::binary);

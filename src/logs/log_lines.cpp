@@ -1,6 +1,8 @@
 #include "logs/log_lines.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <string_view>
 #include <utility>
 
@@ -96,7 +98,10 @@ std::string OneLineRecord(const LogEntry& entry, const RainMemory& rain) {
   bool first = true;
   const auto add = [&](double value, int decimals, std::size_t width) {
     if (!std::exchange(first, false)) record += ' ';
-    record += RightAlign(FormatFixed(value, decimals), width);
+    // Readers go by the places: what does not fit into its own becomes the nearest that does.
+    const double step = std::pow(10.0, -decimals);
+    const double limit = std::pow(10.0, static_cast<double>(width) - (decimals > 0 ? decimals + 1 : 0));
+    record += RightAlign(FormatFixed(std::clamp(value, step - limit / 10, limit - step), decimals), width);
   };
   add(-w.difference_celsius, 1, 6);
   add(w.ambient_celsius, 1, 6);

@@ -24,6 +24,7 @@ namespace orvalis::native {
 Process::Process(int argc, char** argv) : arguments_(argv, argv + argc) {
   // A reader that closes our output must not end the program.
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is like a full disk: it is reported
 }
 
 Process::~Process() = default;

@@ -24,8 +24,8 @@ def free_port():
 class FakeBroker:
     """Accepts connections and treats each with `behave(connection)`."""
 
-    def __init__(self, behave, address="127.0.0.1"):
-        self.server = socket.create_server((address, 0))
+    def __init__(self, behave, address="127.0.0.1", port=0):
+        self.server = socket.create_server((address, port))
         self.port = self.server.getsockname()[1]
         self.connections = []
         threading.Thread(target=self._serve, args=(behave,), daemon=True).start()
@@ -41,6 +41,8 @@ class FakeBroker:
                     return
 
     def close(self):
+        with contextlib.suppress(OSError):
+            self.server.shutdown(socket.SHUT_RDWR)  # otherwise it listens while accept waits
         for one in (self.server, *self.connections):
             one.close()
 

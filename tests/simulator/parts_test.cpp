@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <map>
 #include <string>
 #include <utility>
@@ -64,6 +65,13 @@ TEST(CommandParser, UnderstandsWhatIsSentAndFindsBackAfterWhatIsNot) {
   for (const auto& [bytes, understood] : cases) EXPECT_EQ(Understood(bytes), understood) << bytes;
 }
 
+// Its shape, whatever it counts.
+std::string WithZeros(std::string text) {
+  std::ranges::replace_if(
+      text, [](char c) { return c >= '0' && c <= '9'; }, '0');
+  return text;
+}
+
 TEST(Fault, EachSpoilsInItsOwnWay) {
   FaultBox faults({}, 7);
   const std::string frame = FrameText({});
@@ -77,10 +85,25 @@ TEST(Fault, EachSpoilsInItsOwnWay) {
     const std::string garbage = spoil(FaultKind::kGarbage).text;
     ASSERT_TRUE(garbage.size() == kFrameLength && garbage.find('#') == kFrameLength - 1);
     had_high = had_high || std::ranges::any_of(garbage, [](char c) { return static_cast<unsigned char>(c) > 127; });
+    const std::string names = spoil(FaultKind::kNames).text;
+    const auto [was, is] = std::ranges::mismatch(frame, names);
+    ASSERT_TRUE(std::isalpha(*was) && std::equal(was + 1, frame.end(), is + 1, names.end())) << names;
+    ASSERT_EQ(WithZeros(spoil(FaultKind::kDigits).text), WithZeros(frame));
+    const Answer noisy = spoil(FaultKind::kNoise);
+    ASSERT_TRUE(noisy.text == frame && !noisy.noise.empty() && noisy.noise.size() <= 20);
     const std::string wrong = faults.Apply(FaultKind::kWrongAnswer, {AnswerKind::kHandshake, "W"}).text;
     ASSERT_TRUE(wrong.size() == 1 && wrong != "W" && wrong[0] > ' ' && wrong[0] <= '~');
   }
   EXPECT_TRUE(had_high);
+  const Answer whole{AnswerKind::kFrame, frame};
+  EXPECT_EQ(faults.Apply(FaultKind::kCut, whole, ParseFaultRule("cut=57").amount).text, frame.substr(0, 57));
+  EXPECT_EQ(faults.Apply(FaultKind::kShort, whole, 57).text, frame.substr(0, 56) + "#");
+  const std::string one = faults.Apply(FaultKind::kGarbage, whole, 57).text;
+  EXPECT_TRUE(one[56] != frame[56] && one.substr(0, 56) + one.substr(57) == frame.substr(0, 56) + frame.substr(57));
+  EXPECT_EQ(faults.Apply(FaultKind::kLate, whole, 12).delay, milliseconds(12000));
+  for (const char* wrong : {"cut=0", "cut=117", "late=x", "late=1.5", "silent=3", "short="}) {
+    EXPECT_THROW(ParseFaultRule(wrong), std::invalid_argument) << wrong;
+  }
 }
 
 TEST(Frame, LinesWrittenByHand) {

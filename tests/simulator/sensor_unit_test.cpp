@@ -117,7 +117,7 @@ TEST_F(SensorUnitTest, WhatIsPinnedOverrules) {
   Type("release AR", seconds(4));
   EXPECT_EQ(Cut(79, 6, seconds(4)), "1 RB=1");
   for (const char* wrong : {"set R", "set R 5000", "set WND 3.5", "set TP nan", "set TP 1e2", "set X 1", "release",
-                            "fault", "fault noise", "fault silent x", "drop", "drop -1", "time 0:99", "jump"}) {
+                            "fault", "fault hum", "fault silent x", "drop", "drop -1", "time 0:99", "jump"}) {
     EXPECT_TRUE(Type(wrong, seconds(5)).starts_with("error ")) << wrong;
   }
 }

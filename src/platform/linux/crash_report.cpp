@@ -96,7 +96,7 @@ bool Keep(const std::filesystem::path& file, Path& path) {
 }
 
 /// A dump has neither heap nor stack. What the program starts inherits that.
-void EmptyDumps() {
+[[maybe_unused]] void EmptyDumps() {
   const int filter = open("/proc/self/coredump_filter", O_WRONLY | O_CLOEXEC);
   if (filter < 0) return;
   [[maybe_unused]] const ssize_t written = write(filter, "0", 1);

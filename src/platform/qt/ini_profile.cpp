@@ -42,6 +42,7 @@ QString AsText(const QVariant& value) {
 
 /// Every value of the INI file at `path`, or nothing when it is not one.
 std::optional<std::map<QString, QString>> ReadFile(const QString& path) {
+  if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) return std::nullopt;  // reading a pipe would never end
   // Only for reading: Qt keeps what it could not write and would write it later.
   QSettings store(path, QSettings::IniFormat);
   store.sync();
@@ -59,6 +60,7 @@ ProfileValues AsTexts(const std::map<QString, QString>& values) {
 
 /// Whether the file ends in the middle of a line of the copy: that may leave every key, or "2.1" of the stamp "2.18".
 bool IsCutShort(const QString& path, const QString& copy_path) {
+  if (!QFileInfo(copy_path).isFile()) return false;  // as above
   QFile file(path);
   QFile copy(copy_path);
   if (!file.open(QFile::ReadOnly) || !copy.open(QFile::ReadOnly)) return false;
@@ -257,6 +259,7 @@ void IniProfile::PrepareFolder() const {
 }
 
 std::unique_ptr<QLockFile> IniProfile::Lock() const {
+  safe_file::RemovePipe(path_ + ".lock");
   auto lock = std::make_unique<QLockFile>(path_ + ".lock");
   // Stale when its process is gone; and, when a power failure left it empty, by its age. It is never held for long.
   lock->setStaleLockTime(std::chrono::minutes(1));

@@ -11,6 +11,8 @@
 #include <chrono>
 #include <cstdlib>
 
+#include "platform/system/safe_file.h"
+
 namespace orvalis {
 namespace {
 
@@ -60,6 +62,7 @@ SingleInstance::SingleInstance(const QString& profile_folder)
 SingleInstance::Start SingleInstance::Claim() { return ClaimWithin({}) ? Start::kFirst : ContactRunning(); }
 
 bool SingleInstance::Lock(std::chrono::milliseconds patience) {
+  safe_file::RemovePipe(lock_.fileName());
   if (lock_.tryLock(static_cast<int>(patience.count()))) return true;
   qint64 holder = 0;
   QString machine;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QFile>
+#include <QFileInfo>
 #include <QString>
 #include <cstdint>
 #include <string>
@@ -28,6 +30,11 @@ void ClearLastError();
 [[nodiscard]] bool RestrictToOwner(const QString& file);
 /// Gives `from` the name `to`, in one step, in the place of what had it.
 [[nodiscard]] bool Replace(const QString& from, const QString& to);
+/// Removes a pipe or the like from the name of a file of ours: opening it would wait for ever.
+inline void RemovePipe(const QString& name) {
+  const QFileInfo there(name);
+  if (there.exists() && !there.isFile() && !there.isDir()) QFile::remove(name);
+}
 /// Waits until the file is on the disk.
 [[nodiscard]] bool Flush(const QString& file);
 /// The same for the names in a folder. A file system that cannot do that does without.
