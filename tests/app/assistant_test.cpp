@@ -38,7 +38,7 @@ TEST_F(Search, FindsTheUnitByItsGreetingAloneAndLeavesLaterPortsAlone) {
   search.Start({"silent", "weather station", "ours", "denied", "modem", "unit", "mount"});
   loop.Advance(std::chrono::seconds(20));
   EXPECT_EQ(Findings(), (std::vector{kSilent, kOther, kOurs, kNotOpened, kOther, kUnit, kWaiting}));
-  EXPECT_EQ(search.results()[3].detail, "join dialout");
+  EXPECT_EQ(search.results()[3].detail.English(), "join dialout");
   EXPECT_EQ(port.sent, "#\x06#\x06#\x06#\x06");
   EXPECT_FALSE(port.Connected());
   EXPECT_FALSE(search.running());

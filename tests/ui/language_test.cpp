@@ -110,7 +110,8 @@ class LanguageTest : public testing::Test {
   void Run(const std::function<void(const QWidget&)>& look) {
     line_.demo = true;
     line_.profile_folder = folder_.path().toStdString();
-    Core core(line_, 30s);
+    const auto manager = native::MakeServiceManager();
+    Core core(line_, 30s, *manager);
     ProgramWindows windows(core);
     QTimer::singleShot(2500, qApp, [&] {
       const QWidget* panel = PanelOf();
