@@ -1441,6 +1441,49 @@ Bitte den Dateinamen prüfen.</translation>
         <source>dusk above</source>
         <translation>Dämmerung über</translation>
     </message>
+    <message>
+        <source>skipping the assistant</source>
+        <translation>Überspringen des Assistenten</translation>
+    </message>
+    <message>
+        <source>updating the assistant</source>
+        <translation>Aktualisieren des Assistenten</translation>
+    </message>
+</context>
+<context>
+    <name>orvalis::PortList</name>
+    <message>
+        <source>This machine has no serial port now. Plug the adapter in: it appears here by itself.</source>
+        <translation>Dieser Rechner hat gerade keinen seriellen Anschluss. Den Adapter einstecken: er erscheint hier von selbst.</translation>
+    </message>
+    <message>
+        <source>Not tried</source>
+        <translation>Nicht versucht</translation>
+    </message>
+    <message>
+        <source>Trying…</source>
+        <translation>Wird versucht…</translation>
+    </message>
+    <message>
+        <source>The unit answers here.</source>
+        <translation>Hier antwortet der Sensor.</translation>
+    </message>
+    <message>
+        <source>No answer within 4 seconds</source>
+        <translation>Keine Antwort innerhalb von 4 Sekunden</translation>
+    </message>
+    <message>
+        <source>What is connected here is not the unit.</source>
+        <translation>Was hier angeschlossen ist, ist nicht der Sensor.</translation>
+    </message>
+    <message>
+        <source>Cannot be opened: %1</source>
+        <translation>Lässt sich nicht öffnen: %1</translation>
+    </message>
+    <message>
+        <source>Orvalis itself has it open: see whether it is connected.</source>
+        <translation>Orvalis selbst hat ihn geöffnet: nachsehen, ob die Verbindung steht.</translation>
+    </message>
 </context>
 <context>
     <name>orvalis::RowsEditor</name>
@@ -1897,6 +1940,335 @@ Ersetzen?</translation>
     <message>
         <source>The guide, at this window&apos;s section (F1)</source>
         <translation>Das Handbuch, beim Abschnitt dieses Fensters (F1)</translation>
+    </message>
+    <message>
+        <source>&amp;Assistant…</source>
+        <translation>Ass&amp;istent…</translation>
+    </message>
+</context>
+<context>
+    <name>orvalis::frmAssistant</name>
+    <message>
+        <source>Orvalis Assistant</source>
+        <translation>Orvalis-Assistent</translation>
+    </message>
+    <message>
+        <source>All of this is in the setup too. &quot;Skip&quot; leaves every setting as it is; the assistant stays in the menu Orvalis.</source>
+        <translation>All das steht auch in den Einstellungen. „Überspringen“ lässt alles, wie es ist; der Assistent bleibt im Menü Orvalis.</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>S&amp;kip</source>
+        <translation>Übersprin&amp;gen</translation>
+    </message>
+    <message>
+        <source>&amp;Back</source>
+        <translation>&amp;Zurück</translation>
+    </message>
+    <message>
+        <source>The unit</source>
+        <translation>Der Sensor</translation>
+    </message>
+    <message>
+        <source>Units</source>
+        <translation>Maßeinheiten</translation>
+    </message>
+    <message>
+        <source>What makes it unsafe</source>
+        <translation>Was unsicher ist</translation>
+    </message>
+    <message>
+        <source>What to do about it</source>
+        <translation>Was dann geschieht</translation>
+    </message>
+    <message>
+        <source>Step %1 of %2</source>
+        <translation>Schritt %1 von %2</translation>
+    </message>
+    <message>
+        <source>&amp;Finish</source>
+        <translation>&amp;Fertig</translation>
+    </message>
+    <message>
+        <source>&amp;Next</source>
+        <translation>&amp;Weiter</translation>
+    </message>
+    <message>
+        <source>Nothing was stored: %1
+
+Try &quot;Finish&quot; again once that is mended.</source>
+        <translation>Es wurde nichts gespeichert: %1
+
+Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
+    </message>
+    <message>
+        <source>&amp;Stop</source>
+        <translation>A&amp;nhalten</translation>
+    </message>
+    <message>
+        <source>&amp;Search</source>
+        <translation>S&amp;uchen</translation>
+    </message>
+    <message>
+        <source>typed below</source>
+        <translation>unten eingegeben</translation>
+    </message>
+    <message>
+        <source>Searching…</source>
+        <translation>Es wird gesucht…</translation>
+    </message>
+    <message>
+        <source>Found: it is the port to use below.</source>
+        <translation>Gefunden: der Anschluss ist unten eingetragen.</translation>
+    </message>
+    <message>
+        <source>Stopped</source>
+        <translation>Angehalten</translation>
+    </message>
+    <message>
+        <source>No unit was found. Has it power, is its adapter plugged in, is its port ticked? You can go on without it.</source>
+        <translation>Kein Sensor gefunden. Hat er Strom, ist sein Adapter eingesteckt, ist sein Anschluss angekreuzt? Es geht auch ohne ihn weiter.</translation>
+    </message>
+    <message>
+        <source>Demo mode is on: simulated values</source>
+        <translation>Der Demomodus ist eingeschaltet: simulierte Werte</translation>
+    </message>
+    <message>
+        <source>Connecting to %1…</source>
+        <translation>Verbindung mit %1 wird aufgebaut…</translation>
+    </message>
+    <message>
+        <source>Connected to %1</source>
+        <translation>Verbunden mit %1</translation>
+    </message>
+    <message>
+        <source>Cannot connect: %1</source>
+        <translation>Keine Verbindung: %1</translation>
+    </message>
+    <message>
+        <source>Cannot connect: %1
+&quot;Back&quot; leads to the search.</source>
+        <translation>Keine Verbindung: %1
+„Zurück“ führt zur Suche.</translation>
+    </message>
+    <message>
+        <source>No readings yet</source>
+        <translation>Noch keine Messung</translation>
+    </message>
+    <message>
+        <source>Now %1 %2, wind %3 %4</source>
+        <translation>Jetzt %1 %2, Wind %3 %4</translation>
+    </message>
+    <message>
+        <source>Where the readings come from</source>
+        <translation>Woher die Messwerte kommen</translation>
+    </message>
+    <message>
+        <source>A sensor &amp;unit on a serial port</source>
+        <translation>Wetter&amp;sensor an einem seriellen Anschluss</translation>
+    </message>
+    <message>
+        <source>The si&amp;mulated unit</source>
+        <translation>Der si&amp;mulierte Sensor</translation>
+    </message>
+    <message>
+        <source>A program that behaves on a serial line as the unit does.</source>
+        <translation>Ein Programm, das sich an einer seriellen Leitung wie der Sensor verhält.</translation>
+    </message>
+    <message>
+        <source>&amp;Demo mode</source>
+        <translation>&amp;Demomodus</translation>
+    </message>
+    <message>
+        <source>Made-up values, to look around. It is never safe then.</source>
+        <translation>Erfundene Werte, um sich umzusehen. Sicher ist es dann nie.</translation>
+    </message>
+    <message>
+        <source>The simulated unit</source>
+        <translation>Der simulierte Sensor</translation>
+    </message>
+    <message>
+        <source>Start it in a terminal with this command, and leave it running:</source>
+        <translation>Mit diesem Befehl in einem Terminal starten und laufen lassen:</translation>
+    </message>
+    <message>
+        <source>Command that starts the simulated unit</source>
+        <translation>Befehl, der den simulierten Sensor startet</translation>
+    </message>
+    <message>
+        <source>C&amp;opy</source>
+        <translation>K&amp;opieren</translation>
+    </message>
+    <message>
+        <source>Search for the unit</source>
+        <translation>Nach dem Sensor suchen</translation>
+    </message>
+    <message>
+        <source>Opening a port can reset what is connected to it. Untick the ports of a mount, a focuser or a roof. The search opens the others one after the other, sends the unit&apos;s greeting and nothing else, and closes them again.</source>
+        <translation>Das Öffnen eines Anschlusses kann zurücksetzen, was daran hängt. Die Anschlüsse von Montierung, Fokussierer und Dach abwählen. Die Suche öffnet die übrigen nacheinander, sendet nur die Begrüßung des Sensors und schließt sie wieder.</translation>
+    </message>
+    <message>
+        <source>Ports to search</source>
+        <translation>Anschlüsse für die Suche</translation>
+    </message>
+    <message>
+        <source>The port to use</source>
+        <translation>Der Anschluss des Sensors</translation>
+    </message>
+    <message>
+        <source>Choose a port, or type a device path or a port number</source>
+        <translation>Einen Anschluss wählen oder Gerätepfad oder Anschlussnummer eingeben</translation>
+    </message>
+    <message>
+        <source>Serial &amp;port:</source>
+        <translation>Serieller &amp;Anschluss:</translation>
+    </message>
+    <message>
+        <source>&amp;Connect to it with &quot;Next&quot;</source>
+        <translation>Mit „Weiter“ ver&amp;binden</translation>
+    </message>
+    <message>
+        <source>It gets the settings of its alarms then, and you see its readings.</source>
+        <translation>Der Sensor bekommt dann die Einstellungen seiner Alarme, und seine Messwerte sind zu sehen.</translation>
+    </message>
+    <message>
+        <source>At e&amp;very start too, and again when it is lost</source>
+        <translation>Auch bei jedem S&amp;tart, und erneut, wenn die Verbindung abreißt</translation>
+    </message>
+    <message>
+        <source>For the panel, the graphs and their pictures. Other programs, logs and uploads get the same whatever you choose.</source>
+        <translation>Für das Hauptfenster, die Verläufe und ihre Bilder. Andere Programme, Protokolle und Uploads bekommen immer dasselbe.</translation>
+    </message>
+    <message>
+        <source>Temperature</source>
+        <translation>Temperatur</translation>
+    </message>
+    <message>
+        <source>Degrees &amp;Celsius (°C)</source>
+        <translation>Grad &amp;Celsius (°C)</translation>
+    </message>
+    <message>
+        <source>Degrees &amp;Fahrenheit (°F)</source>
+        <translation>Grad Fahren&amp;heit (°F)</translation>
+    </message>
+    <message>
+        <source>Wind</source>
+        <translation>Wind</translation>
+    </message>
+    <message>
+        <source>Miles per &amp;hour (mph)</source>
+        <translation>&amp;Meilen pro Stunde (mph)</translation>
+    </message>
+    <message>
+        <source>Kilo&amp;metres per hour (km/h)</source>
+        <translation>&amp;Kilometer pro Stunde (km/h)</translation>
+    </message>
+    <message>
+        <source>Metres per secon&amp;d (m/s)</source>
+        <translation>Meter &amp;pro Sekunde (m/s)</translation>
+    </message>
+    <message>
+        <source>Kn&amp;ots (kn)</source>
+        <translation>K&amp;noten (kn)</translation>
+    </message>
+    <message>
+        <source>A roof may open only while it is safe. Without a reading of the last ten seconds it never is, nor while the unit itself alarms. These count as well, if you tick them:</source>
+        <translation>Ein Dach darf nur öffnen, solange es sicher ist. Ohne Messung aus den letzten zehn Sekunden ist es das nie, auch nicht, solange der Sensor selbst Alarm gibt. Angekreuzt zählt außerdem:</translation>
+    </message>
+    <message>
+        <source>Unsafe as well</source>
+        <translation>Ebenfalls unsicher</translation>
+    </message>
+    <message>
+        <source>&amp;Rain: &quot;Damp&quot; or &quot;Rain&quot;</source>
+        <translation>&amp;Regen: „Damp“ oder „Rain“</translation>
+    </message>
+    <message>
+        <source>Leave this on: an alarm that is switched off in the unit must not keep a wet roof open.</source>
+        <translation>Eingeschaltet lassen: ein im Sensor ausgeschalteter Alarm darf kein Dach im Regen offen halten.</translation>
+    </message>
+    <message>
+        <source>&amp;Wind: &quot;Windy&quot;</source>
+        <translation>W&amp;ind: „Windy“</translation>
+    </message>
+    <message>
+        <source>Closes the roof above the speed of &quot;Windy&quot;, for a roof or a telescope that wind can damage.</source>
+        <translation>Schließt das Dach über der Geschwindigkeit von „Windy“, für ein Dach oder Teleskop, dem Wind schaden kann.</translation>
+    </message>
+    <message>
+        <source>&amp;Clouds: &quot;Cloudy&quot;</source>
+        <translation>&amp;Bewölkung: „Cloudy“</translation>
+    </message>
+    <message>
+        <source>Closes the roof under a cloudy sky, before rain can begin.</source>
+        <translation>Schließt das Dach bei bewölktem Himmel, bevor Regen einsetzen kann.</translation>
+    </message>
+    <message>
+        <source>&amp;Daylight: &quot;Day&quot;</source>
+        <translation>&amp;Tageslicht: „Day“</translation>
+    </message>
+    <message>
+        <source>Keeps the roof closed by day. Not for solar telescopes.</source>
+        <translation>Hält das Dach bei Tag geschlossen. Nicht für Sonnenteleskope.</translation>
+    </message>
+    <message>
+        <source>&amp;All of it in the setup…</source>
+        <translation>&amp;Alles in den Einstellungen…</translation>
+    </message>
+    <message>
+        <source>Alerts</source>
+        <translation>Benachrichtigung</translation>
+    </message>
+    <message>
+        <source>A sound or a program of yours when it becomes unsafe, such as one that closes the roof.</source>
+        <translation>Ein Ton oder ein eigenes Programm, wenn es unsicher wird, etwa eines, das das Dach schließt.</translation>
+    </message>
+    <message>
+        <source>&amp;Alerts…</source>
+        <translation>&amp;Benachrichtigung…</translation>
+    </message>
+    <message>
+        <source>Observatory programs</source>
+        <translation>Programme der Sternwarte</translation>
+    </message>
+    <message>
+        <source>Programs on this machine that know the driver find it by themselves; nothing has to be set for them.</source>
+        <translation>Programme auf diesem Rechner, die den Treiber kennen, finden ihn von selbst; für sie ist nichts einzustellen.</translation>
+    </message>
+    <message>
+        <source>&amp;Serve the readings over HTTP</source>
+        <translation>Messwerte über &amp;HTTP bereitstellen</translation>
+    </message>
+    <message>
+        <source>For ASCOM Alpaca, for INDI with KStars and Ekos, and for your browser. On this machine alone, until you open it to the network.</source>
+        <translation>Für ASCOM Alpaca, für INDI mit KStars und Ekos und für den Browser. Nur auf diesem Rechner, bis man es für das Netzwerk öffnet.</translation>
+    </message>
+    <message>
+        <source>Net&amp;work…</source>
+        <translation>&amp;Netzwerk…</translation>
+    </message>
+    <message>
+        <source>MQTT</source>
+        <translation>MQTT</translation>
+    </message>
+    <message>
+        <source>Readings for a broker: Home Assistant, Node-RED, several domes.</source>
+        <translation>Messwerte für einen Broker: Home Assistant, Node-RED, mehrere Kuppeln.</translation>
+    </message>
+    <message>
+        <source>M&amp;QTT…</source>
+        <translation>M&amp;QTT…</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Keep the panel on &amp;top of other windows</source>
+        <translation>Hauptfenster immer im V&amp;ordergrund</translation>
     </message>
 </context>
 <context>
@@ -2539,6 +2911,14 @@ Ersetzen?</translation>
     <message>
         <source>Shows what your roof and other programs do; choosing it again ends the test</source>
         <translation>Zeigt, was das Dach und andere Programme tun; nochmals wählen beendet den Test</translation>
+    </message>
+    <message>
+        <source>Find the &amp;unit…</source>
+        <translation>Sensor &amp;suchen…</translation>
+    </message>
+    <message>
+        <source>Opens the assistant, which can search for the unit on other ports</source>
+        <translation>Öffnet den Assistenten, der den Sensor an anderen Anschlüssen suchen kann</translation>
     </message>
 </context>
 <context>
