@@ -37,8 +37,8 @@ class frmAssistant : public QDialog {
   struct Link {
     LinkState state = LinkState::kDisconnected;
     std::string port;
-    Message failure;  ///< why the last attempt failed, or ""
-    bool demo = false;    ///< values are simulated now, and no port is opened
+    Message failure;    ///< why the last attempt failed, or ""
+    bool demo = false;  ///< values are simulated now, and no port is opened
   };
   struct Parts {
     AssistantChoices& choices;
