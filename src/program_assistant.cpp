@@ -84,7 +84,7 @@ void ProgramWindows::OpenAssistant() {
   });
   QObject::connect(assistant_, &frmAssistant::Skipped, panel_.get(), [this] { SkipAssistant(); });
   assistant_->SetNightTheme(parts_.settings.NightTheme == 1);
-  assistant_->Open();
+  assistant_->ShowInFront();
 }
 
 void ProgramWindows::ConnectTo(const std::string& port) {

@@ -17,7 +17,7 @@ class AssistantWindowTest : public LinkFixture {
  protected:
   AssistantWindowTest() {
     window->SetNightTheme(true);
-    window->Open();
+    window->ShowInFront();
     QObject::connect(window, &frmAssistant::Skipped, [this] { ++skipped; });
     QObject::connect(window, &frmAssistant::ConnectWanted, [this](const QString& port) { wanted = port; });
     Settle();

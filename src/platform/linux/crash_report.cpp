@@ -19,6 +19,12 @@
 namespace orvalis::crash_report {
 namespace {
 
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool kSanitized = true;
+#else
+constexpr bool kSanitized = false;
+#endif
+
 struct Fault {
   int signal;
   std::string_view name;
@@ -96,7 +102,7 @@ bool Keep(const std::filesystem::path& file, Path& path) {
 }
 
 /// A dump has neither heap nor stack. What the program starts inherits that.
-[[maybe_unused]] void EmptyDumps() {
+void EmptyDumps() {
   const int filter = open("/proc/self/coredump_filter", O_WRONLY | O_CLOEXEC);
   if (filter < 0) return;
   [[maybe_unused]] const ssize_t written = write(filter, "0", 1);
@@ -105,8 +111,8 @@ bool Keep(const std::filesystem::path& file, Path& path) {
 
 }  // namespace
 
-void Arm([[maybe_unused]] const std::filesystem::path& folder) {
-#ifndef __SANITIZE_ADDRESS__
+void Arm(const std::filesystem::path& folder) {
+  if (kSanitized) return;
   EmptyDumps();
   if (!Keep(folder / kErrorLogFile, g_log) || !Keep(folder / kCrashNoteFile, g_note)) return;
   std::array<void*, 1> first{};
@@ -120,7 +126,6 @@ void Arm([[maybe_unused]] const std::filesystem::path& folder) {
   action.sa_handler = Report;
   action.sa_flags = static_cast<int>(SA_RESETHAND | SA_ONSTACK | SA_NODEFER);
   for (const Fault& fault : kFaults) sigaction(fault.signal, &action, nullptr);
-#endif
 }
 
 }  // namespace orvalis::crash_report

@@ -104,7 +104,7 @@ QBoxLayout* frmAssistant::BuildFooter() {
   return column;
 }
 
-void frmAssistant::Open() {
+void frmAssistant::ShowInFront() {
   PlaceBeside(*this, parentWidget(), kUsualSize * PixelSize(font()), kLeastWidth * PixelSize(font()));
   show();
   QTimer::singleShot(0, this, [this] { MoveOntoScreen(*this); });

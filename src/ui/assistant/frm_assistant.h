@@ -57,7 +57,7 @@ class frmAssistant : public QDialog {
   ~frmAssistant() override;
 
   /// Shows it beside its parent.
-  void Open();
+  void ShowInFront();
   /// Black and red, or the desktop's colours.
   void SetNightTheme(bool on);
   /// The search has changed.
