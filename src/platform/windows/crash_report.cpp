@@ -1,8 +1,6 @@
 #include "platform/system/crash_report.h"
 
 #include <windows.h>
-// After windows.h.
-#include <werapi.h>
 
 #include <algorithm>
 #include <array>
@@ -80,10 +78,19 @@ bool Keep(const std::filesystem::path& file, Path& path) {
   return true;
 }
 
+/// An error report that Windows makes has no heap.
+void EmptyReports() {
+  using SetFlags = HRESULT(WINAPI*)(DWORD flags);
+  constexpr DWORD kNoHeap = 1;  // WER_FAULT_REPORTING_FLAG_NOHEAP; the header needs a newer system than the program
+  const auto set_flags = reinterpret_cast<SetFlags>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "WerSetFlags")));
+  if (set_flags != nullptr) set_flags(kNoHeap);
+}
+
 }  // namespace
 
 void Arm(const std::filesystem::path& folder) {
-  WerSetFlags(WER_FAULT_REPORTING_FLAG_NOHEAP);
+  EmptyReports();
   if (!Keep(folder / kErrorLogFile, g_log) || !Keep(folder / kCrashNoteFile, g_note)) return;
   ULONG room = 65'536;  // for the filter, where the fault is that the stack is full
   SetThreadStackGuarantee(&room);
