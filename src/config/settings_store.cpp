@@ -109,14 +109,15 @@ bool SettingsStore::HasCurrentLayout() const { return Get(Require(kLayoutKey)) =
 
 void SettingsStore::EnsureLayout() {
   kept_safe_ = profile_.KeepSafe(RulesForSettings(locale_));
-  if (HasCurrentLayout()) return;
-  const bool is_new = Get(Require(kLayoutKey)).empty() && LossNotice().empty();
+  const std::string layout = Get(Require(kLayoutKey));
+  if (layout == kLayoutVersion) return;
   // The stamp is written first and must not be found without its keys after a crash: all or nothing.
   Profile::Batch batch(profile_);
   for (const SettingKey& key : SettingKeys()) {
     if (!key.default_text) continue;
     profile_.WriteValue(kDriverId, key.name, DefaultText(key, program_folder_, locale_), key.subkey);
   }
+  const bool is_new = layout.empty() && LossNotice().empty();
   if (is_new && offers_assistant_) WriteText(kAssistantKey, "1");
   batch.Commit();
 }

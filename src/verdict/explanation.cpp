@@ -76,7 +76,7 @@ constexpr std::array<Cause, 5> kCauses{{
      [](const VerdictFigures&, const std::string& began) { return Message::Of("light since %1").With(began); }},
     {[](const VerdictFigures& f) { return f.cloud_alarm && f.sky_c > f.sky_limit_c - f.sky_hysteresis_c; },
      [](const VerdictFigures& f, const Style& style) {
-       const Message text =
+       Message text =
            Message::Of("clouds: sky %1, limit %2").With(Temperature(f.sky_c, style), Temperature(f.sky_limit_c, style));
        if (f.sky_c > f.sky_limit_c) return text;
        return Message::Of("%1; the alarm ends at %2")
