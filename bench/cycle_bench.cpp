@@ -50,7 +50,7 @@ int Run(const char* port_name, int count) {
   job.Start(Measure(link, count, milliseconds), [](const std::exception_ptr&) { QCoreApplication::quit(); });
   QCoreApplication::exec();
   if (milliseconds.empty()) {
-    std::fprintf(stderr, "no frame: %s\n", status.c_str());
+    std::fprintf(stderr, "no frame: %s\n", status.English().c_str());
     return 1;
   }
   std::sort(milliseconds.begin(), milliseconds.end());
