@@ -2136,7 +2136,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>At e&amp;very start too, and again when it is lost</source>
-        <translation>Auch bei jedem S&amp;tart, und erneut, wenn die Verbindung abreißt</translation>
+        <translation>Auch bei jedem S&amp;tart und nach jedem Abbruch</translation>
     </message>
     <message>
         <source>For the panel, the graphs and their pictures. Other programs, logs and uploads get the same whatever you choose.</source>
