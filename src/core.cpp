@@ -226,7 +226,8 @@ Core::Core(const CommandLine& line, std::chrono::seconds client_patience, Servic
     events_.Listen([this](const Event& event) { PrintError(event.text, event.level); });
   }
   if (const std::string note = TakeCrashNote(folder); !note.empty()) {
-    Report("An earlier run ended by a fault; please report it with the backtrace in the error log: " + note);
+    Report(Message::Of("An earlier run ended by a fault; please report it with the backtrace in the error log: %1")
+               .With(note));
   }
 }
 

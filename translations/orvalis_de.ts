@@ -1449,6 +1449,10 @@ Bitte den Dateinamen prüfen.</translation>
         <source>updating the assistant</source>
         <translation>Aktualisieren des Assistenten</translation>
     </message>
+    <message>
+        <source>An earlier run ended by a fault; please report it with the backtrace in the error log: %1</source>
+        <translation>Ein früherer Lauf endete durch einen Fehler; bitte mit der Rückverfolgung im Fehlerprotokoll melden: %1</translation>
+    </message>
 </context>
 <context>
     <name>orvalis::PortList</name>
