@@ -10,14 +10,10 @@ import time
 import unittest
 
 from harness import BIN, Case, Process
+from ports import free_port
 
 # From a cause to the status that clients see: ten seconds of age, and two between questions.
 SOON = 12
-
-
-def free_port():
-    with socket.create_server(("127.0.0.1", 0)) as free:
-        return free.getsockname()[1]
 
 
 class Source:

@@ -12,13 +12,9 @@ import time
 import unittest
 
 from harness import BIN, Case, Process
+from ports import free_port
 
 AVAILABILITY = "orvalis/Dome_A/availability"
-
-
-def free_port():
-    with socket.create_server(("127.0.0.1", 0)) as free:
-        return free.getsockname()[1]
 
 
 class FakeBroker:

@@ -3,7 +3,6 @@
 import json
 import os
 import signal
-import socket
 import subprocess
 import unittest
 import urllib.parse
@@ -11,20 +10,9 @@ import urllib.request
 from pathlib import Path
 
 import harness
+from ports import free_ports
 
 EXAMPLE = Path(__file__).parents[2] / "examples" / "several-domes"
-
-
-def five_free_ports():
-    for first in range(21000, 60000, 7):
-        try:
-            for port in range(first, first + 5):
-                with socket.socket() as probe:
-                    probe.bind(("127.0.0.1", port))
-            return first
-        except OSError:
-            continue
-    raise AssertionError("no free ports")
 
 
 class SeveralDomes(harness.Case):
@@ -45,7 +33,7 @@ class SeveralDomes(harness.Case):
         return {(alert["labels"]["alertname"], alert["labels"]["dome"]) for alert in self.ask("alerts").get("alerts", [])}
 
     def test_one_prometheus_and_one_broker_see_all_three(self):
-        self.port = five_free_ports()
+        self.port = free_ports(5)
         self.env.pop("ORVALIS_HTTP_PORT")
         site = Path(self.folder) / "site"
         self.env["ORVALIS_BIN"] = harness.BIN

@@ -2,7 +2,6 @@
 
 import contextlib
 import os
-import random
 import socket
 import struct
 import subprocess
@@ -10,17 +9,7 @@ import threading
 import time
 from pathlib import Path
 
-
-def free_port():
-    """A port below 32768, which is what fits into the program's URLs."""
-    while True:
-        port = random.randint(20000, 32000)
-        with socket.socket() as probe:
-            try:
-                probe.bind(("127.0.0.1", port))
-                return port
-            except OSError:
-                continue
+from ports import free_port
 
 
 class Server:

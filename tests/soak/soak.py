@@ -83,10 +83,13 @@ class Run:
 
     @contextlib.contextmanager
     def world(self, kind, seed, patience):
+        """None when its start fails."""
         world = World(kind, seed, patience)
         self.worlds.add(world)
+        begun = False
         try:
             world.begin()
+            begun = True
             yield world
             if world.program.process.poll() is None:
                 world.end()
@@ -98,6 +101,8 @@ class Run:
                 self.looks += world.watcher.looks
             self.worlds.discard(world)
             world.doCleanups()
+        if not begun:
+            yield None
 
     def row(self, kind, faults, seed):
         """These faults on one world each after the other; a new world after a failure."""
@@ -105,8 +110,10 @@ class Run:
         while faults:
             patience = QUICK_PATIENCE if self.arguments.quick else 1.0
             with self.world(kind, chance.randrange(2**32), patience) as world:
-                while faults and self.bring_about(world, faults.pop(0)):
+                while world and faults and self.bring_about(world, faults.pop(0)):
                     pass
+            if not world:
+                return
 
     def one_at_a_time(self, faults):
         if not self.arguments.quick:
@@ -138,7 +145,7 @@ class Run:
         chosen = [chance.choice(fitting) for _ in range(6)]
         self.say("at random on %s: %s" % (kind, ", ".join(f.name for f in chosen)))
         with self.world(kind, chance.randrange(2**32), chance.uniform(QUICK_PATIENCE, 1)) as world:
-            for fault in chosen:
+            for fault in chosen if world else ():
                 if time.monotonic() > end:
                     return
                 if chance.random() < 0.3 and fault.expected.startswith(LINE):  # those of the line stand each other

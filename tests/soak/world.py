@@ -17,7 +17,7 @@ import time
 from pathlib import Path
 
 from harness import BIN, Case, Unit
-from test_mqtt import free_port
+from ports import free_port
 from truth import Truth, Watcher
 from web_servers import StuckFtpServer, WebServer
 
