@@ -8,6 +8,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <unordered_map>
 
 namespace orvalis {
 
@@ -55,6 +56,8 @@ class Database {
   explicit Database(const std::filesystem::path& file);
 
   [[nodiscard]] Statement Prepare(const std::string& sql) { return {handle_.get(), sql}; }
+  /// As `Prepare`, once for each text: for what is done again and again. Only one use of it at a time.
+  [[nodiscard]] Statement& Kept(const std::string& sql);
   void Execute(const std::string& sql) { Prepare(sql).Run(); }
   /// The file was renamed or removed under it.
   [[nodiscard]] bool HasMoved();
@@ -64,12 +67,13 @@ class Database {
     void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
   };
   std::unique_ptr<sqlite3, Close> handle_;
+  std::unordered_map<std::string, Statement> kept_;
 };
 
 /// All that is done while it lives, or nothing unless `Commit` was reached.
 class Transaction {
  public:
-  explicit Transaction(Database& database) : database_(database) { database_.Execute("BEGIN IMMEDIATE"); }
+  explicit Transaction(Database& database) : database_(database) { database_.Kept("BEGIN IMMEDIATE").Run(); }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
   ~Transaction();
