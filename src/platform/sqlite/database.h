@@ -17,6 +17,8 @@ class DatabaseError : public std::runtime_error {
  public:
   DatabaseError(int code, const std::string& text) : std::runtime_error(text), code_(code) {}
 
+  /// SQLite's primary result code.
+  [[nodiscard]] int code() const { return code_; }
   /// The file is no database, or is damaged. Anything else may be mended without it.
   [[nodiscard]] bool damaged() const { return code_ == SQLITE_CORRUPT || code_ == SQLITE_NOTADB; }
 

@@ -164,6 +164,20 @@ void AddColumns(Database& database) {
   }
 }
 
+/// Asks for every column. Throws DatabaseError: a file that says it is `ours` and lacks one is damaged, and any other
+/// is another program's.
+void CheckColumns(Database& database, bool ours) {
+  try {
+    for (const std::string& columns : {SampleColumns() + " FROM cycle", SpanColumns() + " FROM span",
+                                       std::string(kVerdictColumns) + " FROM verdict"}) {
+      static_cast<void>(database.Prepare("SELECT " + columns));
+    }
+  } catch (const DatabaseError& error) {
+    if (ours && error.code() == SQLITE_ERROR) throw DatabaseError(SQLITE_CORRUPT, error.what());
+    throw;
+  }
+}
+
 void Prepare(Database& database) {
   const std::int64_t layout = CheckFile(database);
   // A batch is in the file as soon as it is written, whatever becomes of the program, and the disk is not waited for.
@@ -182,10 +196,7 @@ void Prepare(Database& database) {
   database.Execute(
       "CREATE TABLE IF NOT EXISTS verdict (time INTEGER PRIMARY KEY, until INTEGER NOT NULL, safe INTEGER NOT NULL, "
       "source TEXT NOT NULL, reasons TEXT NOT NULL, explanation TEXT NOT NULL)");
-  // Tables of the same names and another make are not ours; asking for the columns finds out.
-  static_cast<void>(database.Prepare("SELECT " + SampleColumns() + " FROM cycle"));
-  static_cast<void>(database.Prepare("SELECT " + SpanColumns() + " FROM span"));
-  static_cast<void>(database.Prepare(std::string("SELECT ") + kVerdictColumns + " FROM verdict"));
+  CheckColumns(database, layout > 0);
   database.Execute("PRAGMA user_version = " + std::to_string(kLayout));
   transaction.Commit();
 }
