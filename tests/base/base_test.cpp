@@ -85,7 +85,7 @@ TEST(SerialPortEntries, TheConnectedOneIsSaidToBeUnderEachOfItsNames) {
     };
     std::string all;
     for (const auto& port : WithConnected({{"/dev/ttyS1", ""}, {"/dev/ttyUSB0", "FTDI"}}, chosen, device, same)) {
-      all += port.name + " " + port.description + "; ";
+      all += port.name + " " + port.description.English() + "; ";
     }
     return all;
   };

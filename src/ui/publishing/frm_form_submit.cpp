@@ -216,6 +216,7 @@ QWidget* frmFormSubmit::BuildInterval(std::size_t index, const QString& text) {
   list->setObjectName(ToQString(kSubmitIntervals[index].control));
   //: A list of intervals to a screen reader: the text of the check box, and the unit.
   list->setAccessibleName(tr("%1 seconds").arg(text));
+  list->setAccessibleDescription(list->accessibleName());  // on some systems a list has its row for a name
   for (const UploadInterval& interval : kUploadIntervals) list->addItem(ToQString(interval.text), interval.item_value);
   list->setPlaceholderText(ToQString(UploadIntervalText(-1)));
   list->setCurrentIndex(-1);

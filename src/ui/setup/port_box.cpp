@@ -42,7 +42,7 @@ void PortBox::Refill() {
   clear();
   for (const SerialPortEntry& entry : ports_()) {
     addItem(ToQString(entry.name));
-    setItemData(count() - 1, ToQString(entry.description), kDescriptionRole);
+    setItemData(count() - 1, Translated(entry.description), kDescriptionRole);
   }
   if (!text.isEmpty() && findText(text, Qt::MatchFixedString | Qt::MatchCaseSensitive) < 0) insertItem(0, text);
   setCurrentIndex(findText(text, Qt::MatchFixedString | Qt::MatchCaseSensitive));
