@@ -5,6 +5,7 @@
 #include <QStyledItemDelegate>
 
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
