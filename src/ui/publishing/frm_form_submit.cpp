@@ -81,6 +81,7 @@ frmFormSubmit::frmFormSubmit(WebPublisher& publisher, std::function<QPixmap()> g
   setWindowTitle(tr("Orvalis Web Publishing"));
   auto* pages = new QTabWidget;
   pages->setObjectName("pages");
+  pages->setAccessibleName(tr("Request"));
   pages->addTab(BuildExchange(), tr("&Request"));
   pages->addTab(BuildComposer(), tr("Variables and &headers"));
   pages->setCornerWidget(ForHelp(new QPushButton(tr("Help"))));
