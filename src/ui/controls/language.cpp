@@ -58,7 +58,7 @@ QString KnownLanguage(const QString& language) {
 
 QString FirstKnown(const QStringList& wanted) {
   for (const QString& language : wanted) {
-    if (const QString known = KnownLanguage(language); !known.isEmpty()) return known;
+    if (QString known = KnownLanguage(language); !known.isEmpty()) return known;
   }
   return Languages().constFirst();
 }
