@@ -1,4 +1,5 @@
 #include "verdict/safety_judge.h"
+
 #include <gtest/gtest.h>
 
 #include <cctype>
@@ -7,7 +8,6 @@
 #include "reading/frame_interpreter.h"
 #include "tests/support/fake_serial_port.h"
 #include "verdict/explanation.h"
-#include "verdict/told_reasons.h"
 #include "verdict/told_reasons.h"
 
 namespace orvalis {
