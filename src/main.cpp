@@ -28,14 +28,12 @@ class QtWindowSystem : public orvalis::WindowSystem {
   }
 
   void ChooseLanguage(const std::optional<std::string>& wanted) override {
-    const QString name = wanted ? QString::fromStdString(*wanted) : QString();
-    const QString known = orvalis::FirstKnown({name});
-    const bool is_known = known == name || known == name.left(2);
-    if (wanted && !is_known) {
+    const QString known = wanted ? orvalis::KnownLanguage(QString::fromStdString(*wanted)) : QString();
+    if (wanted && known.isEmpty()) {
       std::cerr << "orvalis: there is no language \"" << *wanted << "\"; there are "
                 << orvalis::Languages().join(", ").toStdString() << '\n';
     }
-    orvalis::UseLanguage(wanted && is_known ? known : orvalis::LanguageOfLocale());
+    orvalis::UseLanguage(known.isEmpty() ? orvalis::LanguageOfLocale() : known);
   }
 
   std::unique_ptr<orvalis::Front> MakeWindows(orvalis::Core& core) override {

@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>QAbstractFileIconProvider</name>
+    <message>
+        <source>Folder</source>
+        <comment>All other platforms</comment>
+        <translation>Ordner</translation>
+    </message>
+</context>
+<context>
+    <name>QComboBox</name>
+    <message>
+        <source>Open the combo box selection popup</source>
+        <translation>Auswahlliste öffnen</translation>
+    </message>
+</context>
+<context>
     <name>QDialogButtonBox</name>
     <message>
         <source>OK</source>
@@ -86,7 +101,7 @@
         <source>%1 already exists.
 Do you want to replace it?</source>
         <translation>%1 gibt es schon.
-Ersetzen?</translation>
+Soll die Datei ersetzt werden?</translation>
     </message>
     <message>
         <source>%1
@@ -114,6 +129,10 @@ Bitte den Dateinamen prüfen.</translation>
     <message>
         <source>Date Modified</source>
         <translation>Geändert am</translation>
+    </message>
+    <message>
+        <source>Computer</source>
+        <translation>Computer</translation>
     </message>
 </context>
 <context>
@@ -195,6 +214,61 @@ Bitte den Dateinamen prüfen.</translation>
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>QScrollBar</name>
+    <message>
+        <source>Scroll here</source>
+        <translation>Hierher blättern</translation>
+    </message>
+    <message>
+        <source>Left edge</source>
+        <translation>Linker Rand</translation>
+    </message>
+    <message>
+        <source>Right edge</source>
+        <translation>Rechter Rand</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Anfang</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>Page left</source>
+        <translation>Eine Seite nach links</translation>
+    </message>
+    <message>
+        <source>Page right</source>
+        <translation>Eine Seite nach rechts</translation>
+    </message>
+    <message>
+        <source>Page up</source>
+        <translation>Eine Seite nach oben</translation>
+    </message>
+    <message>
+        <source>Page down</source>
+        <translation>Eine Seite nach unten</translation>
+    </message>
+    <message>
+        <source>Scroll left</source>
+        <translation>Nach links blättern</translation>
+    </message>
+    <message>
+        <source>Scroll right</source>
+        <translation>Nach rechts blättern</translation>
+    </message>
+    <message>
+        <source>Scroll up</source>
+        <translation>Nach oben blättern</translation>
+    </message>
+    <message>
+        <source>Scroll down</source>
+        <translation>Nach unten blättern</translation>
     </message>
 </context>
 <context>
@@ -366,6 +440,11 @@ Bitte den Dateinamen prüfen.</translation>
         <extracomment>%1 is a value with its unit, which was kept from before because there was no new one.</extracomment>
         <translation>%1, gehalten</translation>
     </message>
+    <message>
+        <source>Curves over time: %1. Ctrl with the left or right arrow key reads the values.</source>
+        <extracomment>Of a graph, to a screen reader; followed by the names of the curves.</extracomment>
+        <translation>Kurven über der Zeit: %1. Strg mit der linken oder rechten Pfeiltaste liest die Werte ab.</translation>
+    </message>
 </context>
 <context>
     <name>orvalis::Message</name>
@@ -383,11 +462,11 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>Demo mode: simulated values</source>
-        <translation>Demo: simulierte Werte</translation>
+        <translation>Demomodus: simulierte Werte</translation>
     </message>
     <message>
         <source>giving the last verdict</source>
-        <translation>letztes Urteil</translation>
+        <translation>Ausgeben des letzten Urteils</translation>
     </message>
     <message>
         <source>serving the network</source>
@@ -395,7 +474,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>A program that was started for a client serves no others.</source>
-        <translation>Für ein anderes Programm gestartet: stellt nur diesem Werte bereit.</translation>
+        <translation>Für ein anderes Programm gestartet: die Werte bekommt nur dieses.</translation>
     </message>
     <message>
         <source>publishing over MQTT</source>
@@ -407,7 +486,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>polling the unit</source>
-        <translation>Abfragen des Sensors</translation>
+        <translation>Abfrage des Sensors</translation>
     </message>
     <message>
         <source>changing a setting</source>
@@ -543,7 +622,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>%1 counts</source>
-        <translation>%1 Counts</translation>
+        <translation>%1&#xa0;Counts</translation>
     </message>
     <message>
         <source>no alarm</source>
@@ -571,7 +650,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>no alarm, but rain has only just ended: %1 s left</source>
-        <translation>kein Alarm, aber der Regen ist gerade erst vorbei: noch %1 s</translation>
+        <translation>kein Alarm, aber der Regen ist gerade erst vorbei: noch %1&#xa0;s</translation>
     </message>
     <message>
         <source>no new alarm; one that is on ends at %1</source>
@@ -595,7 +674,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>running the setup</source>
-        <translation>Einstellungen</translation>
+        <translation>Öffnen der Einstellungen</translation>
     </message>
     <message>
         <source>%1 (error %2)</source>
@@ -619,7 +698,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>publishing to %1, topics %2/…</source>
-        <translation>veröffentlicht auf %1, Topics %2/…</translation>
+        <translation>veröffentlicht über %1, Topics %2/…</translation>
     </message>
     <message>
         <source>nothing is published: %1</source>
@@ -663,7 +742,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>dawn %1</source>
-        <translation>bis %1</translation>
+        <translation>Nacht bis %1</translation>
     </message>
     <message>
         <source>Sun on the horizon</source>
@@ -727,7 +806,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>SAFE - demo mode: the values are simulated</source>
-        <translation>SICHER - Demo: die Werte sind simuliert</translation>
+        <translation>SICHER – Demomodus: die Werte sind simuliert</translation>
     </message>
     <message>
         <source>SAFE soon</source>
@@ -811,7 +890,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>the ambient temperature is not known</source>
-        <translation>die Umgebungstemperatur ist nicht bekannt</translation>
+        <translation>die Umgebungstemperatur ist unbekannt</translation>
     </message>
     <message>
         <source>a value is not a number</source>
@@ -843,7 +922,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>Sent as is: the service may misread a blank, &quot;&amp;&quot;, &quot;%&quot;, &quot;+&quot; or &quot;#&quot; in it</source>
-        <translation>Wird so gesendet: Leerzeichen, „&amp;“, „%“, „+“ oder „#“ darin kann der Dienst falsch lesen</translation>
+        <translation>Wird unverändert gesendet: Leerzeichen, „&amp;“, „%“, „+“ oder „#“ darin kann der Dienst falsch lesen</translation>
     </message>
     <message>
         <source>Cannot be sent: %1.</source>
@@ -999,7 +1078,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>rain %1 counts, limit %2</source>
-        <translation>Regen %1 Counts, Schwelle %2</translation>
+        <translation>Regen %1&#xa0;Counts, Schwelle %2</translation>
     </message>
     <message>
         <source>rain, limit %1 passed at %2</source>
@@ -1007,11 +1086,11 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>%1; the unit stays on for %2 s after rain</source>
-        <translation>%1; der Sensor bleibt nach Regen %2 s im Alarm</translation>
+        <translation>%1; der Sensor bleibt nach Regen %2&#xa0;s im Alarm</translation>
     </message>
     <message>
         <source>%1; the unit stays on for %2 s after rain, %3 left</source>
-        <translation>%1; der Sensor bleibt nach Regen %2 s im Alarm, noch %3</translation>
+        <translation>%1; der Sensor bleibt nach Regen %2&#xa0;s im Alarm, noch %3</translation>
     </message>
     <message>
         <source>rain just over, the unit stays on for %1</source>
@@ -1019,7 +1098,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>wind %1 counts, limit %2</source>
-        <translation>Wind %1 Counts, Schwelle %2</translation>
+        <translation>Wind %1&#xa0;Counts, Schwelle %2</translation>
     </message>
     <message>
         <source>wind, limit %1 passed at %2</source>
@@ -1027,7 +1106,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>light %1 counts, limit %2 (fewer is brighter)</source>
-        <translation>Licht %1 Counts, Schwelle %2 (weniger ist heller)</translation>
+        <translation>Licht %1&#xa0;Counts, Schwelle %2 (weniger ist heller)</translation>
     </message>
     <message>
         <source>light since %1</source>
@@ -1063,7 +1142,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>no reading for long</source>
-        <translation>seit Langem keine Messung</translation>
+        <translation>seit langem keine Messung</translation>
     </message>
     <message>
         <source>a test, %1 left</source>
@@ -1091,11 +1170,11 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>demo mode: the values are simulated</source>
-        <translation>Demo: die Werte sind simuliert</translation>
+        <translation>Demomodus: die Werte sind simuliert</translation>
     </message>
     <message>
         <source>demo mode</source>
-        <translation>Demo</translation>
+        <translation>Demomodus</translation>
     </message>
     <message>
         <source>not all settings have been sent to the unit yet</source>
@@ -1131,7 +1210,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>damp, %1 counts, limit %2</source>
-        <translation>feucht, %1 Counts, Schwelle %2</translation>
+        <translation>feucht, %1&#xa0;Counts, Schwelle %2</translation>
     </message>
     <message>
         <source>wind %1, limit %2</source>
@@ -1143,11 +1222,11 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>daylight: light %1 counts</source>
-        <translation>Tageslicht: Licht %1 Counts</translation>
+        <translation>Tageslicht: Licht %1&#xa0;Counts</translation>
     </message>
     <message>
         <source>the unit&apos;s relay is forced, so it says nothing about the sky</source>
-        <translation>das Relais des Sensors ist dauernd an und sagt deshalb nichts über den Himmel</translation>
+        <translation>das Relais des Sensors ist auf „immer an“ gestellt und sagt deshalb nichts über den Himmel</translation>
     </message>
     <message>
         <source>the unit&apos;s relay is switched off, so it says nothing about the sky</source>
@@ -1155,7 +1234,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>relay forced since %1</source>
-        <translation>Relais dauernd an seit %1</translation>
+        <translation>Relais auf „immer an“ seit %1</translation>
     </message>
     <message>
         <source>relay switched off since %1</source>
@@ -1191,11 +1270,11 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>%1 h</source>
-        <translation>%1 h</translation>
+        <translation>%1&#xa0;h</translation>
     </message>
     <message>
         <source>%1 min</source>
-        <translation>%1 min</translation>
+        <translation>%1&#xa0;min</translation>
     </message>
     <message>
         <source>SAFE %1</source>
@@ -1203,7 +1282,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>UNSAFE - %1</source>
-        <translation>UNSICHER - %1</translation>
+        <translation>UNSICHER – %1</translation>
     </message>
     <message>
         <source>no connection</source>
@@ -1453,6 +1532,142 @@ Bitte den Dateinamen prüfen.</translation>
         <source>An earlier run ended by a fault; please report it with the backtrace in the error log: %1</source>
         <translation>Ein früherer Lauf endete durch einen Fehler; bitte mit der Rückverfolgung im Fehlerprotokoll melden: %1</translation>
     </message>
+    <message>
+        <source>ended with code %1</source>
+        <translation>mit Code %1 beendet</translation>
+    </message>
+    <message>
+        <source>was ended by signal %1</source>
+        <translation>durch Signal %1 beendet</translation>
+    </message>
+    <message>
+        <source>cannot be started: %1</source>
+        <translation>lässt sich nicht starten: %1</translation>
+    </message>
+    <message>
+        <source>crashed (%1)</source>
+        <translation>abgestürzt (%1)</translation>
+    </message>
+    <message>
+        <source>lost its runner: how it ended is not known</source>
+        <translation>Startdienst verloren: wie es endete, ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>how it ended is not known</source>
+        <translation>wie es endete, ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>%1 (the locale is %2, numbers are written like %3)</source>
+        <translation>%1 (die Ländereinstellung ist %2, Zahlen schreibt man wie %3)</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not &quot;True&quot;, &quot;False&quot; or a number</source>
+        <translation>„%1“ ist weder „True“ noch „False“ noch eine Zahl</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a number</source>
+        <translation>„%1“ ist keine Zahl</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is too large</source>
+        <translation>„%1“ ist zu groß</translation>
+    </message>
+    <message>
+        <source>%1: the setting &quot;%2&quot; cannot be used: %3; set it right with: %4</source>
+        <translation>%1: die Einstellung „%2“ ist nicht verwendbar: %3; berichtigen mit: %4</translation>
+    </message>
+    <message>
+        <source>no program found for the command &quot;%1&quot;</source>
+        <translation>kein Programm für den Befehl „%1“ gefunden</translation>
+    </message>
+    <message>
+        <source>cannot write %1: %2</source>
+        <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+    <message>
+        <source>cannot send on the port %1: %2</source>
+        <translation>Senden am Anschluss %1 nicht möglich: %2</translation>
+    </message>
+    <message>
+        <source>no sound output on this machine</source>
+        <translation>dieser Rechner hat keine Tonausgabe</translation>
+    </message>
+    <message>
+        <source>the program &quot;%1&quot; cannot be started: %2</source>
+        <translation>das Programm „%1“ lässt sich nicht starten: %2</translation>
+    </message>
+    <message>
+        <source>cannot read the settings in %1: %2</source>
+        <translation>die Einstellungen in %1 lassen sich nicht lesen: %2</translation>
+    </message>
+    <message>
+        <source>%1 is damaged: it is not an INI file</source>
+        <translation>%1 ist beschädigt: es ist keine INI-Datei</translation>
+    </message>
+    <message>
+        <source>cannot create the folder %1 for the settings: %2</source>
+        <translation>der Ordner %1 für die Einstellungen lässt sich nicht anlegen: %2</translation>
+    </message>
+    <message>
+        <source>cannot write the settings to %1: another program has locked %2 for half a second</source>
+        <translation>die Einstellungen lassen sich nicht in %1 schreiben: ein anderes Programm sperrt %2 seit einer halben Sekunde</translation>
+    </message>
+    <message>
+        <source>the file or its folder cannot be written</source>
+        <translation>in die Datei oder ihren Ordner lässt sich nicht schreiben</translation>
+    </message>
+    <message>
+        <source>cannot write the settings to %1: %2</source>
+        <translation>die Einstellungen lassen sich nicht in %1 schreiben: %2</translation>
+    </message>
+    <message>
+        <source>cannot read the setting &quot;%1&quot; in %2: %3</source>
+        <translation>die Einstellung „%1“ in %2 lässt sich nicht lesen: %3</translation>
+    </message>
+    <message>
+        <source>the serial object of %1 is not responding</source>
+        <translation>das serielle Objekt von %1 antwortet nicht</translation>
+    </message>
+    <message>
+        <source>the serial object of %1 has ended</source>
+        <translation>das serielle Objekt von %1 wurde beendet</translation>
+    </message>
+    <message>
+        <source>the object gave no reason</source>
+        <translation>das Objekt nannte keinen Grund</translation>
+    </message>
+    <message>
+        <source>the port %1 is not open</source>
+        <translation>der Anschluss %1 ist nicht geöffnet</translation>
+    </message>
+    <message>
+        <source>the port %1 has vanished; the adapter was unplugged or lost power</source>
+        <translation>der Anschluss %1 ist verschwunden; der Adapter wurde abgezogen oder hat keinen Strom</translation>
+    </message>
+    <message>
+        <source>the port %1 failed: %2</source>
+        <translation>der Anschluss %1 ist ausgefallen: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a whole number</source>
+        <translation>„%1“ ist keine ganze Zahl</translation>
+    </message>
+    <message>
+        <source>the serial ports are numbered; &quot;%1&quot; is not a number</source>
+        <translation>die seriellen Anschlüsse haben Nummern; „%1“ ist keine</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was not found</source>
+        <translation>„%1“ wurde nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Connected</source>
+        <translation>Verbunden</translation>
+    </message>
+    <message>
+        <source>%1, connected</source>
+        <translation>%1, verbunden</translation>
+    </message>
 </context>
 <context>
     <name>orvalis::PortList</name>
@@ -1486,7 +1701,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>Orvalis itself has it open: see whether it is connected.</source>
-        <translation>Orvalis selbst hat ihn geöffnet: nachsehen, ob die Verbindung steht.</translation>
+        <translation>Orvalis selbst hat ihn geöffnet: bitte prüfen, ob die Verbindung steht.</translation>
     </message>
 </context>
 <context>
@@ -1569,7 +1784,7 @@ Bitte den Dateinamen prüfen.</translation>
     </message>
     <message>
         <source>&amp;Messages of the tray icon</source>
-        <translation>&amp;Meldungen des Tray-Symbols</translation>
+        <translation>&amp;Meldungen im Infobereich</translation>
     </message>
     <message>
         <source>A message over the desktop when it becomes safe or unsafe; never in the night theme</source>
@@ -1607,7 +1822,7 @@ Bitte den Dateinamen prüfen.</translation>
         <source>%1 already exists.
 Do you want to replace it?</source>
         <translation>%1 gibt es schon.
-Ersetzen?</translation>
+Soll die Datei ersetzt werden?</translation>
     </message>
     <message>
         <source>Open</source>
@@ -1619,7 +1834,7 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>No readings:</source>
-        <translation>Keine Werte:</translation>
+        <translation>Keine Messung:</translation>
     </message>
     <message>
         <source>Sound</source>
@@ -1659,7 +1874,7 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>Standards web site</source>
-        <translation>Web-Seite des Standards</translation>
+        <translation>Website des Standards</translation>
     </message>
     <message>
         <source>User guide</source>
@@ -1790,7 +2005,7 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>Humidity</source>
-        <translation>Feuchte</translation>
+        <translation>Luftfeuchte</translation>
     </message>
     <message>
         <source>Rain</source>
@@ -1820,7 +2035,7 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>Wind and humidity</source>
-        <translation>Wind und Feuchte</translation>
+        <translation>Wind und Luftfeuchte</translation>
     </message>
     <message>
         <source>Rain and light</source>
@@ -1894,11 +2109,11 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>Only programs on this machine can read.</source>
-        <translation>Nur Programme auf diesem Rechner können lesen.</translation>
+        <translation>Nur Programme auf diesem Rechner können die Werte lesen.</translation>
     </message>
     <message>
         <source>Everybody on the network can read; nothing can be changed from there.</source>
-        <translation>Jeder im Netzwerk kann lesen; ändern lässt sich von dort nichts.</translation>
+        <translation>Jeder im Netzwerk kann die Werte lesen; ändern lässt sich von dort nichts.</translation>
     </message>
     <message>
         <source>Time</source>
@@ -1926,12 +2141,12 @@ Ersetzen?</translation>
     <message>
         <source>%1 s</source>
         <extracomment>Seconds.</extracomment>
-        <translation>%1 s</translation>
+        <translation>%1&#xa0;s</translation>
     </message>
     <message>
         <source>%1 ms</source>
         <extracomment>Milliseconds.</extracomment>
-        <translation>%1 ms</translation>
+        <translation>%1&#xa0;ms</translation>
     </message>
     <message>
         <source>Choose…</source>
@@ -1982,7 +2197,7 @@ Ersetzen?</translation>
     </message>
     <message>
         <source>What makes it unsafe</source>
-        <translation>Was unsicher ist</translation>
+        <translation>Wann es unsicher ist</translation>
     </message>
     <message>
         <source>What to do about it</source>
@@ -2112,7 +2327,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Opening a port can reset what is connected to it. Untick the ports of a mount, a focuser or a roof. The search opens the others one after the other, sends the unit&apos;s greeting and nothing else, and closes them again.</source>
-        <translation>Das Öffnen eines Anschlusses kann zurücksetzen, was daran hängt. Die Anschlüsse von Montierung, Fokussierer und Dach abwählen. Die Suche öffnet die übrigen nacheinander, sendet nur die Begrüßung des Sensors und schließt sie wieder.</translation>
+        <translation>Das Öffnen eines Anschlusses kann das Gerät daran zurücksetzen. Die Anschlüsse von Montierung, Fokussierer und Dach abwählen. Die Suche öffnet die übrigen nacheinander, sendet nur die Begrüßung des Sensors und schließt sie wieder.</translation>
     </message>
     <message>
         <source>Ports to search</source>
@@ -2200,7 +2415,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Closes the roof above the speed of &quot;Windy&quot;, for a roof or a telescope that wind can damage.</source>
-        <translation>Schließt das Dach über der Geschwindigkeit von „Windy“, für ein Dach oder Teleskop, dem Wind schaden kann.</translation>
+        <translation>Schließt das Dach über der Geschwindigkeit von „Windy“, wenn Wind dem Dach oder Teleskop schaden kann.</translation>
     </message>
     <message>
         <source>&amp;Clouds: &quot;Cloudy&quot;</source>
@@ -2342,7 +2557,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     <name>orvalis::frmFormSubmit</name>
     <message>
         <source>Orvalis Web Publishing</source>
-        <translation>Orvalis Web-Veröffentlichung</translation>
+        <translation>Orvalis: Web-Veröffentlichung</translation>
     </message>
     <message>
         <source>&amp;Request</source>
@@ -2492,7 +2707,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Captures a picture of the panel and sends it now</source>
-        <translation>Nimmt jetzt ein Bild des Hauptfensters auf und sendet es</translation>
+        <translation>Nimmt ein Bild des Hauptfensters auf und sendet es jetzt</translation>
     </message>
     <message>
         <source>%1 Uploads are off: the button asks, and sends once.</source>
@@ -2530,7 +2745,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     <message>
         <source>1 h</source>
         <extracomment>On a button: one hour.</extracomment>
-        <translation>1 h</translation>
+        <translation>1&#xa0;h</translation>
     </message>
     <message>
         <source>Show the last hour</source>
@@ -2542,7 +2757,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>12 h</source>
-        <translation>12 h</translation>
+        <translation>12&#xa0;h</translation>
     </message>
     <message>
         <source>Show the last 12 hours</source>
@@ -2554,7 +2769,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>48 h</source>
-        <translation>48 h</translation>
+        <translation>48&#xa0;h</translation>
     </message>
     <message>
         <source>Show the last 48 hours</source>
@@ -2619,7 +2834,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Show the whole history; a double click on the graph does the same</source>
-        <translation>Den ganzen Verlauf zeigen; ein Doppelklick in die Kurve tut dasselbe</translation>
+        <translation>Den ganzen Verlauf zeigen; ein Doppelklick in den Verlauf tut dasselbe</translation>
     </message>
     <message>
         <source>Update rate</source>
@@ -2627,7 +2842,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>How often the graph is updated</source>
-        <translation>Wie oft die Kurven aktualisiert werden</translation>
+        <translation>Wie oft der Verlauf aktualisiert wird</translation>
     </message>
     <message>
         <source>Save &amp;picture…</source>
@@ -2890,7 +3105,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>&amp;Standards web site</source>
-        <translation>Web-Seite des &amp;Standards</translation>
+        <translation>Website des &amp;Standards</translation>
     </message>
     <message>
         <source>Night</source>
@@ -2910,7 +3125,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>&amp;Test unsafe for 30 s</source>
-        <translation>30 s unsicher &amp;testen</translation>
+        <translation>30&#xa0;s unsicher &amp;testen</translation>
     </message>
     <message>
         <source>Shows what your roof and other programs do; choosing it again ends the test</source>
@@ -3045,7 +3260,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>What the panel calls it</source>
-        <translation>Wie die Anzeige es nennt</translation>
+        <translation>Wie das Hauptfenster es nennt</translation>
     </message>
     <message>
         <source>These limits choose words and colours, and with them the alerts by condition. None of them closes a roof, unless the page Safety counts the word.</source>
@@ -3062,7 +3277,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>The wind word turns yellow above this speed</source>
-        <translation>Ab dieser Geschwindigkeit wird das Wort für den Wind gelb</translation>
+        <translation>Über dieser Geschwindigkeit wird das Wort für den Wind gelb</translation>
     </message>
     <message>
         <source>&quot;W&amp;indy&quot; above:</source>
@@ -3070,7 +3285,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>The wind word turns red above this speed; it is unsafe then if the page Safety says so</source>
-        <translation>Ab dieser Geschwindigkeit wird das Wort für den Wind rot; unsicher ist es dann, wenn die Seite Sicherheit es sagt</translation>
+        <translation>Über dieser Geschwindigkeit wird das Wort für den Wind rot; unsicher ist es dann, wenn die Seite Sicherheit es sagt</translation>
     </message>
     <message>
         <source>&amp;Speed per count:</source>
@@ -3078,11 +3293,11 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>÷ 10 mph</source>
-        <translation>÷ 10 mph</translation>
+        <translation>÷ 10&#xa0;mph</translation>
     </message>
     <message>
         <source>Tenths of a mile per hour for each count of the wind sensor, 1 to 9</source>
-        <translation>Zehntelmeilen pro Stunde je Count des Windsensors, 1 bis 9</translation>
+        <translation>Zehntel einer Meile pro Stunde je Count des Windsensors, 1 bis 9</translation>
     </message>
     <message>
         <source>Sky: how much colder it is than the air</source>
@@ -3127,7 +3342,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Their limits are the unit&apos;s own: &quot;Damp&quot; above the rain alarm&apos;s, &quot;Rain&quot; more than 20 counts above it, &quot;Dark&quot; above the light alarm&apos;s, &quot;Dusk&quot; above 200.</source>
-        <translation>Ihre Schwellen sind die des Sensors: „Damp“ über der des Regenalarms, „Rain“ mehr als 20 Counts darüber, „Dark“ über der des Lichtalarms, „Dusk“ über 200.</translation>
+        <translation>Ihre Schwellen sind die des Sensors: „Damp“ über der des Regenalarms, „Rain“ mehr als 20&#xa0;Counts darüber, „Dark“ über der des Lichtalarms, „Dusk“ über 200.</translation>
     </message>
     <message>
         <source>Averaging</source>
@@ -3156,15 +3371,11 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Otherwise degrees Fahrenheit, on the panel, in the graphs and in pictures</source>
-        <translation>Sonst Grad Fahrenheit, im Hauptfenster, in den Kurven und auf Bildern</translation>
+        <translation>Sonst Grad Fahrenheit, im Hauptfenster, in den Verläufen und auf Bildern</translation>
     </message>
     <message>
         <source>Win&amp;d in:</source>
         <translation>&amp;Wind in:</translation>
-    </message>
-    <message>
-        <source>On the panel and in its pictures. Other programs, logs and uploads get the same as ever; limits are in mph</source>
-        <translation>Im Hauptfenster und auf seinen Bildern. Andere Programme, Protokolle und Uploads bekommen dasselbe wie immer; Schwellen sind in mph</translation>
     </message>
     <message>
         <source>Window</source>
@@ -3195,7 +3406,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>What makes the unit alarm</source>
-        <translation>Was den Sensor Alarm geben lässt</translation>
+        <translation>Wann der Sensor Alarm gibt</translation>
     </message>
     <message>
         <source>The unit watches these limits by itself. When one is passed and its alarm is on, it switches its relay: UNSAFE for every program, and the roof closes.</source>
@@ -3211,7 +3422,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Wetter is higher; 1 to 999. The panel says &quot;Damp&quot; above it and &quot;Rain&quot; more than 20 counts above</source>
-        <translation>Nasser ist höher; 1 bis 999. Darüber zeigt die Anzeige „Damp“ und mehr als 20 Counts darüber „Rain“</translation>
+        <translation>Nasser ist höher; 1 bis 999. Darüber zeigt das Hauptfenster „Damp“ und mehr als 20&#xa0;Counts darüber „Rain“</translation>
     </message>
     <message>
         <source>Stays &amp;on for:</source>
@@ -3235,7 +3446,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Of the wind sensor, 1 to 999</source>
-        <translation>Des Windsensors, 1 bis 999</translation>
+        <translation>Am Windsensor, 1 bis 999</translation>
     </message>
     <message>
         <source>Alarm t&amp;ime:</source>
@@ -3292,7 +3503,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Higher is darker; 1 to 999. The panel says &quot;Dark&quot; above it</source>
-        <translation>Höher ist dunkler; 1 bis 999. Darüber zeigt die Anzeige „Dark“</translation>
+        <translation>Höher ist dunkler; 1 bis 999. Darüber zeigt das Hauptfenster „Dark“</translation>
     </message>
     <message>
         <source>Unit alarms on li&amp;ght</source>
@@ -3320,7 +3531,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>The heater is always on, in dry air too.</source>
-        <translation>Die Heizung ist immer an, auch bei trockener Luft.</translation>
+        <translation>Die Heizung läuft immer, auch bei trockener Luft.</translation>
     </message>
     <message>
         <source>Allow rela&amp;y</source>
@@ -3356,7 +3567,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Connect at &amp;start and reconnect automatically</source>
-        <translation>Beim S&amp;tart verbinden und immer wieder von selbst</translation>
+        <translation>Beim S&amp;tart verbinden und Verbindung selbsttätig erneuern</translation>
     </message>
     <message>
         <source>Takes effect immediately</source>
@@ -3364,7 +3575,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>&amp;Demo mode: simulated values, no sensor unit</source>
-        <translation>&amp;Demo: simulierte Werte, ohne Sensor</translation>
+        <translation>&amp;Demomodus: simulierte Werte, ohne Sensor</translation>
     </message>
     <message>
         <source>Logs</source>
@@ -3417,7 +3628,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Closes the roof above the speed of &quot;Windy&quot;, for a roof or a telescope that wind can damage.</source>
-        <translation>Schließt das Dach über der Geschwindigkeit von „Windy“, für ein Dach oder Teleskop, dem Wind schaden kann.</translation>
+        <translation>Schließt das Dach über der Geschwindigkeit von „Windy“, wenn Wind dem Dach oder Teleskop schaden kann.</translation>
     </message>
     <message>
         <source>Cl&amp;ouds: &quot;Cloudy&quot;</source>
@@ -3441,7 +3652,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Demo &amp;mode can be safe</source>
-        <translation>&amp;Demo kann sicher sein</translation>
+        <translation>&amp;Demomodus kann sicher sein</translation>
     </message>
     <message>
         <source>Never on where a roof listens: simulated values would open it under a real sky.</source>
@@ -3487,7 +3698,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>For a roof: each is given when the verdict changes, whether or not alerts are enabled below. A program that fails is started again after 10, 30 and 60 s while the verdict stays.</source>
-        <translation>Für ein Dach: jede kommt, wenn sich das Urteil ändert, auch wenn die Benachrichtigungen unten ausgeschaltet sind. Ein Programm, das scheitert, wird nach 10, 30 und 60 s neu gestartet, solange das Urteil bleibt.</translation>
+        <translation>Für ein Dach: jede kommt, wenn sich das Urteil ändert, auch wenn die Benachrichtigungen unten ausgeschaltet sind. Ein fehlgeschlagenes Programm wird nach 10, 30 und 60&#xa0;s neu gestartet, solange das Urteil bleibt.</translation>
     </message>
     <message>
         <source>Unsafe</source>
@@ -3499,7 +3710,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>No readings</source>
-        <translation>Keine Werte</translation>
+        <translation>Keine Messung</translation>
     </message>
     <message>
         <source>By condition</source>
@@ -3587,7 +3798,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>What other programs call this one. Empty: the machine&apos;s name.</source>
-        <translation>Wie andere Programme dieses nennen. Leer: der Name des Rechners.</translation>
+        <translation>Wie andere Programme dieses hier nennen. Leer: der Name des Rechners.</translation>
     </message>
     <message>
         <source>Host names that a browser may reach this machine by, besides its own, such as a proxy&apos;s.</source>
@@ -3682,15 +3893,15 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     <message>
         <source>In Home Assistant, &quot;unavailable&quot; must close the roof too: see the guide.</source>
         <extracomment>&quot;unavailable&quot; is what the program publishes; it is not translated.</extracomment>
-        <translation>In Home Assistant muss auch „unavailable“ das Dach schließen: siehe Handbuch.</translation>
+        <translation>In Home Assistant muss auch „unavailable“ das Dach schließen: siehe das Handbuch.</translation>
     </message>
     <message>
         <source>Leftover focuser settings</source>
-        <translation>Übrige Fokussierer-Einstellungen</translation>
+        <translation>Altbestand des Fokussierers</translation>
     </message>
     <message>
         <source>Left from the focuser: stored, without effect</source>
-        <translation>Vom Fokussierer übrig: gespeichert, ohne Wirkung</translation>
+        <translation>Vom Fokussierer übrig geblieben: gespeichert, ohne Wirkung</translation>
     </message>
     <message>
         <source>steps</source>
@@ -3703,7 +3914,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>This program grew from a focuser driver. These settings are left from it. They do not affect the readings, but they do affect some members that clients use: see the tool tips.</source>
-        <translation>Dieses Programm ist aus einem Fokussierer-Treiber entstanden. Diese Einstellungen sind davon übrig. Auf die Messwerte wirken sie nicht, wohl aber auf einige Aufrufe anderer Programme: siehe Tooltips.</translation>
+        <translation>Dieses Programm ist aus einem Fokussierer-Treiber entstanden. Diese Einstellungen sind davon übrig geblieben. Auf die Messwerte wirken sie nicht, wohl aber auf einige Aufrufe anderer Programme: siehe die Kurzhinweise beim Zeigen mit der Maus.</translation>
     </message>
     <message>
         <source>Relative</source>
@@ -3711,7 +3922,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>The leftover position is kept as it is</source>
-        <translation>Die übrige Position bleibt, wie sie ist</translation>
+        <translation>Die alte Position bleibt, wie sie ist</translation>
     </message>
     <message>
         <source>Absolute</source>
@@ -3719,7 +3930,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>The leftover position is kept between 0 and the limit of &quot;Windy&quot;</source>
-        <translation>Die übrige Position bleibt zwischen 0 und der Schwelle von „Windy“</translation>
+        <translation>Die alte Position bleibt zwischen 0 und der Schwelle von „Windy“</translation>
     </message>
     <message>
         <source>Max increment:</source>
@@ -3745,7 +3956,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     <message>
         <source>Clients can call Halt only while this is on</source>
         <extracomment>&quot;Halt&quot; is a name for other programs, which is not translated.</extracomment>
-        <translation>Andere Programme können Halt nur aufrufen, wenn dies an ist</translation>
+        <translation>Andere Programme können Halt nur aufrufen, solange dies eingeschaltet ist</translation>
     </message>
     <message>
         <source>Reverse</source>
@@ -3806,7 +4017,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     <message>
         <source>Clients can read Temperature only while this is on</source>
         <extracomment>&quot;Temperature&quot; is a name for other programs, which is not translated.</extracomment>
-        <translation>Andere Programme können Temperature nur lesen, wenn dies an ist</translation>
+        <translation>Andere Programme können Temperature nur lesen, solange dies eingeschaltet ist</translation>
     </message>
     <message>
         <source>Delta T:</source>
@@ -3827,7 +4038,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     <message>
         <source>Clients can read WindSpeedWarn only while this is on</source>
         <extracomment>&quot;WindSpeedWarn&quot; is a name for other programs, which is not translated.</extracomment>
-        <translation>Andere Programme können WindSpeedWarn nur lesen, wenn dies an ist</translation>
+        <translation>Andere Programme können WindSpeedWarn nur lesen, solange dies eingeschaltet ist</translation>
     </message>
     <message>
         <source>Offset:</source>
@@ -3873,7 +4084,7 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     </message>
     <message>
         <source>Joystick intercept:</source>
-        <translation>Joystick-Achsenwert:</translation>
+        <translation>Joystick-Achsenabschnitt:</translation>
     </message>
     <message>
         <source>The port must be 1 through 65535</source>
@@ -3914,6 +4125,18 @@ Nochmals „Fertig“ drücken, wenn das behoben ist.</translation>
     <message>
         <source>&amp;Begin topics with:</source>
         <translation>Topics be&amp;ginnen mit:</translation>
+    </message>
+    <message>
+        <source>On the panel, in the graphs and in pictures. Other programs, logs and uploads get the same as ever; limits are typed in mph and shown in this unit beside</source>
+        <translation>Im Hauptfenster, in den Verläufen und auf Bildern. Andere Programme, Protokolle und Uploads bekommen dasselbe wie immer; Schwellen werden in mph eingegeben und daneben in dieser Einheit gezeigt</translation>
+    </message>
+    <message>
+        <source>Folder of the full log</source>
+        <translation>Ordner des ausführlichen Protokolls</translation>
+    </message>
+    <message>
+        <source>Folder of the one-line log</source>
+        <translation>Ordner des einzeiligen Protokolls</translation>
     </message>
 </context>
 <context>

@@ -1,10 +1,35 @@
 #include "app/alert_trial.h"
 
+#include <array>
 #include <exception>
+#include <optional>
+#include <string_view>
 
+#include "base/recognized.h"
 #include "base/run_time_error.h"
 
 namespace orvalis {
+namespace {
+
+/// How a program ended, which comes as text from the process that ran it.
+Message Ended(std::string_view failure) {
+  if (failure.empty()) return Message::Of("ended with code 0");
+  constexpr std::array kFailures{
+      Message::Of("ended with code %1"),
+      Message::Of("was ended by signal %1"),
+      Message::Of("cannot be started: %1"),
+      Message::Of("crashed (%1)"),
+      Message::Of("lost its runner: how it ended is not known"),
+      Message::Of("how it ended is not known"),
+  };
+  const auto as_it_is = [](std::string_view part) -> std::optional<Message> { return std::string(part); };
+  for (const Phrase& phrase : kFailures) {
+    if (const auto known = Recognized(failure, phrase, as_it_is)) return *known;
+  }
+  return std::string(failure);
+}
+
+}  // namespace
 
 void AlertTrial::Try(const SetupFile& file, const std::string& path, const Tell& tell) {
   if (path.empty()) return tell(Message::Of("no file chosen"));
@@ -40,9 +65,8 @@ void AlertTrial::Play(const std::string& path, const Tell& tell) {
 void AlertTrial::Start(const SetupFile& file, const std::string& path, const Tell& tell) {
   const AlertFacts facts =
       file.of_verdict ? FactsOfAlert(file.alert, true, parts_.observer.Now()) : FactsOfAlert(file.alert, true);
-  parts_.programs.Start({.path = path, .facts = facts, .ended = [tell](const std::string& failure) {
-                           tell(failure.empty() ? Message::Of("ended with code 0") : Message(failure));
-                         }});
+  parts_.programs.Start(
+      {.path = path, .facts = facts, .ended = [tell](const std::string& failure) { tell(Ended(failure)); }});
   tell(Message::Of("started"));
 }
 

@@ -76,8 +76,15 @@ std::optional<Said> WindWordNow(const Case& c) {
 std::optional<Said> SkyWordNow(const Case& c) {
   const auto difference = c.now.values.difference_c;
   if (!difference) return std::nullopt;
-  return Called(c.Degrees(*difference, c.typed.units.Difference(*difference)),
-                CloudWord(*difference, c.settings().PartCloudyDegC, c.settings().FullCloudyDegC));
+  const Settings& s = c.settings();
+  Said said = Called(c.Degrees(*difference, c.typed.units.Difference(*difference)),
+                     CloudWord(*difference, s.PartCloudyDegC, s.FullCloudyDegC));
+  if (!c.typed.units.centigrade) {
+    const auto shown = [&c](double celsius) { return c.Tenths(c.typed.units.Difference(celsius)) + " °F"; };
+    const Message limits = Message::Of("Limits: %1, %2").With(shown(s.FullCloudyDegC), shown(s.PartCloudyDegC));
+    said.meaning = Joined(said.meaning, "\n", limits);
+  }
+  return said;
 }
 
 std::optional<Said> RainWordNow(const Case& c) {
@@ -121,6 +128,10 @@ std::optional<Said> CloudAlarmNow(const Case& c) {
     said.meaning = Message::Of("no new alarm; one that is on ends at %1")
                        .With(c.Degrees(limit - hysteresis, c.typed.units.Temperature(limit - hysteresis)));
     said.colour = Colour::kYellow;
+  }
+  if (!c.typed.units.centigrade) {
+    const Message shown = Message::Of("Limit: %1").With(c.Tenths(c.typed.units.Temperature(limit)) + " °F");
+    said.meaning = Joined(said.meaning, "\n", shown);
   }
   return said;
 }

@@ -21,7 +21,7 @@ const UnitSearch::Result* First(const std::vector<UnitSearch::Result>& results, 
 }  // namespace
 
 UnitSearch::UnitSearch(const Parts& parts) : parts_(parts) {
-  parts_.port.OnLost([this](const std::string& reason) { lost_ = reason; });
+  parts_.port.OnLost([this](const Message& reason) { lost_ = reason; });
 }
 
 void UnitSearch::Start(const std::vector<std::string>& ports) {

@@ -69,7 +69,7 @@ class UnitSearch {
 
   Parts parts_;
   std::vector<Result> results_;
-  std::string lost_;  ///< why the port vanished while it was open
+  Message lost_;  ///< why the port vanished while it was open
   Job job_;
 };
 

@@ -24,10 +24,16 @@ std::string_view Trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-[[noreturn]] void ThrowMismatch(std::string_view text, const char* wanted, NumberLocale locale) {
-  throw RunTimeError(RunTimeError::kTypeMismatch, "\"" + std::string(text) + "\" is not " + wanted +
-                                                      " (the locale is " + locale.name +
-                                                      ", numbers are written like 1" + locale.decimal_separator + "5)");
+constexpr Phrase kNotYesOrNo = Message::Of("\"%1\" is not \"True\", \"False\" or a number");
+constexpr Phrase kNotWhole = Message::Of("\"%1\" is not a whole number");
+constexpr Phrase kNotNumber = Message::Of("\"%1\" is not a number");
+constexpr Phrase kTooLarge = Message::Of("\"%1\" is too large");
+
+/// `refusal` has a place for the text.
+[[noreturn]] void ThrowMismatch(std::string_view text, Phrase refusal, NumberLocale locale) {
+  throw RunTimeError(RunTimeError::kTypeMismatch,
+                     Message::Of("%1 (the locale is %2, numbers are written like %3)")
+                         .With(refusal.With(text), locale.name, std::string("1") + locale.decimal_separator + "5"));
 }
 
 /// Converts all of `text` to a number, or returns false. from_chars alone accepts "inf" and "nan", but no leading "+".
@@ -224,14 +230,14 @@ bool TextToBoolean(std::string_view text, NumberLocale locale) {
   if (is("False")) return false;
   double number = 0;
   bool too_large = false;
-  if (!ParseWhole(text, number, too_large)) ThrowMismatch(text, "\"True\", \"False\" or a number", locale);
+  if (!ParseWhole(text, number, too_large)) ThrowMismatch(text, kNotYesOrNo, locale);
   return too_large || number != 0;
 }
 
 std::int32_t TextToInteger(std::string_view text, NumberLocale locale) {
   double number = 0;
   bool too_large = false;
-  if (!ParseWhole(text, number, too_large) || LooksGrouped(text, locale)) ThrowMismatch(text, "a whole number", locale);
+  if (!ParseWhole(text, number, too_large) || LooksGrouped(text, locale)) ThrowMismatch(text, kNotWhole, locale);
   if (too_large) number = std::numeric_limits<double>::infinity();
   return RoundToInteger(number);
 }
@@ -239,8 +245,8 @@ std::int32_t TextToInteger(std::string_view text, NumberLocale locale) {
 double TextToReal(std::string_view text, NumberLocale locale) {
   double number = 0;
   bool too_large = false;
-  if (!ParseWhole(text, number, too_large)) ThrowMismatch(text, "a number", locale);
-  if (too_large) throw RunTimeError(RunTimeError::kOverflow, "\"" + std::string(text) + "\" is too large");
+  if (!ParseWhole(text, number, too_large)) ThrowMismatch(text, kNotNumber, locale);
+  if (too_large) throw RunTimeError(RunTimeError::kOverflow, kTooLarge.With(text));
   return number;
 }
 

@@ -164,9 +164,9 @@ void SettingsStore::LoadKey(const SettingKey& key, Settings& settings) const {
   try {
     SetFromText(key, text, locale_, settings);
   } catch (const RunTimeError& error) {
-    throw RunTimeError(error.number(), profile_.Location() + ": the setting \"" + std::string(key.name) +
-                                           "\" cannot be used: " + error.what() + "; set it right with: " +
-                                           "orvalis profile set \"" + std::string(key.name) + "\" VALUE");
+    throw RunTimeError(error.number(), Message::Of("%1: the setting \"%2\" cannot be used: %3; set it right with: %4")
+                                           .With(profile_.Location(), key.name, error.message(),
+                                                 "orvalis profile set \"" + std::string(key.name) + "\" VALUE"));
   }
 }
 

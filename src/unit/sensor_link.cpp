@@ -42,7 +42,7 @@ SensorLink::SensorLink(const Parts& parts, std::optional<std::string> port_overr
       events_(parts.events),
       options_(parts.options),
       port_override_(std::move(port_override)) {
-  port_.OnLost([this](const std::string& reason) { HandleLost(reason); });
+  port_.OnLost([this](const Message& reason) { HandleLost(reason); });
 }
 
 LinkState SensorLink::state() const {
@@ -337,14 +337,14 @@ const std::optional<SensorLink::Loss>& SensorLink::LastLoss() {
   return loss_;
 }
 
-void SensorLink::HandleLost(const std::string& reason) {
+void SensorLink::HandleLost(const Message& reason) {
   lost_reason_ = reason;
   const bool again = connecting_.has_value() && loss_.has_value();
   if (!again) loss_ = {.port = port_.Port(), .session = session_, .chosen = PortName()};
   // A connect that is under way notices the closed port and reports the failure itself.
   if (connecting_) return;
   status_ = Message::Of("Connection lost: %1").With(reason);
-  events_.Record("lost: " + reason, EventLevel::kWarning);
+  events_.Record("lost: " + reason.English(), EventLevel::kWarning);
 }
 
 }  // namespace orvalis

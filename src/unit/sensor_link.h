@@ -102,7 +102,7 @@ class SensorLink {
   Task<> Send(const UnitCommand& command, std::size_t index, std::int32_t value);
   /// The port that the user chose.
   [[nodiscard]] std::string PortName();
-  void HandleLost(const std::string& reason);
+  void HandleLost(const Message& reason);
   /// Whether the connection that `session` began is over; to be asked after every wait.
   [[nodiscard]] bool Over(std::uint64_t session) const { return halt_ || session != session_ || !port_.Connected(); }
 
@@ -117,7 +117,7 @@ class SensorLink {
   std::optional<LinkState> connecting_;  ///< kConnecting or kGreeted while a connect is under way
   bool halt_ = false;                    ///< switched off, by a person, a client or the shutdown; a connect clears it
   std::uint64_t session_ = 0;            ///< counts the openings of the port: a wait may outlive its connection
-  std::string lost_reason_;              ///< why the port vanished in the connect under way
+  Message lost_reason_;                  ///< why the port vanished in the connect under way
   Message failure_;
   std::optional<Loss> loss_;
   LastSent last_sent_;

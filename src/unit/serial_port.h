@@ -8,7 +8,16 @@
 #include <string_view>
 #include <utility>
 
+#include "base/message.h"
+
 namespace orvalis {
+
+// What the ports of every system can say of themselves; %1 is the port.
+inline constexpr Phrase kPortNotOpen = Message::Of("the port %1 is not open");
+inline constexpr Phrase kPortCannotBeOpened = Message::Of("the port %1 cannot be opened: %2");
+inline constexpr Phrase kPortVanished =
+    Message::Of("the port %1 has vanished; the adapter was unplugged or lost power");
+inline constexpr Phrase kPortFailed = Message::Of("the port %1 failed: %2");
 
 /// The one serial port of the program. The link to the unit talks to it through these operations only.
 class SerialPort {
@@ -23,7 +32,7 @@ class SerialPort {
     std::string text;
   };
   using ReceiveDone = std::function<void(Received)>;
-  using Lost = std::function<void(const std::string& reason)>;
+  using Lost = std::function<void(const Message& reason)>;
 
   /// A receive ends here at the latest, so that a device that never stops talking fills no memory. Far longer than
   /// any line of the unit.

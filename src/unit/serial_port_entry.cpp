@@ -15,7 +15,8 @@ std::vector<SerialPortEntry> WithConnected(std::vector<SerialPortEntry> ports, c
   if (is_connected(device) && !lists(is_connected)) ports.push_back({.name = device, .description = {}});
   for (SerialPortEntry& port : ports) {
     if (!is_connected(port.name)) continue;
-    port.description += port.description.empty() ? "Connected" : ", connected";
+    port.description = port.description.empty() ? Message(Message::Of("Connected"))
+                                                : Message::Of("%1, connected").With(port.description);
   }
   return ports;
 }

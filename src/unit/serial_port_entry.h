@@ -4,12 +4,14 @@
 #include <string>
 #include <vector>
 
+#include "base/message.h"
+
 namespace orvalis {
 
 /// A serial port of this machine, for a person to choose.
 struct SerialPortEntry {
-  std::string name;         ///< as the key "COM Port" takes it: a device path or a number
-  std::string description;  ///< what is plugged in there; may be empty
+  std::string name;     ///< as the key "COM Port" takes it: a device path or a number
+  Message description;  ///< what is plugged in there; may be empty
 };
 
 /// Tells whether a name, as the key "COM Port" takes it, means the port that is connected.

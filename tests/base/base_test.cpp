@@ -84,8 +84,9 @@ TEST(SerialPortEntries, TheConnectedOneIsSaidToBeUnderEachOfItsNames) {
       return name == device || (name == "2" && device == "/dev/ttyS1");
     };
     std::string all;
-    for (const auto& port : WithConnected({{"/dev/ttyS1", ""}, {"/dev/ttyUSB0", "FTDI"}}, chosen, device, same)) {
-      all += port.name + " " + port.description + "; ";
+    for (const auto& port :
+         WithConnected({{"/dev/ttyS1", {}}, {"/dev/ttyUSB0", std::string("FTDI")}}, chosen, device, same)) {
+      all += port.name + " " + port.description.English() + "; ";
     }
     return all;
   };

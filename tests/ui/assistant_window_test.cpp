@@ -50,7 +50,7 @@ class AssistantWindowTest : public LinkFixture {
                         .search = search,
                         .ports =
                             [] {
-                              return std::vector<SerialPortEntry>{{"/dev/ttyUSB3", "Adapter & Sons"}};
+                              return std::vector<SerialPortEntry>{{"/dev/ttyUSB3", std::string("Adapter & Sons")}};
                             },
                         .link = [] { return frmAssistant::Link(); },
                         .now = [this]() -> const Observation& { return observer.Now(); },

@@ -198,6 +198,9 @@ TEST(Language, IsTheFirstThatAPersonWantsAndThereIs) {
                                                       {{"en-GB", "de"}, "en"}, {{"C"}, "en"},
                                                       {{"fr"}, "en"},          {{}, "en"}};
   for (const auto& [wanted, language] : rows) EXPECT_EQ(FirstKnown(wanted), language) << wanted.join(',').toStdString();
+  // As --language has it: a name that only begins like one that there is would be taken for a typing error.
+  for (const char* name : {"de", "DE", "de-AT", "de_CH"}) EXPECT_EQ(KnownLanguage(name), "de") << name;
+  for (const char* name : {"dex", "enx", "d", "", "de.", "de-"}) EXPECT_EQ(KnownLanguage(name), "") << name;
 }
 
 }  // namespace

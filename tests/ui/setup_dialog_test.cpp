@@ -81,7 +81,7 @@ class SetupDialogTest : public LinkFixture {
   int answered = 0;
   int reported = 0;
   int succeeded = 0;
-  std::vector<SerialPortEntry> ports{{"/dev/ttyUSB0", "FTDI adapter"}, {"/dev/ttyS0", ""}};
+  std::vector<SerialPortEntry> ports{{"/dev/ttyUSB0", std::string("FTDI adapter")}, {"/dev/ttyS0", {}}};
   network::Served served;
   Observation seen;
   AlertTrial trial{{.observer = observer, .sounds = alerted, .programs = alerted, .events = events}};

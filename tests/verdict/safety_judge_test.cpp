@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <string>
 
 #include "reading/frame_interpreter.h"
 #include "tests/support/fake_serial_port.h"
 #include "verdict/explanation.h"
+#include "verdict/told_reasons.h"
 
 namespace orvalis {
 namespace {
@@ -212,6 +214,26 @@ TEST_F(SafetyJudgeTest, ExplainsWithFigures) {
   EXPECT_EQ(Banner(Judge(), at).English(), "UNSAFE - no reading for 2 min");
   Frames(LiveFrame(), 2);
   EXPECT_EQ(Banner(Judge(), at).English(), "SAFE in 8 s");
+}
+
+TEST_F(SafetyJudgeTest, WhatTheHistoryKeptIsToldInTheWindowsLanguage) {
+  const Language loud = [](std::string text) {
+    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return text;
+  };
+  for (const char* frame : {"", "RB=1", "WND=0050 TP=-00300 LGT=0100 RB=1", "TP=-00530 RB=1", "R=0412 RB=1", "RB=1"}) {
+    Frames(LiveFrame(frame));
+    const Observation now = Judge();
+    std::string all;
+    now.verdict.reasons.ForEach(
+        [&](Reason reason) { all += (all.empty() ? "" : ". ") + Explain(reason, now).In(loud); });
+    EXPECT_EQ(ToldReasons(Explain(now)).In(loud), all);
+    for (std::size_t i = 0; i < kReasonCount; ++i) {
+      const Message reason = Explain(static_cast<Reason>(i), now);
+      EXPECT_EQ(ToldReasons(reason.English()).In(loud), reason.In(loud));
+    }
+  }
+  EXPECT_EQ(ToldReasons("rain 1 of 2, limit 3").In(loud), "rain 1 of 2, limit 3") << "of another version";
 }
 
 }  // namespace

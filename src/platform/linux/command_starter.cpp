@@ -16,7 +16,8 @@ void PathCommandStarter::Start(const std::string& command_line) {
     const QStringList arguments = end < 0 ? QStringList() : QProcess::splitCommand(line.mid(end));
     if (QProcess::startDetached(program.filePath(), arguments)) return;
   }
-  throw RunTimeError(RunTimeError::kFileNotFound, "no program found for the command \"" + command_line + "\"");
+  throw RunTimeError(RunTimeError::kFileNotFound,
+                     Message::Of("no program found for the command \"%1\"").With(command_line));
 }
 
 }  // namespace orvalis

@@ -37,7 +37,7 @@ void WritePrivateFile(const std::string& path, const std::string& text) {
   if (good && std::rename(fresh.c_str(), path.c_str()) == 0) return;
   const std::string reason = std::strerror(errno);
   unlink(fresh.c_str());
-  throw RunTimeError(RunTimeError::kPathFileAccess, "cannot write " + path + ": " + reason);
+  throw RunTimeError(RunTimeError::kPathFileAccess, Message::Of("cannot write %1: %2").With(path, reason));
 }
 
 }  // namespace orvalis

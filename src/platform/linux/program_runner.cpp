@@ -23,6 +23,8 @@
 namespace orvalis {
 namespace {
 
+constexpr auto kNotFound = Message::Of("\"%1\" was not found");
+
 // A request is one packet: the program's path and each fact as "NAME=VALUE", each with a NUL behind it. The answer is
 // one packet too: this word, and what went wrong.
 constexpr std::string_view kAnswer = "ended:";
@@ -103,7 +105,7 @@ std::string AllowedProgram(const std::string& path) {
   std::error_code missing;
   const std::filesystem::path program = std::filesystem::canonical(path, missing);
   if (missing || !std::filesystem::path(path).is_absolute()) {
-    throw RunTimeError(RunTimeError::kFileNotFound, "\"" + path + "\" was not found");
+    throw RunTimeError(RunTimeError::kFileNotFound, kNotFound.With(path));
   }
   if (!OnlyRootCanChange(program)) {
     throw RunTimeError(RunTimeError::kPermissionDenied,

@@ -67,10 +67,10 @@ void QtSerialPort::ClearBuffers() {
 }
 
 void QtSerialPort::Transmit(std::string_view bytes) {
-  if (!port_.isOpen()) throw RunTimeError(RunTimeError::kPortClosed, "the port " + device_ + " is not open");
+  if (!port_.isOpen()) throw RunTimeError(RunTimeError::kPortClosed, kPortNotOpen.With(device_));
   if (port_.write(bytes.data(), static_cast<qint64>(bytes.size())) < 0) {
     throw RunTimeError(RunTimeError::kDeviceUnavailable,
-                       "cannot send on the port " + device_ + ": " + port_.errorString().toStdString());
+                       Message::Of("cannot send on the port %1: %2").With(device_, port_.errorString().toStdString()));
   }
   port_.flush();
 }
@@ -80,8 +80,8 @@ void QtSerialPort::HandleError(QSerialPort::SerialPortError error) {
   if (!port_.isOpen() || port_.error() == QSerialPort::NoError) return;
   if (error == QSerialPort::UnsupportedOperationError || error == QSerialPort::TimeoutError) return;
   const bool gone = !QFileInfo::exists(QString::fromStdString(device_));
-  const std::string reason = gone ? "the port " + device_ + " has vanished; the adapter was unplugged or lost power"
-                                  : "the port " + device_ + " failed: " + port_.errorString().toStdString();
+  const Message reason =
+      gone ? kPortVanished.With(device_) : kPortFailed.With(device_, port_.errorString().toStdString());
   port_.close();
   port_.clearError();
   // The reason first: the pending receive is about to report why no answer came.

@@ -24,7 +24,8 @@ void QtSoundPlayer::Play(const std::string& path) {
   // A sound that still plays is stopped before another one is opened.
   effect_.reset();
   const QAudioDevice device = QMediaDevices::defaultAudioOutput();
-  if (device.isNull()) throw RunTimeError(RunTimeError::kDeviceUnavailable, "no sound output on this machine");
+  if (device.isNull())
+    throw RunTimeError(RunTimeError::kDeviceUnavailable, Message::Of("no sound output on this machine"));
   effect_ = std::make_unique<QSoundEffect>(device);
   QObject::connect(effect_.get(), &QSoundEffect::statusChanged, effect_.get(), [this, path] {
     if (effect_->status() == QSoundEffect::Error) fail_("the sound file \"" + path + "\" cannot be played");

@@ -17,6 +17,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "unit/serial_port.h"
+
 namespace orvalis {
 namespace {
 
@@ -33,7 +35,6 @@ constexpr auto kDoesNotExist =
     Message::Of("the port %1 does not exist; is the adapter plugged in, and is it the right port?");
 constexpr auto kNotSerial = Message::Of("%1 is not a serial port");
 constexpr auto kInUse = Message::Of("the port %1 is in use by another program");
-constexpr auto kCannotOpen = Message::Of("the port %1 cannot be opened: %2");
 constexpr auto kNoPermission = Message::Of("no permission for the port %1; %2");
 constexpr auto kJoinGroup = Message::Of("join the group \"%1\" (sudo usermod -aG %1 $USER) and log in again");
 constexpr auto kOfAnotherUser = Message::Of("it belongs to another user's program; run that program as this user");
@@ -117,7 +118,7 @@ RunTimeError OpenFailure(const std::string& device, bool refused, const std::str
   if (locked || (descriptor < 0 && open_error == EBUSY)) {
     return {RunTimeError::kPortInUse, kInUse.With(device)};
   }
-  return {RunTimeError::kDeviceUnavailable, kCannotOpen.With(device, reason)};
+  return {RunTimeError::kDeviceUnavailable, kPortCannotBeOpened.With(device, reason)};
 }
 
 }  // namespace orvalis

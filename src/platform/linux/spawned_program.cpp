@@ -85,7 +85,7 @@ pid_t SpawnProgram(const std::string& path, std::vector<std::string> variables) 
       posix_spawn(&process, program.c_str(), &child.actions, &child.attributes, arguments, environment.data());
   if (error != 0) {
     throw RunTimeError(RunTimeError::kPathFileAccess,
-                       "the program \"" + path + "\" cannot be started: " + std::strerror(error));
+                       Message::Of("the program \"%1\" cannot be started: %2").With(path, std::strerror(error)));
   }
   return process;
 }

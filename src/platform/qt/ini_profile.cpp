@@ -114,12 +114,14 @@ void IniProfile::Reload() {
   // Destroyed while the program runs: the values read last are used until the next write restores the file.
   if (rules_ && loaded_ && !Fault(*rules_).empty()) return;
   if (stamp != safe_file::Stamp{} && !safe_file::CanRead(path_)) {
-    throw RunTimeError(RunTimeError::kPathFileAccess, "cannot read the settings in " + Location() + ": " +
-                                                          safe_file::ErrorText(safe_file::LastError()));
+    throw RunTimeError(RunTimeError::kPathFileAccess,
+                       Message::Of("cannot read the settings in %1: %2")
+                           .With(Location(), safe_file::ErrorText(safe_file::LastError())));
   }
   std::optional<Values> values = ReadFile(path_);
   if (!values) {
-    throw RunTimeError(RunTimeError::kPathFileAccess, Location() + " is damaged: it is not an INI file");
+    throw RunTimeError(RunTimeError::kPathFileAccess,
+                       Message::Of("%1 is damaged: it is not an INI file").With(Location()));
   }
   values_ = std::move(*values);
   loaded_ = stamp;
@@ -252,8 +254,8 @@ void IniProfile::PrepareFolder() const {
   safe_file::ClearLastError();
   if (!QFileInfo::exists(folder_) && !QDir().mkpath(folder_)) {
     throw RunTimeError(RunTimeError::kPathFileAccess,
-                       "cannot create the folder " + folder_.toStdString() +
-                           " for the settings: " + safe_file::ErrorText(safe_file::LastError()));
+                       Message::Of("cannot create the folder %1 for the settings: %2")
+                           .With(folder_.toStdString(), safe_file::ErrorText(safe_file::LastError())));
   }
   if (!safe_file::CanWrite(folder_)) FailToWrite(safe_file::LastError());
 }
@@ -265,9 +267,9 @@ std::unique_ptr<QLockFile> IniProfile::Lock() const {
   lock->setStaleLockTime(std::chrono::minutes(1));
   if (lock->tryLock(kPatience)) return lock;
   if (lock->error() != QLockFile::LockFailedError) FailToWrite(safe_file::LastError());
-  throw RunTimeError(RunTimeError::kPathFileAccess, "cannot write the settings to " + Location() +
-                                                        ": another program has locked " +
-                                                        lock->fileName().toStdString() + " for half a second");
+  throw RunTimeError(RunTimeError::kPathFileAccess,
+                     Message::Of("cannot write the settings to %1: another program has locked %2 for half a second")
+                         .With(Location(), lock->fileName().toStdString()));
 }
 
 void IniProfile::Replace(const Values& values) {
@@ -312,9 +314,10 @@ void IniProfile::RemoveLeftovers() const {
 }
 
 void IniProfile::FailToWrite(int error) const {
+  const Message reason =
+      error != 0 ? Message(safe_file::ErrorText(error)) : Message::Of("the file or its folder cannot be written");
   throw RunTimeError(RunTimeError::kPathFileAccess,
-                     "cannot write the settings to " + Location() + ": " +
-                         (error != 0 ? safe_file::ErrorText(error) : "the file or its folder cannot be written"));
+                     Message::Of("cannot write the settings to %1: %2").With(Location(), reason));
 }
 
 }  // namespace orvalis

@@ -40,8 +40,7 @@ RunTimeError OpenFailure(const std::string& name, DWORD error) {
     case ERROR_BUSY:
       return {RunTimeError::kPortInUse, Message::Of("the port %1 is in use by another program").With(name)};
     default:
-      return {RunTimeError::kDeviceUnavailable,
-              Message::Of("the port %1 cannot be opened: %2").With(name, SystemText(error))};
+      return {RunTimeError::kDeviceUnavailable, kPortCannotBeOpened.With(name, SystemText(error))};
   }
 }
 
@@ -139,7 +138,7 @@ void ComPort::ClearBuffers() {
 }
 
 void ComPort::Transmit(std::string_view bytes) {
-  if (!port_) throw RunTimeError(RunTimeError::kPortClosed, "the port " + name_ + " is not open");
+  if (!port_) throw RunTimeError(RunTimeError::kPortClosed, kPortNotOpen.With(name_));
   DWORD written = 0;
   const BOOL done = WriteFile(port_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
   if (done != 0 && written == bytes.size()) return;
@@ -183,8 +182,7 @@ void ComPort::Lose(DWORD error) {
   if (!port_) return;
   port_ = Handle();
   const bool gone = std::find(kGoneErrors.begin(), kGoneErrors.end(), error) != kGoneErrors.end();
-  const std::string reason = gone ? "the port " + name_ + " has vanished; the adapter was unplugged or lost power"
-                                  : "the port " + name_ + " failed: " + SystemText(error);
+  const Message reason = gone ? kPortVanished.With(name_) : kPortFailed.With(name_, SystemText(error));
   // First, because the pending receive reports this reason.
   if (lost_) lost_(reason);
   Close();

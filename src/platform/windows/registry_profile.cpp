@@ -123,8 +123,9 @@ std::string RegistryProfile::GetValue(std::string_view /*driver_id*/, std::strin
   const DWORD error = ReadText(PathOf(key_, place.first), place.second, text);
   if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return {};
   if (error != ERROR_SUCCESS) {
-    throw RunTimeError(RunTimeError::kPathFileAccess, "cannot read the setting \"" + std::string(name) + "\" in " +
-                                                          Location() + ": " + SystemText(error));
+    throw RunTimeError(
+        RunTimeError::kPathFileAccess,
+        Message::Of("cannot read the setting \"%1\" in %2: %3").With(name, Location(), SystemText(error)));
   }
   return Narrow(text);
 }

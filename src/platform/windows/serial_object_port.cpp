@@ -20,6 +20,9 @@ constexpr std::chrono::milliseconds kReceiveGrace{3000};
 constexpr std::chrono::milliseconds kReceiveLeft{500};
 constexpr std::chrono::milliseconds kEndPatience{1000};
 
+constexpr auto kNotNumbered = Message::Of("the serial ports are numbered; \"%1\" is not a number");
+constexpr auto kNotResponding = Message::Of("the serial object of %1 is not responding");
+
 std::string ToHex(const std::string& bytes) { return QByteArray::fromStdString(bytes).toHex().toStdString(); }
 
 std::string FromHex(const std::string& hex) {
@@ -30,7 +33,7 @@ std::string FromHex(const std::string& hex) {
 std::string PortNumber(const std::string& port) {
   const std::string name = ComPortName(port);
   if (!name.starts_with("COM")) {
-    throw RunTimeError(RunTimeError::kFileNotFound, "the serial ports are numbered; \"" + name + "\" is not a number");
+    throw RunTimeError(RunTimeError::kFileNotFound, kNotNumbered.With(name));
   }
   return name.substr(3);
 }
@@ -39,7 +42,7 @@ std::string PortNumber(const std::string& port) {
 
 SerialObjectPort::SerialObjectPort(QString program) : program_(std::move(program)) {
   hung_.setSingleShot(true);
-  connect(&hung_, &QTimer::timeout, this, [this] { Lose("the serial object of " + name_ + " is not responding"); });
+  connect(&hung_, &QTimer::timeout, this, [this] { Lose(kNotResponding.With(name_)); });
   StartProcess();
 }
 
@@ -64,7 +67,8 @@ void SerialObjectPort::StartProcess() {
   });
   process_ = std::make_unique<QProcess>();
   process_->setProcessChannelMode(QProcess::ForwardedChannels);
-  connect(process_.get(), &QProcess::finished, this, [this] { Lose("the serial object of " + name_ + " has ended"); });
+  connect(process_.get(), &QProcess::finished, this,
+          [this] { Lose(Message::Of("the serial object of %1 has ended").With(name_)); });
   process_->start(program_, {kSerialObjectService, name});
 }
 
@@ -171,13 +175,12 @@ void SerialObjectPort::Open() {
   });
   if (!WaitFor(call, kOpenPatience)) {
     EndProcess(End::kCutOff);
-    throw RunTimeError(RunTimeError::kDeviceUnavailable, "the serial object of " + name_ + " is not responding");
+    throw RunTimeError(RunTimeError::kDeviceUnavailable, kNotResponding.With(name_));
   }
   if (connected_) return;
   const RunTimeError reason =
-      opening_error_.value_or(RunTimeError(RunTimeError::kDeviceUnavailable, "the object gave no reason"));
-  throw RunTimeError(RunTimeError::kDeviceUnavailable,
-                     "the port " + name_ + " cannot be opened: " + std::string(reason.what()));
+      opening_error_.value_or(RunTimeError(RunTimeError::kDeviceUnavailable, Message::Of("the object gave no reason")));
+  throw RunTimeError(RunTimeError::kDeviceUnavailable, kPortCannotBeOpened.With(name_, reason.message()));
 }
 
 void SerialObjectPort::Close() {
@@ -194,9 +197,9 @@ void SerialObjectPort::ClearBuffers() {
 }
 
 void SerialObjectPort::Transmit(std::string_view bytes) {
-  if (!connected_) throw RunTimeError(RunTimeError::kPortClosed, "the port " + name_ + " is not open");
+  if (!connected_) throw RunTimeError(RunTimeError::kPortClosed, kPortNotOpen.With(name_));
   Ask("transmit", std::string(bytes), [this](const Answer& answer) {
-    if (answer.error) Lose("the port " + name_ + " failed: " + std::string(answer.error->what()));
+    if (answer.error) Lose(kPortFailed.With(name_, answer.error->message()));
   });
 }
 
@@ -215,7 +218,7 @@ void SerialObjectPort::BeginReceive(const std::string& operation, const std::str
   Ask(operation, argument, [this, call = receive_call_](const Answer& answer) {
     if (call != receive_call_ || !receive_done_) return;  // it was cancelled
     if (answer.error && !answer.connected) {
-      Lose("the port " + name_ + " failed: " + std::string(answer.error->what()));
+      Lose(kPortFailed.With(name_, answer.error->message()));
     } else {
       // The object does not return what came before a time-out.
       Finish({answer.error ? Outcome::kTimedOut : Outcome::kComplete, answer.error ? std::string() : answer.text});
@@ -234,7 +237,7 @@ void SerialObjectPort::Finish(Received received) {
   if (const ReceiveDone done = std::exchange(receive_done_, nullptr)) done(std::move(received));
 }
 
-void SerialObjectPort::Lose(const std::string& reason) {
+void SerialObjectPort::Lose(const Message& reason) {
   const bool was_connected = std::exchange(connected_, false);
   EndProcess(End::kCutOff);
   // First, because the pending receive reports this reason.

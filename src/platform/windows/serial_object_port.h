@@ -62,7 +62,7 @@ class SerialObjectPort : public QObject, public SerialPort {
   void TakeAnswers();
   void BeginReceive(const std::string& operation, const std::string& argument, ReceiveDone done);
   void Finish(Received received);
-  void Lose(const std::string& reason);
+  void Lose(const Message& reason);
   /// What is asked before the port is open fails with the opening.
   void AskForOpening(const std::string& operation, const std::string& argument);
 

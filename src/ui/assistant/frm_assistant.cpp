@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -247,6 +248,12 @@ void frmAssistant::ShowSearch() {
         tr("No unit was found. Has it power, is its adapter plugged in, is its port ticked? You can go on without it."),
         Colour::kYellow);
   }
+  if (running || !searched_) return;
+  // What came of it may be below what is in sight. Its place is known after the layout.
+  QTimer::singleShot(0, this, [this] {
+    auto* page = qobject_cast<QScrollArea*>(pages_->widget(0));
+    if (page != nullptr) page->ensureWidgetVisible(search_result_);
+  });
 }
 
 void frmAssistant::Refresh() {

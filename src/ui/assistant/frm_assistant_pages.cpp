@@ -146,6 +146,7 @@ void frmAssistant::BuildPort(QBoxLayout* column) {
   port_->setToolTip(tr("Choose a port, or type a device path or a port number"));
   auto* label = new QLabel(tr("Serial &port:"));
   label->setBuddy(port_);
+  port_->lineEdit()->setAccessibleName(tr("The port to use"));
   auto* row = new QHBoxLayout;
   row->addWidget(label);
   row->addWidget(port_, 1);

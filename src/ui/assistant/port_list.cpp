@@ -63,14 +63,14 @@ PortList::Row PortList::MakeRow(const SerialPortEntry& entry, bool ticked) {
   box->setObjectName("chkPort");
   box->setToolTip(ToQString(entry.name));
   box->setAccessibleName(ToQString(entry.name));
-  box->setAccessibleDescription(ToQString(entry.description));
+  box->setAccessibleDescription(Translated(entry.description));
   box->setChecked(ticked);
   connect(box, &QCheckBox::toggled, this, &PortList::TicksChanged);
   column->addWidget(box);
   constexpr int kBesideMark = 6;
   const int mark = style()->pixelMetric(QStyle::PM_IndicatorWidth) + kBesideMark;
   if (!entry.description.empty()) {
-    auto* about = new QLabel(ToQString(entry.description));
+    auto* about = new QLabel(Translated(entry.description));
     about->setTextFormat(Qt::PlainText);
     about->setWordWrap(true);
     about->setIndent(0);
@@ -114,7 +114,7 @@ void PortList::ShowResults(const std::vector<UnitSearch::Result>& results, bool 
     const auto [text, colour] = found == results.end() ? std::pair(QString(), Colour::kWhite) : describe(*found);
     row.finding->Show(text, colour);
     row.finding->setVisible(!text.isEmpty());
-    row.box->setAccessibleDescription(ToQString(row.entry.description) + (text.isEmpty() ? "" : ". ") + text);
+    row.box->setAccessibleDescription(Translated(row.entry.description) + (text.isEmpty() ? "" : ". ") + text);
   }
 }
 

@@ -1,6 +1,7 @@
 #include "ui/controls/form_section.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -30,6 +31,9 @@ int FieldWidth(const QWidget& field, FormSection::Width width) {
   constexpr int kFrame = 16;
   return field.fontMetrics().horizontalAdvance(widest) + kFrame;
 }
+
+/// As a screen reader says it.
+QString PlainLabel(QString label) { return label.remove('&'); }
 
 }  // namespace
 
@@ -155,6 +159,9 @@ void FormSection::Control(const QString& label, QWidget* control, const QString&
   title->setBuddy(control);
   title->setToolTip(tip);
   if (!tip.isEmpty()) control->setToolTip(tip);
+  if (auto* list = qobject_cast<QComboBox*>(control); list != nullptr && list->isEditable()) {
+    list->lineEdit()->setAccessibleName(PlainLabel(label));
+  }
   grid_->addWidget(title, row_, kLabelColumn);
   grid_->addWidget(control, row_++, kControlColumn, 1, kColumns - kControlColumn);
   last_ = control;

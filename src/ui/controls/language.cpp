@@ -4,7 +4,9 @@
 #include <QDir>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QRegularExpression>
 #include <QTranslator>
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -40,15 +42,25 @@ QStringList Languages() {
   return languages;
 }
 
-QString FirstKnown(const QStringList& wanted) {
+QString KnownLanguage(const QString& language) {
+  // A language, and what tells its kind: "de", "de-AT", "zh_Hans_CN".
+  static const QRegularExpression tag("^([A-Za-z]{2,3})(?:[-_][A-Za-z0-9]{2,8})*$");
+  const QRegularExpressionMatch match = tag.match(language);
+  if (!match.hasMatch()) return {};
   const QStringList known = Languages();
-  for (QString language : wanted) {
-    language.replace('-', '_');
-    for (const QString& name : {language, language.section('_', 0, 0)}) {
-      if (known.contains(name)) return name;
-    }
+  for (const QString& wanted : {QString(language).replace('-', '_'), match.captured(1)}) {
+    const auto found = std::ranges::find_if(
+        known, [&wanted](const QString& name) { return name.compare(wanted, Qt::CaseInsensitive) == 0; });
+    if (found != known.end()) return *found;
   }
-  return known.constFirst();
+  return {};
+}
+
+QString FirstKnown(const QStringList& wanted) {
+  for (const QString& language : wanted) {
+    if (QString known = KnownLanguage(language); !known.isEmpty()) return known;
+  }
+  return Languages().constFirst();
 }
 
 QString LanguageOfLocale() {

@@ -55,6 +55,7 @@ QToolTip { background: black; color: #ff0000; border: 1px solid #8c0000; }
 QTabWidget::pane { border: 1px solid #500000; }
 QTabBar::tab { background: black; color: #ff0000; border: 1px solid #500000; padding: 6px 14px; }
 QTabBar::tab:selected { border: 2px solid #ff0000; padding: 5px 13px; }
+QTabBar::tear { width: 0; border: none; }
 QTabBar::tab:focus { text-decoration: underline; }
 QGroupBox { color: #ff0000; border: 1px solid #500000; margin-top: 2ex; padding-top: 4px; }
 QGroupBox[flat="true"] { border: none; margin-top: 0; padding-top: 0; }

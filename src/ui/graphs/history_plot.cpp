@@ -39,6 +39,11 @@ HistoryPlot::HistoryPlot(const GraphKind& kind, Source source, const QTimeZone& 
   setObjectName("plot");
   setFocusPolicy(Qt::StrongFocus);
   setAccessibleName(Words::tr(kind.title));
+  QStringList curves;
+  for (const CurveKind& curve : kind.curves) curves += Words::tr(curve.name);
+  //: Of a graph, to a screen reader; followed by the names of the curves.
+  setAccessibleDescription(
+      tr("Curves over time: %1. Ctrl with the left or right arrow key reads the values.").arg(curves.join(", ")));
   setMinimumSize(280, 180);
   setMouseTracking(true);
   setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);

@@ -10,6 +10,7 @@
 #include "ui/graphs/history_plot.h"
 #include "ui/graphs/local_time_ticker.h"
 #include "verdict/reason.h"
+#include "verdict/told_reasons.h"
 
 namespace orvalis {
 namespace {
@@ -125,7 +126,7 @@ void HistoryPlot::ShowReadout() {
   constexpr double kWidth = 0.6;
   const double letter = QFontMetricsF(font()).averageCharWidth();
   const auto letters = std::max<qsizetype>(24, static_cast<qsizetype>(axisRect()->width() * kWidth / letter));
-  for (const QString& line : Lines(ToQString(verdict.explanation), letters)) {
+  for (const QString& line : Lines(Translated(ToldReasons(verdict.explanation)), letters)) {
     rows.push_back({line, nullptr, std::nullopt});
   }
   const double x = xAxis->coordToPixel(static_cast<double>(middle) / kMsPerSecond);

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "ui/controls/help_request.h"
+#include "ui/desktop.h"
 
 namespace orvalis {
 namespace {
@@ -55,6 +56,11 @@ void Help::OpenFor(QWidget* asking) {
     const bool shown = window_->isVisible();
     window_->setParent(modal, Qt::Window);
     if (shown) window_->setGeometry(place);
+    window_->SetNightTheme(night_);
+  }
+  if (!window_->isVisible() && asking != nullptr) {
+    // The one that asks would cover it.
+    desktop::KeepOnTop(*window_, asking->window()->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     window_->SetNightTheme(night_);
   }
   window_->show();  // first: a section is found once the page has its width

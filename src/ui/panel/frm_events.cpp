@@ -151,7 +151,10 @@ void frmEvents::Say(const QString& text) {
 }
 
 void frmEvents::ShowInFront() {
-  if (!isVisible()) desktop::KeepOnTop(*this, parts_.on_top());  // the panel would cover it
+  if (!isVisible()) {
+    desktop::KeepOnTop(*this, parts_.on_top());  // the panel would cover it
+    SetNightTheme(IsNight(this));                // a window that got a flag is polished again, and shines white
+  }
   showNormal();
   raise();
   activateWindow();

@@ -81,6 +81,7 @@ frmFormSubmit::frmFormSubmit(WebPublisher& publisher, std::function<QPixmap()> g
   setWindowTitle(tr("Orvalis Web Publishing"));
   auto* pages = new QTabWidget;
   pages->setObjectName("pages");
+  pages->setAccessibleName(tr("Request"));
   pages->addTab(BuildExchange(), tr("&Request"));
   pages->addTab(BuildComposer(), tr("Variables and &headers"));
   pages->setCornerWidget(ForHelp(new QPushButton(tr("Help"))));
@@ -216,6 +217,7 @@ QWidget* frmFormSubmit::BuildInterval(std::size_t index, const QString& text) {
   list->setObjectName(ToQString(kSubmitIntervals[index].control));
   //: A list of intervals to a screen reader: the text of the check box, and the unit.
   list->setAccessibleName(tr("%1 seconds").arg(text));
+  list->setAccessibleDescription(list->accessibleName());  // on some systems a list has its row for a name
   for (const UploadInterval& interval : kUploadIntervals) list->addItem(ToQString(interval.text), interval.item_value);
   list->setPlaceholderText(ToQString(UploadIntervalText(-1)));
   list->setCurrentIndex(-1);

@@ -32,7 +32,8 @@ void PictureView::Save(const std::string& path, const char* format) const {
     if (written && file.commit()) return;
     reason = file.error() != QFileDevice::NoError ? file.errorString() : writer.errorString();
   }
-  throw RunTimeError(RunTimeError::kPathFileAccess, "cannot write " + path + ": " + reason.toStdString());
+  throw RunTimeError(RunTimeError::kPathFileAccess,
+                     Message::Of("cannot write %1: %2").With(path, reason.toStdString()));
 }
 
 QSize PictureView::sizeHint() const {

@@ -7,10 +7,13 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QScrollArea>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -40,6 +43,7 @@ frmSetup::frmSetup(Parts parts, QWidget* parent) : QDialog(parent), parts_(std::
   setWindowTitle(tr("Orvalis Setup"));
   pages_ = new QTabWidget;
   pages_->setObjectName("pages");
+  pages_->setAccessibleName(windowTitle());
   pages_->addTab(BuildConnectionPage(), tr("&Connection"));
   pages_->addTab(BuildPanelPage(), tr("&Panel"));
   pages_->addTab(BuildUnitPage(), tr("&Unit alarms"));
@@ -153,7 +157,7 @@ bool frmSetup::Exec(SetupForm& form) {
   if (position_) {
     move(*position_);
   } else {
-    PlaceBeside(*this, parentWidget(), kUsualSize * PixelSize(font()), kLeastWidth * PixelSize(font()));
+    PlaceBeside(*this, parentWidget(), kUsualSize * PixelSize(font()), LeastWidth());
   }
   // What the frame measures is known when the window is there.
   QTimer::singleShot(0, this, [this] { MoveOntoScreen(*this); });
@@ -243,10 +247,20 @@ std::vector<std::string> frmSetup::FieldTexts() const {
   return texts;
 }
 
+int frmSetup::LeastWidth() const {
+  const QMargins margins = layout()->contentsMargins();
+  constexpr int kFrame = 8;  // of the pages
+  const int tabs = pages_->tabBar()->sizeHint().width() + margins.left() + margins.right() + kFrame;
+  return std::max(static_cast<int>(kLeastWidth * PixelSize(font())), tabs);
+}
+
 void frmSetup::SetAdvanced(bool on) {
   advanced_ = on;
   advanced_button_->setText(on ? Fixed("<< Basic") : Fixed("Advanced >>"));
   pages_->setTabVisible(pages_->indexOf(leftovers_page_), on);
+  if (!isVisible() || width() >= LeastWidth()) return;
+  resize(std::min(LeastWidth(), screen()->availableSize().width()), height());
+  MoveOntoScreen(*this);
 }
 
 void frmSetup::UpdateControls() {

@@ -93,6 +93,8 @@ class frmSetup : public QDialog, public SetupDialog {
   void ShowForm(const SetupForm& form);
   void ReadForm(SetupForm& form) const;
   void SetAdvanced(bool on);
+  /// So that all tabs are in sight, in pixels.
+  [[nodiscard]] int LeastWidth() const;
   /// Updates which boxes can be edited and the unit of temperature. Disabled boxes are read all the same.
   void UpdateControls();
   void ShowPortNote();

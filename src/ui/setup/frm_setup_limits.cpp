@@ -63,8 +63,8 @@ QWidget* frmSetup::BuildPanelPage() {
   for (const WindUnit unit : kWindUnits) speeds += ToQString(Name(unit));
   wind_unit_ =
       units.Choice("WindUnit", tr("Win&d in:"), speeds,
-                   tr("On the panel and in its pictures. Other programs, logs and uploads get the same as ever; "
-                      "limits are in mph"));
+                   tr("On the panel, in the graphs and in pictures. Other programs, logs and uploads get the same as "
+                      "ever; limits are typed in mph and shown in this unit beside"));
 
   //: The title of what is set for the panel's window.
   FormSection panel(tr("Window"), page.left);

@@ -34,11 +34,13 @@ QWidget* frmSetup::BuildConnectionPage() {
   full_log_ = logs.Check("chk_FullLog", tr("Full lo&g: one line per reading"), tr("Takes effect immediately"));
   full_log_path_ = new PathButton(PathButton::Shows::kPath);
   full_log_path_->setObjectName("FullLogPath");
+  full_log_path_->setAccessibleName(tr("Folder of the full log"));
   logs.Control(tr("Folder:"), full_log_path_, {});
   one_line_log_ =
       logs.Check("chk_OneLineLog", tr("&One-line log: the latest reading only"), tr("Takes effect immediately"));
   one_line_log_path_ = new PathButton(PathButton::Shows::kPath);
   one_line_log_path_->setObjectName("OneLineLogPath");
+  one_line_log_path_->setAccessibleName(tr("Folder of the one-line log"));
   logs.Control(tr("Folder:"), one_line_log_path_, {});
   page.Finish();
   return page.scroll;

@@ -5,6 +5,7 @@
 #include <QStyledItemDelegate>
 
 #include "ui/controls/panel_texts.h"
+#include "ui/controls/words.h"
 
 namespace orvalis {
 namespace {
@@ -42,7 +43,7 @@ void PortBox::Refill() {
   clear();
   for (const SerialPortEntry& entry : ports_()) {
     addItem(ToQString(entry.name));
-    setItemData(count() - 1, ToQString(entry.description), kDescriptionRole);
+    setItemData(count() - 1, Translated(entry.description), kDescriptionRole);
   }
   if (!text.isEmpty() && findText(text, Qt::MatchFixedString | Qt::MatchCaseSensitive) < 0) insertItem(0, text);
   setCurrentIndex(findText(text, Qt::MatchFixedString | Qt::MatchCaseSensitive));
