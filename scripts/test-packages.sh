@@ -112,6 +112,8 @@ service_profile() { inside runuser -u orvalis -- orvalisd profile "$@" --profile
 inside install -d -m 0700 -o orvalis -g orvalis /var/lib/orvalis
 service_profile set TempsAvgCount 7
 inside orvalisd profile set TempsAvgCount 9 --profile /root/profile
+logs=$(inside orvalisd profile get g_sFullLogPath --profile /root/profile)
+[[ $logs == /root/.local/share/orvalis ]] || fail "root's logs are in $logs"
 
 say "upgrade"
 install_from "$packages" orvalisd orvalis-unit

@@ -42,9 +42,10 @@ std::optional<QString> ChosenProfileFolder(const CommandLine& line) {
 
 std::string ProgramFolder() {
   const QString beside = QCoreApplication::applicationDirPath();
-  const QString folder = safe_file::CanWrite(beside)
-                             ? beside
-                             : QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/orvalis";
+  // Root may write to the system's programs too, but logs do not belong there.
+  const bool own = !beside.startsWith("/usr/") && safe_file::CanWrite(beside);
+  const QString folder =
+      own ? beside : QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/orvalis";
   return QDir::toNativeSeparators(folder).toStdString();
 }
 

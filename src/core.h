@@ -61,7 +61,7 @@ namespace orvalis {
 /// The user's folder for the profile store, from the command line or the environment.
 [[nodiscard]] std::optional<QString> ChosenProfileFolder(const CommandLine& line);
 /// Where logs and pictures go unless the user chooses: beside the executable if that folder is writable, as for a
-/// program unpacked into its own folder, otherwise in the user's data folder.
+/// program unpacked into its own folder, otherwise in the user's data folder. Never below /usr, not even for root.
 [[nodiscard]] std::string ProgramFolder();
 
 /// Keeps why the program could not start in the error log, if that can be written.
