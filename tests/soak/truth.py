@@ -13,7 +13,7 @@ from pathlib import Path
 from test_dbus import Client
 
 GOOD = re.compile(rb"HUM=\d{4} LGT=(\d{4}) R=(\d{4}) WND=\d{4} TP=[+-]\d{5} TTP=[+-]\d{5} TA=([+-]\d{5}) "
-                  rb"AH=[01] HB=[012] AR=1 RB=(\d) AW=[01] AL=[01] AC=[01] .{16}#", re.DOTALL)
+                  rb"AH=\d HB=\d AR=(\d) RB=(\d) AW=\d AL=\d AC=\d .{16}#", re.DOTALL)
 # Where each value that is compared stands in a frame: a damaged one may still say it well.
 FIELDS = {"light_counts": (rb"LGT=(\d{4}) ", 9, 1), "rain_counts": (rb" R=(\d{4}) ", 17, 1),
           "ambient_c": (rb" TA=([+-]\d{5}) ", 54, 100)}
@@ -28,7 +28,7 @@ class Frame:
         self.moment = moment
         good = GOOD.fullmatch(data) if len(data) == 117 else None
         self.good = good is not None
-        self.unsafe = self.good and good[4] != b"0"
+        self.unsafe = self.good and (good[4], good[5]) != (b"1", b"0")  # its relay is off, and may be on
         self.values = {}
         for name, (form, start, divisor) in FIELDS.items():
             if found := re.compile(form, re.DOTALL).match(data, start):

@@ -42,7 +42,7 @@ class World(Case):
         """`patience`: how long faults last, 1 in the long run."""
         super().__init__()
         self.kind, self.chance, self.patience = kind, random.Random(seed), patience
-        self.watcher = None
+        self.watcher, self.torn_lines = None, False
 
     def begin(self):
         self.setUp()
@@ -237,10 +237,25 @@ class World(Case):
     # ── the end of the program ───────────────────────────────────────────────────────────────────────────────────────
 
     def end(self, number=signal.SIGTERM, codes=(0,)):
-        code, took = self.program.stop(number, MENDED)
+        try:
+            code, took = self.program.stop(number, MENDED)
+        except subprocess.TimeoutExpired:
+            raise AssertionError("goes on after signal %d: %s" % (number, self.where_it_is())) from None
         assert code in codes, "ended with %s: %s" % (code, self.program.errors[-20:])
         assert took < END, "took %.1f s to end" % took
         self.check_lines()
+
+    def where_it_is(self):
+        """What the program does that does not end: its state, its signals, and the calls it is in, which its own report
+        of a fault tells."""
+        status = Path("/proc/%d/status" % self.program.process.pid).read_text("utf-8")
+        told = re.findall(r"(?m)^(?:State|SigPnd|ShdPnd|SigBlk|SigCgt).*", status)
+        log = Path(self.profile, "orvalis_errors.txt")
+        before = log.stat().st_size if log.exists() else 0
+        self.program.process.send_signal(signal.SIGABRT)
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            self.program.process.wait(END)
+        return told + (log.read_text("utf-8", "replace")[before:].splitlines() if log.exists() else [])
 
     def check_lines(self):
         if self.kind != "orvalis":
@@ -255,10 +270,12 @@ class World(Case):
         return [line for line in listed.stdout.splitlines() if not line.startswith(NOT_OF_NOW)]
 
     def check_store(self, torn_lines):
+        """`torn_lines`: a line of a log may be cut, and stays so."""
+        self.torn_lines = self.torn_lines or torn_lines
         now = self.stored()
         assert now == self.settings, "settings: %s" % sorted(set(now) ^ set(self.settings))
         self.check_history()
-        if torn_lines:
+        if self.torn_lines:
             return
         for path in Path(self.disk).rglob("orvalis_*.txt*"):
             self.check_log(path)
