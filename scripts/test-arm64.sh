@@ -36,7 +36,7 @@ for program in orvalisd orvalis; do
   inside bash -c "
     qemu-aarch64-static build/arm64/bin/orvalis-unit --link /tmp/unit --fast >/dev/null &
     unit=\$!
-    until [[ -L /tmp/unit ]]; do sleep 0.2; done
+    until [[ -L /tmp/unit ]]; do kill -0 \$unit || exit 1; sleep 0.2; done
     ORVALIS_HTTP_PORT=0 timeout 60 qemu-aarch64-static build/arm64/bin/$program $([[ $program == orvalis ]] && echo --headless) \
       --json --port /tmp/unit --profile /tmp/profile | grep -m1 '\"ambient_c\":[0-9-]'
     kill \$unit"
