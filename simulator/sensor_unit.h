@@ -50,6 +50,9 @@ class SensorUnit {
   Transmitter& Line() { return line_; }
   const Transmitter& Line() const { return line_; }
 
+  // What each field of a frame would say now.
+  Readings CurrentReadings(Time now);
+
   // The frame as it would be sent now.
   std::string CurrentFrame(Time now) { return FrameText(CurrentReadings(now)); }
 
@@ -77,7 +80,6 @@ class SensorUnit {
   void LineLost();
 
  private:
-  Readings CurrentReadings(Time now);
   void Handle(const Request& request, Time now);
   void Reply(AnswerKind kind, std::string text, Time now);
 

@@ -223,6 +223,7 @@ TEST_F(SqliteHistoryTest, ADamagedFileIsSetAsideAndNeverOverwritten) {
       [&] { overwrite(0, 100); },                                     // no database any more
       [&] { overwrite(8192, 8192); },                                 // pages in the middle
       [&] { fs::resize_file(file, fs::file_size(file) / 2 + 100); },  // cut off
+      [&] { Database(file).Execute("ALTER TABLE span RENAME COLUMN wind_low TO wynd_low"); },
   };
   for (std::size_t i = 0; i < std::size(damages); ++i) {
     { SqliteHistory(file, clock, {}).Write(BatchOf(many)); }

@@ -50,7 +50,6 @@ YearWorld::YearWorld(std::filesystem::path folder, std::vector<orvalis_unit::Fau
     return Watched(unit_.TakeDue(UnitTime()));
   };
   settings.g_lFullLog = 1;
-  settings.g_lOneLineLog = 1;
   settings.g_sFullLogPath = settings.g_sOneLineLogPath = folder_.string();
   settings.MqttEnabled = 1;
   settings.MqttHost = "broker";
@@ -80,7 +79,7 @@ YearWorld::YearWorld(std::filesystem::path folder, std::vector<orvalis_unit::Fau
 }
 
 void YearWorld::SetAudience(bool present) {
-  settings.MqttEnabled = present ? 1 : 0;
+  settings.MqttEnabled = settings.g_lOneLineLog = present ? 1 : 0;
   mqtt_.Apply(settings, station_);
   present ? stream_->Join(reader) : stream_->Leave(reader);
 }
@@ -101,8 +100,7 @@ void YearWorld::Pass(std::int64_t seconds) {
 void YearWorld::CheckVerdict() {
   const std::int64_t now = loop.TickCount();
   if (now >= off_until_) {
-    constexpr std::string_view kRelayOn = " RB=1 ";
-    const bool on = unit_.CurrentFrame(UnitTime()).find(kRelayOn) != std::string::npos;
+    const bool on = unit_.CurrentReadings(UnitTime())[Index(orvalis_unit::Field::kRelay)] != 0;
     unsafe_since_ = !on ? 0 : unsafe_since_ != 0 ? unsafe_since_ : now;
   }
   if (!observer.Now().verdict.safe) return;

@@ -63,6 +63,11 @@ Database::Database(const std::filesystem::path& file) {
   Check(handle, sqlite3_busy_timeout(handle, kPatienceMs));
 }
 
+Statement& Database::Kept(const std::string& sql) {
+  const auto found = kept_.find(sql);
+  return found != kept_.end() ? found->second : kept_.emplace(sql, Prepare(sql)).first->second;
+}
+
 bool Database::HasMoved() {
   int moved = 0;
   const int code = sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
@@ -79,7 +84,7 @@ Transaction::~Transaction() {
 }
 
 void Transaction::Commit() {
-  database_.Execute("COMMIT");
+  database_.Kept("COMMIT").Run();
   committed_ = true;
 }
 

@@ -8,6 +8,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <unordered_map>
 
 namespace orvalis {
 
@@ -16,6 +17,8 @@ class DatabaseError : public std::runtime_error {
  public:
   DatabaseError(int code, const std::string& text) : std::runtime_error(text), code_(code) {}
 
+  /// SQLite's primary result code.
+  [[nodiscard]] int code() const { return code_; }
   /// The file is no database, or is damaged. Anything else may be mended without it.
   [[nodiscard]] bool damaged() const { return code_ == SQLITE_CORRUPT || code_ == SQLITE_NOTADB; }
 
@@ -55,6 +58,8 @@ class Database {
   explicit Database(const std::filesystem::path& file);
 
   [[nodiscard]] Statement Prepare(const std::string& sql) { return {handle_.get(), sql}; }
+  /// As `Prepare`, once for each text: for what is done again and again. Only one use of it at a time.
+  [[nodiscard]] Statement& Kept(const std::string& sql);
   void Execute(const std::string& sql) { Prepare(sql).Run(); }
   /// The file was renamed or removed under it.
   [[nodiscard]] bool HasMoved();
@@ -64,12 +69,13 @@ class Database {
     void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
   };
   std::unique_ptr<sqlite3, Close> handle_;
+  std::unordered_map<std::string, Statement> kept_;
 };
 
 /// All that is done while it lives, or nothing unless `Commit` was reached.
 class Transaction {
  public:
-  explicit Transaction(Database& database) : database_(database) { database_.Execute("BEGIN IMMEDIATE"); }
+  explicit Transaction(Database& database) : database_(database) { database_.Kept("BEGIN IMMEDIATE").Run(); }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
   ~Transaction();

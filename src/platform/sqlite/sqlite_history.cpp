@@ -115,11 +115,12 @@ Span ReadSpan(const Statement& row) {
 }
 
 void WriteVerdicts(Database& database, const std::vector<RecordedVerdict>& verdicts) {
-  Statement clear = database.Prepare("DELETE FROM verdict WHERE time > ? AND time < ?");
-  Statement shorten = database.Prepare(
+  Statement& clear = database.Kept("DELETE FROM verdict WHERE time > ? AND time < ?");
+  Statement& shorten = database.Kept(
       "UPDATE verdict SET until = ?1 WHERE time = (SELECT max(time) FROM verdict WHERE time < ?1) AND until > ?1");
-  Statement insert = database.Prepare(std::string("INSERT OR REPLACE INTO verdict (") + kVerdictColumns + ") VALUES (" +
-                                      Parameters(kVerdictColumnCount) + ")");
+  static const std::string kInsert = std::string("INSERT OR REPLACE INTO verdict (") + kVerdictColumns + ") VALUES (" +
+                                     Parameters(kVerdictColumnCount) + ")";
+  Statement& insert = database.Kept(kInsert);
   for (const RecordedVerdict& verdict : verdicts) {
     clear.Bind(0, verdict.first);
     clear.Bind(1, verdict.last);
@@ -163,6 +164,20 @@ void AddColumns(Database& database) {
   }
 }
 
+/// Asks for every column. Throws DatabaseError: a file that says it is `ours` and lacks one is damaged, and any other
+/// is another program's.
+void CheckColumns(Database& database, bool ours) {
+  try {
+    for (const std::string& columns : {SampleColumns() + " FROM cycle", SpanColumns() + " FROM span",
+                                       std::string(kVerdictColumns) + " FROM verdict"}) {
+      static_cast<void>(database.Prepare("SELECT " + columns));
+    }
+  } catch (const DatabaseError& error) {
+    if (ours && error.code() == SQLITE_ERROR) throw DatabaseError(SQLITE_CORRUPT, error.what());
+    throw;
+  }
+}
+
 void Prepare(Database& database) {
   const std::int64_t layout = CheckFile(database);
   // A batch is in the file as soon as it is written, whatever becomes of the program, and the disk is not waited for.
@@ -181,10 +196,7 @@ void Prepare(Database& database) {
   database.Execute(
       "CREATE TABLE IF NOT EXISTS verdict (time INTEGER PRIMARY KEY, until INTEGER NOT NULL, safe INTEGER NOT NULL, "
       "source TEXT NOT NULL, reasons TEXT NOT NULL, explanation TEXT NOT NULL)");
-  // Tables of the same names and another make are not ours; asking for the columns finds out.
-  static_cast<void>(database.Prepare("SELECT " + SampleColumns() + " FROM cycle"));
-  static_cast<void>(database.Prepare("SELECT " + SpanColumns() + " FROM span"));
-  static_cast<void>(database.Prepare(std::string("SELECT ") + kVerdictColumns + " FROM verdict"));
+  CheckColumns(database, layout > 0);
   database.Execute("PRAGMA user_version = " + std::to_string(kLayout));
   transaction.Commit();
 }
@@ -340,9 +352,10 @@ std::vector<RecordedVerdict> SqliteHistory::Verdicts(std::int64_t from, std::int
 void SqliteHistory::Write(const Batch& batch) {
   Serve("store", [&](Database& database) {
     Transaction transaction(database);
-    Statement clear = database.Prepare("DELETE FROM cycle WHERE time > ? AND time < ?");
-    Statement insert = database.Prepare("INSERT OR REPLACE INTO cycle (" + SampleColumns() + ") VALUES (" +
-                                        Parameters(kFirstSampleValue + kQuantities) + ")");
+    Statement& clear = database.Kept("DELETE FROM cycle WHERE time > ? AND time < ?");
+    static const std::string kInsert = "INSERT OR REPLACE INTO cycle (" + SampleColumns() + ") VALUES (" +
+                                       Parameters(kFirstSampleValue + kQuantities) + ")";
+    Statement& insert = database.Kept(kInsert);
     std::optional<std::int64_t> before = batch.follows;
     for (const Sample& sample : batch.samples) {
       if (before && sample.time > *before && sample.time - *before <= kLongestStepMs) {
@@ -357,11 +370,12 @@ void SqliteHistory::Write(const Batch& batch) {
       BindValues(insert, kFirstSampleValue, sample.values);
       insert.Run();
     }
-    Statement clear_spans = database.Prepare("DELETE FROM span WHERE first > ? AND first <= ?");
+    Statement& clear_spans = database.Kept("DELETE FROM span WHERE first > ? AND first <= ?");
     // One that began before and is not over yet keeps its beginning.
-    Statement shorten_spans = database.Prepare("UPDATE span SET last = ? WHERE first > ? AND first < ? AND last >= ?");
-    Statement insert_span = database.Prepare("INSERT OR REPLACE INTO span (" + SpanColumns() + ") VALUES (" +
-                                             Parameters(kFirstSpanValue + 2 * kQuantities) + ")");
+    Statement& shorten_spans = database.Kept("UPDATE span SET last = ? WHERE first > ? AND first < ? AND last >= ?");
+    static const std::string kInsertSpan = "INSERT OR REPLACE INTO span (" + SpanColumns() + ") VALUES (" +
+                                           Parameters(kFirstSpanValue + 2 * kQuantities) + ")";
+    Statement& insert_span = database.Kept(kInsertSpan);
     for (const Span& span : batch.spans) {
       clear_spans.Bind(0, span.first);
       clear_spans.Bind(1, span.last);
