@@ -144,7 +144,7 @@ def beside(world, seconds):
     with connect(server.port) as connection:
         ask(connection, indi_question(b"Weather Simulator", b"CONNECTION"), has(b"</defSwitchVector>"))
     time.sleep(2)
-    shares("without a unit", seconds / 4, [program.pid], server.pids())
+    shares("without a unit", seconds / 2, [program.pid], server.pids())
     stop(program)
 
     program = daemon(world, port, "--port", world.link)

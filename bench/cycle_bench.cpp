@@ -50,7 +50,7 @@ int Run(const char* port_name, int count) {
   Job job;
   job.Start(Measure(link, count, milliseconds), [](const std::exception_ptr&) { QCoreApplication::quit(); });
   QCoreApplication::exec();
-  if (std::ssize(milliseconds) * 10 < count * 9) {  // the line is busy, or gone
+  if (std::ssize(milliseconds) * 10 < count * 9L) {  // the line is busy, or gone
     std::fprintf(stderr, "%zu frames of %d: %s\n", milliseconds.size(), count, status.English().c_str());
     return 1;
   }
