@@ -10,7 +10,8 @@ import sys
 import tempfile
 import time
 
-from report import leave, megabytes, processor_share, resident_megabytes, row, start_to_window
+import report
+from report import leave, megabytes, processor_share, resident_megabytes, row, stage, start_to_window, wait_for_line
 
 BIN, UNIT, SECONDS = sys.argv[1], sys.argv[2], float(sys.argv[3])
 PROGRAM, LOAD = os.path.join(BIN, "orvalis.exe"), os.path.join(BIN, "com_load.exe")
@@ -19,22 +20,22 @@ PATIENCE = 60
 
 
 def start(*words, output=subprocess.DEVNULL):
-    return subprocess.Popen([WINE, *words], stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.DEVNULL,
-                            text=True)
+    return report.start(WINE, *words, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.DEVNULL)
 
 
 def run(*words):
-    with start(*words, output=subprocess.PIPE) as process:
-        return process.communicate(timeout=PATIENCE)[0]
+    return subprocess.run([WINE, *words], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                          text=True, timeout=PATIENCE).stdout
 
 
 def stop(process):
+    report.let_go(process)
     run("taskkill", "/IM", "orvalis.exe")
     process.wait(PATIENCE)
 
 
 def private_megabytes(pid):
-    return megabytes(pid, "Private_Dirty")
+    return megabytes(("Private_Dirty",), pid)
 
 
 def watch(name, options, empty, limit):
@@ -43,7 +44,7 @@ def watch(name, options, empty, limit):
     ours, theirs = map(float, run(LOAD, "measure", "300").split())
     row("%s: a property read over an empty server's (%.0f us)" % (name, theirs), "%.2f" % (ours / theirs), "< 1.5",
         ours < 1.5 * theirs)
-    share = processor_share(process.pid, SECONDS)
+    share = processor_share(SECONDS, process.pid)
     row("  processor time over %d s" % SECONDS, "%.2f %%" % share, "< 0.3 %", share < 0.3)
     memory, alone = resident_megabytes(process.pid), resident_megabytes(empty.pid)
     row("  resident memory over an empty server's (%.0f MB)" % alone, "%.1f MB" % (memory - alone), "< %d MB" % limit,
@@ -58,11 +59,12 @@ row("the executable", "%.1f MB" % size, "< 25 MB", size < 25)
 folder = tempfile.mkdtemp(prefix="orvalis-bench-")
 os.environ["ORVALIS_PROFILE_DIR"] = "Z:" + folder.replace("/", "\\")
 line = os.path.join(os.environ["WINEPREFIX"], "dosdevices", "com12")
-run(PROGRAM, "/RegServer")
-with subprocess.Popen([UNIT, "--link", folder + "/unit"], stdout=subprocess.PIPE) as unit, \
-        start(LOAD, "serve", output=subprocess.PIPE) as server:
-    unit.stdout.readline()
-    server.stdout.readline()
+with stage("the program under Wine", 600 + 2 * int(SECONDS)):
+    run(PROGRAM, "/RegServer")
+    unit = report.start(UNIT, "--link", folder + "/unit", stdout=subprocess.PIPE)
+    server = start(LOAD, "serve", output=subprocess.PIPE)
+    wait_for_line(unit, "/dev/")
+    wait_for_line(server, "")
     if os.path.lexists(line):
         os.remove(line)
     os.symlink(folder + "/unit", line)
@@ -73,7 +75,7 @@ with subprocess.Popen([UNIT, "--link", folder + "/unit"], stdout=subprocess.PIPE
     finally:
         os.remove(line)
         run(PROGRAM, "/UnregServer")
-        server.terminate()
-        unit.terminate()
+        report.stop(server)
+        report.stop(unit)
         shutil.rmtree(folder, ignore_errors=True)
 leave()

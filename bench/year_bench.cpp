@@ -1,8 +1,8 @@
 // Runs a year of ticks through the logic, with a unit that is sometimes off for hours and an adapter that is unplugged
 // once a month. Prints the seconds taken and the kilobytes by which resident memory grew after the first week.
 
-#include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <fstream>
 
 #include "tests/support/link_world.h"
@@ -26,7 +26,7 @@ int Run() {
   long frames = 0;
   world.poll.Listen([&](const SensorFrame&) { ++frames; });
 
-  const auto begin = std::chrono::steady_clock::now();
+  const std::clock_t begin = std::clock();  // processor time: nothing here waits
   long settled = 0;
   world.connector.Connect();
   for (int second = 0; second < kYear; ++second) {
@@ -35,8 +35,8 @@ int Run() {
     if (second % (30 * kDay) == 29 * kDay) world.port.PullOut("pulled out");
     world.Tick(true);
   }
-  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-  std::printf("%.1f %ld %ld\n", taken.count(), ResidentKilobytes() - settled, frames);
+  const double taken = static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+  std::printf("%.1f %ld %ld\n", taken, ResidentKilobytes() - settled, frames);
   for (const Event& event : world.events.events()) {
     if (event.text.starts_with("Error")) {
       std::fprintf(stderr, "%s\n", event.text.c_str());

@@ -14,19 +14,29 @@ export ORVALIS_PROFILE_DIR=$folder
 Xvfb -displayfd 3 -noreset -screen 0 1280x1024x24 3>"$folder/display" 2>/dev/null &
 screen=$!
 trap 'kill $screen; rm -rf "$folder"' EXIT
-while [[ ! -s $folder/display ]]; do sleep 0.05; done
+# until_true COMMAND [PID]...: waits until it succeeds, as long as these processes run, a minute at most
+until_true() {
+  local command=$1 end=$((SECONDS + 60)) pid
+  shift
+  until eval "$command"; do
+    for pid in "$@"; do
+      kill -0 "$pid" 2>/dev/null || { echo "ended by itself, while waiting for: $command" >&2; exit 1; }
+    done
+    ((SECONDS < end)) || { echo "never: $command" >&2; exit 1; }
+    sleep 0.1
+  done
+}
+
+until_true '[[ -s $folder/display ]]' $screen
 DISPLAY=:$(cat "$folder/display")
 export DISPLAY
 export LC_ALL=C.UTF-8  # the windows are found by their titles
 
 # window NAME: waits for the window and gives it the keyboard
 window() {
-  local id=
-  while [[ -z $id ]]; do
-    sleep 0.1
-    id=$(xdotool search --onlyvisible --name "^$1\$" | tail -n 1) || true
-  done
-  xdotool windowfocus --sync "$id"
+  local id="" title="^$1\$"
+  until_true 'id=$(timeout 10 xdotool search --onlyvisible --name "$title" | tail -n 1); [[ -n $id ]]' $screen "$program"
+  timeout 10 xdotool windowfocus --sync "$id"
   echo "$id"
 }
 
@@ -40,9 +50,10 @@ picture() {
   done
   "$bin/orvalis-unit" --link "$folder/unit" --scenario "simulator/scenarios/$scenario.scenario" >/dev/null &
   local unit=$!
-  while [[ ! -e $folder/unit ]]; do sleep 0.05; done
+  until_true '[[ -e $folder/unit ]]' $unit
   "$bin/orvalis" --port "$folder/unit" 2>/dev/null &
-  local program=$! id
+  program=$!
+  local id
   id=$(window Orvalis)
   sleep 15
   import -window "$id" "$out/$name.png"

@@ -9,7 +9,10 @@ display=$(mktemp)
 Xvfb -displayfd 3 -noreset -screen 0 1280x1024x24 3>"$display" 2>/dev/null &
 screen=$!
 trap 'wineserver -k >/dev/null 2>&1 || true; kill $screen $(jobs -p) 2>/dev/null || true; rm -f "$display"' EXIT
-while [[ ! -s $display ]]; do sleep 0.05; done
+while [[ ! -s $display ]]; do
+  kill -0 $screen 2>/dev/null || { echo "there is no screen: Xvfb ended" >&2; exit 1; }
+  sleep 0.05
+done
 DISPLAY=:$(cat "$display")
 export DISPLAY
 # A program that keeps Wine's services running: otherwise they restart for each program and hold on to its output.

@@ -191,6 +191,7 @@ Task<SensorLink::FrameResult> SensorLink::AskForFrame(SensorFrame& frame, millis
   co_await Pause(loop_, kCharacterPause);
   if (Over(session)) co_return FrameResult::kEnded;
   port_.Transmit(kFrameRequest);
+  port_.Expect(SensorFrame::kTerminatorPosition);
   co_await Pause(loop_, kAnswerPause);
   if (Over(session)) co_return FrameResult::kEnded;
   // A time-out leaves what came, and the completeness of the line decides.

@@ -56,6 +56,11 @@ class SerialPort {
   /// Queues bytes for sending. Throws RunTimeError kPortClosed when the port is not open.
   virtual void Transmit(std::string_view bytes) = 0;
 
+  /// An answer of so many characters is about to come. They need not be looked at one by one: input may be picked up
+  /// once the line can have delivered them, but for what an answer that begins late or stops short leaves. By default
+  /// nothing.
+  virtual void Expect(std::size_t /*characters*/) {}
+
   /// Starts a receive, of which there is one at a time; `done` is called once, from the event loop or from
   /// `SetConnected(false)`, unless the receive is cancelled.
   virtual void ReceiveCounted(std::size_t count, ReceiveDone done) = 0;

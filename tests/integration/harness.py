@@ -32,11 +32,12 @@ class Process:
         for reader in self._readers:
             reader.start()
 
-    @staticmethod
-    def _read(pipe, *takers):
+    def _read(self, pipe, *takers):
         for line in pipe:
             for take in takers:
                 take(line.rstrip("\n"))
+        if pipe is self.process.stdout:
+            self.lines.put(None)
 
     def line(self, matches, patience=PATIENCE):
         """The next line that `matches`; lines before it are dropped."""
@@ -47,6 +48,10 @@ class Process:
                 line = self.lines.get(timeout=max(0.01, end - time.monotonic()))
             except queue.Empty:
                 raise AssertionError("no such line; seen: %r; standard error: %r" % (seen[-10:], self.errors[-10:]))
+            if line is None:
+                self.lines.put(None)  # for the next one who waits
+                raise AssertionError("%s: its output ended, its exit code is %s; seen: %r; standard error: %r" % (
+                    self.process.args, self.process.poll(), seen[-10:], self.errors[-10:]))
             seen.append(line)
             if matches(line):
                 return line
@@ -57,7 +62,9 @@ class Process:
 
     def forget(self):
         while not self.lines.empty():
-            self.lines.get_nowait()
+            if self.lines.get_nowait() is None:
+                self.lines.put(None)
+                return
 
     def stop(self, number=signal.SIGTERM, patience=PATIENCE):
         """Ends the process; returns its exit code and the seconds that it took."""
@@ -104,6 +111,7 @@ class Case(unittest.TestCase):
         self.profile = os.path.join(self.folder, "profile")
         self.link = os.path.join(self.folder, "unit")
         self.record = os.path.join(self.folder, "record")
+        self.launched = []
         # Several tests run at a time, and there is but one port.
         self.env = dict(os.environ, ORVALIS_PROFILE_DIR=self.profile, ORVALIS_HTTP_PORT="0", LC_ALL="C.UTF-8")
 
@@ -131,6 +139,7 @@ class Case(unittest.TestCase):
 
     def launch(self, *words, stdin=False):
         process = Process(words, env=self.env, stdin=stdin)
+        self.launched.append(process)
         self.addCleanup(process.kill)
         return process
 
@@ -181,7 +190,7 @@ class ScreenCase(Case):
 
     def setUp(self):
         super().setUp()
-        screen = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "1280x1024x24"], stdout=subprocess.PIPE,
+        screen = subprocess.Popen(["Xvfb", "-displayfd", "1", "-noreset", "-screen", "0", "1280x1024x24"], stdout=subprocess.PIPE,
                                   stderr=subprocess.DEVNULL, text=True)
         self.addCleanup(screen.wait)
         self.addCleanup(screen.terminate)
@@ -195,7 +204,11 @@ class ScreenCase(Case):
 
     def window(self, name):
         """The uppermost window of this name, when it is there."""
-        return self.wait_until(lambda: self.xdotool("search", "--onlyvisible", "--name", "^%s$" % name), name)[-1]
+        def found():
+            running = any(program.process.poll() is None for program in self.launched)
+            return self.xdotool("search", "--onlyvisible", "--name", "^%s$" % name) or self.assertTrue(
+                running, "no program is left whose window “%s” could be" % name)
+        return self.wait_until(found, name)[-1]
 
     def focus(self, name):
         window = self.window(name)

@@ -176,7 +176,7 @@ class Watcher:
                 asked = time.monotonic()
                 client.say("get Observation1.Safe")
                 answer = client.lines.get(timeout=HEARD)
-                if "error" in answer:
+                if answer is None or "error" in answer:
                     raise OSError(answer)
                 self._judge("D-Bus", answer.endswith("true"), asked)
             except (OSError, queue.Empty):

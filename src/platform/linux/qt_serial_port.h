@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QSerialPort>
+#include <QTimer>
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -27,6 +28,7 @@ class QtSerialPort : public QObject, public SerialPort {
   void SetConnected(bool connected) override;
   void ClearBuffers() override;
   void Transmit(std::string_view bytes) override;
+  void Expect(std::size_t characters) override;
   void ReceiveCounted(std::size_t count, ReceiveDone done) override {
     received_.ReceiveCounted(count, std::move(done));
   }
@@ -39,6 +41,10 @@ class QtSerialPort : public QObject, public SerialPort {
  private:
   void Open();
   void Close();
+  void PickUp();
+  /// Sleeps through the time that the rest of the expected answer needs on the line.
+  void Sleep();
+  void ExpectNothing();
   void HandleError(QSerialPort::SerialPortError error);
 
   std::string device_;
@@ -46,6 +52,9 @@ class QtSerialPort : public QObject, public SerialPort {
   Lost lost_;
   QSerialPort port_;
   ReceiveQueue received_;
+  std::size_t missing_ = 0;  ///< characters of the expected answer
+  int sleeps_left_ = 0;      ///< then every character is picked up as it comes
+  QTimer wake_;
 };
 
 }  // namespace orvalis
