@@ -27,7 +27,7 @@ done
 # Two days of history, so that the memory kept for it is full from the start.
 python3 bench/night_frames.py "$bin/orvalis-unit" "$(date +%s%3N)" >"$folder/night"
 for ago in 4 3 2 1 0; do
-  awk -v "shift=$((ago * 36000000))" '{ $1 = sprintf("%d", $1 - shift); print }' "$folder/night"
+  awk -v "shift=$((ago * 36000000))" '{ $1 = sprintf("%.0f", $1 - shift); print }' "$folder/night"
 done | "$bin/history_fill" "$folder/profile/history.sqlite" >/dev/null
 mkfifo "$folder/heap"
 gzip -1 <"$folder/heap" >"$folder/heap.raw.gz" &
