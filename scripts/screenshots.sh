@@ -72,7 +72,7 @@ sleep 2
 xdotool key alt+p
 xdotool type "$folder/unit"
 xdotool key Tab alt+s
-sleep 4
+sleep 12 # two ports are tried
 import -window "$assistant" "$out/assistant-unit.png"
 echo "$out/assistant-unit.png"
 kill $program $unit
