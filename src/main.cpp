@@ -10,6 +10,7 @@
 #include "platform/system/stop_signals.h"
 #include "program_windows.h"
 #include "ui/controls/language.h"
+#include "ui/controls/outlined_boxes.h"
 #include "ui/controls/picker_process.h"
 #include "ui/desktop.h"
 
@@ -20,6 +21,7 @@ class QtWindowSystem : public orvalis::WindowSystem {
   std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) override {
     auto application = std::make_unique<QApplication>(argc, argv);
     orvalis::desktop::Prepare();
+    orvalis::OutlineBoxes();
     if (orvalis::desktop::FileDialogsBlock()) orvalis::UsePickerProcess(QCoreApplication::applicationFilePath());
     QApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setDesktopFileName("orvalis");
