@@ -55,27 +55,36 @@ bool IsFigure(std::string_view text) {
   return unit == std::string_view::npos || std::ranges::find(kUnits, text.substr(unit + 1)) != kUnits.end();
 }
 
-std::optional<Message> Known(std::string_view text) {
-  if (IsFigure(text)) return std::string(text);
-  for (const Phrase& told : kTold) {
-    if (std::optional<Message> message = Recognized(text, told, Known)) return message;
-  }
-  // Reasons end with a full stop, the causes of an alarm with a semicolon. Both can stand within a text too.
-  for (const std::string_view separator : {". ", "; "}) {
-    for (std::size_t at = text.find(separator); at != std::string_view::npos; at = text.find(separator, at + 1)) {
-      const std::optional<Message> first = Known(text.substr(0, at));
-      if (!first) continue;
-      const std::optional<Message> rest = Known(text.substr(at + separator.size()));
-      if (rest) return Joined(*first, separator, *rest);
+/// Reads one text. It is tried in many ways, and one that was damaged could be in more than there is time for.
+class Reader {
+ public:
+  [[nodiscard]] std::optional<Message> Known(std::string_view text) {
+    if (IsFigure(text)) return std::string(text);
+    if (attempts_left_-- <= 0) return std::nullopt;
+    for (const Phrase& told : kTold) {
+      const auto part = [this](std::string_view inner) { return Known(inner); };
+      if (std::optional<Message> message = Recognized(text, told, part)) return message;
     }
+    // Reasons end with a full stop, the causes of an alarm with a semicolon. Both can stand within a text too.
+    for (const std::string_view separator : {". ", "; "}) {
+      for (std::size_t at = text.find(separator); at != std::string_view::npos; at = text.find(separator, at + 1)) {
+        const std::optional<Message> first = Known(text.substr(0, at));
+        if (!first) continue;
+        const std::optional<Message> rest = Known(text.substr(at + separator.size()));
+        if (rest) return Joined(*first, separator, *rest);
+      }
+    }
+    return std::nullopt;
   }
-  return std::nullopt;
-}
+
+ private:
+  int attempts_left_ = 1'000;
+};
 
 }  // namespace
 
 Message ToldReasons(std::string_view english) {
-  const std::optional<Message> known = Known(english);
+  const std::optional<Message> known = Reader().Known(english);
   return known ? *known : Message(std::string(english));
 }
 

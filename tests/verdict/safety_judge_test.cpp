@@ -234,6 +234,10 @@ TEST_F(SafetyJudgeTest, WhatTheHistoryKeptIsToldInTheWindowsLanguage) {
     }
   }
   EXPECT_EQ(ToldReasons("rain 1 of 2, limit 3").In(loud), "rain 1 of 2, limit 3") << "of another version";
+  std::string damaged;
+  for (int i = 0; i < 60; ++i) damaged += "forced by hand. ";
+  damaged += "forced by hnd";
+  EXPECT_EQ(ToldReasons(damaged).In(loud), damaged) << "and at once";
 }
 
 }  // namespace
