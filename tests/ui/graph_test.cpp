@@ -226,6 +226,7 @@ TEST_F(GraphTest, ShowsTheSpanThatWasAskedForAlsoWhereTheFileAloneHasIt) {
         {.first = span.first + 1, .last = span.first + 2, .reasons = "wind", .explanation = ""});
   }
   frmGraph window(WindGraph(), Parts());
+  window.resize(900, 900);  // where the strip along the top takes little of the scale, whatever the font
   window.show();
   Settle();
   HistoryPlot& plot = window.plot();
