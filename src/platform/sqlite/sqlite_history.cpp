@@ -118,9 +118,9 @@ void WriteVerdicts(Database& database, const std::vector<RecordedVerdict>& verdi
   Statement& clear = database.Kept("DELETE FROM verdict WHERE time > ? AND time < ?");
   Statement& shorten = database.Kept(
       "UPDATE verdict SET until = ?1 WHERE time = (SELECT max(time) FROM verdict WHERE time < ?1) AND until > ?1");
-  static const std::string kInsert = std::string("INSERT OR REPLACE INTO verdict (") + kVerdictColumns + ") VALUES (" +
-                                     Parameters(kVerdictColumnCount) + ")";
-  Statement& insert = database.Kept(kInsert);
+  static const std::string insert_sql = std::string("INSERT OR REPLACE INTO verdict (") + kVerdictColumns +
+                                        ") VALUES (" + Parameters(kVerdictColumnCount) + ")";
+  Statement& insert = database.Kept(insert_sql);
   for (const RecordedVerdict& verdict : verdicts) {
     clear.Bind(0, verdict.first);
     clear.Bind(1, verdict.last);
@@ -353,9 +353,9 @@ void SqliteHistory::Write(const Batch& batch) {
   Serve("store", [&](Database& database) {
     Transaction transaction(database);
     Statement& clear = database.Kept("DELETE FROM cycle WHERE time > ? AND time < ?");
-    static const std::string kInsert = "INSERT OR REPLACE INTO cycle (" + SampleColumns() + ") VALUES (" +
-                                       Parameters(kFirstSampleValue + kQuantities) + ")";
-    Statement& insert = database.Kept(kInsert);
+    static const std::string insert_sql = "INSERT OR REPLACE INTO cycle (" + SampleColumns() + ") VALUES (" +
+                                          Parameters(kFirstSampleValue + kQuantities) + ")";
+    Statement& insert = database.Kept(insert_sql);
     std::optional<std::int64_t> before = batch.follows;
     for (const Sample& sample : batch.samples) {
       if (before && sample.time > *before && sample.time - *before <= kLongestStepMs) {
@@ -373,9 +373,9 @@ void SqliteHistory::Write(const Batch& batch) {
     Statement& clear_spans = database.Kept("DELETE FROM span WHERE first > ? AND first <= ?");
     // One that began before and is not over yet keeps its beginning.
     Statement& shorten_spans = database.Kept("UPDATE span SET last = ? WHERE first > ? AND first < ? AND last >= ?");
-    static const std::string kInsertSpan = "INSERT OR REPLACE INTO span (" + SpanColumns() + ") VALUES (" +
-                                           Parameters(kFirstSpanValue + 2 * kQuantities) + ")";
-    Statement& insert_span = database.Kept(kInsertSpan);
+    static const std::string insert_span_sql = "INSERT OR REPLACE INTO span (" + SpanColumns() + ") VALUES (" +
+                                               Parameters(kFirstSpanValue + 2 * kQuantities) + ")";
+    Statement& insert_span = database.Kept(insert_span_sql);
     for (const Span& span : batch.spans) {
       clear_spans.Bind(0, span.first);
       clear_spans.Bind(1, span.last);
