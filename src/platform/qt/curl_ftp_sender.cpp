@@ -39,6 +39,7 @@ struct Curl {
 Curl Load() {
   constexpr int kInterface = 4;
   QLibrary library("curl", kInterface);
+  library.setLoadHints(QLibrary::PreventUnloadHint);  // a transfer may still be under way when the program ends
   const auto find = [&](auto& function, const char* name) {
     function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(library.resolve(name));
     if (function == nullptr) {
