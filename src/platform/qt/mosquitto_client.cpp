@@ -25,6 +25,8 @@ namespace {
 
 /// The broker takes a program for lost after half as much again.
 constexpr int kKeepAlive = 10;  // seconds
+/// How often the library looks whether a sign of life is due: the readings are one, every two seconds.
+constexpr std::chrono::seconds kUpkeep{4};
 constexpr std::chrono::seconds kLookUpPatience{20};
 constexpr std::chrono::seconds kAcceptPatience{10};
 constexpr std::chrono::seconds kLeavePatience{1};
@@ -235,8 +237,8 @@ void MosquittoClient::Mailbox::Close() {
 }
 
 MosquittoClient::MosquittoClient() : mailbox_(std::make_shared<Mailbox>(this)) {
-  second_timer_.setInterval(std::chrono::seconds(1));
-  connect(&second_timer_, &QTimer::timeout, this, &MosquittoClient::Tick);
+  upkeep_timer_.setInterval(kUpkeep);
+  connect(&upkeep_timer_, &QTimer::timeout, this, &MosquittoClient::KeepUp);
   patience_timer_.setSingleShot(true);
   connect(&patience_timer_, &QTimer::timeout, this, [this] {
     if (leaving_) {
@@ -310,7 +312,7 @@ void MosquittoClient::Opened(const std::shared_ptr<Line>& line) {
   connect(readable_.get(), &QSocketNotifier::activated, this, &MosquittoClient::Readable);
   connect(writable_.get(), &QSocketNotifier::activated, this, &MosquittoClient::Writable);
   patience_timer_.start(kAcceptPatience);
-  second_timer_.start();
+  upkeep_timer_.start();
   Watch();
 }
 
@@ -383,7 +385,7 @@ void MosquittoClient::Writable() {
   });
 }
 
-void MosquittoClient::Tick() { Drive(mosquitto_loop_misc); }
+void MosquittoClient::KeepUp() { Drive(mosquitto_loop_misc); }
 
 void MosquittoClient::Watch() { writable_->setEnabled(mosquitto_want_write(handle())); }
 
@@ -407,7 +409,7 @@ void MosquittoClient::Send(const MqttMessage& message) {
     QMetaObject::invokeMethod(
         this,
         [this, line = line_] {
-          if (line == line_) Tick();
+          if (line == line_) KeepUp();
         },
         Qt::QueuedConnection);
   }
@@ -455,7 +457,7 @@ void MosquittoClient::Leave() {
 }
 
 void MosquittoClient::Forget() {
-  second_timer_.stop();
+  upkeep_timer_.stop();
   patience_timer_.stop();
   // They may be in the midst of a signal.
   for (auto* notifier : {&readable_, &writable_}) {

@@ -59,7 +59,7 @@ class MosquittoClient : public QObject, public network::MqttClient {
   void Drive(const std::function<int(mosquitto*)>& work);
   void Readable();
   void Writable();
-  void Tick();
+  void KeepUp();
   /// Watches for room to send while there is something to send.
   void Watch();
   /// Says goodbye, and ends the connection.
@@ -83,7 +83,7 @@ class MosquittoClient : public QObject, public network::MqttClient {
   int version_ = 0;             ///< of MQTT, that is tried
   std::unique_ptr<QSocketNotifier> readable_;
   std::unique_ptr<QSocketNotifier> writable_;
-  QTimer second_timer_;
+  QTimer upkeep_timer_;
   QTimer patience_timer_;  ///< for what is under way
 };
 
