@@ -1668,6 +1668,10 @@ Bitte den Dateinamen prüfen.</translation>
         <source>%1, connected</source>
         <translation>%1, verbunden</translation>
     </message>
+    <message>
+        <source>pictures cannot be sent without libcurl: %1</source>
+        <translation>ohne libcurl lassen sich keine Bilder senden: %1</translation>
+    </message>
 </context>
 <context>
     <name>orvalis::PortList</name>

@@ -43,8 +43,9 @@ Curl Load() {
   const auto find = [&](auto& function, const char* name) {
     function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(library.resolve(name));
     if (function == nullptr) {
-      throw RunTimeError(RunTimeError::kDeviceUnavailable,
-                         "pictures cannot be sent without libcurl: " + library.errorString().toStdString());
+      throw RunTimeError(
+          RunTimeError::kDeviceUnavailable,
+          Message::Of("pictures cannot be sent without libcurl: %1").With(library.errorString().toStdString()));
     }
   };
   Curl curl{};
