@@ -12,7 +12,7 @@ import statistics
 import time
 
 from network_load import free_port
-from report import megabytes, processor_share, row, start, stop
+from report import awake, megabytes, processor_share, row, start, stop
 
 SIMULATOR = "indi_simulator_weather"
 
@@ -123,6 +123,7 @@ def reads(world, asked):
     with contextlib.ExitStack() as stack:
         connections = [stack.enter_context(connect(port)) for _, port, *_ in asked]
         times = [[] for _ in asked]
+        stack.enter_context(awake())
         for _ in range(20):
             for (_, _, request, is_answer, _), connection, taken in zip(asked, connections, times):
                 for _ in range(500):
@@ -148,15 +149,17 @@ def beside(world, seconds):
     stop(program)
 
     program = daemon(world, port, "--port", world.link)
-    driver = IndiServer(world, world.binaries + "/indi_orvalis_weather")
     with listen(server.port) as connection:
         ask(connection, indi_command(b"Switch", b"Weather Simulator", b"CONNECTION", b"CONNECT", b"On"), ANSWERED)
         ask(connection, indi_command(b"Number", b"Weather Simulator", b"WEATHER_UPDATE", b"PERIOD", b"2"),
             has(b'name="WEATHER_PARAMETERS"'))
+    time.sleep(6)
+    shares("while polling, over %d s" % seconds, seconds, [program.pid], server.pids(), 0.1)
+    driver = IndiServer(world, world.binaries + "/indi_orvalis_weather")
     with listen(driver.port) as connection:
         ask(connection, indi_command(b"Text", b"Orvalis", b"DEVICE_ADDRESS", b"PORT", b"%d" % port), has(b"Vector>"))
     time.sleep(15)  # until the driver has readings
-    shares("while polling, over %d s" % seconds, seconds, [program.pid], server.pids(), 0.1)
+    shares("with its INDI driver asking every 2 s", seconds, [program.pid], server.pids())
     for kind, budget in (("Rss", 25), ("Pss", None)):
         ours, theirs = megabytes((kind,), program.pid), megabytes((kind,), *server.pids())
         row("orvalisd, %s memory" % {"Rss": "resident", "Pss": "proportional"}[kind], "%.1f MB" % ours,
