@@ -117,6 +117,14 @@ class StartedByAPerson(BusCase):
         self.event(program, "clients can use the D-Bus interface again", patience=2 * PATIENCE)
         self.assertEqual(self.client().ask("get Precipitation"), "Precipitation = false")
 
+    def test_a_silent_bus_holds_up_nobody(self):
+        self.unit("--fast")
+        os.kill(self.bus.process.pid, signal.SIGSTOP)  # the system goes on taking its connections
+        program = self.daemon()
+        self.event(program, "clients cannot use the D-Bus interface: the session bus does not answer")
+        self.reading(program)
+        self.assertEqual(program.stop()[0], 0)
+
     def test_safe_is_of_now_while_the_setup_is_open_and_never_old(self):
         unit, program = self.evening(), self.program("--port", self.link)
         self.wait_until(self.owner, "the name has an owner")  # a call before would have the bus start another program

@@ -206,7 +206,8 @@ def destroyed(path, world):
 
 def pipes_at_the_start(world):
     world.end()
-    names = ("Orvalis.Weather.running", "Orvalis.Weather.ini.lock", "Orvalis.Weather.good.ini")
+    names = ("Orvalis.Weather.running", "Orvalis.Weather.ini.lock", "Orvalis.Weather.good.ini",
+             "history.sqlite-journal")
     for name in names:
         Path(world.profile, name).unlink(missing_ok=True)
         os.mkfifo(Path(world.profile, name))
@@ -281,12 +282,29 @@ def clients_killed(world):
         world.wait(2)
 
 
-def bus_lost(world):
+@contextlib.contextmanager
+def without_the_bus(world):
+    path = os.path.join(world.folder, "bus")
     world.bus.kill()
     with contextlib.suppress(FileNotFoundError):
-        os.remove(os.path.join(world.folder, "bus"))
-    world.stays(15, HTTP)
+        os.remove(path)
+    yield path
+    with contextlib.suppress(FileNotFoundError):
+        os.remove(path)
     world.start_bus()
+
+
+def bus_lost(world):
+    with without_the_bus(world):
+        world.stays(15, HTTP)
+
+
+def bus_silent(world):
+    """Longer than the minute after which the program tries again."""
+    with without_the_bus(world) as path, socket.socket(socket.AF_UNIX) as silent:
+        silent.bind(path)
+        silent.listen()
+        world.stays(70, HTTP)
 
 
 def garbage_from(world):
@@ -400,6 +418,8 @@ FAULTS = [
           "clients on this machine are answered", silent_clients, quick=True),
     Fault("clients killed", "in a call, on D-Bus and HTTP", "at once", GOES_ON, clients_killed, quick=True),
     Fault("bus lost", "the bus is killed", "started again", "the others go on; served again within a minute", bus_lost),
+    Fault("bus silent", "it takes connections and says nothing", "started again",
+          "the others go on; served again within a minute", bus_silent),
     Fault("broker hostile", "silent, closing, endless, dripping, nonsense", "it leaves", GOES_ON, broker_hostile),
     Fault("broker stopped", "a real one stands still, goes on, is killed", "", GOES_ON, broker_stopped),
     Fault("web server hostile", "drips, resets, redirects, floods, refuses, silent", "it is well again",

@@ -1,15 +1,14 @@
 #include "platform/linux/dbus/weather_service.h"
 
-#include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusVariant>
-#include <QFile>
 #include <QVariant>
 #include <chrono>
 #include <stdexcept>
 #include <utility>
 
 #include "base/run_time_error.h"
+#include "platform/linux/dbus/bus_life.h"
 #include "platform/linux/dbus/observation_interface.h"
 
 namespace orvalis {
@@ -20,6 +19,8 @@ const QString kPath = QStringLiteral("/org/orvalis/Weather");
 const QString kInterface = QStringLiteral("org.orvalis.Weather");
 const QString kErrorPrefix = QStringLiteral("org.orvalis.Weather.Error.");
 const QString kProperties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString kBus = QStringLiteral("org.freedesktop.DBus");
+const QString kBusObject = QStringLiteral("/org/freedesktop/DBus");
 const QString kConnectionName = QStringLiteral("orvalis-weather");
 constexpr std::chrono::minutes kRetry{1};
 
@@ -85,11 +86,26 @@ void ExpectSignature(const QDBusMessage& call, const char* signature) {
                                               call.signature().toStdString() + ")");
 }
 
-/// Qt would ask libdbus, which starts a new bus if there is none.
-bool HasSessionBus() {
-  if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return true;
-  const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-  return !folder.isEmpty() && QFile::exists(folder + "/bus");
+/// What the bus itself answers. Qt's own functions would wait half a minute for it, and the readings with them.
+QDBusMessage AskBus(const QDBusConnection& bus, const QString& method, const QVariantList& arguments) {
+  constexpr int kPatience = 2'000;  // ms
+  QDBusMessage question = QDBusMessage::createMethodCall(kBus, kBusObject, kBus, method);
+  question.setArguments(arguments);
+  return bus.call(question, QDBus::Block, kPatience);
+}
+
+/// Why this program cannot have its name on `bus`; empty when it has it.
+std::string RequestName(const QDBusConnection& bus) {
+  constexpr uint kDoNotQueue = 4;
+  constexpr uint kOwner = 1;
+  constexpr uint kAlreadyOwner = 4;
+  const QDBusMessage answer = AskBus(bus, QStringLiteral("RequestName"), {kService, kDoNotQueue});
+  if (answer.type() != QDBusMessage::ReplyMessage) {
+    return "the bus does not give it its name: " + answer.errorMessage().toStdString();
+  }
+  const uint code = answer.arguments().value(0).toUInt();
+  if (code == kOwner || code == kAlreadyOwner) return {};
+  return "another program owns the name " + kService.toStdString();
 }
 
 }  // namespace
@@ -118,7 +134,9 @@ bool WeatherService::Start() {
 
 std::string WeatherService::TakeName() {
   if (!bus_) {
-    if (!HasSessionBus()) return "no session bus";
+    const QString address = SessionBusAddress();
+    if (address.isEmpty()) return "no session bus";
+    if (!BusAnswers(address)) return "the session bus does not answer";
     QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, kConnectionName);
     if (!bus.isConnected()) {
       const std::string reason = bus.lastError().message().toStdString();
@@ -127,17 +145,15 @@ std::string WeatherService::TakeName() {
     }
     // One match rule for all clients, installed before the first can call, so that one that calls and leaves is
     // noticed.
-    const QString bus_service = QStringLiteral("org.freedesktop.DBus");
-    bus.connect(bus_service, QStringLiteral("/org/freedesktop/DBus"), bus_service, QStringLiteral("NameOwnerChanged"),
-                this, SLOT(NoteNameOwner(QString, QString, QString)));
+    bus.connect(kBus, kBusObject, kBus, QStringLiteral("NameOwnerChanged"), this,
+                SLOT(NoteNameOwner(QString, QString, QString)));
     bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
                 QStringLiteral("Disconnected"), this, SLOT(NoteDisconnected()));
     bus.registerVirtualObject(kPath, this);
     bus_ = bus;
     announcements_ = std::make_unique<Announcements>(bus, kPath, parts_.observation);
   }
-  if (!bus_->registerService(kService)) return "another program owns the name " + kService.toStdString();
-  return {};
+  return RequestName(*bus_);
 }
 
 void WeatherService::TryAgain(const std::string& reason) {
@@ -165,7 +181,7 @@ void WeatherService::EndClient(const QString& client) {
   }
   // The program is about to end. It gives its name away first: a client that comes now lets the bus start a new
   // program, and one whose call has come already is served by this one.
-  bus_->unregisterService(kService);
+  AskBus(*bus_, QStringLiteral("ReleaseName"), {kService});
   has_name_ = false;
   QTimer::singleShot(0, this, [this, client] {
     const bool others_came = clients_.size() > 1;
