@@ -231,6 +231,9 @@ Database& SqliteHistory::Open() {
     if (fs::is_regular_file(file_, error)) {
       fs::permissions(file_, fs::perms::owner_read | fs::perms::owner_write, error);
     }
+    // SQLite looks for the journal of a crash and would wait for whoever writes to a pipe of that name.
+    fs::path journal = file_;
+    if (fs::is_fifo(journal += "-journal", error)) fs::remove(journal, error);
     Database database(file_);
     orvalis::Prepare(database);
     database_.emplace(std::move(database));
