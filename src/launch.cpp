@@ -82,6 +82,7 @@ int FailToStart(const std::exception& error, const CommandLine& line, WindowSyst
 
 /// Another program uses the profile. Returns the exit code of this one.
 int DeferToRunningInstance(SingleInstance::Start start) {
+  StopSignals::ExitImmediately(kExitFailed);  // whoever reads what it says may have stopped reading
   switch (start) {
     case SingleInstance::Start::kPanelRaised:
       std::cerr << "orvalis: already running; its panel was brought to the front\n";
