@@ -1,4 +1,7 @@
 #include <QtCore/qtestsupport_core.h>
+#ifndef _WIN32
+#include <sys/wait.h>
+#endif
 
 #include <QCheckBox>
 #include <QDir>
@@ -367,6 +370,12 @@ TEST(SetupPickers, AFolderThatDoesNotAnswerHoldsNothingUp) {
   UsePickerProcess(PickerScript(folder, "exit 0"));
   EXPECT_EQ(PickInProcess(&window, request), std::nullopt);
   UsePickerProcess({});
+  // Those that were let go are killed, and noticed when the system comes to it.
+  const auto none_left = [] {
+    siginfo_t info{};
+    return waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) < 0;
+  };
+  EXPECT_TRUE(QTest::qWaitFor(none_left));
 }
 #endif
 
