@@ -49,6 +49,7 @@ class Broker : public MqttClient {
     Require(accepted_, "nothing is sent without a connection", message.topic);
     CheckTopic(message.topic);
     Require(!other_ || !other_->online || other_->uuid == uuid_, "nothing is said under a name that another uses");
+    listening_ = false;
     if (message.payload.empty()) return;
     const auto json = nlohmann::json::parse(message.payload);
     if (json.contains("safe")) Require(json.at("safe") == now_.verdict.safe, "the verdict is the one of now");
@@ -72,7 +73,7 @@ class Broker : public MqttClient {
           ->Failed({.failure = static_cast<MqttFailure>(std::min(failure, static_cast<int>(MqttFailure::kOther))),
                     .detail = std::string(line.substr(1))});
     } else if (what == 'a' && asked_) {
-      asked_ = listening_ = false;
+      asked_ = false;
       user_->Answered();
     } else if (what == 'm' && accepted_) {
       if (listening_) other_ = ReadAvailability(line.substr(1));
