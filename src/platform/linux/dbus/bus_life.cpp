@@ -9,8 +9,6 @@
 namespace orvalis {
 namespace {
 
-constexpr int kPatience = 1'000;  // ms
-
 /// Of one address such as "unix:path=/run/user/1000/bus,guid=…": a value of its list; empty without it.
 QString ValueOf(const QString& address, const QString& key) {
   for (const QString& pair : address.mid(address.indexOf(':') + 1).split(',')) {
@@ -20,11 +18,11 @@ QString ValueOf(const QString& address, const QString& key) {
 }
 
 /// Nothing when it takes no connection.
-std::optional<bool> Answers(const QString& name, QLocalSocket::SocketOptions options) {
+std::optional<bool> Answers(const QString& name, QLocalSocket::SocketOptions options, int patience) {
   QLocalSocket socket;
   socket.setSocketOptions(options);
   socket.connectToServer(name);
-  if (!socket.waitForConnected(kPatience)) {
+  if (!socket.waitForConnected(patience)) {
     // With its queue full, it takes one as soon as somebody looks after it.
     if (socket.error() == QLocalSocket::SocketTimeoutError || socket.error() == QLocalSocket::UnknownSocketError) {
       return false;
@@ -35,7 +33,7 @@ std::optional<bool> Answers(const QString& name, QLocalSocket::SocketOptions opt
   static const QByteArray question("\0AUTH\r\n", 7);
   socket.write(question);
   // One that closes the line instead lives too, and does the same to the library.
-  return socket.waitForReadyRead(kPatience) || socket.state() != QLocalSocket::ConnectedState;
+  return socket.waitForReadyRead(patience) || socket.state() != QLocalSocket::ConnectedState;
 }
 
 }  // namespace
@@ -47,14 +45,15 @@ QString SessionBusAddress() {
   return folder.isEmpty() || !QFile::exists(folder + "/bus") ? QString() : "unix:path=" + folder + "/bus";
 }
 
-bool BusAnswers(const QString& address) {
+bool BusAnswers(const QString& address, std::chrono::milliseconds patience) {
+  const int wait = static_cast<int>(patience.count());
   // The library takes the first that can be connected to.
   for (const QString& one : address.split(';')) {
     const QString path = ValueOf(one, QStringLiteral("path"));
     const QString abstract = ValueOf(one, QStringLiteral("abstract"));
     if (!one.startsWith("unix:") || (path.isEmpty() && abstract.isEmpty())) return true;
-    const std::optional<bool> answers = path.isEmpty() ? Answers(abstract, QLocalSocket::AbstractNamespaceOption)
-                                                       : Answers(path, QLocalSocket::NoOptions);
+    const std::optional<bool> answers = path.isEmpty() ? Answers(abstract, QLocalSocket::AbstractNamespaceOption, wait)
+                                                       : Answers(path, QLocalSocket::NoOptions, wait);
     if (answers) return *answers;
   }
   return true;

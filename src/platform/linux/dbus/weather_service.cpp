@@ -23,6 +23,9 @@ const QString kBus = QStringLiteral("org.freedesktop.DBus");
 const QString kBusObject = QStringLiteral("/org/freedesktop/DBus");
 const QString kConnectionName = QStringLiteral("orvalis-weather");
 constexpr std::chrono::minutes kRetry{1};
+/// For the bus's first word: at the start a busy machine may be slow, later the readings wait meanwhile.
+constexpr std::chrono::seconds kPatienceAtStart{5};
+constexpr std::chrono::seconds kPatience{1};
 
 /// One of the bus's own errors.
 class BusError : public std::runtime_error {
@@ -88,10 +91,10 @@ void ExpectSignature(const QDBusMessage& call, const char* signature) {
 
 /// What the bus itself answers. Qt's own functions would wait half a minute for it, and the readings with them.
 QDBusMessage AskBus(const QDBusConnection& bus, const QString& method, const QVariantList& arguments) {
-  constexpr int kPatience = 2'000;  // ms
+  constexpr int kLongest = 2'000;  // ms
   QDBusMessage question = QDBusMessage::createMethodCall(kBus, kBusObject, kBus, method);
   question.setArguments(arguments);
-  return bus.call(question, QDBus::Block, kPatience);
+  return bus.call(question, QDBus::Block, kLongest);
 }
 
 /// Why this program cannot have its name on `bus`; empty when it has it.
@@ -136,7 +139,8 @@ std::string WeatherService::TakeName() {
   if (!bus_) {
     const QString address = SessionBusAddress();
     if (address.isEmpty()) return "no session bus";
-    if (!BusAnswers(address)) return "the session bus does not answer";
+    if (!BusAnswers(address, std::exchange(started_, true) ? kPatience : kPatienceAtStart))
+      return "the session bus does not answer";
     QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, kConnectionName);
     if (!bus.isConnected()) {
       const std::string reason = bus.lastError().message().toStdString();

@@ -62,6 +62,7 @@ class WeatherService : public QDBusVirtualObject, public WeatherServer {
   std::optional<QDBusConnection> bus_;
   std::unique_ptr<Announcements> announcements_;  ///< as long as `bus_`
   bool has_name_ = false;
+  bool started_ = false;                                 ///< a connection has been tried
   std::map<QString, std::unique_ptr<Weather>> clients_;  ///< by the client's own name on the bus
   bool had_clients_ = false;
   QTimer retry_;
