@@ -17,6 +17,8 @@ def free_ports(count):
                 claims.append(socket.socket(socket.AF_UNIX))
                 claims[-1].bind("\0orvalis-test-port-%d" % port)
                 with socket.socket() as probe:
+                    # A process that another thread starts has it too for a moment, which then keeps out nobody.
+                    probe.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
                     probe.bind(("127.0.0.1", port))
         except OSError:
             for claim in claims:
