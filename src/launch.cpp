@@ -18,6 +18,7 @@
 #include "platform/native.h"
 #include "platform/qt/command_line.h"
 #include "platform/qt/single_instance.h"
+#include "platform/system/crash_report.h"
 #include "platform/system/stop_signals.h"
 
 namespace orvalis {
@@ -211,6 +212,7 @@ std::optional<int> AnswerDirectly(const std::variant<CommandLine, CommandLineErr
 }
 
 int DoLaunch(int argc, char** argv, WindowSystem* windows) {
+  crash_report::EmptyDumps();
   const native::Process process(argc, argv);
   if (const auto code = native::RunService(process.arguments())) return *code;
   if (windows != nullptr) windows->RunHelper(process.arguments());

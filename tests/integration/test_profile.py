@@ -45,6 +45,13 @@ class ProfileStore(Case):
             self.set("RainThreshold", value)
             self.assertEqual(stat.S_IMODE(self.file.stat().st_mode), 0o600, value)
 
+    def test_a_dump_of_what_reads_a_password_is_empty(self):
+        with subprocess.Popen([BIN + "/orvalis", "profile", "set", "g_sPWS_password", "-"], env=self.env,
+                              stdin=subprocess.PIPE, stderr=subprocess.DEVNULL) as reader:
+            dump = Path(f"/proc/{reader.pid}/coredump_filter")
+            self.wait_until(lambda: int(dump.read_text(), 16) == 0, "a dump without heap and stack")
+            self.assertIsNone(reader.poll())
+
     def test_two_writers_keep_each_others_keys(self):
         self.set("Left", "1")
         # A store that is in use for half a second is an error, which a busy machine has now and then.

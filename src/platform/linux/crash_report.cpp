@@ -101,7 +101,8 @@ bool Keep(const std::filesystem::path& file, Path& path) {
   return true;
 }
 
-/// A dump has neither heap nor stack. What the program starts inherits that.
+}  // namespace
+
 void EmptyDumps() {
   const int filter = open("/proc/self/coredump_filter", O_WRONLY | O_CLOEXEC);
   if (filter < 0) return;
@@ -109,11 +110,8 @@ void EmptyDumps() {
   close(filter);
 }
 
-}  // namespace
-
 void Arm(const std::filesystem::path& folder) {
   if (kSanitized) return;
-  EmptyDumps();
   if (!Keep(folder / kErrorLogFile, g_log) || !Keep(folder / kCrashNoteFile, g_note)) return;
   std::array<void*, 1> first{};
   static_cast<void>(backtrace(first.data(), 1));  // the first call loads a library

@@ -78,8 +78,9 @@ bool Keep(const std::filesystem::path& file, Path& path) {
   return true;
 }
 
-/// An error report that Windows makes has no heap.
-void EmptyReports() {
+}  // namespace
+
+void EmptyDumps() {
   using SetFlags = HRESULT(WINAPI*)(DWORD flags);
   constexpr DWORD kNoHeap = 1;  // WER_FAULT_REPORTING_FLAG_NOHEAP; the header needs a newer system than the program
   const auto set_flags = reinterpret_cast<SetFlags>(
@@ -87,10 +88,7 @@ void EmptyReports() {
   if (set_flags != nullptr) set_flags(kNoHeap);
 }
 
-}  // namespace
-
 void Arm(const std::filesystem::path& folder) {
-  EmptyReports();
   if (!Keep(folder / kErrorLogFile, g_log) || !Keep(folder / kCrashNoteFile, g_note)) return;
   ULONG room = 65'536;  // for the filter, where the fault is that the stack is full
   SetThreadStackGuarantee(&room);
