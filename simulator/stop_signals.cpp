@@ -11,6 +11,12 @@ volatile sig_atomic_t has_arrived = 0;
 
 void Note(int) { has_arrived = 1; }
 
+// By who started the program: nohup, or a script that runs it in the background.
+bool IsToBeIgnored(int number) {
+  struct sigaction action {};
+  return number != SIGTERM && sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 }  // namespace
 
 StopSignals::StopSignals() {
@@ -18,6 +24,7 @@ StopSignals::StopSignals() {
   sigset_t held{};
   sigemptyset(&held);
   for (const int number : kSignals) {
+    if (IsToBeIgnored(number)) continue;
     sigaddset(&held, number);
     struct sigaction action {};
     action.sa_handler = Note;
@@ -29,7 +36,9 @@ StopSignals::StopSignals() {
 }
 
 StopSignals::~StopSignals() {
-  for (const int number : kSignals) signal(number, SIG_DFL);
+  for (const int number : kSignals) {
+    if (!IsToBeIgnored(number)) signal(number, SIG_DFL);
+  }
   sigprocmask(SIG_SETMASK, &outside_, nullptr);
 }
 

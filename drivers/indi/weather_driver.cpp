@@ -34,11 +34,19 @@ bool IsOn(const char* wanted, const ISState* states, char* names[], int n) {
   return false;
 }
 
+/// By who started the server: nohup, or a script that runs it in the background.
+bool IsToBeIgnored(int signal) {
+  struct sigaction action {};
+  return signal != SIGTERM && sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 /// Held back for good: they arrive at the descriptor in their turn.
 int StopSignals() {
   sigset_t set;
   sigemptyset(&set);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&set, signal);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    if (!IsToBeIgnored(signal)) sigaddset(&set, signal);
+  }
   sigprocmask(SIG_BLOCK, &set, nullptr);
   return signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
 }

@@ -15,6 +15,10 @@ from pathlib import Path
 BIN = os.environ.get("ORVALIS_BIN", os.path.join(os.getcwd(), "build", "dev", "bin"))
 # How long a thing may take that has to happen at all. Generous: the machines are slow and the sanitizers slower.
 PATIENCE = 60
+# Who started the tests, nohup or a script, may have had these ignored, which what they start would inherit.
+for _ignored in (signal.SIGINT, signal.SIGHUP):
+    if signal.getsignal(_ignored) == signal.SIG_IGN:
+        signal.signal(_ignored, signal.SIG_DFL)
 
 
 class Process:

@@ -88,6 +88,17 @@ class Headless(Case):
         # What was asked to do a single thing and did not must not look as if it had.
         self.assertEqual(self.run_program("profile", "set", "Left", "7", env=early).returncode, -signal.SIGTERM)
 
+    def test_what_nohup_has_ignored_stays_ignored(self):
+        self.unit("--fast")
+        for words in (["orvalis", "--headless", "--json", "--port", self.link], ["orvalis-unit", "--link", self.link + "2"]):
+            program = self.launch("sh", "-c", 'trap "" HUP INT; exec "$0" "$@"', os.path.join(BIN, words[0]), *words[1:])
+            program.line(lambda text: '"frame"' in text or text.startswith("/dev/"))
+            for number in (signal.SIGHUP, signal.SIGINT):
+                program.process.send_signal(number)
+            with self.assertRaises(subprocess.TimeoutExpired, msg=words[0]):
+                program.process.wait(1)
+            self.assertEqual(program.stop()[0], 0)
+
     def test_a_reader_that_stops_reading_or_goes_does_not_hold_it_up(self):
         self.unit("--fast")
         reader, writer = os.pipe()

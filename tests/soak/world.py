@@ -250,7 +250,7 @@ class World(Case):
         of a fault tells."""
         status = Path("/proc/%d/status" % self.program.process.pid).read_text("utf-8")
         told = re.findall(r"(?m)^(?:State|SigPnd|ShdPnd|SigBlk|SigCgt).*", status)
-        log = Path(self.profile, "orvalis_errors.txt")
+        log = Path(BIN, "orvalis_errors.txt")  # of all worlds
         before = log.stat().st_size if log.exists() else 0
         self.program.process.send_signal(signal.SIGABRT)
         with contextlib.suppress(subprocess.TimeoutExpired):

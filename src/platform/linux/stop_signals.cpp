@@ -31,11 +31,20 @@ volatile int g_exit_code = 0;
 
 void EndProcess(int /*signal*/) { _exit(g_exit_code); }
 
+/// Who started the program may have had it ignored: `nohup` a closed terminal, a script Ctrl-C for what it runs in the
+/// background.
+bool IsToBeIgnored(int signal) {
+  struct sigaction action {};
+  return signal != SIGTERM && sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 void Install(void (*handler)(int)) {
   struct sigaction action {};
   action.sa_handler = handler;
   action.sa_flags = SA_RESTART;
-  for (const int signal : kStopSignals) sigaction(signal, &action, nullptr);
+  for (const int signal : kStopSignals) {
+    if (!IsToBeIgnored(signal)) sigaction(signal, &action, nullptr);
+  }
 }
 
 void Mask(int how) {

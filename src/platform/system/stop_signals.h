@@ -9,7 +9,8 @@ namespace orvalis {
 /// Implemented once per operating system.
 ///
 /// No signal is lost from the very start: where the system allows it, signals before `ExitImmediately` or
-/// `RestoreDefault` are held back until then.
+/// `RestoreDefault` are held back until then. On Linux a hang-up and an interrupt that were ignored before stay
+/// ignored.
 class StopSignals {
  public:
   struct Calls {
